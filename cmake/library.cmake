@@ -1,0 +1,59 @@
+# The library: compiled once, linked as the shared library and, for tests and benchmarks that reach
+# behind the interface, as a static one that is never installed.
+add_library(kessel_objects OBJECT
+  src/association/associate.cpp
+  src/association/others.cpp
+  src/association/passes.cpp
+  src/association/recognition.cpp
+  src/association/relationship_rules.cpp
+  src/association/rules.cpp
+  src/encoding/decode.cpp
+  src/encoding/encode.cpp
+  src/encoding/unicode.cpp
+  src/model/entity.cpp
+  src/model/file.cpp
+  src/reader/classification.cpp
+  src/reader/parse_file.cpp
+  src/reader/record_cutter.cpp
+  src/reader/record_loader.cpp
+  src/splitter/pipeline.cpp
+  src/splitter/run.cpp
+  src/structure/definition_search.cpp
+  src/structure/discovery.cpp
+  src/structure/links.cpp
+  src/structure/part.cpp
+  src/structure/reachability.cpp
+  src/structure/roots.cpp
+  src/structure/type_names.cpp
+  src/writer/external_reference.cpp
+  src/writer/frame.cpp
+  src/writer/gathered_output.cpp
+  src/writer/part_output.cpp
+  src/writer/rewrite.cpp
+  src/writer/write_parts.cpp)
+target_include_directories(kessel_objects PUBLIC
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+  PRIVATE src)
+target_compile_definitions(kessel_objects PRIVATE KESSEL_BUILDING)
+set_target_properties(kessel_objects PROPERTIES
+  POSITION_INDEPENDENT_CODE ON
+  CXX_VISIBILITY_PRESET hidden
+  VISIBILITY_INLINES_HIDDEN ON)
+
+add_library(VelkStepSplitter SHARED $<TARGET_OBJECTS:kessel_objects>)
+add_library(VelkStepSplitter::VelkStepSplitter ALIAS VelkStepSplitter)
+target_include_directories(VelkStepSplitter PUBLIC
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+target_compile_features(VelkStepSplitter PUBLIC cxx_std_20)
+set_target_properties(VelkStepSplitter PROPERTIES
+  VERSION ${PROJECT_VERSION}
+  SOVERSION ${PROJECT_VERSION_MAJOR}
+  LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+# Keeps instances of the standard library's templates out of the exported names.
+target_link_options(VelkStepSplitter PRIVATE
+  LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
+
+add_library(kessel_internals STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:kessel_objects>)
+target_include_directories(kessel_internals PUBLIC include src)

@@ -1,0 +1,11 @@
+# Warnings and sanitizers for everything of ours.
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+# GCC 12 sees an impossible overlap in `"text" + std::string`.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  add_compile_options(-Wno-restrict)
+endif()
+if(VELKSTEP_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

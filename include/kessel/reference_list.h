@@ -1,0 +1,87 @@
+// The references of one record, in eight bytes.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace Kessel {
+
+/// A list of instance numbers in order of appearance, duplicates kept.
+///
+/// A list read from a file is a view of a packed block that the store owns: a count followed by the
+/// numbers. As soon as someone adds to the list, or asks for it as a vector, it becomes a vector on
+/// the heap that the list owns. Not safe for concurrent use, reading included.
+class ReferenceList {
+ public:
+  ReferenceList() = default;
+  ReferenceList(ReferenceList&& other) noexcept : bits_(std::exchange(other.bits_, 0)) {}
+  ReferenceList& operator=(ReferenceList&& other) noexcept {
+    std::swap(bits_, other.bits_);
+    return *this;
+  }
+  ReferenceList(const ReferenceList&) = delete;
+  ReferenceList& operator=(const ReferenceList&) = delete;
+  ~ReferenceList() {
+    if (owns_vector()) delete owned();
+  }
+
+  /// Views `packed`: a count followed by that many numbers, which must outlive the list.
+  void view(const std::uint32_t* packed) {
+    *this = ReferenceList();
+    bits_ = reinterpret_cast<std::uintptr_t>(packed);
+  }
+
+  /// The numbers; valid until the list changes.
+  std::span<const std::uint32_t> numbers() const {
+    if (bits_ == 0) return {};
+    if (owns_vector()) return *owned();
+    return {packed() + 1, *packed()};
+  }
+
+  /// The numbers as a vector; valid until the list is destroyed or moved from.
+  const std::vector<std::uint32_t>& as_vector() const {
+    if (!owns_vector()) {
+      if (bits_ == 0) {
+        static const std::vector<std::uint32_t> none;
+        return none;
+      }
+      own(new std::vector<std::uint32_t>(packed() + 1, packed() + 1 + *packed()));
+    }
+    return *owned();
+  }
+
+  void append(std::uint32_t number) {
+    if (!owns_vector()) {
+      const std::span<const std::uint32_t> before = numbers();
+      own(new std::vector<std::uint32_t>(before.begin(), before.end()));
+    }
+    owned()->push_back(number);
+  }
+
+  /// Gives back spare capacity; an empty list keeps no buffer at all.
+  void shrink_to_fit() {
+    if (!owns_vector()) return;
+    if (owned()->empty()) {
+      *this = ReferenceList();
+    } else {
+      owned()->shrink_to_fit();
+    }
+  }
+
+ private:
+  // The low bit tells the two forms apart: both point at things aligned to four bytes or more.
+  bool owns_vector() const { return (bits_ & 1) != 0; }
+  std::vector<std::uint32_t>* owned() const {
+    return reinterpret_cast<std::vector<std::uint32_t>*>(bits_ & ~std::uintptr_t{1});
+  }
+  const std::uint32_t* packed() const { return reinterpret_cast<const std::uint32_t*>(bits_); }
+  void own(std::vector<std::uint32_t>* vector) const {
+    bits_ = reinterpret_cast<std::uintptr_t>(vector) | 1;
+  }
+
+  mutable std::uintptr_t bits_ = 0;
+};
+
+}  // namespace Kessel

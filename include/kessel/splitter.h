@@ -1,0 +1,37 @@
+// VelkStepSplitter: splits an exchange file with a product assembly into one file per part.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "kessel/export.h"
+
+namespace Kessel {
+
+/// Splits the exchange file `in` (ISO 10303-21, clear text) into one file per part under `outdir`
+/// and returns the files' paths, the root's first, the others by ascending record number. `outdir`
+/// is created as needed; a file of the same name that is there already is appended to.
+///
+/// Problems in the data are printed as sentences on standard error and the run goes on: exactly one
+/// part (nothing is written, the list is empty), no root, malformed usages, files that cannot be
+/// opened for writing. "roots.txt" with the root's file name is written to the working directory.
+///
+/// Throws `std::invalid_argument` "Failed to open input file.", `std::out_of_range` "invalid vector
+/// subscript" (a reference beyond the store) or "invalid map<K, T> key" (an assembly's file lacks
+/// what a component's reference block must point at), `std::runtime_error` "Unable to change pos
+/// indicator", `std::filesystem::filesystem_error` "create_directories", `std::system_error` for an
+/// `outdir` that is not UTF-8, `std::bad_alloc`. What was written until then is in the files. Names
+/// that the ended run gave out stay taken until `Part::free_statics` is called.
+///
+/// Does not return for two kinds of input: one in which no line ends the header with "ENDSEC;", and
+/// one whose end is not reached at a ";" that completes a record or a section, such as text after
+/// the last ";".
+///
+/// Works on the caller's thread; two runs must not overlap in one process.
+KESSEL_EXPORT std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
+                                                     const std::filesystem::path& outdir);
+
+}  // namespace Kessel
+
+/// Tells the host framework that this is one of its libraries. Returns 1.
+extern "C" KESSEL_EXPORT int TARNWELL_KBF2_INTERNAL_VelkStepSplitter();

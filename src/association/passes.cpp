@@ -1,0 +1,160 @@
+// The table of passes.
+#include "association/passes.h"
+
+namespace Kessel {
+
+namespace {
+
+using enum Rule;
+using enum TypeGroup;
+
+// Parts start at their own definitions and at the root, flow down through each definition's data,
+// into usages and the definitions they name, on to categories, shapes, documents, properties,
+// representations and geometry (assemblies kept out of plain geometry), presentation, management
+// data, composite materials and units. Types in braces are visited in ascending order.
+const Pass PASSES[] = {
+    // product structure
+    {{"PRODUCT_DEFINITION"}, to_descendants},
+    {{"PLY_LAMINATE_TABLE", "COMPOSITE_ASSEMBLY_TABLE", "THICKNESS_LAMINATE_TABLE",
+      "PERCENTAGE_LAMINATE_TABLE", "SMEARED_MATERIAL_DEFINITION"},
+     gather_and_spread},
+    {{"PLY_LAMINATE_SEQUENCE_DEFINITION", "COMPOSITE_ASSEMBLY_SEQUENCE_DEFINITION",
+      "PERCENTAGE_PLY_DEFINITION"},
+     gather_and_spread},
+    {{"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
+      "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
+     from_child_and_down, ASSEMBLIES, 0},
+    {{"MAKE_FROM_USAGE_OPTION"}, gather_and_spread},
+    {{"NEXT_ASSEMBLY_USAGE_OCCURRENCE"}, through_usages, ALL_PARTS, 0, {"PRODUCT_DEFINITION"}},
+    {{"MULTI_LEVEL_REFERENCE_DESIGNATOR"}, from_children},
+    // The reader keeps no record of this type, so the pass selects nothing; outputs depend on that.
+    {{"APPLICATION_PROTOCOL_DEFINITION"}, from_children},
+    {{"PRODUCT_DEFINITION_CONTEXT_ASSOCIATION"}, from_child_and_down, ALL_PARTS, 0},
+    // categories
+    {{"PRODUCT_RELATED_PRODUCT_CATEGORY"}, from_children},
+    {{"PRODUCT_CATEGORY_RELATIONSHIP"},
+     through_relationships,
+     ALL_PARTS,
+     1,
+     {"PRODUCT_RELATED_PRODUCT_CATEGORY"}},
+    // shapes and aspects
+    {{"PRODUCT_DEFINITION_SHAPE"}, from_child, ALL_PARTS, 0},
+    {{"SHAPE_ASPECT"}, from_child, LEAVES, 0},
+    {{"SHAPE_ASPECT_RELATIONSHIP"}, from_children},
+    // documents
+    {{"APPLIED_DOCUMENT_REFERENCE"}, gather_and_spread},
+    {{"ROLE_ASSOCIATION"}, both_ways},
+    {{"APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT"}, both_ways},
+    {{"DOCUMENT_REPRESENTATION_TYPE"}, from_children},
+    // properties, representations and geometry
+    {{"PROPERTY_DEFINITION", "MATERIAL_PROPERTY"}, from_child, ALL_PARTS, 0},
+    {{"SHAPE_DEFINITION_REPRESENTATION"}, both_ways},
+    {shape_representations, to_children_inside, ALL_PARTS, 0, placements_and_contexts},
+    {shape_representations, to_children_outside, LEAVES, 0, placements_and_contexts},
+    {{"CONTEXT_DEPENDENT_SHAPE_REPRESENTATION"}, both_ways},
+    {transformations, to_children_outside, ALL_PARTS, 0, shape_representations},
+    {{"SHAPE_REPRESENTATION_RELATIONSHIP"}, gather_and_spread},
+    {{"CONSTRUCTIVE_GEOMETRY_REPRESENTATION"}, gather_and_spread, LEAVES},
+    {{"CONSTRUCTIVE_GEOMETRY_REPRESENTATION_RELATIONSHIP"}, from_children, LEAVES},
+    {{"ITEM_IDENTIFIED_REPRESENTATION_USAGE", "GEOMETRIC_ITEM_SPECIFIC_USAGE"},
+     from_children,
+     LEAVES},
+    {{"PROPERTY_DEFINITION_REPRESENTATION", "MATERIAL_PROPERTY_REPRESENTATION"}, gather_and_spread},
+    {{"GENERAL_PROPERTY_ASSOCIATION"}, both_ways},
+    {{"GENERAL_PROPERTY_RELATIONSHIP"}, through_relationships, ALL_PARTS, 0, {"GENERAL_PROPERTY"}},
+    // presentation
+    {{"STYLED_ITEM"}, gather_and_spread},
+    {{"OVER_RIDING_STYLED_ITEM"}, gather_and_spread},
+    {{"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"}, gather_and_spread},
+    {{"MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION", "DRAUGHTING_MODEL"},
+     from_children,
+     LEAVES},
+    // management data; documents once more, for what they gained since
+    {{"APPLIED_DOCUMENT_REFERENCE"}, gather_and_spread},
+    {{"APPLIED_SECURITY_CLASSIFICATION_ASSIGNMENT"}, gather_and_spread},
+    {{"APPLIED_CERTIFICATION_ASSIGNMENT"}, gather_and_spread},
+    {{"APPLIED_EVENT_OCCURRENCE_ASSIGNMENT"}, gather_and_spread},
+    {{"APPLIED_DATE_ASSIGNMENT"}, gather_and_spread},
+    {{"APPLIED_APPROVAL_ASSIGNMENT"}, gather_and_spread},
+    {{"APPLIED_ORGANIZATION_ASSIGNMENT"}, gather_and_spread},
+    {{"APPLIED_PERSON_AND_ORGANIZATION_ASSIGNMENT"}, gather_and_spread},
+    {{"PERSONAL_ADDRESS", "ORGANIZATIONAL_ADDRESS", "PERSON_AND_ORGANIZATION_ADDRESS"},
+     from_children},
+    {{"APPROVAL_PERSON_ORGANIZATION"}, gather_and_spread},
+    {{"APPLIED_DATE_AND_TIME_ASSIGNMENT"}, gather_and_spread},
+    {{"APPROVAL_DATE_TIME"}, gather_and_spread},
+    {{"PRESENTATION_LAYER_ASSIGNMENT"}, from_children},
+    {{"INVISIBILITY"}, from_children},
+    {{"ID_ATTRIBUTE"}, from_children},
+    // composite materials and units
+    {{"PLY_ORIENTATION_ANGLE", "LAID_ORIENTATION_ANGLE", "DRAPED_ORIENTATION_ANGLE"},
+     gather_and_spread},
+    {units, gather_and_spread},
+};
+
+TypeNameSet shape_representation_types(const std::set<std::string>& file_types) {
+  TypeNameSet names = types_ending_with(file_types, "SHAPE_REPRESENTATION");
+  names.insert({
+      "BEVELED_SHEET_REPRESENTATION",
+      "COMPOSITE_SHEET_REPRESENTATION",
+      "GEOMETRICALLY_BOUNDED_2D_WIREFRAME_REPRESENTATION",
+      "NEUTRAL_SKETCH_REPRESENTATION",
+      "SHAPE_DIMENSION_REPRESENTATION",
+  });
+  return names;
+}
+
+/// Runs the pass for one of its types. `other` is what its second selection holds.
+void run_rule(const File& file, const Pass& pass, std::string_view type, const TypeNameSet& other) {
+  switch (pass.rule) {
+    case from_child:
+      return propagate_from_child(file, type, pass.n, pass.filter);
+    case from_children:
+      return propagate_from_children(file, type, pass.filter);
+    case to_descendants:
+      return propagate_to_descendants(file, type, pass.filter);
+    case both_ways:
+      return propagate_both_ways(file, type, pass.filter);
+    case Rule::gather_and_spread:
+      return Kessel::gather_and_spread(file, type, pass.filter);
+    case from_child_and_down:
+      return propagate_from_child_and_down(file, type, pass.n, pass.filter);
+    case to_children_inside:
+      return propagate_to_typed_children(file, type, other, ChildTypes::inside, pass.filter);
+    case to_children_outside:
+      return propagate_to_typed_children(file, type, other, ChildTypes::outside, pass.filter);
+    case through_relationships:
+      return propagate_through_relationships(file, type, *other.begin(), pass.n);
+    case through_usages:
+      return propagate_through_usages(file, type, *other.begin(), pass.n);
+  }
+}
+
+}  // namespace
+
+TypeNameSet TypeSelection::resolve(const std::set<std::string>& file_types) const {
+  switch (group) {
+    case shape_representations:
+      return shape_representation_types(file_types);
+    case placements_and_contexts:
+      return placement_and_context_types(file_types);
+    case transformations:
+      return types_containing(file_types, "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION");
+    case units:
+      return types_containing(file_types, "CONVERSION_BASED_UNIT");
+    case none:
+      break;
+  }
+  return {names.begin(), names.end()};
+}
+
+std::span<const Pass> association_passes() { return PASSES; }
+
+void run_pass(const File& file, const Pass& pass) {
+  const TypeNameSet other = pass.other.resolve(file.types());
+  for (const std::string_view type : pass.types.resolve(file.types())) {
+    run_rule(file, pass, type, other);
+  }
+}
+
+}  // namespace Kessel

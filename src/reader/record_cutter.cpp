@@ -1,0 +1,84 @@
+// Cuts an exchange file into its header lines and its data records.
+#include "reader/record_cutter.h"
+
+#include <cstring>
+#include <utility>
+
+#include "reader/text.h"
+
+namespace Kessel {
+
+namespace {
+constexpr std::size_t BLOCK_SIZE = 256 * 1024;
+}
+
+RecordCutter::RecordCutter(std::istream& in)
+    : in_(in),
+      buffer_(std::make_unique_for_overwrite<char[]>(BLOCK_SIZE)),
+      capacity_(BLOCK_SIZE) {}
+
+/// Reads behind what is left in the buffer, which moves to the front first and grows when it fills
+/// the buffer. Returns whether anything was read.
+bool RecordCutter::refill() {
+  const std::size_t left = end_ - begin_;
+  if (left == capacity_) {
+    auto larger = std::make_unique_for_overwrite<char[]>(capacity_ * 2);
+    std::memcpy(larger.get(), buffer_.get() + begin_, left);
+    buffer_ = std::move(larger);
+    capacity_ *= 2;
+  } else if (begin_ != 0) {
+    std::memmove(buffer_.get(), buffer_.get() + begin_, left);
+  }
+  begin_ = 0;
+  end_ = left;
+  in_.read(buffer_.get() + end_, static_cast<std::streamsize>(capacity_ - end_));
+  const auto count = static_cast<std::size_t>(in_.gcount());
+  end_ += count;
+  return count != 0;
+}
+
+/// What stands before the next `delimiter`, which is taken too; at the end of the input the rest.
+std::string_view RecordCutter::take_until(char delimiter) {
+  std::size_t searched = 0;
+  for (;;) {
+    const char* begin = buffer_.get() + begin_;
+    const std::size_t left = end_ - begin_;
+    if (const void* found = std::memchr(begin + searched, delimiter, left - searched)) {
+      const auto length = static_cast<std::size_t>(static_cast<const char*>(found) - begin);
+      begin_ += length + 1;
+      return {begin, length};
+    }
+    searched = left;
+    if (ended_ || !refill()) {
+      ended_ = true;
+      begin_ = end_;
+      return {buffer_.get() + end_ - left, left};
+    }
+  }
+}
+
+std::string_view RecordCutter::next_line() { return trimmed(take_until('\n')); }
+
+std::string_view RecordCutter::next_record() {
+  if (ended_) {
+    in_.peek();  // Asks the stream again, for nothing: the end stays the end.
+    return "A";
+  }
+  std::string_view piece;
+  do {
+    piece = trimmed(take_until(';'));
+  } while (!ended_ && !piece.empty() && piece.front() != '#');
+  // Fast path: nearly every record is one piece, given out where it stands in the buffer.
+  if (piece.empty() || ended_ || is_whole_record(piece)) return piece;
+  return join_pieces(piece);
+}
+
+std::string_view RecordCutter::join_pieces(std::string_view first) {
+  joined_ = first;
+  do {
+    joined_ += trimmed(take_until(';'));
+  } while (!ended_ && !is_whole_record(joined_));
+  return joined_;
+}
+
+}  // namespace Kessel

@@ -1,0 +1,32 @@
+// The order of the passes.
+#include <iostream>
+#include <memory>
+#include <utility>
+
+#include "kessel/file.h"
+
+namespace Kessel {
+
+void File::process_parts(std::string (*decode)(std::string_view)) {
+  find_and_create_parts();
+  if (parts_.size() == 1) {
+    std::cerr << "Only one part was found in the file !\n"
+                 "Impossible to proceed with the splitting algorithm.\n";
+    return;
+  }
+  link_parts();
+  find_parts_types(decode);
+}
+
+File* File::from(std::filesystem::path in, std::string (*decode)(std::string_view)) {
+  std::unique_ptr<File> file(parse_file(std::move(in)));
+  file->process_parts(decode);
+  return file.release();
+}
+
+void File::extract_parts(std::filesystem::path outdir) {
+  associate_entities();
+  write_parts(std::move(outdir));
+}
+
+}  // namespace Kessel

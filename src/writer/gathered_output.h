@@ -1,0 +1,73 @@
+// Text on its way to the parts' files.
+#pragma once
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "kessel/part.h"
+
+namespace Kessel {
+
+/// Gathers text per part and passes it on to `Part::output` in larger pieces.
+///
+/// Consecutive records often go to different files, of which only a few can be open at once: without
+/// gathering, a file would be opened again for every record. What is held back at any time is
+/// limited: more for more parts, so that each keeps a worthwhile share, and never above a fixed
+/// total. The text of each file and its order are those of passing every piece on at once.
+class GatheredOutput {
+ public:
+  /// For the parts of one file, which must outlive the object.
+  explicit GatheredOutput(const std::vector<Part*>& parts);
+  GatheredOutput(const GatheredOutput&) = delete;
+  GatheredOutput& operator=(const GatheredOutput&) = delete;
+  /// Passes on what was gathered, also when an exception ends the run.
+  ~GatheredOutput();
+
+  /// Passes on everything that is still held.
+  void finish() { pass_on_all(); }
+
+  /// Nothing that is written to `part` from now on goes anywhere.
+  void discard(const Part& part);
+
+  /// Opens `part`'s file by passing `text` on at once and returns its stream, for more. Where that
+  /// fails, every later piece is passed on at once as well: each attempt to open the file reports
+  /// its failure.
+  std::ostream& begin(Part& part, const std::string& text);
+
+  /// Adds one piece of text to `part`: whatever `append(std::string&)` appends. When it throws,
+  /// nothing was added.
+  template <class Append>
+  void write(Part& part, Append append) {
+    Pending& pending = pending_[part.list_position];
+    const std::size_t before = pending.text.size();
+    try {
+      append(pending.text);
+    } catch (...) {
+      pending.text.resize(before);
+      throw;
+    }
+    held_ += pending.text.size() - before;
+    if (pending.mode != Mode::gather || pending.text.size() >= MAX_PER_PART) pass_on(part, pending);
+    if (held_ >= max_held_) pass_on_all();
+  }
+
+ private:
+  enum class Mode { gather, pass_on_at_once, discard };
+  struct Pending {
+    std::string text;
+    Mode mode = Mode::gather;
+  };
+  static constexpr std::size_t MAX_PER_PART = 256 * 1024;
+
+  void pass_on(Part& part, Pending& pending);
+  void pass_on_all();
+
+  const std::vector<Part*>& parts_;
+  std::vector<Pending> pending_;  // by position in the list of parts
+  std::size_t held_ = 0;
+  std::size_t max_held_;
+};
+
+}  // namespace Kessel

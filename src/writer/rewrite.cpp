@@ -1,0 +1,167 @@
+// Rewrites record texts: numbers, references, shared contexts.
+#include "writer/rewrite.h"
+
+#include <charconv>
+#include <utility>
+
+#include "reader/text.h"
+
+namespace Kessel {
+
+namespace {
+
+void append_number(std::string& out, std::uint32_t number) {
+  char digits[10];
+  const auto written = std::to_chars(digits, digits + sizeof digits, number);
+  out.append(digits, written.ptr);
+}
+
+/// The instance's number in `part`'s file, 0 when the part does not hold it.
+std::uint32_t number_in(Slots slots, std::uint32_t id, Part* part) {
+  const Entity* entity = slot_at(slots, id);
+  return entity == nullptr ? 0 : entity->part_numbers.number_or_zero(part);
+}
+
+/// Takes references out of a text that is being written at the end of `out`.
+class ReferenceCutter {
+ public:
+  explicit ReferenceCutter(std::string& out) : out_(out), floor_(out.size()) {}
+
+  /// `out` ends in front of a reference's digits. Cuts it back to the list element's beginning.
+  /// Returns what was found there: ',' (cut too), '(' (kept), or 0: no list, nothing was cut.
+  char cut() {
+    std::size_t at = out_.size();
+    while (at > floor_ && out_[at - 1] != ',' && out_[at - 1] != '(') --at;
+    if (at == floor_) {
+      floor_ = out_.size();  // No separator up to here: later cuts need not look again.
+      return 0;
+    }
+    const char separator = out_[at - 1];
+    out_.resize(separator == ',' ? at - 1 : at);
+    return separator;
+  }
+
+ private:
+  std::string& out_;
+  std::size_t floor_;
+};
+
+}  // namespace
+
+void find_references(std::string_view text, std::vector<Reference>& found) {
+  found.clear();
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  const char* p = begin;
+  while ((p = find_reference(p, end)) != nullptr) {
+    const char* digits = ++p;
+    const std::uint32_t number = read_number(p, end);
+    if (number == 0) return;
+    while (*digits == '0') ++digits;
+    found.push_back({static_cast<std::size_t>(digits - begin), static_cast<std::size_t>(p - begin),
+                     number});
+  }
+}
+
+void rewrite_references(std::string_view text, const std::vector<Reference>& references,
+                        Slots slots, Part* part, std::string& out) {
+  ReferenceCutter cutter(out);
+  std::size_t copied = 0;
+  for (const Reference& reference : references) {
+    out.append(text, copied, reference.begin - copied);
+    copied = reference.end;
+    if (const std::uint32_t number = number_in(slots, reference.number, part)) {
+      append_number(out, number);
+      continue;
+    }
+    const char separator = cutter.cut();
+    if (separator == 0) {
+      copied = reference.begin;  // Stays as it is.
+    } else if (separator == '(' && copied < text.size() && text[copied] == ',') {
+      ++copied;  // The first of its list: the comma behind it goes.
+    }
+  }
+  out.append(text, copied);
+}
+
+namespace {
+
+constexpr std::size_t NONE = std::string_view::npos;
+
+/// Where the item list of a presentation record stands: between its parentheses.
+struct ItemList {
+  std::size_t open;
+  std::size_t close;
+  bool found() const { return open != NONE && close != NONE && open < close; }
+};
+
+ItemList find_item_list(std::string_view text) {
+  const std::size_t first = text.find('(');
+  return {first == NONE ? NONE : text.find('(', first + 1), text.find(')')};
+}
+
+/// Rewrites the reference that begins at the "#" at `mark`, if it is one, inside `text`.
+void rewrite_one(std::string& text, std::size_t mark, Slots slots, Part* part) {
+  std::vector<Reference> references;
+  find_references(std::string_view(text).substr(mark), references);
+  if (references.empty()) return;
+  references.resize(1);
+  references[0].begin += mark;
+  references[0].end += mark;
+  std::string rewritten;
+  rewrite_references(text, references, slots, part, rewritten);
+  text = std::move(rewritten);
+}
+
+}  // namespace
+
+void rewrite_presentation_items(std::string_view text, const std::vector<Reference>& references,
+                                const Entity& record, Slots slots, Part* part, std::string& out) {
+  // Fast path: lists are long, so leave the items out before the rest is rewritten. Nothing of the
+  // list can matter where the last reference stands behind it and behind a comma of its own.
+  const ItemList list = find_item_list(text);
+  const std::size_t last = text.rfind('#');
+  const bool apart = list.found() && last > list.close &&
+                     text.substr(list.close, last - list.close).find_first_of(",(") != NONE;
+  std::string rest = apart ? std::string(text.substr(0, list.open + 1)).append(text, list.close)
+                           : std::string(text);
+  rewrite_one(rest, rest.find('#'), slots, part);
+  rewrite_one(rest, rest.rfind('#'), slots, part);
+
+  std::string items;
+  for (const std::uint32_t id : record.references()) {
+    const std::uint32_t number = number_in(slots, id, part);
+    if (number == 0) continue;
+    items += items.empty() ? "#" : ",#";
+    append_number(items, number);
+  }
+
+  const ItemList place = find_item_list(rest);
+  if (!place.found()) {
+    rewrite_references(text, references, slots, part, out);
+    return;
+  }
+  out.append(rest, 0, place.open + 1).append(items).append(rest, place.close);
+}
+
+std::string make_context_external(std::string text, const Entity& entity) {
+  constexpr std::string_view EXTERNAL = "'external'";
+  std::size_t comma = NONE;
+  std::size_t end = NONE;
+  if (entity.type() == "GEOMETRIC_REPRESENTATION_CONTEXT") {
+    comma = text.find(',');
+    if (comma != NONE) end = text.find(',', comma + 1);
+  } else {
+    constexpr std::string_view NAME = "REPRESENTATION_CONTEXT(";
+    std::size_t name = text.find(NAME);
+    while (name != NONE && name > 0 && text[name - 1] == '_') {
+      name = text.find(NAME, name + NAME.size());
+    }
+    if (name != NONE) comma = text.find(',', name);
+    if (comma != NONE) end = text.find(')', comma);
+  }
+  if (end != NONE) text.replace(comma + 1, end - comma - 1, EXTERNAL);
+  return text;
+}
+
+}  // namespace Kessel

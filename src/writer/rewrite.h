@@ -1,0 +1,51 @@
+// Rewrites one record's text for one part's file: its own number, its references, and the two kinds
+// of record that change more than that. Texts are never parsed into attributes.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "kessel/entity.h"
+#include "kessel/part.h"
+#include "model/slots.h"
+
+namespace Kessel {
+
+/// One `#n` of a text, the record's own number included.
+struct Reference {
+  std::size_t begin;     ///< where the number's digits begin, leading zeros left out
+  std::size_t end;       ///< behind the last digit
+  std::uint32_t number;  ///< 1 to 4,294,967,295
+};
+
+/// Finds the references in `text` outside string literals, in order, up to the first "#" without
+/// such a number; whatever stands behind that keeps its references as they are. Clears `found`.
+void find_references(std::string_view text, std::vector<Reference>& found);
+
+/// Appends `text` to `out` with every reference of `references`, which were found in it, replaced by
+/// the number that the instance has in `part`'s file. A reference that the part does not hold is cut
+/// out with one comma: back to the last "," or "(" written, which goes (a comma) or stays (a
+/// parenthesis; then a comma that follows goes). Zeros in front of a number stay.
+/// One forward pass, linear in the text.
+/// Throws `std::out_of_range` "invalid vector subscript" over a reference beyond the store, leaving
+/// part of the text in `out`.
+void rewrite_references(std::string_view text, const std::vector<Reference>& references,
+                        Slots slots, Part* part, std::string& out);
+
+/// Appends the record `text` of `record`, a presentation representation, with its item list made
+/// anew from those references of the record that `part` holds. The context, being a reference,
+/// stands among them; outputs depend on it. Without an item list in the text (the second "(", closed
+/// by the first ")" behind it) the record is rewritten like any other.
+/// Throws as `rewrite_references` does.
+void rewrite_presentation_items(std::string_view text, const std::vector<Reference>& references,
+                                const Entity& record, Slots slots, Part* part, std::string& out);
+
+/// A representation context record for an assembly that shares it: its context type becomes
+/// 'external'. That is the second attribute of a GEOMETRIC_REPRESENTATION_CONTEXT, in a complex
+/// instance (`entity` is of another type) the second of its REPRESENTATION_CONTEXT. A text without
+/// it is returned as it is.
+std::string make_context_external(std::string text, const Entity& entity);
+
+}  // namespace Kessel

@@ -1,0 +1,115 @@
+// Writes every part's file: frames around the records that the part holds.
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "kessel/file.h"
+#include "model/slots.h"
+#include "reader/record_cutter.h"
+#include "structure/reachability.h"
+#include "writer/external_reference.h"
+#include "writer/frame.h"
+#include "writer/gathered_output.h"
+#include "writer/rewrite.h"
+
+namespace Kessel {
+
+namespace {
+
+/// Writes input records into the files of the parts that hold them.
+class RecordWriter {
+ public:
+  RecordWriter(Slots slots, GatheredOutput& output)
+      : slots_(slots), output_(output), search_(slots) {}
+
+  /// Writes one record, as RecordCutter gives it, under the numbers of each part's file.
+  void write(std::string_view record) {
+    find_references(record, references_);
+    if (references_.empty()) return;
+    const Entity* entity = slot_at(slots_, references_.front().number);
+    if (entity == nullptr || entity->part_numbers.empty()) return;
+    const std::string_view type = entity->type();
+    const bool shared = entity->part_numbers.size() > 1;
+    const bool presentation = type.find(PRESENTATION) != std::string_view::npos;
+    for (const auto [part, number] : entity->part_numbers) {
+      std::string_view text = record;
+      const std::vector<Reference>* references = &references_;
+      if (shared && part->part_kind != LEAF_PART) {
+        if (type == "GEOMETRIC_REPRESENTATION_CONTEXT") {
+          external_text_ = make_context_external(std::string(record), *entity);
+          find_references(external_text_, external_references_);
+          text = external_text_;
+          references = &external_references_;
+        } else if (type == "SHAPE_DEFINITION_REPRESENTATION") {
+          write_external_reference(*part, *entity);
+        }
+      }
+      output_.write(*part, [&, part = part](std::string& out) {
+        if (presentation) {
+          rewrite_presentation_items(text, *references, *entity, slots_, part, out);
+        } else {
+          rewrite_references(text, *references, slots_, part, out);
+        }
+        out += ";\n";
+      });
+    }
+  }
+
+ private:
+  static constexpr std::string_view PRESENTATION =
+      "MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION";
+
+  void write_external_reference(Part& part, const Entity& link) {
+    output_.write(part, [&](std::string& out) {
+      out += make_external_reference(slots_, search_, &part, link);
+    });
+  }
+
+  Slots slots_;
+  GatheredOutput& output_;
+  ReachabilitySearch search_;
+  std::vector<Reference> references_;
+  std::string external_text_;
+  std::vector<Reference> external_references_;
+};
+
+}  // namespace
+
+/// While the files are written, each part's `path` has `outdir` in front.
+void File::write_parts(std::filesystem::path outdir) {
+  input_.seekg(0);
+  if (input_.fail()) throw std::runtime_error("Unable to change pos indicator");
+  std::error_code error;
+  std::filesystem::create_directories(outdir, error);
+  if (error) throw std::filesystem::filesystem_error("create_directories", outdir, error);
+
+  GatheredOutput output(parts_);
+  // The only part of its file was never named and has no file; its records are still rewritten.
+  if (parts_.size() == 1 && parts_.front()->path.empty()) output.discard(*parts_.front());
+
+  for (Part* part : parts_) part->path = outdir / part->path;
+  for (Part* part : parts_) {
+    std::ostream& file = output.begin(*part, first_line_ + "\n");
+    file << make_file_header(header_, part->get_encoded_filepath(), current_time_stamp())
+         << "\nDATA;\n";
+  }
+
+  RecordWriter writer(entities_, output);
+  RecordCutter cutter(input_);
+  for (;;) {
+    const std::string_view record = cutter.next_record();
+    if (record.empty()) break;
+    writer.write(record);
+  }
+
+  const std::string frame_end = "ENDSEC;\nEND-" + first_line_ + "\n";
+  for (Part* part : parts_) {
+    output.write(*part, [&](std::string& out) { out += frame_end; });
+  }
+  output.finish();
+  for (Part* part : parts_) part->path = part->path.filename();
+}
+
+}  // namespace Kessel
