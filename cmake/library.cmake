@@ -36,6 +36,8 @@ target_include_directories(kessel_objects PUBLIC
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
   PRIVATE src)
 target_compile_definitions(kessel_objects PRIVATE KESSEL_BUILDING)
+# Calls inside the library stay inside it, so that they can be inlined.
+target_compile_options(kessel_objects PRIVATE -fno-semantic-interposition)
 set_target_properties(kessel_objects PROPERTIES
   POSITION_INDEPENDENT_CODE ON
   CXX_VISIBILITY_PRESET hidden

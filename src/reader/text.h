@@ -1,13 +1,21 @@
 // Byte-level helpers for record texts: white space, numbers, and the next mark.
 #pragma once
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <bit>
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
 
 namespace Kessel {
+
+/// One in each byte of a word: times a byte, that byte everywhere.
+inline constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
 
 /// White space of the "C" locale, whatever the process's locale is.
 constexpr bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
@@ -21,7 +29,7 @@ constexpr std::string_view trimmed(std::string_view text) {
 
 /// Reads the digits at `p`, up to `end`, as an unsigned 32-bit decimal number and moves `p` past
 /// them. Returns 0 when there are none and when the value exceeds 4,294,967,295.
-inline std::uint32_t read_number(const char*& p, const char* end) {
+inline std::uint32_t read_number_plainly(const char*& p, const char* end) {
   std::uint64_t value = 0;
   for (; p != end; ++p) {
     const unsigned digit = static_cast<unsigned char>(*p) - unsigned{'0'};
@@ -32,20 +40,97 @@ inline std::uint32_t read_number(const char*& p, const char* end) {
   return value > UINT32_MAX ? 0 : static_cast<std::uint32_t>(value);
 }
 
+/// The first eight bytes of [p, end), the first in the lowest byte; zeros for what is missing.
+/// Little-endian machines only.
+inline std::uint64_t load_word(const char* p, const char* end) {
+  const auto size = static_cast<std::size_t>(end - p);
+  std::uint64_t word = 0;
+  if (size >= 8) {
+    std::memcpy(&word, p, 8);
+  } else if (size >= 4) {  // Two halves that overlap.
+    std::uint32_t low = 0;
+    std::uint32_t high = 0;
+    std::memcpy(&low, p, 4);
+    std::memcpy(&high, end - 4, 4);
+    word = low | (std::uint64_t{high} << (8 * (size - 4)));
+  } else {
+    for (std::size_t i = 0; i < size; ++i) {
+      word |= std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
+    }
+  }
+  return word;
+}
+
+/// The same as read_number_plainly().
+///
+/// Fast path for up to seven digits, which is nearly every number: eight bytes are taken at once,
+/// what is no digit is shifted out, and the digits are summed up in pairs, fours and eights.
+inline std::uint32_t read_number(const char*& p, const char* end) {
+  if constexpr (std::endian::native == std::endian::little) {
+    std::uint64_t word = load_word(p, end) ^ (EACH_BYTE * '0');
+    const std::uint64_t above_nine = ((word & (EACH_BYTE * 0x7F)) + EACH_BYTE * 0x76) | word;
+    const std::uint64_t other = above_nine & (EACH_BYTE * 0x80);
+    if (other != 0) {
+      const int digits = std::countr_zero(other) >> 3;
+      if (digits == 0) return 0;
+      word <<= 64 - 8 * digits;
+      word = word * 10 + (word >> 8);
+      p += digits;
+      constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
+      return static_cast<std::uint32_t>(((word & PAIRS) * 0x000F424000000064 +
+                                         ((word >> 16) & PAIRS) * 0x0000271000000001) >>
+                                        32);
+    }
+  }
+  return read_number_plainly(p, end);
+}
+
+/// Room that write_number() may write to, at least.
+inline constexpr std::size_t NUMBER_ROOM = 10;
+
+/// Writes `number`, which is not 0, in decimal at `p`, where NUMBER_ROOM bytes are free. Returns the
+/// end of the digits; bytes behind them may have changed.
+///
+/// Fast path for up to eight digits: splits the number into fours, pairs and single digits, all in
+/// one word, whose leading zeros are shifted out.
+inline char* write_number(char* p, std::uint32_t number) {
+  if constexpr (std::endian::native == std::endian::little) {
+    if (number < 100'000'000) {
+      const std::uint64_t fours = (number / 10'000) | (std::uint64_t{number % 10'000} << 32);
+      const std::uint64_t high = ((fours * 10'486) >> 20) & 0x0000007F0000007F;
+      const std::uint64_t pairs = high | ((fours - high * 100) << 16);
+      const std::uint64_t tens = ((pairs * 103) >> 10) & 0x000F000F000F000F;
+      std::uint64_t digits = tens | ((pairs - tens * 10) << 8);
+      const int zeros = std::countr_zero(digits) >> 3;
+      digits = (digits >> (8 * zeros)) + EACH_BYTE * '0';
+      std::memcpy(p, &digits, 8);
+      return p + 8 - zeros;
+    }
+  }
+  return std::to_chars(p, p + NUMBER_ROOM, number).ptr;
+}
+
 /// The first "#" or "'" in [p, end), or `end`.
 ///
-/// Fast path: eight bytes at a time. The two marks differ in one bit only, so after clearing it
-/// both are bytes equal to '#', which the subtraction finds.
+/// Fast path: sixteen or eight bytes at a time. The two marks differ in one bit only, so after
+/// clearing it both are bytes equal to '#'; in a word, the subtraction finds those.
 inline const char* find_mark(const char* p, const char* end) {
   static_assert(('\'' & ~0x04) == '#');
-  constexpr std::uint64_t ONES = 0x0101010101010101;
+#if defined(__SSE2__)
+  const __m128i cleared = _mm_set1_epi8(static_cast<char>(0xFB));
+  const __m128i mark = _mm_set1_epi8('#');
+  for (; end - p >= 16; p += 16) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const int hits = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_and_si128(block, cleared), mark));
+    if (hits != 0) return p + std::countr_zero(static_cast<unsigned>(hits));
+  }
+#endif
   if constexpr (std::endian::native == std::endian::little) {
-    for (; end - p >= 8; p += 8) {
-      std::uint64_t word;
-      std::memcpy(&word, p, 8);
-      word = (word & (ONES * 0xFB)) ^ (ONES * '#');
-      const std::uint64_t hits = (word - ONES) & ~word & (ONES * 0x80);
+    for (;; p += 8) {
+      const std::uint64_t word = (load_word(p, end) & (EACH_BYTE * 0xFB)) ^ (EACH_BYTE * '#');
+      const std::uint64_t hits = (word - EACH_BYTE) & ~word & (EACH_BYTE * 0x80);
       if (hits != 0) return p + (std::countr_zero(hits) >> 3);
+      if (end - p <= 8) return end;
     }
   }
   while (p != end && *p != '#' && *p != '\'') ++p;
@@ -59,9 +144,15 @@ inline const char* find_reference(const char* p, const char* end) {
     p = find_mark(p, end);
     if (p == end) return nullptr;
     if (*p == '#') return p;
-    ++p;
-    p = static_cast<const char*>(std::memchr(p, '\'', static_cast<std::size_t>(end - p)));
-    if (p == nullptr) return nullptr;
+    // Most literals are empty or short, so look for their end byte by byte before calling memchr.
+    const char* const near = end - p > 8 ? p + 8 : end;
+    do {
+      if (++p == end) return nullptr;
+    } while (p != near && *p != '\'');
+    if (*p != '\'') {
+      p = static_cast<const char*>(std::memchr(p, '\'', static_cast<std::size_t>(end - p)));
+      if (p == nullptr) return nullptr;
+    }
     ++p;
   }
 }

@@ -2,6 +2,7 @@
 #include "writer/gathered_output.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Kessel {
 
@@ -10,11 +11,17 @@ namespace {
 constexpr std::size_t KIB = 1024;
 constexpr std::size_t MIB = 1024 * KIB;
 
+/// A part is cold when this much was written to others since its last piece.
+constexpr std::size_t COLD_AFTER = 4 * MIB;
+/// Rooms that are kept for later parts.
+constexpr std::size_t MAX_SPARES = 128;
+
 }  // namespace
 
 GatheredOutput::GatheredOutput(const std::vector<Part*>& parts)
     : parts_(parts),
       pending_(parts.size()),
+      next_look_(COLD_AFTER),
       max_held_(std::clamp(parts.size() * 16 * KIB, 4 * MIB, 64 * MIB)) {}
 
 GatheredOutput::~GatheredOutput() {
@@ -40,20 +47,41 @@ std::ostream& GatheredOutput::begin(Part& part, const std::string& text) {
 void GatheredOutput::pass_on(Part& part, Pending& pending) {
   held_ -= pending.text.size();
   if (pending.mode != Mode::discard) part.output(pending.text);
-  if (pending.text.size() < MAX_PER_PART) {
-    pending.text.clear();
-  } else {
-    std::string().swap(pending.text);
-  }
+  pending.text.clear();
 }
 
 void GatheredOutput::pass_on_all() {
   for (Part* part : parts_) {
     Pending& pending = pending_[part->list_position];
-    if (pending.text.empty()) continue;
-    pass_on(*part, pending);
-    std::string().swap(pending.text);
+    if (!pending.text.empty()) pass_on(*part, pending);
+    give_back_room(pending.text);
   }
+}
+
+void GatheredOutput::look_for_cold_parts() {
+  for (Part* part : parts_) {
+    Pending& pending = pending_[part->list_position];
+    if (pending.text.empty() || pending.last_written + COLD_AFTER > written_) continue;
+    pass_on(*part, pending);
+    give_back_room(pending.text);
+  }
+  if (held_ + COLD_AFTER > max_held_) pass_on_all();
+  next_look_ = written_ + COLD_AFTER;
+}
+
+/// Gives an empty text the room of one that was passed on: memory that is mapped already.
+void GatheredOutput::reuse_room(std::string& text) {
+  if (spare_.empty()) {
+    text.reserve(MIN_ROOM);
+  } else {
+    text = std::move(spare_.back());
+    spare_.pop_back();
+  }
+}
+
+void GatheredOutput::give_back_room(std::string& text) {
+  if (text.capacity() >= MIN_ROOM && spare_.size() < MAX_SPARES) spare_.push_back(std::move(text));
+  std::string().swap(text);  // Frees its room, which an assignment would keep.
 }
 
 }  // namespace Kessel

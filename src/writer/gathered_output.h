@@ -13,9 +13,10 @@ namespace Kessel {
 /// Gathers text per part and passes it on to `Part::output` in larger pieces.
 ///
 /// Consecutive records often go to different files, of which only a few can be open at once: without
-/// gathering, a file would be opened again for every record. What is held back at any time is
-/// limited: more for more parts, so that each keeps a worthwhile share, and never above a fixed
-/// total. The text of each file and its order are those of passing every piece on at once.
+/// gathering, a file would be opened again for every record. Parts that were not written to for a
+/// while are passed on first, since they are often complete; all are when what is held reaches a
+/// limit, which is larger for more parts, so that each keeps a worthwhile share, and never above a
+/// fixed total. The text of each file and its order are those of passing every piece on at once.
 class GatheredOutput {
  public:
   /// For the parts of one file, which must outlive the object.
@@ -41,6 +42,7 @@ class GatheredOutput {
   template <class Append>
   void write(Part& part, Append append) {
     Pending& pending = pending_[part.list_position];
+    if (pending.text.capacity() < MIN_ROOM) reuse_room(pending.text);
     const std::size_t before = pending.text.size();
     try {
       append(pending.text);
@@ -48,9 +50,12 @@ class GatheredOutput {
       pending.text.resize(before);
       throw;
     }
-    held_ += pending.text.size() - before;
+    const std::size_t added = pending.text.size() - before;
+    held_ += added;
+    written_ += added;
+    pending.last_written = written_;
     if (pending.mode != Mode::gather || pending.text.size() >= MAX_PER_PART) pass_on(part, pending);
-    if (held_ >= max_held_) pass_on_all();
+    if (written_ >= next_look_) look_for_cold_parts();
   }
 
  private:
@@ -58,15 +63,23 @@ class GatheredOutput {
   struct Pending {
     std::string text;
     Mode mode = Mode::gather;
+    std::size_t last_written = 0;  // written_ after its last piece
   };
+  static constexpr std::size_t MIN_ROOM = 256;
   static constexpr std::size_t MAX_PER_PART = 256 * 1024;
 
   void pass_on(Part& part, Pending& pending);
   void pass_on_all();
+  void look_for_cold_parts();
+  void reuse_room(std::string& text);
+  void give_back_room(std::string& text);
 
   const std::vector<Part*>& parts_;
   std::vector<Pending> pending_;  // by position in the list of parts
-  std::size_t held_ = 0;
+  std::vector<std::string> spare_;  // empty texts with room, for the next parts
+  std::size_t held_ = 0;            // bytes in pending_
+  std::size_t written_ = 0;         // bytes added since the beginning
+  std::size_t next_look_;           // value of written_ at which to look for cold parts
   std::size_t max_held_;
 };
 

@@ -1,7 +1,7 @@
 // Rewrites record texts: numbers, references, shared contexts.
 #include "writer/rewrite.h"
 
-#include <charconv>
+#include <cstring>
 #include <utility>
 
 #include "reader/text.h"
@@ -11,9 +11,8 @@ namespace Kessel {
 namespace {
 
 void append_number(std::string& out, std::uint32_t number) {
-  char digits[10];
-  const auto written = std::to_chars(digits, digits + sizeof digits, number);
-  out.append(digits, written.ptr);
+  char digits[NUMBER_ROOM];
+  out.append(digits, write_number(digits, number));
 }
 
 /// The instance's number in `part`'s file, 0 when the part does not hold it.
@@ -22,28 +21,43 @@ std::uint32_t number_in(Slots slots, std::uint32_t id, Part* part) {
   return entity == nullptr ? 0 : entity->part_numbers.number_or_zero(part);
 }
 
-/// Takes references out of a text that is being written at the end of `out`.
-class ReferenceCutter {
+/// Writes one text piece by piece into room that is known to suffice, and takes back what turns out
+/// to belong to a reference that goes.
+class Rewriter {
  public:
-  explicit ReferenceCutter(std::string& out) : out_(out), floor_(out.size()) {}
+  /// Appends to `out`: at most `room` bytes in all, of which every number needs NUMBER_ROOM.
+  Rewriter(std::string& out, std::size_t room) : out_(out) {
+    const std::size_t before = out.size();
+    out.resize(before + room);
+    floor_ = end_ = out.data() + before;
+  }
 
-  /// `out` ends in front of a reference's digits. Cuts it back to the list element's beginning.
-  /// Returns what was found there: ',' (cut too), '(' (kept), or 0: no list, nothing was cut.
-  char cut() {
-    std::size_t at = out_.size();
-    while (at > floor_ && out_[at - 1] != ',' && out_[at - 1] != '(') --at;
+  void copy(const char* text, std::size_t size) {
+    std::memcpy(end_, text, size);
+    end_ += size;
+  }
+  void put_number(std::uint32_t number) { end_ = write_number(end_, number); }
+
+  /// What was written ends in front of a reference's digits: goes back to the beginning of its list
+  /// element. Returns what was found there: ',' (taken back too), '(' (stays), or 0: no list, and
+  /// nothing was taken back.
+  char cut_reference() {
+    char* at = end_;
+    while (at != floor_ && at[-1] != ',' && at[-1] != '(') --at;
     if (at == floor_) {
-      floor_ = out_.size();  // No separator up to here: later cuts need not look again.
+      floor_ = end_;  // No separator up to here: later cuts need not look again.
       return 0;
     }
-    const char separator = out_[at - 1];
-    out_.resize(separator == ',' ? at - 1 : at);
-    return separator;
+    end_ = at[-1] == ',' ? at - 1 : at;
+    return at[-1];
   }
+
+  void finish() { out_.resize(static_cast<std::size_t>(end_ - out_.data())); }
 
  private:
   std::string& out_;
-  std::size_t floor_;
+  char* floor_;
+  char* end_;
 };
 
 }  // namespace
@@ -65,23 +79,24 @@ void find_references(std::string_view text, std::vector<Reference>& found) {
 
 void rewrite_references(std::string_view text, const std::vector<Reference>& references,
                         Slots slots, Part* part, std::string& out) {
-  ReferenceCutter cutter(out);
+  Rewriter rewriter(out, text.size() + references.size() * NUMBER_ROOM);
   std::size_t copied = 0;
   for (const Reference& reference : references) {
-    out.append(text, copied, reference.begin - copied);
+    rewriter.copy(text.data() + copied, reference.begin - copied);
     copied = reference.end;
     if (const std::uint32_t number = number_in(slots, reference.number, part)) {
-      append_number(out, number);
+      rewriter.put_number(number);
       continue;
     }
-    const char separator = cutter.cut();
+    const char separator = rewriter.cut_reference();
     if (separator == 0) {
       copied = reference.begin;  // Stays as it is.
     } else if (separator == '(' && copied < text.size() && text[copied] == ',') {
       ++copied;  // The first of its list: the comma behind it goes.
     }
   }
-  out.append(text, copied);
+  rewriter.copy(text.data() + copied, text.size() - copied);
+  rewriter.finish();
 }
 
 namespace {
