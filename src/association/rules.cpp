@@ -44,27 +44,13 @@ void take_from_child(Slots slots, Entity& record, std::uint16_t n, KindFilter fi
   adopt_parts(slot_at(slots, references[n]), &record, filter);
 }
 
-/// Whether `target` would certainly gain nothing from `source`. Fast path for the walk down: most
-/// references lead to an instance of the one part that is being spread.
-bool surely_holds_all(const Entity& source, const Entity& target) {
-  return source.part_numbers.size() == 1 && target.part_numbers.size() == 1 &&
-         source.part_numbers.begin()->first == target.part_numbers.begin()->first;
-}
-
-}  // namespace
-
-bool adopt_parts(const Entity* source, Entity* target, KindFilter filter) {
-  if (source == nullptr || target == nullptr) return false;
-  return target->part_numbers.adopt(
-      source->part_numbers,
-      [filter](const Part* part) { return filter == ALL_PARTS || part->part_kind == filter; },
-      [](Part* part) { return ++part->last_instance_number; });
-}
-
-bool propagate_down(const File& file, const Entity* source, Entity* start, KindFilter filter) {
-  if (!adopt_parts(source, start, filter)) return false;
-  Slots slots = file.entities();
-  // Breadth first, one level at a time: `level` gained a part, `next` is what it refers to.
+/// Walks breadth first from `start` through everything that gains something: `gain(entity)` gives
+/// an instance what is being spread and returns whether it gained any. `needs(entity)` may tell
+/// beforehand that an instance will gain nothing. Returns whether anything was gained.
+template <class Needs, class Gain>
+bool walk_down(Slots slots, Entity* start, Needs needs, Gain gain) {
+  if (!gain(*start)) return false;
+  // One level at a time: `level` gained, `next` is what it refers to.
   std::vector<Entity*> level = {start};
   std::vector<Entity*> next;
   while (!level.empty()) {
@@ -72,15 +58,57 @@ bool propagate_down(const File& file, const Entity* source, Entity* start, KindF
     for (const Entity* gained : level) {
       for (const std::uint32_t reference : gained->references()) {
         Entity* below = slot_at(slots, reference);
-        if (below != nullptr && !surely_holds_all(*source, *below)) next.push_back(below);
+        if (below != nullptr && needs(*below)) next.push_back(below);
       }
     }
     level.clear();
     for (Entity* below : next) {
-      if (adopt_parts(source, below, filter)) level.push_back(below);
+      if (gain(*below)) level.push_back(below);
     }
   }
   return true;
+}
+
+bool passes(const Part* part, KindFilter filter) {
+  return filter == ALL_PARTS || part->part_kind == filter;
+}
+
+/// The one part of `source` that passes the filter; null when there are none or several.
+Part* only_part(const Entity& source, KindFilter filter) {
+  Part* only = nullptr;
+  for (const auto [part, number] : source.part_numbers) {
+    if (!passes(part, filter)) continue;
+    if (only != nullptr) return nullptr;
+    only = part;
+  }
+  return only;
+}
+
+}  // namespace
+
+bool adopt_parts(const Entity* source, Entity* target, KindFilter filter) {
+  if (source == nullptr || target == nullptr) return false;
+  return target->part_numbers.adopt(
+      source->part_numbers, [filter](const Part* part) { return passes(part, filter); },
+      [](Part* part) { return ++part->last_instance_number; });
+}
+
+bool propagate_down(const File& file, const Entity* source, Entity* start, KindFilter filter) {
+  if (source == nullptr || start == nullptr) return false;
+  // Fast path: nearly always one part is spread, into instances that hold none yet.
+  if (Part* part = only_part(*source, filter)) {
+    return walk_down(
+        file.entities(), start,
+        [part](const Entity& entity) { return !entity.part_numbers.contains(part); },
+        [part](Entity& entity) {
+          if (entity.part_numbers.contains(part)) return false;
+          entity.part_numbers.emplace(part, ++part->last_instance_number);
+          return true;
+        });
+  }
+  return walk_down(
+      file.entities(), start, [](const Entity&) { return true; },
+      [=](Entity& entity) { return adopt_parts(source, &entity, filter); });
 }
 
 void propagate_from_child(const File& file, std::string_view type, std::uint16_t n,

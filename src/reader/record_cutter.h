@@ -33,6 +33,9 @@ class RecordCutter {
   /// later call returns "A": a caller that waits for an empty record waits for ever.
   std::string_view next_record();
 
+  /// The same without the fast path for records that stand in the buffer as a whole.
+  std::string_view next_record_plainly();
+
   /// Whether the input ended before the last line or piece was closed.
   bool input_ended() const { return ended_; }
 

@@ -2,16 +2,19 @@
 #include "reader/record_loader.h"
 
 #include <cstring>
+#include <span>
 #include <tuple>
 
 #include "model/store.h"
+#include "reader/references.h"
 #include "reader/text.h"
 
 namespace Kessel {
 
 std::string_view record_type(std::size_t from, std::string_view record) {
-  std::size_t begin = record.find('=', from);
-  if (begin == std::string_view::npos) return {};
+  std::size_t begin = from;
+  while (begin < record.size() && record[begin] != '=') ++begin;
+  if (begin == record.size()) return {};
   do {
     if (++begin == record.size()) return {};
   } while (is_space(record[begin]));
@@ -32,44 +35,35 @@ std::string_view first_string(std::string_view record) {
   return record.substr(begin, record.find('\'', begin) - begin);
 }
 
-namespace {
-
-/// Mixes the length and the first and last bytes, which is what tells keywords apart.
-std::size_t hash_of(std::string_view name) {
-  std::uint64_t head = 0;
-  std::uint64_t tail = 0;
+RecordLoader::Ends::Ends(std::string_view name) {
   if (name.size() >= 8) {
     std::memcpy(&head, name.data(), 8);
     std::memcpy(&tail, name.data() + name.size() - 8, 8);
   } else {
     std::memcpy(&head, name.data(), name.size());
   }
-  std::uint64_t hash = (head + name.size()) * 0x9E3779B97F4A7C15;
-  hash = (hash ^ (hash >> 29) ^ tail) * 0xBF58476D1CE4E5B9;
-  return static_cast<std::size_t>(hash >> 32);
 }
-
-}  // namespace
 
 RecordLoader::RecordLoader(File& file) : file_(file), cache_(CACHE_SIZE) {
   untyped_names_.reserve(CACHE_SIZE);  // Never grows beyond: views into it stay valid.
 }
 
 void RecordLoader::add(std::string_view record) {
-  const char* const begin = record.data();
-  const char* const end = begin + record.size();
-  const char* p = find_reference(begin, end);
-  if (p == nullptr) return;
-  ++p;
-  const std::uint32_t id = read_number(p, end);
-  if (id == 0) return;
-  const std::string_view name = record_type(static_cast<std::size_t>(p - begin), record);
+  numbers_.clear();
+  const char* own_end = nullptr;
+  for_each_reference(record, [&](std::uint32_t number, const char*, const char* end) {
+    if (numbers_.empty()) own_end = end;
+    numbers_.push_back(number);
+  });
+  if (numbers_.empty()) return;
+  const auto behind_own = static_cast<std::size_t>(own_end - record.data());
+  const std::string_view name = record_type(behind_own, record);
   if (name.empty()) return;
 
+  const unsigned id = numbers_.front();
   file_.make_room(id);
   Entity* entity = create(id, type_of(name), record);
-  collect_references(p, end);
-  file_.set_references(*entity, references_);
+  file_.set_references(*entity, std::span(numbers_).subspan(1));
 }
 
 Entity* RecordLoader::create(unsigned id, const Type& type, std::string_view record) {
@@ -79,33 +73,29 @@ Entity* RecordLoader::create(unsigned id, const Type& type, std::string_view rec
   return file_.store<EntityWithAttr>(id, type.name, first_string(record));
 }
 
-void RecordLoader::collect_references(const char* p, const char* end) {
-  references_.clear();
-  while ((p = find_reference(p, end)) != nullptr) {
-    ++p;
-    const std::uint32_t number = read_number(p, end);
-    if (number == 0) return;
-    references_.push_back(number);
-  }
-}
-
-RecordLoader::Type RecordLoader::type_of(std::string_view name) {
-  if (name.size() > MAX_CACHED_LENGTH) return look_up(name);
-  std::size_t place = hash_of(name) % CACHE_SIZE;
+const RecordLoader::Type& RecordLoader::type_of(std::string_view name) {
+  if (name.size() > MAX_CACHED_LENGTH) return uncached_ = look_up(name);
+  const Ends ends(name);
+  std::uint64_t hash = (ends.head + name.size()) * 0x9E3779B97F4A7C15;
+  hash = (hash ^ (hash >> 29) ^ ends.tail) * 0xBF58476D1CE4E5B9;
+  std::size_t place = (hash >> 32) % CACHE_SIZE;
   for (; !cache_[place].name.empty(); place = (place + 1) % CACHE_SIZE) {
-    if (cache_[place].name == name) return cache_[place];
+    const Type& known = cache_[place];
+    if (known.ends == ends && known.name.size() == name.size() &&
+        (name.size() <= 16 || known.name == name)) {
+      return known;
+    }
   }
   Type type = look_up(name);
-  if (cached_ < CACHE_SIZE / 2) {
-    ++cached_;
-    if (type.keep == Keep::nothing) type.name = untyped_names_.emplace_back(name);
-    cache_[place] = type;
-  }
-  return type;
+  if (cached_ == CACHE_SIZE / 2) return uncached_ = type;
+  ++cached_;
+  if (type.keep == Keep::nothing) type.name = untyped_names_.emplace_back(name);
+  type.ends = ends;
+  return cache_[place] = type;
 }
 
 RecordLoader::Type RecordLoader::look_up(std::string_view name) {
-  Type type{name, classify(name), nullptr};
+  Type type{name, classify(name)};
   if (type.keep != Keep::nothing) std::tie(type.name, type.ids) = file_.intern_type(name);
   return type;
 }

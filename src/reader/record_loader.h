@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,26 +31,36 @@ class RecordLoader {
   void add(std::string_view record);
 
  private:
+  /// The first and last eight bytes of a name, which is all of it up to sixteen. Together with the
+  /// length they tell nearly all keywords apart.
+  struct Ends {
+    explicit Ends(std::string_view name);
+    Ends() = default;
+    std::uint64_t head = 0;
+    std::uint64_t tail = 0;
+    bool operator==(const Ends&) const = default;
+  };
   /// What is known of a type name: what to keep, and where the store lists it.
   struct Type {
     std::string_view name;  // The store's copy, or ours for types that are not kept.
     Keep keep = Keep::nothing;
     std::vector<unsigned>* ids = nullptr;
+    Ends ends = {};
   };
 
-  Type type_of(std::string_view name);
+  const Type& type_of(std::string_view name);
   Type look_up(std::string_view name);
-  void collect_references(const char* p, const char* end);
   Entity* create(unsigned id, const Type& type, std::string_view record);
 
   File& file_;
-  std::vector<unsigned> references_;
+  std::vector<unsigned> numbers_;  // The record's own number, then its references.
 
   // Fast path for the few hundred keywords that a file uses over and over: a hash table that is
   // consulted before the tables of names. Full of names, it stops learning.
   static constexpr std::size_t CACHE_SIZE = 2048;
   static constexpr std::size_t MAX_CACHED_LENGTH = 64;
   std::vector<Type> cache_;
+  Type uncached_;
   std::size_t cached_ = 0;
   std::vector<std::string> untyped_names_;
 };

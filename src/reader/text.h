@@ -1,9 +1,5 @@
-// Byte-level helpers for record texts: white space, numbers, and the next mark.
+// Byte-level helpers for record texts: white space, numbers, marks.
 #pragma once
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 #include <bit>
 #include <charconv>
@@ -112,19 +108,10 @@ inline char* write_number(char* p, std::uint32_t number) {
 
 /// The first "#" or "'" in [p, end), or `end`.
 ///
-/// Fast path: sixteen or eight bytes at a time. The two marks differ in one bit only, so after
-/// clearing it both are bytes equal to '#'; in a word, the subtraction finds those.
+/// Fast path: eight bytes at a time. The two marks differ in one bit only, so after clearing it
+/// both are bytes equal to '#', which the subtraction finds.
 inline const char* find_mark(const char* p, const char* end) {
   static_assert(('\'' & ~0x04) == '#');
-#if defined(__SSE2__)
-  const __m128i cleared = _mm_set1_epi8(static_cast<char>(0xFB));
-  const __m128i mark = _mm_set1_epi8('#');
-  for (; end - p >= 16; p += 16) {
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    const int hits = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_and_si128(block, cleared), mark));
-    if (hits != 0) return p + std::countr_zero(static_cast<unsigned>(hits));
-  }
-#endif
   if constexpr (std::endian::native == std::endian::little) {
     for (;; p += 8) {
       const std::uint64_t word = (load_word(p, end) & (EACH_BYTE * 0xFB)) ^ (EACH_BYTE * '#');

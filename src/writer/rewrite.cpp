@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "reader/references.h"
 #include "reader/text.h"
 
 namespace Kessel {
@@ -28,12 +29,18 @@ class Rewriter {
   /// Appends to `out`: at most `room` bytes in all, of which every number needs NUMBER_ROOM.
   Rewriter(std::string& out, std::size_t room) : out_(out) {
     const std::size_t before = out.size();
-    out.resize(before + room);
+    out.resize(before + room + CHUNK);
     floor_ = end_ = out.data() + before;
   }
 
-  void copy(const char* text, std::size_t size) {
-    std::memcpy(end_, text, size);
+  /// Appends the `size` bytes at `text`, behind which the source goes on to `source_end`.
+  void copy(const char* text, std::size_t size, const char* source_end) {
+    // Fast path for what stands between two references: a copy of fixed size takes no call.
+    if (size <= CHUNK && static_cast<std::size_t>(source_end - text) >= CHUNK) {
+      std::memcpy(end_, text, CHUNK);
+    } else {
+      std::memcpy(end_, text, size);
+    }
     end_ += size;
   }
   void put_number(std::uint32_t number) { end_ = write_number(end_, number); }
@@ -55,6 +62,8 @@ class Rewriter {
   void finish() { out_.resize(static_cast<std::size_t>(end_ - out_.data())); }
 
  private:
+  static constexpr std::size_t CHUNK = 32;
+
   std::string& out_;
   char* floor_;
   char* end_;
@@ -64,25 +73,21 @@ class Rewriter {
 
 void find_references(std::string_view text, std::vector<Reference>& found) {
   found.clear();
-  const char* const begin = text.data();
-  const char* const end = begin + text.size();
-  const char* p = begin;
-  while ((p = find_reference(p, end)) != nullptr) {
-    const char* digits = ++p;
-    const std::uint32_t number = read_number(p, end);
-    if (number == 0) return;
-    while (*digits == '0') ++digits;
-    found.push_back({static_cast<std::size_t>(digits - begin), static_cast<std::size_t>(p - begin),
-                     number});
-  }
+  const char* const base = text.data();
+  for_each_reference(text, [&](std::uint32_t number, const char* begin, const char* end) {
+    while (*begin == '0') ++begin;
+    found.push_back(
+        {static_cast<std::size_t>(begin - base), static_cast<std::size_t>(end - base), number});
+  });
 }
 
 void rewrite_references(std::string_view text, const std::vector<Reference>& references,
                         Slots slots, Part* part, std::string& out) {
   Rewriter rewriter(out, text.size() + references.size() * NUMBER_ROOM);
+  const char* const text_end = text.data() + text.size();
   std::size_t copied = 0;
   for (const Reference& reference : references) {
-    rewriter.copy(text.data() + copied, reference.begin - copied);
+    rewriter.copy(text.data() + copied, reference.begin - copied, text_end);
     copied = reference.end;
     if (const std::uint32_t number = number_in(slots, reference.number, part)) {
       rewriter.put_number(number);
@@ -95,7 +100,7 @@ void rewrite_references(std::string_view text, const std::vector<Reference>& ref
       ++copied;  // The first of its list: the comma behind it goes.
     }
   }
-  rewriter.copy(text.data() + copied, text.size() - copied);
+  rewriter.copy(text.data() + copied, text.size() - copied, text_end);
   rewriter.finish();
 }
 
