@@ -72,11 +72,13 @@ class ReferenceList {
 
  private:
   // The low bit tells the two forms apart: both point at things aligned to four bytes or more.
+  // NOLINTBEGIN(performance-no-int-to-ptr): a tagged pointer has to become one again.
   bool owns_vector() const { return (bits_ & 1) != 0; }
   std::vector<std::uint32_t>* owned() const {
     return reinterpret_cast<std::vector<std::uint32_t>*>(bits_ & ~std::uintptr_t{1});
   }
   const std::uint32_t* packed() const { return reinterpret_cast<const std::uint32_t*>(bits_); }
+  // NOLINTEND(performance-no-int-to-ptr)
   void own(std::vector<std::uint32_t>* vector) const {
     bits_ = reinterpret_cast<std::uintptr_t>(vector) | 1;
   }

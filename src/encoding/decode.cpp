@@ -84,19 +84,21 @@ class DirectiveReader {
     if (rest_.size() > 1 && rest_[1] == '\\') {
       // The second backslash is looked at again and may begin a directive: outputs depend on it.
       drop(1);
-    } else if (rest_.size() <= 3) {
-      keep(1);
-    } else if (rest_[1] == 'S' && rest_[2] == '\\') {
-      drop(4);  // With the character that it governs.
-    } else if (rest_[1] == 'P' && rest_[3] == '\\') {
-      drop(4);
-    } else if (rest_[1] == 'X' && rest_[2] == '\\' && rest_.size() > 4) {
+    } else if (starts('S', 2) || starts('P', 3)) {
+      drop(4);  // A character and its page, or a change of page: nothing is produced.
+    } else if (starts('X', 2) && rest_.size() > 4) {
       read_byte();
-    } else if (rest_[1] == 'X' && (rest_[2] == '2' || rest_[2] == '4') && rest_[3] == '\\') {
+    } else if (starts('X', 3) && (rest_[2] == '2' || rest_[2] == '4')) {
       read_wide();
     } else {
       keep(1);
     }
+  }
+
+  /// Whether four characters or more are left that begin with a backslash and `letter` and have the
+  /// directive's second backslash at `second`.
+  bool starts(char letter, std::size_t second) const {
+    return rest_.size() > 3 && rest_[1] == letter && rest_[second] == '\\';
   }
 
   /// `\X\hh`: the byte itself, not its UTF-8 form; outputs depend on it.

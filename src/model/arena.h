@@ -32,7 +32,7 @@ class Arena {
   }
 
  private:
-  static constexpr std::size_t BLOCK_SIZE = 256 * 1024;
+  static constexpr std::size_t BLOCK_SIZE = std::size_t{256} * 1024;
 
   void add_block(std::size_t at_least) {
     const std::size_t size = at_least > BLOCK_SIZE ? at_least : BLOCK_SIZE;

@@ -9,6 +9,7 @@
 
 namespace Kessel {
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes paths by value.
 File::File(std::filesystem::path path)
     : input_(path, std::ios::in | std::ios::binary),
       arena_(std::make_unique<Arena>()),

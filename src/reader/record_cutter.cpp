@@ -9,7 +9,7 @@
 namespace Kessel {
 
 namespace {
-constexpr std::size_t BLOCK_SIZE = 256 * 1024;
+constexpr std::size_t BLOCK_SIZE = std::size_t{256} * 1024;
 }
 
 RecordCutter::RecordCutter(std::istream& in)

@@ -72,6 +72,7 @@ class ReverseGraph {
   std::vector<char> answers(const std::vector<std::uint32_t>& starts) {
     std::vector<char> leads(wanted_.begin(), wanted_.end());
     std::vector<std::uint32_t> pending;
+    pending.reserve(leads.size());
     for (std::uint32_t node = 0; node < leads.size(); ++node) {
       if (leads[node]) pending.push_back(node);
     }
@@ -85,6 +86,7 @@ class ReverseGraph {
       }
     }
     std::vector<char> result;
+    result.reserve(starts.size());
     for (const std::uint32_t start : starts) result.push_back(leads[node_of_[start] - 1]);
     return result;
   }
@@ -135,10 +137,12 @@ std::vector<char> lead_to_any(Slots slots, const std::vector<std::uint32_t>& sta
   // A number beyond the store ends the run only if a search comes to it: search one by one.
   ReachabilitySearch search(slots);
   std::vector<char> result;
+  result.reserve(starts.size());
   for (const std::uint32_t start : starts) {
-    result.push_back(std::any_of(types.begin(), types.end(), [&](std::string_view type) {
+    const bool found = std::any_of(types.begin(), types.end(), [&](std::string_view type) {
       return search.find(start, type) != 0;
-    }));
+    });
+    result.push_back(found ? 1 : 0);
   }
   return result;
 }

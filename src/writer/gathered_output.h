@@ -66,7 +66,7 @@ class GatheredOutput {
     std::size_t last_written = 0;  // written_ after its last piece
   };
   static constexpr std::size_t MIN_ROOM = 256;
-  static constexpr std::size_t MAX_PER_PART = 256 * 1024;
+  static constexpr std::size_t MAX_PER_PART = std::size_t{256} * 1024;
 
   void pass_on(Part& part, Pending& pending);
   void pass_on_all();

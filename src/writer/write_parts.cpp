@@ -78,6 +78,7 @@ class RecordWriter {
 }  // namespace
 
 /// While the files are written, each part's `path` has `outdir` in front.
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes paths by value.
 void File::write_parts(std::filesystem::path outdir) {
   input_.seekg(0);
   if (input_.fail()) throw std::runtime_error("Unable to change pos indicator");

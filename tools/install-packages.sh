@@ -1,0 +1,30 @@
+#!/bin/sh
+# Installs Debian packages: tools/install-packages.sh GROUP...
+#   build   compiler, CMake and what the library and the command line need
+#   test    what the tests need
+#   lint    the formatter and the checker of the sources
+set -eu
+
+packages=
+for group in "$@"; do
+  case $group in
+    build) packages="$packages g++ cmake make libcli11-dev" ;;
+    test) packages="$packages libgtest-dev libgmock-dev libicu-dev unicode-data pkg-config python3 binutils" ;;
+    lint) packages="$packages clang-format clang-tidy" ;;
+    *) echo "unknown group: $group" >&2; exit 2 ;;
+  esac
+done
+
+missing=
+for package in $packages; do
+  dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+    missing="$missing $package"
+done
+[ -z "$missing" ] && exit 0
+
+if [ "$(id -u)" = 0 ]; then as_root=; else as_root=sudo; fi
+export DEBIAN_FRONTEND=noninteractive
+$as_root apt-get update -q
+# Word splitting is wanted: one argument per package.
+# shellcheck disable=SC2086
+$as_root apt-get install -q -y --no-install-recommends $missing

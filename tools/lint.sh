@@ -1,0 +1,10 @@
+#!/bin/sh
+# Checks the format of all sources, and the library and the command line with clang-tidy.
+# Needs a configured build folder: tools/lint.sh [BUILD]
+set -eu
+cd "$(dirname "$0")/.."
+build=${1:-build}
+
+git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run -Werror
+git ls-files 'src/*.cpp' 'apps/*.cpp' |
+  xargs -n 4 -P "$(nproc)" clang-tidy --quiet -p "$build" 2>/dev/null

@@ -1,0 +1,9 @@
+#!/bin/sh
+# Installs what is needed, builds everything and runs every test.
+set -eu
+cd "$(dirname "$0")/.."
+
+tools/install-packages.sh build test
+cmake --preset release -DVELKSTEP_BUILD_BENCH=OFF
+cmake --build --preset release -j "$(nproc)"
+ctest --preset release -j "$(nproc)"
