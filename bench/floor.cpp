@@ -2,8 +2,8 @@
 //
 //     copy_floor IN OUT
 //
-// Reads IN twice in blocks of 1 MiB and finds every ";" both times, then writes as many bytes as were
-// read once. Prints the number of ";" found, so that no search can be left out.
+// Reads IN twice in blocks of 1 MiB and finds every ";" both times, then writes as many bytes as
+// were read once. Prints the number of ";" found, so that no search can be left out.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -65,9 +65,8 @@ int main(int argc, char** argv) {
   try {
     const auto block = std::make_unique<char[]>(BLOCK_SIZE);
     std::size_t count = 0;
-    read_blocks(argv[1], block.get(), [&](const char* text, std::size_t size) {
-      count += count_semicolons(text, size);
-    });
+    read_blocks(argv[1], block.get(),
+                [&](const char* text, std::size_t size) { count += count_semicolons(text, size); });
     const Descriptor out(argv[2], O_WRONLY | O_CREAT | O_TRUNC);
     read_blocks(argv[1], block.get(), [&](const char* text, std::size_t size) {
       count += count_semicolons(text, size);

@@ -18,6 +18,9 @@ install(FILES
   ${PROJECT_BINARY_DIR}/VelkStepSplitterConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VelkStepSplitter)
 
+# From the pkg-config file to the prefix, wherever the tree is installed or moved to.
+file(RELATIVE_PATH VELKSTEP_PC_TO_PREFIX
+  ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/velkstepsplitter.pc.in ${PROJECT_BINARY_DIR}/velkstepsplitter.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/velkstepsplitter.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -18,6 +18,7 @@ add_library(kessel_objects OBJECT
   src/reader/record_loader.cpp
   src/splitter/pipeline.cpp
   src/splitter/run.cpp
+  src/splitter/written_files.cpp
   src/structure/definition_search.cpp
   src/structure/discovery.cpp
   src/structure/links.cpp

@@ -11,7 +11,9 @@ namespace Velkstep {
 
 namespace {
 
-bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool is_space(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 void trim(std::string& text) {
   while (!text.empty() && is_space(text.back())) text.pop_back();

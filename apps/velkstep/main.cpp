@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <map>
 #include <string>
 
 #include "exit_codes.h"
@@ -16,6 +17,12 @@ constexpr const char* EXIT_CODES =
     "  2  wrong usage\n"
     "  3  nothing to split: the file holds one part or none";
 
+const std::map<std::string, Kessel::AssemblyStyle> ASSEMBLY_STYLES = {
+    {"classic", Kessel::AssemblyStyle::classic},
+    {"lean", Kessel::AssemblyStyle::lean},
+    {"nested", Kessel::AssemblyStyle::nested},
+};
+
 int run(int argc, char** argv) {
   CLI::App app("Splits STEP assemblies (ISO 10303-21 files) into one file per part.", "velkstep");
   app.set_version_flag("--version", "velkstep " VELKSTEP_VERSION);
@@ -27,6 +34,10 @@ int run(int argc, char** argv) {
   CLI::App* split = app.add_subcommand("split", "Split IN into one file per part under OUTDIR");
   split->add_option("IN", in, "The exchange file to split")->required();
   split->add_option("OUTDIR", outdir, "The folder for the files; created as needed")->required();
+  Kessel::Options options;
+  split->add_option("--assemblies", options.assemblies, "What an assembly's file holds")
+      ->transform(CLI::CheckedTransformer(ASSEMBLY_STYLES))
+      ->default_str("classic");
   split->footer(EXIT_CODES);
 
   try {
@@ -34,7 +45,7 @@ int run(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? Velkstep::EXIT_DONE : Velkstep::EXIT_WRONG_USAGE;
   }
-  return Velkstep::split(in, outdir);
+  return Velkstep::split(in, outdir, options);
 }
 
 }  // namespace

@@ -18,8 +18,14 @@ namespace {
 
 /// Makes sure that the library can read `in` to its end.
 void check_input(const std::filesystem::path& in) {
-  if (std::filesystem::is_directory(in)) throw std::runtime_error("is a folder");
-  if (!std::filesystem::is_regular_file(in) && std::filesystem::exists(in)) {
+  using std::filesystem::file_type;
+  std::error_code error;
+  const file_type type = std::filesystem::status(in, error).type();
+  if (type == file_type::none || type == file_type::not_found) {
+    throw std::runtime_error(error.message());
+  }
+  if (type == file_type::directory) throw std::runtime_error("is a folder");
+  if (type != file_type::regular) {
     throw std::runtime_error("is not a regular file, and the input is read twice");
   }
   if (const std::string reason = why_reading_would_not_end(in); !reason.empty()) {
@@ -34,11 +40,12 @@ int fail(const std::filesystem::path& path, std::string_view reason) {
 
 }  // namespace
 
-int split(const std::filesystem::path& in, const std::filesystem::path& outdir) {
+int split(const std::filesystem::path& in, const std::filesystem::path& outdir,
+          const Kessel::Options& options) {
   std::vector<std::filesystem::path> files;
   try {
     check_input(in);
-    files = Kessel::Run(in, outdir);
+    files = Kessel::Run(in, outdir, options);
   } catch (const std::filesystem::filesystem_error& error) {
     return fail(error.path1(), "cannot be created: " + error.code().message());
   } catch (const std::bad_alloc&) {

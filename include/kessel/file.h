@@ -15,6 +15,7 @@
 
 #include "kessel/entity.h"
 #include "kessel/export.h"
+#include "kessel/options.h"
 #include "kessel/paged_array.h"
 #include "kessel/part.h"
 
@@ -54,6 +55,8 @@ class KESSEL_EXPORT File {
   /// Associates the records with the parts and writes every part's file under `outdir`. Throws as
   /// `Run` does. `Part::free_statics` is the caller's to call afterwards.
   void extract_parts(std::filesystem::path outdir);
+  /// The same with the assemblies' files in another style.
+  void extract_parts(std::filesystem::path outdir, const Options& options);
 
   /// Makes a record in slot `id`, growing the store as needed. A record that was in the slot is
   /// freed; its number stays listed under its type. Returns the new record, owned by the store.
@@ -81,7 +84,7 @@ class KESSEL_EXPORT File {
   const PagedArray<Entity*>& entities() const { return entities_; }
 
  private:
-  friend class RecordLoader;   // reader: fills the store
+  friend class RecordLoader;    // reader: fills the store
   friend struct FileInternals;  // tests reach the passes through it
 
   // reader
@@ -95,10 +98,13 @@ class KESSEL_EXPORT File {
   KESSEL_HIDDEN void generate_root();
   // association
   KESSEL_HIDDEN void associate_entities() const;
+  KESSEL_HIDDEN void associate_entities(AssemblyStyle style) const;
   KESSEL_HIDDEN void initiate_recognition() const;
+  KESSEL_HIDDEN void recognise_own_files() const;
   KESSEL_HIDDEN void associate_others() const;
   // writer
   KESSEL_HIDDEN void write_parts(std::filesystem::path outdir);
+  KESSEL_HIDDEN void write_parts(std::filesystem::path outdir, AssemblyStyle style);
 
   // model
   using Ids = std::vector<unsigned>;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace Kessel {
@@ -14,8 +15,14 @@ template <class T>
 class PagedArray {
  public:
   explicit PagedArray(std::size_t size = 0) { grow(size); }
-  PagedArray(PagedArray&&) noexcept = default;
-  PagedArray& operator=(PagedArray&&) noexcept = default;
+  /// Leaves `other` without elements.
+  PagedArray(PagedArray&& other) noexcept { *this = std::move(other); }
+  PagedArray& operator=(PagedArray&& other) noexcept {
+    size_ = std::exchange(other.size_, 0);
+    pages_ = std::move(other.pages_);
+    memory_ = std::move(other.memory_);
+    return *this;
+  }
 
   std::size_t size() const { return size_; }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "kessel/export.h"
+#include "kessel/options.h"
 
 namespace Kessel {
 
@@ -30,6 +31,11 @@ namespace Kessel {
 /// Works on the caller's thread; two runs must not overlap in one process.
 KESSEL_EXPORT std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
                                                      const std::filesystem::path& outdir);
+
+/// The same with choices; the default ones give the same files.
+KESSEL_EXPORT std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
+                                                     const std::filesystem::path& outdir,
+                                                     const Options& options);
 
 }  // namespace Kessel
 

@@ -5,8 +5,16 @@
 namespace Kessel {
 
 void File::associate_entities() const {
-  initiate_recognition();
-  for (const Pass& pass : association_passes()) run_pass(*this, pass);
+  associate_entities(AssemblyStyle::classic);
+}
+
+void File::associate_entities(AssemblyStyle style) const {
+  if (style == AssemblyStyle::nested) {
+    recognise_own_files();
+  } else {
+    initiate_recognition();
+  }
+  for (const Pass& pass : association_passes(style)) run_pass(*this, pass);
   associate_others();
 }
 

@@ -23,9 +23,25 @@ const Pass PASSES[] = {
      gather_and_spread},
     {{"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
       "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
-     from_child_and_down, ASSEMBLIES, 0},
+     from_child_and_down,
+     ASSEMBLIES,
+     0,
+     {},
+     In::classic_and_lean},
+    {{"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
+      "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
+     usages_to_assemblies,
+     ALL_PARTS,
+     0,
+     {},
+     In::nested},
     {{"MAKE_FROM_USAGE_OPTION"}, gather_and_spread},
-    {{"NEXT_ASSEMBLY_USAGE_OCCURRENCE"}, through_usages, ALL_PARTS, 0, {"PRODUCT_DEFINITION"}},
+    {{"NEXT_ASSEMBLY_USAGE_OCCURRENCE"},
+     through_usages,
+     ALL_PARTS,
+     0,
+     {"PRODUCT_DEFINITION"},
+     In::classic_and_lean},
     {{"MULTI_LEVEL_REFERENCE_DESIGNATOR"}, from_children},
     // The reader keeps no record of this type, so the pass selects nothing; outputs depend on that.
     {{"APPLICATION_PROTOCOL_DEFINITION"}, from_children},
@@ -53,7 +69,13 @@ const Pass PASSES[] = {
     {shape_representations, to_children_outside, LEAVES, 0, placements_and_contexts},
     {{"CONTEXT_DEPENDENT_SHAPE_REPRESENTATION"}, both_ways},
     {transformations, to_children_outside, ALL_PARTS, 0, shape_representations},
-    {{"SHAPE_REPRESENTATION_RELATIONSHIP"}, gather_and_spread},
+    {{"SHAPE_REPRESENTATION_RELATIONSHIP"},
+     gather_and_spread,
+     ALL_PARTS,
+     0,
+     {},
+     In::classic_and_nested},
+    {{"SHAPE_REPRESENTATION_RELATIONSHIP"}, spread_to_leaves, ALL_PARTS, 0, {}, In::lean},
     {{"CONSTRUCTIVE_GEOMETRY_REPRESENTATION"}, gather_and_spread, LEAVES},
     {{"CONSTRUCTIVE_GEOMETRY_REPRESENTATION_RELATIONSHIP"}, from_children, LEAVES},
     {{"ITEM_IDENTIFIED_REPRESENTATION_USAGE", "GEOMETRIC_ITEM_SPECIFIC_USAGE"},
@@ -63,9 +85,22 @@ const Pass PASSES[] = {
     {{"GENERAL_PROPERTY_ASSOCIATION"}, both_ways},
     {{"GENERAL_PROPERTY_RELATIONSHIP"}, through_relationships, ALL_PARTS, 0, {"GENERAL_PROPERTY"}},
     // presentation
-    {{"STYLED_ITEM"}, gather_and_spread},
-    {{"OVER_RIDING_STYLED_ITEM"}, gather_and_spread},
-    {{"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"}, gather_and_spread},
+    {{"STYLED_ITEM"}, gather_and_spread, ALL_PARTS, 0, {}, In::classic},
+    {{"OVER_RIDING_STYLED_ITEM"}, gather_and_spread, ALL_PARTS, 0, {}, In::classic},
+    {{"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"},
+     gather_and_spread,
+     ALL_PARTS,
+     0,
+     {},
+     In::classic},
+    {{"STYLED_ITEM"}, styles_to_items, ALL_PARTS, 0, {}, In::lean_and_nested},
+    {{"OVER_RIDING_STYLED_ITEM"}, styles_to_items, ALL_PARTS, 0, {}, In::lean_and_nested},
+    {{"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"},
+     styles_to_items,
+     ALL_PARTS,
+     0,
+     {},
+     In::lean_and_nested},
     {{"MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION", "DRAUGHTING_MODEL"},
      from_children,
      LEAVES},
@@ -90,7 +125,47 @@ const Pass PASSES[] = {
     {{"PLY_ORIENTATION_ANGLE", "LAID_ORIENTATION_ANGLE", "DRAPED_ORIENTATION_ANGLE"},
      gather_and_spread},
     {units, gather_and_spread},
+    // nested: every part has all that is its own; now the assemblies get, through their usages, the
+    // definition, shape and placements of their components
+    {{"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
+      "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
+     to_descendants,
+     ALL_PARTS,
+     0,
+     {},
+     In::nested},
+    {{"PRODUCT_DEFINITION", "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS"},
+     tops_to_root,
+     ALL_PARTS,
+     0,
+     {},
+     In::nested},
+    {{"PRODUCT_DEFINITION_SHAPE"}, from_child, ALL_PARTS, 0, {}, In::nested},
+    {{"SHAPE_DEFINITION_REPRESENTATION"}, both_ways, ALL_PARTS, 0, {}, In::nested},
+    {shape_representations, to_children_inside, ALL_PARTS, 0, placements_and_contexts, In::nested},
+    {{"CONTEXT_DEPENDENT_SHAPE_REPRESENTATION"}, both_ways, ALL_PARTS, 0, {}, In::nested},
+    {transformations, to_children_outside, ALL_PARTS, 0, shape_representations, In::nested},
 };
+
+bool belongs_to(In in, AssemblyStyle style) {
+  switch (in) {
+    case In::every_style:
+      return true;
+    case In::classic:
+      return style == AssemblyStyle::classic;
+    case In::lean:
+      return style == AssemblyStyle::lean;
+    case In::nested:
+      return style == AssemblyStyle::nested;
+    case In::classic_and_lean:
+      return style != AssemblyStyle::nested;
+    case In::classic_and_nested:
+      return style != AssemblyStyle::lean;
+    case In::lean_and_nested:
+      return style != AssemblyStyle::classic;
+  }
+  return false;
+}
 
 TypeNameSet shape_representation_types(const std::set<std::string>& file_types) {
   TypeNameSet names = types_ending_with(file_types, "SHAPE_REPRESENTATION");
@@ -127,6 +202,14 @@ void run_rule(const File& file, const Pass& pass, std::string_view type, const T
       return propagate_through_relationships(file, type, *other.begin(), pass.n);
     case through_usages:
       return propagate_through_usages(file, type, *other.begin(), pass.n);
+    case spread_to_leaves:
+      return gather_and_spread_to_leaves(file, type);
+    case styles_to_items:
+      return styles_to_their_items(file, type);
+    case usages_to_assemblies:
+      return usages_to_their_assemblies(file, type);
+    case tops_to_root:
+      return tops_to_generated_root(file, type);
   }
 }
 
@@ -148,7 +231,17 @@ TypeNameSet TypeSelection::resolve(const std::set<std::string>& file_types) cons
   return {names.begin(), names.end()};
 }
 
-std::span<const Pass> association_passes() { return PASSES; }
+std::vector<Pass> association_passes(AssemblyStyle style) {
+  std::vector<Pass> passes;
+  for (const Pass& pass : PASSES) {
+    if (!belongs_to(pass.in, style)) continue;
+    passes.push_back(pass);
+    // Nested, every part starts in its own file alone: what a filter for leaves keeps out of the
+    // assemblies is not on its way there, and an assembly's own bodies must come through.
+    if (style == AssemblyStyle::nested && pass.filter == LEAVES) passes.back().filter = ALL_PARTS;
+  }
+  return passes;
+}
 
 void run_pass(const File& file, const Pass& pass) {
   const TypeNameSet other = pass.other.resolve(file.types());

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <string_view>
 #include <vector>
 
@@ -22,15 +21,30 @@ enum class Rule {
   to_children_outside,    ///< propagate_to_typed_children, types outside the other set
   through_relationships,  ///< propagate_through_relationships over nodes of the other type
   through_usages,         ///< propagate_through_usages over nodes of the other type
+  spread_to_leaves,       ///< gather_and_spread_to_leaves
+  styles_to_items,        ///< styles_to_their_items
+  usages_to_assemblies,   ///< usages_to_their_assemblies
+  tops_to_root,           ///< tops_to_generated_root
+};
+
+/// The styles that a pass belongs to.
+enum class In {
+  every_style,
+  classic,
+  lean,
+  nested,
+  classic_and_lean,  ///< where one file holds the whole structure
+  classic_and_nested,
+  lean_and_nested,  ///< where geometry stays in its component's file
 };
 
 /// Sets of types that depend on the file's own type names.
 enum class TypeGroup {
   none,
-  shape_representations,   ///< all kinds of shape representation
-  placements_and_contexts, ///< what a representation may hold without having geometry
-  transformations,         ///< complex relationships with a transformation
-  units,                   ///< conversion based units
+  shape_representations,    ///< all kinds of shape representation
+  placements_and_contexts,  ///< what a representation may hold without having geometry
+  transformations,          ///< complex relationships with a transformation
+  units,                    ///< conversion based units
 };
 
 /// A selection of types: literal names, or a group.
@@ -53,10 +67,11 @@ struct Pass {
   KindFilter filter = ALL_PARTS;
   std::uint16_t n = 0;       ///< the reference that rules with a position look at
   TypeSelection other = {};  ///< child types or node type, for the rules that have one
+  In in = In::every_style;
 };
 
-/// All passes between recognition and the instances that nothing reached, in order.
-std::span<const Pass> association_passes();
+/// The passes of a style between recognition and the instances that nothing reached, in order.
+std::vector<Pass> association_passes(AssemblyStyle style = AssemblyStyle::classic);
 
 /// Runs one pass over `file`.
 void run_pass(const File& file, const Pass& pass);

@@ -15,4 +15,13 @@ void File::initiate_recognition() const {
   }
 }
 
+/// Where every assembly has a file of its own: enters each part's definition into its own file
+/// only. Its parents' files get it with their usages. A generated root has no definition.
+void File::recognise_own_files() const {
+  for (Part* part : parts_) {
+    if (part == root_ && root_generated_) continue;
+    part->part_numbers.emplace(part, ++part->last_instance_number);
+  }
+}
+
 }  // namespace Kessel

@@ -24,23 +24,34 @@ class Relationships {
   template <class Visit>
   void visit_from(const Entity* node, Visit visit) {
     if (!indexed_) {
-      for (Entity* relationship : records_) {
-        if (relationship != nullptr && read_node(*relationship) == node) visit(*relationship);
+      for (std::size_t place = 0; place < records_.size(); ++place) {
+        if (records_[place] != nullptr && read_node(place) == node) visit(*records_[place]);
       }
       indexed_ = true;
       return;
     }
-    for (const Entity* relationship : too_short_) relationship->get_reference(n_);
+    // Both lists ascend: a line is printed only if the walk comes to its record.
+    auto too_short = too_short_.begin();
+    const auto print_up_to = [&](std::size_t place) {
+      for (; too_short != too_short_.end() && *too_short < place; ++too_short) {
+        records_[*too_short]->get_reference(n_);
+      }
+    };
     if (const auto found = by_node_.find(node); found != by_node_.end()) {
-      for (Entity* relationship : found->second) visit(*relationship);
+      for (const std::size_t place : found->second) {
+        print_up_to(place);
+        visit(*records_[place]);
+      }
     }
+    print_up_to(records_.size());
   }
 
  private:
-  const Entity* read_node(Entity& relationship) {
-    if (relationship.references().size() <= n_) too_short_.push_back(&relationship);
+  const Entity* read_node(std::size_t place) {
+    const Entity& relationship = *records_[place];
+    if (relationship.references().size() <= n_) too_short_.push_back(place);
     const Entity* node = slot_at(slots_, relationship.get_reference(n_));
-    if (node != nullptr) by_node_[node].push_back(&relationship);
+    if (node != nullptr) by_node_[node].push_back(place);
     return node;
   }
 
@@ -48,8 +59,8 @@ class Relationships {
   std::vector<Entity*> records_;
   std::uint16_t n_;
   bool indexed_ = false;
-  std::unordered_map<const Entity*, std::vector<Entity*>> by_node_;
-  std::vector<const Entity*> too_short_;
+  std::unordered_map<const Entity*, std::vector<std::size_t>> by_node_;  // places in records_
+  std::vector<std::size_t> too_short_;                                   // places in records_
 };
 
 /// The closure over relationships. `spread(node, reached)` gives the node's parts to an instance

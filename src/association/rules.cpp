@@ -1,6 +1,7 @@
 // The rules that move parts along the references of one record.
 #include "association/rules.h"
 
+#include <algorithm>
 #include <iostream>
 #include <utility>
 #include <vector>
@@ -44,26 +45,43 @@ void take_from_child(Slots slots, Entity& record, std::uint16_t n, KindFilter fi
   adopt_parts(slot_at(slots, references[n]), &record, filter);
 }
 
+bool holds_leaf(const Entity& entity) {
+  for (const auto [part, number] : entity.part_numbers) {
+    if (part->part_kind == LEAF_PART) return true;
+  }
+  return false;
+}
+
+/// What a styled item styles: its last reference, or, where it overrides another styled item, the
+/// one in front of that (ISO 10303-46). Null when there is none.
+const Entity* styled_object(Slots slots, const Entity& styled_item) {
+  const Entity* before = nullptr;
+  for (const std::uint32_t reference : styled_item.references()) {
+    const Entity* next = slot_at(slots, reference);
+    if (next != nullptr && next->type().ends_with("STYLED_ITEM")) return before;
+    before = next;
+  }
+  return before;
+}
+
 /// Walks breadth first from `start` through everything that gains something: `gain(entity)` gives
 /// an instance what is being spread and returns whether it gained any. `needs(entity)` may tell
 /// beforehand that an instance will gain nothing. Returns whether anything was gained.
 template <class Needs, class Gain>
 bool walk_down(Slots slots, Entity* start, Needs needs, Gain gain) {
   if (!gain(*start)) return false;
-  // One level at a time: `level` gained, `next` is what it refers to.
-  std::vector<Entity*> level = {start};
-  std::vector<Entity*> next;
-  while (!level.empty()) {
-    next.clear();
-    for (const Entity* gained : level) {
-      for (const std::uint32_t reference : gained->references()) {
-        Entity* below = slot_at(slots, reference);
-        if (below != nullptr && needs(*below)) next.push_back(below);
-      }
+  const auto expand = [&](const Entity& gained, std::vector<Entity*>& below) {
+    for (const std::uint32_t reference : gained.references()) {
+      Entity* entity = slot_at(slots, reference);
+      if (entity != nullptr && needs(*entity)) below.push_back(entity);
     }
-    level.clear();
-    for (Entity* below : next) {
-      if (gain(*below)) level.push_back(below);
+  };
+  // One level at a time, so that what waits never is more than two levels.
+  std::vector<Entity*> level;
+  std::vector<Entity*> next;
+  for (expand(*start, level); !level.empty(); level.swap(next), next.clear()) {
+    for (Entity* entity : level) {
+      if (gain(*entity)) expand(*entity, next);
     }
   }
   return true;
@@ -113,9 +131,8 @@ bool propagate_down(const File& file, const Entity* source, Entity* start, KindF
 
 void propagate_from_child(const File& file, std::string_view type, std::uint16_t n,
                           KindFilter filter) {
-  for_each_record(file, type, [&](Entity& record) {
-    take_from_child(file.entities(), record, n, filter);
-  });
+  for_each_record(file, type,
+                  [&](Entity& record) { take_from_child(file.entities(), record, n, filter); });
 }
 
 void propagate_from_children(const File& file, std::string_view type, KindFilter filter) {
@@ -139,6 +156,47 @@ void gather_and_spread(const File& file, std::string_view type, KindFilter filte
   for_each_record(file, type, [&](Entity& record) {
     gather(file.entities(), record, filter);
     spread(file, record, filter);
+  });
+}
+
+void gather_and_spread_to_leaves(const File& file, std::string_view type) {
+  for_each_record(file, type, [&](Entity& record) {
+    const auto references = record.references();
+    const bool leaf_reaches =
+        std::any_of(references.begin(), references.end(), [&](std::uint32_t reference) {
+          const Entity* below = slot_at(file.entities(), reference);
+          return below != nullptr && holds_leaf(*below);
+        });
+    const KindFilter filter = leaf_reaches ? LEAVES : ALL_PARTS;
+    gather(file.entities(), record, filter);
+    spread(file, record, filter);
+  });
+}
+
+void styles_to_their_items(const File& file, std::string_view type) {
+  for_each_record(file, type, [&](Entity& record) {
+    adopt_parts(styled_object(file.entities(), record), &record, ALL_PARTS);
+    spread(file, record, ALL_PARTS);
+  });
+}
+
+void usages_to_their_assemblies(const File& file, std::string_view type) {
+  for_each_record(file, type, [&](Entity& usage) {
+    if (!usage.refer_any()) return;
+    auto* assembly = dynamic_cast<Part*>(slot_at(file.entities(), usage.references().front()));
+    if (assembly == nullptr || usage.part_numbers.contains(assembly)) return;
+    usage.part_numbers.emplace(assembly, ++assembly->last_instance_number);
+  });
+}
+
+void tops_to_generated_root(const File& file, std::string_view type) {
+  Part* root = file.root_part();
+  if (root == nullptr || !root->children.empty()) return;  // A root that was found has components.
+  for_each_record(file, type, [&](Entity& record) {
+    auto* part = dynamic_cast<Part*>(&record);
+    if (part == nullptr || !part->parents.empty() || part->part_numbers.contains(root)) return;
+    part->part_numbers.emplace(root, ++root->last_instance_number);
+    spread(file, *part, ALL_PARTS);
   });
 }
 

@@ -15,7 +15,8 @@ constexpr std::size_t BLOCK_SIZE = std::size_t{256} * 1024;
 RecordCutter::RecordCutter(std::istream& in)
     : in_(in),
       buffer_(std::make_unique_for_overwrite<char[]>(BLOCK_SIZE)),
-      capacity_(BLOCK_SIZE) {}
+      capacity_(BLOCK_SIZE),
+      ended_(!in.good()) {}
 
 /// Reads behind what is left in the buffer, which moves to the front first and grows when it fills
 /// the buffer. Returns whether anything was read.
@@ -57,7 +58,9 @@ std::string_view RecordCutter::take_until(char delimiter) {
   }
 }
 
-std::string_view RecordCutter::next_line() { return trimmed(take_until('\n')); }
+std::string_view RecordCutter::next_line() {
+  return trimmed(take_until('\n'));
+}
 
 std::string_view RecordCutter::next_record() {
   // Fast path: nearly every record is one piece that stands in the buffer as a whole.

@@ -25,8 +25,12 @@ File* File::from(std::filesystem::path in, std::string (*decode)(std::string_vie
 }
 
 void File::extract_parts(std::filesystem::path outdir) {
-  associate_entities();
-  write_parts(std::move(outdir));
+  extract_parts(std::move(outdir), Options());
+}
+
+void File::extract_parts(std::filesystem::path outdir, const Options& options) {
+  associate_entities(options.assemblies);
+  write_parts(std::move(outdir), options.assemblies);
 }
 
 }  // namespace Kessel

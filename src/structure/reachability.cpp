@@ -45,8 +45,8 @@ std::uint32_t ReachabilitySearch::find(std::uint32_t start, std::string_view typ
 
 namespace {
 
-/// The records that some starts lead to, with their references turned around. Records of a wanted
-/// type end the way: what lies behind them does not matter.
+/// The records that some starts lead to, with their references turned around. Every search is for
+/// the first type to begin with: a record of that type ends the way, records of the others do not.
 class ReverseGraph {
  public:
   /// Nothing, when the starts lead to a number beyond the store.
@@ -58,7 +58,8 @@ class ReverseGraph {
       const Entity& record = *slots[graph.nodes_[next]];
       const bool wanted = std::find(types.begin(), types.end(), record.type()) != types.end();
       graph.wanted_.push_back(wanted);
-      if (wanted) continue;
+      graph.ends_.push_back(record.type() == types.front());
+      if (graph.ends_.back()) continue;
       for (const std::uint32_t reference : record.references()) {
         if (reference >= slots.size()) return std::nullopt;
         if (slots[reference] != nullptr) ++graph.first_edge_[graph.add(reference)];
@@ -112,7 +113,7 @@ class ReverseGraph {
     for (std::uint32_t& first : first_edge_) first = (total += first);
     edges_.resize(total);
     for (std::uint32_t node = 0; node < nodes_.size(); ++node) {
-      if (wanted_[node]) continue;
+      if (ends_[node]) continue;
       for (const std::uint32_t reference : slots_[nodes_[node]]->references()) {
         if (slots_[reference] != nullptr) edges_[--first_edge_[node_of_[reference] - 1]] = node;
       }
@@ -123,6 +124,7 @@ class ReverseGraph {
   PagedArray<std::uint32_t> node_of_;      // by instance number: node + 1, 0 for none
   std::vector<std::uint32_t> nodes_;       // instance number by node
   std::vector<bool> wanted_;               // by node
+  std::vector<bool> ends_;                 // by node: no search goes on behind it
   std::vector<std::uint32_t> first_edge_;  // by node: where its sources begin in edges_
   std::vector<std::uint32_t> edges_;
 };

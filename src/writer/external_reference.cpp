@@ -9,14 +9,6 @@ namespace Kessel {
 
 namespace {
 
-/// The first leaf part that holds `link`, or null.
-const Part* linked_part(const Entity& link) {
-  for (const auto [part, number] : link.part_numbers) {
-    if (part->part_kind == LEAF_PART) return part;
-  }
-  return nullptr;
-}
-
 /// The number of instance `id` in `target`'s file.
 std::uint32_t number_of(Slots slots, std::uint32_t id, Part* target) {
   const Entity* entity = slot_at(slots, id);
@@ -46,10 +38,23 @@ class BlockWriter {
 
 }  // namespace
 
+const Part* first_leaf(const Entity& link) {
+  for (const auto [part, number] : link.part_numbers) {
+    if (part->part_kind == LEAF_PART) return part;
+  }
+  return nullptr;
+}
+
+const Part* defined_part(Slots slots, ReachabilitySearch& search, const Entity& link) {
+  const auto references = link.references();
+  if (references.empty()) return nullptr;
+  return dynamic_cast<const Part*>(slots[find_definition(search, references.front())]);
+}
+
 std::string make_external_reference(Slots slots, ReachabilitySearch& search, Part* target,
-                                    const Entity& link) {
-  const Part* child = linked_part(link);
-  const std::string name = "'" + (child ? child->get_encoded_filename() : std::string()) + "'";
+                                    const Entity& link, const Part* component) {
+  const std::string file_name = component == nullptr ? "" : component->get_encoded_filename();
+  const std::string name = "'" + file_name + "'";
 
   BlockWriter block(target);
   const std::string type = block.add("DOCUMENT_TYPE", "'geometry'");

@@ -9,17 +9,24 @@
 
 namespace Kessel {
 
-/// The eleven records (ISO 10303-21 text, each with ";" and a line end) that attach the file of a
-/// component to `target`'s copies of its shape representation and product definition, as an external
-/// document reference (ISO 10303-41). `link` is the shape definition representation that `target`
-/// shares with the component: the first leaf part, in the order of the list, that holds it. Without
-/// one the block names an empty file.
+/// The first leaf part, in the order of the list, that holds `link`; null when none does.
+const Part* first_leaf(const Entity& link);
+
+/// The part whose shape `link`, a shape definition representation, gives: the part at the
+/// definition that its first reference leads to; null when there is none. `search` runs over
+/// `slots`.
+const Part* defined_part(Slots slots, ReachabilitySearch& search, const Entity& link);
+
+/// The eleven records (ISO 10303-21 text, each with ";" and a line end) that attach the file of
+/// `component` to `target`'s copies of its shape representation and product definition, as an
+/// external document reference (ISO 10303-41). `link` is the shape definition representation that
+/// `target` shares with the component. Without a component the block names an empty file.
 ///
 /// Takes eleven numbers from `target->last_instance_number`. `search` runs over `slots`.
-/// Throws `std::out_of_range`: "invalid map<K, T> key" when `target` does not hold the representation
-/// or the definition, or there is none; "invalid vector subscript" over a reference beyond the store.
-/// Numbers taken until then stay taken.
+/// Throws `std::out_of_range`: "invalid map<K, T> key" when `target` does not hold the
+/// representation or the definition, or there is none; "invalid vector subscript" over a reference
+/// beyond the store. Numbers taken until then stay taken.
 std::string make_external_reference(Slots slots, ReachabilitySearch& search, Part* target,
-                                    const Entity& link);
+                                    const Entity& link, const Part* component);
 
 }  // namespace Kessel

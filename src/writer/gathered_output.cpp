@@ -13,6 +13,8 @@ constexpr std::size_t MIB = 1024 * KIB;
 
 /// A part is cold when this much was written to others since its last piece.
 constexpr std::size_t COLD_AFTER = 4 * MIB;
+/// A text that is smaller waits for more, or for the end, also when its part is cold.
+constexpr std::size_t MIN_COLD_TEXT = 4 * KIB;
 /// Rooms that are kept for later parts.
 constexpr std::size_t MAX_SPARES = 128;
 
@@ -61,7 +63,9 @@ void GatheredOutput::pass_on_all() {
 void GatheredOutput::look_for_cold_parts() {
   for (Part* part : parts_) {
     Pending& pending = pending_[part->list_position];
-    if (pending.text.empty() || pending.last_written + COLD_AFTER > written_) continue;
+    if (pending.text.size() < MIN_COLD_TEXT || pending.last_written + COLD_AFTER > written_) {
+      continue;
+    }
     pass_on(*part, pending);
     give_back_room(pending.text);
   }

@@ -24,7 +24,9 @@ std::ostream& Part::output(const std::string& text) {
   return stream << text;
 }
 
-void Part::close() { stream.close(); }
+void Part::close() {
+  stream.close();
+}
 
 void Part::free_statics() {
   for (; !_opened_files.empty(); _opened_files.pop()) {
@@ -34,8 +36,7 @@ void Part::free_statics() {
 }
 
 Part::~Part() {
-  if (!stream.is_open()) return;
-  // A run that an exception ended: the queue must not keep a pointer to this part.
+  // Where an exception ended the run, the queue must not keep a pointer to this part.
   for (std::size_t count = _opened_files.size(); count > 0; --count) {
     if (_opened_files.front() != this) _opened_files.push(_opened_files.front());
     _opened_files.pop();

@@ -1,8 +1,10 @@
 // Writes every part's file: frames around the records that the part holds.
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "kessel/file.h"
@@ -21,8 +23,8 @@ namespace {
 /// Writes input records into the files of the parts that hold them.
 class RecordWriter {
  public:
-  RecordWriter(Slots slots, GatheredOutput& output)
-      : slots_(slots), output_(output), search_(slots) {}
+  RecordWriter(Slots slots, GatheredOutput& output, AssemblyStyle style)
+      : slots_(slots), output_(output), style_(style), search_(slots) {}
 
   /// Writes one record, as RecordCutter gives it, under the numbers of each part's file.
   void write(std::string_view record) {
@@ -36,15 +38,16 @@ class RecordWriter {
     for (const auto [part, number] : entity->part_numbers) {
       std::string_view text = record;
       const std::vector<Reference>* references = &references_;
-      if (shared && part->part_kind != LEAF_PART) {
-        if (type == "GEOMETRIC_REPRESENTATION_CONTEXT") {
-          external_text_ = make_context_external(std::string(record), *entity);
-          find_references(external_text_, external_references_);
-          text = external_text_;
-          references = &external_references_;
-        } else if (type == "SHAPE_DEFINITION_REPRESENTATION") {
-          write_external_reference(*part, *entity);
+      if (shared && type == "SHAPE_DEFINITION_REPRESENTATION") {
+        if (const auto file = file_to_refer_to(*part, *entity)) {
+          write_external_reference(*part, *entity, *file);
         }
+      } else if (shared && part->part_kind != LEAF_PART &&
+                 type == "GEOMETRIC_REPRESENTATION_CONTEXT") {
+        external_text_ = make_context_external(std::string(record), *entity);
+        find_references(external_text_, external_references_);
+        text = external_text_;
+        references = &external_references_;
       }
       output_.write(*part, [&, part = part](std::string& out) {
         if (presentation) {
@@ -61,14 +64,29 @@ class RecordWriter {
   static constexpr std::string_view PRESENTATION =
       "MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION";
 
-  void write_external_reference(Part& part, const Entity& link) {
+  /// The component whose file a reference block in front of `link`, a shape definition
+  /// representation, names in `part`'s file: no value for no block, null for a block that names no
+  /// file. Nested, every file but the component's own refers to it; else every assembly does, to
+  /// the first leaf part that holds the link.
+  std::optional<const Part*> file_to_refer_to(const Part& part, const Entity& link) {
+    if (style_ == AssemblyStyle::nested) {
+      const Part* owner = defined_part(slots_, search_, link);
+      if (owner == nullptr || owner == &part) return std::nullopt;
+      return owner;
+    }
+    if (part.part_kind == LEAF_PART) return std::nullopt;
+    return first_leaf(link);
+  }
+
+  void write_external_reference(Part& part, const Entity& link, const Part* component) {
     output_.write(part, [&](std::string& out) {
-      out += make_external_reference(slots_, search_, &part, link);
+      out += make_external_reference(slots_, search_, &part, link, component);
     });
   }
 
   Slots slots_;
   GatheredOutput& output_;
+  AssemblyStyle style_;
   ReachabilitySearch search_;
   std::vector<Reference> references_;
   std::string external_text_;
@@ -77,9 +95,13 @@ class RecordWriter {
 
 }  // namespace
 
+void File::write_parts(std::filesystem::path outdir) {
+  write_parts(std::move(outdir), AssemblyStyle::classic);
+}
+
 /// While the files are written, each part's `path` has `outdir` in front.
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes paths by value.
-void File::write_parts(std::filesystem::path outdir) {
+void File::write_parts(std::filesystem::path outdir, AssemblyStyle style) {
   input_.seekg(0);
   if (input_.fail()) throw std::runtime_error("Unable to change pos indicator");
   std::error_code error;
@@ -97,7 +119,7 @@ void File::write_parts(std::filesystem::path outdir) {
          << "\nDATA;\n";
   }
 
-  RecordWriter writer(entities_, output);
+  RecordWriter writer(entities_, output, style);
   RecordCutter cutter(input_);
   for (;;) {
     const std::string_view record = cutter.next_record();

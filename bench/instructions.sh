@@ -1,0 +1,76 @@
+#!/bin/sh
+# Counts the instructions that one split takes, with valgrind's callgrind: unlike times, they repeat
+# exactly. The input is a bodies assembly of 10 MB.
+#
+#     bench/instructions.sh [--check] [--top N] PROGRAMS [WORK]
+#
+# PROGRAMS is the folder with split_once and generate_assembly (bin/ of a build folder), WORK one
+# for the input and the profile, which both stay there (without it, a temporary folder). --top lists
+# the N costliest functions, callees included. --check: exits with 1 when the target is missed.
+set -eu
+
+PARTS=214
+AT_MOST=35
+BETTER=25
+
+usage() {
+  echo "usage: instructions.sh [--check] [--top N] PROGRAMS [WORK]" >&2
+  exit 2
+}
+
+check=no
+top=0
+while [ $# -gt 0 ]; do
+  case $1 in
+    --check) check=yes ;;
+    --top) [ $# -gt 1 ] || usage; top=$2; shift ;;
+    -*) usage ;;
+    *) break ;;
+  esac
+  shift
+done
+[ $# -eq 1 ] || [ $# -eq 2 ] || usage
+
+if ! command -v valgrind > /dev/null; then
+  echo "Instructions are not counted: valgrind is missing (Debian package valgrind)."
+  exit 0
+fi
+
+programs=$(cd "$1" && pwd)
+temporary=$(mktemp -d)
+trap 'rm -rf "$temporary"' EXIT
+if [ $# -eq 2 ]; then
+  mkdir -p "$2"
+  work=$(cd "$2" && pwd)
+else
+  work=$temporary
+fi
+
+input=$work/bodies-$PARTS.stp
+profile=$work/callgrind.out
+if [ ! -f "$input" ]; then
+  "$programs/generate_assembly" bodies "$PARTS" -o "$input.part"
+  mv "$input.part" "$input"  # A run that is broken off leaves no half input.
+fi
+
+cd "$temporary"  # A split leaves a file in the working folder.
+valgrind --tool=callgrind --callgrind-out-file="$profile" --log-file="$temporary/log" \
+  "$programs/split_once" "$input" "$temporary/out" > /dev/null
+count=$(sed -n 's/.*Collected : \([0-9]*\).*/\1/p' "$temporary/log")
+bytes=$(wc -c < "$input")
+
+awk -v count="$count" -v bytes="$bytes" -v at_most=$AT_MOST -v better=$BETTER -v check=$check '
+  BEGIN {
+    reached = count <= at_most * bytes
+    print "| shape  |    bytes | instructions | per byte | at most | better | verdict |"
+    print "|--------|---------:|-------------:|---------:|--------:|-------:|--------:|"
+    printf "| bodies | %8d | %12.0f | %8.2f | %7d | %6d | %7s |\n",
+           bytes, count, count / bytes, at_most, better, reached ? "ok" : "MISSED"
+    if (check == "yes" && !reached) exit 1
+  }' || status=$?
+
+if [ "$top" -gt 0 ]; then
+  echo
+  callgrind_annotate --inclusive=yes "$profile" | sed -n '/^Ir/,$p' | head -n $((top + 4))
+fi
+exit "${status:-0}"

@@ -1,0 +1,15 @@
+// The list of files that a run returns.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "kessel/file.h"
+
+namespace Kessel {
+
+/// The paths of the written files: bare names joined to `outdir`, normal form, the root's first.
+std::vector<std::filesystem::path> written_files(const File& file,
+                                                 const std::filesystem::path& outdir);
+
+}  // namespace Kessel

@@ -1,0 +1,36 @@
+# Installs the build into an empty folder, and looks whether everything has arrived there.
+include(${CMAKE_CURRENT_LIST_DIR}/installed_tree.cmake)
+
+file(REMOVE_RECURSE ${PREFIX})
+run(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX})
+
+# Nothing of the inside is installed: these headers, and these alone.
+file(GLOB_RECURSE headers RELATIVE ${PREFIX}/include ${PREFIX}/include/*)
+list(SORT headers)
+set(expected
+  kessel/encoding.h
+  kessel/entity.h
+  kessel/export.h
+  kessel/file.h
+  kessel/number_map.h
+  kessel/paged_array.h
+  kessel/part.h
+  kessel/reference_list.h
+  kessel/splitter.h)
+if(NOT headers STREQUAL expected)
+  message(FATAL_ERROR "Installed headers: ${headers}\nexpected: ${expected}")
+endif()
+
+file(GLOB libraries RELATIVE ${PREFIX}/${LIBDIR} ${PREFIX}/${LIBDIR}/lib*)
+list(FILTER libraries EXCLUDE REGEX "^libVelkStepSplitter\\.so(\\.[0-9]+)*$")
+if(libraries)
+  message(FATAL_ERROR "Installed besides the library: ${libraries}")
+endif()
+foreach(file libVelkStepSplitter.so pkgconfig/velkstepsplitter.pc
+    cmake/VelkStepSplitter/VelkStepSplitterConfig.cmake
+    cmake/VelkStepSplitter/VelkStepSplitterConfigVersion.cmake
+    cmake/VelkStepSplitter/VelkStepSplitterTargets.cmake)
+  if(NOT EXISTS ${PREFIX}/${LIBDIR}/${file})
+    message(FATAL_ERROR "Not installed: ${LIBDIR}/${file}")
+  endif()
+endforeach()

@@ -1,0 +1,44 @@
+// A store put together by hand: records, parts, and who holds what under which number.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "kessel/file.h"
+#include "kessel/part.h"
+#include "model/slots.h"
+
+namespace Kessel::test {
+
+/// Records and parts without an input file. The parts belong to the object and outlive no call.
+class HandMadeStore {
+ public:
+  HandMadeStore() : file_("no such file") {}
+
+  /// Adds a part behind those that are there.
+  Part* add_part(PartKind kind = LEAF_PART, const std::string& path = {});
+
+  /// Makes the record `id`, without a type name unless one is given.
+  Entity& add_record(std::uint32_t id, const std::vector<std::uint32_t>& references = {},
+                     std::string_view type = {});
+
+  /// Makes `part` hold record `id`, which is made if need be, as `number`.
+  void hold(std::uint32_t id, Part* part, std::uint32_t number);
+
+  /// The record `text`, rewritten for `part` like any record.
+  std::string rewritten(std::string_view text, Part* part) const;
+
+  /// The record `text` of `record`, rewritten for `part` as a presentation record.
+  std::string rewritten_presentation(std::string_view text, const Entity& record, Part* part) const;
+
+  Slots slots() const { return file_.entities(); }
+
+ private:
+  File file_;
+  std::vector<std::unique_ptr<Part>> parts_;
+};
+
+}  // namespace Kessel::test

@@ -1,0 +1,25 @@
+// The rewriting of records done the plain way: edit the text in place, one reference at a time.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "kessel/entity.h"
+#include "kessel/part.h"
+#include "model/slots.h"
+
+namespace Kessel::test::plain {
+
+/// All references of `text` outside string literals, up to the first malformed one.
+std::vector<std::uint32_t> references_in(std::string_view text);
+
+std::string rewrite_references(std::string text, Slots slots, Part* part);
+
+/// The record whose references are `record`'s, rewritten with a new item list. Falls back on
+/// `rewrite_references` where the text has no item list.
+std::string rewrite_presentation_items(const std::string& text, const Entity& record, Slots slots,
+                                       Part* part);
+
+}  // namespace Kessel::test::plain
