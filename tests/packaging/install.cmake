@@ -13,6 +13,7 @@ set(expected
   kessel/export.h
   kessel/file.h
   kessel/number_map.h
+  kessel/options.h
   kessel/paged_array.h
   kessel/part.h
   kessel/reference_list.h
