@@ -34,6 +34,12 @@ class HeldSample {
   std::unique_ptr<File> file_;
 };
 
+/// Puts the text that the library writes into a string.
+void rewrite_in_place(std::string_view text, const std::vector<Reference>& references, Slots slots,
+                      Part* part, std::string& out) {
+  rewrite_references(text, references, slots, part, out);
+}
+
 /// The plain way for records whose references are all held: replaces number by number in a copy.
 void rewrite_by_replacing(std::string_view text, const std::vector<Reference>& references,
                           Slots slots, Part* part, std::string& out) {
@@ -65,7 +71,7 @@ void rewrite_records(benchmark::State& state) {
   state.SetItemsProcessed(iterations * static_cast<std::int64_t>(sample_records().size()));
   state.SetBytesProcessed(iterations * static_cast<std::int64_t>(sample_bytes()));
 }
-BENCHMARK_TEMPLATE(rewrite_records, &rewrite_references)->Name("rewrite_references");
+BENCHMARK_TEMPLATE(rewrite_records, &rewrite_in_place)->Name("rewrite_references");
 BENCHMARK_TEMPLATE(rewrite_records, &rewrite_by_replacing)->Name("rewrite_references/plainly");
 
 }  // namespace

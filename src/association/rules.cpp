@@ -117,7 +117,10 @@ bool propagate_down(const File& file, const Entity* source, Entity* start, KindF
   if (Part* part = only_part(*source, filter)) {
     return walk_down(
         file.entities(), start,
-        [part](const Entity& entity) { return !entity.part_numbers.contains(part); },
+        [](const Entity& entity) {
+          __builtin_prefetch(&entity);  // It is looked at when the next level is.
+          return true;
+        },
         [part](Entity& entity) {
           if (entity.part_numbers.contains(part)) return false;
           entity.part_numbers.emplace(part, ++part->last_instance_number);

@@ -40,8 +40,9 @@ Continuation continuation_of(unsigned char lead) {
 }  // namespace
 
 bool is_graphic(char16_t c) {
-  const Range* after = std::upper_bound(std::begin(GRAPHIC_RANGES), std::end(GRAPHIC_RANGES), c,
-                                        [](char16_t value, Range range) { return value < range.first; });
+  const Range* after =
+      std::upper_bound(std::begin(GRAPHIC_RANGES), std::end(GRAPHIC_RANGES), c,
+                       [](char16_t value, Range range) { return value < range.first; });
   return after != std::begin(GRAPHIC_RANGES) && c <= std::prev(after)->last;
 }
 

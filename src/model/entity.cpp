@@ -14,11 +14,17 @@ Entity::Entity(Entity&& other)
 
 Entity::~Entity() = default;
 
-std::string_view Entity::type() const { return {}; }
+std::string_view Entity::type() const {
+  return {};
+}
 
-std::string_view Entity::attribute() const { return {}; }
+std::string_view Entity::attribute() const {
+  return {};
+}
 
-void Entity::add_reference(unsigned id) { references_.append(id); }
+void Entity::add_reference(unsigned id) {
+  references_.append(id);
+}
 
 unsigned Entity::get_reference(int i) const {
   const std::span<const std::uint32_t> numbers = references();
@@ -28,11 +34,17 @@ unsigned Entity::get_reference(int i) const {
   return 0;
 }
 
-const std::vector<unsigned>& Entity::get_references() const { return references_.as_vector(); }
+const std::vector<unsigned>& Entity::get_references() const {
+  return references_.as_vector();
+}
 
-bool Entity::refer_any() const { return !references().empty(); }
+bool Entity::refer_any() const {
+  return !references().empty();
+}
 
-void Entity::shrink_to_fit() { references_.shrink_to_fit(); }
+void Entity::shrink_to_fit() {
+  references_.shrink_to_fit();
+}
 
 EntityWithType::EntityWithType(std::string_view type) : type_(type) {}
 
@@ -40,7 +52,9 @@ EntityWithType::EntityWithType(Entity&& other) : Entity(std::move(other)), type_
 
 EntityWithType::~EntityWithType() = default;
 
-std::string_view EntityWithType::type() const { return type_; }
+std::string_view EntityWithType::type() const {
+  return type_;
+}
 
 EntityWithAttr::EntityWithAttr(std::string_view type, std::string_view attribute)
     : EntityWithType(type), attribute_(attribute) {}
@@ -50,6 +64,8 @@ EntityWithAttr::EntityWithAttr(Entity&& other)
 
 EntityWithAttr::~EntityWithAttr() = default;
 
-std::string_view EntityWithAttr::attribute() const { return attribute_; }
+std::string_view EntityWithAttr::attribute() const {
+  return attribute_;
+}
 
 }  // namespace Kessel

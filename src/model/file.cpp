@@ -78,9 +78,13 @@ void File::add_part(Part* part) {
   parts_.push_back(part);
 }
 
-const std::set<std::string>& File::types() const { return types_; }
+const std::set<std::string>& File::types() const {
+  return types_;
+}
 
-Entity* File::at(unsigned id) const { return slot_at(entities_, id); }
+Entity* File::at(unsigned id) const {
+  return slot_at(entities_, id);
+}
 
 std::vector<Entity*> File::get(std::string_view type) const {
   std::vector<Entity*> records;
@@ -97,8 +101,12 @@ std::set<unsigned> File::get_ids(std::string_view type) const {
   return {entry->second.begin(), entry->second.end()};
 }
 
-const std::vector<Part*>& File::parts() const { return parts_; }
+const std::vector<Part*>& File::parts() const {
+  return parts_;
+}
 
-Part* File::root_part() const { return root_; }
+Part* File::root_part() const {
+  return root_;
+}
 
 }  // namespace Kessel

@@ -54,6 +54,8 @@ class RecordCutter {
 };
 
 /// Whether the text that begins with `record` is a whole record rather than a piece of one.
-inline bool is_whole_record(std::string_view record) { return record.back() == ')'; }
+inline bool is_whole_record(std::string_view record) {
+  return record.back() == ')';
+}
 
 }  // namespace Kessel

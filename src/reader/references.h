@@ -14,9 +14,9 @@
 
 namespace Kessel {
 
-/// Calls `visit(number, begin, end)` for every `#n` in `text` outside string literals, in order, the
-/// record's own number first; `begin` and `end` bound the digits. Stops at a "#" without a number
-/// from 1 to 4,294,967,295: whatever stands behind it is not looked at.
+/// Calls `visit(number, begin, end)` for every `#n` in `text` outside string literals, in order,
+/// the record's own number first; `begin` and `end` bound the digits. Stops at a "#" without a
+/// number from 1 to 4,294,967,295: whatever stands behind it is not looked at.
 template <class Visit>
 void for_each_reference_plainly(std::string_view text, Visit visit) {
   const char* p = text.data();
@@ -40,8 +40,8 @@ inline unsigned marks_in_block(const char* p) {
 
 /// The same as for_each_reference_plainly().
 ///
-/// Fast path: takes the marks of sixteen bytes at once and goes from bit to bit. An apostrophe turns
-/// "inside a literal" on or off; a doubled one turns it off and on, which comes to the same.
+/// Fast path: takes the marks of sixteen bytes at once and goes from bit to bit. An apostrophe
+/// turns "inside a literal" on or off; a doubled one turns it off and on, which comes to the same.
 template <class Visit>
 void for_each_reference(std::string_view text, Visit visit) {
   if (text.size() < 16) return for_each_reference_plainly(text, visit);

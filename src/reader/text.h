@@ -14,7 +14,9 @@ namespace Kessel {
 inline constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
 
 /// White space of the "C" locale, whatever the process's locale is.
-constexpr bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+constexpr bool is_space(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 /// `text` without white space at both ends.
 constexpr std::string_view trimmed(std::string_view text) {
@@ -73,9 +75,9 @@ inline std::uint32_t read_number(const char*& p, const char* end) {
       word = word * 10 + (word >> 8);
       p += digits;
       constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
-      return static_cast<std::uint32_t>(((word & PAIRS) * 0x000F424000000064 +
-                                         ((word >> 16) & PAIRS) * 0x0000271000000001) >>
-                                        32);
+      return static_cast<std::uint32_t>(
+          ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >>
+          32);
     }
   }
   return read_number_plainly(p, end);
@@ -84,8 +86,8 @@ inline std::uint32_t read_number(const char*& p, const char* end) {
 /// Room that write_number() may write to, at least.
 inline constexpr std::size_t NUMBER_ROOM = 10;
 
-/// Writes `number`, which is not 0, in decimal at `p`, where NUMBER_ROOM bytes are free. Returns the
-/// end of the digits; bytes behind them may have changed.
+/// Writes `number`, which is not 0, in decimal at `p`, where NUMBER_ROOM bytes are free. Returns
+/// the end of the digits; bytes behind them may have changed.
 ///
 /// Fast path for up to eight digits: splits the number into fours, pairs and single digits, all in
 /// one word, whose leading zeros are shifted out.

@@ -14,13 +14,21 @@ Part::Part(Entity&& record) : EntityWithType(std::move(record)) {}
 
 Part::Part(std::string_view type) : EntityWithType(type) {}
 
-void Part::add_child_part(Part* child) { children.push_back(child); }
+void Part::add_child_part(Part* child) {
+  children.push_back(child);
+}
 
-void Part::add_parent_part(Part* parent) { parents.push_back(parent); }
+void Part::add_parent_part(Part* parent) {
+  parents.push_back(parent);
+}
 
-std::vector<Part*> Part::childs_parts() const { return children; }
+std::vector<Part*> Part::childs_parts() const {
+  return children;
+}
 
-std::vector<Part*> Part::parents_parts() const { return parents; }
+std::vector<Part*> Part::parents_parts() const {
+  return parents;
+}
 
 void Part::resolve_name(const File* file, std::string (*)(std::string_view)) {
   // A definition leads to its formation and on to its product, a mapped item to its mapping source
@@ -37,12 +45,20 @@ void Part::resolve_name(const File* file, std::string (*)(std::string_view)) {
   path += ".stp";
 }
 
-std::string Part::get_utf8_filename() const { return fspath_to_utf8(path.filename()); }
+std::string Part::get_utf8_filename() const {
+  return fspath_to_utf8(path.filename());
+}
 
-std::string Part::get_utf8_filepath() const { return fspath_to_utf8(path); }
+std::string Part::get_utf8_filepath() const {
+  return fspath_to_utf8(path);
+}
 
-std::string Part::get_encoded_filename() const { return encode_utf8_to_step(get_utf8_filename()); }
+std::string Part::get_encoded_filename() const {
+  return encode_utf8_to_step(get_utf8_filename());
+}
 
-std::string Part::get_encoded_filepath() const { return encode_utf8_to_step(get_utf8_filepath()); }
+std::string Part::get_encoded_filepath() const {
+  return encode_utf8_to_step(get_utf8_filepath());
+}
 
 }  // namespace Kessel

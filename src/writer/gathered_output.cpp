@@ -15,6 +15,8 @@ constexpr std::size_t MIB = 1024 * KIB;
 constexpr std::size_t COLD_AFTER = 4 * MIB;
 /// A text that is smaller waits for more, or for the end, also when its part is cold.
 constexpr std::size_t MIN_COLD_TEXT = 4 * KIB;
+/// The least room that a text gets.
+constexpr std::size_t MIN_ROOM = 256;
 /// Rooms that are kept for later parts.
 constexpr std::size_t MAX_SPARES = 128;
 
@@ -47,15 +49,18 @@ std::ostream& GatheredOutput::begin(Part& part, const std::string& text) {
 }
 
 void GatheredOutput::pass_on(Part& part, Pending& pending) {
-  held_ -= pending.text.size();
-  if (pending.mode != Mode::discard) part.output(pending.text);
-  pending.text.clear();
+  held_ -= pending.text.size;
+  if (pending.mode != Mode::discard) {
+    const auto size = static_cast<std::streamsize>(pending.text.size);
+    part.output(std::string()).write(pending.text.bytes.get(), size);
+  }
+  pending.text.size = 0;
 }
 
 void GatheredOutput::pass_on_all() {
   for (Part* part : parts_) {
     Pending& pending = pending_[part->list_position];
-    if (!pending.text.empty()) pass_on(*part, pending);
+    if (pending.text.size != 0) pass_on(*part, pending);
     give_back_room(pending.text);
   }
 }
@@ -63,9 +68,7 @@ void GatheredOutput::pass_on_all() {
 void GatheredOutput::look_for_cold_parts() {
   for (Part* part : parts_) {
     Pending& pending = pending_[part->list_position];
-    if (pending.text.size() < MIN_COLD_TEXT || pending.last_written + COLD_AFTER > written_) {
-      continue;
-    }
+    if (pending.text.size < MIN_COLD_TEXT || pending.last_written + COLD_AFTER > written_) continue;
     pass_on(*part, pending);
     give_back_room(pending.text);
   }
@@ -73,19 +76,24 @@ void GatheredOutput::look_for_cold_parts() {
   next_look_ = written_ + COLD_AFTER;
 }
 
-/// Gives an empty text the room of one that was passed on: memory that is mapped already.
-void GatheredOutput::reuse_room(std::string& text) {
-  if (spare_.empty()) {
-    text.reserve(MIN_ROOM);
-  } else {
+/// Makes room for `room` bytes more. An empty text takes the room of one that was passed on, which
+/// is memory that the system has mapped already.
+void GatheredOutput::make_room(Text& text, std::size_t room) {
+  if (text.room == 0 && !spare_.empty()) {
     text = std::move(spare_.back());
     spare_.pop_back();
+    if (room <= text.room) return;
   }
+  const std::size_t larger = std::max({MIN_ROOM, 2 * text.room, text.size + room});
+  auto bytes = std::make_unique_for_overwrite<char[]>(larger);
+  std::copy_n(text.bytes.get(), text.size, bytes.get());
+  text.bytes = std::move(bytes);
+  text.room = larger;
 }
 
-void GatheredOutput::give_back_room(std::string& text) {
-  if (text.capacity() >= MIN_ROOM && spare_.size() < MAX_SPARES) spare_.push_back(std::move(text));
-  std::string().swap(text);  // Frees its room, which an assignment would keep.
+void GatheredOutput::give_back_room(Text& text) {
+  if (text.room != 0 && spare_.size() < MAX_SPARES) spare_.push_back(std::move(text));
+  text = Text();
 }
 
 }  // namespace Kessel

@@ -1,7 +1,9 @@
 // Text on its way to the parts' files.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -12,11 +14,12 @@ namespace Kessel {
 
 /// Gathers text per part and passes it on to `Part::output` in larger pieces.
 ///
-/// Consecutive records often go to different files, of which only a few can be open at once: without
-/// gathering, a file would be opened again for every record. Parts that were not written to for a
-/// while are passed on first, since they are often complete; all are when what is held reaches a
-/// limit, which is larger for more parts, so that each keeps a worthwhile share, and never above a
-/// fixed total. The text of each file and its order are those of passing every piece on at once.
+/// Consecutive records often go to different files, of which only a few can be open at once:
+/// without gathering, a file would be opened again for every record. Parts that were not written to
+/// for a while are passed on first, since they are often complete; all are when what is held
+/// reaches a limit, which is larger for more parts, so that each keeps a worthwhile share, and
+/// never above a fixed total. The text of each file and its order are those of passing every piece
+/// on at once.
 class GatheredOutput {
  public:
   /// For the parts of one file, which must outlive the object.
@@ -41,45 +44,56 @@ class GatheredOutput {
   /// nothing was added.
   template <class Append>
   void write(Part& part, Append append) {
+    piece_.clear();
+    append(piece_);
+    write_in_place(part, piece_.size(),
+                   [this](char* out) { return std::copy(piece_.begin(), piece_.end(), out); });
+  }
+
+  /// Adds one piece of text to `part`: what `put(char* out)` writes at `out`, where `room` bytes
+  /// are free; it returns the end. When it throws, nothing was added.
+  template <class Put>
+  void write_in_place(Part& part, std::size_t room, Put put) {
     Pending& pending = pending_[part.list_position];
-    if (pending.text.capacity() < MIN_ROOM) reuse_room(pending.text);
-    const std::size_t before = pending.text.size();
-    try {
-      append(pending.text);
-    } catch (...) {
-      pending.text.resize(before);
-      throw;
-    }
-    const std::size_t added = pending.text.size() - before;
+    if (pending.text.room - pending.text.size < room) make_room(pending.text, room);
+    char* const out = pending.text.bytes.get() + pending.text.size;
+    const auto added = static_cast<std::size_t>(put(out) - out);
+    pending.text.size += added;
     held_ += added;
     written_ += added;
     pending.last_written = written_;
-    if (pending.mode != Mode::gather || pending.text.size() >= MAX_PER_PART) pass_on(part, pending);
+    if (pending.mode != Mode::gather || pending.text.size >= MAX_PER_PART) pass_on(part, pending);
     if (written_ >= next_look_) look_for_cold_parts();
   }
 
  private:
   enum class Mode { gather, pass_on_at_once, discard };
+  /// Bytes that grow at the end. Unlike a string, it leaves room that was made uninitialised.
+  struct Text {
+    std::unique_ptr<char[]> bytes;
+    std::size_t size = 0;
+    std::size_t room = 0;
+  };
   struct Pending {
-    std::string text;
+    Text text;
     Mode mode = Mode::gather;
     std::size_t last_written = 0;  // written_ after its last piece
   };
-  static constexpr std::size_t MIN_ROOM = 256;
   static constexpr std::size_t MAX_PER_PART = std::size_t{256} * 1024;
 
   void pass_on(Part& part, Pending& pending);
   void pass_on_all();
   void look_for_cold_parts();
-  void reuse_room(std::string& text);
-  void give_back_room(std::string& text);
+  void make_room(Text& text, std::size_t room);
+  void give_back_room(Text& text);
 
   const std::vector<Part*>& parts_;
   std::vector<Pending> pending_;  // by position in the list of parts
-  std::vector<std::string> spare_;  // empty texts with room, for the next parts
-  std::size_t held_ = 0;            // bytes in pending_
-  std::size_t written_ = 0;         // bytes added since the beginning
-  std::size_t next_look_;           // value of written_ at which to look for cold parts
+  std::vector<Text> spare_;       // empty texts with room, for the next parts
+  std::string piece_;             // scratch of write()
+  std::size_t held_ = 0;          // bytes in pending_
+  std::size_t written_ = 0;       // bytes added since the beginning
+  std::size_t next_look_;         // value of written_ at which to look for cold parts
   std::size_t max_held_;
 };
 

@@ -22,17 +22,45 @@ std::uint32_t number_in(Slots slots, std::uint32_t id, Part* part) {
   return entity == nullptr ? 0 : entity->part_numbers.number_or_zero(part);
 }
 
-/// Writes one text piece by piece into room that is known to suffice, and takes back what turns out
-/// to belong to a reference that goes.
+/// A piece of text up to this long is copied as a block of this size.
+constexpr std::size_t CHUNK = 32;
+
+/// Writes one text piece by piece, and takes back what turns out to belong to a reference that
+/// goes.
 class Rewriter {
  public:
-  /// Appends to `out`: at most `room` bytes in all, of which every number needs NUMBER_ROOM.
-  Rewriter(std::string& out, std::size_t room) : out_(out) {
-    const std::size_t before = out.size();
-    out.resize(before + room + CHUNK);
-    floor_ = end_ = out.data() + before;
+  Rewriter(std::string_view text, Slots slots, Part* part, char* out)
+      : slots_(slots),
+        part_(part),
+        copied_(text.data()),
+        text_end_(text.data() + text.size()),
+        floor_(out),
+        end_(out) {}
+
+  /// Writes the text up to the reference `number`, whose digits stand at [begin, end), and what
+  /// becomes of it.
+  void put_reference(std::uint32_t number, const char* begin, const char* end) {
+    copy(copied_, static_cast<std::size_t>(begin - copied_), text_end_);
+    copied_ = end;
+    if (const std::uint32_t new_number = number_in(slots_, number, part_)) {
+      end_ = write_number(end_, new_number);
+      return;
+    }
+    const char separator = cut_reference();
+    if (separator == 0) {
+      copied_ = begin;  // Stays as it is.
+    } else if (separator == '(' && copied_ != text_end_ && *copied_ == ',') {
+      ++copied_;  // The first of its list: the comma behind it goes.
+    }
   }
 
+  /// Writes the rest of the text. Returns the end of what was written.
+  char* finish() {
+    copy(copied_, static_cast<std::size_t>(text_end_ - copied_), text_end_);
+    return end_;
+  }
+
+ private:
   /// Appends the `size` bytes at `text`, behind which the source goes on to `source_end`.
   void copy(const char* text, std::size_t size, const char* source_end) {
     // Fast path for what stands between two references: a copy of fixed size takes no call.
@@ -43,8 +71,6 @@ class Rewriter {
     }
     end_ += size;
   }
-  void put_number(std::uint32_t number) { end_ = write_number(end_, number); }
-
   /// What was written ends in front of a reference's digits: goes back to the beginning of its list
   /// element. Returns what was found there: ',' (taken back too), '(' (stays), or 0: no list, and
   /// nothing was taken back.
@@ -59,13 +85,11 @@ class Rewriter {
     return at[-1];
   }
 
-  void finish() { out_.resize(static_cast<std::size_t>(end_ - out_.data())); }
-
- private:
-  static constexpr std::size_t CHUNK = 32;
-
-  std::string& out_;
-  char* floor_;
+  Slots slots_;
+  Part* part_;
+  const char* copied_;  // What was read, up to here, has been dealt with.
+  const char* text_end_;
+  char* floor_;  // No list begins or goes on in front of it.
   char* end_;
 };
 
@@ -81,27 +105,39 @@ void find_references(std::string_view text, std::vector<Reference>& found) {
   });
 }
 
+std::size_t rewriting_room(std::string_view text, const std::vector<Reference>& references) {
+  return text.size() + references.size() * NUMBER_ROOM + CHUNK;
+}
+
+char* rewrite_references(std::string_view text, const std::vector<Reference>& references,
+                         Slots slots, Part* part, char* out) {
+  Rewriter rewriter(text, slots, part, out);
+  for (const Reference& reference : references) {
+    rewriter.put_reference(reference.number, text.data() + reference.begin,
+                           text.data() + reference.end);
+  }
+  return rewriter.finish();
+}
+
+std::size_t rewriting_room(std::string_view text) {
+  return text.size() * NUMBER_ROOM / 2 + NUMBER_ROOM + CHUNK;
+}
+
+char* rewrite_references(std::string_view text, Slots slots, Part* part, char* out) {
+  Rewriter rewriter(text, slots, part, out);
+  for_each_reference(text, [&](std::uint32_t number, const char* begin, const char* end) {
+    while (*begin == '0') ++begin;
+    rewriter.put_reference(number, begin, end);
+  });
+  return rewriter.finish();
+}
+
 void rewrite_references(std::string_view text, const std::vector<Reference>& references,
                         Slots slots, Part* part, std::string& out) {
-  Rewriter rewriter(out, text.size() + references.size() * NUMBER_ROOM);
-  const char* const text_end = text.data() + text.size();
-  std::size_t copied = 0;
-  for (const Reference& reference : references) {
-    rewriter.copy(text.data() + copied, reference.begin - copied, text_end);
-    copied = reference.end;
-    if (const std::uint32_t number = number_in(slots, reference.number, part)) {
-      rewriter.put_number(number);
-      continue;
-    }
-    const char separator = rewriter.cut_reference();
-    if (separator == 0) {
-      copied = reference.begin;  // Stays as it is.
-    } else if (separator == '(' && copied < text.size() && text[copied] == ',') {
-      ++copied;  // The first of its list: the comma behind it goes.
-    }
-  }
-  rewriter.copy(text.data() + copied, text.size() - copied, text_end);
-  rewriter.finish();
+  const std::size_t before = out.size();
+  out.resize(before + rewriting_room(text, references));
+  const char* end = rewrite_references(text, references, slots, part, out.data() + before);
+  out.resize(static_cast<std::size_t>(end - out.data()));
 }
 
 namespace {

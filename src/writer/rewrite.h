@@ -2,6 +2,7 @@
 // of record that change more than that. Texts are never parsed into attributes.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -24,21 +25,34 @@ struct Reference {
 /// such a number; whatever stands behind that keeps its references as they are. Clears `found`.
 void find_references(std::string_view text, std::vector<Reference>& found);
 
-/// Appends `text` to `out` with every reference of `references`, which were found in it, replaced by
-/// the number that the instance has in `part`'s file. A reference that the part does not hold is cut
-/// out with one comma: back to the last "," or "(" written, which goes (a comma) or stays (a
-/// parenthesis; then a comma that follows goes). Zeros in front of a number stay.
-/// One forward pass, linear in the text.
-/// Throws `std::out_of_range` "invalid vector subscript" over a reference beyond the store, leaving
-/// part of the text in `out`.
+/// Bytes that rewriting `text` may need at most, the ones that it may write behind its end
+/// included.
+std::size_t rewriting_room(std::string_view text, const std::vector<Reference>& references);
+
+/// Writes `text` to `out`, where rewriting_room() bytes are free, with every reference of
+/// `references`, which were found in it, replaced by the number that the instance has in `part`'s
+/// file. A reference that the part does not hold is cut out with one comma: back to the last "," or
+/// "(" written, which goes (a comma) or stays (a parenthesis; then a comma that follows goes).
+/// Zeros in front of a number stay. Returns the end of what was written. One forward pass, linear
+/// in the text. Throws `std::out_of_range` "invalid vector subscript" over a reference beyond the
+/// store.
+char* rewrite_references(std::string_view text, const std::vector<Reference>& references,
+                         Slots slots, Part* part, char* out);
+
+/// Fast path for a text that is rewritten once: finds the references on the way. Needs more room,
+/// for a text that is nothing but references.
+std::size_t rewriting_room(std::string_view text);
+char* rewrite_references(std::string_view text, Slots slots, Part* part, char* out);
+
+/// The same, appended to `out`, where an exception leaves some bytes more.
 void rewrite_references(std::string_view text, const std::vector<Reference>& references,
                         Slots slots, Part* part, std::string& out);
 
 /// Appends the record `text` of `record`, a presentation representation, with its item list made
 /// anew from those references of the record that `part` holds. The context, being a reference,
-/// stands among them; outputs depend on it. Without an item list in the text (the second "(", closed
-/// by the first ")" behind it) the record is rewritten like any other.
-/// Throws as `rewrite_references` does.
+/// stands among them; outputs depend on it. Without an item list in the text (the second "(",
+/// closed by the first ")" behind it) the record is rewritten like any other. Throws as
+/// `rewrite_references` does.
 void rewrite_presentation_items(std::string_view text, const std::vector<Reference>& references,
                                 const Entity& record, Slots slots, Part* part, std::string& out);
 

@@ -1,4 +1,5 @@
 // Writes every part's file: frames around the records that the part holds.
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -10,6 +11,7 @@
 #include "kessel/file.h"
 #include "model/slots.h"
 #include "reader/record_cutter.h"
+#include "reader/text.h"
 #include "structure/reachability.h"
 #include "writer/external_reference.h"
 #include "writer/frame.h"
@@ -28,41 +30,69 @@ class RecordWriter {
 
   /// Writes one record, as RecordCutter gives it, under the numbers of each part's file.
   void write(std::string_view record) {
-    find_references(record, references_);
-    if (references_.empty()) return;
-    const Entity* entity = slot_at(slots_, references_.front().number);
+    const char* p = record.data();
+    const char* const end = p + record.size();
+    p = find_reference(p, end);
+    if (p == nullptr) return;
+    const std::uint32_t id = read_number(++p, end);
+    if (id == 0) return;
+    const Entity* entity = slot_at(slots_, id);
     if (entity == nullptr || entity->part_numbers.empty()) return;
-    const std::string_view type = entity->type();
-    const bool shared = entity->part_numbers.size() > 1;
-    const bool presentation = type.find(PRESENTATION) != std::string_view::npos;
-    for (const auto [part, number] : entity->part_numbers) {
-      std::string_view text = record;
-      const std::vector<Reference>* references = &references_;
-      if (shared && type == "SHAPE_DEFINITION_REPRESENTATION") {
-        if (const auto file = file_to_refer_to(*part, *entity)) {
-          write_external_reference(*part, *entity, *file);
-        }
-      } else if (shared && part->part_kind != LEAF_PART &&
-                 type == "GEOMETRIC_REPRESENTATION_CONTEXT") {
-        external_text_ = make_context_external(std::string(record), *entity);
-        find_references(external_text_, external_references_);
-        text = external_text_;
-        references = &external_references_;
-      }
-      output_.write(*part, [&, part = part](std::string& out) {
-        if (presentation) {
-          rewrite_presentation_items(text, *references, *entity, slots_, part, out);
-        } else {
-          rewrite_references(text, *references, slots_, part, out);
-        }
-        out += ";\n";
-      });
+    const bool presentation = entity->type().find(PRESENTATION) != std::string_view::npos;
+    if (entity->part_numbers.size() == 1 && !presentation) {
+      write_to_only_part(record, *entity->part_numbers.begin()->first);
+    } else {
+      write_to_each_part(record, *entity, presentation);
     }
   }
 
  private:
   static constexpr std::string_view PRESENTATION =
       "MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION";
+  static constexpr std::string_view RECORD_END = ";\n";
+
+  /// Fast path: nearly every record goes into one file, with no change but the numbers.
+  void write_to_only_part(std::string_view record, Part& part) {
+    output_.write_in_place(part, rewriting_room(record) + RECORD_END.size(), [&](char* out) {
+      return end_record(rewrite_references(record, slots_, &part, out));
+    });
+  }
+
+  void write_to_each_part(std::string_view record, const Entity& entity, bool presentation) {
+    find_references(record, references_);
+    const bool shared = entity.part_numbers.size() > 1;
+    const std::string_view type = entity.type();
+    for (const auto [part, number] : entity.part_numbers) {
+      std::string_view text = record;
+      const std::vector<Reference>* references = &references_;
+      if (shared && type == "SHAPE_DEFINITION_REPRESENTATION") {
+        if (const auto file = file_to_refer_to(*part, entity)) {
+          write_external_reference(*part, entity, *file);
+        }
+      } else if (shared && part->part_kind != LEAF_PART &&
+                 type == "GEOMETRIC_REPRESENTATION_CONTEXT") {
+        external_text_ = make_context_external(std::string(record), entity);
+        find_references(external_text_, external_references_);
+        text = external_text_;
+        references = &external_references_;
+      }
+      if (presentation) {
+        output_.write(*part, [&, part = part](std::string& out) {
+          rewrite_presentation_items(text, *references, entity, slots_, part, out);
+          out += RECORD_END;
+        });
+      } else {
+        const std::size_t room = rewriting_room(text, *references) + RECORD_END.size();
+        output_.write_in_place(*part, room, [&, part = part](char* out) {
+          return end_record(rewrite_references(text, *references, slots_, part, out));
+        });
+      }
+    }
+  }
+
+  static char* end_record(char* out) {
+    return std::copy(RECORD_END.begin(), RECORD_END.end(), out);
+  }
 
   /// The component whose file a reference block in front of `link`, a shape definition
   /// representation, names in `part`'s file: no value for no block, null for a block that names no

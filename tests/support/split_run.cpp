@@ -18,7 +18,8 @@ SplitRun split_text(std::string_view input, const std::string& outdir) {
   {
     const CapturedErrors errors;
     try {
-      for (const fs::path& path : Kessel::Run("in.stp", outdir)) run.result.push_back(path.string());
+      for (const fs::path& path : Kessel::Run("in.stp", outdir))
+        run.result.push_back(path.string());
     } catch (const std::out_of_range& error) {
       run.exception = std::string("out_of_range: ") + error.what();
     } catch (const std::system_error& error) {
