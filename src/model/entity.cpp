@@ -48,6 +48,8 @@ void Entity::shrink_to_fit() {
 
 EntityWithType::EntityWithType(std::string_view type) : type_(type) {}
 
+// The move takes the base part of `other` only.
+// NOLINTNEXTLINE(clang-analyzer-cplusplus.Move)
 EntityWithType::EntityWithType(Entity&& other) : Entity(std::move(other)), type_(other.type()) {}
 
 EntityWithType::~EntityWithType() = default;

@@ -86,7 +86,7 @@ inline std::uint32_t read_number(const char*& p, const char* end) {
 /// Room that write_number() may write to, at least.
 inline constexpr std::size_t NUMBER_ROOM = 10;
 
-/// Writes `number`, which is not 0, in decimal at `p`, where NUMBER_ROOM bytes are free. Returns
+/// Writes `number` in decimal at `p`, where NUMBER_ROOM bytes are free. Returns
 /// the end of the digits; bytes behind them may have changed.
 ///
 /// Fast path for up to eight digits: splits the number into fours, pairs and single digits, all in
@@ -99,7 +99,8 @@ inline char* write_number(char* p, std::uint32_t number) {
       const std::uint64_t pairs = high | ((fours - high * 100) << 16);
       const std::uint64_t tens = ((pairs * 103) >> 10) & 0x000F000F000F000F;
       std::uint64_t digits = tens | ((pairs - tens * 10) << 8);
-      const int zeros = std::countr_zero(digits) >> 3;
+      constexpr std::uint64_t LAST_DIGIT = std::uint64_t{1} << 56;  // Stays, also when it is 0.
+      const int zeros = std::countr_zero(digits | LAST_DIGIT) >> 3;
       digits = (digits >> (8 * zeros)) + EACH_BYTE * '0';
       std::memcpy(p, &digits, 8);
       return p + 8 - zeros;
