@@ -1,8 +1,9 @@
 #!/bin/sh
 # Installs Debian packages: tools/install-packages.sh GROUP...
-#   build   compiler, CMake and what the library and the command line need
-#   test    what the tests need
-#   lint    the formatter and the checker of the sources
+#   build    compiler, CMake and what the library and the command line need
+#   test     what the tests need
+#   interop  the open CAD kernel that reads splits back in tests
+#   lint     the formatter and the checker of the sources
 set -eu
 
 packages=
@@ -10,6 +11,7 @@ for group in "$@"; do
   case $group in
     build) packages="$packages g++ cmake make libcli11-dev" ;;
     test) packages="$packages libgtest-dev libgmock-dev libicu-dev unicode-data pkg-config python3 binutils" ;;
+    interop) packages="$packages libocct-data-exchange-dev" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
     *) echo "unknown group: $group" >&2; exit 2 ;;
   esac

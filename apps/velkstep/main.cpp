@@ -35,7 +35,11 @@ int run(int argc, char** argv) {
   split->add_option("IN", in, "The exchange file to split")->required();
   split->add_option("OUTDIR", outdir, "The folder for the files; created as needed")->required();
   Kessel::Options options;
-  split->add_option("--assemblies", options.assemblies, "What an assembly's file holds")
+  split
+      ->add_option(
+          "--assemblies", options.assemblies,
+          "What an assembly's file holds: classic (the root has the whole "
+          "structure), lean (and no geometry of components), nested (each opens by itself)")
       ->transform(CLI::CheckedTransformer(ASSEMBLY_STYLES))
       ->default_str("classic");
   split->footer(EXIT_CODES);

@@ -1,0 +1,169 @@
+// Splits, read back by a CAD kernel: whoever follows the references sees the assembly as it was.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <ostream>
+
+#include "interop/assemblies.h"
+#include "interop/kernel_reader.h"
+#include "kessel/encoding.h"
+#include "kessel/file.h"
+#include "kessel/splitter.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Splits `in` into the folder "out" of `folder` and returns the files, the root's first.
+std::vector<fs::path> split(const fs::path& in, AssemblyStyle style, const ScratchFolder& folder) {
+  std::vector<fs::path> files = Run(in, folder / "out", {.assemblies = style});
+  Part::free_statics();
+  return files;
+}
+
+auto name_of_case = [](const auto& test) { return test_name(test.param); };
+
+class LeanSplit : public testing::TestWithParam<AssemblySource> {};
+class NestedSplit : public testing::TestWithParam<AssemblySource> {};
+
+TEST_P(LeanSplit, RootOpensAsTheOriginal) {
+  const ScratchFolder folder;
+  const fs::path in = file_of(GetParam(), folder);
+  if (in.empty()) GTEST_SKIP() << "no such sample";
+  const fs::path root = split(in, AssemblyStyle::lean, folder).at(0);
+  EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
+}
+
+TEST_P(NestedSplit, RootOpensAsTheOriginal) {
+  const ScratchFolder folder;
+  const fs::path in = file_of(GetParam(), folder);
+  if (in.empty()) GTEST_SKIP() << "no such sample";
+  const fs::path root = split(in, AssemblyStyle::nested, folder).at(0);
+  EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
+}
+
+/// The file names of the assemblies that other assemblies use.
+std::vector<fs::path> sub_assembly_names(const fs::path& in) {
+  const std::unique_ptr<File> file(File::from(in, decode_step_to_utf8));
+  Part::free_statics();
+  std::vector<fs::path> names;
+  for (const Part* part : file->parts()) {
+    if (part != file->root_part() && !part->children.empty()) names.push_back(part->path);
+  }
+  return names;
+}
+
+TEST_P(NestedSplit, FilesOfSubAssembliesOpenAsTheyAreInTheOriginal) {
+  const ScratchFolder folder;
+  const fs::path in = file_of(GetParam(), folder);
+  if (in.empty()) GTEST_SKIP() << "no such sample";
+  split(in, AssemblyStyle::nested, folder);
+  std::vector<DocumentShape> originals = read_assemblies(in);
+  for (const fs::path& name : sub_assembly_names(in)) {
+    SCOPED_TRACE(name);
+    const std::vector<DocumentShape> shapes = read_free_shapes(folder / "out" / name);
+    ASSERT_EQ(shapes.size(), 1u);
+    const DocumentShape& shape = shapes.front();
+    // Names need not be unique; each original stands for one file.
+    std::string why = "no assembly has the name " + shape.name;
+    const auto match = std::find_if(originals.begin(), originals.end(), [&](const auto& original) {
+      if (original.name != shape.name) return false;
+      why = differences(original, shape);
+      return why.empty();
+    });
+    if (match == originals.end()) {
+      ADD_FAILURE() << why;
+    } else {
+      originals.erase(match);
+    }
+  }
+}
+
+/// All but those whose root is known to open otherwise. In "mapped" the parts are mapped items,
+/// which the root of a lean split names without what they map: the kernel cannot read that.
+std::vector<AssemblySource> assemblies_for_lean() {
+  std::vector<AssemblySource> sources = all_assemblies();
+  std::erase_if(sources, [](const AssemblySource& source) {
+    return source.name == "mapped" || source.name == "own-bodies" || source.name == "root-bodies";
+  });
+  return sources;
+}
+
+INSTANTIATE_TEST_SUITE_P(Assemblies, LeanSplit, testing::ValuesIn(assemblies_for_lean()),
+                         name_of_case);
+INSTANTIATE_TEST_SUITE_P(Assemblies, NestedSplit, testing::ValuesIn(all_assemblies()),
+                         name_of_case);
+
+class ClassicSplit : public testing::TestWithParam<AssemblySource> {};
+
+TEST_P(ClassicSplit, RootOpensAsTheOriginal) {
+  const ScratchFolder folder;
+  const fs::path in = file_of(GetParam(), folder);
+  if (in.empty()) GTEST_SKIP() << "no such sample";
+  const fs::path root = split(in, AssemblyStyle::classic, folder).at(0);
+  EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Assemblies, ClassicSplit,
+    testing::Values(AssemblySource{"as1-oc-214.stp"}, AssemblySource{"as1-tu-203.stp"},
+                    AssemblySource{"cube-inch.step"}, AssemblySource{"desk-lamp.step"},
+                    AssemblySource{"dm1-id-214.stp"}, AssemblySource{"dm1-pe-214.stp"}),
+    name_of_case);
+
+/// A split whose root opens with other shapes than the original, and what a reader finds in both.
+struct KnownChange {
+  AssemblySource source;
+  AssemblyStyle style;
+  std::size_t free_shapes;  ///< of the root; the original has one
+  int solids_before;
+  int solids;
+};
+
+void PrintTo(const KnownChange& change, std::ostream* out) {
+  PrintTo(change.source, out);
+}
+
+class SplitWithKnownChange : public testing::TestWithParam<KnownChange> {};
+
+TEST_P(SplitWithKnownChange, RootOpensWithSoManyShapes) {
+  const KnownChange& expected = GetParam();
+  const ScratchFolder folder;
+  const fs::path in = file_of(expected.source, folder);
+  if (in.empty()) GTEST_SKIP() << "no such sample";
+  const fs::path root = split(in, expected.style, folder).at(0);
+  const std::vector<DocumentShape> before = read_free_shapes(in);
+  const std::vector<DocumentShape> after = read_free_shapes(root);
+  EXPECT_EQ(before.size(), 1u);
+  EXPECT_EQ(count_solids(before), expected.solids_before);
+  EXPECT_EQ(after.size(), expected.free_shapes);
+  EXPECT_EQ(count_solids(after), expected.solids);
+}
+
+constexpr AssemblyStyle CLASSIC = AssemblyStyle::classic;
+constexpr AssemblyStyle LEAN = AssemblyStyle::lean;
+
+// Classic: where a component's solid hangs on its shape by a relationship, the root repeats it, and
+// a reader finds it again as a free shape at the origin.
+INSTANTIATE_TEST_SUITE_P(DetachedSolids, SplitWithKnownChange,
+                         testing::Values(KnownChange{{"as1-pe-203.stp"}, CLASSIC, 6, 18, 23},
+                                         KnownChange{{"din-mount.step"}, CLASSIC, 4, 8, 11},
+                                         KnownChange{{"exhaust-plate.step"}, CLASSIC, 5, 19, 23},
+                                         KnownChange{{"filament-sensor.step"}, CLASSIC, 9, 19, 30},
+                                         KnownChange{{"spool-ramp.step"}, CLASSIC, 3, 2, 4},
+                                         KnownChange{{"toolhead-mount.step"}, CLASSIC, 12, 12, 24},
+                                         KnownChange{{"detached", 2}, CLASSIC, 4, 7, 10}),
+                         [](const auto& test) { return test_name(test.param.source); });
+
+// Classic and lean: an assembly with bodies among its shape's items has a file of its own for them,
+// and the root both refers to that file and lists the assembly's components. A reader takes one of
+// the two and finds the other as a free shape.
+INSTANTIATE_TEST_SUITE_P(OwnBodiesOfAssemblies, SplitWithKnownChange,
+                         testing::Values(KnownChange{{"own-bodies", 2}, LEAN, 3, 10, 10},
+                                         KnownChange{{"root-bodies", 2}, LEAN, 2, 3, 3}),
+                         [](const auto& test) { return test_name(test.param.source); });
+
+}  // namespace
+}  // namespace Kessel::test

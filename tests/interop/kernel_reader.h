@@ -1,0 +1,56 @@
+// Reads an exchange file with the CAD kernel, external references included, into plain figures that
+// can be compared.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace Kessel::test {
+
+/// How much a shape holds, and where it is, in its own frame and in millimetres.
+struct ShapeFigures {
+  int components = 0;  ///< usages below it, at all levels
+  int solids = 0;      ///< these and the next three count each placement
+  int shells = 0;
+  int faces = 0;
+  int edges = 0;
+  double volume = 0;
+  double area = 0;
+  std::array<double, 3> centre_of_mass{};
+  std::array<double, 6> box{};  ///< lowest corner, highest corner; zeros for an empty shape
+};
+
+/// One shape of a document: a part or an assembly.
+struct DocumentShape {
+  std::string name;
+  std::string tree;  ///< a line per component, "name -> what it uses", indented by level, in order
+  ShapeFigures figures;
+};
+
+/// The free shapes of the file `path`: those that nothing in it uses. The file is read from its own
+/// folder, which is the working directory for that time. Throws `std::runtime_error` when the
+/// kernel cannot read it.
+std::vector<DocumentShape> read_free_shapes(const std::filesystem::path& path);
+
+/// The same for every shape that has components, used or not.
+std::vector<DocumentShape> read_assemblies(const std::filesystem::path& path);
+
+/// The tree of a shape under its name, such as "cart\n  front axle -> axle\n    left -> wheel\n".
+std::string whole_tree(const DocumentShape& shape);
+
+/// A line for each figure that differs, lengths by more than a millionth; empty for equal figures.
+std::string differences(const ShapeFigures& expected, const ShapeFigures& actual);
+
+/// The same for whole shapes: trees, then figures.
+std::string differences(const DocumentShape& expected, const DocumentShape& actual);
+
+/// The same for lists of shapes, in order.
+std::string differences(const std::vector<DocumentShape>& expected,
+                        const std::vector<DocumentShape>& actual);
+
+/// The solids of all shapes.
+int count_solids(const std::vector<DocumentShape>& shapes);
+
+}  // namespace Kessel::test
