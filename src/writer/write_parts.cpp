@@ -39,7 +39,7 @@ class RecordWriter {
     const Entity* entity = slot_at(slots_, id);
     if (entity == nullptr || entity->part_numbers.empty()) return;
     const bool presentation = entity->type().find(PRESENTATION) != std::string_view::npos;
-    if (entity->part_numbers.size() == 1 && !presentation) {
+    if (entity->part_numbers.size() == 1 && !presentation && record.size() <= SHORT_RECORD) {
       write_to_only_part(record, *entity->part_numbers.begin()->first);
     } else {
       write_to_each_part(record, *entity, presentation);
@@ -50,6 +50,8 @@ class RecordWriter {
   static constexpr std::string_view PRESENTATION =
       "MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION";
   static constexpr std::string_view RECORD_END = ";\n";
+  /// Up to here, room for the worst case is cheaper than counting the references first.
+  static constexpr std::size_t SHORT_RECORD = 4096;
 
   /// Fast path: nearly every record goes into one file, with no change but the numbers.
   void write_to_only_part(std::string_view record, Part& part) {
