@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/slots.h"
+#include "structure/leaf.h"
 
 namespace Kessel {
 
@@ -45,13 +46,6 @@ void take_from_child(Slots slots, Entity& record, std::uint16_t n, KindFilter fi
   adopt_parts(slot_at(slots, references[n]), &record, filter);
 }
 
-bool holds_leaf(const Entity& entity) {
-  for (const auto [part, number] : entity.part_numbers) {
-    if (part->part_kind == LEAF_PART) return true;
-  }
-  return false;
-}
-
 /// What a styled item styles: its last reference, or, where it overrides another styled item, the
 /// one in front of that (ISO 10303-46). Null when there is none.
 const Entity* styled_object(Slots slots, const Entity& styled_item) {
@@ -65,15 +59,17 @@ const Entity* styled_object(Slots slots, const Entity& styled_item) {
 }
 
 /// Walks breadth first from `start` through everything that gains something: `gain(entity)` gives
-/// an instance what is being spread and returns whether it gained any. `needs(entity)` may tell
-/// beforehand that an instance will gain nothing. Returns whether anything was gained.
-template <class Needs, class Gain>
-bool walk_down(Slots slots, Entity* start, Needs needs, Gain gain) {
+/// an instance what is being spread and returns whether it gained any. Returns whether anything was
+/// gained.
+template <class Gain>
+bool walk_down(Slots slots, Entity* start, Gain gain) {
   if (!gain(*start)) return false;
   const auto expand = [&](const Entity& gained, std::vector<Entity*>& below) {
     for (const std::uint32_t reference : gained.references()) {
       Entity* entity = slot_at(slots, reference);
-      if (entity != nullptr && needs(*entity)) below.push_back(entity);
+      if (entity == nullptr) continue;
+      __builtin_prefetch(entity);  // It is looked at when the next level is.
+      below.push_back(entity);
     }
   };
   // One level at a time, so that what waits never is more than two levels.
@@ -115,21 +111,14 @@ bool propagate_down(const File& file, const Entity* source, Entity* start, KindF
   if (source == nullptr || start == nullptr) return false;
   // Fast path: nearly always one part is spread, into instances that hold none yet.
   if (Part* part = only_part(*source, filter)) {
-    return walk_down(
-        file.entities(), start,
-        [](const Entity& entity) {
-          __builtin_prefetch(&entity);  // It is looked at when the next level is.
-          return true;
-        },
-        [part](Entity& entity) {
-          if (entity.part_numbers.contains(part)) return false;
-          entity.part_numbers.emplace(part, ++part->last_instance_number);
-          return true;
-        });
+    return walk_down(file.entities(), start, [part](Entity& entity) {
+      if (entity.part_numbers.contains(part)) return false;
+      entity.part_numbers.emplace(part, ++part->last_instance_number);
+      return true;
+    });
   }
-  return walk_down(
-      file.entities(), start, [](const Entity&) { return true; },
-      [=](Entity& entity) { return adopt_parts(source, &entity, filter); });
+  return walk_down(file.entities(), start,
+                   [=](Entity& entity) { return adopt_parts(source, &entity, filter); });
 }
 
 void propagate_from_child(const File& file, std::string_view type, std::uint16_t n,
@@ -168,7 +157,7 @@ void gather_and_spread_to_leaves(const File& file, std::string_view type) {
     const bool leaf_reaches =
         std::any_of(references.begin(), references.end(), [&](std::uint32_t reference) {
           const Entity* below = slot_at(file.entities(), reference);
-          return below != nullptr && holds_leaf(*below);
+          return below != nullptr && first_leaf(*below) != nullptr;
         });
     const KindFilter filter = leaf_reaches ? LEAVES : ALL_PARTS;
     gather(file.entities(), record, filter);

@@ -38,13 +38,6 @@ class BlockWriter {
 
 }  // namespace
 
-const Part* first_leaf(const Entity& link) {
-  for (const auto [part, number] : link.part_numbers) {
-    if (part->part_kind == LEAF_PART) return part;
-  }
-  return nullptr;
-}
-
 const Part* defined_part(Slots slots, ReachabilitySearch& search, const Entity& link) {
   const auto references = link.references();
   if (references.empty()) return nullptr;

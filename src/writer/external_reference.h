@@ -5,12 +5,10 @@
 
 #include "kessel/part.h"
 #include "model/slots.h"
+#include "structure/leaf.h"
 #include "structure/reachability.h"
 
 namespace Kessel {
-
-/// The first leaf part, in the order of the list, that holds `link`; null when none does.
-const Part* first_leaf(const Entity& link);
 
 /// The part whose shape `link`, a shape definition representation, gives: the part at the
 /// definition that its first reference leads to; null when there is none. `search` runs over

@@ -40,7 +40,7 @@ class Rewriter {
   /// Writes the text up to the reference `number`, whose digits stand at [begin, end), and what
   /// becomes of it.
   void put_reference(std::uint32_t number, const char* begin, const char* end) {
-    copy(copied_, static_cast<std::size_t>(begin - copied_), text_end_);
+    copy_up_to(begin);
     copied_ = end;
     if (const std::uint32_t new_number = number_in(slots_, number, part_)) {
       end_ = write_number(end_, new_number);
@@ -56,21 +56,23 @@ class Rewriter {
 
   /// Writes the rest of the text. Returns the end of what was written.
   char* finish() {
-    copy(copied_, static_cast<std::size_t>(text_end_ - copied_), text_end_);
+    copy_up_to(text_end_);
     return end_;
   }
 
  private:
-  /// Appends the `size` bytes at `text`, behind which the source goes on to `source_end`.
-  void copy(const char* text, std::size_t size, const char* source_end) {
+  /// Appends the text that was not dealt with yet, up to `until`.
+  void copy_up_to(const char* until) {
+    const auto size = static_cast<std::size_t>(until - copied_);
     // Fast path for what stands between two references: a copy of fixed size takes no call.
-    if (size <= CHUNK && static_cast<std::size_t>(source_end - text) >= CHUNK) {
-      std::memcpy(end_, text, CHUNK);
+    if (size <= CHUNK && static_cast<std::size_t>(text_end_ - copied_) >= CHUNK) {
+      std::memcpy(end_, copied_, CHUNK);
     } else {
-      std::memcpy(end_, text, size);
+      std::memcpy(end_, copied_, size);
     }
     end_ += size;
   }
+
   /// What was written ends in front of a reference's digits: goes back to the beginning of its list
   /// element. Returns what was found there: ',' (taken back too), '(' (stays), or 0: no list, and
   /// nothing was taken back.
