@@ -7,15 +7,43 @@ add_library(kessel_objects OBJECT
   src/association/recognition.cpp
   src/association/relationship_rules.cpp
   src/association/rules.cpp
+  src/check/check.cpp
+  src/check/finding_list.cpp
+  src/check/input_file.cpp
+  src/check/reference_check.cpp
+  src/check/refusal.cpp
+  src/check/signature.cpp
+  src/check/structure_check.cpp
+  src/check/text_check.cpp
   src/encoding/decode.cpp
   src/encoding/encode.cpp
+  src/encoding/string_body.cpp
   src/encoding/unicode.cpp
+  src/inspection/assembly.cpp
+  src/inspection/header.cpp
+  src/inspection/inspected_file.cpp
+  src/inspection/parameters.cpp
+  src/inspection/summary.cpp
+  src/inspection/type_counts.cpp
+  src/inspection/units.cpp
+  src/inspection/walk.cpp
   src/model/entity.cpp
+  src/model/errors.cpp
   src/model/file.cpp
+  src/model/finding_kinds.cpp
+  src/model/messages.cpp
+  src/naming/ascii.cpp
+  src/naming/characters.cpp
+  src/naming/file_stem.cpp
+  src/naming/unicode_forms.cpp
+  src/naming/unique_names.cpp
   src/reader/classification.cpp
+  src/reader/header.cpp
   src/reader/parse_file.cpp
   src/reader/record_cutter.cpp
   src/reader/record_loader.cpp
+  src/reader/refusals.cpp
+  src/splitter/checked_run.cpp
   src/splitter/pipeline.cpp
   src/splitter/run.cpp
   src/splitter/written_files.cpp
@@ -23,6 +51,8 @@ add_library(kessel_objects OBJECT
   src/structure/discovery.cpp
   src/structure/links.cpp
   src/structure/part.cpp
+  src/structure/part_records.cpp
+  src/structure/product_names.cpp
   src/structure/reachability.cpp
   src/structure/roots.cpp
   src/structure/type_names.cpp
@@ -32,6 +62,9 @@ add_library(kessel_objects OBJECT
   src/writer/part_output.cpp
   src/writer/rewrite.cpp
   src/writer/write_parts.cpp)
+if(VELKSTEP_C_INTERFACE)
+  target_sources(kessel_objects PRIVATE src/c_interface/c_interface.cpp)
+endif()
 target_include_directories(kessel_objects PUBLIC
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>

@@ -2,6 +2,7 @@
 # Installs Debian packages: tools/install-packages.sh GROUP...
 #   build    compiler, CMake and what the library and the command line need
 #   test     what the tests need
+#   browser  the browser and its driver's language, for tests of the report page
 #   interop  the open CAD kernel that reads splits back in tests
 #   lint     the formatter and the checker of the sources
 set -eu
@@ -9,9 +10,12 @@ set -eu
 packages=
 for group in "$@"; do
   case $group in
-    build) packages="$packages g++ cmake make libcli11-dev" ;;
-    test) packages="$packages libgtest-dev libgmock-dev libicu-dev unicode-data pkg-config python3 binutils" ;;
+    build) packages="$packages g++ cmake make libcli11-dev nlohmann-json3-dev" ;;
+    test) packages="$packages libgtest-dev libgmock-dev libicu-dev unicode-data pkg-config python3 binutils
+      bash zsh fish groff-base graphviz dpkg-dev file
+      pybind11-dev python3-dev python3-pytest mypy parallel rsync" ;;
     interop) packages="$packages libocct-data-exchange-dev" ;;
+    browser) packages="$packages chromium fonts-dejavu-core python3" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
     *) echo "unknown group: $group" >&2; exit 2 ;;
   esac

@@ -3,7 +3,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-tools/install-packages.sh build test interop
+tools/install-packages.sh build test interop browser
 cmake --preset release -DVELKSTEP_BUILD_BENCH=OFF
 cmake --build --preset release -j "$(nproc)"
 ctest --preset release -j "$(nproc)"

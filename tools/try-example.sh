@@ -17,4 +17,4 @@ echo
 ls -l parts
 echo
 echo "How the root's file points at its first component:"
-grep -a -m 1 -A 5 "=DOCUMENT_TYPE('geometry')" "$(head -n 1 roots.txt | sed 's,^,parts/,')"
+grep -a -m 1 -A 5 "=DOCUMENT_TYPE('geometry')" "$(head -n 1 parts/roots.txt | sed 's,^,parts/,')"

@@ -1,15 +1,14 @@
 // velkstep split IN OUTDIR
 #pragma once
 
-#include <filesystem>
+#include <CLI/CLI.hpp>
 
-#include "kessel/options.h"
+#include "command.h"
 
 namespace Velkstep {
 
-/// Splits `in` into files under `outdir` and prints their paths on standard output, the root's
-/// first. Returns the exit code; when it is EXIT_FAILED, one line on standard error says why.
-int split(const std::filesystem::path& in, const std::filesystem::path& outdir,
-          const Kessel::Options& options);
+/// Adds the subcommand that splits IN into files under OUTDIR and prints their paths on standard
+/// output, the root's first. When it is chosen, parsing sets `action`.
+void add_split_command(CLI::App& app, Action& action);
 
 }  // namespace Velkstep

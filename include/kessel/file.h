@@ -6,10 +6,12 @@
 #include <fstream>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -51,11 +53,15 @@ class KESSEL_EXPORT File {
   /// one whose end is not reached at a ";" that completes a record or a section (text after the
   /// last ";", a last record that does not end in ")").
   static File* from(std::filesystem::path in, std::string (*decode)(std::string_view));
+  /// The same with the files' names in another style. `decode` then turns products' names into
+  /// UTF-8; null stands for `decode_step_to_utf8`.
+  static File* from(std::filesystem::path in, std::string (*decode)(std::string_view),
+                    const Options& options);
 
   /// Associates the records with the parts and writes every part's file under `outdir`. Throws as
   /// `Run` does. `Part::free_statics` is the caller's to call afterwards.
   void extract_parts(std::filesystem::path outdir);
-  /// The same with the assemblies' files in another style.
+  /// The same with the assemblies' files, and the names in references, in another style.
   void extract_parts(std::filesystem::path outdir, const Options& options);
 
   /// Makes a record in slot `id`, growing the store as needed. A record that was in the slot is
@@ -85,26 +91,31 @@ class KESSEL_EXPORT File {
 
  private:
   friend class RecordLoader;    // reader: fills the store
+  friend class CheckedRun;      // splitter: drives the passes
+  friend class InspectedFile;   // inspection: reads and finds the structure, and no more
   friend struct FileInternals;  // tests reach the passes through it
 
   // reader
-  KESSEL_HIDDEN static File* parse_file(std::filesystem::path path);
+  KESSEL_HIDDEN static File* parse_file(std::filesystem::path path, const Options& options = {});
+  KESSEL_HIDDEN static std::unique_ptr<File> parse_file_checked(std::filesystem::path path,
+                                                                const Options& options);
+  KESSEL_HIDDEN void read(const Options& options);
   // structure
   KESSEL_HIDDEN void process_parts(std::string (*decode)(std::string_view));
+  KESSEL_HIDDEN void list_root() const;
+  KESSEL_HIDDEN void name_after_products(std::string (*decode)(std::string_view));
   KESSEL_HIDDEN void find_and_create_parts();
   KESSEL_HIDDEN void link_parts();
   KESSEL_HIDDEN void find_parts_types(std::string (*decode)(std::string_view));
   KESSEL_HIDDEN void classify_by_geometry();
   KESSEL_HIDDEN void generate_root();
   // association
-  KESSEL_HIDDEN void associate_entities() const;
-  KESSEL_HIDDEN void associate_entities(AssemblyStyle style) const;
+  KESSEL_HIDDEN void associate_entities(const Options& options = {}) const;
   KESSEL_HIDDEN void initiate_recognition() const;
   KESSEL_HIDDEN void recognise_own_files() const;
   KESSEL_HIDDEN void associate_others() const;
   // writer
-  KESSEL_HIDDEN void write_parts(std::filesystem::path outdir);
-  KESSEL_HIDDEN void write_parts(std::filesystem::path outdir, AssemblyStyle style);
+  KESSEL_HIDDEN void write_parts(std::filesystem::path outdir, const Options& options = {});
 
   // model
   using Ids = std::vector<unsigned>;
@@ -125,7 +136,11 @@ class KESSEL_EXPORT File {
   std::map<std::string_view, Ids> ids_by_type_;
   std::vector<Part*> parts_;
   Part* root_ = nullptr;
+  NameStyle name_style_ = NameStyle::record;
+  std::unordered_map<unsigned, std::string> names_;  // first strings, where files are called so
   bool root_generated_ = false;
+  bool checked_ = false;  // Whether a run ends with an error where a host's goes on.
+  std::optional<std::uint64_t> read_up_to_;  // Checked: where the data ended in the first reading.
 };
 
 }  // namespace Kessel

@@ -103,12 +103,7 @@ class NumberMap {
   /// The number of `owner`, or 0 when it has none: the writer's question for every reference.
   std::uint32_t number_or_zero(Owner* owner) const {
     if (size_ == 1) return where_.owner == owner ? number_ : 0;  // Fast path: one part.
-    if (size_ == 0) return 0;
-    // Fast path: where all parts hold the instance, an owner's index is its position.
-    const std::uint32_t guess = owner->list_position;
-    if (guess < size_ && where_.block[guess].owner == owner) return where_.block[guess].number;
-    const std::uint32_t index = index_of(owner);
-    return index == NONE ? 0 : where_.block[index].number;
+    return size_ == 0 ? 0 : number_in_block(owner);
   }
 
   /// Adds (owner, number) unless `owner` has an entry already. Returns the entry of `owner` and
@@ -176,6 +171,14 @@ class NumberMap {
       return before(slot.position, slot.owner, position, owner);
     });
     return static_cast<std::uint32_t>(found - where_.block);
+  }
+
+  std::uint32_t number_in_block(Owner* owner) const {
+    // Fast path: where all parts hold the instance, an owner's index is its position.
+    const std::uint32_t guess = owner->list_position;
+    if (guess < size_ && where_.block[guess].owner == owner) return where_.block[guess].number;
+    const std::uint32_t index = index_of(owner);
+    return index == NONE ? 0 : where_.block[index].number;
   }
 
   std::uint32_t index_of(Owner* owner) const {

@@ -1,6 +1,10 @@
 // What a host can choose about a split.
 #pragma once
 
+#include <cstdint>
+#include <functional>
+#include <limits>
+
 namespace Kessel {
 
 /// What an assembly's file holds.
@@ -17,9 +21,50 @@ enum class AssemblyStyle {
   nested,
 };
 
+/// What the files are called.
+enum class NameStyle {
+  /// After the number of the product's record: "#12_part.stp".
+  record,
+  /// After the product's name (the first string of its record), in ASCII: letters lose their marks,
+  /// characters of other scripts become code points. Made safe for every common file system, and
+  /// told apart without regard to case with " (2)", " (3)", ... in the order of the parts. A part
+  /// without a usable name is called after its record.
+  product,
+  /// The same with the name's own characters. Not every reader finds files of such names.
+  product_unicode,
+};
+
+/// What a run is busy with.
+enum class Stage {
+  reading,  ///< the records, measured in bytes of the input
+  sorting,  ///< which record goes into which file, measured in passes over the records
+  writing,  ///< the files, measured in bytes of the input, which is read again
+};
+
+/// How far a run has come.
+struct Progress {
+  Stage stage = Stage::reading;
+  std::uint64_t done = 0;
+  std::uint64_t total = 0;  ///< of the stage; `done` is never more
+};
+
 /// Choices for one run.
 struct Options {
+  static constexpr std::uint64_t NO_LIMIT = std::numeric_limits<std::uint64_t>::max();
+
   AssemblyStyle assemblies = AssemblyStyle::classic;
+  NameStyle names = NameStyle::record;
+  /// Whether the name of a file in its own header (ISO 10303-21, 8.2.2) has the output folder in
+  /// front, as the caller gave it.
+  bool folder_in_headers = true;
+  /// Bytes that the records of the input may take in memory, and one record or the header as text.
+  /// It bounds what a hostile file can make the reader ask for, to within a block of 256 KiB; what
+  /// the passes add to the records later is not counted.
+  std::uint64_t memory_limit = NO_LIMIT;
+  /// Told how far the run has come, on the caller's thread: after each pass, and after every
+  /// megabyte of the input. An exception that leaves it ends the run, which is how to cancel one;
+  /// what was written until then is in the files.
+  std::function<void(const Progress&)> progress = {};
 };
 
 }  // namespace Kessel

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -46,6 +47,16 @@ class PagedArray {
       page = memory_.back().get();
     }
     return page[i % PAGE_SIZE];
+  }
+
+  /// How many bytes the array takes once it is long enough for element `i`, and that is in use.
+  std::uint64_t bytes_with(std::size_t i) const {
+    const std::size_t page = i / PAGE_SIZE;
+    const bool in_use = page < pages_.size() && pages_[page] != nullptr;
+    const std::size_t pages = memory_.size() + (in_use ? 0 : 1);
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): where T is a pointer, its size is what is meant.
+    constexpr std::uint64_t PAGE_BYTES = PAGE_SIZE * sizeof(T);
+    return pages * PAGE_BYTES + std::max(pages_.size(), page + 1) * sizeof(void*);
   }
 
   /// Calls `visit(i, element)` in ascending order for all elements on pages in use.

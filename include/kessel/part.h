@@ -5,10 +5,12 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <optional>
 #include <ostream>
 #include <queue>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "kessel/entity.h"
@@ -72,7 +74,8 @@ class KESSEL_EXPORT Part : public EntityWithType {
   /// Leaves `_opened_files` alone.
   void close();
 
-  /// Ends a run: closes every stream in `_opened_files`, then empties it and `_filenames`.
+  /// Ends a run: closes every stream in `_opened_files`, then empties it and `_filenames`, and
+  /// forgets what failed.
   /// Hosts that drive `File` themselves call it after `File::extract_parts`, and after a run that
   /// an exception ended.
   static void free_statics();
@@ -87,6 +90,21 @@ class KESSEL_EXPORT Part : public EntityWithType {
 
   /// Most streams that are open at once.
   static constexpr std::uint64_t MAX_OPENED_FILE = 50;
+  /// Opens the stream as `output` does, but prints nothing. Returns whether it is open.
+  KESSEL_HIDDEN bool open();
+
+  /// A file that could not be opened, written or closed, and why.
+  struct KESSEL_HIDDEN Failure {
+    std::filesystem::path path;
+    std::error_code reason;
+  };
+  /// The first failure since the last `free_statics`.
+  KESSEL_HIDDEN static std::optional<Failure> _failure;
+  /// Notes that a call on `path` failed just now; `errno` tells why. Keeps an earlier failure.
+  KESSEL_HIDDEN static void note_failure(const std::filesystem::path& path);
+  /// Closes every stream in `_opened_files`, and empties it.
+  KESSEL_HIDDEN static void close_opened();
+
   /// How many parts asked for each base name, over all runs since the last `free_statics`.
   KESSEL_HIDDEN static std::map<std::filesystem::path, std::uint32_t> _filenames;
   /// Parts whose stream is open, the one opened longest ago in front; not owned.

@@ -1,6 +1,7 @@
 // VelkStepSplitter: splits an exchange file with a product assembly into one file per part.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <vector>
 
@@ -32,10 +33,34 @@ namespace Kessel {
 KESSEL_EXPORT std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
                                                      const std::filesystem::path& outdir);
 
-/// The same with choices; the default ones give the same files.
+/// A file of a split.
+struct WrittenFile {
+  std::filesystem::path path;  ///< as `Run` returns it
+  std::uint32_t part = 0;      ///< number of the part's record in the input; 0 for a generated root
+  std::uint32_t records = 0;   ///< instances in the file, which are numbered from 1 to this
+  std::uint64_t bytes = 0;     ///< the file's size
+};
+
+/// The checked form, with choices; the default ones give the same files. What differs:
+///
+/// It returns. Where the other form would not, and where the records would need more memory than
+/// `options.memory_limit`, it throws `InputError` (`kessel/errors.h`) before it writes anything; so
+/// it does for an `in` that is no regular file. It also throws `InputError` when somebody changes
+/// the input meanwhile, as far as its size, its time and the end of its data tell.
+///
+/// When it returns, every file was written whole, "roots.txt" included, and closed without an
+/// error. As soon as one cannot be, it throws `OutputError` and prints nothing about it; the files
+/// are left as they are then.
+///
+/// However it ends, no stream stays open and no name stays taken.
 KESSEL_EXPORT std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
                                                      const std::filesystem::path& outdir,
                                                      const Options& options);
+
+/// The same, with what was written about each part.
+KESSEL_EXPORT std::vector<WrittenFile> split(const std::filesystem::path& in,
+                                             const std::filesystem::path& outdir,
+                                             const Options& options = {});
 
 }  // namespace Kessel
 

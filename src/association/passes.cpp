@@ -148,23 +148,7 @@ const Pass PASSES[] = {
 };
 
 bool belongs_to(In in, AssemblyStyle style) {
-  switch (in) {
-    case In::every_style:
-      return true;
-    case In::classic:
-      return style == AssemblyStyle::classic;
-    case In::lean:
-      return style == AssemblyStyle::lean;
-    case In::nested:
-      return style == AssemblyStyle::nested;
-    case In::classic_and_lean:
-      return style != AssemblyStyle::nested;
-    case In::classic_and_nested:
-      return style != AssemblyStyle::lean;
-    case In::lean_and_nested:
-      return style != AssemblyStyle::classic;
-  }
-  return false;
+  return (static_cast<unsigned>(in) >> static_cast<unsigned>(style) & 1) != 0;
 }
 
 TypeNameSet shape_representation_types(const std::set<std::string>& file_types) {
@@ -180,7 +164,8 @@ TypeNameSet shape_representation_types(const std::set<std::string>& file_types) 
 }
 
 /// Runs the pass for one of its types. `other` is what its second selection holds.
-void run_rule(const File& file, const Pass& pass, std::string_view type, const TypeNameSet& other) {
+void run_rule(const File& file, const Pass& pass, std::string_view type,
+              const TypeNameIndex& other) {
   switch (pass.rule) {
     case from_child:
       return propagate_from_child(file, type, pass.n, pass.filter);
@@ -244,7 +229,8 @@ std::vector<Pass> association_passes(AssemblyStyle style) {
 }
 
 void run_pass(const File& file, const Pass& pass) {
-  const TypeNameSet other = pass.other.resolve(file.types());
+  const TypeNameSet others = pass.other.resolve(file.types());
+  const TypeNameIndex other(others.begin(), others.end());
   for (const std::string_view type : pass.types.resolve(file.types())) {
     run_rule(file, pass, type, other);
   }

@@ -27,15 +27,15 @@ enum class Rule {
   tops_to_root,           ///< tops_to_generated_root
 };
 
-/// The styles that a pass belongs to.
-enum class In {
-  every_style,
-  classic,
-  lean,
-  nested,
-  classic_and_lean,  ///< where one file holds the whole structure
-  classic_and_nested,
-  lean_and_nested,  ///< where geometry stays in its component's file
+/// The styles that a pass belongs to: a bit for each, by the style's value.
+enum class In : std::uint8_t {
+  classic = 1 << static_cast<int>(AssemblyStyle::classic),
+  lean = 1 << static_cast<int>(AssemblyStyle::lean),
+  nested = 1 << static_cast<int>(AssemblyStyle::nested),
+  classic_and_lean = classic | lean,  ///< where one file holds the whole structure
+  classic_and_nested = classic | nested,
+  lean_and_nested = lean | nested,  ///< where geometry stays in its component's file
+  every_style = classic | lean | nested,
 };
 
 /// Sets of types that depend on the file's own type names.

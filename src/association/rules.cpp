@@ -58,6 +58,9 @@ const Entity* styled_object(Slots slots, const Entity& styled_item) {
   return before;
 }
 
+/// What most walks never exceed on one level, which saves them growing a list step by step.
+constexpr std::size_t LEVEL_SIZE = 64;
+
 /// Walks breadth first from `start` through everything that gains something: `gain(entity)` gives
 /// an instance what is being spread and returns whether it gained any. Returns whether anything was
 /// gained.
@@ -75,6 +78,8 @@ bool walk_down(Slots slots, Entity* start, Gain gain) {
   // One level at a time, so that what waits never is more than two levels.
   std::vector<Entity*> level;
   std::vector<Entity*> next;
+  level.reserve(LEVEL_SIZE);
+  next.reserve(LEVEL_SIZE);
   for (expand(*start, level); !level.empty(); level.swap(next), next.clear()) {
     for (Entity* entity : level) {
       if (gain(*entity)) expand(*entity, next);
@@ -201,7 +206,7 @@ void propagate_from_child_and_down(const File& file, std::string_view type, std:
 }
 
 void propagate_to_typed_children(const File& file, std::string_view type,
-                                 const TypeNameSet& child_types, ChildTypes mode,
+                                 const TypeNameIndex& child_types, ChildTypes mode,
                                  KindFilter filter) {
   for_each_record(file, type, [&](Entity& record) {
     for (const std::uint32_t reference : record.references()) {

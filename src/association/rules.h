@@ -79,7 +79,7 @@ enum class ChildTypes {
 
 /// Each record of the type spreads its parts through those of its references that `mode` selects.
 void propagate_to_typed_children(const File& file, std::string_view type,
-                                 const TypeNameSet& child_types, ChildTypes mode,
+                                 const TypeNameIndex& child_types, ChildTypes mode,
                                  KindFilter filter);
 
 /// From every node (record of `node_type`) that holds a part, parts climb along relationships: each

@@ -79,9 +79,9 @@ std::string fspath_to_utf8(const std::filesystem::path& p) {
   return {text.begin(), text.end()};
 #else
   // The system's paths are bytes: all there is to do is to make sure that they are UTF-8.
-  bool valid = true;
-  for (std::string_view rest = p.native(); !rest.empty();) take_utf8(rest, valid);
-  if (!valid) throw std::system_error(std::make_error_code(std::errc::illegal_byte_sequence));
+  if (!is_utf8(p.native())) {
+    throw std::system_error(std::make_error_code(std::errc::illegal_byte_sequence));
+  }
   return p.native();
 #endif
 }

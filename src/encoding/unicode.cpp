@@ -87,4 +87,13 @@ char32_t take_utf8(std::string_view& text, bool& valid) {
   return REPLACEMENT_CHARACTER;
 }
 
+bool is_utf8(std::string_view text) {
+  const auto is_ascii = [](char c) { return static_cast<signed char>(c) >= 0; };
+  const auto first = std::find_if_not(text.begin(), text.end(), is_ascii);  // Mostly there is none.
+  text.remove_prefix(static_cast<std::size_t>(first - text.begin()));
+  bool valid = true;
+  while (valid && !text.empty()) take_utf8(text, valid);
+  return valid;
+}
+
 }  // namespace Kessel

@@ -22,4 +22,7 @@ void append_utf8(std::string& out, char32_t c);
 /// then set to false and otherwise left alone.
 char32_t take_utf8(std::string_view& text, bool& valid);
 
+/// Whether `text` is UTF-8 from end to end.
+bool is_utf8(std::string_view text);
+
 }  // namespace Kessel

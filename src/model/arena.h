@@ -24,6 +24,9 @@ class Arena {
     return memory;
   }
 
+  /// How many bytes were taken from the system.
+  std::uint64_t bytes() const { return bytes_; }
+
   /// Constructs a `Object` in the arena's memory.
   template <class Object, class... Args>
   Object* make(Args&&... args) {
@@ -39,11 +42,13 @@ class Arena {
     blocks_.push_back(std::make_unique_for_overwrite<std::byte[]>(size));
     next_ = blocks_.back().get();
     room_ = size;
+    bytes_ += size;
   }
 
   std::vector<std::unique_ptr<std::byte[]>> blocks_;
   std::byte* next_ = nullptr;
   std::size_t room_ = 0;
+  std::uint64_t bytes_ = 0;
 };
 
 }  // namespace Kessel

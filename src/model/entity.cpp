@@ -2,8 +2,9 @@
 #include "kessel/entity.h"
 
 #include <cstddef>
-#include <iostream>
 #include <utility>
+
+#include "model/messages.h"
 
 namespace Kessel {
 
@@ -30,7 +31,7 @@ unsigned Entity::get_reference(int i) const {
   const std::span<const std::uint32_t> numbers = references();
   // A negative index becomes a huge one and is out of range like any other.
   if (static_cast<std::size_t>(i) < numbers.size()) return numbers[static_cast<std::size_t>(i)];
-  std::cerr << "Got an out of range in 'get_child' while fetching child nb " << i << '\n';
+  messages() << "Got an out of range in 'get_child' while fetching child nb " << i << '\n';
   return 0;
 }
 

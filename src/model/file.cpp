@@ -1,7 +1,6 @@
 // The store: slots by instance number, numbers by type.
 #include "kessel/file.h"
 
-#include <cstring>
 #include <utility>
 
 #include "model/slots.h"
@@ -21,14 +20,6 @@ File::~File() {
     if (entity != nullptr) entity->~Entity();
   });
   if (root_generated_) delete root_;
-}
-
-/// Grows the store by the fewest whole blocks that cover `id`.
-void File::make_room(unsigned id) {
-  const std::size_t size = entities_.size();
-  if (id < size) return;
-  const std::size_t blocks = 1 + (id - size) / SLOT_BLOCK;
-  entities_.grow(size + blocks * SLOT_BLOCK);
 }
 
 Entity* File::create_entity(unsigned id) {
@@ -61,16 +52,6 @@ std::string_view File::add_type(unsigned id, std::string_view type) {
   const auto [name, ids] = intern_type(type);
   ids->push_back(id);
   return name;
-}
-
-/// Packs `references` into the arena, behind the record that they belong to.
-void File::set_references(Entity& entity, std::span<const unsigned> references) {
-  if (references.empty()) return;
-  const std::size_t bytes = references.size_bytes();
-  auto* packed = static_cast<std::uint32_t*>(arena_->allocate(sizeof(std::uint32_t) + bytes));
-  packed[0] = static_cast<std::uint32_t>(references.size());
-  std::memcpy(packed + 1, references.data(), bytes);
-  entity.references_.view(packed);
 }
 
 void File::add_part(Part* part) {

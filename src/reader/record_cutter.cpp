@@ -1,9 +1,11 @@
 // Cuts an exchange file into its header lines and its data records.
 #include "reader/record_cutter.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
+#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {
@@ -22,7 +24,13 @@ RecordCutter::RecordCutter(std::istream& in)
 /// the buffer. Returns whether anything was read.
 bool RecordCutter::refill() {
   const std::size_t left = end_ - begin_;
+  if (counts_lines_) {
+    count_lines_up_to(begin_);
+    counted_ = 0;
+  }
+  passed_ += begin_;
   if (left == capacity_) {
+    if (left >= max_held_) throw_too_long();
     auto larger = std::make_unique_for_overwrite<char[]>(capacity_ * 2);
     std::memcpy(larger.get(), buffer_.get() + begin_, left);
     buffer_ = std::move(larger);
@@ -86,19 +94,46 @@ std::string_view RecordCutter::next_record_plainly() {
     return "A";
   }
   std::string_view piece;
-  do {
+  for (;;) {
     piece = trimmed(take_until(';'));
-  } while (!ended_ && !piece.empty() && piece.front() != '#');
+    if (ended_ || piece.empty() || piece.front() == '#') break;
+    if (witness_ != nullptr) witness_->passed_over(piece);
+  }
   if (piece.empty() || ended_ || is_whole_record(piece)) return piece;
   return join_pieces(piece);
 }
 
 std::string_view RecordCutter::join_pieces(std::string_view first) {
+  joined_place_ = place_of(first);
   joined_ = first;
+  if (witness_ != nullptr) witness_->to_be_joined(first);
   do {
-    joined_ += trimmed(take_until(';'));
+    const std::string_view piece = trimmed(take_until(';'));
+    if (witness_ != nullptr) witness_->to_be_joined(piece);
+    joined_ += piece;
+    if (joined_.size() > max_held_) throw_too_long();
   } while (!ended_ && !is_whole_record(joined_));
   return joined_;
+}
+
+void RecordCutter::throw_too_long() const {
+  throw InputError(too_long(max_held_, offset()));
+}
+
+void RecordCutter::count_lines_up_to(std::size_t position) {
+  const char* const buffer = buffer_.get();
+  lines_ += static_cast<std::uint64_t>(std::count(buffer + counted_, buffer + position, '\n'));
+  counted_ = position;
+}
+
+Place RecordCutter::place_at(std::size_t position) {
+  if (counts_lines_) count_lines_up_to(position);
+  return {passed_ + position, lines_ + 1};
+}
+
+Place RecordCutter::place_of(std::string_view taken) {
+  if (taken.data() == joined_.data()) return joined_place_;
+  return place_at(static_cast<std::size_t>(taken.data() - buffer_.get()));
 }
 
 }  // namespace Kessel

@@ -2,12 +2,30 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <istream>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace Kessel {
+
+/// A place in a text.
+struct Place {
+  std::uint64_t offset = 0;  ///< bytes from its beginning
+  std::uint64_t line = 0;    ///< from 1
+};
+
+/// Learns of the pieces that RecordCutter does not give out as they stand.
+class CuttingWitness {
+ public:
+  virtual ~CuttingWitness() = default;
+  /// A piece that is no record, not even in part. Not empty.
+  virtual void passed_over(std::string_view piece) = 0;
+  /// A piece of a record that was cut into several, the first included; may be empty.
+  virtual void to_be_joined(std::string_view piece) = 0;
+};
 
 /// Reads an exchange file (ISO 10303-21) from front to back, by blocks, as text: it knows lines,
 /// ";" and white space, nothing else of the grammar.
@@ -39,7 +57,30 @@ class RecordCutter {
   /// Whether the input ended before the last line or piece was closed.
   bool input_ended() const { return ended_; }
 
+  /// The longest text that the cutter may hold. Where a line or record is longer, next_line() and
+  /// next_record() throw InputError.
+  void limit_memory(std::uint64_t bytes) { max_held_ = bytes; }
+
+  /// Tells `witness`, which must outlive the cutter, what next_record() passes over and joins;
+  /// null for nobody.
+  void tell(CuttingWitness* witness) { witness_ = witness; }
+
+  /// Lets the next two count lines. To be called before anything is read.
+  void count_lines() { counts_lines_ = true; }
+
+  /// Where the line, record or piece begins that was given out last.
+  Place place_of(std::string_view taken);
+
+  /// The place behind all that was taken.
+  Place here() { return place_at(begin_); }
+
+  /// The offset behind all that was taken.
+  std::uint64_t offset() const { return passed_ + begin_; }
+
  private:
+  Place place_at(std::size_t position);
+  void count_lines_up_to(std::size_t position);
+  [[noreturn]] void throw_too_long() const;
   std::string_view take_until(char delimiter);
   std::string_view join_pieces(std::string_view first);
   bool refill();
@@ -51,6 +92,14 @@ class RecordCutter {
   std::size_t end_ = 0;
   bool ended_ = false;
   std::string joined_;
+
+  std::uint64_t max_held_ = std::numeric_limits<std::uint64_t>::max();
+  CuttingWitness* witness_ = nullptr;
+  std::uint64_t passed_ = 0;  // bytes of the input in front of the buffer
+  bool counts_lines_ = false;
+  std::uint64_t lines_ = 0;  // line feeds in front of counted_
+  std::size_t counted_ = 0;  // position in the buffer
+  Place joined_place_;
 };
 
 /// Whether the text that begins with `record` is a whole record rather than a piece of one.

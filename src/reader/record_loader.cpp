@@ -7,27 +7,30 @@
 
 #include "model/store.h"
 #include "reader/references.h"
+#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {
 
 std::string_view record_type(std::size_t from, std::string_view record) {
-  std::size_t begin = from;
-  while (begin < record.size() && record[begin] != '=') ++begin;
-  if (begin == record.size()) return {};
+  const char* const record_end = record.data() + record.size();
+  const char* begin = record.data() + from;
+  while (begin != record_end && *begin != '=') ++begin;
+  if (begin == record_end) return {};
   do {
-    if (++begin == record.size()) return {};
-  } while (is_space(record[begin]));
-  std::size_t end = record.find('(', begin);
-  if (end == std::string_view::npos) return {};
+    if (++begin == record_end) return {};
+  } while (is_space(*begin));
+  const char* end = find_byte(begin, record_end, '(');
+  if (end == record_end) return {};
   if (end == begin) {  // A complex instance: all that its parentheses hold.
     ++begin;
-    while (begin < record.size() && is_space(record[begin])) ++begin;
-    end = record.rfind(')');
-    if (end == std::string_view::npos || end < begin) return {};
+    while (begin != record_end && is_space(*begin)) ++begin;
+    const std::size_t last = record.rfind(')');
+    end = record.data() + last;
+    if (last == std::string_view::npos || end < begin) return {};
   }
-  while (end > begin && is_space(record[end - 1])) --end;
-  return record.substr(begin, end - begin);
+  while (end > begin && is_space(end[-1])) --end;
+  return {begin, static_cast<std::size_t>(end - begin)};
 }
 
 std::string_view first_string(std::string_view record) {
@@ -35,42 +38,79 @@ std::string_view first_string(std::string_view record) {
   return record.substr(begin, record.find('\'', begin) - begin);
 }
 
-RecordLoader::Ends::Ends(std::string_view name) {
-  if (name.size() >= 8) {
-    std::memcpy(&head, name.data(), 8);
-    std::memcpy(&tail, name.data() + name.size() - 8, 8);
-  } else {
-    std::memcpy(&head, name.data(), name.size());
+std::string_view whole_first_string(std::string_view record) {
+  std::size_t begin = record.find('\'');
+  if (begin == std::string_view::npos) return {};
+  std::size_t end = ++begin;
+  while ((end = record.find('\'', end)) != std::string_view::npos) {
+    if (end + 1 == record.size() || record[end + 1] != '\'') break;
+    end += 2;
   }
+  return record.substr(begin, end - begin);
 }
 
-RecordLoader::RecordLoader(File& file) : file_(file), cache_(CACHE_SIZE) {
+RecordLoader::Ends::Ends(std::string_view name) {
+  const char* const end = name.data() + name.size();
+  head = load_word(name.data(), end);
+  if (name.size() > 8) tail = load_word(end - 8, end);
+}
+
+RecordLoader::RecordLoader(File& file, std::uint64_t memory_limit)
+    : file_(file), memory_limit_(memory_limit), cache_(CACHE_SIZE) {
   untyped_names_.reserve(CACHE_SIZE);  // Never grows beyond: views into it stay valid.
 }
 
-void RecordLoader::add(std::string_view record) {
-  numbers_.clear();
+RecordLoader::Added RecordLoader::add(std::string_view record) {
+  // Room for a text that is nothing but references, so that none of them needs a check.
+  if (numbers_.size() <= record.size() / 2) numbers_.resize(record.size() / 2 + 1);
+  unsigned* const first = numbers_.data();
+  unsigned* last = first;
   const char* own_end = nullptr;
-  for_each_reference(record, [&](std::uint32_t number, const char*, const char* end) {
-    if (numbers_.empty()) own_end = end;
-    numbers_.push_back(number);
-  });
-  if (numbers_.empty()) return;
+  const bool whole =
+      for_each_reference(record, [&](std::uint32_t number, const char*, const char* end) {
+        if (last == first) own_end = end;
+        *last++ = number;
+      });
+  if (last == first) return {Loading::no_number};
   const auto behind_own = static_cast<std::size_t>(own_end - record.data());
   const std::string_view name = record_type(behind_own, record);
-  if (name.empty()) return;
+  if (name.empty()) return {Loading::no_type};
 
-  const unsigned id = numbers_.front();
+  const unsigned id = *first;
+  if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id);
   file_.make_room(id);
-  Entity* entity = create(id, type_of(name), record);
-  file_.set_references(*entity, std::span(numbers_).subspan(1));
+  if (file_.name_style_ != NameStyle::record) keep_name(id, name, record);
+  const Type& type = type_of(name);
+  Entity* entity = create(id, type, record);
+  file_.set_references(*entity, {first + 1, last});
+  return {whole ? Loading::whole : Loading::references_cut, id, name, type.place};
+}
+
+void RecordLoader::require_memory_for(unsigned id) const {
+  const std::uint64_t needed = file_.entities_.bytes_with(id) + file_.arena_->bytes() + text_bytes_;
+  if (needed > memory_limit_) throw InputError(too_much_memory(needed, memory_limit_, id));
 }
 
 Entity* RecordLoader::create(unsigned id, const Type& type, std::string_view record) {
   if (type.keep == Keep::nothing) return file_.store<Entity>(id);
   type.ids->push_back(id);
+  text_bytes_ += sizeof(unsigned);
   if (type.keep == Keep::type) return file_.store<EntityWithType>(id, type.name);
-  return file_.store<EntityWithAttr>(id, type.name, first_string(record));
+  const std::string_view attribute = first_string(record);
+  text_bytes_ += attribute.size();
+  return file_.store<EntityWithAttr>(id, type.name, attribute);
+}
+
+/// Keeps the first string of what a part may be called after: a product, or the representation that
+/// a mapped item maps.
+void RecordLoader::keep_name(unsigned id, std::string_view type, std::string_view record) {
+  const bool names_parts = type.find("PRODUCT") != std::string_view::npos ||
+                           type.find("REPRESENTATION") != std::string_view::npos;
+  if (names_parts) {
+    file_.names_.insert_or_assign(id, whole_first_string(record));
+  } else if (file_.entities_[id] != nullptr) {
+    file_.names_.erase(id);  // The number was used before.
+  }
 }
 
 const RecordLoader::Type& RecordLoader::type_of(std::string_view name) {
@@ -91,12 +131,16 @@ const RecordLoader::Type& RecordLoader::type_of(std::string_view name) {
   ++cached_;
   if (type.keep == Keep::nothing) type.name = untyped_names_.emplace_back(name);
   type.ends = ends;
+  type.place = static_cast<std::uint32_t>(place);
   return cache_[place] = type;
 }
 
 RecordLoader::Type RecordLoader::look_up(std::string_view name) {
   Type type{name, classify(name)};
-  if (type.keep != Keep::nothing) std::tie(type.name, type.ids) = file_.intern_type(name);
+  if (type.keep == Keep::nothing) return type;
+  const std::size_t known = file_.types_.size();
+  std::tie(type.name, type.ids) = file_.intern_type(name);
+  if (file_.types_.size() != known) text_bytes_ += name.size();
   return type;
 }
 

@@ -21,14 +21,42 @@ std::string_view record_type(std::size_t from, std::string_view record);
 /// rest behind the only one. A doubled apostrophe inside the string ends it.
 std::string_view first_string(std::string_view record);
 
+/// The body of the first string literal of `record` (ISO 10303-21, 6.4.3) with its directives and
+/// doubled apostrophes; empty when there is none. Unlike `first_string`, whose results others
+/// depend on, it knows that a doubled apostrophe does not end a string.
+std::string_view whole_first_string(std::string_view record);
+
+/// What became of a record's text.
+enum class Loading {
+  whole,           ///< it is in the store
+  references_cut,  ///< it is in the store, up to a "#" without a number from 1 to 4,294,967,295
+  no_number,       ///< dropped: it has no such number of its own
+  no_type,         ///< dropped: it has no type
+};
+
 /// Fills one store from record texts. Holds scratch memory only; the store must outlive it.
 class RecordLoader {
  public:
-  explicit RecordLoader(File& file);
+  /// For a store that may take `memory_limit` bytes.
+  explicit RecordLoader(File& file, std::uint64_t memory_limit = Options::NO_LIMIT);
+
+  /// How many types are known by a number, most of all, and the number of those that are not.
+  static constexpr std::uint32_t MOST_KNOWN_TYPES = 2048;
+
+  /// A record that was added. Number 0 stands for one that was dropped.
+  struct Added {
+    Loading loading = Loading::no_number;
+    unsigned number = 0;
+    std::string_view type = {};  ///< a view into the record's text
+    /// The same as long as the loader lives for equal types; MOST_KNOWN_TYPES for rare ones.
+    std::uint32_t known_type = MOST_KNOWN_TYPES;
+  };
 
   /// Adds one record as RecordCutter gives it. Drops, without a word, what has no number from 1 to
   /// 4,294,967,295 or no type. References are collected up to the first that is not such a number.
-  void add(std::string_view record);
+  /// Returns what was added, for callers that look further into it. Throws InputError where the
+  /// store would need more memory than it may take.
+  Added add(std::string_view record);
 
  private:
   /// The first and last eight bytes of a name, which is all of it up to sixteen. Together with the
@@ -46,18 +74,23 @@ class RecordLoader {
     Keep keep = Keep::nothing;
     std::vector<unsigned>* ids = nullptr;
     Ends ends = {};
+    std::uint32_t place = MOST_KNOWN_TYPES;  // in the cache
   };
 
   const Type& type_of(std::string_view name);
   Type look_up(std::string_view name);
   Entity* create(unsigned id, const Type& type, std::string_view record);
+  void keep_name(unsigned id, std::string_view type, std::string_view record);
+  void require_memory_for(unsigned id) const;
 
   File& file_;
-  std::vector<unsigned> numbers_;  // The record's own number, then its references.
+  std::uint64_t memory_limit_;
+  std::uint64_t text_bytes_ = 0;   // What names, lists of numbers and attributes take, roughly.
+  std::vector<unsigned> numbers_;  // Scratch: the record's own number, then its references.
 
   // Fast path for the few hundred keywords that a file uses over and over: a hash table that is
   // consulted before the tables of names. Full of names, it stops learning.
-  static constexpr std::size_t CACHE_SIZE = 2048;
+  static constexpr std::size_t CACHE_SIZE = MOST_KNOWN_TYPES;
   static constexpr std::size_t MAX_CACHED_LENGTH = 64;
   std::vector<Type> cache_;
   Type uncached_;

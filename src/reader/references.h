@@ -16,17 +16,19 @@ namespace Kessel {
 
 /// Calls `visit(number, begin, end)` for every `#n` in `text` outside string literals, in order,
 /// the record's own number first; `begin` and `end` bound the digits. Stops at a "#" without a
-/// number from 1 to 4,294,967,295: whatever stands behind it is not looked at.
+/// number from 1 to 4,294,967,295: whatever stands behind it is not looked at. Returns whether it
+/// came to the end.
 template <class Visit>
-void for_each_reference_plainly(std::string_view text, Visit visit) {
+bool for_each_reference_plainly(std::string_view text, Visit visit) {
   const char* p = text.data();
   const char* const end = p + text.size();
   while ((p = find_reference(p, end)) != nullptr) {
     const char* const begin = ++p;
     const std::uint32_t number = read_number(p, end);
-    if (number == 0) return;
+    if (number == 0) return false;
     visit(number, begin, p);
   }
+  return true;
 }
 
 #if defined(__SSE2__)
@@ -43,7 +45,7 @@ inline unsigned marks_in_block(const char* p) {
 /// Fast path: takes the marks of sixteen bytes at once and goes from bit to bit. An apostrophe
 /// turns "inside a literal" on or off; a doubled one turns it off and on, which comes to the same.
 template <class Visit>
-void for_each_reference(std::string_view text, Visit visit) {
+bool for_each_reference(std::string_view text, Visit visit) {
   if (text.size() < 16) return for_each_reference_plainly(text, visit);
   const char* const end = text.data() + text.size();
   bool inside_literal = false;
@@ -61,19 +63,20 @@ void for_each_reference(std::string_view text, Visit visit) {
       } else if (!inside_literal) {
         const char* const begin = ++p;
         const std::uint32_t number = read_number(p, end);
-        if (number == 0) return;
+        if (number == 0) return false;
         visit(number, begin, p);
       }
     }
   }
+  return true;
 }
 
 #else
 
 /// The same as for_each_reference_plainly(), where there is nothing faster.
 template <class Visit>
-void for_each_reference(std::string_view text, Visit visit) {
-  for_each_reference_plainly(text, visit);
+bool for_each_reference(std::string_view text, Visit visit) {
+  return for_each_reference_plainly(text, visit);
 }
 
 #endif

@@ -1,6 +1,10 @@
 // Byte-level helpers for record texts: white space, numbers, marks.
 #pragma once
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <bit>
 #include <charconv>
 #include <cstddef>
@@ -66,7 +70,8 @@ inline std::uint64_t load_word(const char* p, const char* end) {
 inline std::uint32_t read_number(const char*& p, const char* end) {
   if constexpr (std::endian::native == std::endian::little) {
     std::uint64_t word = load_word(p, end) ^ (EACH_BYTE * '0');
-    const std::uint64_t above_nine = ((word & (EACH_BYTE * 0x7F)) + EACH_BYTE * 0x76) | word;
+    // What a byte carries over can only change bytes behind it, and it is no digit itself.
+    const std::uint64_t above_nine = (word + EACH_BYTE * 0x76) | word;
     const std::uint64_t other = above_nine & (EACH_BYTE * 0x80);
     if (other != 0) {
       const int digits = std::countr_zero(other) >> 3;
@@ -107,6 +112,20 @@ inline char* write_number(char* p, std::uint32_t number) {
     }
   }
   return std::to_chars(p, p + NUMBER_ROOM, number).ptr;
+}
+
+/// The first byte `wanted` in [p, end), or `end`. Fast path for what is near: memchr() takes a
+/// call.
+inline const char* find_byte(const char* p, const char* end, char wanted) {
+#if defined(__SSE2__)
+  for (; end - p >= 16; p += 16) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const int equal = _mm_movemask_epi8(_mm_cmpeq_epi8(block, _mm_set1_epi8(wanted)));
+    if (equal != 0) return p + std::countr_zero(static_cast<unsigned>(equal));
+  }
+#endif
+  while (p != end && *p != wanted) ++p;
+  return p;
 }
 
 /// The first "#" or "'" in [p, end), or `end`.

@@ -1,27 +1,36 @@
 // The entry point of hosts.
 #include <filesystem>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "kessel/encoding.h"
 #include "kessel/file.h"
 #include "kessel/splitter.h"
+#include "splitter/checked_run.h"
 #include "splitter/written_files.h"
 
 namespace Kessel {
 
 std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
                                        const std::filesystem::path& outdir) {
-  return Run(in, outdir, Options());
+  const std::unique_ptr<File> file(File::from(in, decode_step_to_utf8));
+  file->extract_parts(outdir);
+  Part::free_statics();
+  return written_files(*file, outdir);
 }
 
 std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
                                        const std::filesystem::path& outdir,
                                        const Options& options) {
-  const std::unique_ptr<File> file(File::from(in, decode_step_to_utf8));
-  file->extract_parts(outdir, options);
-  Part::free_statics();
-  return written_files(*file, outdir);
+  std::vector<std::filesystem::path> paths;
+  for (WrittenFile& file : split(in, outdir, options)) paths.push_back(std::move(file.path));
+  return paths;
+}
+
+std::vector<WrittenFile> split(const std::filesystem::path& in, const std::filesystem::path& outdir,
+                               const Options& options) {
+  return CheckedRun(in, options).write_to(outdir);
 }
 
 }  // namespace Kessel

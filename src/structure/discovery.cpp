@@ -1,10 +1,10 @@
 // Finds the records that are parts and puts a Part into the slot of each.
-#include <cstdint>
+#include "structure/discovery.h"
+
+#include <set>
 #include <string_view>
 #include <utility>
-#include <vector>
 
-#include "kessel/file.h"
 #include "model/arena.h"
 #include "structure/reachability.h"
 
@@ -20,7 +20,7 @@ constexpr std::string_view CANDIDATE_TYPES[] = {
 
 }  // namespace
 
-void File::find_and_create_parts() {
+std::vector<std::uint32_t> find_part_numbers(const File& file) {
   // What makes a candidate a part: it leads to a product or to a shape.
   static const std::vector<std::string_view> TARGET_TYPES = {
       "PRODUCT",
@@ -28,13 +28,20 @@ void File::find_and_create_parts() {
       "GEOMETRICALLY_BOUNDED_SURFACE_SHAPE_REPRESENTATION",
   };
   std::set<unsigned> numbers;
-  for (const std::string_view type : CANDIDATE_TYPES) numbers.merge(get_ids(type));
+  for (const std::string_view type : CANDIDATE_TYPES) numbers.merge(file.get_ids(type));
 
   const std::vector<std::uint32_t> candidates(numbers.begin(), numbers.end());
-  const std::vector<char> is_part = lead_to_any(entities_, candidates, TARGET_TYPES);
+  const std::vector<char> is_part = lead_to_any(file.entities(), candidates, TARGET_TYPES);
+  std::vector<std::uint32_t> parts;
   for (std::size_t i = 0; i < candidates.size(); ++i) {
-    if (!is_part[i]) continue;
-    Entity*& slot = entities_.edit(candidates[i]);
+    if (is_part[i]) parts.push_back(candidates[i]);
+  }
+  return parts;
+}
+
+void File::find_and_create_parts() {
+  for (const std::uint32_t number : find_part_numbers(*this)) {
+    Entity*& slot = entities_.edit(number);
     Part* part = arena_->make<Part>(std::move(*slot));
     slot->~Entity();
     slot = part;

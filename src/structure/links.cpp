@@ -1,22 +1,13 @@
 // Links assemblies and their components through the usage records.
-#include <iostream>
+#include "structure/links.h"
+
 #include <string_view>
 
 #include "kessel/file.h"
+#include "model/messages.h"
 #include "model/slots.h"
 
 namespace Kessel {
-
-namespace {
-
-// In the order in which components are listed: all links of one type, then those of the next.
-constexpr std::string_view LINK_TYPES[] = {
-    "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
-    "ASSEMBLY_COMPONENT_USAGE",
-    "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE",
-};
-
-}  // namespace
 
 void File::link_parts() {
   for (const std::string_view type : LINK_TYPES) {
@@ -24,7 +15,7 @@ void File::link_parts() {
       if (usage == nullptr) continue;
       const auto references = usage->references();
       if (references.size() < 2) {
-        std::cerr << "Got a malformed " << type << "\nIt does not have two childs.\n";
+        messages() << "Got a malformed " << type << "\nIt does not have two childs.\n";
         continue;
       }
       // Relating and related product definition (ISO 10303-44); a component that is used twice is

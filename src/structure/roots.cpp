@@ -1,9 +1,8 @@
 // Tells assemblies from parts with geometry, finds or makes the root, and names every file.
 #include <algorithm>
-#include <fstream>
-#include <iostream>
 
 #include "kessel/file.h"
+#include "model/messages.h"
 #include "model/slots.h"
 #include "structure/definition_search.h"
 #include "structure/reachability.h"
@@ -14,7 +13,7 @@ namespace Kessel {
 namespace {
 
 /// Whether the representation holds an item that is neither a placement nor a context.
-bool holds_geometry(Slots slots, const Entity& representation, const TypeNameSet& no_geometry) {
+bool holds_geometry(Slots slots, const Entity& representation, const TypeNameIndex& no_geometry) {
   const auto references = representation.references();
   return std::any_of(references.begin(), references.end(), [&](std::uint32_t reference) {
     const Entity* item = slot_at(slots, reference);
@@ -27,7 +26,8 @@ bool holds_geometry(Slots slots, const Entity& representation, const TypeNameSet
 /// Makes every part a leaf whose own shape carries geometry. A shape definition representation that
 /// leads to no part is passed over before its representation is looked at.
 void File::classify_by_geometry() {
-  const TypeNameSet no_geometry = placement_and_context_types(types_);
+  const TypeNameSet names = placement_and_context_types(types_);
+  const TypeNameIndex no_geometry(names.begin(), names.end());
   ReachabilitySearch search(entities_);
   for (const Entity* link : get("SHAPE_DEFINITION_REPRESENTATION")) {
     if (link == nullptr) continue;
@@ -58,8 +58,8 @@ void File::find_parts_types(std::string (*decode)(std::string_view)) {
   for (Part* part : parts_) part->resolve_name(this, decode);
 
   if (roots.empty()) {
-    std::cerr << "No root part found. It implies not part in the file or a cyclic part tree.\n"
-                 "Stopping the algorithm.\n";
+    messages() << "No root part found. It implies not part in the file or a cyclic part tree.\n"
+                  "Stopping the algorithm.\n";
     return;
   }
   if (roots.size() == 1 && roots.front()->part_kind != LEAF_PART) {
@@ -67,7 +67,6 @@ void File::find_parts_types(std::string (*decode)(std::string_view)) {
   } else {
     generate_root();
   }
-  std::ofstream("roots.txt") << root_->get_utf8_filepath() << '\n';
 }
 
 }  // namespace Kessel

@@ -6,7 +6,7 @@ namespace Kessel {
 TypeNameSet types_containing(const std::set<std::string>& types, std::string_view name) {
   TypeNameSet found;
   for (const std::string& type : types) {
-    if (type.find(name) != std::string::npos) found.insert(type);
+    if (type.find(name) != std::string::npos) found.insert(found.end(), type);
   }
   return found;
 }
@@ -14,7 +14,7 @@ TypeNameSet types_containing(const std::set<std::string>& types, std::string_vie
 TypeNameSet types_ending_with(const std::set<std::string>& types, std::string_view name) {
   TypeNameSet found;
   for (const std::string& type : types) {
-    if (type.ends_with(name)) found.insert(type);
+    if (type.ends_with(name)) found.insert(found.end(), type);
   }
   return found;
 }

@@ -45,9 +45,8 @@ const Part* defined_part(Slots slots, ReachabilitySearch& search, const Entity& 
 }
 
 std::string make_external_reference(Slots slots, ReachabilitySearch& search, Part* target,
-                                    const Entity& link, const Part* component) {
-  const std::string file_name = component == nullptr ? "" : component->get_encoded_filename();
-  const std::string name = "'" + file_name + "'";
+                                    const Entity& link, std::string_view file_name) {
+  const std::string name = "'" + std::string(file_name) + "'";
 
   BlockWriter block(target);
   const std::string type = block.add("DOCUMENT_TYPE", "'geometry'");

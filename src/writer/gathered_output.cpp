@@ -2,7 +2,10 @@
 #include "writer/gathered_output.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
+
+#include "kessel/errors.h"
 
 namespace Kessel {
 
@@ -20,15 +23,21 @@ constexpr std::size_t MIN_ROOM = 256;
 /// Rooms that are kept for later parts.
 constexpr std::size_t MAX_SPARES = 128;
 
+void throw_failure() {
+  if (Part::_failure) throw OutputError(Part::_failure->path, Part::_failure->reason);
+}
+
 }  // namespace
 
-GatheredOutput::GatheredOutput(const std::vector<Part*>& parts)
+GatheredOutput::GatheredOutput(const std::vector<Part*>& parts, bool must_succeed)
     : parts_(parts),
+      must_succeed_(must_succeed),
       pending_(parts.size()),
       next_look_(COLD_AFTER),
       max_held_(std::clamp(parts.size() * 16 * KIB, 4 * MIB, 64 * MIB)) {}
 
 GatheredOutput::~GatheredOutput() {
+  if (must_succeed_ && Part::_failure) return;  // Why the run ends; there is no use in going on.
   try {
     pass_on_all();
   } catch (...) {  // NOLINT(bugprone-empty-catch): an exception is ending the run already.
@@ -36,23 +45,44 @@ GatheredOutput::~GatheredOutput() {
 }
 
 void GatheredOutput::discard(const Part& part) {
-  pending_[part.list_position].mode = Mode::discard;
+  Pending& pending = pending_[part.list_position];
+  pending.discard = true;
+  pending.enough = 0;
 }
 
 std::ostream& GatheredOutput::begin(Part& part, const std::string& text) {
   Pending& pending = pending_[part.list_position];
-  if (pending.mode != Mode::discard) {
+  if (!pending.discard) {
+    if (must_succeed_ && !part.open()) throw_failure();
     part.output(text);
-    if (!part.stream.is_open()) pending.mode = Mode::pass_on_at_once;
+    make_sure_of(part);
+    if (!part.stream.is_open()) pending.enough = 0;
   }
   return part.stream;
 }
 
+void GatheredOutput::finish() {
+  pass_on_all();
+  if (!must_succeed_) return;
+  Part::close_opened();
+  throw_failure();
+}
+
+void GatheredOutput::make_sure_of(Part& part) const {
+  if (!must_succeed_ || pending_[part.list_position].discard) return;
+  if (part.stream.fail()) Part::note_failure(part.path);
+  throw_failure();
+}
+
 void GatheredOutput::pass_on(Part& part, Pending& pending) {
-  held_ -= pending.text.size;
-  if (pending.mode != Mode::discard) {
+  passed_on_ += pending.text.size;
+  if (!pending.discard) {
     const auto size = static_cast<std::streamsize>(pending.text.size);
-    part.output(std::string()).write(pending.text.bytes.get(), size);
+    if (must_succeed_ && !part.open()) throw_failure();
+    std::ostream& file = part.output(std::string());
+    errno = 0;
+    file.write(pending.text.bytes.get(), size);
+    make_sure_of(part);
   }
   pending.text.size = 0;
 }
@@ -72,23 +102,25 @@ void GatheredOutput::look_for_cold_parts() {
     pass_on(*part, pending);
     give_back_room(pending.text);
   }
-  if (held_ + COLD_AFTER > max_held_) pass_on_all();
+  if (written_ - passed_on_ + COLD_AFTER > max_held_) pass_on_all();
   next_look_ = written_ + COLD_AFTER;
 }
 
-/// Makes room for `room` bytes more. An empty text takes the room of one that was passed on, which
-/// is memory that the system has mapped already.
+/// Makes room for `room` bytes more: the room of a text that was passed on, which is memory that
+/// the system has mapped already, or else twice what there was.
 void GatheredOutput::make_room(Text& text, std::size_t room) {
-  if (text.room == 0 && !spare_.empty()) {
-    text = std::move(spare_.back());
+  const std::size_t needed = text.size + room;
+  Text larger;
+  if (!spare_.empty() && spare_.back().room >= needed) {
+    larger = std::move(spare_.back());
     spare_.pop_back();
-    if (room <= text.room) return;
+  } else {
+    larger.room = std::max({MIN_ROOM, 2 * text.room, needed});
+    larger.bytes = std::make_unique_for_overwrite<char[]>(larger.room);
   }
-  const std::size_t larger = std::max({MIN_ROOM, 2 * text.room, text.size + room});
-  auto bytes = std::make_unique_for_overwrite<char[]>(larger);
-  std::copy_n(text.bytes.get(), text.size, bytes.get());
-  text.bytes = std::move(bytes);
-  text.room = larger;
+  std::copy_n(text.bytes.get(), text.size, larger.bytes.get());
+  larger.size = text.size;
+  text = std::move(larger);
 }
 
 void GatheredOutput::give_back_room(Text& text) {

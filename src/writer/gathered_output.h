@@ -22,15 +22,16 @@ namespace Kessel {
 /// on at once.
 class GatheredOutput {
  public:
-  /// For the parts of one file, which must outlive the object.
-  explicit GatheredOutput(const std::vector<Part*>& parts);
+  /// For the parts of one file, which must outlive the object. With `must_succeed`, the functions
+  /// below throw OutputError as soon as a file could not be opened, written or closed.
+  explicit GatheredOutput(const std::vector<Part*>& parts, bool must_succeed = false);
   GatheredOutput(const GatheredOutput&) = delete;
   GatheredOutput& operator=(const GatheredOutput&) = delete;
   /// Passes on what was gathered, also when an exception ends the run.
   ~GatheredOutput();
 
-  /// Passes on everything that is still held.
-  void finish() { pass_on_all(); }
+  /// Passes on everything that is still held. Where all must succeed, closes the files as well.
+  void finish();
 
   /// Nothing that is written to `part` from now on goes anywhere.
   void discard(const Part& part);
@@ -39,6 +40,14 @@ class GatheredOutput {
   /// fails, every later piece is passed on at once as well: each attempt to open the file reports
   /// its failure.
   std::ostream& begin(Part& part, const std::string& text);
+
+  /// Notices when the last write to the stream that `begin` returned has failed.
+  void make_sure_of(Part& part) const;
+  /// Says that a piece for `part` comes soon, so that the place for it is fetched until then.
+  void expect(const Part& part) const {
+    const Text& text = pending_[part.list_position].text;
+    __builtin_prefetch(text.bytes.get() + text.size, 1);
+  }
 
   /// Adds one piece of text to `part`: whatever `append(std::string&)` appends. When it throws,
   /// nothing was added.
@@ -59,15 +68,15 @@ class GatheredOutput {
     char* const out = pending.text.bytes.get() + pending.text.size;
     const auto added = static_cast<std::size_t>(put(out) - out);
     pending.text.size += added;
-    held_ += added;
     written_ += added;
     pending.last_written = written_;
-    if (pending.mode != Mode::gather || pending.text.size >= MAX_PER_PART) pass_on(part, pending);
+    if (pending.text.size >= pending.enough) pass_on(part, pending);
     if (written_ >= next_look_) look_for_cold_parts();
   }
 
  private:
-  enum class Mode { gather, pass_on_at_once, discard };
+  static constexpr std::size_t MAX_PER_PART = std::size_t{256} * 1024;
+
   /// Bytes that grow at the end. Unlike a string, it leaves room that was made uninitialised.
   struct Text {
     std::unique_ptr<char[]> bytes;
@@ -76,11 +85,10 @@ class GatheredOutput {
   };
   struct Pending {
     Text text;
-    Mode mode = Mode::gather;
+    std::size_t enough = MAX_PER_PART;  // a text of this size is passed on
+    bool discard = false;
     std::size_t last_written = 0;  // written_ after its last piece
   };
-  static constexpr std::size_t MAX_PER_PART = std::size_t{256} * 1024;
-
   void pass_on(Part& part, Pending& pending);
   void pass_on_all();
   void look_for_cold_parts();
@@ -88,11 +96,12 @@ class GatheredOutput {
   void give_back_room(Text& text);
 
   const std::vector<Part*>& parts_;
+  bool must_succeed_;
   std::vector<Pending> pending_;  // by position in the list of parts
   std::vector<Text> spare_;       // empty texts with room, for the next parts
   std::string piece_;             // scratch of write()
-  std::size_t held_ = 0;          // bytes in pending_
   std::size_t written_ = 0;       // bytes added since the beginning
+  std::size_t passed_on_ = 0;     // bytes of them that are not in pending_ any more
   std::size_t next_look_;         // value of written_ at which to look for cold parts
   std::size_t max_held_;
 };

@@ -2,6 +2,7 @@
 #include "writer/rewrite.h"
 
 #include <cstring>
+#include <span>
 #include <utility>
 
 #include "reader/references.h"
@@ -22,8 +23,32 @@ std::uint32_t number_in(Slots slots, std::uint32_t id, Part* part) {
   return entity == nullptr ? 0 : entity->part_numbers.number_or_zero(part);
 }
 
-/// A piece of text up to this long is copied as a block of this size.
+/// The reference `number` in `text`, whose digits stand at [begin, end).
+Reference reference_at(std::string_view text, std::uint32_t number, const char* begin,
+                       const char* end) {
+  while (*begin == '0') ++begin;
+  return {static_cast<std::size_t>(begin - text.data()),
+          static_cast<std::size_t>(end - text.data()), number};
+}
+
+/// Pieces of text are copied in blocks of this size.
 constexpr std::size_t CHUNK = 32;
+
+/// Copies `size` bytes, and perhaps up to a block more where `readable` allows that: copies of
+/// fixed size take no call. Returns the end of the copy.
+inline char* copy_text(const char* text, std::size_t size, std::size_t readable, char* out) {
+  if (size > CHUNK) {
+    for (std::size_t done = CHUNK; done < size; done += CHUNK) {
+      std::memcpy(out + done - CHUNK, text + done - CHUNK, CHUNK);
+    }
+    std::memcpy(out + size - CHUNK, text + size - CHUNK, CHUNK);
+  } else if (readable >= CHUNK) {
+    std::memcpy(out, text, CHUNK);
+  } else {
+    std::memcpy(out, text, size);
+  }
+  return out + size;
+}
 
 /// Writes one text piece by piece, and takes back what turns out to belong to a reference that
 /// goes.
@@ -32,20 +57,27 @@ class Rewriter {
   Rewriter(std::string_view text, Slots slots, Part* part, char* out)
       : slots_(slots),
         part_(part),
+        text_(text.data()),
         copied_(text.data()),
         text_end_(text.data() + text.size()),
         floor_(out),
         end_(out) {}
 
-  /// Writes the text up to the reference `number`, whose digits stand at [begin, end), and what
-  /// becomes of it.
-  void put_reference(std::uint32_t number, const char* begin, const char* end) {
-    copy_up_to(begin);
-    copied_ = end;
-    if (const std::uint32_t new_number = number_in(slots_, number, part_)) {
-      end_ = write_number(end_, new_number);
-      return;
+  /// Writes the text up to `reference`, and `number` in its place.
+  void put_number(const Reference& reference, std::uint32_t number) {
+    copy_up_to(text_ + reference.begin);
+    copied_ = text_ + reference.end;
+    end_ = write_number(end_, number);
+  }
+
+  /// Writes the text up to `reference`, and what becomes of it.
+  void put_reference(const Reference& reference) {
+    if (const std::uint32_t number = number_in(slots_, reference.number, part_)) {
+      return put_number(reference, number);
     }
+    const char* const begin = text_ + reference.begin;
+    copy_up_to(begin);
+    copied_ = text_ + reference.end;
     const char separator = cut_reference();
     if (separator == 0) {
       copied_ = begin;  // Stays as it is.
@@ -64,13 +96,7 @@ class Rewriter {
   /// Appends the text that was not dealt with yet, up to `until`.
   void copy_up_to(const char* until) {
     const auto size = static_cast<std::size_t>(until - copied_);
-    // Fast path for what stands between two references: a copy of fixed size takes no call.
-    if (size <= CHUNK && static_cast<std::size_t>(text_end_ - copied_) >= CHUNK) {
-      std::memcpy(end_, copied_, CHUNK);
-    } else {
-      std::memcpy(end_, copied_, size);
-    }
-    end_ += size;
+    end_ = copy_text(copied_, size, static_cast<std::size_t>(text_end_ - copied_), end_);
   }
 
   /// What was written ends in front of a reference's digits: goes back to the beginning of its list
@@ -89,6 +115,7 @@ class Rewriter {
 
   Slots slots_;
   Part* part_;
+  const char* text_;
   const char* copied_;  // What was read, up to here, has been dealt with.
   const char* text_end_;
   char* floor_;  // No list begins or goes on in front of it.
@@ -97,13 +124,21 @@ class Rewriter {
 
 }  // namespace
 
+std::optional<Reference> first_reference(std::string_view text) {
+  const char* const end = text.data() + text.size();
+  const char* begin = text.data();
+  if (!text.starts_with('#')) begin = find_reference(begin, end);  // Nearly every record does.
+  if (begin == nullptr) return std::nullopt;
+  const char* p = ++begin;
+  const std::uint32_t number = read_number(p, end);
+  if (number == 0) return std::nullopt;
+  return reference_at(text, number, begin, p);
+}
+
 void find_references(std::string_view text, std::vector<Reference>& found) {
   found.clear();
-  const char* const base = text.data();
   for_each_reference(text, [&](std::uint32_t number, const char* begin, const char* end) {
-    while (*begin == '0') ++begin;
-    found.push_back(
-        {static_cast<std::size_t>(begin - base), static_cast<std::size_t>(end - base), number});
+    found.push_back(reference_at(text, number, begin, end));
   });
 }
 
@@ -114,23 +149,30 @@ std::size_t rewriting_room(std::string_view text, const std::vector<Reference>& 
 char* rewrite_references(std::string_view text, const std::vector<Reference>& references,
                          Slots slots, Part* part, char* out) {
   Rewriter rewriter(text, slots, part, out);
-  for (const Reference& reference : references) {
-    rewriter.put_reference(reference.number, text.data() + reference.begin,
-                           text.data() + reference.end);
-  }
+  for (const Reference& reference : references) rewriter.put_reference(reference);
   return rewriter.finish();
 }
 
-std::size_t rewriting_room(std::string_view text) {
-  return text.size() * NUMBER_ROOM / 2 + NUMBER_ROOM + CHUNK;
+char* rewrite_record(std::string_view record, const std::vector<Reference>& references,
+                     std::uint32_t own_number, Slots slots, Part* part, char* out) {
+  Rewriter rewriter(record, slots, part, out);
+  rewriter.put_number(references.front(), own_number);
+  for (const Reference& other : std::span(references).subspan(1)) rewriter.put_reference(other);
+  return rewriter.finish();
 }
 
-char* rewrite_references(std::string_view text, Slots slots, Part* part, char* out) {
-  Rewriter rewriter(text, slots, part, out);
-  for_each_reference(text, [&](std::uint32_t number, const char* begin, const char* end) {
-    while (*begin == '0') ++begin;
-    rewriter.put_reference(number, begin, end);
-  });
+std::size_t rewriting_room(std::string_view record) {
+  return record.size() * NUMBER_ROOM / 2 + NUMBER_ROOM + CHUNK;
+}
+
+char* rewrite_record(std::string_view record, const Reference& own, std::uint32_t own_number,
+                     Slots slots, Part* part, char* out) {
+  Rewriter rewriter(record, slots, part, out);
+  rewriter.put_number(own, own_number);
+  for_each_reference(record.substr(own.end),
+                     [&](std::uint32_t number, const char* begin, const char* end) {
+                       rewriter.put_reference(reference_at(record, number, begin, end));
+                     });
   return rewriter.finish();
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,9 @@ struct Reference {
 /// such a number; whatever stands behind that keeps its references as they are. Clears `found`.
 void find_references(std::string_view text, std::vector<Reference>& found);
 
+/// The first of them; no value where there is none.
+std::optional<Reference> first_reference(std::string_view text);
+
 /// Bytes that rewriting `text` may need at most, the ones that it may write behind its end
 /// included.
 std::size_t rewriting_room(std::string_view text, const std::vector<Reference>& references);
@@ -39,14 +43,20 @@ std::size_t rewriting_room(std::string_view text, const std::vector<Reference>& 
 char* rewrite_references(std::string_view text, const std::vector<Reference>& references,
                          Slots slots, Part* part, char* out);
 
-/// Fast path for a text that is rewritten once: finds the references on the way. Needs more room,
-/// for a text that is nothing but references.
-std::size_t rewriting_room(std::string_view text);
-char* rewrite_references(std::string_view text, Slots slots, Part* part, char* out);
-
 /// The same, appended to `out`, where an exception leaves some bytes more.
 void rewrite_references(std::string_view text, const std::vector<Reference>& references,
                         Slots slots, Part* part, std::string& out);
+
+/// Fast path for records that many parts hold: the same for a whole record, whose own number, the
+/// first of `references`, becomes `own_number` without being looked up.
+char* rewrite_record(std::string_view record, const std::vector<Reference>& references,
+                     std::uint32_t own_number, Slots slots, Part* part, char* out);
+
+/// Fast path for a record that is rewritten once: finds the references behind its own, `own`, on
+/// the way. Needs more room, for a text that is nothing but references.
+std::size_t rewriting_room(std::string_view record);
+char* rewrite_record(std::string_view record, const Reference& own, std::uint32_t own_number,
+                     Slots slots, Part* part, char* out);
 
 /// Appends the record `text` of `record`, a presentation representation, with its item list made
 /// anew from those references of the record that `part` holds. The context, being a reference,

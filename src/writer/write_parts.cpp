@@ -8,10 +8,13 @@
 #include <utility>
 #include <vector>
 
+#include "encoding/string_body.h"
+#include "kessel/encoding.h"
 #include "kessel/file.h"
+#include "model/progress_reporter.h"
 #include "model/slots.h"
 #include "reader/record_cutter.h"
-#include "reader/text.h"
+#include "reader/refusals.h"
 #include "structure/reachability.h"
 #include "writer/external_reference.h"
 #include "writer/frame.h"
@@ -22,25 +25,31 @@ namespace Kessel {
 
 namespace {
 
+/// Makes an exchange string's body of UTF-8 text.
+using StringEncoder = std::string (*)(std::string_view);
+
+/// How paths are written into files. Names of records are ASCII, and outputs depend on what becomes
+/// of the folder in front of them; names of products are written as the standard has it.
+StringEncoder encoder_of_names(NameStyle names) {
+  return names == NameStyle::record ? encode_utf8_to_step : encode_string_body;
+}
+
 /// Writes input records into the files of the parts that hold them.
 class RecordWriter {
  public:
-  RecordWriter(Slots slots, GatheredOutput& output, AssemblyStyle style)
-      : slots_(slots), output_(output), style_(style), search_(slots) {}
+  RecordWriter(Slots slots, GatheredOutput& output, AssemblyStyle style, StringEncoder encode)
+      : slots_(slots), output_(output), style_(style), encode_(encode), search_(slots) {}
 
   /// Writes one record, as RecordCutter gives it, under the numbers of each part's file.
   void write(std::string_view record) {
-    const char* p = record.data();
-    const char* const end = p + record.size();
-    p = find_reference(p, end);
-    if (p == nullptr) return;
-    const std::uint32_t id = read_number(++p, end);
-    if (id == 0) return;
-    const Entity* entity = slot_at(slots_, id);
+    const std::optional<Reference> own = first_reference(record);
+    if (!own) return;
+    const Entity* entity = slot_at(slots_, own->number);
     if (entity == nullptr || entity->part_numbers.empty()) return;
     const bool presentation = entity->type().find(PRESENTATION) != std::string_view::npos;
     if (entity->part_numbers.size() == 1 && !presentation && record.size() <= SHORT_RECORD) {
-      write_to_only_part(record, *entity->part_numbers.begin()->first);
+      const auto [part, number] = *entity->part_numbers.begin();
+      write_to_only_part(record, *own, *part, number);
     } else {
       write_to_each_part(record, *entity, presentation);
     }
@@ -52,27 +61,36 @@ class RecordWriter {
   static constexpr std::string_view RECORD_END = ";\n";
   /// Up to here, room for the worst case is cheaper than counting the references first.
   static constexpr std::size_t SHORT_RECORD = 4096;
+  /// The texts of thousands of parts are far apart in memory: so many are called for in advance.
+  static constexpr int EXPECTED_AHEAD = 4;
 
   /// Fast path: nearly every record goes into one file, with no change but the numbers.
-  void write_to_only_part(std::string_view record, Part& part) {
+  void write_to_only_part(std::string_view record, const Reference& own, Part& part,
+                          std::uint32_t number) {
     output_.write_in_place(part, rewriting_room(record) + RECORD_END.size(), [&](char* out) {
-      return end_record(rewrite_references(record, slots_, &part, out));
+      return end_record(rewrite_record(record, own, number, slots_, &part, out));
     });
   }
 
   void write_to_each_part(std::string_view record, const Entity& entity, bool presentation) {
     find_references(record, references_);
     const bool shared = entity.part_numbers.size() > 1;
-    const std::string_view type = entity.type();
+    const bool link = shared && entity.type() == "SHAPE_DEFINITION_REPRESENTATION";
+    const bool context = shared && entity.type() == "GEOMETRIC_REPRESENTATION_CONTEXT";
+    auto expected = entity.part_numbers.begin();
+    const auto expect_next = [&] {
+      if (expected != entity.part_numbers.end()) output_.expect(*(*expected++).first);
+    };
+    for (int i = 0; i < EXPECTED_AHEAD; ++i) expect_next();
     for (const auto [part, number] : entity.part_numbers) {
+      expect_next();
       std::string_view text = record;
       const std::vector<Reference>* references = &references_;
-      if (shared && type == "SHAPE_DEFINITION_REPRESENTATION") {
+      if (link) {
         if (const auto file = file_to_refer_to(*part, entity)) {
           write_external_reference(*part, entity, *file);
         }
-      } else if (shared && part->part_kind != LEAF_PART &&
-                 type == "GEOMETRIC_REPRESENTATION_CONTEXT") {
+      } else if (context && part->part_kind != LEAF_PART) {
         external_text_ = make_context_external(std::string(record), entity);
         find_references(external_text_, external_references_);
         text = external_text_;
@@ -85,8 +103,8 @@ class RecordWriter {
         });
       } else {
         const std::size_t room = rewriting_room(text, *references) + RECORD_END.size();
-        output_.write_in_place(*part, room, [&, part = part](char* out) {
-          return end_record(rewrite_references(text, *references, slots_, part, out));
+        output_.write_in_place(*part, room, [&, part = part, number = number](char* out) {
+          return end_record(rewrite_record(text, *references, number, slots_, part, out));
         });
       }
     }
@@ -112,13 +130,15 @@ class RecordWriter {
 
   void write_external_reference(Part& part, const Entity& link, const Part* component) {
     output_.write(part, [&](std::string& out) {
-      out += make_external_reference(slots_, search_, &part, link, component);
+      const std::string name = component == nullptr ? "" : encode_(component->get_utf8_filename());
+      out += make_external_reference(slots_, search_, &part, link, name);
     });
   }
 
   Slots slots_;
   GatheredOutput& output_;
   AssemblyStyle style_;
+  StringEncoder encode_;
   ReachabilitySearch search_;
   std::vector<Reference> references_;
   std::string external_text_;
@@ -127,36 +147,41 @@ class RecordWriter {
 
 }  // namespace
 
-void File::write_parts(std::filesystem::path outdir) {
-  write_parts(std::move(outdir), AssemblyStyle::classic);
-}
-
 /// While the files are written, each part's `path` has `outdir` in front.
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes paths by value.
-void File::write_parts(std::filesystem::path outdir, AssemblyStyle style) {
+void File::write_parts(std::filesystem::path outdir, const Options& options) {
   input_.seekg(0);
   if (input_.fail()) throw std::runtime_error("Unable to change pos indicator");
   std::error_code error;
   std::filesystem::create_directories(outdir, error);
   if (error) throw std::filesystem::filesystem_error("create_directories", outdir, error);
 
-  GatheredOutput output(parts_);
+  GatheredOutput output(parts_, checked_);
   // The only part of its file was never named and has no file; its records are still rewritten.
   if (parts_.size() == 1 && parts_.front()->path.empty()) output.discard(*parts_.front());
 
+  const StringEncoder encode = encoder_of_names(options.names);
   for (Part* part : parts_) part->path = outdir / part->path;
   for (Part* part : parts_) {
     std::ostream& file = output.begin(*part, first_line_ + "\n");
-    file << make_file_header(header_, part->get_encoded_filepath(), current_time_stamp())
-         << "\nDATA;\n";
+    const std::string name =
+        options.folder_in_headers ? part->get_utf8_filepath() : part->get_utf8_filename();
+    file << make_file_header(header_, encode(name), current_time_stamp()) << "\nDATA;\n";
+    output.make_sure_of(*part);
   }
 
-  RecordWriter writer(entities_, output, style);
+  RecordWriter writer(entities_, output, options.assemblies, encode);
+  ProgressReporter reporter(options, Stage::writing, size_for_progress(input_, options));
   RecordCutter cutter(input_);
   for (;;) {
     const std::string_view record = cutter.next_record();
     if (record.empty()) break;
+    if (checked_ && cutter.input_ended()) throw InputError(input_changed(cutter.offset()));
     writer.write(record);
+    if (reporter.is_due(cutter.offset())) reporter.report(cutter.offset());
+  }
+  if (checked_ && (input_.bad() || (read_up_to_ && cutter.offset() != *read_up_to_))) {
+    throw InputError(input_changed(cutter.offset()));
   }
 
   const std::string frame_end = "ENDSEC;\nEND-" + first_line_ + "\n";
@@ -164,6 +189,7 @@ void File::write_parts(std::filesystem::path outdir, AssemblyStyle style) {
     output.write(*part, [&](std::string& out) { out += frame_end; });
   }
   output.finish();
+  reporter.report_end();
   for (Part* part : parts_) part->path = part->path.filename();
 }
 

@@ -1,14 +1,20 @@
 #include "cli/run_process.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/personality.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <future>
 #include <memory>
+#include <optional>
 #include <stdexcept>
+#include <thread>
 
 namespace Kessel::test {
 
@@ -41,10 +47,50 @@ void become(char* const* arguments, int out, int errors, const ProcessSetting& s
   const auto persona = static_cast<unsigned>(::personality(0xFFFFFFFF));
   constexpr unsigned FIXED = ADDR_NO_RANDOMIZE;
   ::personality(setting.random_addresses ? persona & ~FIXED : persona | FIXED);
+  for (const auto& [name, value] : setting.environment) {
+    ::setenv(name.c_str(), value.c_str(), 1);
+  }
+  const char* in = setting.standard_input.empty() ? "/dev/null" : setting.standard_input.c_str();
+  ::dup2(::open(in, O_RDONLY), STDIN_FILENO);
   ::dup2(out, STDOUT_FILENO);
   ::dup2(errors, STDERR_FILENO);
   ::execv(arguments[0], arguments);
 }
+
+/// A terminal without a screen: what is printed to one end can be read at the other, as it is.
+class Terminal {
+ public:
+  Terminal() : screen_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+    if (screen_ < 0 || ::grantpt(screen_) != 0 || ::unlockpt(screen_) != 0) {
+      throw std::runtime_error("no terminal");
+    }
+  }
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+  ~Terminal() { ::close(screen_); }
+
+  /// The end to print to, which is the caller's to close.
+  int open_line() const {
+    const int line = ::open(::ptsname(screen_), O_RDWR | O_NOCTTY);
+    termios settings = {};
+    ::tcgetattr(line, &settings);
+    ::cfmakeraw(&settings);
+    ::tcsetattr(line, TCSANOW, &settings);
+    return line;
+  }
+  /// What is printed until everyone has closed the other end.
+  std::string text() const {
+    std::string all;
+    char buffer[4096];
+    for (ssize_t count = 0; (count = ::read(screen_, buffer, sizeof buffer)) > 0;) {
+      all.append(buffer, static_cast<std::size_t>(count));
+    }
+    return all;
+  }
+
+ private:
+  int screen_;
+};
 
 }  // namespace
 
@@ -62,15 +108,34 @@ ProcessRun run_velkstep(const std::vector<std::string>& arguments, const Process
     target = ::open(setting.standard_output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if (target < 0) throw std::runtime_error("cannot open " + setting.standard_output);
   }
+  std::optional<Terminal> terminal;
+  if (setting.terminal) target = terminal.emplace().open_line();
   const pid_t child = ::fork();
   if (child == 0) {
     become(pointers.data(), target, errors.descriptor(), setting);
     ::_exit(127);
   }
   if (target != out.descriptor()) ::close(target);
+  if (child > 0 && setting.signal != 0) {
+    std::this_thread::sleep_for(setting.signal_after);
+    ::kill(child, setting.signal);
+  }
+  const std::string shown = terminal ? terminal->text() : std::string();
   int status = 0;
   if (child < 0 || ::waitpid(child, &status, 0) != child) throw std::runtime_error("no process");
-  return {WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status), out.text(), errors.text()};
+  return {WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status), shown + out.text(),
+          errors.text()};
+}
+
+std::vector<ProcessRun> run_side_by_side(const std::vector<std::vector<std::string>>& runs) {
+  std::vector<std::future<ProcessRun>> running;
+  for (const auto& arguments : runs) {
+    running.push_back(
+        std::async(std::launch::async, [&arguments] { return run_velkstep(arguments); }));
+  }
+  std::vector<ProcessRun> ended;
+  for (auto& run : running) ended.push_back(run.get());
+  return ended;
 }
 
 }  // namespace Kessel::test

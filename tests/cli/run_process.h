@@ -1,7 +1,9 @@
 // Runs the built command and collects what it leaves.
 #pragma once
 
+#include <chrono>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Kessel::test {
@@ -16,12 +18,21 @@ struct ProcessRun {
 /// What a process may differ in from others.
 struct ProcessSetting {
   std::string standard_output = {};  ///< a file to print to in place of ProcessRun::out
-  bool random_addresses = true;      ///< whether the system may lay out memory at random
-  unsigned most_cpu_seconds = 300;   ///< a process that computes longer is ended by a signal
+  std::string standard_input = {};   ///< a file to read from in place of nothing
+  bool terminal = false;             ///< whether ProcessRun::out is printed to a terminal
+  /// Variables to set, and their values.
+  std::vector<std::pair<std::string, std::string>> environment = {};
+  bool random_addresses = true;     ///< whether the system may lay out memory at random
+  unsigned most_cpu_seconds = 300;  ///< a process that computes longer is ended by a signal
+  int signal = 0;                   ///< what to send to the process, unless it is 0
+  std::chrono::steady_clock::duration signal_after{};  ///< and when
 };
 
 /// Runs velkstep with these arguments in the current folder and waits for its end.
 ProcessRun run_velkstep(const std::vector<std::string>& arguments,
                         const ProcessSetting& setting = {});
+
+/// Runs velkstep once for each list of arguments, all at the same time, and waits for all.
+std::vector<ProcessRun> run_side_by_side(const std::vector<std::vector<std::string>>& runs);
 
 }  // namespace Kessel::test

@@ -23,7 +23,8 @@ const std::string EXIT_CODES =
     "  0  done\n"
     "  1  failed; one line on standard error says why\n"
     "  2  wrong usage\n"
-    "  3  nothing to split: the file holds one part or none\n";
+    "  3  nothing to split: the file holds one part or none\n"
+    "  4  check: warnings, but no errors\n";
 
 /// Expects that `text` has `line` as one of its lines.
 void expect_line(const std::string& text, const std::string& line) {
@@ -38,8 +39,27 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
     expect_line(run.out, "Usage: velkstep [OPTIONS] SUBCOMMAND");
     expect_line(run.out,
                 "  split                       Split IN into one file per part under OUTDIR");
+    expect_line(run.out,
+                "  report                      Split IN, and write a page about its parts, "
+                "OUTDIR/report.html");
+    expect_line(run.out, "  tree                        Show how the parts of IN are put together");
+    expect_line(run.out,
+                "  info                        Show what the header of each IN says, and count "
+                "what it holds");
+    expect_line(run.out, "  check                       Say what is wrong or unusual in IN");
     EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
   }
+}
+
+TEST(Usage, HelpOfCheckNamesItsArgumentsAndExitCodes) {
+  const ProcessRun run = run_velkstep({"check", "--help"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.errors, "");
+  expect_line(run.out, "Usage: velkstep check [OPTIONS] IN");
+  expect_line(run.out,
+              "  IN TEXT REQUIRED            The exchange file to check; - reads standard input");
+  expect_line(run.out, "  --json                      Print one line of JSON");
+  EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
 }
 
 TEST(Usage, HelpOfSplitNamesItsArgumentsAndExitCodes) {
@@ -47,7 +67,8 @@ TEST(Usage, HelpOfSplitNamesItsArgumentsAndExitCodes) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors, "");
   expect_line(run.out, "Usage: velkstep split [OPTIONS] IN OUTDIR");
-  expect_line(run.out, "  IN TEXT REQUIRED            The exchange file to split");
+  expect_line(run.out,
+              "  IN TEXT REQUIRED            The exchange file to split; - reads standard input");
   expect_line(run.out, "  OUTDIR TEXT REQUIRED        The folder for the files; created as needed");
   EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
 }
@@ -62,6 +83,8 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
       {{"cut", "in.stp", "out"}, "A subcommand is required"},
       {{"split"}, "IN is required"},
       {{"split", "in.stp"}, "OUTDIR is required"},
+      {{"check"}, "IN is required"},
+      {{"check", "in.stp", "out"}, "The following argument was not expected: out"},
       {{"split", "in.stp", "out", "more"}, "The following argument was not expected: more"},
       {{"split", "--fast", "in.stp", "out"}, "The following argument was not expected: --fast"},
   };

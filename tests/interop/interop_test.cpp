@@ -17,8 +17,9 @@ namespace {
 namespace fs = std::filesystem;
 
 /// Splits `in` into the folder "out" of `folder` and returns the files, the root's first.
-std::vector<fs::path> split(const fs::path& in, AssemblyStyle style, const ScratchFolder& folder) {
-  std::vector<fs::path> files = Run(in, folder / "out", {.assemblies = style});
+std::vector<fs::path> split(const fs::path& in, const Options& options,
+                            const ScratchFolder& folder) {
+  std::vector<fs::path> files = Run(in, folder / "out", options);
   Part::free_statics();
   return files;
 }
@@ -32,7 +33,7 @@ TEST_P(LeanSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
   if (in.empty()) GTEST_SKIP() << "no such sample";
-  const fs::path root = split(in, AssemblyStyle::lean, folder).at(0);
+  const fs::path root = split(in, {.assemblies = AssemblyStyle::lean}, folder).at(0);
   EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
 }
 
@@ -40,7 +41,7 @@ TEST_P(NestedSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
   if (in.empty()) GTEST_SKIP() << "no such sample";
-  const fs::path root = split(in, AssemblyStyle::nested, folder).at(0);
+  const fs::path root = split(in, {.assemblies = AssemblyStyle::nested}, folder).at(0);
   EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
 }
 
@@ -59,7 +60,7 @@ TEST_P(NestedSplit, FilesOfSubAssembliesOpenAsTheyAreInTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
   if (in.empty()) GTEST_SKIP() << "no such sample";
-  split(in, AssemblyStyle::nested, folder);
+  split(in, {.assemblies = AssemblyStyle::nested}, folder);
   std::vector<DocumentShape> originals = read_assemblies(in);
   for (const fs::path& name : sub_assembly_names(in)) {
     SCOPED_TRACE(name);
@@ -102,7 +103,7 @@ TEST_P(ClassicSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
   if (in.empty()) GTEST_SKIP() << "no such sample";
-  const fs::path root = split(in, AssemblyStyle::classic, folder).at(0);
+  const fs::path root = split(in, {.assemblies = AssemblyStyle::classic}, folder).at(0);
   EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
 }
 
@@ -133,7 +134,7 @@ TEST_P(SplitWithKnownChange, RootOpensWithSoManyShapes) {
   const ScratchFolder folder;
   const fs::path in = file_of(expected.source, folder);
   if (in.empty()) GTEST_SKIP() << "no such sample";
-  const fs::path root = split(in, expected.style, folder).at(0);
+  const fs::path root = split(in, {.assemblies = expected.style}, folder).at(0);
   const std::vector<DocumentShape> before = read_free_shapes(in);
   const std::vector<DocumentShape> after = read_free_shapes(root);
   EXPECT_EQ(before.size(), 1u);
@@ -141,6 +142,54 @@ TEST_P(SplitWithKnownChange, RootOpensWithSoManyShapes) {
   EXPECT_EQ(after.size(), expected.free_shapes);
   EXPECT_EQ(count_solids(after), expected.solids);
 }
+
+/// A split whose files are called after products.
+struct NamedSplit {
+  AssemblySource source;
+  AssemblyStyle style;
+  NameStyle names;
+};
+
+void PrintTo(const NamedSplit& split, std::ostream* out) {
+  PrintTo(split.source, out);
+}
+
+class SplitAfterProducts : public testing::TestWithParam<NamedSplit> {};
+
+TEST_P(SplitAfterProducts, RootOpensAsTheOriginal) {
+  const auto& [source, style, names] = GetParam();
+  const ScratchFolder folder;
+  const fs::path in = file_of(source, folder);
+  if (in.empty()) GTEST_SKIP() << "no such sample";
+  const fs::path root = split(in, {.assemblies = style, .names = names}, folder).at(0);
+  EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
+}
+
+/// Names and styles do not depend on each other: assemblies whose names matter, in every way.
+std::vector<NamedSplit> splits_after_products() {
+  const AssemblySource sources[] = {{"odd-names", 25},
+                                    {"equal-names", 2},
+                                    {"desk-lamp.step"},
+                                    {"dm1-pe-214.stp"},
+                                    {"filament-sensor.step"}};
+  std::vector<NamedSplit> splits;
+  for (const AssemblySource& source : sources) {
+    for (const AssemblyStyle style : {AssemblyStyle::lean, AssemblyStyle::nested}) {
+      splits.push_back({source, style, NameStyle::product});
+      splits.push_back({source, style, NameStyle::product_unicode});
+    }
+  }
+  return splits;
+}
+
+std::string name_of_named_split(const testing::TestParamInfo<NamedSplit>& test) {
+  const auto& [source, style, names] = test.param;
+  return test_name(source) + (style == AssemblyStyle::nested ? "_nested" : "_lean") +
+         (names == NameStyle::product ? "_ascii" : "_unicode");
+}
+
+INSTANTIATE_TEST_SUITE_P(Assemblies, SplitAfterProducts, testing::ValuesIn(splits_after_products()),
+                         name_of_named_split);
 
 constexpr AssemblyStyle CLASSIC = AssemblyStyle::classic;
 constexpr AssemblyStyle LEAN = AssemblyStyle::lean;

@@ -80,5 +80,19 @@ TEST(Arena, ObjectsAreMadeFromTheirArguments) {
   point->~Point();
 }
 
+TEST(Arena, CountsTheBytesThatItTook) {
+  constexpr std::uint64_t BLOCK = 256 * 1024;
+  Arena arena;
+  EXPECT_EQ(arena.bytes(), 0u);
+  arena.allocate(8);
+  EXPECT_EQ(arena.bytes(), BLOCK);
+  arena.allocate(BLOCK - 8);
+  EXPECT_EQ(arena.bytes(), BLOCK);
+  arena.allocate(1);
+  EXPECT_EQ(arena.bytes(), 2 * BLOCK);
+  arena.allocate(2 * BLOCK);
+  EXPECT_EQ(arena.bytes(), 4 * BLOCK);
+}
+
 }  // namespace
 }  // namespace Kessel::test

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "kessel/file.h"
-#include "model/store.h"
 #include "support/file_internals.h"
 
 namespace Kessel::test {

@@ -100,5 +100,17 @@ TEST(PagedArray, MovedArrayKeepsItsElements) {
   EXPECT_EQ(assigned[4'500], 9);
 }
 
+TEST(PagedArray, CountsItsBytesWithAnElementInUse) {
+  constexpr std::uint64_t PAGE = 4096 * sizeof(std::uint32_t);
+  constexpr std::uint64_t POINTER = sizeof(void*);
+  PagedArray<std::uint32_t> array(3 * 4096);
+  EXPECT_EQ(array.bytes_with(0), PAGE + 3 * POINTER);
+  EXPECT_EQ(array.bytes_with(5 * 4096), PAGE + 6 * POINTER);
+  array.edit(7) = 1;
+  EXPECT_EQ(array.bytes_with(0), PAGE + 3 * POINTER);
+  EXPECT_EQ(array.bytes_with(4096), 2 * PAGE + 3 * POINTER);
+  EXPECT_EQ(array.bytes_with(UINT32_MAX), 2 * PAGE + 1'048'576 * POINTER);
+}
+
 }  // namespace
 }  // namespace Kessel::test

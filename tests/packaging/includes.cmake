@@ -26,6 +26,9 @@ function(find_strangers folder ours)
       if(line MATCHES "^#include <([a-z_]+)>$" AND CMAKE_MATCH_1 IN_LIST standard)
         continue()
       endif()
+      if(source MATCHES "/kessel/kessel\\.h$" AND line MATCHES "^#include <std(def|int)\\.h>$")
+        continue()  # the header for C
+      endif()
       if(folder STREQUAL "src" AND line MATCHES "^#include <([a-z_]+)\\.h>$"
           AND CMAKE_MATCH_1 IN_LIST of_the_compiler)
         continue()

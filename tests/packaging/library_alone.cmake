@@ -6,7 +6,7 @@ include(${CMAKE_CURRENT_LIST_DIR}/installed_tree.cmake)
 
 file(REMOVE_RECURSE ${FOLDER})
 set(refused)
-foreach(package CLI11 GTest ICU PkgConfig benchmark)
+foreach(package CLI11 GTest ICU PkgConfig benchmark nlohmann_json)
   list(APPEND refused -DCMAKE_DISABLE_FIND_PACKAGE_${package}=ON)
 endforeach()
 run(COMMAND ${CMAKE_COMMAND} -S ${ROOT} -B ${FOLDER} -DBUILD_TESTING=OFF -DVELKSTEP_BUILD_CLI=OFF

@@ -4,10 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
+
+#include "kessel/errors.h"
 
 namespace Kessel::test {
 namespace {
@@ -171,6 +175,95 @@ TEST(RecordCutter, RecordIsWholeWhenItEndsWithAParenthesis) {
   EXPECT_TRUE(is_whole_record(")"));
   EXPECT_FALSE(is_whole_record("#1=A('x"));
   EXPECT_FALSE(is_whole_record("#1=A() "));
+}
+
+/// A record and where it begins.
+using Placed = std::tuple<std::string, std::uint64_t, std::uint64_t>;
+
+std::vector<Placed> places_in(const std::string& text) {
+  std::istringstream in(text);
+  RecordCutter cutter(in);
+  cutter.count_lines();
+  std::vector<Placed> placed;
+  for (;;) {
+    const std::string_view record = cutter.next_record();
+    if (record.empty() || cutter.input_ended()) break;
+    const Place place = cutter.place_of(record);
+    placed.emplace_back(record, place.offset, place.line);
+  }
+  return placed;
+}
+
+TEST(RecordCutterPlaces, AreWhereRecordsBegin) {
+  EXPECT_EQ(places_in("DATA;\n#1=A();\n\n  #2=B(\n);#3=C('x;\ny');\nENDSEC;\n/**/;#4=D();"),
+            (std::vector<Placed>{
+                {"#1=A()", 6, 2}, {"#2=B(\n)", 17, 4}, {"#3=C('xy')", 25, 5}, {"#4=D()", 52, 8}}));
+}
+
+TEST(RecordCutterPlaces, AreRightBehindRecordsOfEveryLength) {
+  std::string text;
+  std::vector<Placed> expected;
+  std::uint64_t line = 1;
+  for (std::size_t size = 1; size < 400'000; size = size * 3 + 7) {
+    const std::string record = "#1=A('" + std::string(size, '\n') + "')";
+    expected.emplace_back(record, text.size(), line);
+    text += record + ";";
+    line += size;
+  }
+  EXPECT_EQ(places_in(text + text).size(), 2 * expected.size());
+  EXPECT_EQ(places_in(text), expected);
+}
+
+TEST(RecordCutterPlaces, OfLinesAndOfWhatComesNext) {
+  std::istringstream in("  first \nsecond\n#1=A(); ");
+  RecordCutter cutter(in);
+  cutter.count_lines();
+  cutter.next_line();
+  EXPECT_EQ(cutter.offset(), 9u);
+  EXPECT_EQ(cutter.place_of(cutter.next_line()).offset, 9u);
+  EXPECT_EQ(cutter.here().offset, 16u);
+  EXPECT_EQ(cutter.here().line, 3u);
+  cutter.next_record();
+  EXPECT_EQ(cutter.offset(), 23u);
+  cutter.next_record();
+  EXPECT_EQ(cutter.offset(), 24u);
+}
+
+TEST(RecordCutterWitness, LearnsWhatIsPassedOverAndJoined) {
+  struct Witness : CuttingWitness {
+    void passed_over(std::string_view piece) override { seen.push_back("- " + std::string(piece)); }
+    void to_be_joined(std::string_view piece) override {
+      seen.push_back("+ " + std::string(piece));
+    }
+    Texts seen;
+  } witness;
+  std::istringstream in("DATA;\n#1=A();\n#2=B('x ;; y');x #3=C();#4=D(\n;\n);ENDSEC;stray");
+  RecordCutter cutter(in);
+  cutter.tell(&witness);
+  while (!cutter.input_ended()) cutter.next_record();
+  EXPECT_EQ(witness.seen, (Texts{"- DATA", "+ #2=B('x", "+ ", "+ y')", "- x #3=C()", "+ #4=D(",
+                                 "+ )", "- ENDSEC"}));
+}
+
+TEST(RecordCutterLimit, IsForTextsThatAreLonger) {
+  constexpr std::size_t LIMIT = 600'000;
+  const auto cut = [](const std::string& text) {
+    std::istringstream in(text);
+    RecordCutter cutter(in);
+    cutter.limit_memory(LIMIT);
+    return std::string(cutter.next_record());
+  };
+  const std::string fits = "#1=A('" + std::string(500'000, 'x') + "')";
+  EXPECT_EQ(cut(fits + ";"), fits);
+  EXPECT_THROW(cut("#1=A('" + std::string(2'000'000, 'x') + "');"), InputError);
+  std::string pieces = "#1=A('";
+  for (int i = 0; i < 700'000; ++i) pieces += "x;";
+  EXPECT_THROW(cut(pieces + "');"), InputError);
+  // Many texts that fit are no long one.
+  std::istringstream in(fits + ";" + fits + ";" + fits + ";");
+  RecordCutter cutter(in);
+  cutter.limit_memory(LIMIT);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(cutter.next_record(), fits);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "kessel/errors.h"
 #include "kessel/file.h"
 #include "reader/stored_records.h"
 
@@ -215,6 +216,64 @@ TEST(RecordLoader, TypeNamesThatDifferInOneCharacterAreToldApart) {
       EXPECT_EQ(file.at(number)->type(), type == name ? name : "") << type;
     }
   }
+}
+
+TEST(RecordLoader, SaysWhatBecameOfTheRecord) {
+  const struct {
+    std::string_view record;
+    Loading loading;
+  } CASES[] = {
+      {"#5=A(#6)", Loading::whole},
+      {"#5=A(#6,'#x')", Loading::whole},
+      {"#5=A('#6)", Loading::whole},
+      {"#5=A(#6,#x)", Loading::references_cut},
+      {"#5=A(#6,#0,#7,(#8,#9))", Loading::references_cut},
+      {"#=A(#6)", Loading::no_number},
+      {"#0=A(#6)", Loading::no_number},
+      {"#4294967296=A(#6)", Loading::no_number},
+      {"A", Loading::no_number},
+      {"#5", Loading::no_type},
+      {"#5=()", Loading::no_type},
+  };
+  for (const auto& [record, loading] : CASES) {
+    SCOPED_TRACE(record);
+    File file("");
+    EXPECT_EQ(RecordLoader(file).add(record).loading, loading);
+  }
+}
+
+TEST(RecordLoader, MemoryLimitEndsLoading) {
+  File file("");
+  RecordLoader loader(file, 1'000'000);
+  // The first block of records, a page of slots and the table of pages.
+  EXPECT_EQ(loader.add("#5=A()").loading, Loading::whole);
+  EXPECT_EQ(loader.add("#4096=A()").loading, Loading::whole);
+  try {
+    loader.add("#4294967295=A()");
+    ADD_FAILURE() << "no exception";
+  } catch (const InputError& error) {
+    EXPECT_EQ(error.finding().kind, FindingKind::memory_limit);
+    EXPECT_EQ(error.finding().instance, 4'294'967'295u);
+  }
+  EXPECT_EQ(file.entities().size(), File::SLOT_BLOCK) << "nothing was taken";
+  EXPECT_EQ(loader.add("#4097=A()").loading, Loading::whole);
+}
+
+TEST(RecordLoader, MemoryLimitCountsATypeNameOnce) {
+  const std::string name = std::string(1000, 'X') + "SHAPE_REPRESENTATION";
+  File file("");
+  RecordLoader loader(file, 1'000'000);
+  for (unsigned i = 1; i <= 3000; ++i) {
+    loader.add("#" + std::to_string(i) + "=" + name + "()");
+  }
+  EXPECT_EQ(file.get(name).size(), 3000u);
+  EXPECT_THROW(
+      {
+        for (unsigned i = 1; i <= 1000; ++i) {
+          loader.add("#" + std::to_string(i) + "=" + name + std::to_string(i) + "()");
+        }
+      },
+      InputError);
 }
 
 }  // namespace

@@ -90,5 +90,25 @@ TEST(FirstString, WithOneApostropheItIsTheRest) {
   EXPECT_EQ(first_string("#5=PRODUCT('"), "");
 }
 
+TEST(WholeFirstString, KeepsDoubledApostrophesAndDirectives) {
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('a name','b','',(#2))"), "a name");
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('it''s','b')"), "it''s");
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('''quoted''','b')"), "''quoted''");
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('\\X\\F6','b')"), "\\X\\F6");
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('','b')"), "");
+  EXPECT_EQ(whole_first_string("#5=PRODUCT($,'b')"), "b");
+}
+
+TEST(WholeFirstString, WithoutStringIsEmpty) {
+  EXPECT_EQ(whole_first_string("#5=PRODUCT($,#6)"), "");
+}
+
+TEST(WholeFirstString, StringThatDoesNotEndGoesToTheEnd) {
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('a,#6)"), "a,#6)");
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('a''"), "a''");
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('a'"), "a");
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('"), "");
+}
+
 }  // namespace
 }  // namespace Kessel::test

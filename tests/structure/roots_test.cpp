@@ -27,11 +27,16 @@ std::string usage(int number, int parent, int child) {
          std::to_string(parent) + ",#" + std::to_string(child) + ",$);\n";
 }
 
+void find_structure(File& file) {
+  FileInternals::process_parts(file, refuse_to_decode);
+  if (file.root_part() != nullptr) FileInternals::list_root(file);
+}
+
 /// What the structure passes leave for one input.
 struct Outcome {
   explicit Outcome(const std::string& data) : file(read_records(data)) {
     Part::free_statics();
-    messages = printed_by([&] { FileInternals::process_parts(*file, refuse_to_decode); });
+    messages = printed_by([&] { find_structure(*file); });
     if (std::filesystem::exists("roots.txt")) roots_txt = read_file("roots.txt");
   }
   std::string root() const {
@@ -159,7 +164,7 @@ TEST(Roots, EarlierRootsFileIsReplaced) {
   const auto file = read_records(PRODUCTS);
   const ScratchFolder folder;
   folder.write("roots.txt", "a longer text of an earlier run\nin two lines\n");
-  FileInternals::process_parts(*file, refuse_to_decode);
+  find_structure(*file);
   EXPECT_EQ(read_file("roots.txt"), "Root.stp\n");
 }
 
@@ -167,7 +172,7 @@ TEST(Roots, RootsFileThatCannotBeWrittenIsNotReported) {
   const auto file = read_records(PRODUCTS);
   const ScratchFolder folder;
   std::filesystem::create_directory("roots.txt");
-  EXPECT_EQ(printed_by([&] { FileInternals::process_parts(*file, refuse_to_decode); }), "");
+  EXPECT_EQ(printed_by([&] { find_structure(*file); }), "");
   EXPECT_EQ(parts_of(*file), "#3 #13 #23 root ");
 }
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "kessel/file.h"
+#include "model/store.h"
 
 namespace Kessel {
 
@@ -21,8 +22,9 @@ struct FileInternals {
   using Ids = File::Ids;
 
   // reader
-  static std::unique_ptr<File> parse_file(const std::filesystem::path& path) {
-    return std::unique_ptr<File>(File::parse_file(path));
+  static std::unique_ptr<File> parse_file(const std::filesystem::path& path,
+                                          NameStyle names = NameStyle::record) {
+    return std::unique_ptr<File>(File::parse_file(path, {.names = names}));
   }
 
   // structure
@@ -36,6 +38,7 @@ struct FileInternals {
   }
   static void classify_by_geometry(File& file) { file.classify_by_geometry(); }
   static void generate_root(File& file) { file.generate_root(); }
+  static void list_root(const File& file) { file.list_root(); }
 
   // association
   static void associate_entities(const File& file) { file.associate_entities(); }
@@ -59,7 +62,6 @@ struct FileInternals {
     file.set_references(entity, references);
   }
   static void add_part(File& file, Part* part) { file.add_part(part); }
-  /// Tests that call it include "model/store.h", which defines the member.
   template <class Record, class... Args>
   static Record* store(File& file, unsigned id, Args&&... args) {
     return file.store<Record>(id, std::forward<Args>(args)...);

@@ -32,7 +32,9 @@ class ExternalReference : public testing::Test {
 
   std::string block(const Entity& link, Part* target) {
     ReachabilitySearch search(store_.slots());
-    return make_external_reference(store_.slots(), search, target, link, first_leaf(link));
+    const Part* component = first_leaf(link);
+    return make_external_reference(store_.slots(), search, target, link,
+                                   component == nullptr ? "" : component->get_encoded_filename());
   }
   std::string block(const Entity& link) { return block(link, assembly_); }
   std::string block() { return block(link_); }

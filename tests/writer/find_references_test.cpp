@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -71,6 +72,28 @@ TEST(FindReferences, ReferencesMayTouch) {
 TEST(FindReferences, TextWithoutReferencesHasNone) {
   EXPECT_THAT(found_in(""), IsEmpty());
   EXPECT_THAT(found_in("A('#1')"), IsEmpty());
+}
+
+TEST(FirstReference, IsTheFirstThatIsFound) {
+  const std::string texts[] = {"#5=A(#3,#12)", "#005=A(#3)",   "#4294967295",  "x#6=A(#3)",
+                               "'#1'#20=A()",  "'it''s #3'#4", " #0012=A(#7)", "#8"};
+  for (const std::string& text : texts) {
+    SCOPED_TRACE(text);
+    std::vector<Reference> all;
+    find_references(text, all);
+    const std::optional<Reference> first = first_reference(text);
+    ASSERT_TRUE(first.has_value());
+    EXPECT_EQ(first->begin, all.at(0).begin);
+    EXPECT_EQ(first->end, all.at(0).end);
+    EXPECT_EQ(first->number, all.at(0).number);
+  }
+}
+
+TEST(FirstReference, IsNoneWhereNoneIsFound) {
+  for (const std::string text :
+       {"", "A", "#", "#x=A(#3)", "#0=A(#3)", "#4294967296=A(#3)", "'#3'", "'#3", "A('#1','')"}) {
+    EXPECT_FALSE(first_reference(text).has_value()) << text;
+  }
 }
 
 TEST(FindReferences, MarksAreFoundAtEveryDistance) {

@@ -159,6 +159,26 @@ TEST_F(GatheredOutputTest, FilesAreNotOpenedForEverySmallPiece) {
   EXPECT_EQ(files_opened(), 60u);
 }
 
+TEST_F(GatheredOutputTest, TextThatOutgrowsItsRoomMovesAsAWhole) {
+  make_parts(12);
+  std::vector<std::string> expected(12);
+  GatheredOutput output(parts_);
+  const auto give = [&](std::size_t part, const std::string& text) {
+    write(output, part, text);
+    expected[part] += text;
+  };
+  for (std::size_t part = 0; part < 12; ++part) give(part, "a few records that all share\n");
+  // One part after the other grows while those before it get cold and leave their rooms.
+  for (std::size_t part = 0; part < 12; ++part) {
+    for (int i = 0; i < 20'000; ++i) {
+      give(part, std::to_string(i) + " of " + std::to_string(part) + std::string(80, '.') + "\n");
+    }
+    give(11 - part, "in between\n");
+  }
+  output.finish();
+  EXPECT_TRUE(files() == expected);
+}
+
 TEST_F(GatheredOutputTest, LargePieceIsNotHeld) {
   make_parts(2);
   GatheredOutput output(parts_);

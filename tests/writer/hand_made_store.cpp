@@ -1,5 +1,8 @@
 #include "writer/hand_made_store.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include "support/file_internals.h"
 #include "writer/rewrite.h"
 
@@ -32,6 +35,37 @@ std::string HandMadeStore::rewritten(std::string_view text, Part* part) const {
   std::string out;
   rewrite_references(text, references, slots(), part, out);
   return out;
+}
+
+namespace {
+
+/// What `put(text, out)` writes for a copy of `text` around which no byte may be touched, with
+/// exactly `room` bytes at `out`.
+template <class Put>
+std::string put_into(std::size_t room, std::string_view text, Put put) {
+  const auto copy = std::make_unique<char[]>(text.size());
+  std::copy(text.begin(), text.end(), copy.get());
+  const auto out = std::make_unique<char[]>(room);
+  return {out.get(), put(std::string_view(copy.get(), text.size()), out.get())};
+}
+
+}  // namespace
+
+std::string HandMadeStore::rewritten_with_references(std::string_view text, Part* part) const {
+  std::vector<Reference> references;
+  find_references(text, references);
+  const std::uint32_t number = file_.at(references.front().number)->part_numbers.at(part);
+  return put_into(rewriting_room(text, references), text, [&](std::string_view copy, char* out) {
+    return rewrite_record(copy, references, number, slots(), part, out);
+  });
+}
+
+std::string HandMadeStore::rewritten_on_the_way(std::string_view text, Part* part) const {
+  const Reference own = first_reference(text).value();
+  const std::uint32_t number = file_.at(own.number)->part_numbers.at(part);
+  return put_into(rewriting_room(text), text, [&](std::string_view copy, char* out) {
+    return rewrite_record(copy, own, number, slots(), part, out);
+  });
 }
 
 std::string HandMadeStore::rewritten_presentation(std::string_view text, const Entity& record,

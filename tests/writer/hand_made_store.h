@@ -31,6 +31,11 @@ class HandMadeStore {
   /// The record `text`, rewritten for `part` like any record.
   std::string rewritten(std::string_view text, Part* part) const;
 
+  /// The record `text`, which `part` holds, by each of the two fast paths for whole records: with
+  /// its references found before and on the way.
+  std::string rewritten_with_references(std::string_view text, Part* part) const;
+  std::string rewritten_on_the_way(std::string_view text, Part* part) const;
+
   /// The record `text` of `record`, rewritten for `part` as a presentation record.
   std::string rewritten_presentation(std::string_view text, const Entity& record, Part* part) const;
 

@@ -156,6 +156,24 @@ TEST_P(RewritingComparison, RecordsComeOutAsIfEditedInPlace) {
   }
 }
 
+TEST_P(RewritingComparison, WholeRecordsComeOutAsIfEditedInPlace) {
+  RecordWriter writer(dice_);
+  int held = 0;
+  for (int i = 0; i < RECORDS; ++i) {
+    const std::string record = writer.record();
+    const std::uint32_t own = plain::references_in(record).front();
+    for (Part* part : parts_) {
+      const Entity* entity = store_.slots()[own];
+      if (entity == nullptr || !entity->part_numbers.contains(part)) continue;
+      ++held;
+      const std::string expected = plain::rewrite_references(record, store_.slots(), part);
+      ASSERT_EQ(store_.rewritten_with_references(record, part), expected) << record;
+      ASSERT_EQ(store_.rewritten_on_the_way(record, part), expected) << record;
+    }
+  }
+  EXPECT_GT(held, RECORDS / 2);
+}
+
 TEST_P(RewritingComparison, PresentationRecordsComeOutAsIfEditedInPlace) {
   RecordWriter writer(dice_);
   int with_items = 0;
@@ -180,6 +198,22 @@ TEST_P(RewritingComparison, PresentationRecordsComeOutAsIfEditedInPlace) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RewritingComparison, testing::Range(1U, 13U));
+
+TEST(LongPieces, OfEveryLengthAreCopiedWhole) {
+  HandMadeStore store;
+  Part* part = store.add_part();
+  store.hold(1, part, 54321);
+  store.hold(2, part, 7);
+  std::string piece;
+  for (int length = 0; length < 150; ++length) {
+    const std::string middle = "=A('" + piece + "',";
+    const std::string rest = ",'" + piece + "')";
+    const std::string expected = "#54321" + middle + "#7" + rest;
+    EXPECT_EQ(store.rewritten_with_references("#1" + middle + "#2" + rest, part), expected);
+    EXPECT_EQ(store.rewritten_on_the_way("#1" + middle + "#2" + rest, part), expected);
+    piece += static_cast<char>('A' + length % 26);
+  }
+}
 
 TEST(LongRecords, ComeOutAsIfEditedInPlace) {
   HandMadeStore store;

@@ -1,0 +1,98 @@
+// velkstep check IN
+#include "check_command.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "exit_codes.h"
+#include "json_line.h"
+#include "kessel/check.h"
+#include "terminal.h"
+#include "with_input.h"
+
+namespace Velkstep {
+
+namespace {
+
+using Kessel::Finding;
+using Kessel::Severity;
+
+struct CheckArguments {
+  std::string in;
+  bool json = false;
+};
+
+const char* to_text(Severity severity) {
+  return severity == Severity::error ? "error" : "warning";
+}
+
+/// As compilers do: the file, the line where there is one, how bad it is, what it is.
+std::string check_text(const std::string& in, const std::vector<Finding>& findings) {
+  std::string text;
+  for (const Finding& finding : findings) {
+    text += printable(shown_name(in)) + ':';
+    if (finding.line != 0) text += std::to_string(finding.line) + ':';
+    text += std::string(" ") + to_text(finding.severity) + ": " + finding.sentence + '\n';
+  }
+  return text;
+}
+
+Json to_json(const Finding& finding) {
+  Json json = {
+      {"kind", Kessel::name_of(finding.kind)},
+      {"severity", to_text(finding.severity)},
+      {"sentence", finding.sentence},
+      {"offset", nullptr},
+      {"line", nullptr},
+      {"instance", nullptr},
+      {"count", finding.count},
+  };
+  if (finding.line != 0) {
+    json["offset"] = finding.offset;
+    json["line"] = finding.line;
+  }
+  if (finding.instance != 0) json["instance"] = finding.instance;
+  return json;
+}
+
+std::string check_json(const std::string& in, const std::vector<Finding>& findings) {
+  Json json = {{"format", JSON_FORMAT}, {"input", in}, {"findings", Json::array()}};
+  for (const Finding& finding : findings) json["findings"].push_back(to_json(finding));
+  return json_line(json);
+}
+
+int check(const CheckArguments& arguments, const std::filesystem::path& path) {
+  const std::vector<Finding> findings = Kessel::check(path);
+  const int printed = print(arguments.json ? check_json(arguments.in, findings)
+                                           : check_text(arguments.in, findings));
+  if (printed != EXIT_DONE) return printed;
+  const bool errors = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
+    return finding.severity == Severity::error;
+  });
+  if (errors) return EXIT_FAILED;
+  return findings.empty() ? EXIT_DONE : EXIT_WARNINGS;
+}
+
+/// A file that cannot be opened is a finding, so that only standard input is looked at first.
+int check(const CheckArguments& arguments) {
+  if (arguments.in != "-") return check(arguments, arguments.in);
+  return with_input(arguments.in,
+                    [&](const std::filesystem::path& path) { return check(arguments, path); });
+}
+
+}  // namespace
+
+void add_check_command(CLI::App& app, Action& action) {
+  const auto arguments = std::make_shared<CheckArguments>();
+  CLI::App* command = app.add_subcommand("check", "Say what is wrong or unusual in IN");
+  command->add_option("IN", arguments->in, "The exchange file to check; - reads standard input")
+      ->required();
+  command->add_flag("--json", arguments->json, "Print one line of JSON");
+  command->footer(EXIT_CODES);
+  command->callback([&action, arguments] { action = [arguments] { return check(*arguments); }; });
+}
+
+}  // namespace Velkstep

@@ -1,0 +1,31 @@
+// One split by the command line, from its input to files that are all in place.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "kessel/splitter.h"
+#include "split_arguments.h"
+
+namespace Velkstep {
+
+/// A split whose files are not in OUTDIR yet.
+struct FinishedSplit {
+  std::filesystem::path input;             ///< where the input can be read
+  std::filesystem::path folder;            ///< where the files are
+  std::vector<Kessel::WrittenFile> files;  ///< the root's first; paths are bare names
+  bool has_root = false;                   ///< false where every part is a component of another
+};
+
+/// Does something with a split and returns an exit code.
+using SplitAction = std::function<int(const FinishedSplit&)>;
+
+/// Splits into a fresh folder, calls `prepare`, which may write further files there and returns
+/// their names, moves everything into OUTDIR, and calls `report`. What goes wrong until then is
+/// printed as one line, and leaves OUTDIR as it was. Returns the exit code. Throws `Interrupted`.
+int run_split(const SplitArguments& arguments, const SplitAction& report,
+              const std::function<std::vector<std::string>(const FinishedSplit&)>& prepare = {});
+
+}  // namespace Velkstep

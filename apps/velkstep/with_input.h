@@ -1,0 +1,27 @@
+// What commands that look at one input have in common: errors in one line, exit codes.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace Velkstep {
+
+/// Prints "velkstep: NAME: REASON" on standard error and returns EXIT_FAILED. What NAME holds that
+/// is not for terminals is replaced.
+int fail(std::string_view name, std::string_view reason);
+
+/// What an input is called in messages: its path, or "standard input".
+std::string shown_name(const std::string& argument);
+
+/// Calls `look(path)` with a path where the input `argument` ("-" for standard input) can be read
+/// and returns what it returns. Its exceptions, and those of an input that cannot be read, are
+/// printed as by fail().
+int with_input(const std::string& argument,
+               const std::function<int(const std::filesystem::path&)>& look);
+
+/// Prints `text` on standard output. Returns EXIT_DONE, or fails when it cannot be written.
+int print(std::string_view text);
+
+}  // namespace Velkstep

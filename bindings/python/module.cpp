@@ -1,0 +1,86 @@
+// The extension module: the functions behind those of the Python package.
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+#include <pybind11/stl/filesystem.h>
+
+#include <array>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "kessel/assembly.h"
+#include "kessel/splitter.h"
+#include "kessel/summary.h"
+#include "plain_data.h"
+#include "runs.h"
+
+namespace Velkstep {
+
+namespace {
+
+namespace py = pybind11;
+namespace fs = std::filesystem;
+
+template <class Style>
+using Words = std::array<std::pair<std::string_view, Style>, 3>;
+
+constexpr Words<Kessel::AssemblyStyle> ASSEMBLIES = {{
+    {"classic", Kessel::AssemblyStyle::classic},
+    {"lean", Kessel::AssemblyStyle::lean},
+    {"nested", Kessel::AssemblyStyle::nested},
+}};
+
+constexpr Words<Kessel::NameStyle> NAMES = {{
+    {"record", Kessel::NameStyle::record},
+    {"product", Kessel::NameStyle::product},
+    {"product-unicode", Kessel::NameStyle::product_unicode},
+}};
+
+template <class Style>
+Style style_of(const char* argument, const std::string& given, const Words<Style>& words) {
+  for (const auto& [word, style] : words) {
+    if (word == given) return style;
+  }
+  throw py::value_error(std::string(argument) + ": there is no style '" + given + "'");
+}
+
+std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
+                            const std::string& assemblies, const std::string& names,
+                            const py::object& progress) {
+  if (!progress.is_none() && PyCallable_Check(progress.ptr()) == 0) {
+    throw py::type_error("progress: neither a function nor None");
+  }
+  Kessel::Options options;
+  options.assemblies = style_of("assemblies", assemblies, ASSEMBLIES);
+  options.names = style_of("names", names, NAMES);
+  options.progress = progress_for(progress);
+  std::vector<fs::path> files;
+  run_alone(input, [&] { files = Kessel::Run(input, outdir, options); });
+  return files;
+}
+
+py::dict tree(const fs::path& input, const std::string& names) {
+  Kessel::Options options;
+  options.names = style_of("names", names, NAMES);
+  Kessel::Assembly assembly;
+  run_alone(input, [&] { assembly = Kessel::read_assembly(input, options); });
+  return tree_dict(assembly, input.string());
+}
+
+py::dict info(const fs::path& input) {
+  Kessel::Summary summary;
+  run_alone(input, [&] { summary = Kessel::read_summary(input); });
+  return info_dict(summary, input.string());
+}
+
+}  // namespace
+
+}  // namespace Velkstep
+
+PYBIND11_MODULE(_velkstep, module) {
+  module.def("split", &Velkstep::split);
+  module.def("tree", &Velkstep::tree);
+  module.def("info", &Velkstep::info);
+}

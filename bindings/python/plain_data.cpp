@@ -1,0 +1,114 @@
+#include "plain_data.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace Velkstep {
+
+namespace {
+
+namespace py = pybind11;
+using py::literals::operator""_a;
+
+/// Version of the shapes, as in the command's JSON.
+constexpr int FORMAT = 1;
+
+/// How many types are listed, the most frequent.
+constexpr std::size_t MOST_FREQUENT = 10;
+
+/// Text for Python; bytes that are no characters become U+FFFD.
+py::str text(std::string_view utf8) {
+  PyObject* decoded =
+      PyUnicode_DecodeUTF8(utf8.data(), static_cast<Py_ssize_t>(utf8.size()), "replace");
+  if (decoded == nullptr) throw py::error_already_set();
+  return py::reinterpret_steal<py::str>(decoded);
+}
+
+template <class Items, class Convert>
+py::list list_of(const Items& items, Convert convert) {
+  py::list list;
+  for (const auto& item : items) list.append(convert(item));
+  return list;
+}
+
+py::list texts(const std::vector<std::string>& items) {
+  return list_of(items, text);
+}
+
+const char* role_name(Kessel::PartRole role) {
+  switch (role) {
+    case Kessel::PartRole::part:
+      return "part";
+    case Kessel::PartRole::assembly:
+      return "assembly";
+    case Kessel::PartRole::assembly_with_bodies:
+      return "assembly with bodies";
+  }
+  return "";
+}
+
+py::dict use_dict(const Kessel::PartUse& use) {
+  return py::dict("part"_a = use.part, "count"_a = use.count, "closes_cycle"_a = use.closes_cycle);
+}
+
+py::dict part_dict(const Kessel::PartInfo& part) {
+  py::object record = py::none();
+  if (part.record != 0) record = py::int_(part.record);
+  py::object file = py::none();
+  if (!part.file.empty()) file = text(part.file.string());
+  return py::dict("record"_a = record, "id"_a = text(part.id), "name"_a = text(part.name),
+                  "description"_a = text(part.description), "kind"_a = role_name(part.role),
+                  "file"_a = file, "total"_a = part.total,
+                  "components"_a = list_of(part.components, use_dict),
+                  "used_in"_a = list_of(part.used_in, use_dict));
+}
+
+py::dict header_dict(const Kessel::Header& header) {
+  return py::dict(
+      "description"_a = texts(header.description),
+      "implementation_level"_a = text(header.implementation_level), "name"_a = text(header.name),
+      "time_stamp"_a = text(header.time_stamp), "authors"_a = texts(header.authors),
+      "organisations"_a = texts(header.organisations),
+      "preprocessor_version"_a = text(header.preprocessor_version),
+      "originating_system"_a = text(header.originating_system),
+      "authorisation"_a = text(header.authorisation), "schemas"_a = texts(header.schemas));
+}
+
+py::list most_frequent(const std::vector<Kessel::TypeCount>& types) {
+  py::list list;
+  for (std::size_t i = 0; i < std::min(types.size(), MOST_FREQUENT); ++i) {
+    list.append(py::dict("type"_a = text(types[i].type), "records"_a = types[i].records));
+  }
+  return list;
+}
+
+py::list units(const std::vector<Kessel::UnitUse>& uses, const char* measured_in) {
+  return list_of(uses, [&](const Kessel::UnitUse& use) {
+    py::dict unit("name"_a = text(use.name), "contexts"_a = use.contexts);
+    unit[measured_in] = use.factor == 0 ? py::object(py::none()) : py::float_(use.factor);
+    return unit;
+  });
+}
+
+}  // namespace
+
+py::dict tree_dict(const Kessel::Assembly& assembly, const std::string& input) {
+  return py::dict("format"_a = FORMAT, "input"_a = text(input), "depth"_a = assembly.depth,
+                  "roots"_a = list_of(assembly.roots, [](std::size_t i) { return py::int_(i); }),
+                  "parts"_a = list_of(assembly.parts, part_dict));
+}
+
+py::dict info_dict(const Kessel::Summary& summary, const std::string& input) {
+  return py::dict(
+      "format"_a = FORMAT, "input"_a = text(input), "bytes"_a = summary.bytes,
+      "header"_a = header_dict(summary.header), "records"_a = summary.records,
+      "types"_a = summary.types.size(), "most_frequent"_a = most_frequent(summary.types),
+      "parts"_a = summary.parts, "assemblies"_a = summary.assemblies,
+      "assemblies_with_bodies"_a = summary.assemblies_with_bodies, "depth"_a = summary.depth,
+      "length_units"_a = units(summary.length_units, "metres"),
+      "plane_angle_units"_a = units(summary.plane_angle_units, "radians"));
+}
+
+}  // namespace Velkstep

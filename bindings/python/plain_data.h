@@ -1,0 +1,19 @@
+// What the library found, as dictionaries and lists. The shapes are those of the command's JSON.
+#pragma once
+
+#include <pybind11/pybind11.h>
+
+#include <string>
+
+#include "kessel/assembly.h"
+#include "kessel/summary.h"
+
+namespace Velkstep {
+
+/// The product structure of `input`. Needs the interpreter's lock.
+pybind11::dict tree_dict(const Kessel::Assembly& assembly, const std::string& input);
+
+/// Header and counts of `input`. Needs the interpreter's lock.
+pybind11::dict info_dict(const Kessel::Summary& summary, const std::string& input);
+
+}  // namespace Velkstep

@@ -1,0 +1,65 @@
+"""Splits STEP files (ISO 10303-21) that hold a product assembly into one file per part.
+
+Paths are str or os.PathLike. The interpreter's lock is released while a function runs, but the
+library does one thing at a time in one process: calls from several threads wait for each other, and
+a progress function that calls the module gets a RuntimeError. Split on several cores with processes.
+"""
+
+from __future__ import annotations
+
+import os
+import pathlib
+from typing import Callable, Literal, Optional, Union
+
+from . import _velkstep
+from .errors import InputError, OutputError
+from .shapes import Info, Tree
+
+__all__ = ["InputError", "OutputError", "info", "split", "tree"]
+
+StrPath = Union[str, "os.PathLike[str]"]
+Assemblies = Literal["classic", "lean", "nested"]
+Names = Literal["record", "product", "product-unicode"]
+Stage = Literal["reading", "sorting", "writing"]
+Progress = Callable[[Stage, int, int], object]
+
+
+def split(
+    input: StrPath,
+    outdir: StrPath,
+    assemblies: Assemblies = "lean",
+    names: Names = "product",
+    progress: Optional[Progress] = None,
+) -> list[pathlib.Path]:
+    """Splits the file `input` into files under `outdir`, and returns their paths, the root's first.
+
+    The list is empty when the file holds one part or none. `outdir` is made as needed; a file of
+    the same name that is there already is appended to, and "roots.txt" with the root's file name
+    goes into the working directory. Sentences about problems in the data go to standard error.
+
+    `progress` is called with the stage and how much of it is done of what total: bytes of the input
+    for "reading" and "writing", passes for "sorting". An exception that it raises ends the split
+    and comes out of it unchanged, and so does KeyboardInterrupt without any progress function; what
+    was written until then is in the files.
+
+    Raises InputError, OutputError, MemoryError; ValueError for a style that there is not and for an
+    `outdir` that is not UTF-8.
+    """
+    return _velkstep.split(input, outdir, assemblies, names, progress)
+
+
+def tree(input: StrPath, names: Names = "product") -> Tree:
+    """Reads the product structure, as `velkstep tree --json` prints it. Writes nothing.
+
+    `names` is that of the split that the parts' file names are for. Raises InputError, MemoryError,
+    and ValueError for a style that there is not.
+    """
+    return _velkstep.tree(input, names)
+
+
+def info(input: StrPath) -> Info:
+    """Reads header, counts and units, as `velkstep info --json` prints them. Writes nothing.
+
+    Raises InputError and MemoryError.
+    """
+    return _velkstep.info(input)

@@ -1,0 +1,17 @@
+import os
+import pathlib
+from typing import Callable, Optional, Union
+
+from .shapes import Info, Tree
+
+_StrPath = Union[str, "os.PathLike[str]"]
+
+def split(
+    input: _StrPath,
+    outdir: _StrPath,
+    assemblies: str,
+    names: str,
+    progress: Optional[Callable[..., object]],
+) -> list[pathlib.Path]: ...
+def tree(input: _StrPath, names: str) -> Tree: ...
+def info(input: _StrPath) -> Info: ...

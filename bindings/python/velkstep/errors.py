@@ -1,0 +1,50 @@
+"""What a run raises when the input or the output is to blame."""
+
+from __future__ import annotations
+
+import pathlib
+
+
+class InputError(RuntimeError):
+    """An input that cannot be read or split; nothing was written, unless it changed meanwhile."""
+
+    def __init__(
+        self,
+        sentence: str,
+        path: pathlib.Path,
+        kind: str | None = None,
+        line: int | None = None,
+        record: int | None = None,
+    ) -> None:
+        # All of them go into `args`, so that the exception comes out of another process whole.
+        super().__init__(sentence, path, kind, line, record)
+        self.sentence = sentence
+        """What is wrong, in English."""
+        self.path = path
+        """The input, as it was given."""
+        self.kind = kind
+        """The kind of the finding, such as "empty_file"; None where there is no name for it."""
+        self.line = line
+        """The line in the input, from 1; None for a problem of the whole file."""
+        self.record = record
+        """The instance number concerned; None where there is none."""
+
+    def __str__(self) -> str:
+        place = str(self.path) if self.line is None else f"{self.path}:{self.line}"
+        return f"{place}: {self.sentence}"
+
+
+class OutputError(RuntimeError):
+    """An output file or folder that was not written whole. What was written is left as it is."""
+
+    def __init__(self, sentence: str, path: pathlib.Path, errno: int) -> None:
+        super().__init__(sentence, path, errno)
+        self.sentence = sentence
+        """What is wrong; holds the path."""
+        self.path = path
+        """The file or folder."""
+        self.errno = errno
+        """The system's reason, as in the module errno."""
+
+    def __str__(self) -> str:
+        return self.sentence

@@ -1,0 +1,26 @@
+// Checks an input file without splitting it.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "kessel/export.h"
+#include "kessel/finding.h"
+#include "kessel/options.h"
+
+namespace Kessel {
+
+/// Reads the exchange file `in` (ISO 10303-21) once, as a run reads it, and returns what it finds
+/// wrong or unusual, by ascending offset; findings on the whole file come first. An empty list
+/// means that nothing was found.
+///
+/// Of each kind the first twenty findings are listed; one more, at the place of the next, says how
+/// many there are beyond (`Finding::count`). Of the options only the memory limit matters.
+///
+/// Writes and prints nothing. A file that cannot be read is a finding. Time is linear in the file,
+/// memory in its records, whatever they refer to: up to three times what a run's records take,
+/// which is what the limit is for. Throws `std::bad_alloc` only.
+KESSEL_EXPORT std::vector<Finding> check(const std::filesystem::path& in,
+                                         const Options& options = {});
+
+}  // namespace Kessel

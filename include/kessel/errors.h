@@ -1,0 +1,48 @@
+// What the checked form of a run throws.
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+#include "kessel/export.h"
+#include "kessel/finding.h"
+
+namespace Kessel {
+
+/// An input on which a run would not end, or would take more memory than it may.
+class KESSEL_EXPORT InputError : public std::runtime_error {
+ public:
+  /// `what()` is the finding's sentence.
+  explicit InputError(const Finding& finding);
+  InputError(const InputError&);
+  InputError& operator=(const InputError&) = delete;
+  ~InputError() override;
+
+  /// What was found, and where; lives as long as the exception.
+  const Finding& finding() const;
+
+ private:
+  Finding finding_;
+};
+
+/// An output file that was not written whole.
+class KESSEL_EXPORT OutputError : public std::runtime_error {
+ public:
+  /// `what()` is the path as the system spells it, ": cannot be written: " and the reason.
+  OutputError(const std::filesystem::path& path, std::error_code reason);
+  OutputError(const OutputError&);
+  OutputError& operator=(const OutputError&) = delete;
+  ~OutputError() override;
+
+  /// The file; lives as long as the exception.
+  const std::filesystem::path& path() const;
+  /// The system's reason: `std::errc::no_space_on_device`, `too_many_files_open`, ...
+  std::error_code reason() const;
+
+ private:
+  std::filesystem::path path_;
+  std::error_code reason_;
+};
+
+}  // namespace Kessel

@@ -1,0 +1,82 @@
+// What is wrong or unusual in an input file, where, and how bad it is.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "kessel/export.h"
+
+namespace Kessel {
+
+/// How bad a finding is.
+enum class Severity {
+  warning,  ///< a split works; something about the input or the result deserves a look
+  error,    ///< a split fails, never ends, or loses or spoils something that the input says
+};
+
+/// What a finding is about. Hosts tell findings apart by it, not by their sentences.
+enum class FindingKind {
+  // the file as a whole
+  unreadable,              ///< cannot be opened or read, or is no regular file
+  empty_file,              ///< holds no byte
+  compressed,              ///< a compressed file or an archive
+  other_encoding,          ///< text in UTF-16, UTF-32 or EBCDIC
+  binary,                  ///< data that is no text
+  not_an_exchange_file,    ///< text that does not begin as an exchange file does
+  first_line,              ///< the first line holds more or less than "ISO-10303-21;"
+  header_without_end,      ///< no line ends the header with "ENDSEC;"
+  nothing_after_header,    ///< the file ends with its header
+  header_is_read_as_data,  ///< a ";" in a string of the header, and "#" or ";" behind it
+  unclosed_text,           ///< text after the last ";"
+  unclosed_record,         ///< a last record that no ")" and ";" close
+  data_ended_early,        ///< an empty statement, behind which nothing is read
+  text_after_end,          ///< text behind "END-ISO-10303-21;", which is read
+  missing_end,             ///< no "END-ISO-10303-21;"
+  changed_while_read,      ///< the file was changed between its two readings; only `Run` finds that
+
+  // records and what stands between them
+  record_without_number,    ///< dropped: no digits behind "#"
+  record_number_zero,       ///< dropped: "#0"
+  record_number_too_large,  ///< dropped: a number above 4,294,967,295
+  record_without_type,      ///< dropped: no "=", or no type and "(" behind it
+  record_after_text,        ///< dropped: something stands in front of its "#"
+  skipped_text,             ///< a statement that is neither a record nor a section's begin or end
+  cut_record,               ///< cut off inside a string, whose rest is lost
+  joined_record,            ///< does not end in ")", and takes in what follows its ";"
+  semicolon_in_string,      ///< a ";" inside a string, which is lost
+  comment_is_read,          ///< a comment with "#", "'" or ";" in it, which is taken for data
+  not_utf8,                 ///< bytes that are neither ASCII nor UTF-8
+  repeated_number,          ///< a second record under the same number
+  memory_limit,             ///< the records need more memory than `Options::memory_limit`
+
+  // references
+  malformed_reference,    ///< "#" without a number; the record's further references are not seen
+  missing_instance,       ///< a reference to a number that no record has
+  instance_beyond_store,  ///< the same, with a number so large that it may end the split
+  reference_cycle,        ///< instances that refer to each other in a circle
+
+  // product structure
+  unused_usage,       ///< a usage that joins no two parts
+  usage_cycle,        ///< parts that are components of each other
+  part_without_name,  ///< a part that leads to no product, after which its file would be named
+  no_part,            ///< nothing to split
+  one_part,           ///< nothing to split
+  no_root,            ///< no part at the top: every part is a component of another
+};
+
+/// The kind's name as it stands in FindingKind, for machines to read.
+KESSEL_EXPORT std::string_view name_of(FindingKind kind);
+
+/// One finding. Plain data; hosts may build their own.
+struct Finding {
+  FindingKind kind = FindingKind::unreadable;
+  Severity severity = Severity::error;
+  std::string sentence;        ///< plain English, ASCII
+  std::uint64_t offset = 0;    ///< bytes from the beginning of the file
+  std::uint64_t line = 0;      ///< line of `offset`, from 1; 0 for a finding on the whole file
+  std::uint32_t instance = 0;  ///< the instance number concerned; 0 where there is none
+  std::uint64_t count = 1;     ///< how many findings of the kind this one stands for
+};
+
+}  // namespace Kessel

@@ -1,0 +1,108 @@
+/* The splitter for C, and for every language that can call C. */
+#ifndef KESSEL_KESSEL_H
+#define KESSEL_KESSEL_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "kessel/export.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Paths and texts are UTF-8 and end in a zero byte. No exception leaves a function. Everything
+   works on the caller's thread; two splits must not overlap in one process, be they started from
+   here or from C++. */
+
+/* What an assembly's file holds: Kessel::AssemblyStyle. */
+enum kessel_assemblies {
+  KESSEL_ASSEMBLIES_CLASSIC = 0,
+  KESSEL_ASSEMBLIES_LEAN = 1,
+  KESSEL_ASSEMBLIES_NESTED = 2
+};
+
+/* What files are called after: Kessel::NameStyle. */
+enum kessel_names {
+  KESSEL_NAMES_RECORD = 0,
+  KESSEL_NAMES_PRODUCT = 1,
+  KESSEL_NAMES_PRODUCT_UNICODE = 2
+};
+
+/* How a split ended. */
+enum kessel_status {
+  KESSEL_DONE = 0,
+  KESSEL_NOTHING_TO_SPLIT = 1, /* the input holds one part or none; nothing was written */
+  KESSEL_BAD_ARGUMENT = 2,     /* a null path, an unknown choice, or a path that is not UTF-8 */
+  KESSEL_INPUT_ERROR = 3,      /* the input cannot be read or split */
+  KESSEL_OUTPUT_ERROR = 4,     /* a file was not written whole */
+  KESSEL_OUT_OF_MEMORY = 5,
+  KESSEL_CANCELLED = 6, /* the progress function returned something else than 0 */
+  KESSEL_FAILED = 7     /* anything else */
+};
+
+/* What a split is busy with: Kessel::Stage. */
+enum kessel_stage {
+  KESSEL_READING = 0, /* done and total are bytes of the input */
+  KESSEL_SORTING = 1, /* passes over the records */
+  KESSEL_WRITING = 2  /* bytes of the input, which is read again */
+};
+
+/* Told how far a split has come, on the caller's thread: after each pass, and after every megabyte
+   of the input. Anything but 0 ends the split with KESSEL_CANCELLED; what was written until then is
+   in the files. `context` is `kessel_options.progress_context`. Must not start another split, and
+   no exception may leave it. */
+typedef int (*kessel_progress)(void* context, enum kessel_stage stage, uint64_t done,
+                               uint64_t total);
+
+/* Choices for one split. Fill it by kessel_default_options, then change what should be otherwise.
+   Later versions may add members at the end; `size` says which of them the caller knows, the others
+   keep their defaults, and members that the library does not know are ignored. */
+struct kessel_options {
+  size_t size;              /* of the structure as the caller knows it, bytes */
+  int32_t assemblies;       /* an enum kessel_assemblies */
+  int32_t names;            /* an enum kessel_names */
+  uint64_t memory_limit;    /* Kessel::Options::memory_limit, bytes */
+  kessel_progress progress; /* null for none */
+  void* progress_context;   /* handed to `progress` as it is */
+};
+
+/* How a split ended and what it wrote. */
+typedef struct kessel_result kessel_result;
+
+/* Fills the `size` bytes at `options` with the defaults: classic, record names, no limit, no
+   progress function. `size` is `sizeof(struct kessel_options)` where the caller was compiled, and
+   is noted in the structure. Null is fine. */
+KESSEL_EXPORT void kessel_default_options(struct kessel_options* options, size_t size);
+
+/* Splits the exchange file `in` (ISO 10303-21, clear text) into files under `outdir`, as the
+   checked Kessel::Run does (kessel/splitter.h): "roots.txt" goes into the working directory, a file
+   of the same name that is there already is appended to, and sentences about problems in the data
+   are printed on standard error. `options` may be null for the defaults; nothing is kept of it, nor
+   of the paths. Returns a result that the caller frees with kessel_free, whatever happened; null
+   only when there is no memory for it. */
+KESSEL_EXPORT kessel_result* kessel_split(const char* in, const char* outdir,
+                                          const struct kessel_options* options);
+
+/* How the split ended; KESSEL_OUT_OF_MEMORY for null. */
+KESSEL_EXPORT enum kessel_status kessel_status_of(const kessel_result* result);
+
+/* One sentence on what went wrong, in English; empty for KESSEL_DONE. Paths in it are spelt as the
+   system spells them. Never null; lives as long as the result. */
+KESSEL_EXPORT const char* kessel_error_of(const kessel_result* result);
+
+/* How many files were written; 0 for null and for every status but KESSEL_DONE. */
+KESSEL_EXPORT size_t kessel_file_count(const kessel_result* result);
+
+/* The path of the file at `index`, the root's first, the others by ascending record number:
+   `outdir` with the file's name behind it. Null beyond the last. Lives as long as the result. */
+KESSEL_EXPORT const char* kessel_file(const kessel_result* result, size_t index);
+
+/* Frees a result; null is fine. */
+KESSEL_EXPORT void kessel_free(kessel_result* result);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,177 @@
+// The C interface: the same split, with every exception turned into a status.
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "kessel/encoding.h"
+#include "kessel/errors.h"
+#include "kessel/kessel.h"
+#include "kessel/options.h"
+#include "kessel/splitter.h"
+
+struct kessel_result {
+  kessel_status status = KESSEL_DONE;
+  std::string error;
+  std::vector<std::string> files;
+};
+
+namespace Kessel {
+
+namespace {
+
+constexpr const char* NO_MEMORY = "Not enough memory.";
+
+/// Leaves the progress function when the host wants to stop.
+class Cancelled : public std::exception {};
+
+/// An argument that no split can be made of.
+class BadArgument : public std::invalid_argument {
+ public:
+  using std::invalid_argument::invalid_argument;
+};
+
+/// What the caller knows of the options; members that it does not know keep their defaults.
+kessel_options known_options(const kessel_options* given) {
+  kessel_options known;
+  kessel_default_options(&known, sizeof known);
+  if (given == nullptr) return known;
+  if (given->size < sizeof given->size) throw BadArgument("The options' size is not set.");
+  std::memcpy(&known, given, std::min(given->size, sizeof known));
+  known.size = sizeof known;
+  return known;
+}
+
+Options to_options(const kessel_options& given) {
+  if (given.assemblies < KESSEL_ASSEMBLIES_CLASSIC || given.assemblies > KESSEL_ASSEMBLIES_NESTED) {
+    throw BadArgument("There is no such style of assemblies.");
+  }
+  if (given.names < KESSEL_NAMES_RECORD || given.names > KESSEL_NAMES_PRODUCT_UNICODE) {
+    throw BadArgument("There is no such style of names.");
+  }
+  Options options;
+  options.assemblies = static_cast<AssemblyStyle>(given.assemblies);
+  options.names = static_cast<NameStyle>(given.names);
+  options.memory_limit = given.memory_limit;
+  if (given.progress != nullptr) {
+    options.progress = [given](const Progress& progress) {
+      const auto stage = static_cast<kessel_stage>(progress.stage);
+      if (given.progress(given.progress_context, stage, progress.done, progress.total) != 0) {
+        throw Cancelled();
+      }
+    };
+  }
+  return options;
+}
+
+/// The path that a caller means. What is not UTF-8 could not be given back as it came.
+std::filesystem::path path_of(const char* utf8, const char* missing) {
+  if (utf8 == nullptr) throw BadArgument(missing);
+  const std::string_view text = utf8;
+  std::filesystem::path path(std::u8string(text.begin(), text.end()));
+  try {
+    fspath_to_utf8(path);
+  } catch (const std::system_error&) {
+    throw BadArgument("A path is not UTF-8.");
+  }
+  return path;
+}
+
+void split_into(kessel_result& result, const char* in, const char* outdir,
+                const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  const std::filesystem::path folder = path_of(outdir, "The path of the output is missing.");
+  std::vector<std::string> files;
+  for (const auto& file : Run(input, folder, to_options(known_options(options)))) {
+    files.push_back(fspath_to_utf8(file));
+  }
+  if (files.empty()) {
+    result.error = "There is nothing to split.";
+    result.status = KESSEL_NOTHING_TO_SPLIT;
+  }
+  result.files = std::move(files);
+}
+
+/// Notes how a split ended. Needs no memory that might be missing.
+void end(kessel_result& result, kessel_status status, const char* error) noexcept {
+  try {
+    result.error = error;
+    result.status = status;
+  } catch (const std::bad_alloc&) {
+    result.status = KESSEL_OUT_OF_MEMORY;
+  }
+}
+
+}  // namespace
+
+}  // namespace Kessel
+
+void kessel_default_options(kessel_options* options, std::size_t size) {
+  if (options == nullptr) return;
+  kessel_options defaults = {};
+  defaults.size = size;
+  defaults.assemblies = KESSEL_ASSEMBLIES_CLASSIC;
+  defaults.names = KESSEL_NAMES_RECORD;
+  defaults.memory_limit = Kessel::Options::NO_LIMIT;
+  // A caller of a later version has members that stand for their defaults when they are zero.
+  std::memset(static_cast<void*>(options), 0, size);
+  std::memcpy(options, &defaults, std::min(size, sizeof defaults));
+}
+
+kessel_result* kessel_split(const char* in, const char* outdir, const kessel_options* options) {
+  std::unique_ptr<kessel_result> result(new (std::nothrow) kessel_result);
+  if (!result) return nullptr;
+  try {
+    Kessel::split_into(*result, in, outdir, options);
+  } catch (const std::bad_alloc&) {
+    result->status = KESSEL_OUT_OF_MEMORY;
+  } catch (const Kessel::Cancelled&) {
+    Kessel::end(*result, KESSEL_CANCELLED, "The split was cancelled.");
+  } catch (const Kessel::BadArgument& error) {
+    Kessel::end(*result, KESSEL_BAD_ARGUMENT, error.what());
+  } catch (const Kessel::InputError& error) {
+    Kessel::end(*result, KESSEL_INPUT_ERROR, error.what());
+  } catch (const Kessel::OutputError& error) {
+    Kessel::end(*result, KESSEL_OUTPUT_ERROR, error.what());
+  } catch (const std::filesystem::filesystem_error& error) {
+    Kessel::end(*result, KESSEL_OUTPUT_ERROR, error.what());
+  } catch (const std::invalid_argument& error) {
+    Kessel::end(*result, KESSEL_INPUT_ERROR, error.what());
+  } catch (const std::out_of_range& error) {
+    Kessel::end(*result, KESSEL_INPUT_ERROR, error.what());
+  } catch (const std::exception& error) {
+    Kessel::end(*result, KESSEL_FAILED, error.what());
+  } catch (...) {
+    Kessel::end(*result, KESSEL_FAILED, "Something else than a standard exception was thrown.");
+  }
+  return result.release();
+}
+
+kessel_status kessel_status_of(const kessel_result* result) {
+  return result == nullptr ? KESSEL_OUT_OF_MEMORY : result->status;
+}
+
+const char* kessel_error_of(const kessel_result* result) {
+  if (kessel_status_of(result) == KESSEL_OUT_OF_MEMORY) return Kessel::NO_MEMORY;
+  return result->error.c_str();
+}
+
+std::size_t kessel_file_count(const kessel_result* result) {
+  return result == nullptr ? 0 : result->files.size();
+}
+
+const char* kessel_file(const kessel_result* result, std::size_t index) {
+  return index < kessel_file_count(result) ? result->files[index].c_str() : nullptr;
+}
+
+void kessel_free(kessel_result* result) {
+  delete result;
+}

@@ -1,0 +1,96 @@
+// What a file is, by its first bytes.
+#include "check/signature.h"
+
+#include <algorithm>
+#include <string>
+
+#include "model/finding_kinds.h"
+#include "reader/text.h"
+
+namespace Kessel {
+
+namespace {
+
+using enum FindingKind;
+using namespace std::string_view_literals;
+
+struct Signature {
+  std::string_view bytes;
+  FindingKind kind;
+  const char* what;
+};
+
+// The first that fits counts.
+constexpr Signature SIGNATURES[] = {
+    {"\x1F\x8B"sv, compressed, "gzip"},
+    {"\x1F\x9D"sv, compressed, "compress"},
+    {"PK\x03\x04"sv, compressed, "zip"},
+    {"PK\x05\x06"sv, compressed, "zip"},
+    {"BZh"sv, compressed, "bzip2"},
+    {"\xFD\x37zXZ\0"sv, compressed, "xz"},
+    {"\x28\xB5\x2F\xFD"sv, compressed, "zstd"},
+    {"\x04\x22\x4D\x18"sv, compressed, "lz4"},
+    {"LZIP"sv, compressed, "lzip"},
+    {"7z\xBC\xAF\x27\x1C"sv, compressed, "7z"},
+    {"Rar!\x1A\x07"sv, compressed, "rar"},
+    {"\x89HDF\r\n\x1A\n"sv, binary, "an HDF5 file"},
+    {"%PDF-"sv, binary, "a PDF file"},
+    {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"sv, binary, "a compound document"},
+    {"\x7F\x45LF"sv, binary, "an ELF file"},
+    {"\xFF\xFE\0\0"sv, other_encoding, "UTF-32"},
+    {"\0\0\xFE\xFF"sv, other_encoding, "UTF-32"},
+    {"I\0\0\0S\0\0\0"sv, other_encoding, "UTF-32"},
+    {"\0\0\0I\0\0\0S"sv, other_encoding, "UTF-32"},
+    {"\xFF\xFE"sv, other_encoding, "UTF-16"},
+    {"\xFE\xFF"sv, other_encoding, "UTF-16"},
+    {"I\0S\0O\0"sv, other_encoding, "UTF-16"},
+    {"\0I\0S\0O"sv, other_encoding, "UTF-16"},
+    {"\xC9\xE2\xD6\x60"sv, other_encoding, "EBCDIC"},
+    {"<?xml"sv, not_an_exchange_file, "an XML file"},
+};
+
+std::string sentence_for(FindingKind kind, const std::string& what) {
+  switch (kind) {
+    case compressed:
+      return "The file is compressed (" + what + ").";
+    case other_encoding:
+      return "The file is text in " + what + ", which is not read.";
+    default:
+      return "The file is no exchange file: it is " + what + ".";
+  }
+}
+
+bool is_no_text(char c) {
+  return (c >= 0 && c < ' ' && !is_space(c) && c != '\x1A' && c != '\x1B') || c == '\x7F';
+}
+
+std::string_view without_comments_in_front(std::string_view text) {
+  for (text = trimmed(text); text.starts_with("/*");) {
+    const std::size_t end = text.find("*/", 2);
+    if (end == std::string_view::npos) return {};
+    text = trimmed(text.substr(end + 2));
+  }
+  return text;
+}
+
+}  // namespace
+
+std::optional<Finding> recognise(std::string_view head) {
+  for (const Signature& signature : SIGNATURES) {
+    if (!head.starts_with(signature.bytes)) continue;
+    return make_finding(signature.kind, sentence_for(signature.kind, signature.what));
+  }
+  constexpr std::string_view BEGIN = "ISO-10303-21";
+  if (head.starts_with(BYTE_ORDER_MARK)) head.remove_prefix(BYTE_ORDER_MARK.size());
+  const std::string_view text = without_comments_in_front(head);
+  if (text.starts_with(BEGIN)) return std::nullopt;
+  if (std::any_of(head.begin(), head.end(), is_no_text)) {
+    return make_finding(binary, sentence_for(binary, "binary data"));
+  }
+  // A comment in front may be longer than what was given.
+  if (text.empty() && head.size() >= HEAD_SIZE) return std::nullopt;
+  return make_finding(not_an_exchange_file,
+                      "The file is no exchange file: it does not begin with \"ISO-10303-21\".");
+}
+
+}  // namespace Kessel

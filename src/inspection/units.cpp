@@ -1,0 +1,112 @@
+// The units that geometric contexts assign.
+#include "inspection/units.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "inspection/parameters.h"
+
+namespace Kessel {
+
+namespace {
+
+constexpr std::pair<std::string_view, int> SI_PREFIXES[] = {
+    {"EXA", 18},  {"PETA", 15},  {"TERA", 12},   {"GIGA", 9},   {"MEGA", 6},   {"KILO", 3},
+    {"HECTO", 2}, {"DECA", 1},   {"DECI", -1},   {"CENTI", -2}, {"MILLI", -3}, {"MICRO", -6},
+    {"NANO", -9}, {"PICO", -12}, {"FEMTO", -15}, {"ATTO", -18},
+};
+
+/// The power of ten that a prefix stands for; 0 for none.
+int exponent_of(std::string_view prefix) {
+  for (const auto& [name, exponent] : SI_PREFIXES) {
+    if (name == prefix) return exponent;
+  }
+  return 0;
+}
+
+void append_lower(std::string& out, std::string_view name) {
+  for (const char c : name) out += c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+/// What a unit's record says, entity by entity.
+struct UnitRecord {
+  explicit UnitRecord(std::string_view record) {
+    for_each_group(record, [&](std::string_view keyword, std::string_view list) {
+      is_length = is_length || keyword == "LENGTH_UNIT";
+      is_plane_angle = is_plane_angle || keyword == "PLANE_ANGLE_UNIT";
+      if (keyword == "SI_UNIT") si = list_items(list);
+      if (keyword == "CONVERSION_BASED_UNIT") conversion = list_items(list);
+    });
+  }
+  std::string name() const {
+    if (!conversion.empty()) return text_value(conversion[0]);
+    std::string name;
+    append_lower(name, enumeration_value(parameter(si, 0)));
+    append_lower(name, enumeration_value(parameter(si, 1)));
+    return name;
+  }
+
+  bool is_length = false;
+  bool is_plane_angle = false;
+  std::vector<std::string_view> si;          // prefix, name
+  std::vector<std::string_view> conversion;  // name, measure
+};
+
+/// The size of a unit in metres or radians; 0 where its conversions do not lead there.
+double factor_of(const KeptTexts& texts, UnitRecord unit) {
+  constexpr int MOST_CONVERSIONS = 10;  // More than any unit needs: they may go in a circle.
+  double value = 1;
+  for (int conversion = 0; conversion < MOST_CONVERSIONS; ++conversion) {
+    if (!unit.si.empty()) {
+      // Positive powers of ten are exact, so that 25.4 mm become what 0.0254 is in a program.
+      const int exponent = exponent_of(enumeration_value(unit.si[0]));
+      const double power = std::pow(10.0, std::abs(exponent));
+      const double factor = exponent < 0 ? value / power : value * power;
+      return std::isfinite(factor) ? factor : 0;
+    }
+    std::vector<std::string_view> measure;
+    for_each_group(texts.find(reference_value(parameter(unit.conversion, 1))),
+                   [&](std::string_view keyword, std::string_view list) {
+                     const bool found = keyword.ends_with("MEASURE_WITH_UNIT");
+                     if (found && measure.empty()) measure = list_items(list);
+                   });
+    value *= number_value(parameter(measure, 0));
+    unit = UnitRecord(texts.find(reference_value(parameter(measure, 1))));
+  }
+  return 0;
+}
+
+/// How many contexts assign each unit, by name and factor.
+using Tally = std::map<std::pair<std::string, double>, std::uint64_t>;
+
+std::vector<UnitUse> most_used_first(const Tally& tally) {
+  std::vector<UnitUse> uses;
+  for (const auto& [unit, contexts] : tally) uses.push_back({unit.first, unit.second, contexts});
+  std::stable_sort(uses.begin(), uses.end(),
+                   [](const UnitUse& a, const UnitUse& b) { return a.contexts > b.contexts; });
+  return uses;
+}
+
+}  // namespace
+
+void sum_up_units(const KeptTexts& texts, const std::vector<std::uint32_t>& contexts,
+                  Summary& summary) {
+  Tally lengths;
+  Tally plane_angles;
+  for (const std::uint32_t context : contexts) {
+    const auto assigned = parameters_of(texts.find(context), "GLOBAL_UNIT_ASSIGNED_CONTEXT");
+    for (const std::string_view item : list_items(parameter(assigned, 0))) {
+      const UnitRecord unit(texts.find(reference_value(item)));
+      if (!unit.is_length && !unit.is_plane_angle) continue;
+      ++(unit.is_length ? lengths : plane_angles)[{unit.name(), factor_of(texts, unit)}];
+    }
+  }
+  summary.length_units = most_used_first(lengths);
+  summary.plane_angle_units = most_used_first(plane_angles);
+}
+
+}  // namespace Kessel

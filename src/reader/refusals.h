@@ -1,0 +1,36 @@
+// What the reader says where a checked run ends.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "kessel/errors.h"
+
+namespace Kessel {
+
+/// The header is not closed; `offset` is where the input ended.
+Finding no_header_end(std::uint64_t offset);
+
+/// Nothing, not even the end of its line, stands behind the header.
+Finding no_data(std::uint64_t offset);
+
+/// The second reading takes some of the header for data.
+Finding header_as_data();
+
+/// The input ended inside `text`, which begins at `offset`: a last record, or other text, that no
+/// ";" completes.
+Finding unclosed(std::string_view text, std::uint64_t offset);
+
+/// A line or record, or the header, is longer than `limit` bytes.
+Finding too_long(std::uint64_t limit, std::uint64_t offset);
+
+/// The store needs `needed` bytes for a record with the number `instance`.
+Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t instance);
+
+/// The second reading does not find what the first one did; it came to `offset`.
+Finding input_changed(std::uint64_t offset);
+
+/// Reading failed; the reason is what the system says.
+Finding unreadable_file(std::string_view reason);
+
+}  // namespace Kessel

@@ -1,0 +1,38 @@
+// A run that ends, and that says so when a file was not written whole.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+#include "kessel/file.h"
+#include "kessel/options.h"
+#include "kessel/splitter.h"
+
+namespace Kessel {
+
+/// One run from `in` into an output folder. The arguments must outlive it.
+class CheckedRun {
+ public:
+  CheckedRun(const std::filesystem::path& in, const Options& options)
+      : in_(in), options_(options) {}
+
+  /// What `Run` with options does.
+  std::vector<WrittenFile> write_to(const std::filesystem::path& outdir);
+
+ private:
+  /// How the input looks from outside, to notice that someone changes it.
+  struct Stamp {
+    std::uintmax_t size = 0;
+    std::filesystem::file_time_type written;
+    bool operator==(const Stamp&) const = default;
+  };
+  Stamp stamp() const;
+
+  std::unique_ptr<File> read() const;
+
+  const std::filesystem::path& in_;
+  const Options& options_;
+};
+
+}  // namespace Kessel

@@ -1,0 +1,16 @@
+// Finds the records that are parts.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "kessel/file.h"
+
+namespace Kessel {
+
+/// The numbers of the records that are parts: product definitions and mapped items that lead to a
+/// product or a shape. Ascending. Throws `std::out_of_range` "invalid vector subscript" on coming
+/// to a number beyond the store.
+std::vector<std::uint32_t> find_part_numbers(const File& file);
+
+}  // namespace Kessel

@@ -1,0 +1,17 @@
+// Which records link assemblies and their components.
+#pragma once
+
+#include <string_view>
+
+namespace Kessel {
+
+/// The types of usage records (ISO 10303-44), in the order in which components are listed: all
+/// links of one type, then those of the next. The first reference of a usage is the assembly's
+/// definition, the second one the component's.
+inline constexpr std::string_view LINK_TYPES[] = {
+    "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
+    "ASSEMBLY_COMPONENT_USAGE",
+    "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE",
+};
+
+}  // namespace Kessel

@@ -1,0 +1,15 @@
+// From parts back to the numbers of their records.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "kessel/file.h"
+
+namespace Kessel {
+
+/// The instance number of each part's record, by position in the list of parts; 0 for a part that
+/// stands for no record.
+std::vector<std::uint32_t> part_records(const File& file);
+
+}  // namespace Kessel

@@ -1,0 +1,45 @@
+// Names files after products.
+#include "kessel/encoding.h"
+#include "kessel/file.h"
+#include "naming/file_stem.h"
+#include "naming/unique_names.h"
+
+namespace Kessel {
+
+namespace {
+
+/// The number of the record that a part is called after: the product behind its formation, or the
+/// representation in a mapped item's map, behind the map's origin. 0 where there is none.
+unsigned named_after(const File& file, const Part& part) {
+  if (part.references().empty()) return 0;
+  const Entity* middle = file.at(part.references().front());
+  const std::size_t place = part.type() == "MAPPED_ITEM" ? 1 : 0;
+  if (middle == nullptr || middle->references().size() <= place) return 0;
+  return middle->references()[place];
+}
+
+std::filesystem::path path_of(const std::string& utf8) {
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
+}  // namespace
+
+/// Parts have their record names already, and keep them where they have no other; the number in
+/// that name keeps it unlike all others, but a product may have it for a name.
+void File::name_after_products(std::string (*decode)(std::string_view)) {
+  if (decode == nullptr) decode = decode_step_to_utf8;
+  const FileNameSet set =
+      name_style_ == NameStyle::product ? FileNameSet::ascii : FileNameSet::unicode;
+  UniqueNames unique;
+  for (Part* part : parts_) {
+    std::string stem;
+    if (const auto name = names_.find(named_after(*this, *part)); name != names_.end()) {
+      stem = file_stem(decode(name->second), set);
+    }
+    if (stem.empty()) stem = fspath_to_utf8(part->path.stem());
+    if (!stem.empty()) part->path = path_of(unique.take(stem));
+  }
+  names_.clear();
+}
+
+}  // namespace Kessel

@@ -1,0 +1,339 @@
+/* A host in C: c_interface_test CASE runs one case in a folder of its own. */
+#include <ftw.h>
+#include <kessel/kessel.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+static int failures = 0;
+
+#define EXPECT(condition)                                             \
+  do {                                                                \
+    if (!(condition)) {                                               \
+      fprintf(stderr, "%s:%d: %s\n", __FILE__, __LINE__, #condition); \
+      ++failures;                                                     \
+    }                                                                 \
+  } while (0)
+
+static void expect_text(const char* text, const char* expected, int line) {
+  if (text != NULL && strcmp(text, expected) == 0) return;
+  fprintf(stderr, "%s:%d: \"%s\", expected \"%s\"\n", __FILE__, line, text == NULL ? "null" : text,
+          expected);
+  ++failures;
+}
+#define EXPECT_TEXT(text, expected) expect_text(text, expected, __LINE__)
+
+static void write_file(const char* path, const char* records) {
+  FILE* file = fopen(path, "w");
+  if (file == NULL) abort();
+  fprintf(file,
+          "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\n"
+          "FILE_NAME('','',(''),(''),'','','');\nFILE_SCHEMA(('AUTOMOTIVE_DESIGN'));\nENDSEC;\n"
+          "DATA;\n%sENDSEC;\nEND-ISO-10303-21;\n",
+          records);
+  if (fclose(file) != 0) abort();
+}
+
+static struct kessel_options default_options(void) {
+  struct kessel_options options;
+  kessel_default_options(&options, sizeof options);
+  return options;
+}
+
+/* Splits the assembly, and expects these three files. */
+static void expect_files(const struct kessel_options* options, const char* first,
+                         const char* second, const char* third, int line) {
+  kessel_result* result = kessel_split(ASSEMBLY, "out", options);
+  const char* expected[] = {first, second, third};
+  size_t i;
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT_TEXT(kessel_error_of(result), "");
+  EXPECT(kessel_file_count(result) == 3);
+  for (i = 0; i < 3; ++i) {
+    expect_text(kessel_file(result, i), expected[i], line);
+    EXPECT(access(expected[i], R_OK) == 0);
+  }
+  EXPECT(kessel_file(result, 3) == NULL);
+  EXPECT(kessel_file(result, SIZE_MAX) == NULL);
+  kessel_free(result);
+}
+#define EXPECT_FILES(options, first, second, third) \
+  expect_files(options, first, second, third, __LINE__)
+
+/* Splits, and expects that this goes wrong in this way. */
+static void expect_failure(const char* in, const char* outdir, const struct kessel_options* options,
+                           enum kessel_status status, const char* error, int line) {
+  kessel_result* result = kessel_split(in, outdir, options);
+  if (kessel_status_of(result) != status) {
+    fprintf(stderr, "%s:%d: status %d\n", __FILE__, line, (int)kessel_status_of(result));
+    ++failures;
+  }
+  expect_text(kessel_error_of(result), error, line);
+  EXPECT(kessel_file_count(result) == 0);
+  EXPECT(kessel_file(result, 0) == NULL);
+  kessel_free(result);
+}
+#define EXPECT_FAILURE(in, outdir, options, status, error) \
+  expect_failure(in, outdir, options, status, error, __LINE__)
+
+static void defaults(void) {
+  struct kessel_options options = default_options();
+  EXPECT(options.size == sizeof options);
+  EXPECT(options.assemblies == KESSEL_ASSEMBLIES_CLASSIC);
+  EXPECT(options.names == KESSEL_NAMES_RECORD);
+  EXPECT(options.memory_limit == UINT64_MAX);
+  EXPECT(options.progress == NULL);
+  EXPECT(options.progress_context == NULL);
+  EXPECT_FILES(NULL, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+}
+
+static void choices(void) {
+  struct kessel_options options = default_options();
+  struct stat classic;
+  struct stat lean;
+  EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT(stat("out/#21_part.stp", &classic) == 0);
+  options.names = KESSEL_NAMES_PRODUCT;
+  options.assemblies = KESSEL_ASSEMBLIES_NESTED;
+  EXPECT_FILES(&options, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
+
+  write_file("umlaut.stp",
+             "#1=PRODUCT('T\\X2\\00FC\\X0\\r','','',());\n"
+             "#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n#3=PRODUCT_DEFINITION('','',#2,$);\n"
+             "#4=PRODUCT('b','b','',());\n#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
+             "#6=PRODUCT_DEFINITION('','',#5,$);\n"
+             "#7=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#3,#6,$);\n");
+  options.names = KESSEL_NAMES_PRODUCT_UNICODE;
+  {
+    kessel_result* result = kessel_split("umlaut.stp",
+                                         "Gr\xC3\xBC\xC3\x9F"
+                                         "e",
+                                         &options);
+    EXPECT(kessel_status_of(result) == KESSEL_DONE);
+    EXPECT_TEXT(kessel_file(result, 0),
+                "Gr\xC3\xBC\xC3\x9F"
+                "e/T\xC3\xBCr.stp");
+    EXPECT(access("Gr\xC3\xBC\xC3\x9F"
+                  "e/T\xC3\xBCr.stp",
+                  R_OK) == 0);
+    kessel_free(result);
+  }
+
+  /* The lid's solid hangs on its shape by a relationship: a classic root repeats it. */
+  write_file("solid.stp",
+             "#1=PRODUCT('box','box','',());\n#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
+             "#3=PRODUCT_DEFINITION('d','',#2,$);\n#4=PRODUCT('lid','lid','',());\n"
+             "#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n#6=PRODUCT_DEFINITION('d','',#5,$);\n"
+             "#7=NEXT_ASSEMBLY_USAGE_OCCURRENCE('1','','',#3,#6,$);\n"
+             "#8=PRODUCT_DEFINITION_SHAPE('','',#6);\n"
+             "#9=SHAPE_DEFINITION_REPRESENTATION(#8,#10);\n"
+             "#10=SHAPE_REPRESENTATION('lid',(#14),#12);\n"
+             "#11=MANIFOLD_SOLID_BREP('',$);\n"
+             "#12=GEOMETRIC_REPRESENTATION_CONTEXT('id','3D',3);\n"
+             "#13=ADVANCED_BREP_SHAPE_REPRESENTATION('lid',(#11),#12);\n"
+             "#14=AXIS2_PLACEMENT_3D('',$,$,$);\n"
+             "#15=SHAPE_REPRESENTATION_RELATIONSHIP('','',#10,#13);\n");
+  options = default_options();
+  kessel_free(kessel_split("solid.stp", "classic", &options));
+  options.assemblies = KESSEL_ASSEMBLIES_LEAN;
+  kessel_free(kessel_split("solid.stp", "lean", &options));
+  EXPECT(stat("classic/#1_part.stp", &classic) == 0);
+  EXPECT(stat("lean/#1_part.stp", &lean) == 0);
+  EXPECT(lean.st_size < classic.st_size);
+}
+
+static void nothing_to_split(void) {
+  write_file("one.stp",
+             "#1=PRODUCT('lid','lid','',());\n#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
+             "#3=PRODUCT_DEFINITION('d','',#2,$);\n");
+  EXPECT_FAILURE("one.stp", "out", NULL, KESSEL_NOTHING_TO_SPLIT, "There is nothing to split.");
+  EXPECT(access("out/#1_part.stp", F_OK) != 0);
+}
+
+static void bad_arguments(void) {
+  struct kessel_options options = default_options();
+  EXPECT_FAILURE(NULL, "out", &options, KESSEL_BAD_ARGUMENT, "The path of the input is missing.");
+  EXPECT_FAILURE(ASSEMBLY, NULL, NULL, KESSEL_BAD_ARGUMENT, "The path of the output is missing.");
+  EXPECT_FAILURE("\xFF", "out", NULL, KESSEL_BAD_ARGUMENT, "A path is not UTF-8.");
+  EXPECT_FAILURE(ASSEMBLY, "\xFF", NULL, KESSEL_BAD_ARGUMENT, "A path is not UTF-8.");
+  options.assemblies = 3;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT,
+                 "There is no such style of assemblies.");
+  options.assemblies = -1;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT,
+                 "There is no such style of assemblies.");
+  options = default_options();
+  options.names = 3;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT,
+                 "There is no such style of names.");
+  options.names = -1;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT,
+                 "There is no such style of names.");
+  options = default_options();
+  options.size = 0;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT, "The options' size is not set.");
+  EXPECT(access("out", F_OK) != 0);
+}
+
+static void input_errors(void) {
+  struct kessel_options options = default_options();
+  FILE* empty = fopen("empty.stp", "w");
+  if (empty == NULL || fclose(empty) != 0) abort();
+  EXPECT_FAILURE("missing.stp", "out", NULL, KESSEL_INPUT_ERROR, "Failed to open input file.");
+  EXPECT_FAILURE("empty.stp", "out", NULL, KESSEL_INPUT_ERROR, "The file is empty.");
+  options.memory_limit = 1;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_INPUT_ERROR,
+                 "A text without an end is longer than the memory limit of 1 bytes.");
+  EXPECT(access("out", F_OK) != 0);
+}
+
+static void output_errors(void) {
+  EXPECT(mkdir("out", 0777) == 0);
+  EXPECT(mkdir("out/#21_part.stp", 0777) == 0);
+  EXPECT_FAILURE(ASSEMBLY, "out", NULL, KESSEL_OUTPUT_ERROR,
+                 "out/#21_part.stp: cannot be written: Is a directory");
+  write_file("plain", "");
+  EXPECT_FAILURE(ASSEMBLY, "plain/out", NULL, KESSEL_OUTPUT_ERROR,
+                 "filesystem error: create_directories: Not a directory [plain/out]");
+}
+
+/* What a progress function was told. */
+struct told {
+  int calls;
+  int stages_in_order;
+  int never_beyond_total;
+  enum kessel_stage last;
+  enum kessel_stage cancel_at; /* beyond KESSEL_WRITING for never */
+};
+
+static int note(void* context, enum kessel_stage stage, uint64_t done, uint64_t total) {
+  struct told* told = context;
+  if (told->calls > 0 && stage < told->last) told->stages_in_order = 0;
+  if (done > total) told->never_beyond_total = 0;
+  told->last = stage;
+  ++told->calls;
+  return stage == told->cancel_at;
+}
+
+static struct told nothing_told(int cancel_at) {
+  struct told told = {0, 1, 1, KESSEL_READING, KESSEL_READING};
+  told.cancel_at = (enum kessel_stage)cancel_at;
+  return told;
+}
+
+static void progress(void) {
+  struct kessel_options options = default_options();
+  struct told told = nothing_told(KESSEL_WRITING + 1);
+  options.progress = note;
+  options.progress_context = &told;
+  EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT(told.calls > 3);
+  EXPECT(told.stages_in_order);
+  EXPECT(told.never_beyond_total);
+  EXPECT(told.last == KESSEL_WRITING);
+}
+
+static void cancelling(void) {
+  struct kessel_options options = default_options();
+  struct told told = nothing_told(KESSEL_SORTING);
+  options.progress = note;
+  options.progress_context = &told;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_CANCELLED, "The split was cancelled.");
+  EXPECT(told.last == KESSEL_SORTING);
+
+  /* The next split begins anew. */
+  EXPECT_FILES(NULL, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+}
+
+/* A caller that knows less than the library: what it does not know is neither read nor written. */
+static void older_options(void) {
+  struct kessel_options options;
+  const size_t size = offsetof(struct kessel_options, memory_limit);
+  memset(&options, 0xAA, sizeof options);
+  kessel_default_options(&options, size);
+  EXPECT(options.size == size);
+  EXPECT(options.names == KESSEL_NAMES_RECORD);
+  EXPECT(options.memory_limit == UINT64_C(0xAAAAAAAAAAAAAAAA));
+  options.memory_limit = 1;
+  options.names = KESSEL_NAMES_PRODUCT;
+  EXPECT_FILES(&options, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
+}
+
+/* A caller that knows more. */
+static void newer_options(void) {
+  struct {
+    struct kessel_options known;
+    uint64_t more;
+  } options;
+  memset(&options, 0xAA, sizeof options);
+  kessel_default_options(&options.known, sizeof options);
+  EXPECT(options.known.size == sizeof options);
+  EXPECT(options.more == 0);
+  options.more = 7;
+  options.known.names = KESSEL_NAMES_PRODUCT;
+  EXPECT_FILES(&options.known, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
+}
+
+static void null_arguments(void) {
+  kessel_default_options(NULL, sizeof(struct kessel_options));
+  EXPECT(kessel_status_of(NULL) == KESSEL_OUT_OF_MEMORY);
+  EXPECT_TEXT(kessel_error_of(NULL), "Not enough memory.");
+  EXPECT(kessel_file_count(NULL) == 0);
+  EXPECT(kessel_file(NULL, 0) == NULL);
+  kessel_free(NULL);
+}
+
+static void out_of_memory(void) {
+  struct rlimit limit = {1 << 20, RLIM_INFINITY};
+  EXPECT(setrlimit(RLIMIT_AS, &limit) == 0);
+  EXPECT_FAILURE(ASSEMBLY, "out", NULL, KESSEL_OUT_OF_MEMORY, "Not enough memory.");
+}
+
+static const struct {
+  const char* name;
+  void (*run)(void);
+} CASES[] = {
+    {"defaults", defaults},
+    {"choices", choices},
+    {"nothing_to_split", nothing_to_split},
+    {"bad_arguments", bad_arguments},
+    {"input_errors", input_errors},
+    {"output_errors", output_errors},
+    {"progress", progress},
+    {"cancelling", cancelling},
+    {"older_options", older_options},
+    {"newer_options", newer_options},
+    {"null_arguments", null_arguments},
+    {"out_of_memory", out_of_memory},
+};
+
+static int remove_one(const char* path, const struct stat* what, int kind, struct FTW* walk) {
+  (void)what;
+  (void)kind;
+  (void)walk;
+  return remove(path);
+}
+
+int main(int argc, char** argv) {
+  const char* temporary = getenv("TMPDIR");
+  char folder[4096];
+  size_t i;
+  if (argc != 2) return 2;
+  snprintf(folder, sizeof folder, "%s/c_interface_test.XXXXXX",
+           temporary == NULL ? "/tmp" : temporary);
+  if (mkdtemp(folder) == NULL || chdir(folder) != 0) {
+    perror(folder);
+    return 2;
+  }
+  for (i = 0; i < sizeof CASES / sizeof *CASES; ++i) {
+    if (strcmp(CASES[i].name, argv[1]) != 0) continue;
+    CASES[i].run();
+    nftw(folder, remove_one, 8, FTW_DEPTH | FTW_PHYS);
+    return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+  }
+  fprintf(stderr, "no such case: %s\n", argv[1]);
+  return 2;
+}

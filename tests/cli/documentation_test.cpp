@@ -1,0 +1,51 @@
+// What docs/output-files.md shows is what comes out.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cli/run_process.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The words of the first line of `page` that begins with "    velkstep ", without "velkstep".
+std::vector<std::string> command_in(const std::string& page) {
+  const std::string mark = "\n    velkstep ";
+  const std::size_t begin = page.find(mark) + mark.size();
+  std::istringstream line(page.substr(begin, page.find('\n', begin) - begin));
+  std::vector<std::string> words;
+  for (std::string word; line >> word;) words.push_back(word);
+  return words;
+}
+
+/// The text between the fences around the block that begins with `begin`.
+std::string block_in(const std::string& page, const std::string& begin) {
+  const std::size_t at = page.find("```\n" + begin);
+  if (at == std::string::npos) return {};
+  return page.substr(at + 4, page.find("```", at + 4) - at - 4);
+}
+
+TEST(Documentation, ReferenceBlockStandsInTheFileThatThePageNames) {
+  const fs::path project = PROJECT_FOLDER;
+  const std::string page = read_file(project / "docs/output-files.md");
+  std::vector<std::string> words = command_in(page);
+  ASSERT_EQ(words.size(), 5u);
+  words[3] =
+      (project / words[3]).string();  // The page names the example from the project's folder.
+
+  const ScratchFolder folder;
+  EXPECT_EQ(run_velkstep(words).exit_code, 0);
+  const std::string block = block_in(page, "#89=DOCUMENT_TYPE");
+  EXPECT_EQ(std::count(block.begin(), block.end(), '\n'), 12);
+  EXPECT_NE(read_file("parts/Arm.stp").find(block), std::string::npos) << block;
+}
+
+}  // namespace
+}  // namespace Kessel::test

@@ -1,0 +1,97 @@
+// velkstep tree --bom: parts with total quantities, in columns and as comma-separated values.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "cli/run_process.h"
+#include "inspection/products.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+std::string list_of(const std::string& records, std::vector<std::string> options = {}) {
+  const ScratchFolder folder;
+  folder.write("in.stp", exchange_file(records));
+  options.insert(options.begin(), {"tree", "--bom", "in.stp"});
+  const ProcessRun run = run_velkstep(options);
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.errors, "");
+  return run.out;
+}
+
+TEST(PartsList, ExampleInColumns) {
+  const ProcessRun run = run_velkstep({"tree", "--bom", VELKSTEP_EXAMPLE});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.errors, "");
+  EXPECT_EQ(run.out,
+            "Quantity  Name           Id             Kind  Record  File\n"
+            "       5  Pivot pin      Pivot pin      part  #111    #108_part.stp\n"
+            "       4  Rubber foot    Rubber foot    part  #189    #186_part.stp\n"
+            "       1  Base           Base           part  #292    #289_part.stp\n"
+            "       1  Column         Column         part  #370    #367_part.stp\n"
+            "       2  Arm beam       Arm beam       part  #615    #612_part.stp\n"
+            "       1  Socket         Socket         part  #761    #758_part.stp\n"
+            "       1  Shade          Shade          part  #884    #881_part.stp\n"
+            "       1  Bulb           Bulb           part  #1037   #1034_part.stp\n"
+            "       1  Rocker switch  Rocker switch  part  #1307   #1304_part.stp\n");
+}
+
+TEST(PartsList, ColumnsLineUpWhateverTheCharactersTake) {
+  // Two columns each for the first, one each for the second, none for the mark on the third's "e".
+  EXPECT_EQ(list_of(product(1, "'','root',''") + product(11, "'x','\\X2\\30CD30B8\\X0\\',''") +
+                    product(21, "'y','\\X2\\00E4\\X0\\bc',''") + product(31, "'z','e\xCC\x81',''") +
+                    usage(40, 3, 13) + usage(41, 3, 23) + usage(42, 3, 33)),
+            "Quantity  Name  Id  Kind  Record  File\n"
+            "       1  ネジ  x   part  #13     #11_part.stp\n"
+            "       1  äbc   y   part  #23     #21_part.stp\n"
+            "       1  e\xCC\x81     z   part  #33     #31_part.stp\n");
+}
+
+TEST(PartsList, AssembliesAreListedWhereTheyHaveBodies) {
+  EXPECT_EQ(
+      list_of(product(1, "'a','a',''") + product(11, "'b','b',''") + product(21, "'c','c',''") +
+              product(31, "'d','d',''") + usage(41, 3, 13) + usage(42, 3, 13) + usage(43, 13, 23) +
+              usage(44, 13, 33) + usage(45, 33, 23) + shape(50, 13, true)),
+      "Quantity  Name  Id  Kind                  Record  File\n"
+      "       2  b     b   assembly with bodies  #13     #11_part.stp\n"
+      "       4  c     c   part                  #23     #21_part.stp\n");
+}
+
+TEST(PartsList, TotalThatIsTooLargeSaysSo) {
+  std::string records;
+  for (int i = 0; i <= 64; ++i) records += product(10 * i + 1, "'p','p',''");
+  for (int i = 0; i < 64; ++i) {
+    records += usage(1000 + 2 * i, 10 * i + 3, 10 * i + 13);
+    records += usage(1001 + 2 * i, 10 * i + 3, 10 * i + 13);
+  }
+  EXPECT_EQ(list_of(records),
+            "              Quantity  Name  Id  Kind  Record  File\n"
+            "≥ 18446744073709551615  p     p   part  #643    #641_part.stp\n");
+  EXPECT_EQ(list_of(records, {"--csv"}),
+            "quantity,name,id,description,kind,record,file\r\n"
+            "18446744073709551615,p,p,,part,643,#641_part.stp\r\n");
+}
+
+TEST(PartsList, FieldsWithCommasAndQuotesAreQuoted) {
+  EXPECT_EQ(list_of(product(1, "'','root',''") + product(11, "'1,5','6\" pipe','plain'") +
+                        product(21, "'','\\X2\\30CD\\X0\\','a, \"b\"'") + usage(30, 3, 13) +
+                        usage(31, 3, 23) + usage(32, 3, 23),
+                    {"--csv"}),
+            "quantity,name,id,description,kind,record,file\r\n"
+            "1,\"6\"\" pipe\",\"1,5\",plain,part,13,#11_part.stp\r\n"
+            "2,ネ,,\"a, \"\"b\"\"\",part,23,#21_part.stp\r\n");
+}
+
+TEST(PartsList, FileWithoutPartsHasTheHeadingsAlone) {
+  const ScratchFolder folder;
+  folder.write("in.stp", exchange_file(""));
+  EXPECT_EQ(run_velkstep({"tree", "--bom", "in.stp"}).out,
+            "Quantity  Name  Id  Kind  Record  File\n");
+  EXPECT_EQ(run_velkstep({"tree", "--bom", "--csv", "in.stp"}).out,
+            "quantity,name,id,description,kind,record,file\r\n");
+}
+
+}  // namespace
+}  // namespace Kessel::test

@@ -1,0 +1,106 @@
+// The manual page and the completions, given to the programs that they are for.
+#include <gtest/gtest.h>
+#include <stdio.h>
+
+#include <array>
+#include <filesystem>
+#include <string>
+
+#include "cli/run_process.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+const std::string REFERENCE = VELKSTEP_REFERENCE;
+
+struct Shell {
+  std::string out;  ///< both streams
+  int status;
+};
+
+Shell run(const std::string& command) {
+  FILE* pipe = ::popen((command + " 2>&1").c_str(), "r");
+  if (pipe == nullptr) return {"", -1};
+  std::string printed;
+  std::array<char, 4096> buffer{};
+  std::size_t count = 0;
+  while ((count = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0) {
+    printed.append(buffer.data(), count);
+  }
+  return {printed, ::pclose(pipe)};
+}
+
+bool have(const std::string& program) {
+  return run("command -v " + program).status == 0;
+}
+
+/// What the words "velkstep `words`" are completed to in bash, a space behind each.
+std::string completed_by_bash(const std::string& words) {
+  return run("bash -c 'source " + REFERENCE + "/velkstep.bash; COMP_WORDS=(velkstep " + words +
+             "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _velkstep; "
+             "printf \"%s \" \"${COMPREPLY[@]}\"'")
+      .out;
+}
+
+TEST(Completion, BashKnowsSubcommandsOptionsAndTheirWords) {
+  if (!have("bash")) GTEST_SKIP() << "no bash";
+  EXPECT_EQ(completed_by_bash("sp"), "split ");
+  EXPECT_EQ(completed_by_bash("split --as"), "--assemblies ");
+  EXPECT_EQ(completed_by_bash("split --assemblies n"), "nested ");
+  EXPECT_EQ(completed_by_bash("split --names = pro"), "product product-unicode ");
+  EXPECT_EQ(completed_by_bash("split --names =").substr(0, 7), "record ");
+}
+
+TEST(Completion, BashKnowsFiles) {
+  if (!have("bash")) GTEST_SKIP() << "no bash";
+  const ScratchFolder folder;
+  folder.write("a box.stp", "");
+  EXPECT_EQ(completed_by_bash("split a"), "a box.stp ");
+}
+
+std::string completed_by_fish(const std::string& line) {
+  return run("fish --no-config -c 'source " + REFERENCE + "/velkstep.fish; complete -C \"" + line +
+             "\"' | cut -f 1 | tr '\\n' ' '")
+      .out;
+}
+
+TEST(Completion, FishKnowsSubcommandsOptionsAndTheirWords) {
+  if (!have("fish")) GTEST_SKIP() << "no fish";
+  EXPECT_EQ(completed_by_fish("velkstep sp"), "split ");
+  EXPECT_EQ(completed_by_fish("velkstep split --as"), "--assemblies ");
+  EXPECT_EQ(completed_by_fish("velkstep split --assemblies n"), "nested ");
+  EXPECT_EQ(completed_by_fish("velkstep --vers"), "--version ");
+}
+
+TEST(Completion, ZshCanReadItsFunction) {
+  if (!have("zsh")) GTEST_SKIP() << "no zsh";
+  const Shell checked = run("zsh -n " + REFERENCE + "/_velkstep");
+  EXPECT_EQ(checked.status, 0);
+  EXPECT_EQ(checked.out, "");
+}
+
+TEST(ManualPage, IsCleanRoff) {
+  if (!have("groff")) GTEST_SKIP() << "no groff";
+  EXPECT_EQ(run("groff -man -ww -z -Tutf8 " + REFERENCE + "/velkstep.1").out, "");
+}
+
+TEST(ManualPage, SaysWhatTheHelpSays) {
+  if (!have("groff")) GTEST_SKIP() << "no groff";
+  // One long line without formatting.
+  const std::string page =
+      run("groff -man -Tascii -P-cbou -rLL=2000n " + REFERENCE + "/velkstep.1").out;
+  const std::string help = run_velkstep({"--help"}).out;
+  std::size_t found = 0;
+  for (const char* text : {"3", "nothing to split: the file holds one part or none",
+                           "Split IN into one file per part under OUTDIR"}) {
+    EXPECT_NE(help.find(text), std::string::npos) << text;
+    found += page.find(text) != std::string::npos ? 1 : 0;
+  }
+  EXPECT_EQ(found, 3u) << page;
+  EXPECT_NE(page.find("--names record|product|product-unicode"), std::string::npos) << page;
+  EXPECT_EQ(page.find('@'), std::string::npos) << "a mark was not replaced";
+}
+
+}  // namespace
+}  // namespace Kessel::test

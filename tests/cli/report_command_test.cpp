@@ -1,0 +1,152 @@
+// velkstep report: what it prints and writes, and what data its page holds.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "cli/run_process.h"
+#include "splitter/small_inputs.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::json;
+
+/// The text of the page's data element, up to the first thing that ends it for a browser.
+std::string data_text(const std::string& page) {
+  const std::string begin = R"(<script type="application/json" id="data">)";
+  const std::size_t at = page.find(begin);
+  if (at == std::string::npos) return {};
+  const std::size_t from = at + begin.size();
+  return page.substr(from, page.find("</script", from) - from);
+}
+
+std::size_t occurrences(const std::string& text, const std::string& what) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+class ReportCommand : public testing::Test {
+ protected:
+  void write_box() { folder_.write("in.stp", exchange_file(BOX_WITH_LID)); }
+
+  ScratchFolder folder_;
+};
+
+TEST_F(ReportCommand, SplitsAndPrintsThePath) {
+  write_box();
+  const ProcessRun run = run_velkstep({"report", "in.stp", "./out/."});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.out, "out/report.html\n");
+  EXPECT_EQ(run.errors, "");
+  EXPECT_EQ(without_time_stamps(read_file("out/#1_part.stp")),
+            output_file("#1_part.stp", BOX_RECORDS));
+  EXPECT_EQ(without_time_stamps(read_file("out/#4_part.stp")),
+            output_file("#4_part.stp", LID_RECORDS));
+  EXPECT_EQ(read_file("out/roots.txt"), "#1_part.stp\n");
+  EXPECT_TRUE(read_file("out/report.html").starts_with("<!doctype html>\n"));
+}
+
+TEST_F(ReportCommand, QuietPrintsNothing) {
+  write_box();
+  const ProcessRun run = run_velkstep({"report", "--quiet", "in.stp", "out"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.out + run.errors, "");
+  EXPECT_TRUE(fs::exists("out/report.html"));
+}
+
+TEST_F(ReportCommand, DataHoldsPartsFilesAndUses) {
+  write_box();
+  ASSERT_EQ(run_velkstep({"report", "--assemblies=nested", "in.stp", "out"}).exit_code, 0);
+  const Json expected = Json::parse(R"({
+    "input": "in.stp", "assemblies": "nested", "names": "record", "roots": [0],
+    "parts": [
+      {"record": 3, "id": "box", "name": "box", "kind": "assembly", "file": "#1_part.stp",
+       "total": "1", "components": [{"part": 1, "count": 1}], "used_in": []},
+      {"record": 6, "id": "lid", "name": "lid", "kind": "part", "file": "#4_part.stp",
+       "total": "1", "components": [], "used_in": [{"part": 0, "count": 1}]}]})");
+  Json data = Json::parse(data_text(read_file("out/report.html")));
+  for (Json& part : data["parts"]) {
+    const std::string file = read_file("out/" + part["file"].get<std::string>());
+    EXPECT_EQ(part["bytes"], file.size());
+    EXPECT_EQ(part["records"], occurrences(file, "\n#"));
+    part.erase("bytes");
+    part.erase("records");
+  }
+  EXPECT_EQ(data, expected);
+}
+
+TEST_F(ReportCommand, SizesAreThoseOfTheFiles) {
+  ASSERT_EQ(run_velkstep({"report", "--names=product", VELKSTEP_EXAMPLE, "out"}).exit_code, 0);
+  const Json data = Json::parse(data_text(read_file("out/report.html")));
+  ASSERT_EQ(data["parts"].size(), 14U);
+  for (const Json& part : data["parts"]) {
+    EXPECT_EQ(part["bytes"], fs::file_size("out/" + part["file"].get<std::string>())) << part;
+  }
+}
+
+TEST_F(ReportCommand, UsesThatCloseACycleSayIt) {
+  folder_.write("in.stp", exchange_file(CYCLE));
+  ASSERT_EQ(run_velkstep({"report", "in.stp", "out"}).exit_code, 0);
+  const Json data = Json::parse(data_text(read_file("out/report.html")));
+  EXPECT_EQ(data["roots"], Json::parse("[0]"));
+  EXPECT_EQ(data["parts"][0]["components"], Json::parse(R"([{"part": 1, "count": 1}])"));
+  EXPECT_EQ(data["parts"][1]["components"],
+            Json::parse(R"([{"part": 0, "count": 1, "closes_cycle": true}])"));
+}
+
+TEST_F(ReportCommand, NamesStayDataWhateverTheyHold) {
+  const std::string name = "</script><script>alert(1)</script><!--&quot";
+  std::string records(BOX_WITH_LID);
+  const std::string plain = "'box','box'";
+  records.replace(records.find(plain), plain.size(), "'" + name + "','" + name + "'");
+  folder_.write("in.stp", exchange_file(records));
+  folder_.write("box.stp", exchange_file(BOX_WITH_LID));
+  ASSERT_EQ(run_velkstep({"report", "box.stp", "box"}).exit_code, 0);
+  ASSERT_EQ(run_velkstep({"report", "in.stp", "out"}).exit_code, 0);
+  const std::string page = read_file("out/report.html");
+  const std::string text = data_text(page);
+  EXPECT_EQ(Json::parse(text)["parts"][0]["name"], name);
+  EXPECT_EQ(text.find('<'), std::string::npos);
+  EXPECT_EQ(occurrences(page, "<script"), occurrences(read_file("box/report.html"), "<script"));
+}
+
+TEST_F(ReportCommand, PageNamesNothingToLoad) {
+  write_box();
+  ASSERT_EQ(run_velkstep({"report", "in.stp", "out"}).exit_code, 0);
+  const std::string page = read_file("out/report.html");
+  for (const char* text :
+       {"http:", "https:", "url(", "@import", " src=", "fetch(", "@DATA@", "@STYLE@", "@SCRIPT@"}) {
+    EXPECT_EQ(page.find(text), std::string::npos) << text;
+  }
+  EXPECT_EQ(occurrences(page, "default-src 'none'"), 1U);
+}
+
+TEST_F(ReportCommand, PageThatIsThereIsReplacedWithForceOnly) {
+  write_box();
+  fs::create_directory("out");
+  folder_.write("out/report.html", "mine");
+  EXPECT_EQ(run_velkstep({"report", "in.stp", "out"}).exit_code, 1);
+  EXPECT_EQ(read_file("out/report.html"), "mine");
+  EXPECT_FALSE(fs::exists("out/#1_part.stp"));
+  EXPECT_EQ(run_velkstep({"report", "--force", "in.stp", "out"}).exit_code, 0);
+  EXPECT_TRUE(read_file("out/report.html").starts_with("<!doctype html>\n"));
+}
+
+TEST_F(ReportCommand, OnePartIsNothingToReport) {
+  folder_.write("in.stp", exchange_file(LID_ALONE));
+  const ProcessRun run = run_velkstep({"report", "in.stp", "out"});
+  EXPECT_EQ(run.exit_code, 3);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.errors, ONLY_ONE_PART);
+  EXPECT_FALSE(fs::exists("out/report.html"));
+}
+
+}  // namespace
+}  // namespace Kessel::test

@@ -1,0 +1,240 @@
+// velkstep split and what is in OUTDIR already: nothing is lost, whatever happens.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "cli/run_process.h"
+#include "splitter/small_inputs.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::Pair;
+
+const std::string LIST_OF_BOX = "out/#1_part.stp\nout/#4_part.stp\n";
+
+/// Every entry below `folder`, by relative path: the text of files, "->target" of links, "/" of
+/// folders.
+std::map<std::string, std::string> tree_of(const fs::path& folder) {
+  std::map<std::string, std::string> tree;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    std::string& what = tree[entry.path().lexically_relative(folder).string()];
+    if (entry.is_symlink()) {
+      what = "->" + fs::read_symlink(entry.path()).string();
+    } else {
+      what = entry.is_directory() ? "/" : without_time_stamps(read_file(entry.path()));
+    }
+  }
+  return tree;
+}
+
+class SafeOutput : public testing::Test {
+ protected:
+  SafeOutput() { folder_.write("in.stp", exchange_file(BOX_WITH_LID)); }
+
+  static ProcessRun split(std::vector<std::string> options = {}) {
+    options.insert(options.begin(), "split");
+    options.insert(options.end(), {"in.stp", "out"});
+    return run_velkstep(options);
+  }
+
+  /// Expects that the split fails with this line and leaves the whole scratch folder as it was.
+  void expect_untouched(const std::string& line, const std::vector<std::string>& options = {}) {
+    const auto before = tree_of(folder_.path());
+    const ProcessRun run = split(options);
+    EXPECT_EQ(run.exit_code, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.errors, line);
+    EXPECT_EQ(tree_of(folder_.path()), before);
+  }
+
+  /// What is in "out" after a split into nothing.
+  std::map<std::string, std::string> expected_files() {
+    return {{"#1_part.stp", output_file("#1_part.stp", BOX_RECORDS)},
+            {"#4_part.stp", output_file("#4_part.stp", LID_RECORDS)},
+            {"roots.txt", "#1_part.stp\n"}};
+  }
+
+  ScratchFolder folder_;
+};
+
+TEST_F(SafeOutput, NewFolderHoldsTheSplitAndNothingElse) {
+  EXPECT_EQ(split().out, LIST_OF_BOX);
+  EXPECT_EQ(tree_of("out"), expected_files());
+  auto all = tree_of(folder_.path());
+  EXPECT_EQ(all.size(), 5u) << "in.stp, out and three files in it";
+}
+
+TEST_F(SafeOutput, NewFolderHasTheModeOfNewFolders) {
+  split();
+  fs::create_directory("other");
+  EXPECT_EQ(fs::status("out").permissions(), fs::status("other").permissions());
+}
+
+TEST_F(SafeOutput, FoldersAboveAreMadeToo) {
+  const ProcessRun run = run_velkstep({"split", "in.stp", "a/b/out/"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.out, "a/b/out/#1_part.stp\na/b/out/#4_part.stp\n");
+  EXPECT_EQ(tree_of("a/b/out"), expected_files());
+  EXPECT_THAT(tree_of("a").size(), 5u);
+}
+
+TEST_F(SafeOutput, FoldersAboveGoAgainWhenTheSplitFails) {
+  folder_.write("in.stp", exchange_file("#3=PRODUCT_DEFINITION('d','',#2000000,$);\n"));
+  EXPECT_EQ(run_velkstep({"split", "in.stp", "a/b/out"}).exit_code, 1);
+  EXPECT_FALSE(fs::exists("a"));
+}
+
+TEST_F(SafeOutput, NothingToSplitLeavesNothing) {
+  folder_.write("in.stp", exchange_file(LID_ALONE));
+  const auto before = tree_of(folder_.path());
+  EXPECT_EQ(split().exit_code, 3);
+  EXPECT_EQ(tree_of(folder_.path()), before);
+}
+
+TEST_F(SafeOutput, EmptyFolderKeepsItsMode) {
+  fs::create_directory("out");
+  fs::permissions("out", fs::perms::owner_all | fs::perms::group_read);
+  EXPECT_EQ(split().exit_code, 0);
+  EXPECT_EQ(tree_of("out"), expected_files());
+  EXPECT_EQ(fs::status("out").permissions(), fs::perms::owner_all | fs::perms::group_read);
+}
+
+TEST_F(SafeOutput, FolderThatTheCommandWasStartedInStaysTheSameFolder) {
+  fs::create_directory("out");
+  struct stat before = {};
+  ASSERT_EQ(::stat("out", &before), 0);
+  fs::current_path("out");
+  const ProcessRun run = run_velkstep({"split", "../in.stp", "."});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.out, "#1_part.stp\n#4_part.stp\n");
+  EXPECT_EQ(tree_of("."), expected_files());
+  fs::current_path("..");
+  struct stat after = {};
+  ASSERT_EQ(::stat("out", &after), 0);
+  EXPECT_EQ(before.st_ino, after.st_ino);
+}
+
+TEST_F(SafeOutput, OtherFilesInTheFolderStay) {
+  fs::create_directories("out/sub");
+  folder_.write("out/notes.txt", "mine");
+  EXPECT_EQ(split().out, LIST_OF_BOX);
+  auto expected = expected_files();
+  expected["sub"] = "/";
+  expected["notes.txt"] = "mine";
+  EXPECT_EQ(tree_of("out"), expected);
+  EXPECT_EQ(tree_of(folder_.path()).size(), 7u);
+}
+
+TEST_F(SafeOutput, FilesOfTheSameNamesAreRefused) {
+  for (const char* name : {"#1_part.stp", "#4_part.stp", "roots.txt"}) {
+    fs::create_directories("out");
+    const fs::path path = folder_.write("out/" + std::string(name), "mine");
+    expect_untouched("velkstep: out/" + std::string(name) +
+                     ": is there already; --force replaces it\n");
+    fs::remove(path);
+  }
+}
+
+TEST_F(SafeOutput, ForceReplacesExactlyThose) {
+  fs::create_directories("out");
+  folder_.write("out/#1_part.stp", "old");
+  folder_.write("out/roots.txt", "old");
+  folder_.write("out/#5_part.stp", "mine");
+  EXPECT_EQ(split({"--force"}).out, LIST_OF_BOX);
+  auto expected = expected_files();
+  expected["#5_part.stp"] = "mine";
+  EXPECT_EQ(tree_of("out"), expected);
+  EXPECT_EQ(tree_of(folder_.path()).size(), 6u);
+}
+
+TEST_F(SafeOutput, ForceWithNothingToReplaceIsLikeWithout) {
+  EXPECT_EQ(split({"--force"}).out, LIST_OF_BOX);
+  EXPECT_EQ(tree_of("out"), expected_files());
+}
+
+TEST_F(SafeOutput, LinksAreReplacedNotFollowed) {
+  fs::create_directories("out");
+  folder_.write("precious", "mine");
+  fs::create_symlink("../precious", "out/#4_part.stp");
+  fs::create_symlink("nowhere", "out/#1_part.stp");
+  expect_untouched("velkstep: out/#4_part.stp: is there already; --force replaces it\n");
+  EXPECT_EQ(split({"--force"}).exit_code, 0);
+  EXPECT_EQ(tree_of("out"), expected_files());
+  EXPECT_EQ(read_file("precious"), "mine");
+  EXPECT_FALSE(fs::exists("out/nowhere"));
+}
+
+TEST_F(SafeOutput, FoldersAreNeverReplaced) {
+  fs::create_directories("out/#4_part.stp");
+  folder_.write("out/#4_part.stp/notes.txt", "mine");
+  folder_.write("out/#1_part.stp", "mine");
+  expect_untouched("velkstep: out/#4_part.stp: is a folder\n", {"--force"});
+}
+
+TEST_F(SafeOutput, FolderBehindALinkIsWrittenTo) {
+  fs::create_directories("real");
+  fs::create_directory_symlink("real", "out");
+  EXPECT_EQ(split().out, LIST_OF_BOX);
+  EXPECT_EQ(tree_of("real"), expected_files());
+  EXPECT_TRUE(fs::is_symlink("out"));
+}
+
+TEST_F(SafeOutput, FileInPlaceOfTheFolderStays) {
+  folder_.write("out", "mine");
+  expect_untouched("velkstep: out: cannot be created: Not a directory\n");
+  EXPECT_EQ(run_velkstep({"split", "in.stp", "out/sub/folder"}).errors,
+            "velkstep: out/sub/folder: cannot be created: Not a directory\n");
+  EXPECT_EQ(read_file("out"), "mine");
+}
+
+TEST_F(SafeOutput, InputMayStandInTheFolder) {
+  fs::create_directory("out");
+  fs::rename("in.stp", "out/in.stp");
+  EXPECT_EQ(run_velkstep({"split", "out/in.stp", "out"}).out, LIST_OF_BOX);
+  EXPECT_EQ(read_file("out/in.stp"), exchange_file(BOX_WITH_LID));
+}
+
+TEST_F(SafeOutput, InputIsNotReplacedWithoutForce) {
+  fs::create_directory("out");
+  fs::rename("in.stp", "out/#4_part.stp");
+  EXPECT_EQ(run_velkstep({"split", "out/#4_part.stp", "out"}).exit_code, 1);
+  EXPECT_EQ(read_file("out/#4_part.stp"), exchange_file(BOX_WITH_LID));
+}
+
+TEST_F(SafeOutput, PathsMayHoldAnyCharacter) {
+  std::string odd = "-a b\t\n'\"\\$*?;&|<>#%\x7F\u00fc\u652f";
+  EXPECT_EQ(run_velkstep({"split", "in.stp", "./" + odd}).exit_code, 0);
+  EXPECT_EQ(tree_of(odd), expected_files());
+}
+
+TEST_F(SafeOutput, LongestNameOfAFolderIsFine) {
+  const std::string longest(255, 'x');
+  EXPECT_EQ(run_velkstep({"split", "in.stp", longest}).exit_code, 0);
+  EXPECT_EQ(tree_of(longest), expected_files());
+  const auto before = tree_of(folder_.path());
+  const ProcessRun run = run_velkstep({"split", "in.stp", longest + "x"});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.errors, "velkstep: " + longest + "x: cannot be created: File name too long\n");
+  EXPECT_EQ(tree_of(folder_.path()), before);
+}
+
+TEST_F(SafeOutput, HeadersHoldNoPathOfTheMachine) {
+  const fs::path outdir = folder_ / "out";
+  EXPECT_EQ(run_velkstep({"split", folder_ / "in.stp", outdir}).exit_code, 0);
+  for (const auto& [name, text] : tree_of("out")) {
+    EXPECT_EQ(text.find(folder_.path().string()), std::string::npos) << name;
+  }
+}
+
+}  // namespace
+}  // namespace Kessel::test

@@ -1,0 +1,125 @@
+#!/bin/sh
+# Runs the commands of docs/many-files.md as they stand there.
+#   many_files.sh PROJECT VELKSTEP
+# The velkstep that they find writes down its calls, and fails the first time for "flaky.stp". The
+# other hosts are this one: what is called ssh runs the command in a home of the host's own, with the
+# shell that a login sets.
+set -eu
+project=$1
+export REAL_VELKSTEP="$2"
+command -v parallel > /dev/null && command -v rsync > /dev/null || { echo SKIPPED; exit 0; }
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+export scratch
+export HOME="$scratch/home"
+export PARALLEL_HOME="$scratch/home"
+mkdir -p "$scratch/bin" "$scratch/desk/assemblies/a b" "$HOME"
+cat > "$scratch/bin/velkstep" << 'END'
+#!/bin/sh
+for argument; do input=$output output=$argument; done
+echo "$input" >> "$scratch/calls"
+printf '%s\t%s\n' "$PWD" "$input" >> "$scratch/folders"
+case $input in *flaky.stp)
+  if [ ! -e "$scratch/flaky" ]; then : > "$scratch/flaky"; exit 1; fi ;;
+esac
+exec "$REAL_VELKSTEP" "$@"
+END
+cat > "$scratch/bin/ssh" << 'END'
+#!/bin/sh
+while [ "${1#-}" != "$1" ]; do shift; done
+echo "$1" >> "$scratch/hosts"
+export SHELL=/bin/bash HOME="$scratch/hosts of $1"
+shift
+[ "$1" != -- ] || shift
+mkdir -p "$HOME" && cd "$HOME" && exec "$SHELL" -c "$*"
+END
+chmod +x "$scratch/bin/velkstep" "$scratch/bin/ssh"
+export PATH="$scratch/bin:$PATH"
+cd "$scratch/desk"
+cp "$project/examples/desk-lamp.step" assemblies/lamp.step
+cp "$project/tests/packaging/host/assembly.stp" "assemblies/a b/joint.stp"
+cp "$project/tests/packaging/host/assembly.stp" assemblies/flaky.stp
+echo hello > assemblies/broken.stp
+
+fail() { echo "$1"; exit 1; }
+
+# expect WHAT EXPECTED FOUND
+expect() { [ "$2" = "$3" ] || fail "$1: expected
+$2
+found
+$3"; }
+
+# run_block NUMBER: runs the page's block, leaves its exit code in `status`, prints its output.
+run_block() {
+  awk -v language=sh -v wanted="$1" -f "$project/tests/docs/block.awk" \
+    "$project/docs/many-files.md" > "$scratch/block" || fail "the page has no block $1"
+  status=0
+  sh "$scratch/block" 2> "$scratch/errors" || status=$?
+}
+
+inputs_of_results() { sed -n 's/^{"format":1,"input":"\([^"]*\)",.*}$/\1/p' results.jsonl; }
+
+# expect_splits: three inputs are split, each in a folder of its own, and one has failed.
+expect_splits() {
+  expect "exit code" 1 "$status"
+  expect "results" "assemblies/a b/joint.stp
+assemblies/flaky.stp
+assemblies/lamp.step" "$(inputs_of_results)"
+  expect "lines" 3 "$(wc -l < results.jsonl)"
+  expect "files" "parts/assemblies/a b/joint.stp/#11_part.stp
+parts/assemblies/a b/joint.stp/#1_part.stp
+parts/assemblies/a b/joint.stp/#21_part.stp
+parts/assemblies/a b/joint.stp/roots.txt
+parts/assemblies/flaky.stp/#11_part.stp
+parts/assemblies/flaky.stp/#1_part.stp
+parts/assemblies/flaky.stp/#21_part.stp
+parts/assemblies/flaky.stp/roots.txt" \
+    "$(find parts -type f ! -path '*lamp*' | LC_ALL=C sort)"
+  expect "files of the lamp" 15 "$(find parts/assemblies/lamp.step -type f | wc -l)"
+  grep -q '^velkstep: assemblies/broken.stp: The file is no exchange file' "$scratch/errors" ||
+    fail "no sentence on the broken file: $(cat "$scratch/errors")"
+}
+
+export LC_ALL=C
+run_block 1
+expect_splits
+expect "calls" "assemblies/a b/joint.stp
+assemblies/broken.stp
+assemblies/broken.stp
+assemblies/broken.stp
+assemblies/flaky.stp
+assemblies/flaky.stp
+assemblies/lamp.step" "$(sort "$scratch/calls")"
+run_block 2 > "$scratch/printed"
+expect "the failed ones" \
+  "1 velkstep split --json --quiet --force assemblies/broken.stp parts/assemblies/broken.stp" \
+  "$(cat "$scratch/printed")"
+
+# What was in the way of the broken one is gone: it alone runs again.
+cp assemblies/lamp.step assemblies/broken.stp
+: > "$scratch/calls"
+run_block 3
+expect "exit code of the repetition" 0 "$status"
+expect "calls of the repetition" "assemblies/broken.stp" "$(cat "$scratch/calls")"
+expect "results with the repetition" "assemblies/a b/joint.stp
+assemblies/flaky.stp
+assemblies/lamp.step
+assemblies/broken.stp" "$(inputs_of_results)"
+
+rm -r parts jobs.log results.jsonl "$scratch/flaky" "$scratch/calls" "$scratch/folders"
+echo hello > assemblies/broken.stp
+run_block 4
+# How often a job was tried is not compared here: parallel also repeats those whose folder on a host
+# went away under them when another job's was cleaned up.
+expect_splits
+expect "hosts" "alpha.example.org
+beta.example.org" "$(sort -u "$scratch/hosts")"
+expect "jobs in the log that ran elsewhere" "" \
+  "$(awk -F '\t' 'NR > 1 && $2 !~ /^(alpha|beta).example.org$/' jobs.log)"
+expect "inputs in the hosts' folders" 4 \
+  "$(grep "^$scratch/hosts of " "$scratch/folders" | cut -f 2 | sort -u | wc -l)"
+expect "folders with more than one input" "" \
+  "$(sort -u "$scratch/folders" | cut -f 1 | uniq -d)"
+expect "what is left on the hosts" "" "$(find "$scratch/hosts of "* -name '*.st*p')"
+echo DONE

@@ -1,0 +1,62 @@
+// The fields of the header section.
+#include "inspection/header.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace Kessel::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(ReadHeader, FindsEveryField) {
+  const Header header = read_header(
+      "ISO-10303-21;\nHEADER;\n"
+      "FILE_DESCRIPTION(('first','second'),'2;1');\n"
+      "FILE_NAME('a.stp','2024-05-17T09:30:00',('Ann','Bob'),('Works'),'pre 1','orig 2','yes');\n"
+      "FILE_SCHEMA(('ONE { 1 0 }','TWO'));\nENDSEC;\n");
+  EXPECT_THAT(header.description, ElementsAre("first", "second"));
+  EXPECT_EQ(header.implementation_level, "2;1");
+  EXPECT_EQ(header.name, "a.stp");
+  EXPECT_EQ(header.time_stamp, "2024-05-17T09:30:00");
+  EXPECT_THAT(header.authors, ElementsAre("Ann", "Bob"));
+  EXPECT_THAT(header.organisations, ElementsAre("Works"));
+  EXPECT_EQ(header.preprocessor_version, "pre 1");
+  EXPECT_EQ(header.originating_system, "orig 2");
+  EXPECT_EQ(header.authorisation, "yes");
+  EXPECT_THAT(header.schemas, ElementsAre("ONE { 1 0 }", "TWO"));
+}
+
+TEST(ReadHeader, CommentsMayStandAnywhere) {
+  const Header header = read_header(
+      "/* FILE_NAME('wrong') it's */\nFILE_NAME(\n/* name */\n'C:/long pa\nth.step',\n"
+      "/* time, stamp */ '2021',\n/* author */ (/* none */''),(''),'',\n'',/* ( */ 'x');\n");
+  EXPECT_EQ(header.name, "C:/long path.step");
+  EXPECT_EQ(header.time_stamp, "2021");
+  EXPECT_THAT(header.authors, ElementsAre(""));
+  EXPECT_EQ(header.authorisation, "x");
+}
+
+TEST(ReadHeader, TextsAreDecoded) {
+  const Header header = read_header("FILE_NAME('C:\\\\a \\X2\\00DC\\X0\\bung','',('O''Hara'),());");
+  EXPECT_EQ(header.name, "C:\\a Übung");
+  EXPECT_THAT(header.authors, ElementsAre("O'Hara"));
+  EXPECT_THAT(header.organisations, IsEmpty());
+}
+
+TEST(ReadHeader, WhatIsNotThereIsEmpty) {
+  for (const char* text : {"", "HEADER;\nENDSEC;\n", "FILE_NAME();FILE_SCHEMA($);", "FILE_NAME"}) {
+    const Header header = read_header(text);
+    EXPECT_EQ(header.name, "") << text;
+    EXPECT_THAT(header.authors, IsEmpty()) << text;
+    EXPECT_THAT(header.schemas, IsEmpty()) << text;
+  }
+}
+
+TEST(ReadHeader, FirstEntityOfANameCounts) {
+  EXPECT_EQ(read_header("FILE_NAME('a');FILE_NAME('b');").name, "a");
+}
+
+}  // namespace
+}  // namespace Kessel::test

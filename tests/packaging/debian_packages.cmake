@@ -1,0 +1,52 @@
+# Makes the Debian packages, installs them on this machine, splits with what was installed, and
+# removes them again. Needs root, and leaves a machine alone that has the packages already.
+set(PACKAGES velkstep libvelkstepsplitter-dev libvelkstepsplitter${MAJOR})
+
+execute_process(COMMAND id -u OUTPUT_VARIABLE user OUTPUT_STRIP_TRAILING_WHITESPACE)
+execute_process(COMMAND dpkg-query -W ${PACKAGES} OUTPUT_VARIABLE installed ERROR_QUIET)
+if(NOT user STREQUAL "0" OR installed MATCHES "[0-9]")
+  message("SKIPPED: not root, or the packages are installed")
+  return()
+endif()
+
+function(run)
+  execute_process(${ARGN} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+file(REMOVE_RECURSE ${FOLDER})
+file(MAKE_DIRECTORY ${FOLDER})
+run(COMMAND ${CPACK} -G DEB -B ${FOLDER} --config ${BUILD}/CPackConfig.cmake OUTPUT_QUIET)
+file(GLOB files ${FOLDER}/*.deb)
+list(LENGTH files count)
+if(NOT count EQUAL 3)
+  message(FATAL_ERROR "Packages: ${files}")
+endif()
+
+set(ENV{DEBIAN_FRONTEND} noninteractive)
+execute_process(COMMAND dpkg --install ${files} RESULT_VARIABLE status OUTPUT_QUIET)
+set(problem)
+if(status EQUAL 0)
+  execute_process(COMMAND /usr/bin/velkstep split ${EXAMPLE} ${FOLDER}/parts
+    RESULT_VARIABLE split_status OUTPUT_VARIABLE printed)
+  string(REGEX MATCHALL "[^\n]+" lines "${printed}")
+  list(LENGTH lines count)
+  if(NOT split_status EQUAL 0 OR NOT count EQUAL 14)
+    set(problem "split ended with ${split_status} and printed:\n${printed}")
+  endif()
+  execute_process(COMMAND sh -c "ldconfig -p | grep libVelkStepSplitter.so.${MAJOR}"
+    RESULT_VARIABLE found OUTPUT_QUIET)
+  if(NOT found EQUAL 0)
+    string(APPEND problem "\nthe loader does not know the library")
+  endif()
+else()
+  set(problem "dpkg --install ended with ${status}")
+endif()
+execute_process(COMMAND dpkg --purge ${PACKAGES} RESULT_VARIABLE status OUTPUT_QUIET)
+if(NOT status EQUAL 0)
+  string(APPEND problem "\ndpkg --purge ended with ${status}")
+endif()
+file(GLOB left /usr/bin/velkstep /usr/lib/libVelkStepSplitter* /usr/lib/*/libVelkStepSplitter*
+  /usr/include/kessel /usr/share/man/man1/velkstep* /usr/lib/pkgconfig/velkstepsplitter.pc)
+if(problem OR left)
+  message(FATAL_ERROR "${problem}\nleft behind: ${left}")
+endif()

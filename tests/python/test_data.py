@@ -1,0 +1,73 @@
+"""tree and info: the same as the command prints."""
+
+import json
+import os
+import subprocess
+
+import pytest
+import velkstep
+from conftest import LONE_PART
+
+COMMAND = os.environ.get("VELKSTEP_COMMAND")
+needs_command = pytest.mark.skipif(not COMMAND, reason="the command line is not built")
+
+
+def printed(*arguments):
+    return json.loads(subprocess.run([COMMAND, *arguments], check=True, capture_output=True).stdout)
+
+
+@needs_command
+@pytest.mark.parametrize("names", ["record", "product", "product-unicode"])
+def test_tree_is_what_the_command_prints(lamp, names):
+    expected = printed("tree", "--json", f"--names={names}", str(lamp))
+    assert velkstep.tree(lamp, names) == expected
+    assert len(expected["parts"]) == 14
+
+
+@needs_command
+def test_info_is_what_the_command_prints(lamp):
+    assert velkstep.info(lamp) == printed("info", "--json", str(lamp))
+
+
+def test_tree_of_a_small_file(assembly):
+    tree = velkstep.tree(assembly)
+    assert [part["record"] for part in tree["parts"]] == [3, 13, 23]
+    assert tree["parts"][2] == {
+        "record": 23,
+        "id": "joint",
+        "name": "joint",
+        "description": "",
+        "kind": "assembly",
+        "file": "joint.stp",
+        "total": 1,
+        "components": [
+            {"part": 0, "count": 1, "closes_cycle": False},
+            {"part": 1, "count": 1, "closes_cycle": False},
+        ],
+        "used_in": [],
+    }
+    assert (tree["format"], tree["depth"], tree["roots"]) == (1, 2, [2])
+    assert tree["input"] == str(assembly)
+
+
+def test_tree_of_a_lone_part_has_no_file(write):
+    (part,) = velkstep.tree(write("one.stp", LONE_PART))["parts"]
+    assert part["file"] is None
+
+
+def test_generated_root_has_no_record(write):
+    two = LONE_PART + LONE_PART.replace("#1", "#4").replace("#2", "#5").replace("#3", "#6")
+    assert [part["record"] for part in velkstep.tree(write("two.stp", two))["parts"]] == [3, 6, None]
+
+
+def test_unit_without_a_size_is_none_and_bytes_that_are_no_text_are_replaced(write):
+    path = write("odd.stp", LONE_PART)
+    path.write_bytes(path.read_bytes().replace(b"FILE_NAME(''", b"FILE_NAME('a\xff'"))
+    header = velkstep.info(path)["header"]
+    assert header["name"].startswith("a")
+    assert len(header["name"]) == 2
+
+
+def test_results_are_plain_data(lamp):
+    for result in (velkstep.tree(lamp), velkstep.info(lamp)):
+        assert json.loads(json.dumps(result)) == result

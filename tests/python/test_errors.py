@@ -1,0 +1,99 @@
+"""Errors of the library as exceptions."""
+
+import errno
+import pickle
+import subprocess
+import sys
+from pathlib import Path
+
+import pytest
+import velkstep
+
+FUNCTIONS = [lambda path: velkstep.split(path, "out"), velkstep.tree, velkstep.info]
+
+
+@pytest.mark.parametrize("function", FUNCTIONS)
+def test_missing_input(function):
+    with pytest.raises(velkstep.InputError) as caught:
+        function("missing.stp")
+    error = caught.value
+    assert str(error) == "missing.stp: Failed to open input file."
+    assert (error.path, error.kind, error.line, error.record) == (
+        Path("missing.stp"), "unreadable", None, None,
+    )  # fmt: skip
+    assert isinstance(error, RuntimeError)
+
+
+def test_finding_of_the_whole_file():
+    Path("empty.stp").touch()
+    with pytest.raises(velkstep.InputError) as caught:
+        velkstep.split("empty.stp", "out")
+    assert caught.value.kind == "empty_file"
+    assert caught.value.line is None
+    assert caught.value.sentence == "The file is empty."
+    assert str(caught.value) == "empty.stp: The file is empty."
+    assert not Path("out").exists()
+
+
+def test_finding_in_a_line():
+    Path("cut.stp").write_text("ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A(\n")
+    with pytest.raises(velkstep.InputError) as caught:
+        velkstep.split("cut.stp", "out")
+    assert (caught.value.kind, caught.value.line) == ("unclosed_record", 5)
+    assert str(caught.value).startswith("cut.stp:5: ")
+
+
+def test_tree_of_a_file_without_an_end_to_its_header():
+    Path("head.stp").write_text("ISO-10303-21;\nHEADER;\n")
+    with pytest.raises(velkstep.InputError, match='no line ends the header with "ENDSEC;"'):
+        velkstep.tree("head.stp")
+
+
+def test_output_that_cannot_be_written(assembly):
+    Path("out/joint.stp").mkdir(parents=True)
+    with pytest.raises(velkstep.OutputError) as caught:
+        velkstep.split(assembly, "out")
+    error = caught.value
+    assert str(error) == "out/joint.stp: cannot be written: Is a directory"
+    assert (error.path, error.errno) == (Path("out/joint.stp"), errno.EISDIR)
+    assert isinstance(error, RuntimeError)
+
+
+def test_folder_that_cannot_be_made(assembly):
+    Path("plain").touch()
+    with pytest.raises(velkstep.OutputError) as caught:
+        velkstep.split(assembly, "plain/out")
+    assert str(caught.value) == "plain/out: cannot be made: Not a directory"
+    assert (caught.value.path, caught.value.errno) == (Path("plain/out"), errno.ENOTDIR)
+
+
+def test_output_folder_that_is_not_utf8(assembly):
+    with pytest.raises(ValueError, match="^a path is not UTF-8$"):
+        velkstep.split(assembly, b"\xff")
+
+
+def test_errors_come_out_of_other_processes_whole():
+    for error in (
+        velkstep.InputError("Bad.", Path("a.stp"), "binary", 3, 4),
+        velkstep.OutputError("b.stp: bad", Path("b.stp"), errno.ENOSPC),
+    ):
+        copy = pickle.loads(pickle.dumps(error))
+        assert type(copy) is type(error)
+        assert str(copy) == str(error)
+        assert vars(copy) == vars(error)
+
+
+def test_too_little_memory():
+    records = "".join(f"#{i}=A(#{i + 1});\n" for i in range(1, 1_000_000))
+    Path("large.stp").write_text(
+        f"ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n{records}ENDSEC;\nEND-ISO-10303-21;\n"
+    )
+    program = (
+        "import resource, velkstep\n"
+        "used = int(open('/proc/self/statm').read().split()[0]) * resource.getpagesize()\n"
+        "resource.setrlimit(resource.RLIMIT_AS, (used + (8 << 20), resource.RLIM_INFINITY))\n"
+        "try:\n    velkstep.split('large.stp', 'out')\n"
+        "except MemoryError:\n    print('MemoryError')\n"
+    )
+    run = subprocess.run([sys.executable, "-c", program], capture_output=True, text=True)
+    assert run.stdout == "MemoryError\n", run.stderr

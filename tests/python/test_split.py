@@ -1,0 +1,112 @@
+"""split: what is written, how it is called, and which arguments are taken."""
+
+import inspect
+import os
+import pathlib
+from pathlib import Path
+
+import pytest
+import velkstep
+from conftest import LONE_PART
+
+
+def data_of(path):
+    return Path(path).read_text().split("DATA;\n", 1)[1]
+
+
+def test_returns_the_paths_of_the_files_the_roots_first(assembly):
+    files = velkstep.split(assembly, "out")
+    assert files == [Path("out/joint.stp"), Path("out/bolt.stp"), Path("out/nut.stp")]
+    assert all(isinstance(file, pathlib.Path) for file in files)
+    assert sorted(Path("out").iterdir()) == sorted(files)
+    assert Path("roots.txt").read_text() == "joint.stp\n"
+    assert data_of("out/bolt.stp") == (
+        "#3=PRODUCT('bolt','bolt','',());\n"
+        "#2=PRODUCT_DEFINITION_FORMATION('','',#3);\n"
+        "#1=PRODUCT_DEFINITION('design','',#2,$);\n"
+        "ENDSEC;\nEND-ISO-10303-21;\n"
+    )
+
+
+def test_names_after_records(assembly):
+    files = velkstep.split(assembly, "out", names="record")
+    assert files == [
+        Path("out/#21_part.stp"),
+        Path("out/#1_part.stp"),
+        Path("out/#11_part.stp"),
+    ]
+
+
+def test_styles_of_assemblies_differ_as_those_of_the_command_do(lamp):
+    sizes = {}
+    for style in ("classic", "lean", "nested"):
+        files = velkstep.split(lamp, style, assemblies=style)
+        sizes[style] = [file.stat().st_size for file in files]
+        assert len(files) == 14
+    assert velkstep.split(lamp, "default")[0].stat().st_size == sizes["lean"][0] + len(
+        "default"
+    ) - len("lean")
+    # A nested root holds its direct components alone, a nested sub-assembly is more than a frame.
+    assert sizes["nested"][0] < sizes["lean"][0]
+    assert sum(sizes["nested"][1:]) > sum(sizes["lean"][1:])
+
+
+def test_paths_are_strings_bytes_or_path_like(assembly):
+    class Place:
+        def __init__(self, path):
+            self.path = path
+
+        def __fspath__(self):
+            return self.path
+
+    expected = [Path("a/joint.stp"), Path("a/bolt.stp"), Path("a/nut.stp")]
+    assert velkstep.split(str(assembly), "a") == expected
+    assert velkstep.split(Place(str(assembly)), Place("b"))[0] == Path("b/joint.stp")
+    assert velkstep.split(os.fsencode(assembly), Path("c"))[0] == Path("c/joint.stp")
+
+
+def test_unicode_in_paths_and_names(write):
+    write(
+        "支架.stp",
+        LONE_PART.replace("'lid','lid'", r"'T\X2\00FC\X0\r','T\X2\00FC\X0\r'")
+        + "#4=PRODUCT('b','b','',());\n#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
+        "#6=PRODUCT_DEFINITION('','',#5,$);\n"
+        "#7=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#3,#6,$);\n",
+    )
+    assert velkstep.split("支架.stp", "Grüße", names="product-unicode") == [
+        Path("Grüße/Tür.stp"),
+        Path("Grüße/b.stp"),
+    ]
+    assert Path("Grüße/Tür.stp").exists()
+
+
+def test_nothing_to_split_gives_an_empty_list(write, capfd):
+    assert velkstep.split(write("one.stp", LONE_PART), "out") == []
+    assert capfd.readouterr().err == (
+        "Only one part was found in the file !\n"
+        "Impossible to proceed with the splitting algorithm.\n"
+    )
+
+
+def test_signature():
+    assert list(inspect.signature(velkstep.split).parameters) == [
+        "input", "outdir", "assemblies", "names", "progress",
+    ]  # fmt: skip
+    defaults = inspect.signature(velkstep.split).parameters
+    assert defaults["assemblies"].default == "lean"
+    assert defaults["names"].default == "product"
+    assert defaults["progress"].default is None
+
+
+@pytest.mark.parametrize("choice", [{"assemblies": "Lean"}, {"names": ""}])
+def test_unknown_styles_are_value_errors(assembly, choice):
+    ((name, word),) = choice.items()
+    with pytest.raises(ValueError, match=f"^{name}: there is no style '{word}'$"):
+        velkstep.split(assembly, "out", **choice)
+    assert not Path("out").exists()
+
+
+@pytest.mark.parametrize("path", [None, 7, ["in.stp"]])
+def test_what_is_no_path_is_a_type_error(path):
+    with pytest.raises(TypeError):
+        velkstep.split(path, "out")

@@ -1,0 +1,360 @@
+// The checked form of a run: inputs that it refuses, and files that are not written whole.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "kessel/check.h"
+#include "kessel/errors.h"
+#include "kessel/part.h"
+#include "kessel/splitter.h"
+#include "splitter/small_inputs.h"
+#include "support/scratch_folder.h"
+#include "support/split_run.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::string HEADER = "ISO-10303-21;\nHEADER;\nENDSEC;\n";
+const std::string END = "ENDSEC;\nEND-ISO-10303-21;\n";
+
+class CheckedRunTest : public testing::Test {
+ protected:
+  ~CheckedRunTest() override { Part::free_statics(); }
+
+  /// The finding with which a run refuses `in`. Expects that it leaves and prints nothing.
+  Finding refused(const fs::path& in, const Options& options = {}) {
+    std::optional<Finding> finding;
+    EXPECT_EQ(printed_by([&] {
+                try {
+                  Kessel::Run(in, "out", options);
+                } catch (const InputError& error) {
+                  finding = error.finding();
+                  EXPECT_EQ(error.what(), finding->sentence);
+                }
+              }),
+              "");
+    EXPECT_FALSE(fs::exists("out"));
+    EXPECT_FALSE(fs::exists("roots.txt"));
+    EXPECT_TRUE(finding.has_value());
+    return finding.value_or(Finding());
+  }
+
+  /// Path and reason with which a run says that it could not write. Expects that it prints nothing
+  /// and leaves nothing behind that a later run would trip over.
+  std::pair<fs::path, std::error_code> failure(const fs::path& in, const fs::path& outdir) {
+    std::pair<fs::path, std::error_code> failed;
+    EXPECT_EQ(printed_by([&] {
+                try {
+                  Kessel::Run(in, outdir, Options());
+                  ADD_FAILURE() << "no exception";
+                } catch (const OutputError& error) {
+                  failed = {error.path(), error.reason()};
+                  EXPECT_EQ(error.what(), error.path().string() +
+                                              ": cannot be written: " + error.reason().message());
+                }
+              }),
+              "");
+    EXPECT_TRUE(Part::_opened_files.empty());
+    EXPECT_TRUE(Part::_filenames.empty());
+    return failed;
+  }
+
+  fs::path write_box() { return folder_.write("in.stp", exchange_file(BOX_WITH_LID)); }
+
+  ScratchFolder folder_;
+};
+
+/// Two products, one with a shape of so many records that its file has about a megabyte.
+std::string large_file() {
+  std::string records(BOX_WITH_LID);
+  std::string items;
+  for (int i = 100; i < 30'000; ++i) {
+    const std::string name = "#" + std::to_string(i);
+    records += name + "=CARTESIAN_POINT('',(0.,0.,0.));\n";
+    items += "," + name;
+  }
+  records.insert(records.find("#11),#12)") + 3, items);
+  return exchange_file(records);
+}
+
+/// Limits a resource of this process while it lives.
+class Limited {
+ public:
+  Limited(__rlimit_resource resource, rlim_t limit) : resource_(resource) {
+    EXPECT_EQ(::getrlimit(resource, &before_), 0);
+    rlimit lower = before_;
+    lower.rlim_cur = limit;
+    EXPECT_EQ(::setrlimit(resource, &lower), 0);
+  }
+  Limited(const Limited&) = delete;
+  Limited& operator=(const Limited&) = delete;
+  ~Limited() { ::setrlimit(resource_, &before_); }
+
+ private:
+  __rlimit_resource resource_;
+  rlimit before_ = {};
+};
+
+TEST_F(CheckedRunTest, WritesWhatTheTwoArgumentFormWrites) {
+  const fs::path in = write_box();
+  EXPECT_THAT(Kessel::Run(in, "out", Options()), ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
+  EXPECT_EQ(without_time_stamps(read_file("out/#1_part.stp")),
+            output_file("out/#1_part.stp", BOX_RECORDS));
+  EXPECT_EQ(without_time_stamps(read_file("out/#4_part.stp")),
+            output_file("out/#4_part.stp", LID_RECORDS));
+  EXPECT_EQ(read_file("roots.txt"), "#1_part.stp\n");
+}
+
+TEST_F(CheckedRunTest, InputsThatHaveNothingToSplitStayWhatTheyAre) {
+  folder_.write("in.stp", exchange_file(LID_ALONE));
+  EXPECT_EQ(printed_by([] { EXPECT_THAT(Kessel::Run("in.stp", "out", Options()), IsEmpty()); }),
+            ONLY_ONE_PART);
+  folder_.write("in.stp", exchange_file("#1=PRODUCT('lid','lid','',());\n"));
+  EXPECT_EQ(printed_by([] { EXPECT_THAT(Kessel::Run("in.stp", "out", Options()), IsEmpty()); }),
+            NO_ROOT);
+}
+
+TEST_F(CheckedRunTest, InputsThatWouldBeReadForEverAreRefused) {
+  using enum FindingKind;
+  const struct {
+    std::string text;
+    FindingKind kind;
+    std::uint64_t line;
+    std::uint64_t offset;
+  } CASES[] = {
+      {"", empty_file, 0, 0},
+      {"\x1F\x8B\x08 and more", compressed, 0, 0},
+      {std::string("\xFF\xFEI\0S\0O\0", 8), other_encoding, 0, 0},
+      {"\x01\x02\x03", binary, 0, 0},
+      {"hello\n", not_an_exchange_file, 0, 0},
+      {"ISO-10303-21;\nHEADER;\nENDSEC;DATA;\n", header_without_end, 3, 22},
+      {"ISO-10303-21;\nHEADER;\nENDSEC;", nothing_after_header, 3, 29},
+      {HEADER + "DATA;\n#1=A();\n stray", unclosed_text, 6, 45},
+      {HEADER + "DATA;\n#1=A(\n", unclosed_record, 5, 36},
+      {HEADER + "DATA;\n#1=A();\n#2=B(;\n" + END, unclosed_record, 6, 44},
+      {"ISO-10303-21;\nHEADER;\n#x;\nENDSEC;\nDATA;\n" + END, header_is_read_as_data, 4, 26},
+  };
+  for (const auto& row : CASES) {
+    SCOPED_TRACE(row.text);
+    const fs::path in = folder_.write("in.stp", row.text);
+    const Finding finding = refused(in);
+    EXPECT_EQ(finding.kind, row.kind);
+    EXPECT_EQ(finding.line, row.line);
+    EXPECT_EQ(finding.offset, row.offset);
+    EXPECT_EQ(finding.severity, Severity::error);
+  }
+}
+
+TEST_F(CheckedRunTest, RefusalIsAFindingOfTheCheck) {
+  const fs::path in = folder_.write("in.stp", HEADER + "#0=A();\n#1=A();;#2=B();\n");
+  printed_by(
+      [&] { EXPECT_THAT(Kessel::Run(in, "out", Options()), IsEmpty()) << "the data ends before"; });
+  fs::remove_all("out");
+  folder_.write("in.stp", HEADER + "#0=A();\n#1=A();\n#2=B(");
+  const Finding finding = refused(in);
+  const std::vector<Finding> found = check(in);
+  ASSERT_EQ(found.size(), 2u);
+  EXPECT_EQ(found[1].sentence, finding.sentence);
+  EXPECT_EQ(found[1].instance, finding.instance);
+  EXPECT_EQ(finding.instance, 2u);
+  EXPECT_EQ(found[1].offset, finding.offset);
+  EXPECT_EQ(finding.offset, 46u);
+  EXPECT_EQ(found[1].line, finding.line);
+  EXPECT_EQ(finding.line, 6u);
+}
+
+TEST_F(CheckedRunTest, WhatIsNoRegularFileIsRefusedUnopened) {
+  ASSERT_EQ(::mkfifo("pipe", 0600), 0);
+  EXPECT_EQ(refused("pipe").sentence,
+            "The file is not a regular file, and the input is read twice.");
+  EXPECT_EQ(refused("/dev/zero").kind, FindingKind::unreadable);
+  EXPECT_EQ(refused(".").sentence, "The file is a folder.");
+}
+
+TEST_F(CheckedRunTest, InputThatIsNotThereIsWhatItIsInTheTwoArgumentForm) {
+  EXPECT_THROW(Kessel::Run("missing.stp", "out", Options()), std::invalid_argument);
+}
+
+TEST_F(CheckedRunTest, MemoryLimitBoundsTheStore) {
+  std::string records(BOX_WITH_LID);
+  for (unsigned i = 1; i <= 1000; ++i) records += "#" + std::to_string(i << 22U) + "=A();\n";
+  const fs::path in = folder_.write("in.stp", exchange_file(records));
+  const Finding finding = refused(in, {.memory_limit = 20'000'000});
+  EXPECT_EQ(finding.kind, FindingKind::memory_limit);
+  // A page of 32 KiB and 8 KiB of the table of pages for each such number.
+  EXPECT_EQ(finding.instance, 482u << 22U);
+  EXPECT_EQ(finding.line, 19u + 482u);
+
+  EXPECT_THAT(Kessel::Run(in, "out", {.memory_limit = 50'000'000}),
+              ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
+}
+
+TEST_F(CheckedRunTest, MemoryLimitBoundsRecordsAndTextsToo) {
+  std::string records(BOX_WITH_LID);
+  for (unsigned i = 100; i < 30'000; ++i) records += "#" + std::to_string(i) + "=A();\n";
+  const fs::path in = folder_.write("in.stp", exchange_file(records));
+  EXPECT_EQ(refused(in, {.memory_limit = 1'000'000}).kind, FindingKind::memory_limit);
+
+  folder_.write("in.stp", exchange_file("#1=A('" + std::string(2'000'000, 'x') + "');\n"));
+  EXPECT_EQ(refused(in, {.memory_limit = 1'000'000}).kind, FindingKind::memory_limit);
+  folder_.write("in.stp", "ISO-10303-21;\n" + std::string(2'000'000, '\n'));
+  EXPECT_EQ(refused(in, {.memory_limit = 1'000'000}).kind, FindingKind::memory_limit);
+}
+
+TEST_F(CheckedRunTest, InputThatTheRunItselfWritesToIsRefused) {
+  fs::create_directories("out");
+  const fs::path in = folder_.write("out/#4_part.stp", exchange_file(BOX_WITH_LID));
+  try {
+    Kessel::Run(in, "out", Options());
+    ADD_FAILURE() << "no exception";
+  } catch (const InputError& error) {
+    EXPECT_EQ(error.finding().kind, FindingKind::changed_while_read);
+    EXPECT_STREQ(error.what(), "The file was changed while it was split.");
+  }
+}
+
+TEST_F(CheckedRunTest, FolderInPlaceOfAFile) {
+  fs::create_directories("out/#4_part.stp");
+  EXPECT_EQ(failure(write_box(), "out"),
+            std::pair(fs::path("out/#4_part.stp"), make_error_code(std::errc::is_a_directory)));
+}
+
+TEST_F(CheckedRunTest, FolderInPlaceOfTheListOfRoots) {
+  fs::create_directories("roots.txt");
+  EXPECT_EQ(failure(write_box(), "out"),
+            std::pair(fs::path("roots.txt"), make_error_code(std::errc::is_a_directory)));
+  EXPECT_FALSE(fs::exists("out"));
+}
+
+TEST_F(CheckedRunTest, LaterRunIsNotTroubledByAnEarlierFailure) {
+  fs::create_directories("out/#4_part.stp");
+  const fs::path in = write_box();
+  failure(in, "out");
+  EXPECT_THAT(Kessel::Run(in, "next", Options()),
+              ElementsAre("next/#1_part.stp", "next/#4_part.stp"));
+  // Nor by one of the two-argument form, which an exception ended.
+  std::string records(BOX_WITH_LID);
+  records.replace(records.find("(#8,#10)"), 8, "(#8)");
+  folder_.write("broken.stp", exchange_file(records));
+  printed_by([] { EXPECT_THROW(Kessel::Run("broken.stp", "out"), std::out_of_range); });
+  ASSERT_TRUE(Part::_failure.has_value());
+  EXPECT_THAT(Kessel::Run(in, "last", Options()),
+              ElementsAre("last/#1_part_(2)_.stp", "last/#4_part_(2)_.stp"));
+}
+
+TEST_F(CheckedRunTest, PathThatIsTooLong) {
+  const fs::path in = write_box();
+  // The folder can be made step by step; a file in it has a path beyond what the system takes.
+  fs::path outdir;
+  while (outdir.string().size() < 4000) outdir /= std::string(200, 'a');
+  outdir /= std::string(4095 - outdir.string().size() - 2, 'b');
+  const auto [path, reason] = failure(in, outdir);
+  EXPECT_EQ(path, outdir / "#1_part.stp");
+  EXPECT_EQ(reason, std::errc::filename_too_long);
+  const fs::path top = *outdir.begin();
+  // Too long a path for std::filesystem as well: what is inside is removed with the scratch folder.
+  EXPECT_TRUE(fs::exists(top));
+}
+
+TEST_F(CheckedRunTest, LimitOfTheSizeOfFiles) {
+  const fs::path in = folder_.write("in.stp", large_file());
+  const auto before = std::signal(SIGXFSZ, SIG_IGN);
+  {
+    const Limited limited(RLIMIT_FSIZE, 500'000);
+    EXPECT_EQ(failure(in, "out"),
+              std::pair(fs::path("out/#4_part.stp"), make_error_code(std::errc::file_too_large)));
+  }
+  std::signal(SIGXFSZ, before);
+  EXPECT_EQ(fs::file_size("out/#4_part.stp"), 500'000u);
+}
+
+TEST_F(CheckedRunTest, LimitThatTheLastFlushMeets) {
+  // The whole file stays in the stream's buffer until it is closed.
+  const fs::path in = write_box();
+  const auto before = std::signal(SIGXFSZ, SIG_IGN);
+  {
+    const Limited limited(RLIMIT_FSIZE, 100);
+    EXPECT_EQ(failure(in, "out"),
+              std::pair(fs::path("out/#1_part.stp"), make_error_code(std::errc::file_too_large)));
+  }
+  std::signal(SIGXFSZ, before);
+  EXPECT_EQ(fs::file_size("out/#1_part.stp"), 100u);
+}
+
+/// The lowest descriptor that is free.
+int free_descriptor() {
+  const int descriptor = ::dup(STDIN_FILENO);
+  ::close(descriptor);
+  return descriptor;
+}
+
+TEST_F(CheckedRunTest, LimitOfOpenFiles) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizer looks at memory through descriptors of its own";
+#endif
+  std::string records;
+  for (unsigned i = 1; i <= 30; ++i) {
+    const auto name = [i](unsigned k) { return "#" + std::to_string(10 * i + k); };
+    records += name(0) + "=PRODUCT('','','',());\n" + name(1) +
+               "=PRODUCT_DEFINITION_FORMATION('',''," + name(0) + ");\n" + name(2) +
+               "=PRODUCT_DEFINITION('',''," + name(1) + ",$);\n";
+  }
+  const fs::path in = folder_.write("in.stp", exchange_file(records));
+  const auto limit = static_cast<rlim_t>(free_descriptor()) + 20;
+  const Limited limited(RLIMIT_NOFILE, limit);
+  const auto [path, reason] = failure(in, "out");
+  EXPECT_EQ(reason, std::errc::too_many_files_open);
+  EXPECT_FALSE(fs::exists(path));
+  EXPECT_TRUE(fs::exists("out/#10_part.stp"));
+}
+
+TEST_F(CheckedRunTest, FullDisk) {
+  fs::create_directory("disk");
+  if (::mount("none", "disk", "tmpfs", 0, "size=256k") != 0) {
+    GTEST_SKIP() << "no right to mount a small disk";
+  }
+  const fs::path in = folder_.write("in.stp", large_file());
+  const auto failed = failure(in, "disk/out");
+  EXPECT_EQ(::umount("disk"), 0);
+  EXPECT_EQ(failed, std::pair(fs::path("disk/out/#4_part.stp"),
+                              make_error_code(std::errc::no_space_on_device)));
+}
+
+TEST_F(CheckedRunTest, ReadOnlyDisk) {
+  fs::create_directory("disk");
+  if (::mount("none", "disk", "tmpfs", 0, "size=256k") != 0) {
+    GTEST_SKIP() << "no right to mount a small disk";
+  }
+  fs::create_directory("disk/out");
+  EXPECT_EQ(::mount("none", "disk", "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr), 0);
+  const auto failed = failure(write_box(), "disk/out");
+  EXPECT_EQ(::umount("disk"), 0);
+  EXPECT_EQ(failed, std::pair(fs::path("disk/out/#1_part.stp"),
+                              make_error_code(std::errc::read_only_file_system)));
+}
+
+TEST_F(CheckedRunTest, FolderWithoutPermission) {
+  if (::geteuid() == 0) GTEST_SKIP() << "permissions do not hold root back";
+  fs::create_directory("out");
+  fs::permissions("out", fs::perms::owner_read | fs::perms::owner_exec);
+  EXPECT_EQ(failure(write_box(), "out"),
+            std::pair(fs::path("out/#1_part.stp"), make_error_code(std::errc::permission_denied)));
+}
+
+}  // namespace
+}  // namespace Kessel::test
