@@ -14,6 +14,8 @@ namespace Kessel {
 
 namespace {
 
+constexpr std::size_t MAX_STEM = MAX_FILE_NAME - FILE_EXTENSION.size();
+
 constexpr char32_t IN_PLACE_OF_RESERVED = U'_';
 constexpr std::u32string_view RESERVED = U"<>:\"/\\|?*';";
 /// Alone these make no name: they stand for what was taken away, or cannot be seen.
@@ -80,14 +82,18 @@ std::string file_stem(std::string_view name, FileNameSet set) {
   std::transform(stem.begin(), stem.end(), stem.begin(), unreserved);
   stem.erase(0, std::min(stem.find_first_not_of(U' '), stem.size()));
   trim_end(stem);
+  shorten(stem, MAX_STEM);  // What a cut leaves may be of no use, or be a device.
   if (stem.find_first_not_of(OF_NO_USE) == std::u32string::npos) return {};
   if (stem.front() == U'.') stem.front() = IN_PLACE_OF_RESERVED;
-  if (is_device(stem)) stem.insert(stem.begin(), IN_PLACE_OF_RESERVED);
-  return shortened_stem(to_utf8(stem), 0);
+  if (is_device(stem)) {
+    stem.insert(stem.begin(), IN_PLACE_OF_RESERVED);
+    shorten(stem, MAX_STEM);
+  }
+  return to_utf8(stem);
 }
 
 std::string shortened_stem(std::string_view stem, std::size_t bytes) {
-  const std::size_t most = MAX_FILE_NAME - FILE_EXTENSION.size() - bytes;
+  const std::size_t most = MAX_STEM - bytes;
   if (stem.size() <= most) return std::string(stem);
   std::u32string text = characters_of(stem);
   shorten(text, most);

@@ -110,6 +110,18 @@ TEST(FileStem, CutLeavesNoSpaceOrDotAtTheEnd) {
   EXPECT_EQ(unicode(std::string(137, 'x') + ". z"), std::string(137, 'x'));
 }
 
+TEST(FileStem, DevicesWithLongExtensionsAreCut) {
+  expect_both("nul." + std::string(200, 'x'), "_nul." + std::string(134, 'x'));
+}
+
+TEST(FileStem, CutLeavesNoDevice) {
+  expect_both("nul" + std::string(140, ' ') + "x", "_nul");
+}
+
+TEST(FileStem, WhatACutLeavesMayBeOfNoUse) {
+  expect_both(std::string(140, '_') + "x", "");
+}
+
 TEST(ShortenedStem, LeavesRoom) {
   EXPECT_EQ(shortened_stem(std::string(139, 'x'), 4), std::string(135, 'x'));
   EXPECT_EQ(shortened_stem("short", 4), "short");
