@@ -7,6 +7,7 @@
 #include "commands.h"
 #include "exit_codes.h"
 #include "interruption.h"
+#include "with_input.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ int main(int argc, char** argv) {
   } catch (const Velkstep::Interrupted& interruption) {
     Velkstep::end_by(interruption);
   } catch (const std::exception& error) {
-    std::cerr << "velkstep: " << error.what() << '\n';
+    std::cerr << "velkstep: " << Velkstep::reason_of(error) << '\n';
     return Velkstep::EXIT_FAILED;
   }
 }

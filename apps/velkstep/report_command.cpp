@@ -6,14 +6,12 @@
 #include <memory>
 #include <string>
 #include <system_error>
-#include <vector>
 
 #include "exit_codes.h"
 #include "report_page.h"
 #include "split_arguments.h"
 #include "split_run.h"
 #include "staged_output.h"
-#include "with_input.h"
 
 namespace Velkstep {
 
@@ -34,13 +32,13 @@ void write_page(const FinishedSplit& split, const SplitArguments& arguments) {
 }
 
 int report(const SplitArguments& arguments) {
-  const auto print_path = [&](const FinishedSplit&) {
-    if (arguments.quiet) return int{EXIT_DONE};
-    return print((arguments.outdir / REPORT_FILE).lexically_normal().string() + '\n');
-  };
-  return run_split(arguments, print_path, [&](const FinishedSplit& split) {
+  return run_split(arguments, [&](const FinishedSplit& split) {
     write_page(split, arguments);
-    return std::vector<std::string>{REPORT_FILE};
+    Delivery delivery = {.text = {}, .more = {REPORT_FILE}};
+    if (!arguments.quiet) {
+      delivery.text = (arguments.outdir / REPORT_FILE).lexically_normal().string() + '\n';
+    }
+    return delivery;
   });
 }
 

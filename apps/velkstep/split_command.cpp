@@ -1,6 +1,7 @@
 // velkstep split IN OUTDIR
 #include "split_command.h"
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -8,7 +9,6 @@
 #include "split_arguments.h"
 #include "split_json.h"
 #include "split_run.h"
-#include "with_input.h"
 
 namespace Velkstep {
 
@@ -18,15 +18,24 @@ struct Arguments : SplitArguments {
   bool json = false;
 };
 
+/// A path on each line.
+std::string list_of(const FinishedSplit& split, const std::filesystem::path& outdir) {
+  std::string list;
+  for (const Kessel::WrittenFile& file : split.files) {
+    list += (outdir / file.path).lexically_normal().string() + '\n';
+  }
+  return list;
+}
+
 int split(const Arguments& arguments) {
   return run_split(arguments, [&](const FinishedSplit& split) {
-    if (arguments.json) return print(split_json(split, arguments));
-    if (arguments.quiet) return int{EXIT_DONE};
-    std::string list;
-    for (const Kessel::WrittenFile& file : split.files) {
-      list += (arguments.outdir / file.path).lexically_normal().string() + '\n';
+    Delivery delivery;
+    if (arguments.json) {
+      delivery.text = split_json(split, arguments);
+    } else if (!arguments.quiet) {
+      delivery.text = list_of(split, arguments.outdir);
     }
-    return print(list);
+    return delivery;
   });
 }
 

@@ -1,7 +1,6 @@
 #include "split_run.h"
 
 #include <exception>
-#include <new>
 
 #include "exit_codes.h"
 #include "input.h"
@@ -68,8 +67,8 @@ int fail_at(const std::string& name, const Kessel::Finding& finding) {
 
 }  // namespace
 
-int run_split(const SplitArguments& arguments, const SplitAction& report,
-              const std::function<std::vector<std::string>(const FinishedSplit&)>& prepare) {
+int run_split(const SplitArguments& arguments,
+              const std::function<Delivery(const FinishedSplit&)>& prepare) {
   const std::string name = shown_name(arguments.in);
   try {
     hold_interruptions();
@@ -81,9 +80,9 @@ int run_split(const SplitArguments& arguments, const SplitAction& report,
     split.files = split_into(split.folder, split.input, arguments);
     split.has_root = fs::exists(split.folder / ROOTS_FILE);
     if (split.files.empty()) return EXIT_NOTHING_TO_SPLIT;  // The library has said why.
-    const std::vector<std::string> more = prepare ? prepare(split) : std::vector<std::string>();
-    staged.publish(in_order_of_arrival(split, more), arguments.force);
-    return report(split);
+    const Delivery delivery = prepare(split);
+    staged.publish(in_order_of_arrival(split, delivery.more), arguments.force);
+    return print(delivery.text);
   } catch (const Interrupted&) {
     throw;
   } catch (const UnusableOutput& error) {
@@ -93,10 +92,8 @@ int run_split(const SplitArguments& arguments, const SplitAction& report,
   } catch (const Kessel::OutputError& error) {
     return fail((arguments.outdir / error.path().filename()).string(),
                 "cannot be written: " + error.reason().message());
-  } catch (const std::bad_alloc&) {
-    return fail(name, "not enough memory");
   } catch (const std::exception& error) {
-    return fail(name, error.what());
+    return fail(name, reason_of(error));
   }
 }
 

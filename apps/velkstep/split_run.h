@@ -19,13 +19,16 @@ struct FinishedSplit {
   bool has_root = false;                   ///< false where every part is a component of another
 };
 
-/// Does something with a split and returns an exit code.
-using SplitAction = std::function<int(const FinishedSplit&)>;
+/// What a command adds to a split.
+struct Delivery {
+  std::string text;               ///< to be printed when everything is in place
+  std::vector<std::string> more;  ///< names of further files that were written beside the parts'
+};
 
-/// Splits into a fresh folder, calls `prepare`, which may write further files there and returns
-/// their names, moves everything into OUTDIR, and calls `report`. What goes wrong until then is
-/// printed as one line, and leaves OUTDIR as it was. Returns the exit code. Throws `Interrupted`.
-int run_split(const SplitArguments& arguments, const SplitAction& report,
-              const std::function<std::vector<std::string>(const FinishedSplit&)>& prepare = {});
+/// Splits into a fresh folder, calls `prepare` with that, moves everything into OUTDIR, and prints.
+/// What goes wrong until then is printed as one line, and leaves OUTDIR as it was. Returns the exit
+/// code. Throws `Interrupted`.
+int run_split(const SplitArguments& arguments,
+              const std::function<Delivery(const FinishedSplit&)>& prepare);
 
 }  // namespace Velkstep

@@ -19,6 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Reading a folder takes tens of kilobytes. So large a block goes back to the system at once.
+constexpr std::size_t MEMORY_TO_REMOVE = 512 << 10;
+
 UnusableOutput failure(const fs::path& path, const std::string& what) {
   return UnusableOutput(path, what);
 }
@@ -58,7 +61,13 @@ mode_t mode_of_new_folders() {
 /// Makes a fresh folder whose path begins with `prefix`; empty where it cannot be.
 fs::path make_fresh_folder(const fs::path& prefix) {
   std::string path = prefix.string() + "XXXXXX";
-  return ::mkdtemp(path.data()) == nullptr ? fs::path() : fs::path(path);
+  if (::mkdtemp(path.data()) == nullptr) return {};
+  try {
+    return path;
+  } catch (...) {
+    ::rmdir(path.c_str());
+    throw;
+  }
 }
 
 /// The absolute path of a folder that may not be there yet, links resolved, without "/" at its end.
@@ -71,14 +80,12 @@ fs::path resolved(const fs::path& outdir) {
   return path.has_filename() ? path : path.parent_path();
 }
 
-/// Makes the folder and those above it; `made` gets those that were not there.
-void make_folders(const fs::path& folder, const fs::path& shown, std::vector<fs::path>& made) {
+/// Makes the folder and those above it.
+void make_folders(const fs::path& folder, const fs::path& shown, NewFolders& made) {
   std::error_code error;
   if (fs::is_directory(folder, error)) return;
   if (folder.has_relative_path()) make_folders(folder.parent_path(), shown, made);
-  if (::mkdir(folder.c_str(), 0777) == 0) {
-    made.push_back(folder);
-  } else if (errno != EEXIST || !fs::is_directory(folder, error)) {
+  if (!made.make(folder) && (errno != EEXIST || !fs::is_directory(folder, error))) {
     const int code = errno == EEXIST ? ENOTDIR : errno;
     throw failure(shown, "cannot be created: " + reason(code));
   }
@@ -111,12 +118,28 @@ class Moves {
 
 }  // namespace
 
+NewFolders::~NewFolders() {
+  for (auto made = made_.rbegin(); made != made_.rend(); ++made) ::rmdir(made->c_str());
+}
+
+bool NewFolders::make(const fs::path& folder) {
+  made_.push_back(folder);
+  if (::mkdir(folder.c_str(), 0777) == 0) return true;
+  const int error = errno;
+  made_.pop_back();
+  errno = error;
+  return false;
+}
+
 StagedOutput::StagedOutput(const fs::path& outdir)
-    : shown_(outdir), outdir_(resolved(outdir)), started_in_(fs::current_path()) {
+    : reserve_(new char[MEMORY_TO_REMOVE]),
+      shown_(outdir),
+      outdir_(resolved(outdir)),
+      started_in_(fs::current_path()) {
   const auto there = status_of(outdir_);
   if (there && !is_folder(*there)) throw failure(shown_, "cannot be created: " + reason(ENOTDIR));
   const fs::path above = outdir_.parent_path();
-  make_folders(above, shown_, made_);
+  make_folders(above, shown_, above_);
 
   const auto device = status_of(above);
   if (!there || (device && device->st_dev == there->st_dev)) {
@@ -124,23 +147,19 @@ StagedOutput::StagedOutput(const fs::path& outdir)
     if (folder_.empty() && errno == ENAMETOOLONG) folder_ = make_fresh_folder(above / ".velkstep-");
   }
   if (folder_.empty() && there) folder_ = make_fresh_folder(outdir_ / ".velkstep-");
-  if (folder_.empty()) {
-    const int error = errno;
-    for (auto made = made_.rbegin(); made != made_.rend(); ++made) ::rmdir(made->c_str());
-    throw failure(shown_, "cannot be written to: " + reason(error));
-  }
+  if (folder_.empty()) throw failure(shown_, "cannot be written to: " + reason(errno));
 }
 
 StagedOutput::~StagedOutput() {
+  reserve_.reset();
   std::error_code error;
   fs::remove_all(folder_, error);
-  for (auto made = made_.rbegin(); made != made_.rend(); ++made) ::rmdir(made->c_str());
 }
 
 void StagedOutput::publish(const std::vector<std::string>& names, bool replace) {
   throw_if_interrupted();
   if (!publish_as_folder()) publish_one_by_one(names, replace);
-  made_.clear();
+  above_.keep();
 }
 
 /// A folder that is new or empty is replaced as a whole, unless others may notice: because it is

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -19,6 +20,23 @@ class UnusableOutput : public std::runtime_error {
 
  private:
   std::filesystem::path path_;
+};
+
+/// Folders that were made, and go again unless they are kept.
+class NewFolders {
+ public:
+  NewFolders() = default;
+  NewFolders(const NewFolders&) = delete;
+  NewFolders& operator=(const NewFolders&) = delete;
+  /// Removes those that are empty, the last one first.
+  ~NewFolders();
+
+  /// Makes `folder`, whose parent is there; false, with the reason in `errno`, where it cannot be.
+  bool make(const std::filesystem::path& folder);
+  void keep() { made_.clear(); }
+
+ private:
+  std::vector<std::filesystem::path> made_;
 };
 
 /// A fresh folder on the file system of an output folder, whose files move there at the end. It is
@@ -51,11 +69,12 @@ class StagedOutput {
   bool publish_as_folder();
   void publish_one_by_one(const std::vector<std::string>& names, bool replace);
 
-  std::filesystem::path shown_;   // the output folder as the caller names it
-  std::filesystem::path outdir_;  // its absolute path without links
+  std::unique_ptr<char[]> reserve_;  // memory for the removal, should there be no more
+  NewFolders above_;                 // folders above it that were not there
+  std::filesystem::path shown_;      // the output folder as the caller names it
+  std::filesystem::path outdir_;     // its absolute path without links
   std::filesystem::path started_in_;
   std::filesystem::path folder_;
-  std::vector<std::filesystem::path> made_;  // folders above it that were not there
 };
 
 }  // namespace Velkstep

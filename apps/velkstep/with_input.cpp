@@ -1,9 +1,9 @@
 // What commands that look at one input have in common: errors in one line, exit codes.
 #include "with_input.h"
 
-#include <exception>
 #include <iostream>
 #include <new>
+#include <system_error>
 
 #include "exit_codes.h"
 #include "input.h"
@@ -16,6 +16,15 @@ int fail(std::string_view name, std::string_view reason) {
   return EXIT_FAILED;
 }
 
+std::string reason_of(const std::exception& error) {
+  const auto* of_system = dynamic_cast<const std::system_error*>(&error);
+  if (of_system != nullptr && of_system->code() == std::errc::not_enough_memory) {
+    return "not enough memory";
+  }
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return "not enough memory";
+  return error.what();
+}
+
 std::string shown_name(const std::string& argument) {
   return argument == "-" ? "standard input" : argument;
 }
@@ -25,10 +34,8 @@ int with_input(const std::string& argument,
   try {
     const Input input(argument);
     return look(input.path());
-  } catch (const std::bad_alloc&) {
-    return fail(shown_name(argument), "not enough memory");
   } catch (const std::exception& error) {
-    return fail(shown_name(argument), error.what());
+    return fail(shown_name(argument), reason_of(error));
   }
 }
 

@@ -1,6 +1,7 @@
 // What commands that look at one input have in common: errors in one line, exit codes.
 #pragma once
 
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -11,6 +12,9 @@ namespace Velkstep {
 /// Prints "velkstep: NAME: REASON" on standard error and returns EXIT_FAILED. What NAME holds that
 /// is not for terminals is replaced.
 int fail(std::string_view name, std::string_view reason);
+
+/// Why something failed, in the words of fail().
+std::string reason_of(const std::exception& error);
 
 /// What an input is called in messages: its path, or "standard input".
 std::string shown_name(const std::string& argument);

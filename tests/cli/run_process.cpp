@@ -40,10 +40,17 @@ class Printed {
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
 };
 
+/// Limits a resource of this process, unless `most` is 0.
+void limit(__rlimit_resource resource, rlim_t most) {
+  const rlimit limits = {most, most};
+  if (most != 0) ::setrlimit(resource, &limits);
+}
+
 /// What the new process does before the command takes over. Returns only when that fails.
 void become(char* const* arguments, int out, int errors, const ProcessSetting& setting) {
-  const rlimit limit = {setting.most_cpu_seconds, setting.most_cpu_seconds};
-  ::setrlimit(RLIMIT_CPU, &limit);
+  limit(RLIMIT_CPU, setting.most_cpu_seconds);
+  limit(RLIMIT_STACK, setting.most_stack);
+  limit(RLIMIT_AS, setting.most_memory);
   const auto persona = static_cast<unsigned>(::personality(0xFFFFFFFF));
   constexpr unsigned FIXED = ADDR_NO_RANDOMIZE;
   ::personality(setting.random_addresses ? persona & ~FIXED : persona | FIXED);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,6 +25,8 @@ struct ProcessSetting {
   std::vector<std::pair<std::string, std::string>> environment = {};
   bool random_addresses = true;     ///< whether the system may lay out memory at random
   unsigned most_cpu_seconds = 300;  ///< a process that computes longer is ended by a signal
+  std::uint64_t most_stack = 0;     ///< bytes that the stack may take, unless it is 0
+  std::uint64_t most_memory = 0;    ///< bytes of addresses that the process may use, unless it is 0
   int signal = 0;                   ///< what to send to the process, unless it is 0
   std::chrono::steady_clock::duration signal_after{};  ///< and when
 };

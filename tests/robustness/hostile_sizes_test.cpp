@@ -1,0 +1,273 @@
+// Sizes that no honest file has. Every run gets a small stack, and a minute of the processor, which
+// is a hundred times what it needs: what takes the square of such sizes takes hours.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+#include "cli/run_process.h"
+#include "kessel/errors.h"
+#include "kessel/splitter.h"
+#include "splitter/small_inputs.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr ProcessSetting SMALL_STACK = {.most_cpu_seconds = 60, .most_stack = 256 << 10};
+
+class HostileSizes : public testing::Test {
+ protected:
+  HostileSizes() : in_("in.stp", std::ios::binary) {
+    std::string front = exchange_file(BOX_WITH_LID);
+    end_ = front.substr(front.find("ENDSEC;\nEND-"));
+    front.resize(front.size() - end_.size());
+    // The lid's solid is for the test to add.
+    const std::string SOLID = "#11=MANIFOLD_SOLID_BREP('',$);\n";
+    in_ << front.replace(front.find(SOLID), SOLID.size(), "");
+  }
+
+  void add(std::string_view text) { in_ << text; }
+  void add_many(int count, std::string_view text) {
+    for (; count > 0; --count) in_ << text;
+  }
+  void add_record(std::uint64_t number, std::string_view rest) {
+    in_ << '#' << number << '=' << rest << ";\n";
+  }
+  void close() {
+    in_ << end_;
+    in_.close();
+  }
+
+  /// Closes the input and splits it into box and lid, and looks at it in other ways.
+  void expect_splits() {
+    close();
+    for (const char* const style : {"nested", "classic"}) {
+      const ProcessRun run =
+          run_velkstep({"split", "--force", "--assemblies", style, "in.stp", "out"}, SMALL_STACK);
+      EXPECT_EQ(run.exit_code, 0) << style;
+      EXPECT_EQ(run.out, "out/#1_part.stp\nout/#4_part.stp\n");
+      EXPECT_EQ(run.errors, "");
+    }
+    EXPECT_EQ(run_velkstep({"tree", "in.stp"}, SMALL_STACK).exit_code, 0);
+    EXPECT_EQ(run_velkstep({"info", "in.stp"}, SMALL_STACK).exit_code, 0);
+  }
+
+  /// The exit code of the check, which reads the same file.
+  int check() { return run_velkstep({"check", "in.stp"}, SMALL_STACK).exit_code; }
+
+  /// The lid's records from its solid on, as they stand in its file.
+  std::string solid_of_lid() {
+    const std::string text = read_file("out/#4_part.stp");
+    const std::size_t solid = text.find("=MANIFOLD_SOLID_BREP(");
+    return solid == std::string::npos ? "" : text.substr(text.rfind('#', solid));
+  }
+
+  ScratchFolder folder_;
+
+ private:
+  std::ofstream in_;
+  std::string end_;
+};
+
+TEST_F(HostileSizes, LargestInstanceNumber) {
+  add_record(11, "MANIFOLD_SOLID_BREP('',#4294967295)");
+  add_record(4'294'967'295, "CLOSED_SHELL('',(#4294967294))");
+  add_record(4'294'967'294, "ADVANCED_FACE('',(),$,.T.)");
+  expect_splits();
+  EXPECT_EQ(solid_of_lid(),
+            "#8=MANIFOLD_SOLID_BREP('',#9);\n"
+            "#9=CLOSED_SHELL('',(#10));\n"
+            "#10=ADVANCED_FACE('',(),$,.T.);\n"
+            "ENDSEC;\nEND-ISO-10303-21;\n");
+  EXPECT_EQ(check(), 0);
+}
+
+TEST_F(HostileSizes, RecordOfOneGigabyte) {
+  constexpr std::uint64_t GIGABYTE = 1'000'000'000;
+  if (fs::space(".").available < 8 * GIGABYTE) GTEST_SKIP() << "the disk has too little room";
+  add("#11=MANIFOLD_SOLID_BREP('");
+  const std::string megabyte(1'000'000, 'x');
+  add_many(1000, megabyte);
+  add("',$);\n");
+  close();
+  Options options;
+  options.memory_limit = 100'000'000;
+  EXPECT_THROW(Kessel::Run("in.stp", "out", options), InputError);
+  EXPECT_FALSE(fs::exists("out"));
+  const ProcessRun run = run_velkstep({"split", "in.stp", "out"}, SMALL_STACK);
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.errors, "");
+  const std::uint64_t others = output_file("#4_part.stp", LID_RECORDS).size();
+  // The real time stamp is longer than "<time>".
+  EXPECT_EQ(fs::file_size("out/#4_part.stp"), GIGABYTE + others + 25 - 6);
+  EXPECT_LT(fs::file_size("out/#1_part.stp"), 4096u);
+}
+
+TEST_F(HostileSizes, TenMillionReferencesInOneRecord) {
+  add("#11=MANIFOLD_SOLID_BREP('',(#13");
+  const std::string many = [] {
+    std::string text;
+    for (int i = 0; i < 100'000; ++i) text += ",#13";
+    return text;
+  }();
+  add_many(100, many);
+  add("));\n");
+  add_record(13, "CARTESIAN_POINT('',(0.,0.,0.))");
+  expect_splits();
+  const std::string solid = solid_of_lid();
+  EXPECT_EQ(std::count(solid.begin(), solid.end(), '#'), 1 + 10'000'001 + 1);
+  EXPECT_EQ(check(), 0);
+}
+
+TEST_F(HostileSizes, TenMillionEmptyRecords) {
+  add_record(11, "MANIFOLD_SOLID_BREP('',$)");
+  for (std::uint64_t number = 1000; number < 10'001'000; ++number) add_record(number, "A()");
+  expect_splits();
+  EXPECT_EQ(check(), 0);
+}
+
+TEST_F(HostileSizes, TypeNameOf100Megabytes) {
+  add_record(11, "MANIFOLD_SOLID_BREP('',#13)");
+  add("#13=");
+  const std::string megabyte(1'000'000, 'X');
+  add_many(100, megabyte);
+  add("('');\n");
+  expect_splits();
+  EXPECT_GT(fs::file_size("out/#4_part.stp"), 100'000'000u);
+  EXPECT_LT(fs::file_size("out/#1_part.stp"), 4096u);
+  EXPECT_EQ(check(), 0);
+}
+
+TEST_F(HostileSizes, HundredThousandTypes) {
+  add_record(11, "MANIFOLD_SOLID_BREP('',#1000)");
+  for (std::uint64_t number = 1000; number < 101'000; ++number) {
+    const std::string type = "TYPE_" + std::to_string(number);
+    const std::string next = "#" + std::to_string(number + 1);
+    add_record(number,
+               number % 2 == 0 ? type + "(" + next + ")" : "(A()" + type + "('')Z(" + next + "))");
+  }
+  add_record(101'000, "LAST()");
+  expect_splits();
+  const std::string solid = solid_of_lid();
+  EXPECT_EQ(std::count(solid.begin(), solid.end(), '\n'), 100'002 + 2);
+  EXPECT_EQ(check(), 0);
+}
+
+TEST_F(HostileSizes, ParenthesesAMillionDeep) {
+  constexpr std::size_t DEPTH = 1'000'000;
+  add_record(11, "MANIFOLD_SOLID_BREP('',#13)");
+  const std::string open(DEPTH, '(');
+  const std::string close(DEPTH, ')');
+  add_record(13, "A(" + open + "#14" + close + ")");
+  add_record(14, "(" + open + "#13" + close + ")");
+  expect_splits();
+  const std::string solid = solid_of_lid();
+  EXPECT_NE(solid.find("#9=A(" + open + "#10" + close + ");\n"), std::string::npos);
+  EXPECT_NE(solid.find("#10=(" + open + "#9" + close + ");\n"), std::string::npos);
+}
+
+TEST_F(HostileSizes, ChainOfAMillionReferences) {
+  constexpr std::uint64_t END = 1'001'000;
+  add_record(11, "MANIFOLD_SOLID_BREP('',#1000)");
+  for (std::uint64_t number = 1000; number < END; ++number) {
+    add_record(number, "A(#" + std::to_string(number + 1) + ")");
+  }
+  add_record(END, "A()");
+  expect_splits();
+  EXPECT_NE(solid_of_lid().find("A(#1000009);\n"), std::string::npos);
+  EXPECT_EQ(check(), 0);
+}
+
+TEST_F(HostileSizes, ChainOfAMillionReferencesBackwards) {
+  constexpr std::uint64_t END = 1'001'000;
+  add_record(1000, "A()");
+  for (std::uint64_t number = 1001; number < END; ++number) {
+    add_record(number, "A(#" + std::to_string(number - 1) + ")");
+  }
+  add_record(11, "MANIFOLD_SOLID_BREP('',#1000999)");
+  expect_splits();
+  const std::string lid = read_file("out/#4_part.stp");
+  const std::string short_lid = output_file("#4_part.stp", LID_RECORDS);
+  EXPECT_EQ(std::count(lid.begin(), lid.end(), '\n'),
+            std::count(short_lid.begin(), short_lid.end(), '\n') + 1'000'000);
+  EXPECT_EQ(check(), 0);
+}
+
+TEST_F(HostileSizes, CircleOfAMillionReferences) {
+  constexpr std::uint64_t END = 1'001'000;
+  add_record(11, "MANIFOLD_SOLID_BREP('',#1000)");
+  for (std::uint64_t number = 1000; number < END; ++number) {
+    const std::uint64_t next = number + 1 == END ? 1000 : number + 1;
+    add_record(number, "A(#" + std::to_string(next) + ")");
+  }
+  expect_splits();
+  const std::string solid = solid_of_lid();
+  EXPECT_EQ(std::count(solid.begin(), solid.end(), '\n'), 1'000'001 + 2);
+  EXPECT_EQ(check(), 4);
+}
+
+TEST_F(HostileSizes, ProductNameOf10Megabytes) {
+  add_record(11, "MANIFOLD_SOLID_BREP('',$)");
+  const std::string name = "lid " + std::string(10'000'000, 'x');
+  add_record(4, "PRODUCT('" + name + "','','',())");
+  close();
+  const ProcessRun run =
+      run_velkstep({"split", "--names", "product", "in.stp", "out"}, SMALL_STACK);
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.out, "out/box.stp\nout/" + name.substr(0, 139) + ".stp\n");
+}
+
+/// Assemblies in each other, `count` levels of them below the box.
+class DeepAssembly : public HostileSizes {
+ protected:
+  void add_levels(std::uint64_t count) {
+    add_record(11, "MANIFOLD_SOLID_BREP('',$)");
+    add_record(20, "NEXT_ASSEMBLY_USAGE_OCCURRENCE('2','','',#3,#1002,$)");
+    for (std::uint64_t level = 0; level < count; ++level) {
+      const std::uint64_t first = 1000 + 4 * level;
+      const auto reference = [](std::uint64_t number) { return "#" + std::to_string(number); };
+      add_record(first, "PRODUCT('level','','',())");
+      add_record(first + 1, "PRODUCT_DEFINITION_FORMATION('',''," + reference(first) + ")");
+      add_record(first + 2, "PRODUCT_DEFINITION('',''," + reference(first + 1) + ",$)");
+      if (level + 1 == count) break;
+      add_record(first + 3, "NEXT_ASSEMBLY_USAGE_OCCURRENCE('1','',''," + reference(first + 2) +
+                                "," + reference(first + 6) + ",$)");
+    }
+    close();
+  }
+};
+
+TEST_F(DeepAssembly, OfTwentyThousandLevelsIsSplit) {
+  add_levels(20'000);
+  for (const char* const style : {"classic", "lean", "nested"}) {
+    const ProcessRun run =
+        run_velkstep({"split", "--quiet", "--assemblies", style, "in.stp", style}, SMALL_STACK);
+    EXPECT_EQ(run.exit_code, 0) << style;
+    EXPECT_EQ(run.errors, "");
+    const auto files = std::distance(fs::directory_iterator(style), fs::directory_iterator());
+    EXPECT_EQ(files, 20'000 + 2 + 1) << "levels, box and lid, and the root's name";
+  }
+}
+
+TEST_F(DeepAssembly, OfAMillionLevelsIsRead) {
+  add_levels(1'000'000);
+  EXPECT_EQ(check(), 0);
+  const ProcessRun info = run_velkstep({"info", "in.stp"}, SMALL_STACK);
+  EXPECT_EQ(info.exit_code, 0);
+  EXPECT_NE(info.out.find("1,000,001"), std::string::npos) << info.out;
+  EXPECT_EQ(run_velkstep(
+                {"tree", "--json", "in.stp"},
+                {.standard_output = "tree.json", .most_cpu_seconds = 60, .most_stack = 256 << 10})
+                .exit_code,
+            0);
+}
+
+}  // namespace
+}  // namespace Kessel::test

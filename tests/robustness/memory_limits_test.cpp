@@ -1,0 +1,100 @@
+// Less memory than a command wants: it fails with one line, and leaves what was there.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "cli/run_process.h"
+#include "splitter/small_inputs.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::uint64_t MEGABYTE = 1 << 20;
+
+/// An input for which a command asks for memory in many places: many records, and long ones.
+std::string demanding_input() {
+  std::string records(BOX_WITH_LID);
+  for (int number = 1000; number < 200'000; ++number) {
+    records += "#" + std::to_string(number) + "=CARTESIAN_POINT('',(0.,0.,0.));\n";
+  }
+  records += "#200000=LONG(#1000";
+  for (int i = 0; i < 1'000'000; ++i) records += ",#1001";
+  return exchange_file(records + ");\n");
+}
+
+/// The least memory, to a megabyte, with which the program can say its version.
+std::uint64_t least_memory() {
+  for (std::uint64_t memory = MEGABYTE;; memory += MEGABYTE) {
+    if (run_velkstep({"--version"}, {.most_memory = memory}).exit_code == 0) return memory;
+  }
+}
+
+class MemoryLimits : public testing::Test {
+ protected:
+  MemoryLimits() { folder_.write("in.stp", demanding_input()); }
+
+  /// Runs a command with ever more memory until it succeeds; until then it must fail with one line.
+  /// Calls `look` after each failure.
+  template <class Look>
+  static void expect_clean_failures(const std::vector<std::string>& arguments, Look look) {
+    const std::uint64_t least = least_memory();
+    int failures = 0;
+    for (std::uint64_t memory = least;; memory += MEGABYTE) {
+      ASSERT_LT(memory, least + 300 * MEGABYTE) << "there is no end to it";
+      const ProcessRun run = run_velkstep(arguments, {.most_memory = memory});
+      if (run.exit_code == 0) break;
+      ++failures;
+      ASSERT_EQ(run.exit_code, 1) << memory << ": " << run.errors;
+      ASSERT_EQ(run.out, "");
+      ASSERT_THAT(run.errors, testing::AnyOf("velkstep: in.stp: not enough memory\n",
+                                             "velkstep: not enough memory\n"));
+      look();
+    }
+    EXPECT_GE(failures, 5) << "the input asks for too little";
+  }
+
+  ScratchFolder folder_;
+};
+
+TEST_F(MemoryLimits, SplitLeavesNothing) {
+  const std::vector<std::vector<std::string>> commands = {
+      {"split", "in.stp", "out"},
+      {"split", "--json", "in.stp", "a/b/out"},
+      {"report", "in.stp", "report/out"},
+  };
+  for (const std::vector<std::string>& command : commands) {
+    SCOPED_TRACE(command.back());
+    for (const auto& entry : fs::directory_iterator(".")) {
+      if (entry.path() != "./in.stp") fs::remove_all(entry);
+    }
+    expect_clean_failures(command, [] {
+      for (const auto& entry : fs::directory_iterator(".")) EXPECT_EQ(entry.path(), "./in.stp");
+    });
+    EXPECT_TRUE(fs::exists(fs::path(command.back()) / "#1_part.stp"));
+  }
+}
+
+TEST_F(MemoryLimits, ForcedSplitLeavesWhatWasThere) {
+  ASSERT_EQ(run_velkstep({"split", "in.stp", "out"}).exit_code, 0);
+  folder_.write("out/#1_part.stp", "precious");
+  expect_clean_failures({"split", "--force", "in.stp", "out"},
+                        [] { EXPECT_EQ(read_file("out/#1_part.stp"), "precious"); });
+  EXPECT_NE(read_file("out/#1_part.stp"), "precious");
+}
+
+TEST_F(MemoryLimits, OtherCommandsSayIt) {
+  for (const char* const command : {"check", "tree", "info"}) {
+    SCOPED_TRACE(command);
+    expect_clean_failures({command, "in.stp"}, [] {});
+  }
+}
+
+}  // namespace
+}  // namespace Kessel::test
