@@ -5,6 +5,7 @@
 #   browser  the browser and its driver's language, for tests of the report page
 #   interop  the open CAD kernel that reads splits back in tests
 #   lint     the formatter and the checker of the sources
+#   fuzz     the compiler with the fuzzing engine
 set -eu
 
 packages=
@@ -17,6 +18,7 @@ for group in "$@"; do
     interop) packages="$packages libocct-data-exchange-dev" ;;
     browser) packages="$packages chromium fonts-dejavu-core python3" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
+    fuzz) packages="$packages clang-14 libclang-rt-14-dev" ;;
     *) echo "unknown group: $group" >&2; exit 2 ;;
   esac
 done
