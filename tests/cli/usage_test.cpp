@@ -47,6 +47,9 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
                 "  info                        Show what the header of each IN says, and count "
                 "what it holds");
     expect_line(run.out, "  check                       Say what is wrong or unusual in IN");
+    expect_line(
+        run.out,
+        "  verify                      Check the files that IN was split into under OUTDIR");
     EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
   }
 }
@@ -85,6 +88,7 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
       {{"split", "in.stp"}, "OUTDIR is required"},
       {{"check"}, "IN is required"},
       {{"check", "in.stp", "out"}, "The following argument was not expected: out"},
+      {{"verify", "in.stp"}, "OUTDIR is required"},
       {{"split", "in.stp", "out", "more"}, "The following argument was not expected: more"},
       {{"split", "--fast", "in.stp", "out"}, "The following argument was not expected: --fast"},
   };
