@@ -40,7 +40,7 @@ void take_from_child(Slots slots, Entity& record, std::uint16_t n, KindFilter fi
   const auto references = record.references();
   if (n >= references.size()) {
     messages() << "Got an out of range in 'propagate_from_child' while fetching child nb " << n
-              << '\n';
+               << '\n';
     return;
   }
   adopt_parts(slot_at(slots, references[n]), &record, filter);
