@@ -9,8 +9,9 @@
 namespace Kessel {
 
 namespace {
-/// What is read at once.
-constexpr std::uint64_t WINDOW = std::uint64_t{32} * 1024;
+/// What is read at once: enough for some records that follow each other, and not too much where a
+/// part's records stand far apart.
+constexpr std::uint64_t WINDOW = std::uint64_t{8} * 1024;
 }  // namespace
 
 RecordTexts::RecordTexts(const std::filesystem::path& in)
