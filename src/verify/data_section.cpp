@@ -17,6 +17,15 @@ std::size_t skip_spaces(std::string_view text, std::size_t at) {
   return at;
 }
 
+std::size_t skip_spaces_and_comments(std::string_view text, std::size_t at) {
+  for (;;) {
+    at = skip_spaces(text, at);
+    const std::size_t end = text.substr(at).starts_with("/*") ? text.find("*/", at + 2) : NONE;
+    if (end == NONE) return at;
+    at = end + 2;
+  }
+}
+
 /// Checks what stands behind the data, at `at`.
 void check_end(std::string_view text, std::size_t at, std::string_view end_line,
                FileReport& report) {
@@ -39,7 +48,7 @@ std::vector<WrittenRecord> cut_data(std::string_view text, std::size_t begin,
                                     std::string_view end_line, FileReport& report) {
   std::vector<WrittenRecord> records;
   for (std::size_t at = begin;;) {
-    at = skip_spaces(text, at);
+    at = skip_spaces_and_comments(text, at);
     const std::size_t end = text.find(';', at);
     if (end == NONE) {
       report.add_at(at, unfinished_file,

@@ -145,7 +145,8 @@ TEST_F(Damage, StrayText) {
 }
 
 TEST_F(Damage, WhiteSpaceAndCommentsBetweenWordsAreNone) {
-  replace(LID, "#8=MANIFOLD_SOLID_BREP('',$);\n", "  #8 =\r\nMANIFOLD_SOLID_BREP/* ( */('',\t$) ;");
+  replace(LID, "#8=MANIFOLD_SOLID_BREP('',$);\n",
+          "/* the; */ /**/ #8 =\r\nMANIFOLD_SOLID_BREP/* ( */('',\t$) ;");
   EXPECT_THAT(found(), IsEmpty());
 }
 

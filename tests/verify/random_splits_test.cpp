@@ -55,8 +55,9 @@ bool splits(const Options& options) {
 
 /// Whether the input has something that a run is known to spoil or to repeat in its files.
 bool is_spoilt_by_a_run(const std::vector<Finding>& findings) {
-  constexpr std::array KINDS = {comment_is_read, cut_record,        joined_record,
-                                repeated_number, record_after_text, malformed_reference};
+  constexpr std::array KINDS = {comment_is_read,     cut_record,          header_is_read_as_data,
+                                joined_record,       malformed_reference, record_after_text,
+                                record_without_type, repeated_number};
   return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
     return std::find(KINDS.begin(), KINDS.end(), finding.kind) != KINDS.end();
   });
