@@ -94,12 +94,11 @@ KESSEL_EXPORT std::string_view name_of(FindingKind kind);
 struct Finding {
   FindingKind kind = FindingKind::unreadable;
   Severity severity = Severity::error;
-  std::string sentence;      ///< plain English, ASCII
-  std::uint64_t offset = 0;  ///< bytes from the beginning of the file
-  std::uint64_t line = 0;    ///< line of `offset`, from 1; 0 for a finding on the whole file
-  std::uint32_t instance =
-      0;                    ///< the instance number concerned, in the file; 0 where there is none
-  std::uint64_t count = 1;  ///< how many findings of the kind this one stands for
+  std::string sentence;        ///< plain English, ASCII
+  std::uint64_t offset = 0;    ///< bytes from the beginning of the file
+  std::uint64_t line = 0;      ///< line of `offset`, from 1; 0 for a finding on the whole file
+  std::uint32_t instance = 0;  ///< instance number in that file; 0 where none is concerned
+  std::uint64_t count = 1;     ///< how many findings of the kind this one stands for
   /// The file of a split that it is about, its name in the output folder, UTF-8; "." for the folder
   /// itself. Empty for the input.
   std::string file = {};
