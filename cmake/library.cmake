@@ -56,6 +56,17 @@ add_library(kessel_objects OBJECT
   src/structure/reachability.cpp
   src/structure/roots.cpp
   src/structure/type_names.cpp
+  src/verify/data_section.cpp
+  src/verify/expected_record.cpp
+  src/verify/file_check.cpp
+  src/verify/folder.cpp
+  src/verify/header_check.cpp
+  src/verify/placed_input.cpp
+  src/verify/record_texts.cpp
+  src/verify/reference_block.cpp
+  src/verify/string_value.cpp
+  src/verify/tokens.cpp
+  src/verify/verify.cpp
   src/writer/external_reference.cpp
   src/writer/frame.cpp
   src/writer/gathered_output.cpp

@@ -1,16 +1,15 @@
 // velkstep check IN
 #include "check_command.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "exit_codes.h"
+#include "findings.h"
 #include "json_line.h"
 #include "kessel/check.h"
-#include "terminal.h"
 #include "with_input.h"
 
 namespace Velkstep {
@@ -18,49 +17,22 @@ namespace Velkstep {
 namespace {
 
 using Kessel::Finding;
-using Kessel::Severity;
 
 struct CheckArguments {
   std::string in;
   bool json = false;
 };
 
-const char* to_text(Severity severity) {
-  return severity == Severity::error ? "error" : "warning";
-}
-
 /// As compilers do: the file, the line where there is one, how bad it is, what it is.
 std::string check_text(const std::string& in, const std::vector<Finding>& findings) {
   std::string text;
-  for (const Finding& finding : findings) {
-    text += printable(shown_name(in)) + ':';
-    if (finding.line != 0) text += std::to_string(finding.line) + ':';
-    text += std::string(" ") + to_text(finding.severity) + ": " + finding.sentence + '\n';
-  }
+  for (const Finding& finding : findings) text += finding_text(shown_name(in), finding);
   return text;
-}
-
-Json to_json(const Finding& finding) {
-  Json json = {
-      {"kind", Kessel::name_of(finding.kind)},
-      {"severity", to_text(finding.severity)},
-      {"sentence", finding.sentence},
-      {"offset", nullptr},
-      {"line", nullptr},
-      {"instance", nullptr},
-      {"count", finding.count},
-  };
-  if (finding.line != 0) {
-    json["offset"] = finding.offset;
-    json["line"] = finding.line;
-  }
-  if (finding.instance != 0) json["instance"] = finding.instance;
-  return json;
 }
 
 std::string check_json(const std::string& in, const std::vector<Finding>& findings) {
   Json json = {{"format", JSON_FORMAT}, {"input", in}, {"findings", Json::array()}};
-  for (const Finding& finding : findings) json["findings"].push_back(to_json(finding));
+  for (const Finding& finding : findings) json["findings"].push_back(finding_json(finding));
   return json_line(json);
 }
 
@@ -69,11 +41,7 @@ int check(const CheckArguments& arguments, const std::filesystem::path& path) {
   const int printed = print(arguments.json ? check_json(arguments.in, findings)
                                            : check_text(arguments.in, findings));
   if (printed != EXIT_DONE) return printed;
-  const bool errors = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
-    return finding.severity == Severity::error;
-  });
-  if (errors) return EXIT_FAILED;
-  return findings.empty() ? EXIT_DONE : EXIT_WARNINGS;
+  return exit_code_of(findings);
 }
 
 /// A file that cannot be opened is a finding, so that only standard input is looked at first.

@@ -6,6 +6,7 @@
 #include "report_command.h"
 #include "split_command.h"
 #include "tree_command.h"
+#include "verify_command.h"
 
 namespace Velkstep {
 
@@ -19,6 +20,7 @@ void add_commands(CLI::App& app, Action& action) {
 
   add_split_command(app, action);
   add_check_command(app, action);
+  add_verify_command(app, action);
   add_tree_command(app, action);
   add_info_command(app, action);
   add_report_command(app, action);

@@ -19,6 +19,6 @@ inline constexpr const char* EXIT_CODES =
     "  1  failed; one line on standard error says why\n"
     "  2  wrong usage\n"
     "  3  nothing to split: the file holds one part or none\n"
-    "  4  check: warnings, but no errors";
+    "  4  check, verify: warnings, but no errors";
 
 }  // namespace Velkstep

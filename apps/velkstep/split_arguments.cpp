@@ -32,14 +32,18 @@ void add_names_option(CLI::App* command, Kessel::NameStyle& names) {
              "product's name, in ASCII (product) or as it is (product-unicode)");
 }
 
+void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies) {
+  add_choice(command, "--assemblies", assemblies, ASSEMBLY_STYLES,
+             "What an assembly's file holds: the whole structure below it (classic), that without "
+             "its components' geometry (lean), or what it takes to open by itself (nested)");
+}
+
 void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
   command->add_option("IN", arguments.in, "The exchange file to split; - reads standard input")
       ->required();
   command->add_option("OUTDIR", arguments.outdir, "The folder for the files; created as needed")
       ->required();
-  add_choice(command, "--assemblies", arguments.options.assemblies, ASSEMBLY_STYLES,
-             "What an assembly's file holds: the whole structure below it (classic), that without "
-             "its components' geometry (lean), or what it takes to open by itself (nested)");
+  add_assemblies_option(command, arguments.options.assemblies);
   add_names_option(command, arguments.options.names);
   command->add_flag("--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");

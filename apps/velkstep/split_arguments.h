@@ -22,6 +22,9 @@ struct SplitArguments {
 /// Adds IN, OUTDIR and the options that say how to split. `arguments` must outlive the parsing.
 void add_split_arguments(CLI::App* command, SplitArguments& arguments);
 
+/// Adds `--assemblies`, for commands that must know how a split was made.
+void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies);
+
 /// Adds `--names`, for commands that name files as a split would.
 void add_names_option(CLI::App* command, Kessel::NameStyle& names);
 

@@ -93,6 +93,7 @@ class KESSEL_EXPORT File {
   friend class RecordLoader;    // reader: fills the store
   friend class CheckedRun;      // splitter: drives the passes
   friend class InspectedFile;   // inspection: reads and finds the structure, and no more
+  friend class PlacedInput;     // verify: all but the writing
   friend struct FileInternals;  // tests reach the passes through it
 
   // reader

@@ -1,4 +1,4 @@
-// What is wrong or unusual in an input file, where, and how bad it is.
+// What is wrong or unusual in an input file or a finished split, where, and how bad it is.
 #pragma once
 
 #include <cstdint>
@@ -63,6 +63,28 @@ enum class FindingKind {
   no_part,            ///< nothing to split
   one_part,           ///< nothing to split
   no_root,            ///< no part at the top: every part is a component of another
+
+  // files of a finished split; only `verify` finds these
+  missing_file,          ///< a file that belongs to the split is not there
+  not_a_file,            ///< a link, folder, pipe or device in place of a file
+  oversized_file,        ///< more bytes than any file of this split has; not read
+  wrong_header,          ///< the lines in front of the data are not the input's
+  unfinished_file,       ///< the data or the file has no end
+  text_behind_end,       ///< something stands behind the last line
+  stray_text,            ///< something in the data that is no record
+  missing_record,        ///< a record of the input that belongs into the file
+  repeated_record,       ///< a second record under the same number
+  foreign_record,        ///< a record that nothing places in the file
+  malformed_record,      ///< not written as a record is; a warning where the input's is not either
+  changed_record,        ///< says something else than the input's record
+  wrong_reference,       ///< refers to another record than the input's
+  unresolved_reference,  ///< refers to a number that no record of the file has
+  missing_reference_block,  ///< a component's file is not referred to, or not with all records
+  wrong_reference_block,    ///< names another file, or points at other records
+  missing_target,           ///< the file that a reference block names is not there
+  missing_root_list,        ///< no "roots.txt"; the library writes it into the working directory
+  wrong_root_list,          ///< "roots.txt" does not hold the name of the root's file
+  foreign_file,             ///< an exchange file that does not belong to the split
 };
 
 /// The kind's name as it stands in FindingKind, for machines to read.
@@ -75,8 +97,11 @@ struct Finding {
   std::string sentence;        ///< plain English, ASCII
   std::uint64_t offset = 0;    ///< bytes from the beginning of the file
   std::uint64_t line = 0;      ///< line of `offset`, from 1; 0 for a finding on the whole file
-  std::uint32_t instance = 0;  ///< the instance number concerned; 0 where there is none
+  std::uint32_t instance = 0;  ///< instance number in that file; 0 where none is concerned
   std::uint64_t count = 1;     ///< how many findings of the kind this one stands for
+  /// The file of a split that it is about, its name in the output folder, UTF-8; "." for the folder
+  /// itself. Empty for the input.
+  std::string file = {};
 };
 
 }  // namespace Kessel

@@ -2,10 +2,10 @@
 #include "association/rules.h"
 
 #include <algorithm>
-#include <iostream>
 #include <utility>
 #include <vector>
 
+#include "model/messages.h"
 #include "model/slots.h"
 #include "structure/leaf.h"
 
@@ -39,8 +39,8 @@ void spread(const File& file, const Entity& record, KindFilter filter) {
 void take_from_child(Slots slots, Entity& record, std::uint16_t n, KindFilter filter) {
   const auto references = record.references();
   if (n >= references.size()) {
-    std::cerr << "Got an out of range in 'propagate_from_child' while fetching child nb " << n
-              << '\n';
+    messages() << "Got an out of range in 'propagate_from_child' while fetching child nb " << n
+               << '\n';
     return;
   }
   adopt_parts(slot_at(slots, references[n]), &record, filter);

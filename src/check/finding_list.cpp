@@ -2,6 +2,7 @@
 #include "check/finding_list.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "model/finding_kinds.h"
@@ -12,30 +13,43 @@ void FindingList::add(FindingKind kind, Place place, std::uint32_t instance, std
   add(make_finding(kind, std::move(sentence), place.offset, place.line, instance));
 }
 
+void FindingList::begin_file(std::string file) {
+  ++files_;
+  file_ = std::move(file);
+}
+
 void FindingList::add(Finding finding) {
   OfAKind& same = kinds_[finding.kind];
   ++same.count;
+  if (same.count > MOST_OF_A_KIND + 1) return;
+  finding.file = file_;
   if (same.count <= MOST_OF_A_KIND) {
-    kept_.push_back(std::move(finding));
-  } else if (same.count == MOST_OF_A_KIND + 1) {
-    same.first_beyond = std::move(finding);
+    kept_.push_back({files_, std::move(finding)});
+  } else {
+    same.first_beyond = {files_, std::move(finding)};
   }
 }
 
 std::vector<Finding> FindingList::take() {
   for (auto& [kind, same] : kinds_) {
     if (same.count <= MOST_OF_A_KIND) continue;
-    Finding& more = same.first_beyond;
+    Finding& more = same.first_beyond.finding;
     more.count = same.count - MOST_OF_A_KIND;
     more.sentence = "And " + with_commas(more.count) + " more like the " +
                     std::to_string(MOST_OF_A_KIND) + " that are listed: " + more.sentence;
-    kept_.push_back(std::move(more));
+    kept_.push_back(std::move(same.first_beyond));
   }
   kinds_.clear();
-  std::stable_sort(kept_.begin(), kept_.end(), [](const Finding& left, const Finding& right) {
-    return std::pair(left.line != 0, left.offset) < std::pair(right.line != 0, right.offset);
-  });
-  return std::exchange(kept_, {});
+  const auto place = [](const Kept& kept) {
+    return std::tuple(kept.file, kept.finding.line != 0, kept.finding.offset);
+  };
+  std::stable_sort(kept_.begin(), kept_.end(),
+                   [&](const Kept& left, const Kept& right) { return place(left) < place(right); });
+  std::vector<Finding> findings;
+  findings.reserve(kept_.size());
+  for (Kept& kept : kept_) findings.push_back(std::move(kept.finding));
+  kept_.clear();
+  return findings;
 }
 
 std::string with_commas(std::uint64_t number) {

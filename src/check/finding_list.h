@@ -17,20 +17,30 @@ class FindingList {
   /// How many findings of one kind are kept.
   static constexpr std::uint64_t MOST_OF_A_KIND = 20;
 
+  /// Says which file the findings that follow are about; the input, until it is called. Findings on
+  /// one file follow those on the files before it.
+  void begin_file(std::string file);
+
   /// Adds a finding of the kind's usual severity.
   void add(FindingKind kind, Place place, std::uint32_t instance, std::string sentence);
   void add(Finding finding);
 
-  /// All that was kept, by ascending offset, and where some were not, one more that counts them.
-  /// Empties the list.
+  /// All that was kept, in each file by ascending offset, and where some were not, one more that
+  /// counts them. Empties the list.
   std::vector<Finding> take();
 
  private:
+  struct Kept {
+    std::size_t file;  // how many files were begun
+    Finding finding;
+  };
   struct OfAKind {
     std::uint64_t count = 0;
-    Finding first_beyond;  // The first that was not kept.
+    Kept first_beyond;  // The first that was not kept.
   };
-  std::vector<Finding> kept_;
+  std::size_t files_ = 0;
+  std::string file_;
+  std::vector<Kept> kept_;
   std::map<FindingKind, OfAKind> kinds_;
 };
 

@@ -10,23 +10,12 @@
 #include "model/messages.h"
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"
+#include "structure/names_of_their_own.h"
 #include "structure/part_records.h"
 
 namespace Kessel {
 
 namespace {
-
-/// Gives file names that are not counted among those of a run, however the naming ends.
-class NamesOfTheirOwn {
- public:
-  NamesOfTheirOwn() { Part::_filenames.swap(before_); }
-  NamesOfTheirOwn(const NamesOfTheirOwn&) = delete;
-  NamesOfTheirOwn& operator=(const NamesOfTheirOwn&) = delete;
-  ~NamesOfTheirOwn() { Part::_filenames.swap(before_); }
-
- private:
-  std::map<std::filesystem::path, std::uint32_t> before_;
-};
 
 /// A record up to the end of its first string.
 std::string_view up_to_first_string(std::string_view record) {

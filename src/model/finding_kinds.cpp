@@ -59,6 +59,26 @@ constexpr Row KINDS[] = {
     {no_part, "no_part", warning},
     {one_part, "one_part", warning},
     {no_root, "no_root", error},
+    {missing_file, "missing_file", error},
+    {not_a_file, "not_a_file", error},
+    {oversized_file, "oversized_file", error},
+    {wrong_header, "wrong_header", error},
+    {unfinished_file, "unfinished_file", error},
+    {text_behind_end, "text_behind_end", error},
+    {stray_text, "stray_text", error},
+    {missing_record, "missing_record", error},
+    {repeated_record, "repeated_record", error},
+    {foreign_record, "foreign_record", error},
+    {malformed_record, "malformed_record", error},
+    {changed_record, "changed_record", error},
+    {wrong_reference, "wrong_reference", error},
+    {unresolved_reference, "unresolved_reference", error},
+    {missing_reference_block, "missing_reference_block", error},
+    {wrong_reference_block, "wrong_reference_block", error},
+    {missing_target, "missing_target", error},
+    {missing_root_list, "missing_root_list", warning},
+    {wrong_root_list, "wrong_root_list", error},
+    {foreign_file, "foreign_file", warning},
 };
 
 constexpr const Row& row_of(FindingKind kind) {
@@ -69,7 +89,7 @@ constexpr bool rows_are_in_order() {
   for (std::size_t i = 0; i < std::size(KINDS); ++i) {
     if (KINDS[i].kind != static_cast<FindingKind>(i)) return false;
   }
-  return KINDS[std::size(KINDS) - 1].kind == no_root;
+  return KINDS[std::size(KINDS) - 1].kind == foreign_file;
 }
 static_assert(rows_are_in_order());
 

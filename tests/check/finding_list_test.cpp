@@ -57,6 +57,31 @@ TEST(FindingList, KeepsTwentyOfAKindAndCountsTheOthers) {
   EXPECT_EQ(taken_from(list), expected);
 }
 
+TEST(FindingList, GoesFileByFileAfterTheInput) {
+  FindingList list;
+  list.add(no_part, {10, 2}, 0, "input");
+  list.begin_file("z");
+  list.add(repeated_record, {50, 3}, 7, "b");
+  list.add(missing_record, {}, 8, "a");
+  list.begin_file("a");
+  list.add(repeated_record, {10, 2}, 7, "c");
+  Lines lines;
+  for (const Finding& finding : list.take()) lines.push_back(finding.file + ":" + finding.sentence);
+  EXPECT_EQ(lines, (Lines{":input", "z:a", "z:b", "a:c"}));
+}
+
+TEST(FindingList, CountsOfAKindOverAllFiles) {
+  FindingList list;
+  for (std::uint32_t i = 0; i < 25; ++i) {
+    list.begin_file(std::to_string(i));
+    list.add(missing_file, {}, 0, "gone");
+  }
+  const std::vector<Finding> findings = list.take();
+  ASSERT_EQ(findings.size(), 21u);
+  EXPECT_EQ(findings[20].file, "20");
+  EXPECT_EQ(findings[20].count, 5u);
+}
+
 TEST(FindingList, NumbersHaveCommasBetweenThousands) {
   EXPECT_EQ(with_commas(0), "0");
   EXPECT_EQ(with_commas(999), "999");
@@ -67,7 +92,7 @@ TEST(FindingList, NumbersHaveCommasBetweenThousands) {
 TEST(FindingKinds, EachHasANameOfItsOwn) {
   std::set<std::string_view> names;
   std::size_t count = 0;
-  for (auto kind = unreadable; kind <= no_root;
+  for (auto kind = unreadable; kind <= foreign_file;
        kind = static_cast<FindingKind>(static_cast<int>(kind) + 1)) {
     names.insert(name_of(kind));
     ++count;

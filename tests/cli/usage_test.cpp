@@ -24,7 +24,7 @@ const std::string EXIT_CODES =
     "  1  failed; one line on standard error says why\n"
     "  2  wrong usage\n"
     "  3  nothing to split: the file holds one part or none\n"
-    "  4  check: warnings, but no errors\n";
+    "  4  check, verify: warnings, but no errors\n";
 
 /// Expects that `text` has `line` as one of its lines.
 void expect_line(const std::string& text, const std::string& line) {
@@ -47,6 +47,9 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
                 "  info                        Show what the header of each IN says, and count "
                 "what it holds");
     expect_line(run.out, "  check                       Say what is wrong or unusual in IN");
+    expect_line(
+        run.out,
+        "  verify                      Check the files that IN was split into under OUTDIR");
     EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
   }
 }
@@ -85,6 +88,7 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
       {{"split", "in.stp"}, "OUTDIR is required"},
       {{"check"}, "IN is required"},
       {{"check", "in.stp", "out"}, "The following argument was not expected: out"},
+      {{"verify", "in.stp"}, "OUTDIR is required"},
       {{"split", "in.stp", "out", "more"}, "The following argument was not expected: more"},
       {{"split", "--fast", "in.stp", "out"}, "The following argument was not expected: --fast"},
   };

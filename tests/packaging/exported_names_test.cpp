@@ -80,6 +80,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::read_summary(std::filesystem::path const&)",
     "Kessel::split(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::Options const&)",
+    "Kessel::verify(std::filesystem::path const&, std::filesystem::path const&, "
+    "Kessel::Options const&)",
 
     "Kessel::Entity::Entity()",
     "Kessel::Entity::Entity(Kessel::Entity&&)",

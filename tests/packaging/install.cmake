@@ -23,7 +23,8 @@ set(expected
   kessel/part.h
   kessel/reference_list.h
   kessel/splitter.h
-  kessel/summary.h)
+  kessel/summary.h
+  kessel/verify.h)
 if(NOT C_INTERFACE)
   list(REMOVE_ITEM expected kessel/kessel.h)
 endif()
