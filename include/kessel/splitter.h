@@ -37,7 +37,7 @@ KESSEL_EXPORT std::vector<std::filesystem::path> Run(const std::filesystem::path
 struct WrittenFile {
   std::filesystem::path path;  ///< as `Run` returns it
   std::uint32_t part = 0;      ///< number of the part's record in the input; 0 for a generated root
-  std::uint32_t records = 0;   ///< instances in the file, which are numbered from 1 to this
+  std::uint32_t records = 0;   ///< instances in the file
   std::uint64_t bytes = 0;     ///< the file's size
 };
 

@@ -22,6 +22,12 @@ void for_each_file(const File& file, const std::filesystem::path& outdir, Add ad
   }
 }
 
+/// Instances in the part's file. A generated root takes a number in it, but no record has that.
+std::uint32_t instances(const Part& part, std::uint32_t record) {
+  const bool is_numbered = part.part_numbers.contains(const_cast<Part*>(&part));
+  return part.last_instance_number - (record == 0 && is_numbered ? 1 : 0);
+}
+
 /// Adds to `list`, the root's in front.
 template <class T>
 void add_in_order(std::vector<T>& list, const File& file, const Part& part, T element) {
@@ -45,9 +51,10 @@ std::vector<WrittenFile> described_files(const File& file, const std::filesystem
   for_each_file(file, outdir, [&](const Part& part, std::filesystem::path path) {
     std::error_code unknown;
     const std::uintmax_t bytes = std::filesystem::file_size(path, unknown);
-    add_in_order(written, file, part,
-                 WrittenFile{std::move(path), records[part.list_position],
-                             part.last_instance_number, unknown ? 0 : bytes});
+    const std::uint32_t record = records[part.list_position];
+    add_in_order(
+        written, file, part,
+        WrittenFile{std::move(path), record, instances(part, record), unknown ? 0 : bytes});
   });
   return written;
 }

@@ -1,9 +1,11 @@
 // What a host is told while a run goes on, and how it cancels one.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kessel/part.h"
@@ -118,20 +120,31 @@ TEST(Split, SaysWhatIsInEachFile) {
 }
 
 TEST(Split, GeneratedRootStandsForNoRecord) {
-  const ScratchFolder folder;
-  const auto files =
-      split(folder.write("in.stp", exchange_file("#1=PRODUCT('box','box','',());\n"
-                                                 "#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
-                                                 "#3=PRODUCT_DEFINITION('d','',#2,$);\n"
-                                                 "#4=PRODUCT('lid','lid','',());\n"
-                                                 "#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
-                                                 "#6=PRODUCT_DEFINITION('d','',#5,$);\n")),
-            "out");
-  ASSERT_EQ(files.size(), 3u);
-  EXPECT_EQ(files[0].path, "out/Root.stp");
-  EXPECT_EQ(files[0].part, 0u);
-  EXPECT_EQ(files[1].part, 3u);
-  EXPECT_EQ(files[2].part, 6u);
+  constexpr std::string_view TWO_TOPS =
+      "#1=PRODUCT('box','box','',());\n"
+      "#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
+      "#3=PRODUCT_DEFINITION('d','',#2,$);\n"
+      "#4=PRODUCT('lid','lid','',());\n"
+      "#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
+      "#6=PRODUCT_DEFINITION('d','',#5,$);\n";
+  for (const AssemblyStyle style :
+       {AssemblyStyle::classic, AssemblyStyle::lean, AssemblyStyle::nested}) {
+    SCOPED_TRACE(static_cast<int>(style));
+    const ScratchFolder folder;
+    Options options;
+    options.assemblies = style;
+    const auto files = split(folder.write("in.stp", exchange_file(TWO_TOPS)), "out", options);
+    ASSERT_EQ(files.size(), 3u);
+    EXPECT_EQ(files[0].path, "out/Root.stp");
+    EXPECT_EQ(files[0].part, 0u);
+    EXPECT_EQ(files[1].part, 3u);
+    EXPECT_EQ(files[2].part, 6u);
+    for (const WrittenFile& file : files) {
+      std::string text = read_file(file.path);
+      text.erase(0, text.find("\nDATA;\n"));
+      EXPECT_EQ(file.records, std::count(text.begin(), text.end(), '=')) << file.path;
+    }
+  }
 }
 
 TEST(Split, NothingToSplitIsAnEmptyList) {
