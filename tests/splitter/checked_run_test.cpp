@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <functional>
@@ -228,6 +229,32 @@ TEST_F(CheckedRunTest, InputThatTheRunItselfWritesToIsRefused) {
   }
 }
 
+TEST_F(CheckedRunTest, InputThatOthersChangeBetweenItsReadingsIsRefused) {
+  const std::string text = exchange_file(BOX_WITH_LID);
+  std::string other = text;
+  other.replace(other.find("'lid'"), 5, "'hat'");
+  const std::vector<std::string> changed = {
+      "",    text.substr(0, text.size() / 2), text.substr(0, text.size() - 1), text + "#99=LATE();",
+      other,
+  };
+  for (const std::string& now : changed) {
+    SCOPED_TRACE(now);
+    const fs::path in = folder_.write("in.stp", text);
+    fs::last_write_time(in, fs::last_write_time(in) - std::chrono::hours(1));
+    Options options;
+    options.progress = [&](const Progress& progress) {
+      if (progress.stage == Stage::sorting && progress.done == 0) folder_.write("in.stp", now);
+    };
+    try {
+      Kessel::Run(in, "out", options);
+      ADD_FAILURE() << "no exception";
+    } catch (const InputError& error) {
+      EXPECT_EQ(error.finding().kind, FindingKind::changed_while_read);
+    }
+    fs::remove_all("out");
+  }
+}
+
 TEST_F(CheckedRunTest, FolderInPlaceOfAFile) {
   fs::create_directories("out/#4_part.stp");
   EXPECT_EQ(failure(write_box(), "out"),
@@ -303,18 +330,32 @@ int free_descriptor() {
   return descriptor;
 }
 
-TEST_F(CheckedRunTest, LimitOfOpenFiles) {
-#if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "the sanitizer looks at memory through descriptors of its own";
-#endif
+/// A file of that many parts, each with one record to be written in turn.
+std::string file_of_parts(unsigned count) {
   std::string records;
-  for (unsigned i = 1; i <= 30; ++i) {
+  for (unsigned i = 1; i <= count; ++i) {
     const auto name = [i](unsigned k) { return "#" + std::to_string(10 * i + k); };
     records += name(0) + "=PRODUCT('','','',());\n" + name(1) +
                "=PRODUCT_DEFINITION_FORMATION('',''," + name(0) + ");\n" + name(2) +
                "=PRODUCT_DEFINITION('',''," + name(1) + ",$);\n";
   }
-  const fs::path in = folder_.write("in.stp", exchange_file(records));
+  return exchange_file(records);
+}
+
+TEST_F(CheckedRunTest, SixtyFourOpenFilesAreEnough) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizer looks at memory through descriptors of its own";
+#endif
+  const fs::path in = folder_.write("in.stp", file_of_parts(200));
+  const Limited limited(RLIMIT_NOFILE, static_cast<rlim_t>(free_descriptor()) + 60);
+  EXPECT_EQ(Kessel::Run(in, "out", Options()).size(), 201u);
+}
+
+TEST_F(CheckedRunTest, LimitOfOpenFiles) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizer looks at memory through descriptors of its own";
+#endif
+  const fs::path in = folder_.write("in.stp", file_of_parts(30));
   const auto limit = static_cast<rlim_t>(free_descriptor()) + 20;
   const Limited limited(RLIMIT_NOFILE, limit);
   const auto [path, reason] = failure(in, "out");
