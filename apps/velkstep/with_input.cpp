@@ -11,6 +11,22 @@
 
 namespace Velkstep {
 
+namespace {
+
+/// What the library says for hosts that compare it, and what it means.
+struct Translation {
+  std::string_view text;
+  std::string_view meaning;
+};
+constexpr Translation TRANSLATIONS[] = {
+    {"invalid vector subscript",
+     "a record refers to an instance far beyond the highest number; velkstep check finds it"},
+    {"invalid map<K, T> key",
+     "an assembly's file would lack the definition or shape of a component to which it must refer"},
+};
+
+}  // namespace
+
 int fail(std::string_view name, std::string_view reason) {
   std::cerr << "velkstep: " << printable(name) << ": " << reason << '\n';
   return EXIT_FAILED;
@@ -22,7 +38,11 @@ std::string reason_of(const std::exception& error) {
     return "not enough memory";
   }
   if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return "not enough memory";
-  return error.what();
+  const std::string_view text = error.what();
+  for (const Translation& translation : TRANSLATIONS) {
+    if (text == translation.text) return std::string(translation.meaning);
+  }
+  return std::string(text);
 }
 
 std::string shown_name(const std::string& argument) {
