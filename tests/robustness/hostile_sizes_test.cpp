@@ -244,16 +244,19 @@ class DeepAssembly : public HostileSizes {
   }
 };
 
-TEST_F(DeepAssembly, OfTwentyThousandLevelsIsSplit) {
-  add_levels(20'000);
-  for (const char* const style : {"classic", "lean", "nested"}) {
+TEST_F(DeepAssembly, OfTenThousandLevelsIsSplit) {
+  add_levels(10'000);
+  for (const char* const style : {"classic", "nested"}) {
     const ProcessRun run =
         run_velkstep({"split", "--quiet", "--assemblies", style, "in.stp", style}, SMALL_STACK);
     EXPECT_EQ(run.exit_code, 0) << style;
     EXPECT_EQ(run.errors, "");
     const auto files = std::distance(fs::directory_iterator(style), fs::directory_iterator());
-    EXPECT_EQ(files, 20'000 + 2 + 1) << "levels, box and lid, and the root's name";
+    EXPECT_EQ(files, 10'000 + 2 + 1) << "levels, box and lid, and the root's name";
+    EXPECT_EQ(
+        run_velkstep({"verify", "--assemblies", style, "in.stp", style}, SMALL_STACK).exit_code, 0);
   }
+  EXPECT_EQ(run_velkstep({"tree", "--json", "in.stp"}, SMALL_STACK).exit_code, 0);
 }
 
 TEST_F(DeepAssembly, OfAMillionLevelsIsRead) {
@@ -262,11 +265,6 @@ TEST_F(DeepAssembly, OfAMillionLevelsIsRead) {
   const ProcessRun info = run_velkstep({"info", "in.stp"}, SMALL_STACK);
   EXPECT_EQ(info.exit_code, 0);
   EXPECT_NE(info.out.find("1,000,001"), std::string::npos) << info.out;
-  EXPECT_EQ(run_velkstep(
-                {"tree", "--json", "in.stp"},
-                {.standard_output = "tree.json", .most_cpu_seconds = 60, .most_stack = 256 << 10})
-                .exit_code,
-            0);
 }
 
 }  // namespace
