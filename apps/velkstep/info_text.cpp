@@ -5,18 +5,12 @@
 #include <string_view>
 #include <vector>
 
+#include "counted.h"
 #include "info_formats.h"
 
 namespace Velkstep {
 
 namespace {
-
-/// A number with a comma between groups of three digits.
-std::string grouped(std::uint64_t number) {
-  std::string text = std::to_string(number);
-  for (std::size_t at = text.size(); at > 3;) text.insert(at -= 3, ",");
-  return text;
-}
 
 std::string joined(const std::vector<std::string>& texts) {
   std::string all;
@@ -26,10 +20,6 @@ std::string joined(const std::vector<std::string>& texts) {
     all += text;
   }
   return all;
-}
-
-std::string counted(std::uint64_t count, std::string_view one, std::string_view many) {
-  return grouped(count) + " " + std::string(count == 1 ? one : many);
 }
 
 /// "INCH (0.0254 m)"; the unit itself alone where it is what it is measured in.

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "counted.h"
 #include "exit_codes.h"
 #include "findings.h"
 #include "json_line.h"
@@ -34,21 +35,14 @@ std::string name_of_file(const VerifyArguments& arguments, const Finding& findin
   return (arguments.outdir / finding.file).string();
 }
 
-/// "1 file", "2,345 files".
-std::string counted(std::uint64_t count, const std::string& noun) {
-  std::string digits = std::to_string(count);
-  for (std::size_t at = digits.size(); at > 3;) digits.insert(at -= 3, ",");
-  return digits + " " + noun + (count == 1 ? "" : "s");
-}
-
 std::string verify_text(const VerifyArguments& arguments, const Verification& verification) {
   std::string text;
   for (const Finding& finding : verification.findings) {
     text += finding_text(name_of_file(arguments, finding), finding);
   }
   if (!text.empty()) return text;
-  return counted(verification.files, "file") + " with " + counted(verification.records, "record") +
-         ", all as they should be\n";
+  return counted(verification.files, "file", "files") + " with " +
+         counted(verification.records, "record", "records") + ", all as they should be\n";
 }
 
 std::string verify_json(const VerifyArguments& arguments, const Verification& verification) {

@@ -14,7 +14,7 @@
 #include "kessel/errors.h"
 #include "kessel/part.h"
 #include "kessel/splitter.h"
-#include "naive/naive_splitter.h"
+#include "pipeline/same_outcome.h"
 #include "support/scratch_folder.h"
 #include "support/split_run.h"
 
@@ -22,16 +22,6 @@ namespace Kessel::test {
 namespace {
 
 constexpr std::uint64_t MEMORY = 256 << 20;
-
-/// What the plain splitter makes of `input`; nothing where a run would not return.
-std::optional<naive::Outcome> plain_outcome(const std::string& input) {
-  try {
-    return naive::split(input, "out", "<time>");
-  } catch (const std::logic_error& error) {
-    if (error.what() == std::string_view("endless")) return std::nullopt;
-    throw;
-  }
-}
 
 void check_classic(const std::string& input, const naive::Outcome& expected) {
   const SplitRun run = split_text(input);
@@ -100,7 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   bool is_large = false;
   std::optional<naive::Outcome> expected;
   try {
-    expected = plain_outcome(input);
+    expected = expected_outcome(input);
   } catch (const std::logic_error&) {
     is_large = true;  // Thousands of millions of slots.
   }
