@@ -14,9 +14,11 @@
 #include "kessel/errors.h"
 #include "kessel/part.h"
 #include "kessel/splitter.h"
+#include "kessel/verify.h"
 #include "pipeline/same_outcome.h"
 #include "support/scratch_folder.h"
 #include "support/split_run.h"
+#include "verify/known_changes.h"
 
 namespace Kessel::test {
 namespace {
@@ -52,6 +54,14 @@ void check_written(const std::filesystem::path& path) {
   }
 }
 
+/// Whether every record of the input stands in the files of the split as it should.
+void check_verified(const Options& options) {
+  if (std::filesystem::exists("roots.txt")) std::filesystem::rename("roots.txt", "out/roots.txt");
+  for (const Finding& finding : verify("in.stp", "out", options).findings) {
+    expect(is_known_change(finding, "out"), finding.sentence);
+  }
+}
+
 /// Runs in the style `assemblies` and makes sure that it ends as it may. Returns the finding over
 /// which the input was refused.
 std::optional<FindingKind> check_checked(AssemblyStyle assemblies, NameStyle names, bool is_clean) {
@@ -66,6 +76,7 @@ std::optional<FindingKind> check_checked(AssemblyStyle assemblies, NameStyle nam
       expect(std::filesystem::file_size(file.path) == file.bytes, "the size is as it says");
       if (is_clean) check_written(file.path);
     }
+    if (is_clean) check_verified(options);
   } catch (const InputError& error) {
     return error.finding().kind;
   } catch (const OutputError&) {
