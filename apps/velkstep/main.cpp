@@ -4,10 +4,10 @@
 #include <exception>
 #include <iostream>
 
-#include "commands.h"
-#include "exit_codes.h"
-#include "interruption.h"
-#include "with_input.h"
+#include "commands/commands.h"
+#include "run/exit_codes.h"
+#include "run/with_input.h"
+#include "system/interruption.h"
 
 namespace {
 

@@ -1,34 +1,21 @@
 // The manual page and the completions, given to the programs that they are for.
 #include <gtest/gtest.h>
-#include <stdio.h>
 
-#include <array>
 #include <filesystem>
 #include <string>
 
 #include "cli/run_process.h"
 #include "support/scratch_folder.h"
+#include "support/shell.h"
 
 namespace Kessel::test {
 namespace {
 
 const std::string REFERENCE = VELKSTEP_REFERENCE;
 
-struct Shell {
-  std::string out;  ///< both streams
-  int status;
-};
-
-Shell run(const std::string& command) {
-  FILE* pipe = ::popen((command + " 2>&1").c_str(), "r");
-  if (pipe == nullptr) return {"", -1};
-  std::string printed;
-  std::array<char, 4096> buffer{};
-  std::size_t count = 0;
-  while ((count = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0) {
-    printed.append(buffer.data(), count);
-  }
-  return {printed, ::pclose(pipe)};
+/// Runs `command` and collects what it prints to both streams.
+ShellRun run(const std::string& command) {
+  return run_in_shell(command + " 2>&1");
 }
 
 bool have(const std::string& program) {
@@ -75,7 +62,7 @@ TEST(Completion, FishKnowsSubcommandsOptionsAndTheirWords) {
 
 TEST(Completion, ZshCanReadItsFunction) {
   if (!have("zsh")) GTEST_SKIP() << "no zsh";
-  const Shell checked = run("zsh -n " + REFERENCE + "/_velkstep");
+  const ShellRun checked = run("zsh -n " + REFERENCE + "/_velkstep");
   EXPECT_EQ(checked.status, 0);
   EXPECT_EQ(checked.out, "");
 }

@@ -1,14 +1,13 @@
 // velkstep tree --dot: the text, and what Graphviz draws from it.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "cli/run_process.h"
 #include "inspection/products.h"
 #include "support/scratch_folder.h"
+#include "support/shell.h"
 
 namespace Kessel::test {
 namespace {
@@ -79,13 +78,7 @@ TEST(TreeDot, FileWithoutPartsIsAnEmptyGraph) {
 std::string drawn(const std::string& dot) {
   const ScratchFolder folder;
   folder.write("in.dot", dot);
-  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(
-      popen("'" VELKSTEP_DOT "' -Tsvg in.dot 2>errors.txt", "r"), pclose);
-  std::string svg;
-  char buffer[4096];
-  while (const std::size_t count = fread(buffer, 1, sizeof buffer, pipe.get())) {
-    svg.append(buffer, count);
-  }
+  const std::string svg = run_in_shell("'" VELKSTEP_DOT "' -Tsvg in.dot 2>errors.txt").out;
   EXPECT_EQ(read_file("errors.txt"), "");
   return svg;
 }

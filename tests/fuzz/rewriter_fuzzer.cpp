@@ -1,7 +1,6 @@
 // Any text as a record of a store in which three parts hold different instances.
 #include <cstddef>
 #include <cstdint>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,16 +37,6 @@ class World {
   std::vector<Part*> parts_;
 };
 
-/// What `rewrite` returns, or the exception's text.
-template <class Rewrite>
-std::string outcome_of(Rewrite rewrite) {
-  try {
-    return rewrite();
-  } catch (const std::out_of_range& error) {
-    return std::string("out_of_range: ") + error.what();
-  }
-}
-
 /// The plain way takes the square of the references, and a text cannot have more "#" than this.
 bool is_small(std::string_view text) {
   return text.size() <= 4096;
@@ -76,19 +65,21 @@ void check_rewriting(const World& world, const std::string& record) {
   Entity entity;
   for (std::size_t i = 1; i < references.size(); ++i) entity.add_reference(references[i]);
   for (Part* part : world.parts()) {
-    const auto plainly = outcome_of([&] { return plain::rewrite_references(record, slots, part); });
-    expect(outcome_of([&] { return store.rewritten(record, part); }) == plainly,
+    const auto plainly =
+        plain::outcome_of([&] { return plain::rewrite_references(record, slots, part); });
+    expect(plain::outcome_of([&] { return store.rewritten(record, part); }) == plainly,
            "rewritten as if edited in place");
-    const auto presentation =
-        outcome_of([&] { return plain::rewrite_presentation_items(record, entity, slots, part); });
-    expect(outcome_of([&] { return store.rewritten_presentation(record, entity, part); }) ==
+    const auto presentation = plain::outcome_of(
+        [&] { return plain::rewrite_presentation_items(record, entity, slots, part); });
+    expect(plain::outcome_of([&] { return store.rewritten_presentation(record, entity, part); }) ==
                presentation,
            "a presentation record rewritten as if edited in place");
     const Entity* own = slots[references.front()];
     if (own == nullptr || !own->part_numbers.contains(part)) continue;
-    expect(outcome_of([&] { return store.rewritten_with_references(record, part); }) == plainly,
-           "a whole record with known references");
-    expect(outcome_of([&] { return store.rewritten_on_the_way(record, part); }) == plainly,
+    expect(
+        plain::outcome_of([&] { return store.rewritten_with_references(record, part); }) == plainly,
+        "a whole record with known references");
+    expect(plain::outcome_of([&] { return store.rewritten_on_the_way(record, part); }) == plainly,
            "a whole record on the way");
   }
 }

@@ -3,7 +3,8 @@
 
 #include <filesystem>
 #include <string>
-#include <utility>
+
+#include "support/shell.h"
 
 namespace Kessel::test {
 
@@ -13,8 +14,7 @@ inline const std::filesystem::path UNICODE_DATA = "/usr/share/unicode";
 /// Why tables cannot be made here as they were made for the sources; empty when they can.
 std::string why_no_tables();
 
-/// What "python3 tools/SCRIPT ARGUMENTS" prints on standard output, and its exit status.
-std::pair<std::string, int> run_table_script(const std::string& script,
-                                             const std::string& arguments);
+/// Runs "python3 tools/SCRIPT ARGUMENTS".
+ShellRun run_table_script(const std::string& script, const std::string& arguments);
 
 }  // namespace Kessel::test

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,5 +22,16 @@ std::string rewrite_references(std::string text, Slots slots, Part* part);
 /// `rewrite_references` where the text has no item list.
 std::string rewrite_presentation_items(const std::string& text, const Entity& record, Slots slots,
                                        Part* part);
+
+/// What `rewrite`, plain or not, returns, or the text of its exception: a new number may be read as
+/// an input number that is beyond the store.
+template <class Rewrite>
+std::string outcome_of(Rewrite rewrite) {
+  try {
+    return rewrite();
+  } catch (const std::out_of_range& error) {
+    return std::string("out_of_range: ") + error.what();
+  }
+}
 
 }  // namespace Kessel::test::plain

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <random>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -119,17 +118,6 @@ class RecordWriter {
   std::string text_;
 };
 
-/// What `rewrite` returns, or the text of its exception: a new number may be read as an input
-/// number that is beyond the store.
-template <class Rewrite>
-std::string outcome_of(Rewrite rewrite) {
-  try {
-    return rewrite();
-  } catch (const std::out_of_range& error) {
-    return std::string("out_of_range: ") + error.what();
-  }
-}
-
 class RewritingComparison : public testing::TestWithParam<std::uint32_t> {
  protected:
   static constexpr int RECORDS = 1500;
@@ -186,10 +174,11 @@ TEST_P(RewritingComparison, PresentationRecordsComeOutAsIfEditedInPlace) {
     Entity record;
     for (const std::uint32_t id : references) record.add_reference(id);
     for (Part* part : parts_) {
-      const std::string expected = outcome_of(
+      const std::string expected = plain::outcome_of(
           [&] { return plain::rewrite_presentation_items(text, record, store_.slots(), part); });
-      ASSERT_EQ(outcome_of([&] { return store_.rewritten_presentation(text, record, part); }),
-                expected)
+      ASSERT_EQ(
+          plain::outcome_of([&] { return store_.rewritten_presentation(text, record, part); }),
+          expected)
           << text;
       with_items += expected != plain::rewrite_references(text, store_.slots(), part);
     }

@@ -7,7 +7,7 @@
 #include <sstream>
 #include <string>
 
-#include "commands.h"
+#include "commands/commands.h"
 #include "reference/completions.h"
 #include "reference/description.h"
 #include "reference/man_page.h"

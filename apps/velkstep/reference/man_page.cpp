@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "exit_codes.h"
+#include "run/exit_codes.h"
 
 namespace Velkstep {
 

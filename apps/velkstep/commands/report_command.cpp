@@ -1,0 +1,56 @@
+// velkstep report IN OUTDIR
+#include "commands/report_command.h"
+
+#include <cerrno>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <system_error>
+
+#include "formats/report_page.h"
+#include "run/exit_codes.h"
+#include "run/split_arguments.h"
+#include "run/split_run.h"
+#include "system/staged_output.h"
+
+namespace Velkstep {
+
+namespace {
+
+/// What the page is called in OUTDIR. No part's file ends like this.
+constexpr const char* REPORT_FILE = "report.html";
+
+void write_page(const FinishedSplit& split, const SplitArguments& arguments) {
+  errno = 0;
+  std::ofstream file(split.folder / REPORT_FILE, std::ios::binary);
+  file << report_page(split, arguments);
+  file.close();
+  if (!file) {
+    throw UnusableOutput(arguments.outdir / REPORT_FILE,
+                         "cannot be written: " + std::system_category().message(errno));
+  }
+}
+
+int report(const SplitArguments& arguments) {
+  return run_split(arguments, [&](const FinishedSplit& split) {
+    write_page(split, arguments);
+    Delivery delivery = {.text = {}, .more = {REPORT_FILE}};
+    if (!arguments.quiet) {
+      delivery.text = (arguments.outdir / REPORT_FILE).lexically_normal().string() + '\n';
+    }
+    return delivery;
+  });
+}
+
+}  // namespace
+
+void add_report_command(CLI::App& app, Action& action) {
+  const auto arguments = std::make_shared<SplitArguments>();
+  CLI::App* command = app.add_subcommand(
+      "report", "Split IN, and write a page about its parts, OUTDIR/report.html");
+  add_split_arguments(command, *arguments);
+  command->footer(EXIT_CODES);
+  command->callback([&action, arguments] { action = [arguments] { return report(*arguments); }; });
+}
+
+}  // namespace Velkstep

@@ -1,0 +1,22 @@
+// How commands print findings, and what they mean for the exit code.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kessel/finding.h"
+#include "text/json_line.h"
+
+namespace Velkstep {
+
+/// One line, as compilers print it: `name`, which is made fit for terminals, the line where there
+/// is one, how bad it is, what it is.
+std::string finding_text(const std::string& name, const Kessel::Finding& finding);
+
+/// All that is known of a finding but its file.
+Json finding_json(const Kessel::Finding& finding);
+
+/// EXIT_FAILED for errors, EXIT_WARNINGS for warnings only, EXIT_DONE for nothing.
+int exit_code_of(const std::vector<Kessel::Finding>& findings);
+
+}  // namespace Velkstep

@@ -1,0 +1,64 @@
+#include "run/split_arguments.h"
+
+#include "run/choice.h"
+
+namespace Velkstep {
+
+namespace {
+
+const Choices<Kessel::AssemblyStyle> ASSEMBLY_STYLES = {
+    {"classic", Kessel::AssemblyStyle::classic},
+    {"lean", Kessel::AssemblyStyle::lean},
+    {"nested", Kessel::AssemblyStyle::nested},
+};
+
+const Choices<ShowProgress> PROGRESS = {
+    {"auto", ShowProgress::automatic},
+    {"always", ShowProgress::always},
+    {"never", ShowProgress::never},
+};
+
+const Choices<Kessel::NameStyle> NAME_STYLES = {
+    {"record", Kessel::NameStyle::record},
+    {"product", Kessel::NameStyle::product},
+    {"product-unicode", Kessel::NameStyle::product_unicode},
+};
+
+}  // namespace
+
+void add_names_option(CLI::App* command, Kessel::NameStyle& names) {
+  add_choice(command, "--names", names, NAME_STYLES,
+             "What files are called after: the number of the product's record (record), or the "
+             "product's name, in ASCII (product) or as it is (product-unicode)");
+}
+
+void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies) {
+  add_choice(command, "--assemblies", assemblies, ASSEMBLY_STYLES,
+             "What an assembly's file holds: the whole structure below it (classic), that without "
+             "its components' geometry (lean), or what it takes to open by itself (nested)");
+}
+
+void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
+  command->add_option("IN", arguments.in, "The exchange file to split; - reads standard input")
+      ->required();
+  command->add_option("OUTDIR", arguments.outdir, "The folder for the files; created as needed")
+      ->required();
+  add_assemblies_option(command, arguments.options.assemblies);
+  add_names_option(command, arguments.options.names);
+  command->add_flag("--force", arguments.force,
+                    "Replace files in OUTDIR that are called as the new ones");
+  command->add_flag("--quiet", arguments.quiet, "Print nothing but errors");
+  add_choice(command, "--progress", arguments.progress, PROGRESS,
+             "Show on standard error how far the split has come: on a terminal, when it takes "
+             "longer than half a second (auto), or in any case (always)");
+}
+
+std::string word_of(Kessel::AssemblyStyle style) {
+  return word_for(ASSEMBLY_STYLES, style);
+}
+
+std::string word_of(Kessel::NameStyle style) {
+  return word_for(NAME_STYLES, style);
+}
+
+}  // namespace Velkstep

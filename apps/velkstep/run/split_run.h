@@ -1,0 +1,34 @@
+// One split by the command line, from its input to files that are all in place.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "kessel/splitter.h"
+#include "run/split_arguments.h"
+
+namespace Velkstep {
+
+/// A split whose files are not in OUTDIR yet.
+struct FinishedSplit {
+  std::filesystem::path input;             ///< where the input can be read
+  std::filesystem::path folder;            ///< where the files are
+  std::vector<Kessel::WrittenFile> files;  ///< the root's first; paths are bare names
+  bool has_root = false;                   ///< false where every part is a component of another
+};
+
+/// What a command adds to a split.
+struct Delivery {
+  std::string text;               ///< to be printed when everything is in place
+  std::vector<std::string> more;  ///< names of further files that were written beside the parts'
+};
+
+/// Splits into a fresh folder, calls `prepare` with that, moves everything into OUTDIR, and prints.
+/// What goes wrong until then is printed as one line, and leaves OUTDIR as it was. Returns the exit
+/// code. Throws `Interrupted`.
+int run_split(const SplitArguments& arguments,
+              const std::function<Delivery(const FinishedSplit&)>& prepare);
+
+}  // namespace Velkstep

@@ -1,0 +1,68 @@
+// What commands that look at one input have in common: errors in one line, exit codes.
+#include "run/with_input.h"
+
+#include <iostream>
+#include <new>
+#include <system_error>
+
+#include "run/exit_codes.h"
+#include "system/input.h"
+#include "text/terminal.h"
+
+namespace Velkstep {
+
+namespace {
+
+/// What the library says for hosts that compare it, and what it means.
+struct Translation {
+  std::string_view text;
+  std::string_view meaning;
+};
+constexpr Translation TRANSLATIONS[] = {
+    {"invalid vector subscript",
+     "a record refers to an instance far beyond the highest number; velkstep check finds it"},
+    {"invalid map<K, T> key",
+     "an assembly's file would lack the definition or shape of a component to which it must refer"},
+};
+
+}  // namespace
+
+int fail(std::string_view name, std::string_view reason) {
+  std::cerr << "velkstep: " << printable(name) << ": " << reason << '\n';
+  return EXIT_FAILED;
+}
+
+std::string reason_of(const std::exception& error) {
+  const auto* of_system = dynamic_cast<const std::system_error*>(&error);
+  if (of_system != nullptr && of_system->code() == std::errc::not_enough_memory) {
+    return "not enough memory";
+  }
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return "not enough memory";
+  const std::string_view text = error.what();
+  for (const Translation& translation : TRANSLATIONS) {
+    if (text == translation.text) return std::string(translation.meaning);
+  }
+  return std::string(text);
+}
+
+std::string shown_name(const std::string& argument) {
+  return argument == "-" ? "standard input" : argument;
+}
+
+int with_input(const std::string& argument,
+               const std::function<int(const std::filesystem::path&)>& look) {
+  try {
+    const Input input(argument);
+    return look(input.path());
+  } catch (const std::exception& error) {
+    return fail(shown_name(argument), reason_of(error));
+  }
+}
+
+int print(std::string_view text) {
+  std::cout << text << std::flush;
+  if (!std::cout) return fail("standard output", "cannot be written");
+  return EXIT_DONE;
+}
+
+}  // namespace Velkstep

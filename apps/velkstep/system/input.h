@@ -1,0 +1,30 @@
+// Where a command's input comes from: a file, a pipe, or standard input.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "system/descriptor.h"
+
+namespace Velkstep {
+
+/// An input that can be read more than once, as long as the object lives. What can be read only
+/// once, standard input and pipes, is copied into a temporary file without a name, which is gone
+/// however the process ends.
+class Input {
+ public:
+  /// `argument` is a path, or "-" for standard input. Throws `std::runtime_error` with the reason
+  /// when there is nothing that can be read.
+  explicit Input(const std::string& argument);
+
+  /// Where to read it.
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  void spool(int source);
+
+  std::filesystem::path path_;
+  Descriptor spool_;
+};
+
+}  // namespace Velkstep

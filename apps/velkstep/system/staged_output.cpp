@@ -1,0 +1,205 @@
+// Moves finished files by renaming, and undoes it when something goes wrong.
+#include "system/staged_output.h"
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <optional>
+#include <system_error>
+
+#include "system/interruption.h"
+
+namespace Velkstep {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Reading a folder takes tens of kilobytes. So large a block goes back to the system at once.
+constexpr std::size_t MEMORY_TO_REMOVE = 512 << 10;
+
+UnusableOutput failure(const fs::path& path, const std::string& what) {
+  return UnusableOutput(path, what);
+}
+
+std::string reason(int error) {
+  return std::system_category().message(error);
+}
+
+std::optional<struct stat> status_of(const fs::path& path) {
+  struct stat status = {};
+  if (::lstat(path.c_str(), &status) != 0) return std::nullopt;
+  return status;
+}
+
+bool is_folder(const struct stat& status) {
+  return S_ISDIR(status.st_mode);
+}
+
+/// Renames; fails with EEXIST when there is something called `to`.
+bool rename_to_new(const fs::path& from, const fs::path& to) {
+  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  // The file system cannot do both in one.
+  if (status_of(to).has_value()) {
+    errno = EEXIST;
+    return false;
+  }
+  return ::rename(from.c_str(), to.c_str()) == 0;
+}
+
+mode_t mode_of_new_folders() {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return 0777 & ~mask;
+}
+
+/// Makes a fresh folder whose path begins with `prefix`; empty where it cannot be.
+fs::path make_fresh_folder(const fs::path& prefix) {
+  std::string path = prefix.string() + "XXXXXX";
+  if (::mkdtemp(path.data()) == nullptr) return {};
+  try {
+    return path;
+  } catch (...) {
+    ::rmdir(path.c_str());
+    throw;
+  }
+}
+
+/// The absolute path of a folder that may not be there yet, links resolved, without "/" at its end.
+fs::path resolved(const fs::path& outdir) {
+  if (outdir.empty()) throw failure(outdir, "cannot be created: " + reason(ENOENT));
+  std::error_code error;
+  fs::path path = fs::weakly_canonical(fs::absolute(outdir), error);
+  if (error) throw failure(outdir, "cannot be created: " + error.message());
+  path = path.lexically_normal();
+  return path.has_filename() ? path : path.parent_path();
+}
+
+/// Makes the folder and those above it.
+void make_folders(const fs::path& folder, const fs::path& shown, NewFolders& made) {
+  std::error_code error;
+  if (fs::is_directory(folder, error)) return;
+  if (folder.has_relative_path()) make_folders(folder.parent_path(), shown, made);
+  if (!made.make(folder) && (errno != EEXIST || !fs::is_directory(folder, error))) {
+    const int code = errno == EEXIST ? ENOTDIR : errno;
+    throw failure(shown, "cannot be created: " + reason(code));
+  }
+}
+
+/// Renames what it is told to, and undoes everything unless it is kept.
+class Moves {
+ public:
+  Moves() = default;
+  Moves(const Moves&) = delete;
+  Moves& operator=(const Moves&) = delete;
+  ~Moves() {
+    for (auto move = done_.rbegin(); move != done_.rend(); ++move) {
+      ::rename(move->second.c_str(), move->first.c_str());
+    }
+  }
+
+  bool move(const fs::path& from, const fs::path& to) {
+    done_.emplace_back(from, to);
+    const bool moved = rename_to_new(from, to);
+    if (!moved) done_.pop_back();
+    return moved;
+  }
+
+  void keep() { done_.clear(); }
+
+ private:
+  std::vector<std::pair<fs::path, fs::path>> done_;
+};
+
+}  // namespace
+
+NewFolders::~NewFolders() {
+  for (auto made = made_.rbegin(); made != made_.rend(); ++made) ::rmdir(made->c_str());
+}
+
+bool NewFolders::make(const fs::path& folder) {
+  made_.push_back(folder);
+  if (::mkdir(folder.c_str(), 0777) == 0) return true;
+  const int error = errno;
+  made_.pop_back();
+  errno = error;
+  return false;
+}
+
+StagedOutput::StagedOutput(const fs::path& outdir)
+    : reserve_(new char[MEMORY_TO_REMOVE]),
+      shown_(outdir),
+      outdir_(resolved(outdir)),
+      started_in_(fs::current_path()) {
+  const auto there = status_of(outdir_);
+  if (there && !is_folder(*there)) throw failure(shown_, "cannot be created: " + reason(ENOTDIR));
+  const fs::path above = outdir_.parent_path();
+  make_folders(above, shown_, above_);
+
+  const auto device = status_of(above);
+  if (!there || (device && device->st_dev == there->st_dev)) {
+    folder_ = make_fresh_folder(above / ("." + outdir_.filename().string() + ".velkstep-"));
+    if (folder_.empty() && errno == ENAMETOOLONG) folder_ = make_fresh_folder(above / ".velkstep-");
+  }
+  if (folder_.empty() && there) folder_ = make_fresh_folder(outdir_ / ".velkstep-");
+  if (folder_.empty()) throw failure(shown_, "cannot be written to: " + reason(errno));
+}
+
+StagedOutput::~StagedOutput() {
+  reserve_.reset();
+  std::error_code error;
+  fs::remove_all(folder_, error);
+}
+
+void StagedOutput::publish(const std::vector<std::string>& names, bool replace) {
+  throw_if_interrupted();
+  if (!publish_as_folder()) publish_one_by_one(names, replace);
+  above_.keep();
+}
+
+/// A folder that is new or empty is replaced as a whole, unless others may notice: because it is
+/// somebody else's, or because the command was started in it.
+bool StagedOutput::publish_as_folder() {
+  const auto there = status_of(outdir_);
+  if (!there) {
+    ::chmod(folder_.c_str(), mode_of_new_folders());
+    if (rename_to_new(folder_, outdir_)) return true;
+    if (errno != EEXIST) throw failure(shown_, "cannot be created: " + reason(errno));
+    return false;
+  }
+  const auto own = status_of(folder_);
+  std::error_code error;
+  if (!own || own->st_uid != there->st_uid || own->st_gid != there->st_gid) return false;
+  if (!is_folder(*there) || fs::equivalent(outdir_, started_in_, error)) return false;
+  return ::chmod(folder_.c_str(), there->st_mode & 07777) == 0 &&
+         ::rename(folder_.c_str(), outdir_.c_str()) == 0;
+}
+
+void StagedOutput::publish_one_by_one(const std::vector<std::string>& names, bool replace) {
+  for (const std::string& name : names) {
+    const auto there = status_of(outdir_ / name);
+    if (!there) continue;
+    if (is_folder(*there)) throw failure(shown_ / name, "is a folder");
+    if (!replace) throw failure(shown_ / name, "is there already; --force replaces it");
+  }
+  Moves moves;
+  const fs::path replaced = folder_ / ".replaced";
+  ::mkdir(replaced.c_str(), 0700);
+  const auto move = [&](const fs::path& from, const fs::path& to, const std::string& name) {
+    throw_if_interrupted();
+    if (!moves.move(from, to)) throw failure(shown_ / name, reason(errno));
+  };
+  // From back to front, so that a file that says that all are there is the first to go.
+  for (auto name = names.rbegin(); replace && name != names.rend(); ++name) {
+    if (status_of(outdir_ / *name)) move(outdir_ / *name, replaced / *name, *name);
+  }
+  for (const std::string& name : names) move(folder_ / name, outdir_ / name, name);
+  moves.keep();
+}
+
+}  // namespace Velkstep
