@@ -5,12 +5,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "cli/run_process.h"
 #include "splitter/small_inputs.h"
+#include "support/folder_tree.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -21,21 +21,6 @@ using testing::ElementsAre;
 using testing::Pair;
 
 const std::string LIST_OF_BOX = "out/#1_part.stp\nout/#4_part.stp\n";
-
-/// Every entry below `folder`, by relative path: the text of files, "->target" of links, "/" of
-/// folders.
-std::map<std::string, std::string> tree_of(const fs::path& folder) {
-  std::map<std::string, std::string> tree;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    std::string& what = tree[entry.path().lexically_relative(folder).string()];
-    if (entry.is_symlink()) {
-      what = "->" + fs::read_symlink(entry.path()).string();
-    } else {
-      what = entry.is_directory() ? "/" : without_time_stamps(read_file(entry.path()));
-    }
-  }
-  return tree;
-}
 
 class SafeOutput : public testing::Test {
  protected:
@@ -58,7 +43,7 @@ class SafeOutput : public testing::Test {
   }
 
   /// What is in "out" after a split into nothing.
-  std::map<std::string, std::string> expected_files() {
+  FolderTree expected_files() {
     return {{"#1_part.stp", output_file("#1_part.stp", BOX_RECORDS)},
             {"#4_part.stp", output_file("#4_part.stp", LID_RECORDS)},
             {"roots.txt", "#1_part.stp\n"}};
