@@ -221,5 +221,16 @@ TEST_F(SafeOutput, HeadersHoldNoPathOfTheMachine) {
   }
 }
 
+TEST_F(SafeOutput, HeadersHoldTheFilesOwnNames) {
+  const std::vector<std::string> NAMES = {"#1_part.stp", "#4_part.stp"};
+  for (const std::string& outdir : {(folder_ / "a").string(), std::string("b/")}) {
+    EXPECT_EQ(run_velkstep({"split", "in.stp", outdir}).exit_code, 0);
+    for (const std::string& name : NAMES) {
+      const std::string text = read_file(fs::path(outdir) / name);
+      EXPECT_NE(text.find("\nFILE_NAME('" + name + "','"), std::string::npos) << outdir << text;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace Kessel::test
