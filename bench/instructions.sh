@@ -1,6 +1,7 @@
 #!/bin/sh
 # Counts the instructions that one split takes, with valgrind's callgrind: unlike times, they repeat
-# exactly. The input is a bodies assembly of 10 MB.
+# exactly. The input is a bodies assembly of 10 MB. Then the same for the checked form of the run,
+# without and with a memory limit, against the two-argument form.
 #
 #     bench/instructions.sh [--check] [--top N] PROGRAMS [WORK]
 #
@@ -12,6 +13,7 @@ set -eu
 PARTS=214
 AT_MOST=35
 BETTER=25
+CHECKED_AT_MOST=1.03
 
 usage() {
   echo "usage: instructions.sh [--check] [--top N] PROGRAMS [WORK]" >&2
@@ -54,9 +56,19 @@ if [ ! -f "$input" ]; then
 fi
 
 cd "$temporary"  # A split leaves a file in the working folder.
-valgrind --tool=callgrind --callgrind-out-file="$profile" --log-file="$temporary/log" \
-  "$programs/split_once" "$input" "$temporary/out" > /dev/null
-count=$(sed -n 's/.*Collected : \([0-9]*\).*/\1/p' "$temporary/log")
+
+# Prints the instructions of one split, whose profile is put into the file $1. What follows are
+# options of split_once.
+count_instructions() {
+  profile_of_this=$1
+  shift
+  valgrind --tool=callgrind --callgrind-out-file="$profile_of_this" --log-file="$temporary/log" \
+    "$programs/split_once" "$@" "$input" "$temporary/out" > /dev/null
+  rm -r "$temporary/out"
+  sed -n 's/.*Collected : \([0-9]*\).*/\1/p' "$temporary/log"
+}
+
+count=$(count_instructions "$profile")
 bytes=$(wc -c < "$input")
 
 awk -v count="$count" -v bytes="$bytes" -v at_most=$AT_MOST -v better=$BETTER -v check=$check '
@@ -67,6 +79,25 @@ awk -v count="$count" -v bytes="$bytes" -v at_most=$AT_MOST -v better=$BETTER -v
     printf "| bodies | %8d | %12.0f | %8.2f | %7d | %6d | %7s |\n",
            bytes, count, count / bytes, at_most, better, reached ? "ok" : "MISSED"
     if (check == "yes" && !reached) exit 1
+  }' || status=$?
+
+checked=$(count_instructions "$temporary/checked.out" --checked)
+limited=$(count_instructions "$temporary/limited.out" --limited)
+awk -v plain="$count" -v checked="$checked" -v limited="$limited" \
+    -v at_most=$CHECKED_AT_MOST -v check=$check '
+  function row(form, count) {
+    printf "| %-22s | %12.0f | %5.3f | %7.2f | %7s |\n",
+           form, count, count / plain, at_most, count <= at_most * plain ? "ok" : "MISSED"
+    if (count > at_most * plain) missed = 1
+  }
+  BEGIN {
+    print ""
+    print "| form on bodies         | instructions | ratio | at most | verdict |"
+    print "|------------------------|-------------:|------:|--------:|--------:|"
+    printf "| two arguments          | %12.0f | 1.000 |         |         |\n", plain
+    row("checked", checked)
+    row("checked, memory limit", limited)
+    if (check == "yes" && missed) exit 1
   }' || status=$?
 
 if [ "$top" -gt 0 ]; then
