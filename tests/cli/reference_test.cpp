@@ -35,6 +35,7 @@ TEST(Completion, BashKnowsSubcommandsOptionsAndTheirWords) {
   EXPECT_EQ(completed_by_bash("sp"), "split ");
   EXPECT_EQ(completed_by_bash("split --as"), "--assemblies ");
   EXPECT_EQ(completed_by_bash("split --assemblies n"), "nested ");
+  EXPECT_EQ(completed_by_bash("verify --me"), "--memory-limit ");
   EXPECT_EQ(completed_by_bash("split --names = pro"), "product product-unicode ");
   EXPECT_EQ(completed_by_bash("split --names =").substr(0, 7), "record ");
 }
@@ -86,6 +87,7 @@ TEST(ManualPage, SaysWhatTheHelpSays) {
   }
   EXPECT_EQ(found, 3u) << page;
   EXPECT_NE(page.find("--names record|product|product-unicode"), std::string::npos) << page;
+  EXPECT_NE(page.find("--memory-limit SIZE"), std::string::npos) << page;
   EXPECT_EQ(page.find('@'), std::string::npos) << "a mark was not replaced";
 }
 
