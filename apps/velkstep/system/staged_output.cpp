@@ -42,18 +42,6 @@ bool is_folder(const struct stat& status) {
   return S_ISDIR(status.st_mode);
 }
 
-/// Renames; fails with EEXIST when there is something called `to`.
-bool rename_to_new(const fs::path& from, const fs::path& to) {
-  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-  if (errno != EINVAL && errno != ENOSYS) return false;
-  // The file system cannot do both in one.
-  if (status_of(to).has_value()) {
-    errno = EEXIST;
-    return false;
-  }
-  return ::rename(from.c_str(), to.c_str()) == 0;
-}
-
 mode_t mode_of_new_folders() {
   const mode_t mask = ::umask(0);
   ::umask(mask);
@@ -112,33 +100,6 @@ bool try_to_lock(const fs::path& folder, Descriptor& lock) {
 }
 
 }  // namespace
-
-NewFolders::~NewFolders() {
-  for (auto made = made_.rbegin(); made != made_.rend(); ++made) ::rmdir(made->c_str());
-}
-
-bool NewFolders::make(const fs::path& folder) {
-  made_.push_back(folder);
-  if (::mkdir(folder.c_str(), 0777) == 0) return true;
-  const int error = errno;
-  made_.pop_back();
-  errno = error;
-  return false;
-}
-
-bool Moves::move(const fs::path& from, const fs::path& to) {
-  done_.emplace_back(from, to);
-  const bool moved = rename_to_new(from, to);
-  if (!moved) done_.pop_back();
-  return moved;
-}
-
-void Moves::take_back() noexcept {
-  for (auto move = done_.rbegin(); move != done_.rend(); ++move) {
-    rename_to_new(move->second, move->first);
-  }
-  done_.clear();
-}
 
 StagedOutput::StagedOutput(const fs::path& outdir)
     : reserve_(new char[MEMORY_TO_REMOVE]), shown_(outdir), outdir_(resolved(outdir)) {

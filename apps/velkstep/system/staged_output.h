@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "system/descriptor.h"
+#include "system/moves.h"
+#include "system/new_folders.h"
 
 namespace Velkstep {
 
@@ -22,44 +24,6 @@ class UnusableOutput : public std::runtime_error {
 
  private:
   std::filesystem::path path_;
-};
-
-/// Folders that were made, and go again unless they are kept.
-class NewFolders {
- public:
-  NewFolders() = default;
-  NewFolders(const NewFolders&) = delete;
-  NewFolders& operator=(const NewFolders&) = delete;
-  /// Removes those that are empty, the last one first.
-  ~NewFolders();
-
-  /// Makes `folder`, whose parent is there; false, with the reason in `errno`, where it cannot be.
-  bool make(const std::filesystem::path& folder);
-  void keep() { made_.clear(); }
-
- private:
-  std::vector<std::filesystem::path> made_;
-};
-
-/// Files that were renamed. Neither a move nor taking it back ever replaces anything.
-class Moves {
- public:
-  using Paths = std::vector<std::pair<std::filesystem::path, std::filesystem::path>>;
-
-  Moves() = default;
-  Moves(const Moves&) = delete;
-  Moves& operator=(const Moves&) = delete;
-
-  /// False, with the reason in `errno`, where it cannot be; EEXIST when there is something called
-  /// `to`.
-  bool move(const std::filesystem::path& from, const std::filesystem::path& to);
-  /// Counts as moves what was moved with its folder.
-  void add(Paths&& moved) noexcept { done_ = std::move(moved); }
-  /// The last one first.
-  void take_back() noexcept;
-
- private:
-  Paths done_;
 };
 
 /// A fresh folder on the file system of an output folder, whose files move there at the end. It is
