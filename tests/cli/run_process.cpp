@@ -1,8 +1,11 @@
 #include "cli/run_process.h"
 
 #include <fcntl.h>
+#include <linux/capability.h>
 #include <signal.h>
 #include <sys/personality.h>
+#include <sys/prctl.h>
+#include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -48,9 +51,6 @@ void limit(__rlimit_resource resource, rlim_t most) {
 
 /// What the new process does before the command takes over. Returns only when that fails.
 void become(char* const* arguments, int out, int errors, const ProcessSetting& setting) {
-  limit(RLIMIT_CPU, setting.most_cpu_seconds);
-  limit(RLIMIT_STACK, setting.most_stack);
-  limit(RLIMIT_AS, setting.most_memory);
   const auto persona = static_cast<unsigned>(::personality(0xFFFFFFFF));
   constexpr unsigned FIXED = ADDR_NO_RANDOMIZE;
   ::personality(setting.random_addresses ? persona & ~FIXED : persona | FIXED);
@@ -61,7 +61,38 @@ void become(char* const* arguments, int out, int errors, const ProcessSetting& s
   ::dup2(::open(in, O_RDONLY), STDIN_FILENO);
   ::dup2(out, STDOUT_FILENO);
   ::dup2(errors, STDERR_FILENO);
+  ::closefrom(STDERR_FILENO + 1);
+  limit(RLIMIT_CPU, setting.most_cpu_seconds);
+  limit(RLIMIT_STACK, setting.most_stack);
+  limit(RLIMIT_AS, setting.most_memory);
+  limit(RLIMIT_FSIZE, setting.most_file_bytes);
+  limit(RLIMIT_NOFILE, setting.most_files);
+  if (setting.minds_permissions) {
+    ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+    ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
+  }
+  if (setting.killed_before_call != 0 && ::ptrace(PTRACE_TRACEME) != 0) return;
   ::execv(arguments[0], arguments);
+}
+
+/// Waits for the end of a process and returns its status as the system's wait() gives it.
+int wait_for_end(pid_t child) {
+  int status = 0;
+  if (::waitpid(child, &status, 0) != child) throw std::runtime_error("no process");
+  return status;
+}
+
+/// The same for a process that is traced: kills it before its system call of that number.
+int kill_before_call(pid_t child, unsigned number) {
+  int status = wait_for_end(child);       // It stops where the command takes over,
+  const unsigned stops = 2 * number - 1;  // and before and behind each call.
+  for (unsigned i = 0; WIFSTOPPED(status) && i < stops; ++i) {
+    ::ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+    status = wait_for_end(child);
+  }
+  if (!WIFSTOPPED(status)) return status;
+  ::kill(child, SIGKILL);
+  return wait_for_end(child);
 }
 
 /// A terminal without a screen: what is printed to one end can be read at the other, as it is.
@@ -118,18 +149,19 @@ ProcessRun run_velkstep(const std::vector<std::string>& arguments, const Process
   std::optional<Terminal> terminal;
   if (setting.terminal) target = terminal.emplace().open_line();
   const pid_t child = ::fork();
+  if (child < 0) throw std::runtime_error("no process");
   if (child == 0) {
     become(pointers.data(), target, errors.descriptor(), setting);
     ::_exit(127);
   }
   if (target != out.descriptor()) ::close(target);
-  if (child > 0 && setting.signal != 0) {
+  if (setting.signal != 0) {
     std::this_thread::sleep_for(setting.signal_after);
     ::kill(child, setting.signal);
   }
   const std::string shown = terminal ? terminal->text() : std::string();
-  int status = 0;
-  if (child < 0 || ::waitpid(child, &status, 0) != child) throw std::runtime_error("no process");
+  const unsigned call = setting.killed_before_call;
+  const int status = call == 0 ? wait_for_end(child) : kill_before_call(child, call);
   return {WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status), shown + out.text(),
           errors.text()};
 }

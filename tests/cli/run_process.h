@@ -27,7 +27,11 @@ struct ProcessSetting {
   unsigned most_cpu_seconds = 300;  ///< a process that computes longer is ended by a signal
   std::uint64_t most_stack = 0;     ///< bytes that the stack may take, unless it is 0
   std::uint64_t most_memory = 0;    ///< bytes of addresses that the process may use, unless it is 0
-  int signal = 0;                   ///< what to send to the process, unless it is 0
+  std::uint64_t most_file_bytes = 0;  ///< bytes that a file may have, unless it is 0
+  std::uint64_t most_files = 0;       ///< descriptors that the process may have, unless it is 0
+  bool minds_permissions = false;     ///< whether permissions bind the process even if it is root's
+  unsigned killed_before_call = 0;    ///< its how many-th system call it does not live to make
+  int signal = 0;                     ///< what to send to the process, unless it is 0
   std::chrono::steady_clock::duration signal_after{};  ///< and when
 };
 

@@ -8,12 +8,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "cli/run_process.h"
 #include "splitter/small_inputs.h"
+#include "support/folder_tree.h"
 #include "support/scratch_folder.h"
 #include "support/shell.h"
 
@@ -25,21 +25,6 @@ using testing::ElementsAre;
 using testing::Pair;
 
 const std::string LIST_OF_BOX = "out/#1_part.stp\nout/#4_part.stp\n";
-
-/// Every entry below `folder`, by relative path: the text of files, "->target" of links, "/" of
-/// folders.
-std::map<std::string, std::string> tree_of(const fs::path& folder) {
-  std::map<std::string, std::string> tree;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    std::string& what = tree[entry.path().lexically_relative(folder).string()];
-    if (entry.is_symlink()) {
-      what = "->" + fs::read_symlink(entry.path()).string();
-    } else {
-      what = entry.is_directory() ? "/" : without_time_stamps(read_file(entry.path()));
-    }
-  }
-  return tree;
-}
 
 class SafeOutput : public testing::Test {
  protected:
@@ -62,7 +47,7 @@ class SafeOutput : public testing::Test {
   }
 
   /// What is in "out" after a split into nothing.
-  std::map<std::string, std::string> expected_files() {
+  FolderTree expected_files() {
     return {{"#1_part.stp", output_file("#1_part.stp", BOX_RECORDS)},
             {"#4_part.stp", output_file("#4_part.stp", LID_RECORDS)},
             {"roots.txt", "#1_part.stp\n"}};
@@ -314,6 +299,17 @@ TEST_F(SafeOutput, HeadersHoldNoPathOfTheMachine) {
   EXPECT_EQ(run_velkstep({"split", folder_ / "in.stp", outdir}).exit_code, 0);
   for (const auto& [name, text] : tree_of("out")) {
     EXPECT_EQ(text.find(folder_.path().string()), std::string::npos) << name;
+  }
+}
+
+TEST_F(SafeOutput, HeadersHoldTheFilesOwnNames) {
+  const std::vector<std::string> NAMES = {"#1_part.stp", "#4_part.stp"};
+  for (const std::string& outdir : {(folder_ / "a").string(), std::string("b/")}) {
+    EXPECT_EQ(run_velkstep({"split", "in.stp", outdir}).exit_code, 0);
+    for (const std::string& name : NAMES) {
+      const std::string text = read_file(fs::path(outdir) / name);
+      EXPECT_NE(text.find("\nFILE_NAME('" + name + "','"), std::string::npos) << outdir << text;
+    }
   }
 }
 

@@ -90,9 +90,18 @@ TEST_F(MemoryLimits, ForcedSplitLeavesWhatWasThere) {
 }
 
 TEST_F(MemoryLimits, OtherCommandsSayIt) {
-  for (const char* const command : {"check", "tree", "info"}) {
-    SCOPED_TRACE(command);
-    expect_clean_failures({command, "in.stp"}, [] {});
+  ASSERT_EQ(run_velkstep({"split", "in.stp", "out"}).exit_code, 0);
+  for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
+           {"check", "in.stp"},
+           {"tree", "in.stp"},
+           {"info", "in.stp"},
+           {"verify", "in.stp", "out"},
+       }) {
+    SCOPED_TRACE(command.front());
+    expect_clean_failures(command, [] {});
+    std::vector<std::string> with_json = command;
+    with_json.emplace_back("--json");
+    expect_clean_failures(with_json, [] {});
   }
 }
 

@@ -9,6 +9,7 @@
 #include "formats/findings.h"
 #include "kessel/check.h"
 #include "run/exit_codes.h"
+#include "run/split_arguments.h"
 #include "run/with_input.h"
 #include "text/json_line.h"
 
@@ -20,6 +21,7 @@ using Kessel::Finding;
 
 struct CheckArguments {
   std::string in;
+  Kessel::Options options;
   bool json = false;
 };
 
@@ -37,7 +39,7 @@ std::string check_json(const std::string& in, const std::vector<Finding>& findin
 }
 
 int check(const CheckArguments& arguments, const std::filesystem::path& path) {
-  const std::vector<Finding> findings = Kessel::check(path);
+  const std::vector<Finding> findings = Kessel::check(path, arguments.options);
   const int printed = print(arguments.json ? check_json(arguments.in, findings)
                                            : check_text(arguments.in, findings));
   if (printed != EXIT_DONE) return printed;
@@ -51,6 +53,7 @@ void add_check_command(CLI::App& app, Action& action) {
   CLI::App* command = app.add_subcommand("check", "Say what is wrong or unusual in IN");
   command->add_option("IN", arguments->in, "The exchange file to check; - reads standard input")
       ->required();
+  add_memory_limit_option(command, arguments->options.memory_limit);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
   command->footer(EXIT_CODES);
   command->callback([&action, arguments] {

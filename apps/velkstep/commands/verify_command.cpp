@@ -85,6 +85,7 @@ void add_verify_command(CLI::App& app, Action& action) {
       ->required();
   add_assemblies_option(command, arguments->options.assemblies);
   add_names_option(command, arguments->options.names);
+  add_memory_limit_option(command, arguments->options.memory_limit);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
   command->footer(EXIT_CODES);
   command->callback([&action, arguments] {

@@ -1,5 +1,10 @@
 #include "run/split_arguments.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
 #include "run/choice.h"
 
 namespace Velkstep {
@@ -24,6 +29,14 @@ const Choices<Kessel::NameStyle> NAME_STYLES = {
     {"product-unicode", Kessel::NameStyle::product_unicode},
 };
 
+/// What is wrong with a size; empty where CLI11 reads it as it stands. It takes a missing number
+/// for 1, and one that is negative or too large modulo something.
+std::string fault_of_size(const std::string& size) {
+  const std::size_t digits = std::min(size.find_first_not_of("0123456789"), size.size());
+  constexpr std::size_t MOST_DIGITS = std::numeric_limits<std::uint64_t>::digits10;
+  return digits == 0 || digits > MOST_DIGITS ? "is not a size: " + size : std::string();
+}
+
 }  // namespace
 
 void add_names_option(CLI::App* command, Kessel::NameStyle& names) {
@@ -38,6 +51,16 @@ void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies)
              "its components' geometry (lean), or what it takes to open by itself (nested)");
 }
 
+void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
+  command
+      ->add_option("--memory-limit", memory_limit,
+                   "Refuse an IN whose records would take more memory: bytes, or a size such as "
+                   "500MB or 2GiB")
+      ->transform(CLI::AsSizeValue(true).description(""))
+      ->transform(CLI::Validator(fault_of_size, ""))  // Comes before the other.
+      ->type_name("SIZE");
+}
+
 void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
   command->add_option("IN", arguments.in, "The exchange file to split; - reads standard input")
       ->required();
@@ -45,6 +68,7 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
       ->required();
   add_assemblies_option(command, arguments.options.assemblies);
   add_names_option(command, arguments.options.names);
+  add_memory_limit_option(command, arguments.options.memory_limit);
   command->add_flag("--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");
   command->add_flag("--quiet", arguments.quiet, "Print nothing but errors");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -27,6 +28,10 @@ void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies)
 
 /// Adds `--names`, for commands that name files as a split would.
 void add_names_option(CLI::App* command, Kessel::NameStyle& names);
+
+/// Adds `--memory-limit`, for `Kessel::Options::memory_limit`: bytes, or a number with a unit,
+/// where k is 1000 and Ki is 1024.
+void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit);
 
 /// The word by which the command line chooses a style.
 std::string word_of(Kessel::AssemblyStyle style);

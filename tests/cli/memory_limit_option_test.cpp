@@ -1,0 +1,122 @@
+// --memory-limit: what is refused, and how sizes are given.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "cli/run_process.h"
+#include "splitter/small_inputs.h"
+#include "support/folder_tree.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+
+/// "LIMIT" stands for the limit in bytes.
+std::string sentence(const std::string& limit) {
+  return "With instance #4294967295 the records need [0-9]+ bytes of memory, and the limit is " +
+         limit + "\\.";
+}
+
+/// An input of a few bytes, for whose highest number a table of 8 MiB is made.
+class MemoryLimitOption : public testing::Test {
+ protected:
+  MemoryLimitOption() {
+    folder_.write("in.stp", exchange_file(std::string(BOX_WITH_LID) + "#4294967295=A();\n"));
+  }
+
+  static ProcessRun with_limit(const std::string& limit, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin() + 1, {"--memory-limit", limit});
+    return run_velkstep(arguments);
+  }
+
+  ScratchFolder folder_;
+};
+
+TEST_F(MemoryLimitOption, SplitAndReportRefuseTheInputAndLeaveTheFolderAsItWas) {
+  fs::create_directory("out");
+  folder_.write("out/notes.txt", "mine");
+  const FolderTree before = tree_of(folder_.path());
+  for (const char* const command : {"split", "report"}) {
+    for (const char* const outdir : {"out", "new"}) {
+      const ProcessRun run = with_limit("8MB", {command, "in.stp", outdir});
+      EXPECT_EQ(run.exit_code, 1);
+      EXPECT_EQ(run.out, "");
+      EXPECT_THAT(run.errors, MatchesRegex("velkstep: in.stp:20: " + sentence("8000000") + "\n"));
+      EXPECT_EQ(tree_of(folder_.path()), before);
+    }
+  }
+}
+
+TEST_F(MemoryLimitOption, SplitAndReportDoWithEnough) {
+  EXPECT_EQ(with_limit("9MB", {"split", "in.stp", "out"}).exit_code, 0);
+  EXPECT_EQ(with_limit("9MB", {"report", "in.stp", "page"}).exit_code, 0);
+  EXPECT_EQ(read_file("out/roots.txt"), "#1_part.stp\n");
+}
+
+TEST_F(MemoryLimitOption, CheckFindsTheSame) {
+  const ProcessRun refused = with_limit("8MB", {"check", "in.stp"});
+  EXPECT_EQ(refused.exit_code, 1);
+  EXPECT_EQ(refused.errors, "");
+  EXPECT_THAT(refused.out, MatchesRegex("in.stp:20: error: " + sentence("8000000") + "\n"));
+  EXPECT_EQ(with_limit("9MB", {"check", "in.stp"}).out, run_velkstep({"check", "in.stp"}).out);
+}
+
+TEST_F(MemoryLimitOption, VerifyFindsTheSame) {
+  ASSERT_EQ(run_velkstep({"split", "in.stp", "out"}).exit_code, 0);
+  const ProcessRun refused = with_limit("8MB", {"verify", "in.stp", "out"});
+  EXPECT_EQ(refused.exit_code, 1);
+  EXPECT_EQ(refused.errors, "");
+  EXPECT_THAT(refused.out, MatchesRegex("in.stp:20: error: " + sentence("8000000") + "\n"));
+  EXPECT_EQ(with_limit("9MB", {"verify", "in.stp", "out"}).out,
+            run_velkstep({"verify", "in.stp", "out"}).out);
+}
+
+TEST_F(MemoryLimitOption, SizesMayHaveUnits) {
+  const struct {
+    const char* size;
+    const char* bytes;
+  } CASES[] = {{"1", "1"},          {"8000000", "8000000"}, {"8000000b", "8000000"},
+               {"7MB", "7000000"},  {"7 MB", "7000000"},    {"7m", "7000000"},
+               {"7MiB", "7340032"}, {"7000kB", "7000000"},  {"7000ki", "7168000"}};
+  for (const auto& row : CASES) {
+    EXPECT_THAT(with_limit(row.size, {"check", "in.stp"}).out,
+                MatchesRegex(".*limit (is|of) " + std::string(row.bytes) + "( bytes)?\\.\n"))
+        << row.size;
+  }
+  for (const char* const enough : {"2GiB", "1TB", "15EiB", "9999999999999999999"}) {
+    EXPECT_EQ(with_limit(enough, {"check", "in.stp"}).out, run_velkstep({"check", "in.stp"}).out);
+  }
+}
+
+TEST_F(MemoryLimitOption, WrongSizesAreWrongUsage) {
+  for (const char* const wrong :
+       {"", "much", "-1", "1.5GB", "10XB", "MB", "5MB5", "16EiB", "18446744073709551616"}) {
+    for (const char* const command : {"split", "report", "check", "verify"}) {
+      std::vector<std::string> arguments = {command, "in.stp"};
+      if (arguments.front() != "check") arguments.emplace_back("out");
+      const ProcessRun run = with_limit(wrong, arguments);
+      EXPECT_EQ(run.exit_code, 2) << wrong;
+      EXPECT_EQ(run.out, "");
+      EXPECT_THAT(run.errors, MatchesRegex("[^\n]+\nRun with --help for more information.\n"));
+      EXPECT_FALSE(fs::exists("out"));
+    }
+  }
+}
+
+TEST_F(MemoryLimitOption, HelpNamesIt) {
+  for (const char* const command : {"split", "report", "check", "verify"}) {
+    const std::string help = run_velkstep({command, "--help"}).out;
+    EXPECT_THAT(help, HasSubstr("\n  --memory-limit SIZE         Refuse an IN whose records would "
+                                "take more memory: bytes, or a size such as 500MB or 2GiB\n"));
+  }
+}
+
+}  // namespace
+}  // namespace Kessel::test
