@@ -44,6 +44,7 @@ add_library(kessel_objects OBJECT
   src/reader/record_loader.cpp
   src/reader/refusals.cpp
   src/splitter/checked_run.cpp
+  src/splitter/fresh_files.cpp
   src/splitter/pipeline.cpp
   src/splitter/run.cpp
   src/splitter/written_files.cpp

@@ -1,4 +1,7 @@
 // The command line: arguments in, exit code out.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <exception>
@@ -10,6 +13,17 @@
 #include "system/interruption.h"
 
 namespace {
+
+/// No file that is opened later may be taken for one of the standard streams. As when they are
+/// closed, neither is the input readable nor are the outputs writable.
+void open_standard_streams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(stream, F_GETFD) >= 0) continue;
+    // The system takes the lowest number, and that is this one.
+    [[maybe_unused]] const int opened =
+        ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
+}
 
 int run(int argc, char** argv) {
   CLI::App app;
@@ -26,6 +40,7 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  open_standard_streams();
 #ifdef SIGXFSZ
   std::signal(SIGXFSZ, SIG_IGN);  // A file that grows too large is an error, not the end.
 #endif

@@ -26,7 +26,7 @@ class KESSEL_EXPORT InputError : public std::runtime_error {
   Finding finding_;
 };
 
-/// An output file that was not written whole.
+/// An output file that was not written whole, or not at all, since there is something already.
 class KESSEL_EXPORT OutputError : public std::runtime_error {
  public:
   /// `what()` is the path as the system spells it, ": cannot be written: " and the reason.
@@ -37,7 +37,7 @@ class KESSEL_EXPORT OutputError : public std::runtime_error {
 
   /// The file; lives as long as the exception.
   const std::filesystem::path& path() const;
-  /// The system's reason: `std::errc::no_space_on_device`, `too_many_files_open`, ...
+  /// The system's reason: `std::errc::file_exists`, `no_space_on_device`, ...
   std::error_code reason() const;
 
  private:

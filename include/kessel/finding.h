@@ -46,7 +46,7 @@ enum class FindingKind {
   joined_record,            ///< does not end in ")", and takes in what follows its ";"
   semicolon_in_string,      ///< a ";" inside a string, which is lost
   comment_is_read,          ///< a comment with "#", "'" or ";" in it, which is taken for data
-  not_utf8,                 ///< bytes that are neither ASCII nor UTF-8
+  not_utf8,                 ///< bytes that are neither ASCII nor UTF-8, in the header or a record
   repeated_number,          ///< a second record under the same number
   memory_limit,             ///< the records need more memory than `Options::memory_limit`
 

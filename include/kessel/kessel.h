@@ -35,7 +35,7 @@ enum kessel_status {
   KESSEL_NOTHING_TO_SPLIT = 1, /* the input holds one part or none; nothing was written */
   KESSEL_BAD_ARGUMENT = 2,     /* a null path, an unknown choice, or a path that is not UTF-8 */
   KESSEL_INPUT_ERROR = 3,      /* the input cannot be read or split */
-  KESSEL_OUTPUT_ERROR = 4,     /* a file was not written whole */
+  KESSEL_OUTPUT_ERROR = 4,     /* a file is there already, or was not written whole */
   KESSEL_OUT_OF_MEMORY = 5,
   KESSEL_CANCELLED = 6, /* the progress function returned something else than 0 */
   KESSEL_FAILED = 7     /* anything else */
@@ -76,11 +76,12 @@ typedef struct kessel_result kessel_result;
 KESSEL_EXPORT void kessel_default_options(struct kessel_options* options, size_t size);
 
 /* Splits the exchange file `in` (ISO 10303-21, clear text) into files under `outdir`, as the
-   checked Kessel::Run does (kessel/splitter.h): "roots.txt" goes into the working directory, a file
-   of the same name that is there already is appended to, and sentences about problems in the data
-   are printed on standard error. `options` may be null for the defaults; nothing is kept of it, nor
-   of the paths. Returns a result that the caller frees with kessel_free, whatever happened; null
-   only when there is no memory for it. */
+   checked Kessel::Run does (kessel/splitter.h): "roots.txt" goes into the working directory, and
+   sentences about problems in the data are printed on standard error. Where one of the files is
+   there already, in whatever form, nothing is written and the split ends with KESSEL_OUTPUT_ERROR.
+   `options` may be null for the defaults; nothing is kept of it, nor of the paths. Returns a result
+   that the caller frees with kessel_free, whatever happened; null only when there is no memory for
+   it. */
 KESSEL_EXPORT kessel_result* kessel_split(const char* in, const char* outdir,
                                           const struct kessel_options* options);
 

@@ -48,6 +48,13 @@ struct WrittenFile {
 /// it does for an `in` that is no regular file. It also throws `InputError` when somebody changes
 /// the input meanwhile, as far as its size, its time and the end of its data tell.
 ///
+/// It damages nothing. Before it writes anything it looks whether any of the files is there
+/// already: a file, a folder, a link, which is not followed, or anything else under that name. If
+/// so, it throws `OutputError` with the path and `std::errc::file_exists`, for a folder
+/// `std::errc::is_a_directory`. "roots.txt" is overwritten where it is a regular file and not the
+/// input, and refused likewise otherwise. What somebody else makes after that look is appended to,
+/// as by the other form.
+///
 /// When it returns, every file was written whole, "roots.txt" included, and closed without an
 /// error. As soon as one cannot be, it throws `OutputError` and prints nothing about it; the files
 /// are left as they are then.

@@ -2,6 +2,7 @@
 #include "check/signature.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 
 #include "model/finding_kinds.h"
@@ -39,14 +40,16 @@ constexpr Signature SIGNATURES[] = {
     {"\x7F\x45LF"sv, binary, "an ELF file"},
     {"\xFF\xFE\0\0"sv, other_encoding, "UTF-32"},
     {"\0\0\xFE\xFF"sv, other_encoding, "UTF-32"},
-    {"I\0\0\0S\0\0\0"sv, other_encoding, "UTF-32"},
-    {"\0\0\0I\0\0\0S"sv, other_encoding, "UTF-32"},
     {"\xFF\xFE"sv, other_encoding, "UTF-16"},
     {"\xFE\xFF"sv, other_encoding, "UTF-16"},
-    {"I\0S\0O\0"sv, other_encoding, "UTF-16"},
-    {"\0I\0S\0O"sv, other_encoding, "UTF-16"},
     {"\xC9\xE2\xD6\x60"sv, other_encoding, "EBCDIC"},
     {"<?xml"sv, not_an_exchange_file, "an XML file"},
+};
+
+// The same behind blanks, each of which may be more than one byte, whichever stands first.
+constexpr Signature SIGNATURES_BEHIND_BLANKS[] = {
+    {"I\0\0\0S\0\0\0O"sv, other_encoding, "UTF-32"},
+    {"I\0S\0O"sv, other_encoding, "UTF-16"},
 };
 
 std::string sentence_for(FindingKind kind, const std::string& what) {
@@ -73,13 +76,28 @@ std::string_view without_comments_in_front(std::string_view text) {
   return text;
 }
 
-}  // namespace
+std::string_view without_wide_blanks_in_front(std::string_view text) {
+  const auto is_blank = [](char c) { return c == '\0' || is_space(c); };
+  const auto* const first = std::find_if_not(text.begin(), text.end(), is_blank);
+  return text.substr(static_cast<std::size_t>(first - text.begin()));
+}
 
-std::optional<Finding> recognise(std::string_view head) {
-  for (const Signature& signature : SIGNATURES) {
+/// What the first of `signatures` that `head` begins with says.
+std::optional<Finding> find_signature(std::string_view head,
+                                      std::span<const Signature> signatures) {
+  for (const Signature& signature : signatures) {
     if (!head.starts_with(signature.bytes)) continue;
     return make_finding(signature.kind, sentence_for(signature.kind, signature.what));
   }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Finding> recognise(std::string_view head) {
+  if (auto finding = find_signature(head, SIGNATURES)) return finding;
+  const std::string_view behind_blanks = without_wide_blanks_in_front(head);
+  if (auto finding = find_signature(behind_blanks, SIGNATURES_BEHIND_BLANKS)) return finding;
   constexpr std::string_view BEGIN = "ISO-10303-21";
   if (head.starts_with(BYTE_ORDER_MARK)) head.remove_prefix(BYTE_ORDER_MARK.size());
   const std::string_view text = without_comments_in_front(head);

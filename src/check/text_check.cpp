@@ -47,11 +47,42 @@ std::uint32_t find_record(std::string_view piece) {
   return 0;
 }
 
-/// Learns whether there is anything at all.
-struct AnyPiece : CuttingWitness {
-  void passed_over(std::string_view) override { found = true; }
-  void to_be_joined(std::string_view) override { found = true; }
-  bool found = false;
+/// What is left of `piece` behind the comments that stand in front of it, or that began before.
+std::string_view skip_comments(std::string_view piece, bool& in_comment) {
+  for (;;) {
+    if (!in_comment) {
+      if (!piece.starts_with("/*")) return piece;
+      piece.remove_prefix(2);
+      in_comment = true;
+    }
+    const std::size_t end = piece.find("*/");
+    if (end == NONE) return {};
+    in_comment = false;
+    piece = trimmed(piece.substr(end + 2));
+  }
+}
+
+/// Counts records in pieces of text that nobody reads. One counts also where the reader would pass
+/// it over, since a comment or other text stands in front of it.
+class UnreadRecords {
+ public:
+  explicit UnreadRecords(bool begins_in_comment) : in_comment_(begins_in_comment) {}
+
+  /// Takes what stands in front of the next ";".
+  void take(std::string_view piece) {
+    const std::string_view text = in_string_ ? piece : skip_comments(piece, in_comment_);
+    if (!in_string_ && find_record(text) != 0) ++count_;
+    // As the reader has it, a string goes on in the next piece of a record, but not behind a ")".
+    in_string_ = (in_string_ || text.starts_with('#')) && !text.ends_with(')') &&
+                 in_string_ != has_open_string(text);
+  }
+
+  std::uint64_t count() const { return count_; }
+
+ private:
+  bool in_comment_;
+  bool in_string_ = false;
+  std::uint64_t count_ = 0;
 };
 
 }  // namespace
@@ -84,6 +115,7 @@ bool TextCheck::read(bool expects_no_header) {
 bool TextCheck::read_header(bool expects_no_header) {
   const std::string first_line(cutter_.next_line());
   const std::string_view text = first_line;
+  if (!expects_no_header) look_at_bytes_of_header(text, {0, 1});
   if (expects_no_header) {
     // It has been said already what the file is.
   } else if (text.starts_with(BYTE_ORDER_MARK)) {
@@ -114,6 +146,7 @@ bool TextCheck::read_header(bool expects_no_header) {
       return false;
     }
     const std::string_view line = cutter_.next_line();
+    if (!expects_no_header) look_at_bytes_of_header(line, cutter_.place_of(line));
     complete = line.ends_with("ENDSEC;");
     if (complete) end_of_header = cutter_.place_of(line);
     if (look_here.line == 0 && line.find("ENDSEC") != NONE) look_here = cutter_.place_of(line);
@@ -129,6 +162,14 @@ bool TextCheck::read_header(bool expects_no_header) {
     return false;
   }
   return true;
+}
+
+void TextCheck::look_at_bytes_of_header(std::string_view line, Place place) {
+  if (is_utf8(line)) return;
+  findings_.add(
+      not_utf8, place, 0,
+      "A line of the header holds bytes that are neither ASCII nor UTF-8; they are copied "
+      "as they are.");
 }
 
 bool TextCheck::read_records() {
@@ -161,24 +202,22 @@ bool TextCheck::read_records() {
 }
 
 void TextCheck::look_behind_empty_statement(Place place) {
-  AnyPiece any;
-  cutter_.tell(&any);
-  std::uint64_t records = 0;
+  UnreadRecords unread(in_comment_);
+  bool is_empty = true;
   while (!cutter_.input_ended()) {
-    const std::string_view record = cutter_.next_record();
-    if (record.empty()) continue;
-    any.found = true;
-    if (!cutter_.input_ended() && find_record(record) != 0) ++records;
+    const std::string_view piece = cutter_.next_piece();
+    is_empty = is_empty && piece.empty();
+    if (!cutter_.input_ended()) unread.take(piece);
   }
-  cutter_.tell(nullptr);
-  if (!any.found) return;
+  if (is_empty) return;
   const std::uint64_t bytes = cutter_.here().offset - place.offset - 1;
-  Finding finding = make_finding(data_ended_early,
-                                 "An empty statement ends the data: the " + with_commas(bytes) +
-                                     " bytes behind it, with " + with_commas(records) +
-                                     (records == 1 ? " record" : " records") + ", are ignored.",
-                                 place.offset, place.line);
-  if (records == 0) finding.severity = Severity::warning;
+  Finding finding =
+      make_finding(data_ended_early,
+                   "An empty statement ends the data: the " + with_commas(bytes) +
+                       " bytes behind it, with " + with_commas(unread.count()) +
+                       (unread.count() == 1 ? " record" : " records") + ", are ignored.",
+                   place.offset, place.line);
+  if (unread.count() == 0) finding.severity = Severity::warning;
   findings_.add(std::move(finding));
 }
 
@@ -189,24 +228,9 @@ void TextCheck::note_text_after_end(Place place) {
                 "More text stands behind \"END-ISO-10303-21;\", and its records are read as well.");
 }
 
-/// What is left of `piece` behind the comments that stand in front of it, or that began before.
-std::string_view TextCheck::skip_comments(std::string_view piece) {
-  for (;;) {
-    if (!in_comment_) {
-      if (!piece.starts_with("/*")) return piece;
-      piece.remove_prefix(2);
-      in_comment_ = true;
-    }
-    const std::size_t end = piece.find("*/");
-    if (end == NONE) return {};
-    in_comment_ = false;
-    piece = trimmed(piece.substr(end + 2));
-  }
-}
-
 void TextCheck::passed_over(std::string_view piece) {
   const Place place = cutter_.place_of(piece);
-  const std::string_view text = skip_comments(piece);
+  const std::string_view text = skip_comments(piece, in_comment_);
   if (text.empty()) return;
   note_text_after_end(place);
   if (text == "END-ISO-10303-21") {

@@ -33,6 +33,7 @@ class TextCheck : private CuttingWitness {
   void to_be_joined(std::string_view piece) override;
 
   bool read_header(bool expects_no_header);
+  void look_at_bytes_of_header(std::string_view line, Place place);
   bool read_records();
   void look_at(std::string_view record);
   void look_at_text_of(std::string_view record, std::uint32_t number);
@@ -43,7 +44,6 @@ class TextCheck : private CuttingWitness {
   void report_numbers_beyond_store();
   void say_why_dropped(std::string_view record);
   void note_text_after_end(Place place);
-  std::string_view skip_comments(std::string_view piece);
 
   std::istream& in_;
   File& store_;

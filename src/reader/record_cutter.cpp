@@ -70,6 +70,10 @@ std::string_view RecordCutter::next_line() {
   return trimmed(take_until('\n'));
 }
 
+std::string_view RecordCutter::next_piece() {
+  return trimmed(take_until(';'));
+}
+
 std::string_view RecordCutter::next_record() {
   // Fast path: nearly every record is one piece that stands in the buffer as a whole.
   const char* first = buffer_.get() + begin_;
@@ -95,7 +99,7 @@ std::string_view RecordCutter::next_record_plainly() {
   }
   std::string_view piece;
   for (;;) {
-    piece = trimmed(take_until(';'));
+    piece = next_piece();
     if (ended_ || piece.empty() || piece.front() == '#') break;
     if (witness_ != nullptr) witness_->passed_over(piece);
   }
@@ -108,7 +112,7 @@ std::string_view RecordCutter::join_pieces(std::string_view first) {
   joined_ = first;
   if (witness_ != nullptr) witness_->to_be_joined(first);
   do {
-    const std::string_view piece = trimmed(take_until(';'));
+    const std::string_view piece = next_piece();
     if (witness_ != nullptr) witness_->to_be_joined(piece);
     joined_ += piece;
     if (joined_.size() > max_held_) throw_too_long();

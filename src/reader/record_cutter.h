@@ -44,6 +44,10 @@ class RecordCutter {
   /// Valid until the next call.
   std::string_view next_line();
 
+  /// What stands in front of the next ";", without white space at its ends, be it a record, part of
+  /// one, or something else; at the end of the input the rest. Valid until the next call.
+  std::string_view next_piece();
+
   /// The next record, without its ";"; empty at the end of the data, which is the end of the
   /// input or an empty piece (";;"). Valid until the next call.
   ///

@@ -9,6 +9,7 @@
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "reader/refusals.h"
+#include "splitter/fresh_files.h"
 #include "splitter/written_files.h"
 
 namespace Kessel {
@@ -45,6 +46,7 @@ std::vector<WrittenFile> CheckedRun::write_to(const std::filesystem::path& outdi
 
   const CleanStatics statics;
   file->process_parts(decode_step_to_utf8);
+  require_fresh_files(*file, in_, outdir);
   if (file->root_part() != nullptr) file->list_root();
   if (Part::_failure) throw OutputError(Part::_failure->path, Part::_failure->reason);
   file->extract_parts(outdir, options_);

@@ -6,6 +6,7 @@
 
 #include "kessel/file.h"
 #include "model/messages.h"
+#include "splitter/root_list.h"
 
 namespace Kessel {
 
@@ -24,10 +25,10 @@ void File::process_parts(std::string (*decode)(std::string_view)) {
 /// Leaves the name of the root's file to the host, in the working directory.
 void File::list_root() const {
   errno = 0;
-  std::ofstream roots_file("roots.txt");
+  std::ofstream roots_file(ROOT_LIST);
   roots_file << root_->get_utf8_filepath() << '\n';
   roots_file.close();
-  if (roots_file.fail()) Part::note_failure("roots.txt");
+  if (roots_file.fail()) Part::note_failure(ROOT_LIST);
 }
 
 File* File::from(std::filesystem::path in, std::string (*decode)(std::string_view)) {

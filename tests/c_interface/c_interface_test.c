@@ -191,10 +191,13 @@ static void input_errors(void) {
 }
 
 static void output_errors(void) {
-  EXPECT(mkdir("out", 0777) == 0);
-  EXPECT(mkdir("out/#21_part.stp", 0777) == 0);
+  EXPECT_FILES(NULL, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
   EXPECT_FAILURE(ASSEMBLY, "out", NULL, KESSEL_OUTPUT_ERROR,
-                 "out/#21_part.stp: cannot be written: Is a directory");
+                 "out/#1_part.stp: cannot be written: File exists");
+  EXPECT(mkdir("other", 0777) == 0);
+  EXPECT(mkdir("other/#21_part.stp", 0777) == 0);
+  EXPECT_FAILURE(ASSEMBLY, "other", NULL, KESSEL_OUTPUT_ERROR,
+                 "other/#21_part.stp: cannot be written: Is a directory");
   write_file("plain", "");
   EXPECT_FAILURE(ASSEMBLY, "plain/out", NULL, KESSEL_OUTPUT_ERROR,
                  "filesystem error: create_directories: Not a directory [plain/out]");

@@ -56,6 +56,10 @@ TEST(Signature, TextInOtherEncodings) {
       {"\0\0\xFE\xFF\0\0\0I"s, "UTF-32"},
       {"I\0\0\0S\0\0\0O\0\0\0"s, "UTF-32"},
       {"\0\0\0I\0\0\0S\0\0\0O"s, "UTF-32"},
+      {"\n\0 \0I\0S\0O\0"s, "UTF-16"},
+      {"\0\r\0\n\0I\0S\0O"s, "UTF-16"},
+      {"\n\0\0\0I\0\0\0S\0\0\0O\0\0\0"s, "UTF-32"},
+      {"\0\0\0\n\0\0\0I\0\0\0S\0\0\0O"s, "UTF-32"},
       {"\xC9\xE2\xD6\x60\xF1\xF0"s, "EBCDIC"},
   };
   for (const auto& row : CASES) {
@@ -74,6 +78,7 @@ TEST(Signature, BinaryFiles) {
             FOUND + "an ELF file.");
   EXPECT_EQ(recognised("text and \0"s), FOUND + "binary data.");
   EXPECT_EQ(recognised("text and \x01"s), FOUND + "binary data.");
+  EXPECT_EQ(recognised("\0 I\0S"s), FOUND + "binary data.");
 }
 
 TEST(Signature, OtherText) {

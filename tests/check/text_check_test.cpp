@@ -160,6 +160,30 @@ TEST(TextCheck, EmptyStatement) {
   });
 }
 
+TEST(TextCheck, RecordsBehindAnEmptyStatementCountBehindComments) {
+  const auto lost = [](const std::string& text) {
+    const Lines lines = checked(DATA + ";" + text + END);
+    EXPECT_EQ(lines.size(), 1u) << text;
+    const std::string what = lines.empty() ? "" : lines.front();
+    return what.substr(0, what.find(':')) + what.substr(what.find(", with ") + 6);
+  };
+  const auto error = [](const std::string& records) {
+    return at(0) + "error data_ended_early " + records + ", are ignored.";
+  };
+  EXPECT_EQ(lost("/* one */ #8=A(#1);\n/* two */\n#10=C();"), error("2 records"));
+  EXPECT_EQ(lost("#8=A('x',#1);\n/* a; b */#10=C();"), error("2 records"));
+  EXPECT_EQ(lost("#8=A() /* n */;\n#10=C() /* m */;"), error("2 records"));
+  EXPECT_EQ(lost("DATA #8=A();"), error("1 record"));
+  EXPECT_EQ(lost("#8=A('a;#9=b;c',$);"), error("1 record"));
+  EXPECT_EQ(lost("#8=A('a;#9=b);\n#10=C();"), error("2 records"));
+  // What stands in a comment is none.
+  EXPECT_EQ(lost("/* #8=A(); #9=B(); */"),
+            at(0) + "warning data_ended_early 0 records, are ignored.");
+  EXPECT_EQ(checked(DATA + "/* a;; #8=A(); b */ #10=C();" + END),
+            (Lines{at(5) + "error data_ended_early: An empty statement ends the data: the 48 bytes "
+                           "behind it, with 1 record, are ignored."}));
+}
+
 TEST(TextCheck, TextBehindTheEnd) {
   const std::string FOUND =
       " error text_after_end: More text stands behind \"END-ISO-10303-21;\", and its records are "
@@ -280,6 +304,26 @@ TEST(TextCheck, BytesThatAreNoUtf8) {
   expect_findings_in_data({
       {"#5=A('M\xFCller');", {at(0) + FOUND}},
       {"#5=A('\xC3\xBC \xC3');", {at(0) + FOUND}},
+  });
+}
+
+TEST(TextCheck, BytesOfTheHeaderThatAreNoUtf8) {
+  const std::string FOUND =
+      " warning not_utf8: A line of the header holds bytes that are neither ASCII nor UTF-8; they "
+      "are copied as they are.";
+  const auto with = [](const std::string& lines) {
+    return "ISO-10303-21;\nHEADER;\n" + lines + "ENDSEC;\nDATA;\n" + PARTS + END;
+  };
+  expect_findings({
+      {with("FILE_NAME('\xE9','');\n"), {"3@22" + FOUND}},
+      {with("\n FILE_NAME('','');\n\tFILE_SCHEMA(('\xC3'));\n"), {"5@43" + FOUND}},
+      {with("FILE_NAME('\xE9','\xE9');\nFILE_SCHEMA(('\xE9'));\n"),
+       {"3@22" + FOUND, "4@42" + FOUND}},
+      {with("FILE_NAME('\xC3\xA9 \xE2\x82\xAC','');\n"), {}},
+      {"ISO-10303-21;/*\xE9*/\n" + DATA + END,
+       {"1@0" + FOUND,
+        "1@0 warning first_line: The first line is not \"ISO-10303-21;\"; the last line of every "
+        "file that is written is made from it."}},
   });
 }
 

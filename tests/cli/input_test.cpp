@@ -56,11 +56,18 @@ TEST(Input, StandardInputIsCalledSoInMessages) {
 TEST(Input, PipeIsReadLikeAFile) {
   const ScratchFolder folder;
   ASSERT_EQ(::mkfifo("pipe", 0600), 0);
-  std::thread writer([&] { folder.write("pipe", exchange_file(BOX_WITH_LID)); });
-  const ProcessRun run = run_velkstep({"tree", "pipe"});
-  writer.join();
-  EXPECT_EQ(run.exit_code, 0);
-  EXPECT_EQ(run.out, BOX_TREE);
+  const auto run_with_pipe = [&](const std::vector<std::string>& arguments) {
+    std::thread writer([&] { folder.write("pipe", exchange_file(BOX_WITH_LID)); });
+    const ProcessRun run = run_velkstep(arguments);
+    writer.join();
+    EXPECT_EQ(run.exit_code, 0) << arguments.front() << ": " << run.errors;
+    return run.out;
+  };
+  EXPECT_EQ(run_with_pipe({"tree", "pipe"}), BOX_TREE);
+  EXPECT_EQ(run_with_pipe({"check", "pipe"}), "");
+  EXPECT_EQ(run_with_pipe({"split", "pipe", "out"}), "out/#1_part.stp\nout/#4_part.stp\n");
+  EXPECT_EQ(run_with_pipe({"verify", "pipe", "out"}),
+            "2 files with 30 records, all as they should be\n");
 }
 
 TEST(Input, ThatCannotBeReadIsNamedWithTheReason) {

@@ -1,7 +1,10 @@
 // velkstep split and what is in OUTDIR already: nothing is lost, whatever happens.
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -12,6 +15,7 @@
 #include "splitter/small_inputs.h"
 #include "support/folder_tree.h"
 #include "support/scratch_folder.h"
+#include "support/shell.h"
 
 namespace Kessel::test {
 namespace {
@@ -63,6 +67,17 @@ TEST_F(SafeOutput, NewFolderHasTheModeOfNewFolders) {
   split();
   fs::create_directory("other");
   EXPECT_EQ(fs::status("out").permissions(), fs::status("other").permissions());
+}
+
+TEST_F(SafeOutput, NewFolderKeepsTheGroupThatItsParentHandsDown) {
+  fs::create_directory("parent");
+  ASSERT_EQ(::chmod("parent", 02775), 0);
+  const mode_t mask = ::umask(022);
+  EXPECT_EQ(run_velkstep({"split", "in.stp", "parent/out"}).exit_code, 0);
+  ::umask(mask);
+  struct stat status = {};
+  ASSERT_EQ(::stat("parent/out", &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 02755u);
 }
 
 TEST_F(SafeOutput, FoldersAboveAreMadeToo) {
@@ -194,6 +209,72 @@ TEST_F(SafeOutput, InputIsNotReplacedWithoutForce) {
   fs::rename("in.stp", "out/#4_part.stp");
   EXPECT_EQ(run_velkstep({"split", "out/#4_part.stp", "out"}).exit_code, 1);
   EXPECT_EQ(read_file("out/#4_part.stp"), exchange_file(BOX_WITH_LID));
+}
+
+TEST_F(SafeOutput, InputIsNotReplacedWithForceEither) {
+  fs::create_directory("out");
+  fs::rename("in.stp", "out/#4_part.stp");
+  fs::create_symlink("#4_part.stp", "out/#1_part.stp");
+  const auto before = tree_of("out");
+  const ProcessRun run = run_velkstep({"split", "--force", "out/#4_part.stp", "out"});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.errors, "velkstep: out/#4_part.stp: is the input\n");
+  EXPECT_EQ(tree_of("out"), before);
+}
+
+TEST_F(SafeOutput, ListThatCannotBePrintedLeavesEverythingAsItWas) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "no device that is always full";
+  const ProcessSetting full = {.standard_output = "/dev/full"};
+  const auto expect_untouched_by = [&](const std::vector<std::string>& arguments) {
+    const auto before = tree_of(folder_.path());
+    const ProcessRun run = run_velkstep(arguments, full);
+    EXPECT_EQ(run.exit_code, 1);
+    EXPECT_EQ(run.errors,
+              "velkstep: standard output: cannot be written: No space left on device\n");
+    EXPECT_EQ(tree_of(folder_.path()), before);
+  };
+  for (const char* command : {"split", "report"}) {
+    expect_untouched_by({command, "in.stp", "new/out"});
+    fs::create_directory("out");
+    expect_untouched_by({command, "in.stp", "out"});
+    folder_.write("out/notes.txt", "mine");
+    expect_untouched_by({command, "in.stp", "out"});
+    folder_.write("out/#4_part.stp", "mine");
+    fs::create_symlink("notes.txt", "out/roots.txt");
+    expect_untouched_by({command, "--force", "in.stp", "out"});
+    fs::remove_all("out");
+  }
+}
+
+TEST_F(SafeOutput, FolderInWhichAnotherProcessPublishesIsRefused) {
+  fs::create_directory("out");
+  const int folder = ::open("out", O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(::flock(folder, LOCK_EX), 0);
+  expect_untouched("velkstep: out: another process is writing into it\n");
+  folder_.write("out/#4_part.stp", "mine");
+  expect_untouched("velkstep: out: another process is writing into it\n", {"--force"});
+  ::close(folder);
+  EXPECT_EQ(split({"--force"}).exit_code, 0);
+  EXPECT_EQ(tree_of("out"), expected_files());
+}
+
+TEST_F(SafeOutput, PathsInTheListLeadToTheFiles) {
+  fs::create_directories("deep/er");
+  fs::create_symlink("deep/er", "link");
+  const ProcessRun run = run_velkstep({"split", "in.stp", "link/../out"});
+  EXPECT_EQ(run.out, "link/../out/#1_part.stp\nlink/../out/#4_part.stp\n");
+  EXPECT_EQ(tree_of("deep/out"), expected_files());
+  EXPECT_EQ(run_velkstep({"split", "in.stp", ".//out/./"}).out, LIST_OF_BOX);
+}
+
+TEST_F(SafeOutput, WorkingDirectoryNeedNotHaveAPath) {
+  EXPECT_EQ(
+      run_in_shell(
+          "in=$PWD/in.stp; out=$PWD/out; mkdir gone; cd gone; rmdir ../gone; '" VELKSTEP_COMMAND
+          "' split \"$in\" \"$out\" >../list 2>&1; echo $?")
+          .out,
+      "0\n");
+  EXPECT_EQ(tree_of("out"), expected_files());
 }
 
 TEST_F(SafeOutput, PathsMayHoldAnyCharacter) {

@@ -151,7 +151,8 @@ TEST_F(SplitCommand, StandardOutputThatIsFullIsAFailure) {
   write_box();
   const ProcessRun run = run_velkstep({"split", "in.stp", "out"}, {.standard_output = "/dev/full"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(run.errors, "velkstep: standard output: cannot be written\n");
+  EXPECT_EQ(run.errors, "velkstep: standard output: cannot be written: No space left on device\n");
+  EXPECT_FALSE(fs::exists("out"));
 }
 
 TEST_F(SplitCommand, NamesAfterProducts) {

@@ -59,6 +59,16 @@ def test_output_that_cannot_be_written(assembly):
     assert isinstance(error, RuntimeError)
 
 
+def test_files_that_are_there_already(assembly):
+    files = velkstep.split(assembly, "out")
+    texts = [file.read_bytes() for file in files]
+    with pytest.raises(velkstep.OutputError) as caught:
+        velkstep.split(assembly, "out")
+    assert str(caught.value) == "out/bolt.stp: cannot be written: File exists"
+    assert (caught.value.path, caught.value.errno) == (Path("out/bolt.stp"), errno.EEXIST)
+    assert [file.read_bytes() for file in files] == texts
+
+
 def test_folder_that_cannot_be_made(assembly):
     Path("plain").touch()
     with pytest.raises(velkstep.OutputError) as caught:

@@ -80,6 +80,7 @@ TEST_F(ProductNames, FolderInHeadersIsConformingToo) {
 
 TEST_F(ProductNames, NamesOfEarlierRunsDoNotCount) {
   run(exchange_file(BOX_WITH_LID), NameStyle::product);
+  fs::remove_all("out");
   EXPECT_EQ(run(exchange_file(BOX_WITH_LID), NameStyle::product),
             (std::vector<fs::path>{"out/box.stp", "out/lid.stp"}));
 }

@@ -46,13 +46,6 @@ int check(const CheckArguments& arguments, const std::filesystem::path& path) {
   return exit_code_of(findings);
 }
 
-/// A file that cannot be opened is a finding, so that only standard input is looked at first.
-int check(const CheckArguments& arguments) {
-  if (arguments.in != "-") return check(arguments, arguments.in);
-  return with_input(arguments.in,
-                    [&](const std::filesystem::path& path) { return check(arguments, path); });
-}
-
 }  // namespace
 
 void add_check_command(CLI::App& app, Action& action) {
@@ -63,7 +56,13 @@ void add_check_command(CLI::App& app, Action& action) {
   add_memory_limit_option(command, arguments->options.memory_limit);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
   command->footer(EXIT_CODES);
-  command->callback([&action, arguments] { action = [arguments] { return check(*arguments); }; });
+  command->callback([&action, arguments] {
+    action = [arguments] {
+      return with_path(arguments->in, [arguments](const std::filesystem::path& path) {
+        return check(*arguments, path);
+      });
+    };
+  });
 }
 
 }  // namespace Velkstep

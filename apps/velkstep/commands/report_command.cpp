@@ -36,7 +36,7 @@ int report(const SplitArguments& arguments) {
     write_page(split, arguments);
     Delivery delivery = {.text = {}, .more = {REPORT_FILE}};
     if (!arguments.quiet) {
-      delivery.text = (arguments.outdir / REPORT_FILE).lexically_normal().string() + '\n';
+      delivery.text = shown_path(arguments.outdir, REPORT_FILE) + '\n';
     }
     return delivery;
   });

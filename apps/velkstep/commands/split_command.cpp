@@ -22,7 +22,7 @@ struct Arguments : SplitArguments {
 std::string list_of(const FinishedSplit& split, const std::filesystem::path& outdir) {
   std::string list;
   for (const Kessel::WrittenFile& file : split.files) {
-    list += (outdir / file.path).lexically_normal().string() + '\n';
+    list += shown_path(outdir, file.path.string()) + '\n';
   }
   return list;
 }

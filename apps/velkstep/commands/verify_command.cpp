@@ -72,13 +72,6 @@ int verify(const VerifyArguments& arguments, const std::filesystem::path& path) 
   return printed != EXIT_DONE ? printed : exit_code_of(verification.findings);
 }
 
-/// A file that cannot be opened is a finding, so that only standard input is looked at first.
-int verify(const VerifyArguments& arguments) {
-  if (arguments.in != "-") return verify(arguments, arguments.in);
-  return with_input(arguments.in,
-                    [&](const std::filesystem::path& path) { return verify(arguments, path); });
-}
-
 }  // namespace
 
 void add_verify_command(CLI::App& app, Action& action) {
@@ -95,7 +88,13 @@ void add_verify_command(CLI::App& app, Action& action) {
   add_memory_limit_option(command, arguments->options.memory_limit);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
   command->footer(EXIT_CODES);
-  command->callback([&action, arguments] { action = [arguments] { return verify(*arguments); }; });
+  command->callback([&action, arguments] {
+    action = [arguments] {
+      return with_path(arguments->in, [arguments](const std::filesystem::path& path) {
+        return verify(*arguments, path);
+      });
+    };
+  });
 }
 
 }  // namespace Velkstep

@@ -1,12 +1,20 @@
 #include "run/split_run.h"
 
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <exception>
+#include <system_error>
 
 #include "kessel/errors.h"
 #include "run/exit_codes.h"
 #include "run/with_input.h"
+#include "system/descriptor.h"
 #include "system/input.h"
 #include "system/interruption.h"
+#include "system/patient_output.h"
 #include "system/staged_output.h"
 
 namespace Velkstep {
@@ -21,18 +29,19 @@ constexpr const char* ROOTS_FILE = "roots.txt";
 /// Makes a folder the working directory while it lives.
 class WorkingDirectory {
  public:
-  explicit WorkingDirectory(const fs::path& folder) : before_(fs::current_path()) {
+  explicit WorkingDirectory(const fs::path& folder)
+      : before_(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
     fs::current_path(folder);
   }
   WorkingDirectory(const WorkingDirectory&) = delete;
   WorkingDirectory& operator=(const WorkingDirectory&) = delete;
   ~WorkingDirectory() {
-    std::error_code ignored;
-    fs::current_path(before_, ignored);
+    // Where it cannot be had back, absolute paths still do.
+    [[maybe_unused]] const int changed = ::fchdir(before_.number());
   }
 
  private:
-  fs::path before_;
+  Descriptor before_;  // Its path may be too long, or gone.
 };
 
 /// Splits into `folder`, "roots.txt" as well.
@@ -60,6 +69,38 @@ std::vector<std::string> in_order_of_arrival(const FinishedSplit& split,
   return order;
 }
 
+/// No file may take the place of the input, not even where replacing was asked for.
+void refuse_to_replace_input(const std::vector<std::string>& names, const fs::path& outdir,
+                             const fs::path& input) {
+  for (const std::string& name : names) {
+    std::error_code error;
+    const fs::path there = outdir / name;
+    if (!fs::is_symlink(there, error) && fs::equivalent(there, input, error)) {
+      throw UnusableOutput(there, "is the input");
+    }
+  }
+}
+
+/// Moves the split's files into OUTDIR and prints what there is to say about them. If either fails,
+/// nothing has happened.
+int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArguments& arguments,
+            StagedOutput& staged) {
+  const std::vector<std::string> names = in_order_of_arrival(split, delivery.more);
+  if (arguments.force) refuse_to_replace_input(names, arguments.outdir, split.input);
+  staged.publish(names, arguments.force);
+  try {
+    write_patiently(STDOUT_FILENO, delivery.text);
+  } catch (const Interrupted& interruption) {
+    // A reader that has gone has seen what it wanted.
+    if (interruption.signal() == SIGPIPE) staged.keep();
+    throw;
+  } catch (const std::system_error& error) {
+    return fail("standard output", "cannot be written: " + error.code().message());
+  }
+  staged.keep();
+  return EXIT_DONE;
+}
+
 int fail_at(const std::string& name, const Kessel::Finding& finding) {
   return fail(finding.line == 0 ? name : name + ":" + std::to_string(finding.line),
               finding.sentence);
@@ -67,12 +108,19 @@ int fail_at(const std::string& name, const Kessel::Finding& finding) {
 
 }  // namespace
 
+std::string shown_path(const fs::path& outdir, const std::string& name) {
+  const fs::path path = outdir / name;
+  // A folder before ".." may be a link, and what is above its target is somewhere else.
+  const bool goes_up = std::find(path.begin(), path.end(), "..") != path.end();
+  return (goes_up ? path : path.lexically_normal()).string();
+}
+
 int run_split(const SplitArguments& arguments,
               const std::function<Delivery(const FinishedSplit&)>& prepare) {
   const std::string name = shown_name(arguments.in);
   try {
-    hold_interruptions();
     const Input input(arguments.in);
+    hold_interruptions();
     StagedOutput staged(arguments.outdir);
     FinishedSplit split;
     split.input = fs::absolute(input.path());
@@ -80,9 +128,7 @@ int run_split(const SplitArguments& arguments,
     split.files = split_into(split.folder, split.input, arguments);
     split.has_root = fs::exists(split.folder / ROOTS_FILE);
     if (split.files.empty()) return EXIT_NOTHING_TO_SPLIT;  // The library has said why.
-    const Delivery delivery = prepare(split);
-    staged.publish(in_order_of_arrival(split, delivery.more), arguments.force);
-    return print(delivery.text);
+    return deliver(split, prepare(split), arguments, staged);
   } catch (const Interrupted&) {
     throw;
   } catch (const UnusableOutput& error) {

@@ -25,9 +25,12 @@ struct Delivery {
   std::vector<std::string> more;  ///< names of further files that were written beside the parts'
 };
 
+/// How a file in OUTDIR is called in what a command prints.
+std::string shown_path(const std::filesystem::path& outdir, const std::string& name);
+
 /// Splits into a fresh folder, calls `prepare` with that, moves everything into OUTDIR, and prints.
-/// What goes wrong until then is printed as one line, and leaves OUTDIR as it was. Returns the exit
-/// code. Throws `Interrupted`.
+/// Whatever goes wrong is printed as one line, and leaves OUTDIR as it was. Returns the exit code.
+/// Throws `Interrupted`: then, too, OUTDIR is as it was, unless the signal is SIGPIPE.
 int run_split(const SplitArguments& arguments,
               const std::function<Delivery(const FinishedSplit&)>& prepare);
 

@@ -59,6 +59,16 @@ int with_input(const std::string& argument,
   }
 }
 
+int with_path(const std::string& argument,
+              const std::function<int(const std::filesystem::path&)>& look) {
+  if (is_readable_once(argument)) return with_input(argument, look);
+  try {
+    return look(argument);
+  } catch (const std::exception& error) {
+    return fail(argument, reason_of(error));
+  }
+}
+
 int print(std::string_view text) {
   std::cout << text << std::flush;
   if (!std::cout) return fail("standard output", "cannot be written");

@@ -25,6 +25,11 @@ std::string shown_name(const std::string& argument);
 int with_input(const std::string& argument,
                const std::function<int(const std::filesystem::path&)>& look);
 
+/// The same for commands to which a file that cannot be read is a finding: only what can be read
+/// just once is looked at first. All else is called with the path as it is.
+int with_path(const std::string& argument,
+              const std::function<int(const std::filesystem::path&)>& look);
+
 /// Prints `text` on standard output. Returns EXIT_DONE, or fails when it cannot be written.
 int print(std::string_view text);
 

@@ -56,6 +56,11 @@ void copy_all(int from, int to) {
 
 }  // namespace
 
+bool is_readable_once(const std::string& argument) {
+  std::error_code error;
+  return argument == "-" || std::filesystem::is_fifo(argument, error);
+}
+
 void Input::spool(int source) {
   spool_ = open_unnamed_file();
   copy_all(source, spool_.number());

@@ -8,6 +8,9 @@
 
 namespace Velkstep {
 
+/// Whether an argument is standard input or the path of a pipe.
+bool is_readable_once(const std::string& argument);
+
 /// An input that can be read more than once, as long as the object lives. What can be read only
 /// once, standard input and pipes, is copied into a temporary file without a name, which is gone
 /// however the process ends.

@@ -17,8 +17,12 @@ class Interrupted : public std::exception {
   int signal_;
 };
 
-/// From now on SIGINT, SIGTERM and SIGHUP (if not ignored) wait until somebody asks for them.
+/// From now on the signals that ask to stop (SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU; not those
+/// that are ignored) wait until somebody asks for them, and SIGPIPE is ignored.
 void hold_interruptions();
+
+/// Whether one of these signals has come.
+bool is_interrupted();
 
 /// Throws `Interrupted` when one of these signals has come.
 void throw_if_interrupted();

@@ -4,7 +4,9 @@
 #include <fcntl.h>
 #include <stdio.h>
 #include <stdlib.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -38,18 +40,6 @@ std::optional<struct stat> status_of(const fs::path& path) {
 
 bool is_folder(const struct stat& status) {
   return S_ISDIR(status.st_mode);
-}
-
-/// Renames; fails with EEXIST when there is something called `to`.
-bool rename_to_new(const fs::path& from, const fs::path& to) {
-  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-  if (errno != EINVAL && errno != ENOSYS) return false;
-  // The file system cannot do both in one.
-  if (status_of(to).has_value()) {
-    errno = EEXIST;
-    return false;
-  }
-  return ::rename(from.c_str(), to.c_str()) == 0;
 }
 
 mode_t mode_of_new_folders() {
@@ -91,53 +81,33 @@ void make_folders(const fs::path& folder, const fs::path& shown, NewFolders& mad
   }
 }
 
-/// Renames what it is told to, and undoes everything unless it is kept.
-class Moves {
- public:
-  Moves() = default;
-  Moves(const Moves&) = delete;
-  Moves& operator=(const Moves&) = delete;
-  ~Moves() {
-    for (auto move = done_.rbegin(); move != done_.rend(); ++move) {
-      ::rename(move->second.c_str(), move->first.c_str());
-    }
-  }
+/// Whether the folder says more about who may use it than its owner, group and mode.
+bool has_access_lists(const fs::path& folder) {
+  return ::getxattr(folder.c_str(), "system.posix_acl_access", nullptr, 0) >= 0 ||
+         ::getxattr(folder.c_str(), "system.posix_acl_default", nullptr, 0) >= 0;
+}
 
-  bool move(const fs::path& from, const fs::path& to) {
-    done_.emplace_back(from, to);
-    const bool moved = rename_to_new(from, to);
-    if (!moved) done_.pop_back();
-    return moved;
-  }
+bool is_working_directory(const struct stat& folder) {
+  struct stat here = {};
+  return ::stat(".", &here) == 0 && here.st_dev == folder.st_dev && here.st_ino == folder.st_ino;
+}
 
-  void keep() { done_.clear(); }
-
- private:
-  std::vector<std::pair<fs::path, fs::path>> done_;
-};
+/// Opens `folder` and locks it for this process; false where another has locked it. Where folders
+/// cannot be locked, nothing is.
+bool try_to_lock(const fs::path& folder, Descriptor& lock) {
+  lock = Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return ::flock(lock.number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
 
 }  // namespace
 
-NewFolders::~NewFolders() {
-  for (auto made = made_.rbegin(); made != made_.rend(); ++made) ::rmdir(made->c_str());
-}
-
-bool NewFolders::make(const fs::path& folder) {
-  made_.push_back(folder);
-  if (::mkdir(folder.c_str(), 0777) == 0) return true;
-  const int error = errno;
-  made_.pop_back();
-  errno = error;
-  return false;
-}
-
 StagedOutput::StagedOutput(const fs::path& outdir)
-    : reserve_(new char[MEMORY_TO_REMOVE]),
-      shown_(outdir),
-      outdir_(resolved(outdir)),
-      started_in_(fs::current_path()) {
+    : reserve_(new char[MEMORY_TO_REMOVE]), shown_(outdir), outdir_(resolved(outdir)) {
   const auto there = status_of(outdir_);
   if (there && !is_folder(*there)) throw failure(shown_, "cannot be created: " + reason(ENOTDIR));
+  if (there && ::faccessat(AT_FDCWD, outdir_.c_str(), W_OK | X_OK, AT_EACCESS) != 0) {
+    throw failure(shown_, "cannot be written to: " + reason(errno));
+  }
   const fs::path above = outdir_.parent_path();
   make_folders(above, shown_, above_);
 
@@ -152,54 +122,91 @@ StagedOutput::StagedOutput(const fs::path& outdir)
 
 StagedOutput::~StagedOutput() {
   reserve_.reset();
+  if (!kept_) {
+    ::mkdir(folder_.c_str(), 0700);  // It may have become the output folder.
+    moves_.take_back();
+    if (is_outdir_new_) ::rmdir(outdir_.c_str());
+  }
   std::error_code error;
   fs::remove_all(folder_, error);
 }
 
 void StagedOutput::publish(const std::vector<std::string>& names, bool replace) {
   throw_if_interrupted();
-  if (!publish_as_folder()) publish_one_by_one(names, replace);
+  refuse_what_is_there(names, replace);
+  if (publish_as_folder(names)) return;
+  lock_outdir();
+  refuse_what_is_there(names, replace);
+  publish_one_by_one(names);
+}
+
+void StagedOutput::keep() {
+  kept_ = true;
   above_.keep();
 }
 
-/// A folder that is new or empty is replaced as a whole, unless others may notice: because it is
-/// somebody else's, or because the command was started in it.
-bool StagedOutput::publish_as_folder() {
-  const auto there = status_of(outdir_);
-  if (!there) {
-    ::chmod(folder_.c_str(), mode_of_new_folders());
-    if (rename_to_new(folder_, outdir_)) return true;
-    if (errno != EEXIST) throw failure(shown_, "cannot be created: " + reason(errno));
-    return false;
-  }
-  const auto own = status_of(folder_);
-  std::error_code error;
-  if (!own || own->st_uid != there->st_uid || own->st_gid != there->st_gid) return false;
-  if (!is_folder(*there) || fs::equivalent(outdir_, started_in_, error)) return false;
-  return ::chmod(folder_.c_str(), there->st_mode & 07777) == 0 &&
-         ::rename(folder_.c_str(), outdir_.c_str()) == 0;
-}
-
-void StagedOutput::publish_one_by_one(const std::vector<std::string>& names, bool replace) {
+void StagedOutput::refuse_what_is_there(const std::vector<std::string>& names, bool replace) const {
   for (const std::string& name : names) {
     const auto there = status_of(outdir_ / name);
     if (!there) continue;
     if (is_folder(*there)) throw failure(shown_ / name, "is a folder");
     if (!replace) throw failure(shown_ / name, "is there already; --force replaces it");
   }
-  Moves moves;
+}
+
+/// Until the files are in place and kept, no other process publishes in the output folder.
+void StagedOutput::lock_outdir() {
+  if (lock_.number() >= 0) return;
+  struct stat locked = {};
+  const bool mine = try_to_lock(outdir_, lock_);
+  const auto there = status_of(outdir_);
+  const bool replaced =
+      ::fstat(lock_.number(), &locked) == 0 &&
+      (!there || there->st_dev != locked.st_dev || there->st_ino != locked.st_ino);
+  if (!mine || replaced) throw failure(shown_, "another process is writing into it");
+}
+
+/// A folder that is new or empty is replaced as a whole, if nobody else notices.
+bool StagedOutput::publish_as_folder(const std::vector<std::string>& names) {
+  Moves::Paths paths;
+  for (const std::string& name : names) paths.emplace_back(folder_ / name, outdir_ / name);
+  const bool replaced = replace_outdir();
+  if (replaced) moves_.add(std::move(paths));
+  return replaced;
+}
+
+bool StagedOutput::replace_outdir() {
+  const auto own = status_of(folder_);
+  if (!own) return false;
+  try_to_lock(folder_, lock_of_new_);
+  const auto there = status_of(outdir_);
+  if (!there) {
+    ::chmod(folder_.c_str(), mode_of_new_folders() | (own->st_mode & S_ISGID));
+    is_outdir_new_ = rename_to_new(folder_, outdir_);
+    if (is_outdir_new_ || errno == EEXIST) return is_outdir_new_;
+    throw failure(shown_, "cannot be created: " + reason(errno));
+  }
+  if (own->st_uid != there->st_uid || own->st_gid != there->st_gid || !is_folder(*there) ||
+      has_access_lists(outdir_) || is_working_directory(*there)) {
+    return false;
+  }
+  lock_outdir();
+  return ::chmod(folder_.c_str(), there->st_mode & 07777) == 0 &&
+         ::rename(folder_.c_str(), outdir_.c_str()) == 0;
+}
+
+void StagedOutput::publish_one_by_one(const std::vector<std::string>& names) {
   const fs::path replaced = folder_ / ".replaced";
   ::mkdir(replaced.c_str(), 0700);
   const auto move = [&](const fs::path& from, const fs::path& to, const std::string& name) {
     throw_if_interrupted();
-    if (!moves.move(from, to)) throw failure(shown_ / name, reason(errno));
+    if (!moves_.move(from, to)) throw failure(shown_ / name, reason(errno));
   };
   // From back to front, so that a file that says that all are there is the first to go.
-  for (auto name = names.rbegin(); replace && name != names.rend(); ++name) {
+  for (auto name = names.rbegin(); name != names.rend(); ++name) {
     if (status_of(outdir_ / *name)) move(outdir_ / *name, replaced / *name, *name);
   }
   for (const std::string& name : names) move(folder_ / name, outdir_ / name, name);
-  moves.keep();
 }
 
 }  // namespace Velkstep

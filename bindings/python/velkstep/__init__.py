@@ -33,9 +33,10 @@ def split(
 ) -> list[pathlib.Path]:
     """Splits the file `input` into files under `outdir`, and returns their paths, the root's first.
 
-    The list is empty when the file holds one part or none. `outdir` is made as needed; a file of
-    the same name that is there already is appended to, and "roots.txt" with the root's file name
-    goes into the working directory. Sentences about problems in the data go to standard error.
+    The list is empty when the file holds one part or none. `outdir` is made as needed; where one of
+    the files is there already, in whatever form, nothing is written and OutputError is raised.
+    "roots.txt" with the root's file name goes into the working directory, over an earlier one.
+    Sentences about problems in the data go to standard error.
 
     `progress` is called with the stage and how much of it is done of what total: bytes of the input
     for "reading" and "writing", passes for "sorting". An exception that it raises ends the split

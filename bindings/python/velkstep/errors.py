@@ -35,7 +35,8 @@ class InputError(RuntimeError):
 
 
 class OutputError(RuntimeError):
-    """An output file or folder that was not written whole. What was written is left as it is."""
+    """An output file or folder that is there already, with `errno.EEXIST`, or that was not written
+    whole. What was written is left as it is."""
 
     def __init__(self, sentence: str, path: pathlib.Path, errno: int) -> None:
         super().__init__(sentence, path, errno)
