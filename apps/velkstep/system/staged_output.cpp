@@ -197,7 +197,9 @@ bool StagedOutput::replace_outdir() {
 
 void StagedOutput::publish_one_by_one(const std::vector<std::string>& names) {
   const fs::path replaced = folder_ / ".replaced";
-  ::mkdir(replaced.c_str(), 0700);
+  if (::mkdir(replaced.c_str(), 0700) != 0) {
+    throw failure(shown_, "cannot be written to: " + reason(errno));
+  }
   const auto move = [&](const fs::path& from, const fs::path& to, const std::string& name) {
     throw_if_interrupted();
     if (!moves_.move(from, to)) throw failure(shown_ / name, reason(errno));
