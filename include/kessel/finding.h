@@ -48,7 +48,7 @@ enum class FindingKind {
   comment_is_read,          ///< a comment with "#", "'" or ";" in it, which is taken for data
   not_utf8,                 ///< bytes that are neither ASCII nor UTF-8, in the header or a record
   repeated_number,          ///< a second record under the same number
-  memory_limit,             ///< the records need more memory than `Options::memory_limit`
+  memory_limit,             ///< what is kept, or one text, is above `Options::memory_limit`
 
   // references
   malformed_reference,    ///< "#" without a number; the record's further references are not seen

@@ -57,9 +57,12 @@ struct Options {
   /// Whether the name of a file in its own header (ISO 10303-21, 8.2.2) has the output folder in
   /// front, as the caller gave it.
   bool folder_in_headers = true;
-  /// Bytes that the records of the input may take in memory, and one record or the header as text.
-  /// It bounds what a hostile file can make the reader ask for, to within a block of 256 KiB; what
-  /// the passes add to the records later is not counted.
+  /// Bytes that may be kept of the input in memory: records, the table of their numbers,
+  /// references, types, and the names of products where files are called after them. Also the bytes
+  /// that the header, or a record or whatever else stands in front of a ";", may have as text. It
+  /// bounds what a hostile file can make the reader ask for: what is kept stays below it, to within
+  /// a block of 256 KiB and the strings of one record, and reading needs at most ten times the
+  /// longest text beside that. What the passes add to the records later is not counted.
   std::uint64_t memory_limit = NO_LIMIT;
   /// Told how far the run has come, on the caller's thread: after each pass, and after every
   /// megabyte of the input. An exception that leaves it ends the run, which is how to cancel one;

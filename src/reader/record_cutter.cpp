@@ -31,10 +31,12 @@ bool RecordCutter::refill() {
   passed_ += begin_;
   if (left == capacity_) {
     if (left >= max_held_) throw_too_long();
-    auto larger = std::make_unique_for_overwrite<char[]>(capacity_ * 2);
+    // Twice the room, but no more than for the longest text with its delimiter.
+    const auto more = static_cast<std::size_t>(std::min<std::uint64_t>(left, max_held_ - left + 1));
+    auto larger = std::make_unique_for_overwrite<char[]>(capacity_ + more);
     std::memcpy(larger.get(), buffer_.get() + begin_, left);
     buffer_ = std::move(larger);
-    capacity_ *= 2;
+    capacity_ += more;
   } else if (begin_ != 0) {
     std::memmove(buffer_.get(), buffer_.get() + begin_, left);
   }

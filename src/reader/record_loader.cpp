@@ -77,7 +77,9 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
   if (name.empty()) return {Loading::no_type};
 
   const unsigned id = *first;
-  if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id);
+  if (memory_limit_ != Options::NO_LIMIT) {
+    require_memory_for(id, static_cast<std::size_t>(last - first));
+  }
   file_.make_room(id);
   if (file_.name_style_ != NameStyle::record) keep_name(id, name, record);
   const Type& type = type_of(name);
@@ -86,18 +88,23 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
   return {whole ? Loading::whole : Loading::references_cut, id, name, type.place};
 }
 
-void RecordLoader::require_memory_for(unsigned id) const {
-  const std::uint64_t needed = file_.entities_.bytes_with(id) + file_.arena_->bytes() + text_bytes_;
+/// Throws InputError where what is kept would need more memory than it may take with a record `id`
+/// whose list of references has so many numbers, its length included. The record's texts are
+/// counted when they are kept.
+void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) const {
+  const std::uint64_t needed = file_.entities_.bytes_with(id) + file_.arena_->bytes() +
+                               numbers * sizeof(unsigned) + kept_bytes_;
   if (needed > memory_limit_) throw InputError(too_much_memory(needed, memory_limit_, id));
 }
 
 Entity* RecordLoader::create(unsigned id, const Type& type, std::string_view record) {
   if (type.keep == Keep::nothing) return file_.store<Entity>(id);
+  const std::size_t room = type.ids->capacity();
   type.ids->push_back(id);
-  text_bytes_ += sizeof(unsigned);
+  kept_bytes_ += (type.ids->capacity() - room) * sizeof(unsigned);
   if (type.keep == Keep::type) return file_.store<EntityWithType>(id, type.name);
   const std::string_view attribute = first_string(record);
-  text_bytes_ += attribute.size();
+  kept_bytes_ += attribute.size();
   return file_.store<EntityWithAttr>(id, type.name, attribute);
 }
 
@@ -107,7 +114,9 @@ void RecordLoader::keep_name(unsigned id, std::string_view type, std::string_vie
   const bool names_parts = type.find("PRODUCT") != std::string_view::npos ||
                            type.find("REPRESENTATION") != std::string_view::npos;
   if (names_parts) {
-    file_.names_.insert_or_assign(id, whole_first_string(record));
+    const std::string_view name = whole_first_string(record);
+    file_.names_.insert_or_assign(id, name);
+    kept_bytes_ += BYTES_OF_A_NAME + name.size();
   } else if (file_.entities_[id] != nullptr) {
     file_.names_.erase(id);  // The number was used before.
   }
@@ -140,7 +149,7 @@ RecordLoader::Type RecordLoader::look_up(std::string_view name) {
   if (type.keep == Keep::nothing) return type;
   const std::size_t known = file_.types_.size();
   std::tie(type.name, type.ids) = file_.intern_type(name);
-  if (file_.types_.size() != known) text_bytes_ += name.size();
+  if (file_.types_.size() != known) kept_bytes_ += BYTES_OF_A_TYPE + name.size();
   return type;
 }
 

@@ -77,15 +77,19 @@ class RecordLoader {
     std::uint32_t place = MOST_KNOWN_TYPES;  // in the cache
   };
 
+  // What the tables take for each element beside its text, with what the heap adds, roughly.
+  static constexpr std::uint64_t BYTES_OF_A_NAME = 96;
+  static constexpr std::uint64_t BYTES_OF_A_TYPE = 192;
+
   const Type& type_of(std::string_view name);
   Type look_up(std::string_view name);
   Entity* create(unsigned id, const Type& type, std::string_view record);
   void keep_name(unsigned id, std::string_view type, std::string_view record);
-  void require_memory_for(unsigned id) const;
+  void require_memory_for(unsigned id, std::size_t numbers) const;
 
   File& file_;
   std::uint64_t memory_limit_;
-  std::uint64_t text_bytes_ = 0;   // What names, lists of numbers and attributes take, roughly.
+  std::uint64_t kept_bytes_ = 0;   // What is kept elsewhere than in the arena and the slots.
   std::vector<unsigned> numbers_;  // Scratch: the record's own number, then its references.
 
   // Fast path for the few hundred keywords that a file uses over and over: a hash table that is

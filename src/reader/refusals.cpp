@@ -41,7 +41,8 @@ Finding unclosed(std::string_view text, std::uint64_t offset) {
 
 Finding too_long(std::uint64_t limit, std::uint64_t offset) {
   return make_finding(FindingKind::memory_limit,
-                      "A text without an end is longer than the memory limit of " +
+                      "The header, a record or other text in front of a \";\" is longer than the "
+                      "memory limit of " +
                           std::to_string(limit) + " bytes.",
                       offset);
 }

@@ -21,7 +21,7 @@ Finding header_as_data();
 /// ";" completes.
 Finding unclosed(std::string_view text, std::uint64_t offset);
 
-/// A line or record, or the header, is longer than `limit` bytes.
+/// A line, the header, or what stands in front of a ";" is longer than `limit` bytes.
 Finding too_long(std::uint64_t limit, std::uint64_t offset);
 
 /// The store needs `needed` bytes for a record with the number `instance`.

@@ -186,7 +186,8 @@ static void input_errors(void) {
   EXPECT_FAILURE("empty.stp", "out", NULL, KESSEL_INPUT_ERROR, "The file is empty.");
   options.memory_limit = 1;
   EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_INPUT_ERROR,
-                 "A text without an end is longer than the memory limit of 1 bytes.");
+                 "The header, a record or other text in front of a \";\" is longer than the memory "
+                 "limit of 1 bytes.");
   EXPECT(access("out", F_OK) != 0);
 }
 

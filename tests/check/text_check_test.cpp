@@ -361,16 +361,16 @@ TEST(TextCheck, MemoryLimit) {
   EXPECT_EQ(checked(text, {.memory_limit = 9'000'000}), Lines());
   EXPECT_EQ(checked(text, {.memory_limit = 8'000'000}),
             (Lines{at(0) + "error memory_limit #4294967295: With instance #4294967295 the records "
-                           "need 8716326 bytes of memory, and the limit is 8000000."}));
+                           "need 8716714 bytes of memory, and the limit is 8000000."}));
   const std::string long_record = DATA + "#5=A('" + std::string(3'000'000, 'x') + "');" + END;
   EXPECT_EQ(checked(long_record, {.memory_limit = 2'000'000}),
-            (Lines{"8@174 error memory_limit: A text without an end is longer than the memory "
-                   "limit of 2000000 bytes."}));
+            (Lines{"8@174 error memory_limit: The header, a record or other text in front of a "
+                   "\";\" is longer than the memory limit of 2000000 bytes."}));
   EXPECT_EQ(checked(long_record, {.memory_limit = 5'000'000}), Lines());
   const std::string long_header = "ISO-10303-21;\n" + std::string(400'000, '\n');
   EXPECT_EQ(checked(long_header + "ENDSEC;\n" + END, {.memory_limit = 300'000}),
-            (Lines{"400003@400022 error memory_limit: A text without an end is longer than the "
-                   "memory limit of 300000 bytes."}));
+            (Lines{"400003@400022 error memory_limit: The header, a record or other text in front "
+                   "of a \";\" is longer than the memory limit of 300000 bytes."}));
 }
 
 }  // namespace

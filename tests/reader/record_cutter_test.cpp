@@ -259,6 +259,10 @@ TEST(RecordCutterLimit, IsForTextsThatAreLonger) {
   std::string pieces = "#1=A('";
   for (int i = 0; i < 700'000; ++i) pieces += "x;";
   EXPECT_THROW(cut(pieces + "');"), InputError);
+  // To the byte, once more than a block is needed.
+  const std::string longest = "#1=A('" + std::string(LIMIT - 8, 'x') + "')";
+  EXPECT_EQ(cut(longest + ";"), longest);
+  EXPECT_THROW(cut(" " + longest + ";"), InputError);
   // Many texts that fit are no long one.
   std::istringstream in(fits + ";" + fits + ";" + fits + ";");
   RecordCutter cutter(in);

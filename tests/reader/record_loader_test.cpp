@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <set>
 #include <string>
 #include <string_view>
@@ -11,6 +13,7 @@
 #include "kessel/errors.h"
 #include "kessel/file.h"
 #include "reader/stored_records.h"
+#include "support/file_internals.h"
 
 namespace Kessel::test {
 namespace {
@@ -257,6 +260,51 @@ TEST(RecordLoader, MemoryLimitEndsLoading) {
   }
   EXPECT_EQ(file.entities().size(), File::SLOT_BLOCK) << "nothing was taken";
   EXPECT_EQ(loader.add("#4097=A()").loading, Loading::whole);
+}
+
+/// The number of the first of the records `record(1)`, `record(2)`, ... that the limit refuses; 0
+/// where the first thousand fit.
+template <class Record>
+unsigned first_refused(std::uint64_t limit, NameStyle names, Record record) {
+  File file("");
+  FileInternals::name_style(file) = names;
+  RecordLoader loader(file, limit);
+  for (unsigned i = 1; i <= 1000; ++i) {
+    try {
+      loader.add(record(i));
+    } catch (const InputError& error) {
+      EXPECT_EQ(error.finding().instance, i);
+      return i;
+    }
+  }
+  return 0;
+}
+
+TEST(RecordLoader, MemoryLimitCountsTheNamesThatAreKept) {
+  const std::string name(100'000, 'x');
+  const auto record = [&](unsigned i) {
+    return "#" + std::to_string(i) + "=XREPRESENTATIONX('" + name + "')";
+  };
+  // A block of records, a page of slots and the table of pages leave room for 197 names.
+  EXPECT_EQ(first_refused(20'000'000, NameStyle::product, record), 198u);
+  EXPECT_EQ(first_refused(20'000'000, NameStyle::product_unicode, record), 198u);
+  EXPECT_EQ(first_refused(20'000'000, NameStyle::record, record), 0u);
+  // Short ones take room as well.
+  const auto short_record = [](unsigned i) {
+    return "#" + std::to_string(i) + "=XREPRESENTATIONX('')";
+  };
+  EXPECT_EQ(first_refused(330'000, NameStyle::record, short_record), 0u);
+  EXPECT_EQ(first_refused(330'000, NameStyle::product, short_record), 346u);
+}
+
+TEST(RecordLoader, MemoryLimitCountsReferencesBeforeTheyAreKept) {
+  const auto with_references = [](std::size_t count) {
+    std::string list = "#1";
+    for (std::size_t i = 1; i < count; ++i) list += ",#1";
+    return [=](unsigned i) { return "#" + std::to_string(i) + "=A(" + list + ")"; };
+  };
+  EXPECT_EQ(first_refused(1'000'000, NameStyle::record, with_references(250'000)), 1u);
+  EXPECT_EQ(first_refused(1'500'000, NameStyle::record, with_references(250'000)), 2u);
 }
 
 TEST(RecordLoader, MemoryLimitCountsATypeNameOnce) {

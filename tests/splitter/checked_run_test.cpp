@@ -243,6 +243,19 @@ TEST_F(CheckedRunTest, InputThatOthersChangeBetweenItsReadingsIsRefused) {
   }
 }
 
+TEST_F(CheckedRunTest, MemoryLimitBoundsNamesWhereFilesAreCalledAfterThem) {
+  std::string records(BOX_WITH_LID);
+  for (unsigned i = 101; i <= 110; ++i) {
+    records +=
+        "#" + std::to_string(i) + "=XREPRESENTATIONX('" + std::string(300'000, 'x') + "');\n";
+  }
+  const fs::path in = folder_.write("in.stp", exchange_file(records));
+  const Finding finding = refused(in, {.names = NameStyle::product, .memory_limit = 2'000'000});
+  EXPECT_EQ(finding.kind, FindingKind::memory_limit);
+  EXPECT_EQ(finding.instance, 107u);
+  EXPECT_EQ(Kessel::Run(in, "out", {.memory_limit = 2'000'000}).size(), 2u);
+}
+
 TEST_F(CheckedRunTest, FilesOfAnEarlierRunStayAsTheyAre) {
   const fs::path in = write_box();
   Kessel::Run(in, "out", Options());

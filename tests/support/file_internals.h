@@ -51,6 +51,7 @@ struct FileInternals {
   }
 
   // model
+  static NameStyle& name_style(File& file) { return file.name_style_; }
   static void make_room(File& file, unsigned id) { file.make_room(id); }
   static std::pair<std::string_view, Ids*> intern_type(File& file, std::string_view type) {
     return file.intern_type(type);
