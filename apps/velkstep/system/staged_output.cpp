@@ -191,8 +191,12 @@ bool StagedOutput::replace_outdir() {
     return false;
   }
   lock_outdir();
-  return ::chmod(folder_.c_str(), there->st_mode & 07777) == 0 &&
-         ::rename(folder_.c_str(), outdir_.c_str()) == 0;
+  if (::chmod(folder_.c_str(), there->st_mode & 07777) == 0 &&
+      ::rename(folder_.c_str(), outdir_.c_str()) == 0) {
+    return true;
+  }
+  ::chmod(folder_.c_str(), own->st_mode & 07777);
+  return false;
 }
 
 void StagedOutput::publish_one_by_one(const std::vector<std::string>& names) {
