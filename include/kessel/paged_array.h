@@ -15,6 +15,9 @@ namespace Kessel {
 template <class T>
 class PagedArray {
  public:
+  /// How many elements a page has.
+  static constexpr std::size_t PAGE_SIZE = 4096;
+
   explicit PagedArray(std::size_t size = 0) { grow(size); }
   /// Leaves `other` without elements.
   PagedArray(PagedArray&& other) noexcept { *this = std::move(other); }
@@ -71,7 +74,6 @@ class PagedArray {
   }
 
  private:
-  static constexpr std::size_t PAGE_SIZE = 4096;
 
   std::size_t size_ = 0;
   std::vector<T*> pages_;

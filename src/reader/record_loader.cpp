@@ -91,10 +91,19 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
 /// Throws InputError where what is kept would need more memory than it may take with a record `id`
 /// whose list of references has so many numbers, its length included. The record's texts are
 /// counted when they are kept.
-void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) const {
-  const std::uint64_t needed = file_.entities_.bytes_with(id) + file_.arena_->bytes() +
-                               numbers * sizeof(unsigned) + kept_bytes_;
+void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
+  const std::uint64_t beside_slots = file_.arena_->bytes() + kept_bytes_;
+  const std::size_t page = id / PagedArray<Entity*>::PAGE_SIZE;
+  // Most records change nothing about the sum.
+  if (page == summed_page_ && beside_slots == summed_beside_slots_ && numbers <= most_numbers_) {
+    return;
+  }
+  const std::uint64_t without_numbers = file_.entities_.bytes_with(id) + beside_slots;
+  const std::uint64_t needed = without_numbers + numbers * sizeof(unsigned);
   if (needed > memory_limit_) throw InputError(too_much_memory(needed, memory_limit_, id));
+  summed_page_ = page;
+  summed_beside_slots_ = beside_slots;
+  most_numbers_ = (memory_limit_ - without_numbers) / sizeof(unsigned);
 }
 
 Entity* RecordLoader::create(unsigned id, const Type& type, std::string_view record) {

@@ -85,11 +85,15 @@ class RecordLoader {
   Type look_up(std::string_view name);
   Entity* create(unsigned id, const Type& type, std::string_view record);
   void keep_name(unsigned id, std::string_view type, std::string_view record);
-  void require_memory_for(unsigned id, std::size_t numbers) const;
+  void require_memory_for(unsigned id, std::size_t numbers);
 
   File& file_;
   std::uint64_t memory_limit_;
-  std::uint64_t kept_bytes_ = 0;   // What is kept elsewhere than in the arena and the slots.
+  std::uint64_t kept_bytes_ = 0;  // What is kept elsewhere than in the arena and the slots.
+  // Where the sum for the memory limit was made last, and how many numbers it leaves room for.
+  std::size_t summed_page_ = 0;
+  std::uint64_t summed_beside_slots_ = 0;
+  std::uint64_t most_numbers_ = 0;
   std::vector<unsigned> numbers_;  // Scratch: the record's own number, then its references.
 
   // Fast path for the few hundred keywords that a file uses over and over: a hash table that is
