@@ -74,7 +74,6 @@ class PagedArray {
   }
 
  private:
-
   std::size_t size_ = 0;
   std::vector<T*> pages_;
   std::vector<std::unique_ptr<T[]>> memory_;
