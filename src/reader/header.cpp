@@ -23,4 +23,18 @@ SecondReading read_again(std::string_view first_line, std::string_view header) {
   }
 }
 
+bool second_reading_ends(std::istream& input, std::size_t store_size, std::size_t memory_limit) {
+  input.clear();
+  input.seekg(0);
+  RecordCutter cutter(input);
+  cutter.limit_memory(memory_limit);
+  for (;;) {
+    const std::string_view record = cutter.next_record();
+    if (record.empty()) return true;
+    if (cutter.input_ended()) return false;
+    const char* digits = record.data() + 1;
+    if (read_number(digits, record.data() + record.size()) >= store_size) return true;
+  }
+}
+
 }  // namespace Kessel

@@ -1,6 +1,8 @@
 // What a header is to the second reading.
 #pragma once
 
+#include <cstddef>
+#include <istream>
 #include <string_view>
 
 namespace Kessel {
@@ -15,5 +17,9 @@ enum class SecondReading {
 
 /// What the second reading takes a header for.
 SecondReading read_again(std::string_view first_line, std::string_view header);
+
+/// Whether the second reading of an input without records, from its very beginning, ends: at an
+/// empty piece, or over a number that is beyond a store of `store_size` slots.
+bool second_reading_ends(std::istream& input, std::size_t store_size, std::size_t memory_limit);
 
 }  // namespace Kessel

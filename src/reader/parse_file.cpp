@@ -71,7 +71,10 @@ void File::read(const Options& options) {
   if (checked_) {
     const SecondReading second = read_again(first_line_, header_);
     // A record that begins in the header is complete where the first one of the data is.
-    if (second == SecondReading::begin_of_data && !has_records) refuse(input_, header_as_data());
+    if (second == SecondReading::begin_of_data && !has_records &&
+        !second_reading_ends(input_, entities_.size(), memory_limit)) {
+      refuse(input_, header_as_data());
+    }
     if (second == SecondReading::passed_over) read_up_to_ = cutter.offset();
   }
   input_.clear();  // The writer rewinds the stream and reads it again.

@@ -104,10 +104,16 @@ TEST(EndlessInput, LastRecordWithoutItsParenthesis) {
 
 // The second reading would begin a record in the header and never end it.
 TEST(EndlessInput, HeaderThatIsReadAsData) {
-  expect_refused({{"ISO-10303-21;\nHEADER;\n#x;\nENDSEC;\nDATA;\n" + END,
-                   ":4: The header, which this line ends, holds a \";\" in front of a \"#\" or of "
-                   "another \";\"; when the file is read again, data seems to begin or to end "
-                   "there."}});
+  const std::string reason =
+      ":4: The header, which this line ends, holds a \";\" in front of a \"#\" or of another "
+      "\";\"; "
+      "when the file is read again, data seems to begin or to end there.";
+  const std::string header = "ISO-10303-21;\nHEADER;\n#x;\nENDSEC;\n";
+  expect_refused({
+      {header + "DATA;\n" + END, reason},
+      {header + "DATA;;\n" + END, reason},
+      {header + "DATA;;\n#1=A();\n#2=A(\n;" + END, reason},  // it ends that one, but not the next
+  });
 }
 
 /// Expects that the input is read to its end, in which there is no part.
@@ -121,6 +127,18 @@ void expect_read(const std::string& input) {
 
 TEST(InputThatEnds, HeaderOnly) {
   expect_read(HEADER);
+}
+
+// What stands behind the end of the data may close it.
+TEST(InputThatEnds, HeaderThatBeginsARecord) {
+  const std::string end_of_data = "ENDSEC;\nDATA;;\n#1=A();\n" + END;
+  expect_read("ISO-10303-21;\nHEADER;\n#x;\n" + end_of_data);
+  expect_read("ISO-10303-21;\nHEADER;\n#7;\n" + end_of_data);
+  const ProcessRun run = split("ISO-10303-21;\nHEADER;\n#99999999;\n" + end_of_data);
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.errors, std::string(NO_ROOT) +
+                            "velkstep: in.stp: a record refers to an instance far beyond the "
+                            "highest number; velkstep check finds it\n");
 }
 
 TEST(InputThatEnds, HeaderMayEndInTheMiddleOfALineOfItsOwn) {
