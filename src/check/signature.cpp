@@ -77,9 +77,8 @@ std::string_view without_comments_in_front(std::string_view text) {
 }
 
 std::string_view without_wide_blanks_in_front(std::string_view text) {
-  const auto is_blank = [](char c) { return c == '\0' || is_space(c); };
-  const auto* const first = std::find_if_not(text.begin(), text.end(), is_blank);
-  return text.substr(static_cast<std::size_t>(first - text.begin()));
+  while (!text.empty() && (text.front() == '\0' || is_space(text.front()))) text.remove_prefix(1);
+  return text;
 }
 
 /// What the first of `signatures` that `head` begins with says.
