@@ -35,10 +35,12 @@ KESSEL_EXPORT std::vector<std::filesystem::path> Run(const std::filesystem::path
 
 /// A file of a split.
 struct WrittenFile {
-  std::filesystem::path path;  ///< as `Run` returns it
-  std::uint32_t part = 0;      ///< number of the part's record in the input; 0 for a generated root
-  std::uint32_t records = 0;   ///< instances in the file
-  std::uint64_t bytes = 0;     ///< the file's size
+  /// As `Run` returns it, normalised without a look at the disk: where `outdir` goes up (`..`) from
+  /// a link, it does not lead to the file.
+  std::filesystem::path path;
+  std::uint32_t part = 0;     ///< number of the part's record in the input; 0 for a generated root
+  std::uint32_t records = 0;  ///< instances in the file
+  std::uint64_t bytes = 0;    ///< the file's size
 };
 
 /// The checked form, with choices; the default ones give the same files. What differs:

@@ -10,7 +10,7 @@ namespace Kessel {
 
 namespace {
 
-/// Calls `add(part, path)` for each part that has a file.
+/// Calls `add(part, path)` for each part that has a file, with the path that it was written to.
 template <class Add>
 void for_each_file(const File& file, const std::filesystem::path& outdir, Add add) {
   for (const Part* part : file.parts()) {
@@ -18,7 +18,7 @@ void for_each_file(const File& file, const std::filesystem::path& outdir, Add ad
     std::filesystem::path path = part->path;
     if (path.empty() && file.parts().size() == 1) continue;  // The only part has no file.
     if (!path.has_parent_path()) path = outdir / path;
-    add(*part, path.lexically_normal());
+    add(*part, path);
   }
 }
 
@@ -39,8 +39,8 @@ void add_in_order(std::vector<T>& list, const File& file, const Part& part, T el
 std::vector<std::filesystem::path> written_files(const File& file,
                                                  const std::filesystem::path& outdir) {
   std::vector<std::filesystem::path> written;
-  for_each_file(file, outdir, [&](const Part& part, std::filesystem::path path) {
-    add_in_order(written, file, part, std::move(path));
+  for_each_file(file, outdir, [&](const Part& part, const std::filesystem::path& path) {
+    add_in_order(written, file, part, path.lexically_normal());
   });
   return written;
 }
@@ -48,13 +48,13 @@ std::vector<std::filesystem::path> written_files(const File& file,
 std::vector<WrittenFile> described_files(const File& file, const std::filesystem::path& outdir) {
   const std::vector<std::uint32_t> records = part_records(file);
   std::vector<WrittenFile> written;
-  for_each_file(file, outdir, [&](const Part& part, std::filesystem::path path) {
+  for_each_file(file, outdir, [&](const Part& part, const std::filesystem::path& path) {
     std::error_code unknown;
     const std::uintmax_t bytes = std::filesystem::file_size(path, unknown);
     const std::uint32_t record = records[part.list_position];
     add_in_order(
         written, file, part,
-        WrittenFile{std::move(path), record, instances(part, record), unknown ? 0 : bytes});
+        WrittenFile{path.lexically_normal(), record, instances(part, record), unknown ? 0 : bytes});
   });
   return written;
 }

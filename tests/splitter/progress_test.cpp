@@ -119,6 +119,17 @@ TEST(Split, SaysWhatIsInEachFile) {
   EXPECT_EQ(files[1].bytes, fs::file_size("out/#4_part.stp"));
 }
 
+TEST(Split, SizesAreThoseOfTheFilesWhereverALinkLeads) {
+  const ScratchFolder folder;
+  folder.write("in.stp", exchange_file(BOX_WITH_LID));
+  fs::create_directories("deep/er");
+  fs::create_symlink("deep/er", "link");
+  const std::vector<WrittenFile> files = split("in.stp", "link/../out");
+  ASSERT_EQ(files.size(), 2u);
+  EXPECT_EQ(files[0].path, "out/#1_part.stp");
+  EXPECT_EQ(files[0].bytes, fs::file_size("deep/out/#1_part.stp"));
+}
+
 TEST(Split, GeneratedRootStandsForNoRecord) {
   constexpr std::string_view TWO_TOPS =
       "#1=PRODUCT('box','box','',());\n"
