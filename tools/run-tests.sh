@@ -6,4 +6,4 @@ cd "$(dirname "$0")/.."
 tools/install-packages.sh build test interop browser
 cmake --preset release -DVELKSTEP_BUILD_BENCH=OFF
 cmake --build --preset release -j "$(nproc)"
-ctest --preset release -j "$(nproc)"
+tools/test.sh release
