@@ -67,8 +67,12 @@ Token first_word(std::string_view text) {
       token.number = number;
       return token;
     }
-    case '.':
-      return word(value, length_until(text, ".", 1));
+    case '.': {  // Where no enumeration value is closed, what follows may still be references.
+      const std::size_t length =
+          length_while(text, [](char c) { return is_letter(c) || is_digit(c); });
+      const bool closed = length > 1 && length < text.size() && text[length] == '.';
+      return closed ? word(value, length + 1) : word(stray, 1);
+    }
     default:
       break;
   }

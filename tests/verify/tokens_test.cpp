@@ -46,8 +46,12 @@ TEST(Tokens, WhatIsNotClosedIsOneStrayWord) {
   EXPECT_EQ(words("A 'b c"), "kA|?'b c");
   EXPECT_EQ(words("A 'b''"), "kA|?'b''");
   EXPECT_EQ(words("A /* b c"), "kA|?/* b c");
-  EXPECT_EQ(words("A .T"), "kA|?.T");
   EXPECT_EQ(words("A \"0"), "kA|?\"0");
+}
+
+TEST(Tokens, PointThatBeginsNoValueIsStray) {
+  EXPECT_EQ(words("A .T"), "kA|?.|kT");
+  EXPECT_EQ(words("''.'',#7,.."), "s''|?.|s''|m,|r#7|m,|?.|?.");
 }
 
 TEST(Tokens, NumberSignWithoutANumberIsStray) {
