@@ -106,8 +106,7 @@ TEST(EndlessInput, LastRecordWithoutItsParenthesis) {
 TEST(EndlessInput, HeaderThatIsReadAsData) {
   const std::string reason =
       ":4: The header, which this line ends, holds a \";\" in front of a \"#\" or of another "
-      "\";\"; "
-      "when the file is read again, data seems to begin or to end there.";
+      "\";\"; when the file is read again, data seems to begin or to end there.";
   const std::string header = "ISO-10303-21;\nHEADER;\n#x;\nENDSEC;\n";
   expect_refused({
       {header + "DATA;\n" + END, reason},

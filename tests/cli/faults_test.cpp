@@ -7,13 +7,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "cli/run_process.h"
 #include "splitter/small_inputs.h"
 #include "support/folder_tree.h"
 #include "support/scratch_folder.h"
+#include "support/small_disk.h"
 
 namespace Kessel::test {
 namespace {
@@ -50,29 +50,6 @@ std::string box_with_lids(unsigned count) {
   }
   return exchange_file(records);
 }
-
-/// A small disk in a folder while the object lives.
-class SmallDisk {
- public:
-  /// `options` are those of a tmpfs.
-  SmallDisk(fs::path folder, const std::string& options) : folder_(std::move(folder)) {
-    fs::create_directories(folder_);
-    there_ = ::mount("none", folder_.c_str(), "tmpfs", 0, options.c_str()) == 0;
-  }
-  SmallDisk(const SmallDisk&) = delete;
-  SmallDisk& operator=(const SmallDisk&) = delete;
-  ~SmallDisk() {
-    if (there_) {
-      EXPECT_EQ(::umount(folder_.c_str()), 0);
-    }
-  }
-  /// Only root may have one.
-  bool is_there() const { return there_; }
-
- private:
-  fs::path folder_;
-  bool there_ = false;
-};
 
 /// What is in OUTDIR before the split.
 enum class Before { nothing, other_files };

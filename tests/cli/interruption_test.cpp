@@ -29,12 +29,6 @@ using Arguments = std::vector<std::string>;
 const Arguments SPLIT = {"split", "in.stp", "out"};
 const Arguments FORCED_SPLIT = {"split", "--force", "in.stp", "out"};
 
-std::set<std::string> names_in(const fs::path& folder) {
-  std::set<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename());
-  return names;
-}
-
 /// What a split of `in` leaves in a new folder.
 FolderTree whole_split(const std::string& in) {
   const ProcessRun run = run_velkstep({"split", in, "whole"});

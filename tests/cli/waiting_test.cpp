@@ -13,6 +13,7 @@
 
 #include "cli/run_process.h"
 #include "shapes.h"
+#include "support/folder_tree.h"
 #include "support/scratch_folder.h"
 #include "support/shell.h"
 
@@ -30,12 +31,6 @@ class Waiting : public testing::Test {
   Waiting() {
     std::ofstream out("in.stp", std::ios::binary);
     bench::write_file(out, *bench::find_shape("bodies"), 90, 1);
-  }
-
-  static std::set<std::string> names_in(const fs::path& folder) {
-    std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename());
-    return names;
   }
 
   /// Runs `command` with its `stream` (1 or 2) in a pipe whose reader has gone before it begins.

@@ -21,6 +21,7 @@
 #include "kessel/splitter.h"
 #include "splitter/small_inputs.h"
 #include "support/scratch_folder.h"
+#include "support/small_disk.h"
 #include "support/split_run.h"
 
 namespace Kessel::test {
@@ -466,26 +467,20 @@ TEST_F(CheckedRunTest, LimitOfOpenFiles) {
 }
 
 TEST_F(CheckedRunTest, FullDisk) {
-  fs::create_directory("disk");
-  if (::mount("none", "disk", "tmpfs", 0, "size=256k") != 0) {
-    GTEST_SKIP() << "no right to mount a small disk";
-  }
+  const SmallDisk disk("disk", "size=256k");
+  if (!disk.is_there()) GTEST_SKIP() << "no right to mount a small disk";
   const fs::path in = folder_.write("in.stp", large_file());
   const auto failed = failure(in, "disk/out");
-  EXPECT_EQ(::umount("disk"), 0);
   EXPECT_EQ(failed, std::pair(fs::path("disk/out/#4_part.stp"),
                               make_error_code(std::errc::no_space_on_device)));
 }
 
 TEST_F(CheckedRunTest, ReadOnlyDisk) {
-  fs::create_directory("disk");
-  if (::mount("none", "disk", "tmpfs", 0, "size=256k") != 0) {
-    GTEST_SKIP() << "no right to mount a small disk";
-  }
+  const SmallDisk disk("disk", "size=256k");
+  if (!disk.is_there()) GTEST_SKIP() << "no right to mount a small disk";
   fs::create_directory("disk/out");
   EXPECT_EQ(::mount("none", "disk", "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr), 0);
   const auto failed = failure(write_box(), "disk/out");
-  EXPECT_EQ(::umount("disk"), 0);
   EXPECT_EQ(failed, std::pair(fs::path("disk/out/#1_part.stp"),
                               make_error_code(std::errc::read_only_file_system)));
 }

@@ -32,4 +32,10 @@ std::set<std::string> differences(const FolderTree& a, const FolderTree& b) {
   return names;
 }
 
+std::set<std::string> names_in(const fs::path& folder) {
+  std::set<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename());
+  return names;
+}
+
 }  // namespace Kessel::test

@@ -18,4 +18,7 @@ FolderTree tree_of(const std::filesystem::path& folder);
 /// The entries that one of the two has and the other has not, or has otherwise.
 std::set<std::string> differences(const FolderTree& a, const FolderTree& b);
 
+/// The names of what is in `folder` itself.
+std::set<std::string> names_in(const std::filesystem::path& folder);
+
 }  // namespace Kessel::test

@@ -49,24 +49,32 @@ std::string shown_name(const std::string& argument) {
   return argument == "-" ? "standard input" : argument;
 }
 
-int with_input(const std::string& argument,
-               const std::function<int(const std::filesystem::path&)>& look) {
+namespace {
+
+/// What `run` returns; its exceptions are printed as by fail().
+template <class Run>
+int with_reasons(const std::string& argument, Run run) {
   try {
-    const Input input(argument);
-    return look(input.path());
+    return run();
   } catch (const std::exception& error) {
     return fail(shown_name(argument), reason_of(error));
   }
 }
 
+}  // namespace
+
+int with_input(const std::string& argument,
+               const std::function<int(const std::filesystem::path&)>& look) {
+  return with_reasons(argument, [&] {
+    const Input input(argument);
+    return look(input.path());
+  });
+}
+
 int with_path(const std::string& argument,
               const std::function<int(const std::filesystem::path&)>& look) {
   if (is_readable_once(argument)) return with_input(argument, look);
-  try {
-    return look(argument);
-  } catch (const std::exception& error) {
-    return fail(argument, reason_of(error));
-  }
+  return with_reasons(argument, [&] { return look(argument); });
 }
 
 int print(std::string_view text) {
