@@ -19,6 +19,13 @@ add_library(kessel_objects OBJECT
   src/encoding/encode.cpp
   src/encoding/string_body.cpp
   src/encoding/unicode.cpp
+  src/exchange/faults.cpp
+  src/exchange/lexer.cpp
+  src/exchange/literals.cpp
+  src/exchange/parameters.cpp
+  src/exchange/reader.cpp
+  src/exchange/statement_cutter.cpp
+  src/exchange/string_value.cpp
   src/inspection/assembly.cpp
   src/inspection/header.cpp
   src/inspection/inspected_file.cpp
@@ -27,6 +34,13 @@ add_library(kessel_objects OBJECT
   src/inspection/type_counts.cpp
   src/inspection/units.cpp
   src/inspection/walk.cpp
+  src/instances/collectors.cpp
+  src/instances/instances.cpp
+  src/instances/loader.cpp
+  src/instances/number_index.cpp
+  src/instances/places.cpp
+  src/instances/type_table.cpp
+  src/instances/users.cpp
   src/model/entity.cpp
   src/model/errors.cpp
   src/model/file.cpp

@@ -49,6 +49,18 @@ enum class FindingKind {
   not_utf8,                 ///< bytes that are neither ASCII nor UTF-8, in the header or a record
   repeated_number,          ///< a second record under the same number
   memory_limit,             ///< what is kept, or one text, is above `Options::memory_limit`
+  unclosed_string,          ///< a string that nothing closes
+  unclosed_comment,         ///< a comment that nothing closes
+  unclosed_list,            ///< a record with a "(" that nothing closes
+  unclosed_section,         ///< a section without its "ENDSEC;"
+  missing_header,           ///< no "ISO-10303-21;" and "HEADER;" in front
+  unsupported_scope,        ///< a record with a scope of its own ("&SCOPE")
+  two_texts_of_a_number,    ///< two records under one number that say different things
+  same_text_twice,          ///< two records under one number with the same text, taken once
+  empty_statement,          ///< nothing in front of a ";"
+  signature_dropped,        ///< a signature, which signs nothing that is written
+  unusual_record,           ///< a record without a type, or with a ")" or number that is of no use
+  lone_backslash,           ///< a "\" in a string that begins no directive
 
   // references
   malformed_reference,    ///< "#" without a number; the record's further references are not seen

@@ -1,0 +1,136 @@
+#include "exchange/faults.h"
+
+#include <string>
+#include <utility>
+
+namespace Kessel::Exchange {
+
+namespace {
+
+using enum FindingKind;
+
+/// Finding::instance holds 32 bits; larger numbers stand in the sentence only.
+std::uint32_t instance_of(const Record& record) {
+  return record.number > UINT32_MAX ? 0 : static_cast<std::uint32_t>(record.number);
+}
+
+Finding make(FindingKind kind, Severity severity, std::string sentence, std::uint64_t offset,
+             std::uint32_t instance = 0) {
+  Finding finding;
+  finding.kind = kind;
+  finding.severity = severity;
+  finding.sentence = std::move(sentence);
+  finding.offset = offset;
+  finding.instance = instance;
+  return finding;
+}
+
+Finding error(FindingKind kind, std::string sentence, std::uint64_t offset,
+              std::uint32_t instance = 0) {
+  return make(kind, Severity::error, std::move(sentence), offset, instance);
+}
+
+Finding warning(FindingKind kind, std::string sentence, std::uint64_t offset,
+                std::uint32_t instance = 0) {
+  return make(kind, Severity::warning, std::move(sentence), offset, instance);
+}
+
+}  // namespace
+
+Finding unclosed_text(std::string_view text, std::uint64_t offset) {
+  return text.starts_with('#')
+             ? error(FindingKind::unclosed_record,
+                     "No \";\" closes this record up to the end of the file.", offset)
+             : error(FindingKind::unclosed_text,
+                     "No \";\" closes this text up to the end of the file.", offset);
+}
+
+Finding unclosed_string(const Statement& statement) {
+  return error(FindingKind::unclosed_string,
+               "A string in this statement is not closed up to the end of the file.",
+               statement.offset);
+}
+
+Finding unclosed_comment(std::uint64_t offset) {
+  return error(FindingKind::unclosed_comment,
+               "A comment here or in this statement is not closed up to the end of the file.",
+               offset);
+}
+
+Finding unclosed_list(const Record& record) {
+  return error(FindingKind::unclosed_list, "A \"(\" in this record is not closed.", record.offset,
+               instance_of(record));
+}
+
+Finding unclosed_record(const Record& record) {
+  return error(FindingKind::unclosed_record,
+               "Another record begins in this one; a \";\" is missing between them.", record.offset,
+               instance_of(record));
+}
+
+Finding unclosed_section(std::string_view section, std::uint64_t offset) {
+  return error(FindingKind::unclosed_section,
+               "The " + std::string(section) + " section is not closed by \"ENDSEC;\".", offset);
+}
+
+Finding statement_too_long(std::uint64_t offset) {
+  return error(
+      FindingKind::memory_limit,
+      "What stands here in front of the next \";\" is longer than the memory limit allows.",
+      offset);
+}
+
+Finding missing_header(std::uint64_t offset) {
+  return error(FindingKind::missing_header, "The header section, \"HEADER;\", should begin here.",
+               offset);
+}
+
+Finding unsupported_scope(const Record& record) {
+  return error(FindingKind::unsupported_scope,
+               "This record has a scope (\"&SCOPE\"), which is not supported.", record.offset,
+               instance_of(record));
+}
+
+Finding empty_statement(std::uint64_t offset) {
+  return warning(FindingKind::empty_statement, "Nothing stands in front of this \";\".", offset);
+}
+
+Finding passed_over(const Statement& statement) {
+  return warning(FindingKind::skipped_text,
+                 "This text is no record and no section's begin or end; it is left out.",
+                 statement.offset);
+}
+
+Finding missing_end(std::uint64_t offset) {
+  return warning(FindingKind::missing_end, "\"END-ISO-10303-21;\" is missing.", offset);
+}
+
+Finding text_behind_end(std::uint64_t offset) {
+  return warning(FindingKind::text_after_end,
+                 "Text stands behind \"END-ISO-10303-21;\"; it is left out.", offset);
+}
+
+Finding dropped_signature(std::uint64_t offset) {
+  return warning(FindingKind::signature_dropped,
+                 "The file is signed; the signature is left out, since it does not sign what is "
+                 "written.",
+                 offset);
+}
+
+Finding unusual_record(const Record& record, std::string_view what) {
+  return warning(FindingKind::unusual_record, std::string(what), record.offset,
+                 instance_of(record));
+}
+
+Finding lone_backslash(const Record& record) {
+  return warning(FindingKind::lone_backslash,
+                 "A string has a \"\\\" that begins no directive and is not doubled.",
+                 record.offset, instance_of(record));
+}
+
+Finding foreign_bytes(const Record& record) {
+  return warning(FindingKind::not_utf8, "Bytes here are neither ASCII nor UTF-8.", record.offset,
+                 instance_of(record));
+}
+
+}  // namespace Kessel::Exchange

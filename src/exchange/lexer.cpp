@@ -1,0 +1,116 @@
+#include "exchange/lexer.h"
+
+#include <charconv>
+
+#include "exchange/characters.h"
+#include "exchange/literals.h"
+
+namespace Kessel::Exchange {
+
+Word Lexer::next() {
+  pass_over_blanks();
+  if (at_ >= text_.size()) return {};
+  const char c = text_[at_];
+  switch (c) {
+    case '(':
+      return take(WordKind::open, 1);
+    case ')':
+      return take(WordKind::close, 1);
+    case ',':
+      return take(WordKind::comma, 1);
+    case '=':
+      return take(WordKind::equals, 1);
+    case ';':
+      return take(WordKind::semicolon, 1);
+    case '$':
+      return take(WordKind::unset, 1);
+    case '*':
+      return take(WordKind::derived, 1);
+    case '#':
+      return take_name(WordKind::instance);
+    case '@':
+      return take_name(WordKind::value);
+    case '"':
+      return take_enclosed(WordKind::binary, '"');
+    case '<':
+      return take_enclosed(WordKind::resource, '>');
+    case '\'': {
+      const std::size_t end = behind_string(text_, at_);
+      return end == std::string_view::npos ? take(WordKind::other, text_.size() - at_)
+                                           : take(WordKind::string, end - at_);
+    }
+    default:
+      break;
+  }
+  const bool user_defined = c == '!';
+  std::size_t end = at_ + (user_defined ? 1 : 0);
+  if (end < text_.size() && begins_keyword(text_[end])) {
+    while (end < text_.size() && is_in_keyword(text_[end])) ++end;
+    return take(WordKind::keyword, end - at_);
+  }
+  if (c == '.' && at_ + 1 < text_.size() && begins_keyword(text_[at_ + 1])) {
+    return take_enclosed(WordKind::enumeration, '.');
+  }
+  return take_number();
+}
+
+void Lexer::pass_over_blanks() {
+  for (;;) {
+    at_ = behind_blanks(text_, at_);
+    const std::string_view directive = text_.substr(at_, 3);
+    if (directive != "\\N\\" && directive != "\\F\\") return;
+    at_ += directive.size();
+  }
+}
+
+Word Lexer::take(WordKind kind, std::size_t length) {
+  const Word word{kind, text_.substr(at_, length)};
+  at_ += length;
+  return word;
+}
+
+/// "#" or "@" and what belongs to it: digits, or a constant's name.
+Word Lexer::take_name(WordKind number) {
+  std::size_t end = at_ + 1;
+  while (end < text_.size() && is_digit(text_[end])) ++end;
+  if (end > at_ + 1) return take(number, end - at_);
+  while (end < text_.size() && is_in_keyword(text_[end])) ++end;
+  return take(end > at_ + 1 ? WordKind::constant : WordKind::other, end - at_);
+}
+
+/// A number, with whatever letters it has; a single byte where there is none.
+Word Lexer::take_number() {
+  std::size_t end = at_;
+  bool has_digits = false;
+  bool is_real = false;
+  for (; end < text_.size(); ++end) {
+    const char c = text_[end];
+    const bool in_exponent = end > at_ && (text_[end - 1] == 'E' || text_[end - 1] == 'e');
+    if (is_digit(c)) {
+      has_digits = true;
+    } else if (c == '.') {
+      is_real = true;
+    } else if (has_digits && (c == 'E' || c == 'e' || c == 'D' || c == 'd')) {
+      is_real = true;
+    } else if ((c != '+' && c != '-') || (end != at_ && !in_exponent)) {
+      break;
+    }
+  }
+  if (!has_digits) return take(WordKind::other, 1);
+  return take(is_real ? WordKind::real : WordKind::integer, end - at_);
+}
+
+Word Lexer::take_enclosed(WordKind kind, char last) {
+  const std::size_t end = text_.find(last, at_ + 1);
+  if (end == std::string_view::npos) return take(WordKind::other, 1);
+  return take(kind, end + 1 - at_);
+}
+
+std::uint64_t number_in(std::string_view name) {
+  std::uint64_t number = 0;
+  const char* const end = name.data() + name.size();
+  const auto [behind, error] = std::from_chars(name.data() + (name.empty() ? 0 : 1), end, number);
+  return error == std::errc() && behind == end ? number : 0;
+}
+
+}  // namespace Kessel::Exchange

@@ -1,0 +1,75 @@
+// The one reader of exchange files (ISO 10303-21, every edition).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "exchange/statement_cutter.h"
+#include "kessel/finding.h"
+
+namespace Kessel::Exchange {
+
+/// A section of an exchange file. The signature stands behind the end and is not read.
+enum class Section : std::uint8_t { header, anchor, reference, data };
+
+/// A record "#12=PRODUCT(...)" of a data section. Views are valid during the call.
+struct Record {
+  std::uint64_t number = 0;  ///< of the instance; 0 for "#0" and what is above 2^64-1
+  std::string_view lead;     ///< blanks and comments in front
+  std::string_view text;     ///< all of it but the ";", as it stands, from its "#" on
+  std::string_view body;     ///< the end of `text` that begins behind "=" and blanks
+  std::string_view keyword;  ///< that `body` begins with, "!" included; empty for a complex one
+  std::span<const Mention> mentions;  ///< the instance names in `body`, in order
+  std::uint64_t offset = 0;           ///< of `text`, in bytes from the input's beginning
+};
+
+/// Learns what an exchange file holds, in the order in which it stands there.
+class Listener {
+ public:
+  virtual ~Listener() = default;
+  /// "FILE_NAME(...)" and the like, without the ";".
+  virtual void header_entity(const Statement&) {}
+  /// A section begins. `parameters` is what stands behind DATA, with its parentheses; empty for
+  /// none.
+  virtual void begin_section(Section, std::string_view /*parameters*/) {}
+  virtual void record(const Record&) {}
+  /// A line of an anchor or reference section, and the instance names in it.
+  virtual void entry(Section, const Statement&, std::span<const Mention>) {}
+  virtual void end_section(Section) {}
+  /// Something unusual, which loses nothing unless the sentence says so. Its line is not yet known.
+  virtual void warning(const Finding&) {}
+};
+
+struct Limits {
+  /// Bytes that one statement may have.
+  std::uint64_t statement = StatementCutter::NO_LIMIT;
+  /// Without scrutiny nothing is looked for that a first reading of the same file has told, neither
+  /// warnings nor unclosed lists.
+  Scrutiny scrutiny = Scrutiny::full;
+};
+
+/// How a reading ended.
+struct Ending {
+  /// Why the file was not read to its end: a fault after which nobody can say for sure where things
+  /// begin and end. Its line is not yet known.
+  std::optional<Finding> error;
+  std::uint64_t bytes = 0;  ///< how far it came
+};
+
+/// Reads an exchange file from the stream's beginning and tells `listener` what it holds.
+///
+/// Accepts every edition's sections, byte order marks, comments and blanks wherever words end. What
+/// a listener throws passes through. Does not throw itself.
+Ending read_exchange_file(std::istream& in, const Limits& limits, Listener& listener);
+
+/// Reads the record that begins at `offset`, as a Listener was told, and nothing else.
+void read_record_at(std::istream& in, std::uint64_t offset, Listener& listener);
+
+/// The record that a statement which begins with an instance name is.
+Record record_of(const Statement& statement, std::span<const Mention> mentions);
+
+}  // namespace Kessel::Exchange

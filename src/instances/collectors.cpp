@@ -1,0 +1,60 @@
+#include "instances/collectors.h"
+
+namespace Kessel {
+
+namespace {
+
+enum class Match : std::uint8_t { exactly, beginning, ending };
+
+struct Row {
+  Match match;
+  std::string_view name;
+  unsigned parameter;
+};
+
+using enum Match;
+
+// The first row that fits counts.
+constexpr Row ROWS[] = {
+    // Representations and what is derived from them: name, items, context. Records that relate a
+    // definition to a representation have such names, too, but no list there.
+    {ending, "REPRESENTATION", 1},
+    {exactly, "DRAUGHTING_MODEL", 1},
+    {exactly, "PRESENTATION_AREA", 1},
+    {exactly, "PRESENTATION_VIEW", 1},
+    // What is shown, and how.
+    {exactly, "PRESENTATION_LAYER_ASSIGNMENT", 2},
+    {exactly, "INVISIBILITY", 0},
+    {exactly, "CONTEXT_DEPENDENT_INVISIBILITY", 0},
+    // Management data: what is assigned, sometimes in which role, and to what.
+    {ending, "_ASSIGNMENT", LAST_PARAMETER},
+    {beginning, "CC_DESIGN_", LAST_PARAMETER},
+    {exactly, "APPLIED_DOCUMENT_REFERENCE", 2},
+    {exactly, "APPLIED_DOCUMENT_USAGE_CONSTRAINT_ASSIGNMENT", LAST_PARAMETER},
+    {exactly, "AUTO_DESIGN_DOCUMENT_REFERENCE", 2},
+    // Categories: name, description, products.
+    {exactly, "PRODUCT_RELATED_PRODUCT_CATEGORY", 2},
+};
+
+bool fits(const Row& row, std::string_view keyword) {
+  switch (row.match) {
+    case exactly:
+      return keyword == row.name;
+    case beginning:
+      return keyword.starts_with(row.name);
+    case ending:
+      break;
+  }
+  return keyword.ends_with(row.name);
+}
+
+}  // namespace
+
+unsigned collecting_parameter(std::string_view keyword) {
+  for (const Row& row : ROWS) {
+    if (fits(row, keyword)) return row.parameter;
+  }
+  return NO_PARAMETER;
+}
+
+}  // namespace Kessel

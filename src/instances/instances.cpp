@@ -1,0 +1,36 @@
+#include "instances/instances.h"
+
+#include <algorithm>
+
+namespace Kessel {
+
+std::uint64_t Instances::number(Index record) const {
+  const std::uint32_t number = numbers_[record];
+  return number == LARGE_NUMBER ? large_numbers_.at(record) : number;
+}
+
+std::string_view Instances::kept_body(Index record) const {
+  const auto found = std::lower_bound(kept_.begin(), kept_.end(), record);
+  if (found == kept_.end() || *found != record) return {};
+  return kept_bodies_[static_cast<std::size_t>(found - kept_.begin())];
+}
+
+std::vector<Index> Instances::kept_with(std::string_view keyword) const {
+  std::vector<bool> has(type_table_.size());
+  for (TypeId type = 0; type < type_table_.size(); ++type) {
+    has[type] = type_table_.has(type, keyword);
+  }
+  std::vector<Index> records;
+  for (const Index record : kept_) {
+    if (has[types_[record]]) records.push_back(record);
+  }
+  return records;
+}
+
+std::uint64_t Instances::bytes() const {
+  return types_.bytes() + numbers_.bytes() + first_references_.bytes() + block_references_.bytes() +
+         block_offsets_.bytes() + references_.bytes() + index_.bytes() + kept_bytes_ +
+         type_table_.bytes() + large_numbers_.size() * 64;
+}
+
+}  // namespace Kessel

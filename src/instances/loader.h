@@ -1,0 +1,76 @@
+// Fills Instances from a reading.
+#pragma once
+
+#include <cstdint>
+#include <istream>
+#include <map>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "exchange/reader.h"
+#include "instances/instances.h"
+#include "kessel/finding.h"
+#include "kessel/options.h"
+#include "model/progress_reporter.h"
+
+namespace Kessel {
+
+/// Listens to a reading and enters every record. For what needs more of each record's text than is
+/// kept, derive from it and override `added`.
+class InstanceLoader : public Exchange::Listener {
+ public:
+  /// Fills `instances`, which must outlive it. Of the options the memory limit and the progress
+  /// matter, for which `total` is the size of the input.
+  InstanceLoader(Instances& instances, const Options& options, std::uint64_t total = 0);
+
+  /// Ends the loading: numbers become references. `in` is the input, from which records under one
+  /// number are compared. Throws InputError where two of them differ. Warnings, here as in a
+  /// reading, go to `warning`.
+  void finish(std::istream& in);
+
+  void header_entity(const Exchange::Statement& entity) override;
+  void begin_section(Exchange::Section section, std::string_view parameters) override;
+  void record(const Exchange::Record& record) final;
+  void entry(Exchange::Section section, const Exchange::Statement& entry,
+             std::span<const Exchange::Mention> mentions) final;
+
+ protected:
+  /// A record was entered under `index`; its references are not resolved yet.
+  virtual void added(Index /*index*/, const Exchange::Record&) {}
+
+ private:
+  Index begin_record(TypeId type, std::uint64_t number, std::uint64_t offset);
+  void add_references(std::span<const Exchange::Mention> mentions, std::string_view collector_body);
+  void keep(Index index, std::string_view body);
+  void require_memory();
+  bool keeps_text(TypeId type);
+  void resolve();
+  void compare_repeated(std::istream& in);
+
+  Instances& instances_;
+  ProgressReporter reporter_;
+  std::uint64_t memory_limit_;
+  std::uint64_t largest_ = 0;
+  std::uint64_t references_of_block_ = 0;
+  Column<std::uint64_t> listed_;    // places of references in collectors' lists
+  std::vector<signed char> keeps_;  // by type: -1 not known yet
+  // References to numbers that 32 bits do not hold, by their places.
+  std::map<std::uint64_t, std::uint64_t> large_references_;
+  struct Repeated {
+    Index first;
+    Index second;
+  };
+  std::vector<Repeated> repeated_;
+};
+
+/// Reads the exchange file in `in` and finishes `loader`, which listens. Throws InputError for what
+/// cannot be read to its end or does not fit into memory, its finding with its line.
+void load_with(std::istream& in, InstanceLoader& loader, const Options& options);
+
+/// Reads the exchange file in `in` into `instances`. Throws InputError for what cannot be read to
+/// its end, its finding with its line. Returns the warnings, by ascending offset, with lines.
+std::vector<Finding> load_instances(std::istream& in, Instances& instances,
+                                    const Options& options = {});
+
+}  // namespace Kessel

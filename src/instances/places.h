@@ -1,0 +1,31 @@
+// Looks again at places of an input that was read.
+#pragma once
+
+#include <cstdint>
+#include <istream>
+#include <string>
+#include <vector>
+
+#include "instances/instances.h"
+#include "kessel/finding.h"
+
+namespace Kessel {
+
+/// The body of a record, and where the record stands.
+struct PlacedText {
+  std::string body;
+  std::uint64_t offset = 0;
+};
+
+/// Reads a record once more from the input that `instances` was read from.
+PlacedText read_again(std::istream& in, const Instances& instances, Index record);
+
+/// A warning for the first records that refer to numbers which no record has, and one more that
+/// counts the others.
+std::vector<Finding> missing_instances(std::istream& in, const Instances& instances);
+
+/// Counts lines: sets those of all findings that have an offset or are about an instance. Line
+/// feeds end lines.
+void set_lines(std::istream& in, std::vector<Finding>& findings);
+
+}  // namespace Kessel

@@ -1,0 +1,66 @@
+// The types of the records of a file.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "exchange/reader.h"
+
+namespace Kessel {
+
+using TypeId = std::uint32_t;
+
+/// Numbers the types of one file's records in the order in which they are first met. The type of a
+/// complex instance is the sequence of its keywords, without their parameters.
+class TypeTable {
+ public:
+  TypeTable();
+
+  /// The type of `record`, entered if it is new.
+  TypeId type_of(const Exchange::Record& record);
+
+  std::size_t size() const { return types_.size(); }
+  /// "PRODUCT"; of complex instances the keywords with a blank between them.
+  std::string_view name(TypeId type) const { return types_[type].name; }
+  const std::vector<std::string_view>& keywords(TypeId type) const { return types_[type].keywords; }
+  bool is_complex(TypeId type) const { return types_[type].is_complex; }
+  /// Whether `keyword` is the type, or one of a complex instance's.
+  bool has(TypeId type, std::string_view keyword) const;
+  /// Whether a keyword of the type is a collector's.
+  bool collects(TypeId type) const { return types_[type].collects; }
+
+  std::uint64_t bytes() const { return bytes_; }
+
+  // What stands in a line of its own section (ISO 10303-21, 10 and 11).
+  static constexpr TypeId ANCHOR_ENTRY = 0;
+  static constexpr TypeId REFERENCE_ENTRY = 1;
+  /// A second record under a number whose first one says the same; it refers to nothing.
+  static constexpr TypeId REPEATED = 2;
+
+ private:
+  struct Type {
+    std::string name;
+    std::vector<std::string_view> keywords;  // views into `name`
+    bool is_complex = false;
+    bool collects = false;
+  };
+  TypeId enter(std::string_view name, bool is_complex);
+
+  std::deque<Type> types_;
+  std::unordered_map<std::string_view, TypeId> ids_;  // keys are names; complex ones begin with "("
+  std::deque<std::string> keys_;
+  std::string scratch_;
+  std::uint64_t bytes_ = 0;
+  // The types met last, by a hash of their names' ends.
+  struct Known {
+    std::string_view name;
+    TypeId type = 0;
+  };
+  std::vector<Known> cache_;
+};
+
+}  // namespace Kessel
