@@ -1,10 +1,11 @@
-#include "formats/split_json.h"
-
+// A finished split as JSON.
 #include <cstdint>
 #include <map>
 
+#include "json/documents.h"
+#include "json/json_line.h"
 #include "kessel/assembly.h"
-#include "text/json_line.h"
+#include "run/words.h"
 #include "text/part_label.h"
 
 namespace Velkstep {

@@ -3,23 +3,11 @@
 
 #include <CLI/CLI.hpp>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "run/words.h"
+
 namespace Velkstep {
-
-/// The words of an option and what they stand for, in the order in which the help names them.
-template <class Value>
-using Choices = std::vector<std::pair<std::string, Value>>;
-
-/// The word that stands for `value`.
-template <class Value>
-std::string word_for(const Choices<Value>& choices, Value value) {
-  for (const auto& [word, meaning] : choices) {
-    if (meaning == value) return word;
-  }
-  return {};
-}
 
 /// Adds an option that sets `value`, whose present value is the default, to what the given word
 /// stands for. `choices` must outlive the parsing.

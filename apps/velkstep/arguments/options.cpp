@@ -1,33 +1,15 @@
-#include "run/split_arguments.h"
+#include "arguments/options.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 
-#include "run/choice.h"
+#include "arguments/choice.h"
 
 namespace Velkstep {
 
 namespace {
-
-const Choices<Kessel::AssemblyStyle> ASSEMBLY_STYLES = {
-    {"classic", Kessel::AssemblyStyle::classic},
-    {"lean", Kessel::AssemblyStyle::lean},
-    {"nested", Kessel::AssemblyStyle::nested},
-};
-
-const Choices<ShowProgress> PROGRESS = {
-    {"auto", ShowProgress::automatic},
-    {"always", ShowProgress::always},
-    {"never", ShowProgress::never},
-};
-
-const Choices<Kessel::NameStyle> NAME_STYLES = {
-    {"record", Kessel::NameStyle::record},
-    {"product", Kessel::NameStyle::product},
-    {"product-unicode", Kessel::NameStyle::product_unicode},
-};
 
 /// What is wrong with a size; empty where CLI11 reads it as it stands. It takes a missing number
 /// for 1, and one that is negative or too large modulo something.
@@ -75,14 +57,6 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
   add_choice(command, "--progress", arguments.progress, PROGRESS,
              "Show on standard error how far the split has come: on a terminal, when it takes "
              "longer than half a second (auto), or in any case (always)");
-}
-
-std::string word_of(Kessel::AssemblyStyle style) {
-  return word_for(ASSEMBLY_STYLES, style);
-}
-
-std::string word_of(Kessel::NameStyle style) {
-  return word_for(NAME_STYLES, style);
 }
 
 }  // namespace Velkstep

@@ -3,7 +3,8 @@
 #include <vector>
 
 #include "formats/info_formats.h"
-#include "text/json_line.h"
+#include "json/documents.h"
+#include "json/json_line.h"
 
 namespace Velkstep {
 

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-
-#include "commands/command.h"
+#include <functional>
 
 namespace Velkstep {
+
+/// What the chosen subcommand does once the arguments are parsed. Returns the exit code; an
+/// exception that leaves it is printed as one line and means EXIT_FAILED.
+using Action = std::function<int()>;
 
 /// Describes the command line in `app`, from which help, man page and completions are made too.
 /// Parsing sets `action` to what was asked for; both must outlive the parsing.

@@ -1,5 +1,5 @@
 // JSON as every command prints it.
-#include "text/json_line.h"
+#include "json/json_line.h"
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-// JSON as every command prints it.
+// JSON as every command prints it, for the sources of this folder.
 #pragma once
 
 #include <nlohmann/json.hpp>

@@ -1,6 +1,8 @@
-#include "reference/description.h"
+#include "arguments/description.h"
 
 #include <sstream>
+
+#include "arguments/commands.h"
 
 namespace Velkstep {
 
@@ -44,7 +46,10 @@ CommandDescription describe_command(const CLI::App& app) {
 
 }  // namespace
 
-std::vector<CommandDescription> describe(const CLI::App& app) {
+std::vector<CommandDescription> describe_command_line() {
+  CLI::App app;
+  Action action;
+  add_commands(app, action);
   std::vector<CommandDescription> commands = {describe_command(app)};
   for (const CLI::App* command : app.get_subcommands({})) {
     commands.push_back(describe_command(*command));

@@ -1,6 +1,6 @@
 // The product structure as JSON.
-#include "formats/tree_formats.h"
-#include "text/json_line.h"
+#include "json/documents.h"
+#include "json/json_line.h"
 #include "text/part_label.h"
 
 namespace Velkstep {

@@ -1,7 +1,6 @@
 // The command line as plain data, for pages and scripts that describe it.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
@@ -24,6 +23,6 @@ struct CommandDescription {
 };
 
 /// The program itself and, behind it, its subcommands.
-std::vector<CommandDescription> describe(const CLI::App& app);
+std::vector<CommandDescription> describe_command_line();
 
 }  // namespace Velkstep
