@@ -8,6 +8,7 @@
 
 #include "interop/assemblies.h"
 #include "kessel/part.h"
+#include "verify/styles.h"
 #include "verify/verified_split.h"
 
 namespace Kessel::test {
@@ -18,11 +19,6 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
-
-constexpr AssemblyStyle ASSEMBLY_STYLES[] = {AssemblyStyle::classic, AssemblyStyle::lean,
-                                             AssemblyStyle::nested};
-constexpr NameStyle NAME_STYLES[] = {NameStyle::record, NameStyle::product,
-                                     NameStyle::product_unicode};
 
 class WholeSplit : public testing::TestWithParam<AssemblySource> {};
 
