@@ -8,6 +8,7 @@
 
 #include "interop/assemblies.h"
 #include "kessel/part.h"
+#include "support/scratch_folder.h"
 #include "verify/styles.h"
 #include "verify/verified_split.h"
 
@@ -27,7 +28,7 @@ TEST_P(WholeSplit, NothingIsFoundInAnyStyle) {
     for (const NameStyle names : NAME_STYLES) {
       const ScratchFolder folder;
       const fs::path in = file_of(GetParam(), folder);
-      if (in.empty()) GTEST_SKIP() << "the sample is not there";
+      if (in.empty()) GTEST_SKIP() << why_no_sample();
       const Options options = {.assemblies = assemblies, .names = names};
       const std::vector<WrittenFile> files = split(in, "out", options);
       fs::rename("roots.txt", "out/roots.txt");
