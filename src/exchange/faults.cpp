@@ -7,8 +7,6 @@ namespace Kessel::Exchange {
 
 namespace {
 
-using enum FindingKind;
-
 /// Finding::instance holds 32 bits; larger numbers stand in the sentence only.
 std::uint32_t instance_of(const Record& record) {
   return record.number > UINT32_MAX ? 0 : static_cast<std::uint32_t>(record.number);
