@@ -39,6 +39,7 @@ add_library(kessel_objects OBJECT
   src/instances/loader.cpp
   src/instances/number_index.cpp
   src/instances/places.cpp
+  src/instances/repeated_records.cpp
   src/instances/type_table.cpp
   src/instances/users.cpp
   src/model/entity.cpp
