@@ -51,6 +51,11 @@ add_library(kessel_objects OBJECT
   src/naming/file_stem.cpp
   src/naming/unicode_forms.cpp
   src/naming/unique_names.cpp
+  src/products/products.cpp
+  src/products/representations.cpp
+  src/products/shapes.cpp
+  src/products/tops.cpp
+  src/products/usages.cpp
   src/reader/classification.cpp
   src/reader/header.cpp
   src/reader/parse_file.cpp
