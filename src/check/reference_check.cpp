@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "check/cycles.h"
-#include "findings/numbers.h"
 #include "instances/places.h"
 
 namespace Kessel {
@@ -27,12 +26,15 @@ void check_references(std::istream& in, const Instances& instances, FindingList&
 
   // One node more, which leads nowhere, stands for all that is missing.
   const auto nowhere = static_cast<std::uint32_t>(instances.size());
-  CycleSearch search(nowhere + 1, [&](std::uint32_t record) {
-    return record == nowhere ? std::span<const Reference>() : instances.references(record);
-  }, [&](Reference reference) { return std::min<std::uint32_t>(reference.record(), nowhere); });
+  CycleSearch search(
+      nowhere + 1,
+      [&](std::uint32_t record) {
+        return record == nowhere ? std::span<const Reference>() : instances.references(record);
+      },
+      [&](Reference reference) { return std::min<std::uint32_t>(reference.record(), nowhere); });
   for (Index record = 0; record < instances.size(); ++record) search.visit(record);
   for (const Cycle& cycle : search.cycles()) {
-    findings.add(finding_at(in, instances, cycle.lowest, FindingKind::reference_cycle,
+    findings.add(warning_at(in, instances, cycle.lowest, FindingKind::reference_cycle,
                             sentence_of(cycle, instances)));
   }
 }
