@@ -29,9 +29,10 @@ add_library(kessel_objects OBJECT
   src/inspection/walk.cpp
   src/model/entity.cpp
   src/model/errors.cpp
-  src/model/file.cpp
+  src/model/store.cpp
   src/model/finding_kinds.cpp
   src/model/messages.cpp
+  src/model/write_failure.cpp
   src/naming/ascii.cpp
   src/naming/characters.cpp
   src/naming/file_stem.cpp
@@ -44,8 +45,9 @@ add_library(kessel_objects OBJECT
   src/reader/record_loader.cpp
   src/reader/refusals.cpp
   src/splitter/checked_run.cpp
+  src/splitter/file.cpp
   src/splitter/fresh_files.cpp
-  src/splitter/pipeline.cpp
+  src/splitter/root_list.cpp
   src/splitter/run.cpp
   src/splitter/written_files.cpp
   src/structure/definition_search.cpp
@@ -53,6 +55,7 @@ add_library(kessel_objects OBJECT
   src/structure/links.cpp
   src/structure/part.cpp
   src/structure/part_records.cpp
+  src/structure/process_parts.cpp
   src/structure/product_names.cpp
   src/structure/reachability.cpp
   src/structure/roots.cpp

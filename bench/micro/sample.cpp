@@ -46,8 +46,8 @@ std::size_t sample_bytes() {
   return bytes;
 }
 
-std::unique_ptr<File> load_sample() {
-  auto file = std::make_unique<File>("");
+std::unique_ptr<Store> load_sample() {
+  auto file = std::make_unique<Store>("");
   RecordLoader loader(*file);
   for (const std::string_view record : sample_records()) loader.add(record);
   return file;

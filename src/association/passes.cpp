@@ -164,37 +164,37 @@ TypeNameSet shape_representation_types(const std::set<std::string>& file_types) 
 }
 
 /// Runs the pass for one of its types. `other` is what its second selection holds.
-void run_rule(const File& file, const Pass& pass, std::string_view type,
+void run_rule(const Store& store, const Pass& pass, std::string_view type,
               const TypeNameIndex& other) {
   switch (pass.rule) {
     case from_child:
-      return propagate_from_child(file, type, pass.n, pass.filter);
+      return propagate_from_child(store, type, pass.n, pass.filter);
     case from_children:
-      return propagate_from_children(file, type, pass.filter);
+      return propagate_from_children(store, type, pass.filter);
     case to_descendants:
-      return propagate_to_descendants(file, type, pass.filter);
+      return propagate_to_descendants(store, type, pass.filter);
     case both_ways:
-      return propagate_both_ways(file, type, pass.filter);
+      return propagate_both_ways(store, type, pass.filter);
     case Rule::gather_and_spread:
-      return Kessel::gather_and_spread(file, type, pass.filter);
+      return Kessel::gather_and_spread(store, type, pass.filter);
     case from_child_and_down:
-      return propagate_from_child_and_down(file, type, pass.n, pass.filter);
+      return propagate_from_child_and_down(store, type, pass.n, pass.filter);
     case to_children_inside:
-      return propagate_to_typed_children(file, type, other, ChildTypes::inside, pass.filter);
+      return propagate_to_typed_children(store, type, other, ChildTypes::inside, pass.filter);
     case to_children_outside:
-      return propagate_to_typed_children(file, type, other, ChildTypes::outside, pass.filter);
+      return propagate_to_typed_children(store, type, other, ChildTypes::outside, pass.filter);
     case through_relationships:
-      return propagate_through_relationships(file, type, *other.begin(), pass.n);
+      return propagate_through_relationships(store, type, *other.begin(), pass.n);
     case through_usages:
-      return propagate_through_usages(file, type, *other.begin(), pass.n);
+      return propagate_through_usages(store, type, *other.begin(), pass.n);
     case spread_to_leaves:
-      return gather_and_spread_to_leaves(file, type);
+      return gather_and_spread_to_leaves(store, type);
     case styles_to_items:
-      return styles_to_their_items(file, type);
+      return styles_to_their_items(store, type);
     case usages_to_assemblies:
-      return usages_to_their_assemblies(file, type);
+      return usages_to_their_assemblies(store, type);
     case tops_to_root:
-      return tops_to_generated_root(file, type);
+      return tops_to_generated_root(store, type);
   }
 }
 
@@ -228,11 +228,11 @@ std::vector<Pass> association_passes(AssemblyStyle style) {
   return passes;
 }
 
-void run_pass(const File& file, const Pass& pass) {
-  const TypeNameSet others = pass.other.resolve(file.types());
+void run_pass(const Store& store, const Pass& pass) {
+  const TypeNameSet others = pass.other.resolve(store.types);
   const TypeNameIndex other(others.begin(), others.end());
-  for (const std::string_view type : pass.types.resolve(file.types())) {
-    run_rule(file, pass, type, other);
+  for (const std::string_view type : pass.types.resolve(store.types)) {
+    run_rule(store, pass, type, other);
   }
 }
 

@@ -74,6 +74,6 @@ struct Pass {
 std::vector<Pass> association_passes(AssemblyStyle style = AssemblyStyle::classic);
 
 /// Runs one pass over `file`.
-void run_pass(const File& file, const Pass& pass);
+void run_pass(const Store& store, const Pass& pass);
 
 }  // namespace Kessel

@@ -45,7 +45,7 @@ void check_file(const std::filesystem::path& in, const Options& options, Finding
   const auto no_exchange_file = recognise(head);
   if (no_exchange_file) findings.add(*no_exchange_file);
 
-  File store{std::filesystem::path()};
+  Store store{std::filesystem::path()};
   TextCheck text(file, store, findings, options.memory_limit);
   if (!text.read(no_exchange_file.has_value())) return;
   check_references(store, text.places(), findings);

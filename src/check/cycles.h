@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "kessel/paged_array.h"
+#include "model/paged_array.h"
 
 namespace Kessel {
 

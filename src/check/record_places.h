@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "kessel/paged_array.h"
+#include "model/paged_array.h"
 #include "reader/record_cutter.h"
 
 namespace Kessel {

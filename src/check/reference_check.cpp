@@ -10,8 +10,8 @@ namespace Kessel {
 
 namespace {
 
-void find_missing_instances(File& store, const RecordPlaces& places, FindingList& findings) {
-  const PagedArray<Entity*>& slots = store.entities();
+void find_missing_instances(Store& store, const RecordPlaces& places, FindingList& findings) {
+  const PagedArray<Entity*>& slots = store.entities;
   std::uint32_t highest = 0;
   slots.for_each_in_use([&](std::size_t id, const Entity* record) {
     if (record == nullptr) return;
@@ -37,8 +37,8 @@ void find_missing_instances(File& store, const RecordPlaces& places, FindingList
   if (highest >= slots.size()) store.create_entity(highest);
 }
 
-void find_reference_cycles(const File& store, const RecordPlaces& places, FindingList& findings) {
-  const PagedArray<Entity*>& slots = store.entities();
+void find_reference_cycles(const Store& store, const RecordPlaces& places, FindingList& findings) {
+  const PagedArray<Entity*>& slots = store.entities;
   CycleSearch search(slots.size(), [&](std::uint32_t number) {
     const Entity* record = slots[number];
     return record == nullptr ? std::span<const std::uint32_t>() : record->references();
@@ -62,7 +62,7 @@ void find_reference_cycles(const File& store, const RecordPlaces& places, Findin
 
 }  // namespace
 
-void check_references(File& store, const RecordPlaces& places, FindingList& findings) {
+void check_references(Store& store, const RecordPlaces& places, FindingList& findings) {
   find_missing_instances(store, places, findings);
   find_reference_cycles(store, places, findings);
 }

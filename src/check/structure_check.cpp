@@ -19,7 +19,7 @@ using enum FindingKind;
 /// The parts and who is whose component, all as instance numbers.
 class Structure {
  public:
-  Structure(const File& store, const RecordPlaces& places, FindingList& findings)
+  Structure(const Store& store, const RecordPlaces& places, FindingList& findings)
       : store_(store), places_(places), findings_(findings), parts_(find_part_numbers(store)) {}
 
   void check() {
@@ -63,7 +63,7 @@ class Structure {
   }
 
   void find_cycles() {
-    CycleSearch search(store_.entities().size(), [&](std::uint32_t part) {
+    CycleSearch search(store_.entities.size(), [&](std::uint32_t part) {
       const auto found = components_.find(part);
       return found == components_.end() ? std::span<const std::uint32_t>()
                                         : std::span<const std::uint32_t>(found->second);
@@ -106,7 +106,7 @@ class Structure {
                       "be written.");
   }
 
-  const File& store_;
+  const Store& store_;
   const RecordPlaces& places_;
   FindingList& findings_;
   std::vector<std::uint32_t> parts_;  // ascending
@@ -116,7 +116,7 @@ class Structure {
 
 }  // namespace
 
-void check_structure(const File& store, const RecordPlaces& places, FindingList& findings) {
+void check_structure(const Store& store, const RecordPlaces& places, FindingList& findings) {
   Structure(store, places, findings).check();
 }
 

@@ -3,12 +3,12 @@
 
 #include "check/finding_list.h"
 #include "check/record_places.h"
-#include "kessel/file.h"
+#include "model/store.h"
 
 namespace Kessel {
 
 /// Finds out whether there is something to split, and usages that join no parts or lead in a
 /// circle. No reference in the store may lead beyond it.
-void check_structure(const File& store, const RecordPlaces& places, FindingList& findings);
+void check_structure(const Store& store, const RecordPlaces& places, FindingList& findings);
 
 }  // namespace Kessel

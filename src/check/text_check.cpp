@@ -87,7 +87,7 @@ class UnreadRecords {
 
 }  // namespace
 
-TextCheck::TextCheck(std::istream& in, File& store, FindingList& findings,
+TextCheck::TextCheck(std::istream& in, Store& store, FindingList& findings,
                      std::uint64_t memory_limit)
     : in_(in),
       store_(store),
@@ -305,13 +305,13 @@ void TextCheck::look_at_comments_in(std::string_view record, std::uint32_t numbe
 }
 
 void TextCheck::load(std::string_view record, std::uint32_t number) {
-  if (number != 0 && number < store_.entities().size() && store_.entities()[number] != nullptr) {
+  if (number != 0 && number < store_.entities.size() && store_.entities[number] != nullptr) {
     findings_.add(repeated_number, place_, number,
                   "The number " + name(number) + " was given to the record in line " +
                       std::to_string(places_[number].line) +
                       " already, which loses its place to this one.");
     for (const std::uint32_t reference : store_.at(number)->references()) {
-      if (reference >= store_.entities().size()) {
+      if (reference >= store_.entities.size()) {
         not_kept_.push_back({places_[number], number, reference});
       }
     }
@@ -324,7 +324,7 @@ void TextCheck::load(std::string_view record, std::uint32_t number) {
       findings_.add(record_without_type, place_, number,
                     "The record is dropped, since no \"=\", type and \"(\" stand behind its "
                     "number.");
-      if (number >= store_.entities().size()) not_kept_.push_back({place_, number, number});
+      if (number >= store_.entities.size()) not_kept_.push_back({place_, number, number});
       return;
     case Loading::references_cut:
       findings_.add(malformed_reference, place_, number,
@@ -335,19 +335,19 @@ void TextCheck::load(std::string_view record, std::uint32_t number) {
     case Loading::whole:
       break;
   }
-  places_.set(number, place_, store_.entities().size());
+  places_.set(number, place_, store_.entities.size());
 }
 
 /// The writer looks at the last number of some records first.
 void TextCheck::look_at_last_number_of(std::string_view record, std::uint32_t number) {
   const char* digits = record.data() + record.rfind('#') + 1;
   const std::uint32_t last = read_number(digits, record.data() + record.size());
-  if (last >= store_.entities().size()) not_kept_.push_back({place_, number, last});
+  if (last >= store_.entities.size()) not_kept_.push_back({place_, number, last});
 }
 
 void TextCheck::report_numbers_beyond_store() {
   for (const Mention& mention : not_kept_) {
-    if (mention.number < store_.entities().size()) continue;
+    if (mention.number < store_.entities.size()) continue;
     findings_.add(instance_beyond_store, mention.place, mention.record,
                   "A split may fail over " + name(mention.number) +
                       " in the text of the record, which is far beyond the highest number that is "

@@ -8,7 +8,7 @@
 
 #include "check/finding_list.h"
 #include "check/record_places.h"
-#include "kessel/file.h"
+#include "model/store.h"
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"
 
@@ -19,7 +19,7 @@ namespace Kessel {
 class TextCheck : private CuttingWitness {
  public:
   /// Reads from `in` into `store`, which may take `memory_limit` bytes; adds to `findings`.
-  TextCheck(std::istream& in, File& store, FindingList& findings, std::uint64_t memory_limit);
+  TextCheck(std::istream& in, Store& store, FindingList& findings, std::uint64_t memory_limit);
 
   /// Reads everything. Returns whether a run comes to the end of the data as well. A header
   /// without end is not a finding where `expects_no_header`.
@@ -46,7 +46,7 @@ class TextCheck : private CuttingWitness {
   void note_text_after_end(Place place);
 
   std::istream& in_;
-  File& store_;
+  Store& store_;
   FindingList& findings_;
   RecordCutter cutter_;
   RecordLoader loader_;

@@ -15,8 +15,8 @@ std::uint32_t reference_of(const Entity& record, std::size_t i) {
 }
 
 /// The same for record `number`, which may not be there.
-std::uint32_t reference_of(const File& file, std::uint32_t number, std::size_t i) {
-  const Entity* record = number < file.entities().size() ? file.entities()[number] : nullptr;
+std::uint32_t reference_of(const Store& file, std::uint32_t number, std::size_t i) {
+  const Entity* record = number < file.entities.size() ? file.entities[number] : nullptr;
   return record == nullptr ? 0 : reference_of(*record, i);
 }
 
@@ -86,10 +86,10 @@ class ComponentCounter {
 };
 
 /// The components of a generated root: every part that nothing uses.
-std::vector<PartUse> tops_of(const File& file) {
+std::vector<PartUse> tops_of(const Store& file) {
   std::vector<PartUse> tops;
-  for (const Part* part : file.parts()) {
-    if (part->parents.empty() && part != file.root_part())
+  for (const Part* part : file.parts) {
+    if (part->parents.empty() && part != file.root)
       tops.push_back({part->list_position, 1, false});
   }
   return tops;
@@ -98,15 +98,15 @@ std::vector<PartUse> tops_of(const File& file) {
 }  // namespace
 
 Assembly assembly_of(const InspectedFile& inspected) {
-  const File& file = inspected.file();
+  const Store& file = inspected.file();
   Assembly assembly;
-  assembly.parts.reserve(file.parts().size());
-  ComponentCounter counter(file.parts().size());
-  for (const Part* part : file.parts()) {
+  assembly.parts.reserve(file.parts.size());
+  ComponentCounter counter(file.parts.size());
+  for (const Part* part : file.parts) {
     PartInfo& info = assembly.parts.emplace_back(info_of(inspected, *part));
     info.components = info.record == 0 ? tops_of(file) : counter.count(part->children);
   }
-  if (file.root_part() != nullptr) assembly.roots.push_back(file.root_part()->list_position);
+  if (file.root != nullptr) assembly.roots.push_back(file.root->list_position);
   complete(assembly);
   return assembly;
 }

@@ -12,6 +12,7 @@
 #include "reader/record_loader.h"
 #include "structure/names_of_their_own.h"
 #include "structure/part_records.h"
+#include "structure/process_parts.h"
 
 namespace Kessel {
 
@@ -28,15 +29,15 @@ std::string_view up_to_first_string(std::string_view record) {
 }  // namespace
 
 InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options) : file_(in) {
-  if (!file_.input_.is_open()) throw std::invalid_argument("Failed to open input file.");
-  file_.name_style_ = options.names;
+  if (!file_.input.is_open()) throw std::invalid_argument("Failed to open input file.");
+  file_.name_style = options.names;
   read();
   find_structure();
   numbers_ = part_records(file_);
 }
 
 void InspectedFile::read() {
-  RecordCutter cutter(file_.input_);
+  RecordCutter cutter(file_.input);
   // The same loops as those of a split, which would go on for ever where these throw.
   header_ = cutter.next_line();
   header_ += '\n';
@@ -66,7 +67,7 @@ void InspectedFile::read() {
     ++known->records;
     if (known->text != TextKept::none) keep_text(added.number, *known, record);
   }
-  if (file_.input_.bad()) throw std::runtime_error("cannot be read");
+  if (file_.input.bad()) throw std::runtime_error("cannot be read");
   std::sort(unit_contexts_.begin(), unit_contexts_.end());
   unit_contexts_.erase(std::unique(unit_contexts_.begin(), unit_contexts_.end()),
                        unit_contexts_.end());
@@ -81,7 +82,7 @@ void InspectedFile::keep_text(std::uint32_t number, const TypeCounts::Type& type
 void InspectedFile::find_structure() {
   const Silence silence;
   const NamesOfTheirOwn names;
-  file_.process_parts(decode_step_to_utf8);
+  process_parts(file_, decode_step_to_utf8);
 }
 
 }  // namespace Kessel

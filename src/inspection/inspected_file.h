@@ -8,7 +8,7 @@
 
 #include "inspection/kept_texts.h"
 #include "inspection/type_counts.h"
-#include "kessel/file.h"
+#include "model/store.h"
 #include "kessel/options.h"
 
 namespace Kessel {
@@ -20,7 +20,7 @@ class InspectedFile {
   /// Reads `in` once, for a split with `options`. Throws as read_assembly() does.
   InspectedFile(const std::filesystem::path& in, const Options& options);
 
-  const File& file() const { return file_; }
+  const Store& file() const { return file_; }
   /// The number of a part's record; 0 for a generated root.
   std::uint32_t number_of(const Part& part) const { return numbers_[part.list_position]; }
   /// The file up to the end of its header section, line by line.
@@ -36,7 +36,7 @@ class InspectedFile {
   void keep_text(std::uint32_t number, const TypeCounts::Type& type, std::string_view record);
   void find_structure();
 
-  File file_;
+  Store file_;
   std::string header_;
   KeptTexts texts_;
   TypeCounts types_;

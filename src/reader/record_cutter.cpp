@@ -45,6 +45,7 @@ bool RecordCutter::refill() {
   in_.read(buffer_.get() + end_, static_cast<std::streamsize>(capacity_ - end_));
   const auto count = static_cast<std::size_t>(in_.gcount());
   end_ += count;
+  in_.clear(in_.rdstate() & std::ios::badbit);  // Nobody has come to the end yet.
   return count != 0;
 }
 
@@ -63,6 +64,7 @@ std::string_view RecordCutter::take_until(char delimiter) {
     if (ended_ || !refill()) {
       ended_ = true;
       begin_ = end_;
+      in_.setstate(left == 0 ? std::ios::eofbit | std::ios::failbit : std::ios::eofbit);
       return {buffer_.get() + end_ - left, left};
     }
   }

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kessel/paged_array.h"
+#include "model/paged_array.h"
 #include "reader/record_cutter.h"
 
 namespace Kessel {

@@ -29,34 +29,34 @@ RuleStore& fill(RuleStore& store) {
 TEST(RunPass, EveryRuleIsRunWithTheArgumentsOfThePass) {
   const struct {
     Pass pass;
-    std::function<void(const File&)> rule;
+    std::function<void(const Store&)> rule;
   } CASES[] = {
       {{{"HEAD"}, Rule::from_child, LEAVES, 1},
-       [](const File& f) { propagate_from_child(f, "HEAD", 1, LEAVES); }},
+       [](const Store& f) { propagate_from_child(f, "HEAD", 1, LEAVES); }},
       {{{"HEAD"}, Rule::from_children, LEAVES},
-       [](const File& f) { propagate_from_children(f, "HEAD", LEAVES); }},
+       [](const Store& f) { propagate_from_children(f, "HEAD", LEAVES); }},
       {{{"HEAD"}, Rule::to_descendants, ASSEMBLIES},
-       [](const File& f) { propagate_to_descendants(f, "HEAD", ASSEMBLIES); }},
+       [](const Store& f) { propagate_to_descendants(f, "HEAD", ASSEMBLIES); }},
       {{{"HEAD"}, Rule::both_ways, LEAVES},
-       [](const File& f) { propagate_both_ways(f, "HEAD", LEAVES); }},
+       [](const Store& f) { propagate_both_ways(f, "HEAD", LEAVES); }},
       {{{"HEAD"}, Rule::gather_and_spread, LEAVES},
-       [](const File& f) { gather_and_spread(f, "HEAD", LEAVES); }},
+       [](const Store& f) { gather_and_spread(f, "HEAD", LEAVES); }},
       {{{"HEAD"}, Rule::from_child_and_down, ALL_PARTS, 1},
-       [](const File& f) { propagate_from_child_and_down(f, "HEAD", 1, ALL_PARTS); }},
+       [](const Store& f) { propagate_from_child_and_down(f, "HEAD", 1, ALL_PARTS); }},
       {{{"HEAD"}, Rule::to_children_inside, ASSEMBLIES, 0, {"KID"}},
-       [](const File& f) {
+       [](const Store& f) {
          propagate_to_typed_children(f, "HEAD", {"KID"}, ChildTypes::inside, ASSEMBLIES);
        }},
       {{{"HEAD"}, Rule::to_children_outside, ASSEMBLIES, 0, {"KID"}},
-       [](const File& f) {
+       [](const Store& f) {
          propagate_to_typed_children(f, "HEAD", {"KID"}, ChildTypes::outside, ASSEMBLIES);
        }},
       {{{"HEAD"}, Rule::through_relationships, ALL_PARTS, 0, {"KID"}},
-       [](const File& f) { propagate_through_relationships(f, "HEAD", "KID", 0); }},
+       [](const Store& f) { propagate_through_relationships(f, "HEAD", "KID", 0); }},
       {{{"HEAD"}, Rule::through_usages, ALL_PARTS, 0, {"KID"}},
-       [](const File& f) { propagate_through_usages(f, "HEAD", "KID", 0); }},
+       [](const Store& f) { propagate_through_usages(f, "HEAD", "KID", 0); }},
       {{{"HEAD"}, Rule::gather_and_spread, ALL_PARTS},
-       [](const File& f) { gather_and_spread(f, "HEAD", ALL_PARTS); }},
+       [](const Store& f) { gather_and_spread(f, "HEAD", ALL_PARTS); }},
   };
   std::set<std::string> outcomes;
   for (const auto& [pass, rule] : CASES) {

@@ -20,7 +20,7 @@ struct SingleRecordRules : testing::Test {
     store.give(2, {&p});
     store.give(3, {&r});
     // A number that is listed under the type without a record: passed over by every rule.
-    FileInternals::add_type(store.file(), 99, "HEAD");
+    store.file().add_type(99, "HEAD");
   }
 
   RuleStore store;
@@ -244,12 +244,13 @@ TEST_F(SingleRecordRules, DownwardRulesThrowOverAReferenceBeyondTheStore) {
   store.give(8, {&p});
   const auto text = [&](auto rule) { return out_of_range_text([&] { rule(store.file()); }); };
   constexpr char EXPECTED[] = "invalid vector subscript";
-  EXPECT_EQ(text([](const File& f) { propagate_to_descendants(f, "OTHER", ALL_PARTS); }), EXPECTED);
-  EXPECT_EQ(text([](const File& f) { propagate_both_ways(f, "OTHER", ALL_PARTS); }), EXPECTED);
-  EXPECT_EQ(text([](const File& f) { gather_and_spread(f, "OTHER", ALL_PARTS); }), EXPECTED);
-  EXPECT_EQ(text([](const File& f) { propagate_from_child_and_down(f, "OTHER", 0, ALL_PARTS); }),
+  EXPECT_EQ(text([](const Store& f) { propagate_to_descendants(f, "OTHER", ALL_PARTS); }),
             EXPECTED);
-  EXPECT_EQ(text([](const File& f) {
+  EXPECT_EQ(text([](const Store& f) { propagate_both_ways(f, "OTHER", ALL_PARTS); }), EXPECTED);
+  EXPECT_EQ(text([](const Store& f) { gather_and_spread(f, "OTHER", ALL_PARTS); }), EXPECTED);
+  EXPECT_EQ(text([](const Store& f) { propagate_from_child_and_down(f, "OTHER", 0, ALL_PARTS); }),
+            EXPECTED);
+  EXPECT_EQ(text([](const Store& f) {
               propagate_to_typed_children(f, "OTHER", {}, ChildTypes::inside, ALL_PARTS);
             }),
             EXPECTED);
