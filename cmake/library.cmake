@@ -3,6 +3,7 @@
 add_library(kessel_objects OBJECT
   src/association/associate.cpp
   src/association/others.cpp
+  src/association/pass_rules.cpp
   src/association/passes.cpp
   src/association/recognition.cpp
   src/association/relationship_rules.cpp

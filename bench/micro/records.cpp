@@ -39,8 +39,8 @@ void cut_records(benchmark::State& state) {
   state.SetItemsProcessed(records);
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(sample_text().size()));
 }
-BENCHMARK_TEMPLATE(cut_records, &RecordCutter::next_record)->Name("cut_records");
-BENCHMARK_TEMPLATE(cut_records, &RecordCutter::next_record_plainly)->Name("cut_records/plainly");
+BENCHMARK_TEMPLATE(cut_records, &RecordCutter::read_record)->Name("cut_records");
+BENCHMARK_TEMPLATE(cut_records, &RecordCutter::read_record_plainly)->Name("cut_records/plainly");
 
 /// The same with the standard library, without joining or trimming anything.
 void cut_with_getline(benchmark::State& state) {

@@ -17,7 +17,7 @@ std::vector<std::string> cut_sample() {
   RecordCutter cutter(in);
   std::vector<std::string> records;
   for (;;) {
-    const std::string_view record = cutter.next_record();
+    const std::string_view record = cutter.read_record();
     if (record.empty()) return records;
     records.emplace_back(record);
   }

@@ -27,9 +27,9 @@ enum PartKind : std::uint32_t {
 
 /// A part takes the place of its product definition record in the store, which owns it; a generated
 /// root is owned by the `File`. A host may make parts of its own and enter them into the
-/// `part_numbers` of records: the records go into the file at such a part's `path`, without a header
-/// and an end, and the host keeps the part until the `File` is gone. Not safe for concurrent use:
-/// parts share the statics below.
+/// `part_numbers` of records: the records go into the file at such a part's `path`, without a
+/// header and an end, and the host keeps the part until the `File` is gone. Not safe for concurrent
+/// use: parts share the statics below.
 class KESSEL_EXPORT Part : public EntityWithType {
  public:
   /// Takes over a record's references, part numbers and type name.
@@ -81,13 +81,13 @@ class KESSEL_EXPORT Part : public EntityWithType {
   /// an exception ended.
   static void free_statics();
 
-  std::filesystem::path path;              ///< output file; a bare name outside of writing
-  std::uint32_t part_kind = 0;             ///< a `PartKind`
-  std::uint32_t last_instance_number = 0;  ///< last number given out in the part's file
+  std::filesystem::path path;                ///< output file; a bare name outside of writing
+  std::uint32_t part_kind = 0;               ///< a `PartKind`
+  std::uint32_t last_instance_number = 0;    ///< last number given out in the part's file
   std::uint32_t list_position = IN_NO_LIST;  ///< index in the file's list of parts
-  std::ofstream stream;                    ///< the part's file, opened on demand by `output`
-  std::vector<Part*> parents;              ///< parts that use this one, not owned
-  std::vector<Part*> children;             ///< components, not owned
+  std::ofstream stream;                      ///< the part's file, opened on demand by `output`
+  std::vector<Part*> parents;                ///< parts that use this one, not owned
+  std::vector<Part*> children;               ///< components, not owned
 
   /// Most streams that are open at once.
   static constexpr std::uint64_t MAX_OPENED_FILE = 50;

@@ -13,11 +13,14 @@ namespace Kessel {
 /// Splits the exchange file `in` (ISO 10303-21, clear text) into one file per part under `outdir`
 /// and returns the files' paths, the root's first, the others by ascending record number. `outdir`
 /// is created as needed. A file of the same name that is there already is appended to, so that a
-/// second run into the same folder spoils the files of the first: use `split` where that may happen.
+/// second run into the same folder spoils the files of the first: use `split` where that may
+/// happen.
 ///
 /// Problems in the data are printed as sentences on standard error and the run goes on: exactly one
-/// part (nothing is written, the list is empty), no root, malformed usages, files that cannot be
-/// opened for writing. "roots.txt" with the root's file name is written to the working directory.
+/// part (nothing is written, the list is empty), no root (every part is used by
+/// another: the leaf parts' files hold what is theirs, those of assemblies no records), malformed
+/// usages, files that cannot be opened for writing. "roots.txt" with the root's file name is
+/// written to the working directory.
 ///
 /// Throws `std::invalid_argument` "Failed to open input file." (it is missing, a folder, or cannot
 /// be read), `std::out_of_range` "invalid vector

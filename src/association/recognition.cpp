@@ -5,7 +5,8 @@ namespace Kessel {
 
 void initiate_recognition(const Store& store) {
   for (Part* part : store.parts) {
-    if (store.root != nullptr) part->part_numbers.add(store.root, ++store.root->last_instance_number);
+    if (store.root != nullptr)
+      part->part_numbers.add(store.root, ++store.root->last_instance_number);
     if (part->part_kind != ASSEMBLY_PART) {
       part->part_numbers.add(part, ++part->last_instance_number);
     }

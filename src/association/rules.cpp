@@ -21,6 +21,12 @@ void for_each_record(const Store& store, std::string_view type, Rule rule) {
   }
 }
 
+/// The same for several types, in ascending order.
+template <class Rule>
+void for_each_record(const Store& store, const TypeNameSet& types, Rule rule) {
+  for (const std::string_view type : types) for_each_record(store, type, rule);
+}
+
 /// The record takes the parts of all its references.
 void gather(Slots slots, Entity& record, KindFilter filter) {
   for (const std::uint32_t reference : record.references()) {
@@ -205,17 +211,36 @@ void propagate_from_child_and_down(const Store& store, std::string_view type, st
   });
 }
 
-void propagate_to_typed_children(const Store& store, std::string_view type,
-                                 const TypeNameIndex& child_types, ChildTypes mode,
+void propagate_to_typed_children(const Store& store, const TypeNameSet& types,
+                                 const TypeNameSet& child_types, ChildTypes mode,
                                  KindFilter filter) {
-  for_each_record(store, type, [&](Entity& record) {
+  const TypeNameIndex inside_types(child_types.begin(), child_types.end());
+  for_each_record(store, types, [&](Entity& record) {
     for (const std::uint32_t reference : record.references()) {
       Entity* child = slot_at(store.entities, reference);
       if (child == nullptr) continue;
-      const bool inside = child_types.contains(child->type());
+      const bool inside = inside_types.contains(child->type());
       if (inside == (mode == ChildTypes::inside)) propagate_down(store, &record, child, filter);
     }
   });
+}
+
+void propagate_from_child(const Store& store, const TypeNameSet& types, std::uint16_t n,
+                          KindFilter filter) {
+  for (const std::string_view type : types) propagate_from_child(store, type, n, filter);
+}
+
+void propagate_from_children(const Store& store, const TypeNameSet& types, KindFilter filter) {
+  for (const std::string_view type : types) propagate_from_children(store, type, filter);
+}
+
+void gather_and_spread(const Store& store, const TypeNameSet& types, KindFilter filter) {
+  for (const std::string_view type : types) gather_and_spread(store, type, filter);
+}
+
+void propagate_from_child_and_down(const Store& store, const TypeNameSet& types, std::uint16_t n,
+                                   KindFilter filter) {
+  for (const std::string_view type : types) propagate_from_child_and_down(store, type, n, filter);
 }
 
 }  // namespace Kessel

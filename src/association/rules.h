@@ -4,8 +4,8 @@
 // rules add parts to instances and never take one away. Every rule builds on adopt_parts().
 //
 // All fetch the records of a type in the order in which the store lists them and pass over empty
-// slots. All throw `std::out_of_range` "invalid vector subscript" over a reference beyond the
-// store.
+// slots. Those that take a set of types run once for each, in ascending order of the names. All
+// throw `std::out_of_range` "invalid vector subscript" over a reference beyond the store.
 #pragma once
 
 #include <cstdint>
@@ -36,9 +36,12 @@ bool propagate_down(const Store& store, const Entity* source, Entity* start, Kin
 /// fewer references prints one line on standard error and is passed over.
 void propagate_from_child(const Store& store, std::string_view type, std::uint16_t n,
                           KindFilter filter);
+void propagate_from_child(const Store& store, const TypeNameSet& types, std::uint16_t n,
+                          KindFilter filter);
 
 /// Each record of the type takes the parts of all its references.
 void propagate_from_children(const Store& store, std::string_view type, KindFilter filter);
+void propagate_from_children(const Store& store, const TypeNameSet& types, KindFilter filter);
 
 /// Each record of the type spreads its parts to everything below it.
 void propagate_to_descendants(const Store& store, std::string_view type, KindFilter filter);
@@ -49,6 +52,7 @@ void propagate_both_ways(const Store& store, std::string_view type, KindFilter f
 /// Each record of the type takes the parts of all its references, then spreads its own to
 /// everything below it.
 void gather_and_spread(const Store& store, std::string_view type, KindFilter filter);
+void gather_and_spread(const Store& store, const TypeNameSet& types, KindFilter filter);
 
 /// Like gather_and_spread() for all parts, except that a record which a leaf part reaches moves
 /// leaf parts only: geometry that a component's file holds stays out of its assemblies' files.
@@ -70,6 +74,8 @@ void tops_to_generated_root(const Store& store, std::string_view type);
 /// `propagate_from_child` where there is none), then spreads its own to everything below it.
 void propagate_from_child_and_down(const Store& store, std::string_view type, std::uint16_t n,
                                    KindFilter filter);
+void propagate_from_child_and_down(const Store& store, const TypeNameSet& types, std::uint16_t n,
+                                   KindFilter filter);
 
 /// Which references `propagate_to_typed_children` follows.
 enum class ChildTypes {
@@ -77,9 +83,9 @@ enum class ChildTypes {
   inside,   ///< those to records whose type is in the set
 };
 
-/// Each record of the type spreads its parts through those of its references that `mode` selects.
-void propagate_to_typed_children(const Store& store, std::string_view type,
-                                 const TypeNameIndex& child_types, ChildTypes mode,
+/// Each record of the types spreads its parts through those of its references that `mode` selects.
+void propagate_to_typed_children(const Store& store, const TypeNameSet& types,
+                                 const TypeNameSet& child_types, ChildTypes mode,
                                  KindFilter filter);
 
 /// From every node (record of `node_type`) that holds a part, parts climb along relationships: each

@@ -32,7 +32,7 @@ bool has_open_string(std::string_view text) {
 
 bool begins_or_ends_section(std::string_view piece) {
   return piece == "DATA" || piece == "ENDSEC" ||
-         (piece.starts_with("DATA") && trimmed(piece.substr(4)).starts_with('('));
+         (piece.starts_with("DATA") && trim(piece.substr(4)).starts_with('('));
 }
 
 /// The number of the first record that seems to begin in `piece`, 0 where there is none.
@@ -58,7 +58,7 @@ std::string_view skip_comments(std::string_view piece, bool& in_comment) {
     const std::size_t end = piece.find("*/");
     if (end == NONE) return {};
     in_comment = false;
-    piece = trimmed(piece.substr(end + 2));
+    piece = trim(piece.substr(end + 2));
   }
 }
 
@@ -175,7 +175,7 @@ void TextCheck::look_at_bytes_of_header(std::string_view line, Place place) {
 bool TextCheck::read_records() {
   for (;;) {
     is_joined_ = in_string_ = joined_in_string_ = joined_behind_string_ = false;
-    const std::string_view record = cutter_.next_record();
+    const std::string_view record = cutter_.read_record();
     if (record.empty()) break;
     place_ = cutter_.place_of(record);
     if (cutter_.input_ended()) {

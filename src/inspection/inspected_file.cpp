@@ -52,7 +52,7 @@ void InspectedFile::read() {
   RecordLoader loader(file_);
   std::vector<TypeCounts::Type*> known_types(RecordLoader::MOST_KNOWN_TYPES + 1, nullptr);
   for (;;) {
-    const std::string_view record = cutter.next_record();
+    const std::string_view record = cutter.read_record();
     if (record.empty()) break;
     if (cutter.input_ended()) {
       throw std::runtime_error(

@@ -48,7 +48,7 @@ void read(Store& store, const Options& options) {
   ProgressReporter reporter(options, Stage::reading, size);
   bool has_records = false;
   for (;;) {
-    const std::string_view record = cutter.next_record();
+    const std::string_view record = cutter.read_record();
     if (record.empty()) break;
     if (store.checked && cutter.input_ended()) {
       refuse(store.input, unclosed(record, cutter.place_of(record).offset));

@@ -71,14 +71,14 @@ std::string_view RecordCutter::take_until(char delimiter) {
 }
 
 std::string_view RecordCutter::next_line() {
-  return trimmed(take_until('\n'));
+  return trim(take_until('\n'));
 }
 
 std::string_view RecordCutter::next_piece() {
-  return trimmed(take_until(';'));
+  return trim(take_until(';'));
 }
 
-std::string_view RecordCutter::next_record() {
+std::string_view RecordCutter::read_record() {
   // Fast path: nearly every record is one piece that stands in the buffer as a whole.
   const char* first = buffer_.get() + begin_;
   if (const void* found = std::memchr(first, ';', end_ - begin_)) {
@@ -93,10 +93,10 @@ std::string_view RecordCutter::next_record() {
       }
     }
   }
-  return next_record_plainly();
+  return read_record_plainly();
 }
 
-std::string_view RecordCutter::next_record_plainly() {
+std::string_view RecordCutter::read_record_plainly() {
   if (ended_) {
     in_.peek();  // Asks the stream again, for nothing: the end stays the end.
     return "A";

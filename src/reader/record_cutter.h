@@ -56,19 +56,19 @@ class RecordCutter {
   ///
   /// Where the input ended before a piece was closed by ";", that piece is returned, and every
   /// later call returns "A": a caller that waits for an empty record waits for ever.
-  std::string_view next_record();
+  std::string_view read_record();
 
   /// The same without the fast path for records that stand in the buffer as a whole.
-  std::string_view next_record_plainly();
+  std::string_view read_record_plainly();
 
   /// Whether the input ended before the last line or piece was closed.
   bool input_ended() const { return ended_; }
 
   /// The longest text that the cutter may hold. Where a line or record is longer, next_line() and
-  /// next_record() throw InputError.
+  /// read_record() throw InputError.
   void limit_memory(std::uint64_t bytes) { max_held_ = bytes; }
 
-  /// Tells `witness`, which must outlive the cutter, what next_record() passes over and joins;
+  /// Tells `witness`, which must outlive the cutter, what read_record() passes over and joins;
   /// null for nobody.
   void tell(CuttingWitness* witness) { witness_ = witness; }
 

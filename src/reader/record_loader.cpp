@@ -83,7 +83,7 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
   store_.make_room(id);
   if (store_.name_style != NameStyle::record) keep_name(id, name, record);
   const Type& type = type_of(name);
-  Entity* entity = create(id, type, record);
+  Entity* entity = create_record_entity(id, type, record);
   store_.set_references(*entity, {first + 1, last});
   return {whole ? Loading::whole : Loading::references_cut, id, name, type.place};
 }
@@ -106,7 +106,7 @@ void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
   most_numbers_ = (memory_limit_ - without_numbers) / sizeof(unsigned);
 }
 
-Entity* RecordLoader::create(unsigned id, const Type& type, std::string_view record) {
+Entity* RecordLoader::create_record_entity(unsigned id, const Type& type, std::string_view record) {
   if (type.keep == Keep::nothing) return store_.put<Entity>(id);
   const std::size_t room = type.ids->capacity();
   type.ids->push_back(id);

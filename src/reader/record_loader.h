@@ -83,7 +83,7 @@ class RecordLoader {
 
   const Type& type_of(std::string_view name);
   Type look_up(std::string_view name);
-  Entity* create(unsigned id, const Type& type, std::string_view record);
+  Entity* create_record_entity(unsigned id, const Type& type, std::string_view record);
   void keep_name(unsigned id, std::string_view type, std::string_view record);
   void require_memory_for(unsigned id, std::size_t numbers);
 

@@ -174,7 +174,7 @@ void write_parts(Store& store, const std::filesystem::path& outdir, const Option
   ProgressReporter reporter(options, Stage::writing, size_for_progress(store.input, options));
   RecordCutter cutter(store.input);
   for (;;) {
-    const std::string_view record = cutter.next_record();
+    const std::string_view record = cutter.read_record();
     if (record.empty()) break;
     if (store.checked && cutter.input_ended()) throw InputError(input_changed(cutter.offset()));
     writer.write(record);
