@@ -55,8 +55,8 @@ RecordLoader::Ends::Ends(std::string_view name) {
   if (name.size() > 8) tail = load_word(end - 8, end);
 }
 
-RecordLoader::RecordLoader(File& file, std::uint64_t memory_limit)
-    : file_(file), memory_limit_(memory_limit), cache_(CACHE_SIZE) {
+RecordLoader::RecordLoader(Store& store, std::uint64_t memory_limit)
+    : store_(store), memory_limit_(memory_limit), cache_(CACHE_SIZE) {
   untyped_names_.reserve(CACHE_SIZE);  // Never grows beyond: views into it stay valid.
 }
 
@@ -80,11 +80,11 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
   if (memory_limit_ != Options::NO_LIMIT) {
     require_memory_for(id, static_cast<std::size_t>(last - first));
   }
-  file_.make_room(id);
-  if (file_.name_style_ != NameStyle::record) keep_name(id, name, record);
+  store_.make_room(id);
+  if (store_.name_style != NameStyle::record) keep_name(id, name, record);
   const Type& type = type_of(name);
-  Entity* entity = create(id, type, record);
-  file_.set_references(*entity, {first + 1, last});
+  Entity* entity = create_record_entity(id, type, record);
+  store_.set_references(*entity, {first + 1, last});
   return {whole ? Loading::whole : Loading::references_cut, id, name, type.place};
 }
 
@@ -92,13 +92,13 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
 /// whose list of references has so many numbers, its length included. The record's texts are
 /// counted when they are kept.
 void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
-  const std::uint64_t beside_slots = file_.arena_->bytes() + kept_bytes_;
+  const std::uint64_t beside_slots = store_.arena.bytes() + kept_bytes_;
   const std::size_t page = id / PagedArray<Entity*>::PAGE_SIZE;
   // Most records change nothing about the sum.
   if (page == summed_page_ && beside_slots == summed_beside_slots_ && numbers <= most_numbers_) {
     return;
   }
-  const std::uint64_t without_numbers = file_.entities_.bytes_with(id) + beside_slots;
+  const std::uint64_t without_numbers = store_.entities.bytes_with(id) + beside_slots;
   const std::uint64_t needed = without_numbers + numbers * sizeof(unsigned);
   if (needed > memory_limit_) throw InputError(too_much_memory(needed, memory_limit_, id));
   summed_page_ = page;
@@ -106,15 +106,15 @@ void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
   most_numbers_ = (memory_limit_ - without_numbers) / sizeof(unsigned);
 }
 
-Entity* RecordLoader::create(unsigned id, const Type& type, std::string_view record) {
-  if (type.keep == Keep::nothing) return file_.store<Entity>(id);
+Entity* RecordLoader::create_record_entity(unsigned id, const Type& type, std::string_view record) {
+  if (type.keep == Keep::nothing) return store_.put<Entity>(id);
   const std::size_t room = type.ids->capacity();
   type.ids->push_back(id);
   kept_bytes_ += (type.ids->capacity() - room) * sizeof(unsigned);
-  if (type.keep == Keep::type) return file_.store<EntityWithType>(id, type.name);
+  if (type.keep == Keep::type) return store_.put<EntityWithType>(id, type.name);
   const std::string_view attribute = first_string(record);
   kept_bytes_ += attribute.size();
-  return file_.store<EntityWithAttr>(id, type.name, attribute);
+  return store_.put<EntityWithAttr>(id, type.name, attribute);
 }
 
 /// Keeps the first string of what a part may be called after: a product, or the representation that
@@ -124,10 +124,10 @@ void RecordLoader::keep_name(unsigned id, std::string_view type, std::string_vie
                            type.find("REPRESENTATION") != std::string_view::npos;
   if (names_parts) {
     const std::string_view name = whole_first_string(record);
-    file_.names_.insert_or_assign(id, name);
+    store_.names.insert_or_assign(id, name);
     kept_bytes_ += BYTES_OF_A_NAME + name.size();
-  } else if (file_.entities_[id] != nullptr) {
-    file_.names_.erase(id);  // The number was used before.
+  } else if (store_.entities[id] != nullptr) {
+    store_.names.erase(id);  // The number was used before.
   }
 }
 
@@ -156,9 +156,9 @@ const RecordLoader::Type& RecordLoader::type_of(std::string_view name) {
 RecordLoader::Type RecordLoader::look_up(std::string_view name) {
   Type type{name, classify(name)};
   if (type.keep == Keep::nothing) return type;
-  const std::size_t known = file_.types_.size();
-  std::tie(type.name, type.ids) = file_.intern_type(name);
-  if (file_.types_.size() != known) kept_bytes_ += BYTES_OF_A_TYPE + name.size();
+  const std::size_t known = store_.types.size();
+  std::tie(type.name, type.ids) = store_.intern_type(name);
+  if (store_.types.size() != known) kept_bytes_ += BYTES_OF_A_TYPE + name.size();
   return type;
 }
 

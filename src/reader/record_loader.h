@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kessel/file.h"
+#include "model/store.h"
 #include "reader/classification.h"
 
 namespace Kessel {
@@ -38,7 +38,7 @@ enum class Loading {
 class RecordLoader {
  public:
   /// For a store that may take `memory_limit` bytes.
-  explicit RecordLoader(File& file, std::uint64_t memory_limit = Options::NO_LIMIT);
+  explicit RecordLoader(Store& store, std::uint64_t memory_limit = Options::NO_LIMIT);
 
   /// How many types are known by a number, most of all, and the number of those that are not.
   static constexpr std::uint32_t MOST_KNOWN_TYPES = 2048;
@@ -83,11 +83,11 @@ class RecordLoader {
 
   const Type& type_of(std::string_view name);
   Type look_up(std::string_view name);
-  Entity* create(unsigned id, const Type& type, std::string_view record);
+  Entity* create_record_entity(unsigned id, const Type& type, std::string_view record);
   void keep_name(unsigned id, std::string_view type, std::string_view record);
   void require_memory_for(unsigned id, std::size_t numbers);
 
-  File& file_;
+  Store& store_;
   std::uint64_t memory_limit_;
   std::uint64_t kept_bytes_ = 0;  // What is kept elsewhere than in the arena and the slots.
   // Where the sum for the memory limit was made last, and how many numbers it leaves room for.
