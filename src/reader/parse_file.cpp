@@ -10,6 +10,7 @@
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"
 #include "reader/refusals.h"
+#include "reader/standard_reading.h"
 
 namespace Kessel {
 
@@ -40,7 +41,8 @@ void read(Store& store, const Options& options) {
     if (store.checked && cutter.input_ended()) refuse(store.input, no_header_end(cutter.offset()));
     store.header += cutter.next_line();
     store.header += '\n';
-    if (store.header.size() > memory_limit) throw InputError(too_long(memory_limit, cutter.offset()));
+    if (store.header.size() > memory_limit)
+      throw InputError(too_long(memory_limit, cutter.offset()));
   }
   if (store.checked && cutter.input_ended()) refuse(store.input, no_data(cutter.offset()));
 
@@ -83,7 +85,14 @@ std::unique_ptr<Store> parse_file_checked(const std::filesystem::path& path,
                                           const Options& options) {
   auto store = std::make_unique<Store>(path);
   store->checked = true;
-  read(*store, options);
+  store->reading = options.reading;
+  if (options.reading == Reading::standard) {
+    require_readable(store->input);
+    store->name_style = options.names;
+    read_as_standard(*store, options);
+  } else {
+    read(*store, options);
+  }
   return store;
 }
 

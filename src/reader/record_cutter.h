@@ -35,10 +35,10 @@ class CuttingWitness {
 /// the white space around it (outputs depend on that). Pieces that begin otherwise are skipped.
 ///
 /// Reads from the stream's current position and leaves the position anywhere behind what it gave
-/// out. The stream's state is the one in which std::getline would leave it, for each line and piece:
-/// good up to the end of the input; there eofbit alone where anything stands behind the last
-/// delimiter, be it white space, and failbit as well where nothing does. The stream must outlive the
-/// cutter.
+/// out. The stream's state is the one in which std::getline would leave it, for each line and
+/// piece: good up to the end of the input; there eofbit alone where anything stands behind the last
+/// delimiter, be it white space, and failbit as well where nothing does. The stream must outlive
+/// the cutter.
 class RecordCutter {
  public:
   explicit RecordCutter(std::istream& in);

@@ -5,6 +5,7 @@
 #include <span>
 #include <tuple>
 
+#include "exchange/comments.h"
 #include "model/store.h"
 #include "reader/references.h"
 #include "reader/refusals.h"
@@ -76,16 +77,43 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
   const std::string_view name = record_type(behind_own, record);
   if (name.empty()) return {Loading::no_type};
 
-  const unsigned id = *first;
-  if (memory_limit_ != Options::NO_LIMIT) {
-    require_memory_for(id, static_cast<std::size_t>(last - first));
+  Added added{whole ? Loading::whole : Loading::references_cut, *first, name};
+  added.known_type = enter(*first, name, record, {first + 1, last});
+  return added;
+}
+
+void RecordLoader::add(const Exchange::Record& record) {
+  numbers_.clear();  // Its room stays.
+  for (const Exchange::Mention& mention : record.mentions) {
+    if (mention.number != 0) numbers_.push_back(static_cast<unsigned>(mention.number));
   }
+  const std::size_t equals = record.text.rfind('=', record.text.size() - record.body.size());
+  if (record.is_plain && equals != std::string_view::npos) {
+    load(record, record.text, equals);
+  } else {
+    load(record, "=" + Exchange::without_comments(record.body), 0);
+  }
+}
+
+/// Enters `record` by `text`, what there is of it for those who know no comments; its type stands
+/// behind `equals`.
+void RecordLoader::load(const Exchange::Record& record, std::string_view text, std::size_t equals) {
+  const std::string_view name = record_type(equals, text);
+  if (name.empty()) return;
+  enter(static_cast<unsigned>(record.number), name, text, numbers_);
+}
+
+/// Enters a record with the type `name`, which is in its text `record`. Returns the number by which
+/// the type is known.
+std::uint32_t RecordLoader::enter(unsigned id, std::string_view name, std::string_view record,
+                                  std::span<const unsigned> references) {
+  if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id, references.size() + 1);
   store_.make_room(id);
   if (store_.name_style != NameStyle::record) keep_name(id, name, record);
   const Type& type = type_of(name);
   Entity* entity = create_record_entity(id, type, record);
-  store_.set_references(*entity, {first + 1, last});
-  return {whole ? Loading::whole : Loading::references_cut, id, name, type.place};
+  store_.set_references(*entity, references);
+  return type.place;
 }
 
 /// Throws InputError where what is kept would need more memory than it may take with a record `id`

@@ -3,10 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "exchange/reader.h"
 #include "model/store.h"
 #include "reader/classification.h"
 
@@ -58,7 +60,14 @@ class RecordLoader {
   /// store would need more memory than it may take.
   Added add(std::string_view record);
 
+  /// Adds one record of a standard reading. Its number and references are from 1 to 4,294,967,295,
+  /// but for references that are 0, which lead nowhere and are passed over.
+  void add(const Exchange::Record& record);
+
  private:
+  void load(const Exchange::Record& record, std::string_view text, std::size_t equals);
+  std::uint32_t enter(unsigned id, std::string_view name, std::string_view record,
+                      std::span<const unsigned> references);
   /// The first and last eight bytes of a name, which is all of it up to sixteen. Together with the
   /// length they tell nearly all keywords apart.
   struct Ends {

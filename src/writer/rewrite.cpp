@@ -150,6 +150,19 @@ void find_references(std::string_view text, std::vector<TextReference>& found) {
   });
 }
 
+void find_references(const Exchange::Record& record, std::vector<TextReference>& found) {
+  found.clear();
+  const char* own = record.text.data() + 1;
+  const char* own_end = own;
+  const std::uint32_t number = read_number(own_end, record.text.data() + record.text.size());
+  found.push_back(reference_at(record.text, number, own, own_end));
+  for (const Exchange::Mention& other : record.mentions) {
+    if (other.number == 0 || other.number > UINT32_MAX) continue;
+    found.push_back(reference_at(record.text, static_cast<std::uint32_t>(other.number), other.begin,
+                                 other.end));
+  }
+}
+
 std::size_t rewriting_room(std::string_view text, const std::vector<TextReference>& references) {
   return text.size() + references.size() * NUMBER_ROOM + CHUNK;
 }
