@@ -43,7 +43,7 @@ std::optional<std::string> header_by_lines(std::string_view text) {
   for (bool is_first = true; !text.empty(); is_first = false) {
     if (header.ends_with(HEADER_END)) return std::nullopt;
     const std::size_t end = std::min(text.find('\n'), text.size());
-    const std::string_view line = trimmed(text.substr(0, end));
+    const std::string_view line = trim(text.substr(0, end));
     if (is_first && line != FIRST_LINE) return std::nullopt;
     if (!is_first) header.append(line).append("\n");
     text.remove_prefix(std::min(end + 1, text.size()));
