@@ -9,8 +9,6 @@ add_library(kessel_objects OBJECT
   src/association/relationship_rules.cpp
   src/association/rules.cpp
   src/check/check.cpp
-  src/check/finding_list.cpp
-  src/check/input_file.cpp
   src/check/reference_check.cpp
   src/check/refusal.cpp
   src/check/signature.cpp
@@ -20,6 +18,13 @@ add_library(kessel_objects OBJECT
   src/encoding/encode.cpp
   src/encoding/string_body.cpp
   src/encoding/unicode.cpp
+  src/findings/errors.cpp
+  src/findings/finding_kinds.cpp
+  src/findings/finding_list.cpp
+  src/findings/input_file.cpp
+  src/findings/messages.cpp
+  src/findings/refusals.cpp
+  src/findings/write_failure.cpp
   src/inspection/assembly.cpp
   src/inspection/header.cpp
   src/inspection/inspected_file.cpp
@@ -29,11 +34,7 @@ add_library(kessel_objects OBJECT
   src/inspection/units.cpp
   src/inspection/walk.cpp
   src/model/entity.cpp
-  src/model/errors.cpp
   src/model/store.cpp
-  src/model/finding_kinds.cpp
-  src/model/messages.cpp
-  src/model/write_failure.cpp
   src/naming/ascii.cpp
   src/naming/characters.cpp
   src/naming/file_stem.cpp
@@ -44,7 +45,6 @@ add_library(kessel_objects OBJECT
   src/reader/parse_file.cpp
   src/reader/record_cutter.cpp
   src/reader/record_loader.cpp
-  src/reader/refusals.cpp
   src/splitter/checked_run.cpp
   src/splitter/file.cpp
   src/splitter/fresh_files.cpp

@@ -6,14 +6,14 @@
 #include <string>
 #include <system_error>
 
-#include "check/finding_list.h"
-#include "check/input_file.h"
 #include "check/reference_check.h"
 #include "check/signature.h"
 #include "check/structure_check.h"
 #include "check/text_check.h"
-#include "model/finding_kinds.h"
-#include "reader/refusals.h"
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
 
 namespace Kessel {
 

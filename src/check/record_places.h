@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "findings/place.h"
 #include "model/paged_array.h"
-#include "reader/record_cutter.h"
 
 namespace Kessel {
 

@@ -1,8 +1,8 @@
 // Checks what the records refer to.
 #pragma once
 
-#include "check/finding_list.h"
 #include "check/record_places.h"
+#include "findings/finding_list.h"
 #include "model/store.h"
 
 namespace Kessel {

@@ -1,8 +1,8 @@
 // Checks the product structure.
 #pragma once
 
-#include "check/finding_list.h"
 #include "check/record_places.h"
+#include "findings/finding_list.h"
 #include "model/store.h"
 
 namespace Kessel {

@@ -6,9 +6,9 @@
 
 #include "check/signature.h"
 #include "encoding/unicode.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
+#include "findings/refusals.h"
 #include "reader/header.h"
-#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {

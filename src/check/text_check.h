@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "check/finding_list.h"
 #include "check/record_places.h"
+#include "findings/finding_list.h"
 #include "model/store.h"
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"

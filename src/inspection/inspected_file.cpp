@@ -6,8 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "findings/messages.h"
 #include "kessel/encoding.h"
-#include "model/messages.h"
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"
 #include "structure/names_of_their_own.h"

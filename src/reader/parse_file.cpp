@@ -5,11 +5,11 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "findings/refusals.h"
 #include "model/progress_reporter.h"
 #include "reader/header.h"
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"
-#include "reader/refusals.h"
 
 namespace Kessel {
 
@@ -40,7 +40,8 @@ void read(Store& store, const Options& options) {
     if (store.checked && cutter.input_ended()) refuse(store.input, no_header_end(cutter.offset()));
     store.header += cutter.next_line();
     store.header += '\n';
-    if (store.header.size() > memory_limit) throw InputError(too_long(memory_limit, cutter.offset()));
+    if (store.header.size() > memory_limit)
+      throw InputError(too_long(memory_limit, cutter.offset()));
   }
   if (store.checked && cutter.input_ended()) refuse(store.input, no_data(cutter.offset()));
 

@@ -5,9 +5,9 @@
 #include <span>
 #include <tuple>
 
+#include "findings/refusals.h"
 #include "model/store.h"
 #include "reader/references.h"
-#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <utility>
 
-#include "model/write_failure.h"
+#include "findings/write_failure.h"
 #include "writer/part_stream.h"
 
 namespace Kessel {
@@ -34,7 +34,8 @@ GatheredOutput::GatheredOutput(const std::vector<Part*>& parts, bool must_succee
       max_held_(std::clamp(parts.size() * 16 * KIB, 4 * MIB, 64 * MIB)) {}
 
 GatheredOutput::~GatheredOutput() {
-  if (must_succeed_ && first_write_failure()) return;  // Why the run ends; there is no use in going on.
+  if (must_succeed_ && first_write_failure())
+    return;  // Why the run ends; there is no use in going on.
   try {
     pass_on_all();
   } catch (...) {  // NOLINT(bugprone-empty-catch): an exception is ending the run already.

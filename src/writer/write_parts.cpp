@@ -11,11 +11,11 @@
 #include <vector>
 
 #include "encoding/string_body.h"
+#include "findings/refusals.h"
 #include "kessel/encoding.h"
 #include "model/progress_reporter.h"
 #include "model/slots.h"
 #include "reader/record_cutter.h"
-#include "reader/refusals.h"
 #include "structure/reachability.h"
 #include "writer/external_reference.h"
 #include "writer/frame.h"
@@ -158,7 +158,8 @@ void write_parts(Store& store, const std::filesystem::path& outdir, const Option
 
   GatheredOutput output(store.parts, store.checked);
   // The only part of its file was never named and has no file; its records are still rewritten.
-  if (store.parts.size() == 1 && store.parts.front()->path.empty()) output.discard(*store.parts.front());
+  if (store.parts.size() == 1 && store.parts.front()->path.empty())
+    output.discard(*store.parts.front());
 
   const StringEncoder encode = encoder_of_names(options.names);
   for (Part* part : store.parts) part->path = outdir / part->path;
@@ -180,7 +181,8 @@ void write_parts(Store& store, const std::filesystem::path& outdir, const Option
     writer.write(record);
     if (reporter.is_due(cutter.offset())) reporter.report(cutter.offset());
   }
-  if (store.checked && (store.input.bad() || (store.read_up_to && cutter.offset() != *store.read_up_to))) {
+  if (store.checked &&
+      (store.input.bad() || (store.read_up_to && cutter.offset() != *store.read_up_to))) {
     throw InputError(input_changed(cutter.offset()));
   }
 
