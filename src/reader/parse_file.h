@@ -10,11 +10,12 @@
 namespace Kessel {
 
 /// Reads the header and the records of `path`. Throws `std::invalid_argument` "Failed to open input
-/// file." and `std::bad_alloc`; does not return for the two kinds of input for which `Run` does not.
+/// file." and `std::bad_alloc`; does not return for the two kinds of input for which `Run` does
+/// not.
 std::unique_ptr<Store> parse_file(const std::filesystem::path& path, const Options& options = {});
 
-/// The same for a checked run: throws `InputError` where it would read for ever, and where the store
-/// or a text would take more than the options' memory limit.
+/// The same for a checked run: throws `InputError` where it would read for ever, and where the
+/// store or a text would take more than the options' memory limit.
 std::unique_ptr<Store> parse_file_checked(const std::filesystem::path& path,
                                           const Options& options);
 
