@@ -15,7 +15,7 @@ function(kessel_folder folder)
 endfunction()
 
 foreach(folder
-    association check encoding exchange inspection instances model naming products reader splitter structure
+    association check encoding exchange findings inspection instances model naming products reader splitter structure
     verify writer)
   kessel_folder(${folder})
 endforeach()

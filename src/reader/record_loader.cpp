@@ -6,9 +6,9 @@
 #include <tuple>
 
 #include "exchange/comments.h"
+#include "findings/refusals.h"
 #include "model/store.h"
 #include "reader/references.h"
-#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {
@@ -21,8 +21,9 @@ std::string_view record_type(std::size_t from, std::string_view record) {
   do {
     if (++begin == record_end) return {};
   } while (is_space(*begin));
-  const char* end = find_byte(begin, record_end, '(');
-  if (end == record_end) return {};
+  const auto* end = static_cast<const char*>(
+      std::memchr(begin, '(', static_cast<std::size_t>(record_end - begin)));
+  if (end == nullptr) return {};
   if (end == begin) {  // A complex instance: all that its parentheses hold.
     ++begin;
     while (begin != record_end && is_space(*begin)) ++begin;

@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "exchange/statement_cutter.h"
+#include "findings/finding_kinds.h"
+#include "findings/refusals.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
 #include "model/progress_reporter.h"
 #include "reader/record_loader.h"
-#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {

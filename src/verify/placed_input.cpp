@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "association/associate.h"
+#include "findings/messages.h"
 #include "kessel/encoding.h"
-#include "model/messages.h"
 #include "model/slots.h"
 #include "reader/parse_file.h"
 #include "structure/definition_search.h"

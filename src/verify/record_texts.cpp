@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "findings/refusals.h"
 #include "kessel/errors.h"
-#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {

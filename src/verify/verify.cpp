@@ -7,12 +7,12 @@
 #include <string>
 #include <system_error>
 
-#include "check/finding_list.h"
-#include "check/input_file.h"
 #include "check/refusal.h"
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
-#include "reader/refusals.h"
 #include "verify/file_check.h"
 #include "verify/folder.h"
 #include "verify/placed_input.h"

@@ -12,11 +12,11 @@
 
 #include "encoding/string_body.h"
 #include "exchange/comments.h"
+#include "findings/refusals.h"
 #include "kessel/encoding.h"
 #include "model/progress_reporter.h"
 #include "model/slots.h"
 #include "reader/record_cutter.h"
-#include "reader/refusals.h"
 #include "reader/standard_reading.h"
 #include "structure/reachability.h"
 #include "writer/external_reference.h"
