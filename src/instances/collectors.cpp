@@ -1,5 +1,7 @@
 #include "instances/collectors.h"
 
+#include "exchange/parameters.h"
+
 namespace Kessel {
 
 namespace {
@@ -55,6 +57,20 @@ unsigned collecting_parameter(std::string_view keyword) {
     if (fits(row, keyword)) return row.parameter;
   }
   return NO_PARAMETER;
+}
+
+std::vector<std::string_view> collected_lists(std::string_view body) {
+  std::vector<std::string_view> lists;
+  for (const Exchange::PartialRecord& partial : Exchange::partial_records(body)) {
+    const unsigned place = collecting_parameter(partial.keyword);
+    if (place == NO_PARAMETER) continue;
+    const Exchange::Parameters parameters = Exchange::items_of(partial.list);
+    if (parameters.empty()) continue;
+    const std::string_view list =
+        place == LAST_PARAMETER ? parameters.back() : Exchange::parameter(parameters, place);
+    if (list.starts_with('(')) lists.push_back(list);
+  }
+  return lists;
 }
 
 }  // namespace Kessel
