@@ -41,6 +41,26 @@ add_library(kessel_objects OBJECT
   src/instances/places.cpp
   src/instances/type_table.cpp
   src/instances/users.cpp
+  src/join/by_marks.cpp
+  src/join/by_structure.cpp
+  src/join/digest.cpp
+  src/join/equal_values.cpp
+  src/join/external_references.cpp
+  src/join/file_set.cpp
+  src/join/finished_file.cpp
+  src/join/join.cpp
+  src/join/joined_text.cpp
+  src/join/joined_writer.cpp
+  src/join/joining.cpp
+  src/join/mark.cpp
+  src/join/marked_loader.cpp
+  src/join/numbering.cpp
+  src/join/product_shapes.cpp
+  src/join/records.cpp
+  src/join/reference_entries.cpp
+  src/join/residue.cpp
+  src/join/shared_lists.cpp
+  src/join/value_types.cpp
   src/model/entity.cpp
   src/model/errors.cpp
   src/model/file.cpp
