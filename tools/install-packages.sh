@@ -11,9 +11,9 @@ set -eu
 packages=
 for group in "$@"; do
   case $group in
-    build) packages="$packages g++ cmake make libcli11-dev nlohmann-json3-dev" ;;
+    build) packages="$packages g++ cmake make libcli11-dev nlohmann-json3-dev libarchive-dev" ;;
     test) packages="$packages libgtest-dev libgmock-dev libicu-dev unicode-data pkg-config python3 binutils
-      bash zsh fish groff-base graphviz dpkg-dev file
+      bash gzip zsh fish groff-base graphviz dpkg-dev file
       pybind11-dev python3-dev python3-pytest mypy parallel rsync" ;;
     interop) packages="$packages libocct-data-exchange-dev" ;;
     browser) packages="$packages chromium fonts-dejavu-core python3" ;;

@@ -24,8 +24,7 @@ PlacedText read_again(std::istream& in, const Instances& instances, Index record
 /// counts the others.
 std::vector<Finding> missing_instances(std::istream& in, const Instances& instances);
 
-/// Counts lines: sets those of all findings that have an offset or are about an instance. Line
-/// feeds end lines.
+/// Counts lines: sets those of all findings whose offset is not 0. Line feeds end lines.
 void set_lines(std::istream& in, std::vector<Finding>& findings);
 
 }  // namespace Kessel
