@@ -10,9 +10,11 @@
 
 #include "exchange/lexer.h"
 #include "instances/places.h"
-#include "join/product_shapes.h"
+
 #include "kessel/errors.h"
 #include "model/finding_kinds.h"
+#include "products/products.h"
+#include "products/structure.h"
 
 namespace Kessel {
 
@@ -67,9 +69,38 @@ class PlacementReader {
 /// What joining wants to know of a file by its structure.
 struct Structure {
   explicit Structure(const JoinedFile& file)
-      : shapes(file.instances), tops(shapes.tops()), placements(file) {}
-  ProductShapes shapes;
-  std::vector<Index> tops;
+      : products(find_products(file.instances)), placements(file) {
+    if (products.products.empty()) add_bare_definitions(file.instances);
+    tops = products.tops;
+    std::vector<ProductId> shown;
+    for (const ProductId top : tops) {
+      if (!products.products[top].links.empty()) shown.push_back(top);
+    }
+    if (!shown.empty()) tops = std::move(shown);
+  }
+
+  /// The product with that definition; null for none.
+  const Product* find(Index definition) const {
+    const ProductId product = definition == NO_RECORD ? NO_PRODUCT : products.find(definition);
+    return product == NO_PRODUCT ? nullptr : &products.products[product];
+  }
+
+  /// A component may have neither a shape nor components.
+  void add_bare_definitions(const Instances& instances) {
+    for (const Index definition : instances.kept_with("PRODUCT_DEFINITION")) {
+      Product product;
+      product.definition = definition;
+      product.formation = first_reference(instances, definition, "PRODUCT_DEFINITION_FORMATION");
+      if (product.formation != NO_RECORD) {
+        product.product = first_reference(instances, product.formation, "PRODUCT");
+      }
+      products.tops.push_back(static_cast<ProductId>(products.products.size()));
+      products.products.push_back(std::move(product));
+    }
+  }
+
+  Products products;
+  std::vector<ProductId> tops;  ///< those with a shape, if there are such
   PlacementReader placements;
 };
 
@@ -98,33 +129,31 @@ class StructuralUnion {
   }
 
   void unite(std::size_t from, const FileReference& reference) {
-    const Index here = reference.what.definition;
+    const Product* const here = structure(from).find(reference.what.definition);
     const std::size_t to = reference.target;
-    const Index there = component(from, reference);
-    counterpart(from, here, to, there);
-    if (here != NO_RECORD) {
-      counterpart(from, formation_of(files_[from].instances, here), to,
-                  formation_of(files_[to].instances, there));
-      counterpart(from, product_of(files_[from].instances, here), to,
-                  product_of(files_[to].instances, there));
+    const Product& there = component(here, to);
+    counterpart(from, reference.what.definition, to, there.definition);
+    if (here != nullptr) {
+      counterpart(from, here->formation, to, there.formation);
+      counterpart(from, here->product, to, there.product);
     }
-    const auto shapes_there = structure(to).shapes.of(there);
-    if (shapes_there.empty()) return;
-    std::vector<ShapeLink> shapes_here = shapes_of(from, reference);
-    for (std::size_t i = 0; i < shapes_here.size(); ++i) {
-      const ShapeLink& shape = shapes_there[std::min(i, shapes_there.size() - 1)];
-      counterpart(from, shapes_here[i].definition_shape, to, shape.definition_shape);
-      counterpart(from, shapes_here[i].link, to, shape.link);
-      counterpart(from, shapes_here[i].representation, to, shape.representation);
-      unite_placements(from, shapes_here[i].representation, to, shape.representation);
+    if (there.links.empty()) return;
+    const std::vector<ShapeLink> shapes = shapes_of(here, reference);
+    for (std::size_t i = 0; i < shapes.size(); ++i) {
+      const ShapeLink& shape = there.links[std::min(i, there.links.size() - 1)];
+      counterpart(from, shapes[i].shape, to, shape.shape);
+      counterpart(from, shapes[i].link, to, shape.link);
+      counterpart(from, shapes[i].representation, to, shape.representation);
+      unite_placements(from, shapes[i].representation, to, shape.representation);
     }
   }
 
   /// The shapes that stand for those of the component: the ones that the reference names, or else
-  /// all of the definition.
-  std::vector<ShapeLink> shapes_of(std::size_t from, const FileReference& reference) {
-    const auto all = structure(from).shapes.of(reference.what.definition);
-    if (reference.what.representations.empty()) return {all.begin(), all.end()};
+  /// all that the product has.
+  static std::vector<ShapeLink> shapes_of(const Product* product, const FileReference& reference) {
+    const std::vector<ShapeLink> all =
+        product == nullptr ? std::vector<ShapeLink>() : product->links;
+    if (reference.what.representations.empty()) return all;
     std::vector<ShapeLink> shapes;
     for (const Index representation : reference.what.representations) {
       const auto link = std::find_if(all.begin(), all.end(), [&](const ShapeLink& one) {
@@ -135,24 +164,23 @@ class StructuralUnion {
     return shapes;
   }
 
-  /// The definition in the file referred to that is meant: its only top, or the one whose product
-  /// has the same id.
-  Index component(std::size_t from, const FileReference& reference) {
-    const std::vector<Index>& tops = structure(reference.target).tops;
-    if (tops.size() == 1) return tops.front();
-    const Instances& there = files_[reference.target].instances;
-    if (reference.what.definition != NO_RECORD) {
-      const std::string_view id = product_id(files_[from].instances, reference.what.definition);
-      const auto has_id = [&](Index top) { return product_id(there, top) == id; };
-      const auto found = std::find_if(tops.begin(), tops.end(), has_id);
-      if (found != tops.end()) return *found;
+  /// The product in the file `to` that is meant by a reference which `here` stands for, if that is
+  /// known: the only one at the top, or the one that has the same id.
+  const Product& component(const Product* here, std::size_t to) {
+    const Structure& there = structure(to);
+    if (there.tops.size() == 1) return there.products.products[there.tops.front()];
+    if (here != nullptr) {
+      for (const ProductId top : there.tops) {
+        if (there.products.products[top].id == here->id) return there.products.products[top];
+      }
     }
     Finding finding = make_finding(
         FindingKind::unknown_component,
-        tops.empty() ? "The file holds no product, and another refers to it as a component's."
-                     : "The file holds several products at its top, and the reference to it names "
-                       "none of them.");
-    finding.file = files_[reference.target].name;
+        there.tops.empty()
+            ? "The file holds no product, and another refers to it as a component's."
+            : "The file holds several products at its top, and the reference to it names none of "
+              "them.");
+    finding.file = files_[to].name;
     throw InputError(finding);
   }
 

@@ -7,6 +7,7 @@
 
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
+#include "products/structure.h"
 
 namespace Kessel {
 
@@ -36,8 +37,11 @@ std::string text_of(std::string_view parameter) {
 /// Collects what is said about each document.
 class DocumentSearch {
  public:
-  DocumentSearch(const Instances& instances, const ProductShapes& shapes)
-      : instances_(instances), shapes_(shapes) {}
+  DocumentSearch(const Instances& instances, const Products& products) : instances_(instances) {
+    for (const Product& product : products.products) {
+      for (const Index shown : product.representations) shown_.emplace(shown, product.definition);
+    }
+  }
 
   std::vector<ExternalReference> search() {
     for (const Index record : instances_.kept()) {
@@ -116,7 +120,7 @@ class DocumentSearch {
       if (!reference.is_listed() || definition == NO_RECORD) continue;
       if (instances_.is(definition, "PRODUCT_DEFINITION_SHAPE"))
         definition = subject_of(definition);
-      if (definition == NO_RECORD || !is_product_definition(instances_, definition)) continue;
+      if (definition == NO_RECORD || !is_definition(instances_, definition)) continue;
       if (document->definition == NO_RECORD) document->definition = definition;
     }
   }
@@ -159,7 +163,8 @@ class DocumentSearch {
     reference.definition = found.definition;
     reference.representations = found.representations;
     if (reference.definition == NO_RECORD && !found.representations.empty()) {
-      reference.definition = shapes_.definition_of(found.representations.front());
+      const auto shown = shown_.find(found.representations.front());
+      if (shown != shown_.end()) reference.definition = shown->second;
     }
     reference.names = found.places;
     const bool is_file = instances_.is(document, "DOCUMENT_FILE");
@@ -187,15 +192,15 @@ class DocumentSearch {
   }
 
   const Instances& instances_;
-  const ProductShapes& shapes_;
+  std::map<Index, Index> shown_;  // definitions by their representations
   std::map<Index, Found> documents_;
 };
 
 }  // namespace
 
 std::vector<ExternalReference> find_external_references(const Instances& instances,
-                                                        const ProductShapes& shapes) {
-  return DocumentSearch(instances, shapes).search();
+                                                        const Products& products) {
+  return DocumentSearch(instances, products).search();
 }
 
 }  // namespace Kessel

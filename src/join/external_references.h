@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "instances/instances.h"
-#include "join/product_shapes.h"
+#include "products/products.h"
 
 namespace Kessel {
 
@@ -26,6 +26,6 @@ struct ExternalReference {
 ///   document reference ties a definition if they are called as exchange files are;
 /// - documents of the type 'cad_filename' that a definition has (AP203).
 std::vector<ExternalReference> find_external_references(const Instances& instances,
-                                                        const ProductShapes& shapes);
+                                                        const Products& products);
 
 }  // namespace Kessel

@@ -114,11 +114,11 @@ void FileSet::load(JoinedFile& file) {
 
 /// Loads what the file refers to, and notes what is not there.
 void FileSet::follow(std::size_t from) {
-  const ProductShapes shapes(files_[from]->instances);
+  const Products products = find_products(files_[from]->instances);
   const fs::path folder = files_[from]->path.parent_path();
   const std::string referrer =
       from == 0 ? std::string() : " (referred to by \"" + files_[from]->name + "\")";
-  for (ExternalReference& reference : find_external_references(files_[from]->instances, shapes)) {
+  for (ExternalReference& reference : find_external_references(files_[from]->instances, products)) {
     const auto found =
         std::find_if(reference.names.begin(), reference.names.end(), [&](const std::string& name) {
           std::error_code ignored;
