@@ -1,5 +1,7 @@
 #include "instances/collectors.h"
 
+#include "exchange/parameters.h"
+
 namespace Kessel {
 
 namespace {
@@ -26,6 +28,8 @@ constexpr Row ROWS[] = {
     {exactly, "PRESENTATION_LAYER_ASSIGNMENT", 2},
     {exactly, "INVISIBILITY", 0},
     {exactly, "CONTEXT_DEPENDENT_INVISIBILITY", 0},
+    // A style of several parts: one thing.
+    {exactly, "PRESENTATION_STYLE_ASSIGNMENT", NO_PARAMETER},
     // Management data: what is assigned, sometimes in which role, and to what.
     {ending, "_ASSIGNMENT", LAST_PARAMETER},
     {beginning, "CC_DESIGN_", LAST_PARAMETER},
@@ -55,6 +59,20 @@ unsigned collecting_parameter(std::string_view keyword) {
     if (fits(row, keyword)) return row.parameter;
   }
   return NO_PARAMETER;
+}
+
+std::vector<std::string_view> collected_lists(std::string_view body) {
+  std::vector<std::string_view> lists;
+  for (const Exchange::PartialRecord& partial : Exchange::partial_records(body)) {
+    const unsigned place = collecting_parameter(partial.keyword);
+    if (place == NO_PARAMETER) continue;
+    const Exchange::Parameters parameters = Exchange::items_of(partial.list);
+    if (parameters.empty()) continue;
+    const std::string_view list =
+        place == LAST_PARAMETER ? parameters.back() : Exchange::parameter(parameters, place);
+    if (list.starts_with('(')) lists.push_back(list);
+  }
+  return lists;
 }
 
 }  // namespace Kessel

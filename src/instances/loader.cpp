@@ -4,7 +4,6 @@
 #include <string>
 
 #include "check/finding_list.h"
-#include "exchange/parameters.h"
 #include "instances/collectors.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
@@ -50,21 +49,6 @@ bool is_kept(std::string_view keyword) {
     return row.match == containing ? keyword.find(row.name) != std::string_view::npos
                                    : keyword.ends_with(row.name);
   });
-}
-
-/// The spans of `body` that collectors' lists take.
-std::vector<std::string_view> collected_lists(std::string_view body) {
-  std::vector<std::string_view> lists;
-  for (const Exchange::PartialRecord& partial : Exchange::partial_records(body)) {
-    const unsigned place = collecting_parameter(partial.keyword);
-    if (place == NO_PARAMETER) continue;
-    const Exchange::Parameters parameters = Exchange::items_of(partial.list);
-    if (parameters.empty()) continue;
-    const std::string_view list =
-        place == LAST_PARAMETER ? parameters.back() : Exchange::parameter(parameters, place);
-    if (list.starts_with('(')) lists.push_back(list);
-  }
-  return lists;
 }
 
 bool stands_in(const char* place, const std::vector<std::string_view>& texts) {
