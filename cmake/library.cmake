@@ -57,6 +57,19 @@ add_library(kessel_objects OBJECT
   src/reader/record_cutter.cpp
   src/reader/record_loader.cpp
   src/reader/refusals.cpp
+  src/sameness/changed_parameters.cpp
+  src/sameness/compared_file.cpp
+  src/sameness/correspondence.cpp
+  src/sameness/diff.cpp
+  src/sameness/differences.cpp
+  src/sameness/fingerprints.cpp
+  src/sameness/graph.cpp
+  src/sameness/isomorphism.cpp
+  src/sameness/order.cpp
+  src/sameness/owners.cpp
+  src/sameness/partition.cpp
+  src/sameness/text_hash.cpp
+  src/sameness/values.cpp
   src/splitter/checked_run.cpp
   src/splitter/fresh_files.cpp
   src/splitter/pipeline.cpp

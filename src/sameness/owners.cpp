@@ -1,0 +1,191 @@
+#include "sameness/owners.h"
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+
+namespace Kessel::Sameness {
+
+namespace {
+
+bool has_in_name(const Instances& instances, Index record, std::string_view word) {
+  return instances.types().name(instances.type(record)).find(word) != std::string_view::npos;
+}
+
+/// What an item's references lead to and does not belong to the item's product.
+bool is_beyond_shape(const Instances& instances, TypeId type) {
+  const std::string_view name = instances.types().name(type);
+  return name.find("CONTEXT") != std::string_view::npos ||
+         name.find("PRODUCT") != std::string_view::npos;
+}
+
+class Search {
+ public:
+  Search(const Instances& instances, const Fingerprints& fingerprints, Column<Index>& owners,
+         std::vector<FurtherOwner>& further, std::uint64_t most_further)
+      : instances_(instances),
+        fingerprints_(fingerprints),
+        owners_(owners),
+        further_(further),
+        most_further_(most_further),
+        reached_by_(instances.size(), NO_RECORD),
+        is_root_(instances.size()) {
+    for (TypeId type = 0; type < instances.types().size(); ++type) {
+      is_beyond_.push_back(is_beyond_shape(instances, type));
+    }
+  }
+
+  /// Returns false where there are too many further owners.
+  bool take_shapes(const std::vector<OwnedShape>& shapes) {
+    for (const OwnedShape& shape : shapes) {
+      owners_[shape.definition] = shape.definition;
+      for (const Index representation : shape.representations) is_root_[representation] = true;
+    }
+    for (const OwnedShape& shape : shapes) {
+      for (const Index representation : shape.representations)
+        enter(representation, shape.definition);
+      if (!take_items(shape.definition)) return false;
+    }
+    return true;
+  }
+
+ private:
+  void enter(Index record, Index owner) {
+    if (reached_by_[record] == owner || fingerprints_.is_pure[record]) return;
+    reached_by_[record] = owner;
+    if (owners_[record] == NO_RECORD) {
+      owners_[record] = owner;
+    } else {
+      further_.push_back({record, owner});
+    }
+    open_.push_back(record);
+  }
+
+  bool take_items(Index owner) {
+    while (!open_.empty()) {
+      const Index record = open_.back();
+      open_.pop_back();
+      for (const Reference reference : instances_.references(record)) {
+        const Index to = reference.record();
+        if (to == NO_RECORD || is_root_[to] || is_beyond_[instances_.type(to)]) continue;
+        enter(to, owner);
+      }
+      if (further_.size() > most_further_) return false;
+    }
+    return true;
+  }
+
+  const Instances& instances_;
+  const Fingerprints& fingerprints_;
+  Column<Index>& owners_;
+  std::vector<FurtherOwner>& further_;
+  std::uint64_t most_further_;
+  Column<Index> reached_by_;  // the last owner whose search came here
+  Column<bool> is_root_;
+  std::vector<bool> is_beyond_;
+  std::vector<Index> open_;
+};
+
+void own_products(const Instances& instances, Column<Index>& owners,
+                  const std::vector<OwnedShape>& shapes) {
+  for (const OwnedShape& shape : shapes) {
+    for (const Reference version : instances.references(shape.definition)) {
+      if (version.record() == NO_RECORD ||
+          !has_in_name(instances, version.record(), "PRODUCT_DEFINITION_FORMATION")) {
+        continue;
+      }
+      for (const Reference product : instances.references(version.record())) {
+        if (product.record() == NO_RECORD || owners[product.record()] != NO_RECORD) continue;
+        owners[product.record()] = shape.definition;
+      }
+      if (owners[version.record()] == NO_RECORD) owners[version.record()] = shape.definition;
+    }
+  }
+}
+
+/// The owner of the first record that `record` names; of a list's records the one owner of all.
+Index owner_from_below(const Instances& instances, const Fingerprints& fingerprints,
+                       const Column<Index>& owners, Index record) {
+  Index of_list = NO_RECORD;
+  bool is_mixed = false;
+  for (const Reference reference : instances.references(record)) {
+    const Index to = reference.record();
+    if (to == NO_RECORD || fingerprints.is_pure[to] || owners[to] == NO_RECORD) continue;
+    if (!reference.is_listed()) return owners[to];
+    is_mixed = is_mixed || (of_list != NO_RECORD && of_list != owners[to]);
+    of_list = owners[to];
+  }
+  return is_mixed ? NO_RECORD : of_list;
+}
+
+/// A style of an item that several products own is theirs, too.
+void share_styles(const Instances& instances, std::vector<FurtherOwner>& further, Index record,
+                  std::size_t searched) {
+  const auto begin = further.begin();
+  const auto end = further.begin() + static_cast<std::ptrdiff_t>(searched);
+  for (const Reference reference : instances.references(record)) {
+    const FurtherOwner key{reference.record(), 0};
+    const auto found = std::lower_bound(begin, end, key);
+    if (found == end || found->record != key.record) continue;
+    std::vector<FurtherOwner> of_style;
+    for (auto i = found; i != end && i->record == key.record; ++i) {
+      of_style.push_back({record, i->owner});
+    }
+    further.insert(further.end(), of_style.begin(), of_style.end());
+    return;
+  }
+}
+
+}  // namespace
+
+std::vector<OwnedShape> owned_shapes(const Instances& instances) {
+  std::map<Index, OwnedShape> shapes;
+  for (const Index record : instances.kept()) {
+    if (instances.is(record, "PRODUCT_DEFINITION")) shapes[record].definition = record;
+  }
+  for (const Index link : instances.kept()) {
+    if (!instances.is(link, "SHAPE_DEFINITION_REPRESENTATION")) continue;
+    const auto references = instances.references(link);
+    if (references.size() != 2 || references[0].record() == NO_RECORD) continue;
+    const auto of_shape = instances.references(references[0].record());
+    if (of_shape.empty() || references[1].record() == NO_RECORD) continue;
+    const auto found = shapes.find(of_shape.back().record());
+    if (found != shapes.end()) found->second.representations.push_back(references[1].record());
+  }
+  std::vector<OwnedShape> list;
+  for (auto& [definition, shape] : shapes) list.push_back(std::move(shape));
+  return list;
+}
+
+Owners::Owners(const Instances& instances, const Fingerprints& fingerprints, const Order& order,
+               std::uint64_t most_further)
+    : owners_(instances.size(), NO_RECORD) {
+  const std::vector<OwnedShape> shapes = owned_shapes(instances);
+  Search search(instances, fingerprints, owners_, further_, most_further);
+  has_too_many_ = !search.take_shapes(shapes);
+  if (has_too_many_) further_.clear();
+  std::sort(further_.begin(), further_.end());
+  const std::size_t searched = further_.size();
+  own_products(instances, owners_, shapes);
+  for (const Index record : order.records) {
+    if (owners_[record] != NO_RECORD || fingerprints.is_pure[record]) continue;
+    owners_[record] = owner_from_below(instances, fingerprints, owners_, record);
+    if (searched != 0 && has_in_name(instances, record, "STYLED_ITEM")) {
+      share_styles(instances, further_, record, searched);
+    }
+  }
+  std::sort(further_.begin(), further_.end());
+  // What a value says belongs to the first that needs it.
+  for (std::size_t i = order.records.size(); i-- > 0;) {
+    const Index record = order.records[i];
+    if (owners_[record] == NO_RECORD) continue;
+    for (const Reference reference : instances.references(record)) {
+      const Index to = reference.record();
+      if (to != NO_RECORD && fingerprints.is_pure[to] && owners_[to] == NO_RECORD) {
+        owners_[to] = owners_[record];
+      }
+    }
+  }
+}
+
+}  // namespace Kessel::Sameness

@@ -1,0 +1,53 @@
+// Which product each record belongs to.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "instances/column.h"
+#include "instances/instances.h"
+#include "sameness/fingerprints.h"
+#include "sameness/order.h"
+
+namespace Kessel::Sameness {
+
+/// A product definition that owns a record beside the first one.
+struct FurtherOwner {
+  Index record;
+  Index owner;
+  friend auto operator<=>(const FurtherOwner&, const FurtherOwner&) = default;
+};
+
+/// A product definition and the representations of its shape.
+struct OwnedShape {
+  Index definition;
+  std::vector<Index> representations;
+};
+
+/// Those of a file, in the order of the file.
+std::vector<OwnedShape> owned_shapes(const Instances& instances);
+
+/// Owners of all records: the product definitions whose shapes they are in. What says something of
+/// such a record, or of a product definition, belongs to the owner of the first one that it names.
+class Owners {
+ public:
+  /// At most `most_further` owners are found beside the first ones; where there are more, none.
+  Owners(const Instances& instances, const Fingerprints& fingerprints, const Order& order,
+         std::uint64_t most_further);
+
+  /// The product definition that owns `record`, the first of several; NO_RECORD for none.
+  Index of(Index record) const { return owners_[record]; }
+
+  /// The others, ascending. Only records that bear identity, or lead to some, have any.
+  const std::vector<FurtherOwner>& further() const { return further_; }
+  /// Whether there would have been more than `most_further` of them.
+  bool has_too_many() const { return has_too_many_; }
+
+ private:
+  Column<Index> owners_;
+  std::vector<FurtherOwner> further_;
+  bool has_too_many_ = false;
+};
+
+}  // namespace Kessel::Sameness
