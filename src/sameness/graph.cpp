@@ -61,8 +61,11 @@ class Nodes {
   }
 
  private:
+  /// The owner whose copies `record` refers to; of a record with copies that of the first.
   Index owner_of(Index record) const {
-    return owners_ == nullptr ? NO_RECORD : owners_->of(record);
+    if (owners_ == nullptr) return NO_RECORD;
+    const bool has_copies = is_copy_of(copies_of(record), record);
+    return has_copies || owners_->is_certain(record) ? owners_->of(record) : NO_RECORD;
   }
   /// Where its copies beside the first stand.
   std::size_t copies_of(Index record) const {

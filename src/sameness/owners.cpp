@@ -86,36 +86,60 @@ class Search {
   std::vector<Index> open_;
 };
 
-void own_products(const Instances& instances, Column<Index>& owners,
-                  const std::vector<OwnedShape>& shapes) {
+/// An owner, and whether it is the only one.
+struct OwnerOfOne {
+  Index owner = NO_RECORD;
+  bool is_certain = true;
+};
+
+void own_product(Index record, Index definition, Column<Index>& owners, Column<bool>& is_certain) {
+  if (owners[record] == NO_RECORD) {
+    owners[record] = definition;
+  } else if (owners[record] != definition) {
+    is_certain[record] = false;
+  }
+}
+
+void own_products(const Instances& instances, const std::vector<OwnedShape>& shapes,
+                  Column<Index>& owners, Column<bool>& is_certain) {
   for (const OwnedShape& shape : shapes) {
     for (const Reference version : instances.references(shape.definition)) {
       if (version.record() == NO_RECORD ||
           !has_in_name(instances, version.record(), "PRODUCT_DEFINITION_FORMATION")) {
         continue;
       }
+      own_product(version.record(), shape.definition, owners, is_certain);
       for (const Reference product : instances.references(version.record())) {
-        if (product.record() == NO_RECORD || owners[product.record()] != NO_RECORD) continue;
-        owners[product.record()] = shape.definition;
+        if (product.record() == NO_RECORD) continue;
+        own_product(product.record(), shape.definition, owners, is_certain);
       }
-      if (owners[version.record()] == NO_RECORD) owners[version.record()] = shape.definition;
     }
   }
 }
 
-/// The owner of the first record that `record` names; of a list's records the one owner of all.
-Index owner_from_below(const Instances& instances, const Fingerprints& fingerprints,
-                       const Column<Index>& owners, Index record) {
-  Index of_list = NO_RECORD;
+/// The owner of the first record that `record` names, a certain one if there is any; of a list's
+/// records the one owner of all.
+OwnerOfOne owner_from_below(const Instances& instances, const Fingerprints& fingerprints,
+                            const Column<Index>& owners, const Column<bool>& is_certain,
+                            Index record) {
+  OwnerOfOne first;
+  OwnerOfOne of_list;
   bool is_mixed = false;
   for (const Reference reference : instances.references(record)) {
     const Index to = reference.record();
     if (to == NO_RECORD || fingerprints.is_pure[to] || owners[to] == NO_RECORD) continue;
-    if (!reference.is_listed()) return owners[to];
-    is_mixed = is_mixed || (of_list != NO_RECORD && of_list != owners[to]);
-    of_list = owners[to];
+    if (reference.is_listed()) {
+      is_mixed = is_mixed || (of_list.owner != NO_RECORD && of_list.owner != owners[to]);
+      of_list = {owners[to], of_list.is_certain && is_certain[to]};
+    } else if (is_certain[to]) {
+      return {owners[to], true};
+    } else if (first.owner == NO_RECORD) {
+      first = {owners[to], false};
+    }
   }
-  return is_mixed ? NO_RECORD : of_list;
+  if (first.owner != NO_RECORD) return first;
+  // Whether a list is mixed must not hang on who is first either.
+  return is_mixed ? OwnerOfOne{NO_RECORD, of_list.is_certain} : of_list;
 }
 
 /// A style of an item that several products own is theirs, too.
@@ -159,17 +183,21 @@ std::vector<OwnedShape> owned_shapes(const Instances& instances) {
 
 Owners::Owners(const Instances& instances, const Fingerprints& fingerprints, const Order& order,
                std::uint64_t most_further)
-    : owners_(instances.size(), NO_RECORD) {
+    : owners_(instances.size(), NO_RECORD), is_certain_(instances.size(), true) {
   const std::vector<OwnedShape> shapes = owned_shapes(instances);
   Search search(instances, fingerprints, owners_, further_, most_further);
   has_too_many_ = !search.take_shapes(shapes);
   if (has_too_many_) further_.clear();
   std::sort(further_.begin(), further_.end());
   const std::size_t searched = further_.size();
-  own_products(instances, owners_, shapes);
+  for (const FurtherOwner& further : further_) is_certain_[further.record] = false;
+  own_products(instances, shapes, owners_, is_certain_);
   for (const Index record : order.records) {
     if (owners_[record] != NO_RECORD || fingerprints.is_pure[record]) continue;
-    owners_[record] = owner_from_below(instances, fingerprints, owners_, record);
+    const OwnerOfOne owner =
+        owner_from_below(instances, fingerprints, owners_, is_certain_, record);
+    owners_[record] = owner.owner;
+    is_certain_[record] = owner.is_certain;
     if (searched != 0 && has_in_name(instances, record, "STYLED_ITEM")) {
       share_styles(instances, further_, record, searched);
     }

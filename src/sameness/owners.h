@@ -29,7 +29,8 @@ struct OwnedShape {
 std::vector<OwnedShape> owned_shapes(const Instances& instances);
 
 /// Owners of all records: the product definitions whose shapes they are in. What says something of
-/// such a record, or of a product definition, belongs to the owner of the first one that it names.
+/// such a record, or of a product definition, belongs to the owner of the first one that it names
+/// and that one product alone owns.
 class Owners {
  public:
   /// At most `most_further` owners are found beside the first ones; where there are more, none.
@@ -38,6 +39,8 @@ class Owners {
 
   /// The product definition that owns `record`, the first of several; NO_RECORD for none.
   Index of(Index record) const { return owners_[record]; }
+  /// Whether that does not depend on which of several products the file has first.
+  bool is_certain(Index record) const { return is_certain_[record]; }
 
   /// The others, ascending. Only records that bear identity, or lead to some, have any.
   const std::vector<FurtherOwner>& further() const { return further_; }
@@ -46,6 +49,7 @@ class Owners {
 
  private:
   Column<Index> owners_;
+  Column<bool> is_certain_;
   std::vector<FurtherOwner> further_;
   bool has_too_many_ = false;
 };
