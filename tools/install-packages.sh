@@ -6,19 +6,21 @@
 #   interop  the open CAD kernel that reads splits back in tests
 #   lint     the formatter and the checker of the sources
 #   fuzz     the compiler with the fuzzing engine
+#   full     what else tools/full-check.sh needs
 set -eu
 
 packages=
 for group in "$@"; do
   case $group in
-    build) packages="$packages g++ cmake make libcli11-dev nlohmann-json3-dev" ;;
+    build) packages="$packages g++ cmake make libcli11-dev nlohmann-json3-dev libarchive-dev" ;;
     test) packages="$packages libgtest-dev libgmock-dev libicu-dev unicode-data pkg-config python3 binutils
-      bash zsh fish groff-base graphviz dpkg-dev file
+      bash gzip zsh fish groff-base graphviz dpkg-dev file
       pybind11-dev python3-dev python3-pytest mypy parallel rsync" ;;
     interop) packages="$packages libocct-data-exchange-dev" ;;
     browser) packages="$packages chromium fonts-dejavu-core python3" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
     fuzz) packages="$packages clang-14 libclang-rt-14-dev" ;;
+    full) packages="$packages valgrind strace libbenchmark-dev" ;;
     *) echo "unknown group: $group" >&2; exit 2 ;;
   esac
 done

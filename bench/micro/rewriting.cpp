@@ -35,17 +35,17 @@ class HeldSample {
 };
 
 /// Puts the text that the library writes into a string.
-void rewrite_in_place(std::string_view text, const std::vector<Reference>& references, Slots slots,
-                      Part* part, std::string& out) {
+void rewrite_in_place(std::string_view text, const std::vector<TextReference>& references,
+                      Slots slots, Part* part, std::string& out) {
   rewrite_references(text, references, slots, part, out);
 }
 
 /// The plain way for records whose references are all held: replaces number by number in a copy.
-void rewrite_by_replacing(std::string_view text, const std::vector<Reference>& references,
+void rewrite_by_replacing(std::string_view text, const std::vector<TextReference>& references,
                           Slots slots, Part* part, std::string& out) {
   std::string copy(text);
   for (std::size_t i = references.size(); i > 0; --i) {
-    const Reference& reference = references[i - 1];
+    const TextReference& reference = references[i - 1];
     const std::uint32_t number = slot_at(slots, reference.number)->part_numbers.at(part);
     copy.replace(reference.begin, reference.end - reference.begin, std::to_string(number));
   }
@@ -55,7 +55,7 @@ void rewrite_by_replacing(std::string_view text, const std::vector<Reference>& r
 template <auto Rewrite>
 void rewrite_records(benchmark::State& state) {
   HeldSample sample;
-  std::vector<Reference> references;
+  std::vector<TextReference> references;
   std::string out;
   out.reserve(sample_bytes() * 2);
   for (auto _ : state) {

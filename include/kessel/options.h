@@ -5,6 +5,8 @@
 #include <functional>
 #include <limits>
 
+#include "kessel/finding.h"
+
 namespace Kessel {
 
 /// What an assembly's file holds.
@@ -34,6 +36,18 @@ enum class NameStyle {
   product_unicode,
 };
 
+/// How an input is cut into records.
+enum class Reading {
+  /// As ISO 10303-21 has it, every edition: strings with anything in them, comments and blanks
+  /// between any two words, several data sections, anchors and references. A record's text is kept
+  /// as it stands. Only what makes it doubtful where a record ends is an error.
+  standard,
+  /// As `Run` reads, which outputs that hosts compare depend on: a ";" ends a record wherever it
+  /// stands, a line ends the header, comments are text. Where no comment and no ";" in a string is
+  /// in the way, both see the same.
+  classic,
+};
+
 /// What a run is busy with.
 enum class Stage {
   reading,  ///< the records, measured in bytes of the input
@@ -52,6 +66,7 @@ struct Progress {
 struct Options {
   static constexpr std::uint64_t NO_LIMIT = std::numeric_limits<std::uint64_t>::max();
 
+  Reading reading = Reading::standard;
   AssemblyStyle assemblies = AssemblyStyle::classic;
   NameStyle names = NameStyle::record;
   /// Whether the name of a file in its own header (ISO 10303-21, 8.2.2) has the output folder in
@@ -68,6 +83,9 @@ struct Options {
   /// megabyte of the input. An exception that leaves it ends the run, which is how to cancel one;
   /// what was written until then is in the files.
   std::function<void(const Progress&)> progress = {};
+  /// Told what a person should know about the input or the result, on the caller's thread: nothing
+  /// is lost, but it deserves a look. `check` lists what concerns the input.
+  std::function<void(const Finding&)> warning = {};
 };
 
 }  // namespace Kessel

@@ -34,7 +34,6 @@ constexpr Row ROWS[] = {
     {ending, "_ASSIGNMENT", LAST_PARAMETER},
     {beginning, "CC_DESIGN_", LAST_PARAMETER},
     {exactly, "APPLIED_DOCUMENT_REFERENCE", 2},
-    {exactly, "APPLIED_DOCUMENT_USAGE_CONSTRAINT_ASSIGNMENT", LAST_PARAMETER},
     {exactly, "AUTO_DESIGN_DOCUMENT_REFERENCE", 2},
     // Categories: name, description, products.
     {exactly, "PRODUCT_RELATED_PRODUCT_CATEGORY", 2},

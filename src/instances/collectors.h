@@ -21,8 +21,8 @@ inline constexpr unsigned NO_PARAMETER = 254;
 /// collector. In a complex instance the keyword is that of the partial record.
 unsigned collecting_parameter(std::string_view keyword);
 
-/// The lists of `body`, which is Exchange::Record::body, that may be shared out, with their
-/// parentheses; views into it.
+/// The lists in `body` (Exchange::Record::body) that may be shared out, with their parentheses;
+/// views into it. None where no partial record is a collector's.
 std::vector<std::string_view> collected_lists(std::string_view body);
 
 }  // namespace Kessel

@@ -45,6 +45,7 @@ void read_file(const std::filesystem::path& in, ComparedFile& file, const Option
   }
   file.order = order_of(file.instances);
   complete(file.fingerprints, file.instances, file.order);
+  file.products = find_products(file.instances);
 }
 
 std::vector<std::string> schemas_of(const Instances& instances) {

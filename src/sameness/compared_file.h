@@ -2,11 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
 #include "instances/instances.h"
 #include "kessel/options.h"
+#include "products/products.h"
 #include "sameness/fingerprints.h"
 #include "sameness/order.h"
 
@@ -16,6 +18,7 @@ struct ComparedFile {
   Instances instances;
   Fingerprints fingerprints;
   Order order;
+  Products products;
 };
 
 /// Reads `in` into `file`. Throws InputError, whose finding names the file.

@@ -23,9 +23,9 @@ struct Keyed {
   Node node;
 };
 
-class Search {
+class PairSearch {
  public:
-  Search(const RecordGraph& a, const RecordGraph& b) : sides_{&a, &b} {
+  PairSearch(const RecordGraph& a, const RecordGraph& b) : sides_{&a, &b} {
     result_.to_b = Column<Node>(a.graph.size(), NO_NODE);
     result_.to_a = Column<Node>(b.graph.size(), NO_NODE);
   }
@@ -193,7 +193,7 @@ RecordGraph::RecordGraph(const ComparedFile& compared)
 }
 
 Correspondence find_correspondence(const RecordGraph& a, const RecordGraph& b) {
-  return Search(a, b).take();
+  return PairSearch(a, b).take();
 }
 
 bool Changes::is_unchanged(Node node) const {

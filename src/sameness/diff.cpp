@@ -85,8 +85,8 @@ class Comparison {
         // Copies may take as many nodes as the records of both files take four times; where files
         // say the same, both stay below that or none does but for an equal one of each.
         most_further_(4 * (std::uint64_t{a.instances.size()} + b.instances.size())),
-        owners_a_(a.instances, a.fingerprints, a.order, most_further_),
-        owners_b_(b.instances, b.fingerprints, b.order, most_further_) {}
+        owners_a_(a.instances, a.fingerprints, a.order, a.products, most_further_),
+        owners_b_(b.instances, b.fingerprints, b.order, b.products, most_further_) {}
 
   Verdict verdict() const {
     if (!has_loose_values(a_, b_) || !has_loose_values(b_, a_)) return Verdict::different;

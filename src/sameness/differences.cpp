@@ -7,8 +7,6 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "exchange/parameters.h"
-#include "exchange/string_value.h"
 #include "instances/places.h"
 #include "sameness/changed_parameters.h"
 #include "sameness/correspondence.h"
@@ -75,22 +73,10 @@ void append_uncovered(std::vector<Found>& found, Found::Kind kind, const std::ve
   }
 }
 
-/// The id and name of the product that `definition` defines.
-void name_product(const Instances& instances, Index definition, ProductDifference& product) {
-  const auto leads_to = [&](Index record, std::string_view word) {
-    for (const Reference reference : instances.references(record)) {
-      const Index to = reference.record();
-      if (to == NO_RECORD) continue;
-      if (instances.types().name(instances.type(to)).starts_with(word)) return to;
-    }
-    return NO_RECORD;
-  };
-  const Index version = leads_to(definition, "PRODUCT_DEFINITION_FORMATION");
-  const Index record = version == NO_RECORD ? NO_RECORD : leads_to(version, "PRODUCT");
-  if (record == NO_RECORD) return;
-  const auto parameters = Exchange::parameters_of(instances.kept_body(record), "PRODUCT");
-  product.id = Exchange::string_value(Exchange::parameter(parameters, 0));
-  product.name = Exchange::string_value(Exchange::parameter(parameters, 1));
+void name_product(const ComparedFile& file, Index definition, ProductDifference& difference) {
+  const Product& product = file.products.products[file.products.find(definition)];
+  difference.id = product.id;
+  difference.name = product.name;
 }
 
 class Report {
@@ -195,11 +181,11 @@ class Report {
       ProductDifference product;
       const auto [in_a, in_b] = key;
       if (in_a != NO_RECORD) {
-        name_product(a_.file.instances, in_a, product);
+        name_product(a_.file, in_a, product);
         product.definition_in_a = a_.file.instances.number(in_a);
       }
       if (in_b != NO_RECORD) {
-        if (in_a == NO_RECORD) name_product(b_.file.instances, in_b, product);
+        if (in_a == NO_RECORD) name_product(b_.file, in_b, product);
         product.definition_in_b = b_.file.instances.number(in_b);
       }
       for (auto& [name, type] : types) {

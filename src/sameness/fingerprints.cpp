@@ -12,8 +12,6 @@ namespace Kessel::Sameness {
 
 namespace {
 
-/// Stands for a reference to no record.
-constexpr std::uint64_t MISSING = mixed(0x6D69'7373);
 /// Stands for what a record of a circle refers to in the circle.
 constexpr std::uint64_t IN_CIRCLE = mixed(0x6369'7263);
 /// How far records of a circle look along it. The same for all circles, so that equal ones compare.

@@ -9,7 +9,6 @@ namespace Kessel::Sameness {
 
 namespace {
 
-constexpr std::uint64_t MISSING = mixed(0x6D69'7373);
 constexpr std::uint64_t A_NODE = mixed(0x6E6F'6465);
 
 /// Hands out nodes: which one a record is, and whose copy.

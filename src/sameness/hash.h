@@ -40,4 +40,7 @@ constexpr std::uint64_t hash_of(std::string_view text, std::uint64_t so_far = 0)
   return text.empty() ? so_far : combined(so_far, word_of(text));
 }
 
+/// Stands for what a reference to no record leads to.
+inline constexpr std::uint64_t MISSING = mixed(0x6D69'7373);
+
 }  // namespace Kessel::Sameness

@@ -1,7 +1,6 @@
 #include "sameness/owners.h"
 
 #include <algorithm>
-#include <map>
 #include <string_view>
 
 namespace Kessel::Sameness {
@@ -19,10 +18,10 @@ bool is_beyond_shape(const Instances& instances, TypeId type) {
          name.find("PRODUCT") != std::string_view::npos;
 }
 
-class Search {
+class ShapeSearch {
  public:
-  Search(const Instances& instances, const Fingerprints& fingerprints, Column<Index>& owners,
-         std::vector<FurtherOwner>& further, std::uint64_t most_further)
+  ShapeSearch(const Instances& instances, const Fingerprints& fingerprints, Column<Index>& owners,
+              std::vector<FurtherOwner>& further, std::uint64_t most_further)
       : instances_(instances),
         fingerprints_(fingerprints),
         owners_(owners),
@@ -36,15 +35,17 @@ class Search {
   }
 
   /// Returns false where there are too many further owners.
-  bool take_shapes(const std::vector<OwnedShape>& shapes) {
-    for (const OwnedShape& shape : shapes) {
-      owners_[shape.definition] = shape.definition;
-      for (const Index representation : shape.representations) is_root_[representation] = true;
+  bool take_shapes(const Products& products) {
+    for (const Product& product : products.products) {
+      owners_[product.definition] = product.definition;
+      for (const Index representation : product.representations) is_root_[representation] = true;
+      for (const Index representation : product.tied) is_root_[representation] = true;
     }
-    for (const OwnedShape& shape : shapes) {
-      for (const Index representation : shape.representations)
-        enter(representation, shape.definition);
-      if (!take_items(shape.definition)) return false;
+    for (const Product& product : products.products) {
+      for (const auto& roots : {product.representations, product.tied}) {
+        for (const Index representation : roots) enter(representation, product.definition);
+      }
+      if (!take_items(product.definition)) return false;
     }
     return true;
   }
@@ -92,26 +93,15 @@ struct OwnerOfOne {
   bool is_certain = true;
 };
 
-void own_product(Index record, Index definition, Column<Index>& owners, Column<bool>& is_certain) {
-  if (owners[record] == NO_RECORD) {
-    owners[record] = definition;
-  } else if (owners[record] != definition) {
-    is_certain[record] = false;
-  }
-}
-
-void own_products(const Instances& instances, const std::vector<OwnedShape>& shapes,
-                  Column<Index>& owners, Column<bool>& is_certain) {
-  for (const OwnedShape& shape : shapes) {
-    for (const Reference version : instances.references(shape.definition)) {
-      if (version.record() == NO_RECORD ||
-          !has_in_name(instances, version.record(), "PRODUCT_DEFINITION_FORMATION")) {
-        continue;
-      }
-      own_product(version.record(), shape.definition, owners, is_certain);
-      for (const Reference product : instances.references(version.record())) {
-        if (product.record() == NO_RECORD) continue;
-        own_product(product.record(), shape.definition, owners, is_certain);
+/// Versions and products, of which there may be several definitions.
+void own_products(const Products& products, Column<Index>& owners, Column<bool>& is_certain) {
+  for (const Product& product : products.products) {
+    for (const Index record : {product.formation, product.product}) {
+      if (record == NO_RECORD) continue;
+      if (owners[record] == NO_RECORD) {
+        owners[record] = product.definition;
+      } else if (owners[record] != product.definition) {
+        is_certain[record] = false;
       }
     }
   }
@@ -162,36 +152,16 @@ void share_styles(const Instances& instances, std::vector<FurtherOwner>& further
 
 }  // namespace
 
-std::vector<OwnedShape> owned_shapes(const Instances& instances) {
-  std::map<Index, OwnedShape> shapes;
-  for (const Index record : instances.kept()) {
-    if (instances.is(record, "PRODUCT_DEFINITION")) shapes[record].definition = record;
-  }
-  for (const Index link : instances.kept()) {
-    if (!instances.is(link, "SHAPE_DEFINITION_REPRESENTATION")) continue;
-    const auto references = instances.references(link);
-    if (references.size() != 2 || references[0].record() == NO_RECORD) continue;
-    const auto of_shape = instances.references(references[0].record());
-    if (of_shape.empty() || references[1].record() == NO_RECORD) continue;
-    const auto found = shapes.find(of_shape.back().record());
-    if (found != shapes.end()) found->second.representations.push_back(references[1].record());
-  }
-  std::vector<OwnedShape> list;
-  for (auto& [definition, shape] : shapes) list.push_back(std::move(shape));
-  return list;
-}
-
 Owners::Owners(const Instances& instances, const Fingerprints& fingerprints, const Order& order,
-               std::uint64_t most_further)
+               const Products& products, std::uint64_t most_further)
     : owners_(instances.size(), NO_RECORD), is_certain_(instances.size(), true) {
-  const std::vector<OwnedShape> shapes = owned_shapes(instances);
-  Search search(instances, fingerprints, owners_, further_, most_further);
-  has_too_many_ = !search.take_shapes(shapes);
+  ShapeSearch search(instances, fingerprints, owners_, further_, most_further);
+  has_too_many_ = !search.take_shapes(products);
   if (has_too_many_) further_.clear();
   std::sort(further_.begin(), further_.end());
   const std::size_t searched = further_.size();
   for (const FurtherOwner& further : further_) is_certain_[further.record] = false;
-  own_products(instances, shapes, owners_, is_certain_);
+  own_products(products, owners_, is_certain_);
   for (const Index record : order.records) {
     if (owners_[record] != NO_RECORD || fingerprints.is_pure[record]) continue;
     const OwnerOfOne owner =

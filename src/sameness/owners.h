@@ -7,6 +7,7 @@
 
 #include "instances/column.h"
 #include "instances/instances.h"
+#include "products/products.h"
 #include "sameness/fingerprints.h"
 #include "sameness/order.h"
 
@@ -19,15 +20,6 @@ struct FurtherOwner {
   friend auto operator<=>(const FurtherOwner&, const FurtherOwner&) = default;
 };
 
-/// A product definition and the representations of its shape.
-struct OwnedShape {
-  Index definition;
-  std::vector<Index> representations;
-};
-
-/// Those of a file, in the order of the file.
-std::vector<OwnedShape> owned_shapes(const Instances& instances);
-
 /// Owners of all records: the product definitions whose shapes they are in. What says something of
 /// such a record, or of a product definition, belongs to the owner of the first one that it names
 /// and that one product alone owns.
@@ -35,7 +27,7 @@ class Owners {
  public:
   /// At most `most_further` owners are found beside the first ones; where there are more, none.
   Owners(const Instances& instances, const Fingerprints& fingerprints, const Order& order,
-         std::uint64_t most_further);
+         const Products& products, std::uint64_t most_further);
 
   /// The product definition that owns `record`, the first of several; NO_RECORD for none.
   Index of(Index record) const { return owners_[record]; }

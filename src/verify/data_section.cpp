@@ -3,14 +3,13 @@
 #include <string>
 
 #include "reader/text.h"
+#include "verify/text_search.h"
 
 namespace Kessel {
 
 namespace {
 
 using enum FindingKind;
-
-constexpr std::size_t NONE = std::string_view::npos;
 
 std::size_t skip_spaces(std::string_view text, std::size_t at) {
   while (at < text.size() && is_space(text[at])) ++at;

@@ -49,8 +49,8 @@ std::unique_ptr<PlacedInput> place(const fs::path& in, const Options& options,
 std::uint64_t most_bytes(const PlacedInput& input, std::uint64_t size_of_input, const Part& part) {
   // A reference of two bytes may become one of eleven; a block's records and names are short.
   constexpr std::uint64_t GROWTH = 6;
-  constexpr std::uint64_t BLOCK = 16384;
-  return GROWTH * size_of_input + BLOCK * (1 + input.blocks_of(part).size());
+  constexpr std::uint64_t RECORDS_OF_BLOCK = 16384;
+  return GROWTH * size_of_input + RECORDS_OF_BLOCK * (1 + input.blocks_of(part).size());
 }
 
 void check_files(PlacedInput& input, std::uint64_t size_of_input, const OutputFolder& folder,

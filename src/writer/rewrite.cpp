@@ -24,8 +24,8 @@ std::uint32_t number_in(Slots slots, std::uint32_t id, Part* part) {
 }
 
 /// The reference `number` in `text`, whose digits stand at [begin, end).
-Reference reference_at(std::string_view text, std::uint32_t number, const char* begin,
-                       const char* end) {
+TextReference reference_at(std::string_view text, std::uint32_t number, const char* begin,
+                           const char* end) {
   while (*begin == '0') ++begin;
   return {static_cast<std::size_t>(begin - text.data()),
           static_cast<std::size_t>(end - text.data()), number};
@@ -64,14 +64,14 @@ class Rewriter {
         end_(out) {}
 
   /// Writes the text up to `reference`, and `number` in its place.
-  void put_number(const Reference& reference, std::uint32_t number) {
+  void put_number(const TextReference& reference, std::uint32_t number) {
     copy_up_to(text_ + reference.begin);
     copied_ = text_ + reference.end;
     end_ = write_number(end_, number);
   }
 
   /// Writes the text up to `reference`, and what becomes of it.
-  void put_reference(const Reference& reference) {
+  void put_reference(const TextReference& reference) {
     if (const std::uint32_t number = number_in(slots_, reference.number, part_)) {
       return put_number(reference, number);
     }
@@ -124,7 +124,7 @@ class Rewriter {
 
 }  // namespace
 
-std::optional<Reference> first_reference(std::string_view text) {
+std::optional<TextReference> first_reference(std::string_view text) {
   const char* const end = text.data() + text.size();
   const char* begin = text.data();
   if (!text.starts_with('#')) begin = find_reference(begin, end);  // Nearly every record does.
@@ -135,29 +135,29 @@ std::optional<Reference> first_reference(std::string_view text) {
   return reference_at(text, number, begin, p);
 }
 
-void find_references(std::string_view text, std::vector<Reference>& found) {
+void find_references(std::string_view text, std::vector<TextReference>& found) {
   found.clear();
   for_each_reference(text, [&](std::uint32_t number, const char* begin, const char* end) {
     found.push_back(reference_at(text, number, begin, end));
   });
 }
 
-std::size_t rewriting_room(std::string_view text, const std::vector<Reference>& references) {
+std::size_t rewriting_room(std::string_view text, const std::vector<TextReference>& references) {
   return text.size() + references.size() * NUMBER_ROOM + CHUNK;
 }
 
-char* rewrite_references(std::string_view text, const std::vector<Reference>& references,
+char* rewrite_references(std::string_view text, const std::vector<TextReference>& references,
                          Slots slots, Part* part, char* out) {
   Rewriter rewriter(text, slots, part, out);
-  for (const Reference& reference : references) rewriter.put_reference(reference);
+  for (const TextReference& reference : references) rewriter.put_reference(reference);
   return rewriter.finish();
 }
 
-char* rewrite_record(std::string_view record, const std::vector<Reference>& references,
+char* rewrite_record(std::string_view record, const std::vector<TextReference>& references,
                      std::uint32_t own_number, Slots slots, Part* part, char* out) {
   Rewriter rewriter(record, slots, part, out);
   rewriter.put_number(references.front(), own_number);
-  for (const Reference& other : std::span(references).subspan(1)) rewriter.put_reference(other);
+  for (const TextReference& other : std::span(references).subspan(1)) rewriter.put_reference(other);
   return rewriter.finish();
 }
 
@@ -165,7 +165,7 @@ std::size_t rewriting_room(std::string_view record) {
   return record.size() * NUMBER_ROOM / 2 + NUMBER_ROOM + CHUNK;
 }
 
-char* rewrite_record(std::string_view record, const Reference& own, std::uint32_t own_number,
+char* rewrite_record(std::string_view record, const TextReference& own, std::uint32_t own_number,
                      Slots slots, Part* part, char* out) {
   Rewriter rewriter(record, slots, part, out);
   rewriter.put_number(own, own_number);
@@ -176,7 +176,7 @@ char* rewrite_record(std::string_view record, const Reference& own, std::uint32_
   return rewriter.finish();
 }
 
-void rewrite_references(std::string_view text, const std::vector<Reference>& references,
+void rewrite_references(std::string_view text, const std::vector<TextReference>& references,
                         Slots slots, Part* part, std::string& out) {
   const std::size_t before = out.size();
   out.resize(before + rewriting_room(text, references));
@@ -202,7 +202,7 @@ ItemList find_item_list(std::string_view text) {
 
 /// Rewrites the reference that begins at the "#" at `mark`, if it is one, inside `text`.
 void rewrite_one(std::string& text, std::size_t mark, Slots slots, Part* part) {
-  std::vector<Reference> references;
+  std::vector<TextReference> references;
   find_references(std::string_view(text).substr(mark), references);
   if (references.empty()) return;
   references.resize(1);
@@ -215,7 +215,7 @@ void rewrite_one(std::string& text, std::size_t mark, Slots slots, Part* part) {
 
 }  // namespace
 
-void rewrite_presentation_items(std::string_view text, const std::vector<Reference>& references,
+void rewrite_presentation_items(std::string_view text, const std::vector<TextReference>& references,
                                 const Entity& record, Slots slots, Part* part, std::string& out) {
   // Fast path: lists are long, so leave the items out before the rest is rewritten. Nothing of the
   // list can matter where the last reference stands behind it and behind a comma of its own.

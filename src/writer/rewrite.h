@@ -16,7 +16,7 @@
 namespace Kessel {
 
 /// One `#n` of a text, the record's own number included.
-struct Reference {
+struct TextReference {
   std::size_t begin;     ///< where the number's digits begin, leading zeros left out
   std::size_t end;       ///< behind the last digit
   std::uint32_t number;  ///< 1 to 4,294,967,295
@@ -24,14 +24,14 @@ struct Reference {
 
 /// Finds the references in `text` outside string literals, in order, up to the first "#" without
 /// such a number; whatever stands behind that keeps its references as they are. Clears `found`.
-void find_references(std::string_view text, std::vector<Reference>& found);
+void find_references(std::string_view text, std::vector<TextReference>& found);
 
 /// The first of them; no value where there is none.
-std::optional<Reference> first_reference(std::string_view text);
+std::optional<TextReference> first_reference(std::string_view text);
 
 /// Bytes that rewriting `text` may need at most, the ones that it may write behind its end
 /// included.
-std::size_t rewriting_room(std::string_view text, const std::vector<Reference>& references);
+std::size_t rewriting_room(std::string_view text, const std::vector<TextReference>& references);
 
 /// Writes `text` to `out`, where rewriting_room() bytes are free, with every reference of
 /// `references`, which were found in it, replaced by the number that the instance has in `part`'s
@@ -40,22 +40,22 @@ std::size_t rewriting_room(std::string_view text, const std::vector<Reference>& 
 /// Zeros in front of a number stay. Returns the end of what was written. One forward pass, linear
 /// in the text. Throws `std::out_of_range` "invalid vector subscript" over a reference beyond the
 /// store.
-char* rewrite_references(std::string_view text, const std::vector<Reference>& references,
+char* rewrite_references(std::string_view text, const std::vector<TextReference>& references,
                          Slots slots, Part* part, char* out);
 
 /// The same, appended to `out`, where an exception leaves some bytes more.
-void rewrite_references(std::string_view text, const std::vector<Reference>& references,
+void rewrite_references(std::string_view text, const std::vector<TextReference>& references,
                         Slots slots, Part* part, std::string& out);
 
 /// Fast path for records that many parts hold: the same for a whole record, whose own number, the
 /// first of `references`, becomes `own_number` without being looked up.
-char* rewrite_record(std::string_view record, const std::vector<Reference>& references,
+char* rewrite_record(std::string_view record, const std::vector<TextReference>& references,
                      std::uint32_t own_number, Slots slots, Part* part, char* out);
 
 /// Fast path for a record that is rewritten once: finds the references behind its own, `own`, on
 /// the way. Needs more room, for a text that is nothing but references.
 std::size_t rewriting_room(std::string_view record);
-char* rewrite_record(std::string_view record, const Reference& own, std::uint32_t own_number,
+char* rewrite_record(std::string_view record, const TextReference& own, std::uint32_t own_number,
                      Slots slots, Part* part, char* out);
 
 /// Appends the record `text` of `record`, a presentation representation, with its item list made
@@ -63,7 +63,7 @@ char* rewrite_record(std::string_view record, const Reference& own, std::uint32_
 /// stands among them; outputs depend on it. Without an item list in the text (the second "(",
 /// closed by the first ")" behind it) the record is rewritten like any other. Throws as
 /// `rewrite_references` does.
-void rewrite_presentation_items(std::string_view text, const std::vector<Reference>& references,
+void rewrite_presentation_items(std::string_view text, const std::vector<TextReference>& references,
                                 const Entity& record, Slots slots, Part* part, std::string& out);
 
 /// A representation context record for an assembly that shares it: its context type becomes

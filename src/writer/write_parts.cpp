@@ -42,7 +42,7 @@ class RecordWriter {
 
   /// Writes one record, as RecordCutter gives it, under the numbers of each part's file.
   void write(std::string_view record) {
-    const std::optional<Reference> own = first_reference(record);
+    const std::optional<TextReference> own = first_reference(record);
     if (!own) return;
     const Entity* entity = slot_at(slots_, own->number);
     if (entity == nullptr || entity->part_numbers.empty()) return;
@@ -65,7 +65,7 @@ class RecordWriter {
   static constexpr int EXPECTED_AHEAD = 4;
 
   /// Fast path: nearly every record goes into one file, with no change but the numbers.
-  void write_to_only_part(std::string_view record, const Reference& own, Part& part,
+  void write_to_only_part(std::string_view record, const TextReference& own, Part& part,
                           std::uint32_t number) {
     output_.write_in_place(part, rewriting_room(record) + RECORD_END.size(), [&](char* out) {
       return end_record(rewrite_record(record, own, number, slots_, &part, out));
@@ -85,7 +85,7 @@ class RecordWriter {
     for (const auto [part, number] : entity.part_numbers) {
       expect_next();
       std::string_view text = record;
-      const std::vector<Reference>* references = &references_;
+      const std::vector<TextReference>* references = &references_;
       if (link) {
         if (const auto file = file_to_refer_to(*part, entity)) {
           write_external_reference(*part, entity, *file);
@@ -140,9 +140,9 @@ class RecordWriter {
   AssemblyStyle style_;
   StringEncoder encode_;
   ReachabilitySearch search_;
-  std::vector<Reference> references_;
+  std::vector<TextReference> references_;
   std::string external_text_;
-  std::vector<Reference> external_references_;
+  std::vector<TextReference> external_references_;
 };
 
 }  // namespace

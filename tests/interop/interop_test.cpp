@@ -10,6 +10,7 @@
 #include "kessel/encoding.h"
 #include "kessel/file.h"
 #include "kessel/splitter.h"
+#include "support/scratch_folder.h"
 
 namespace Kessel::test {
 namespace {
@@ -32,7 +33,7 @@ class NestedSplit : public testing::TestWithParam<AssemblySource> {};
 TEST_P(LeanSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   const fs::path root = split(in, {.assemblies = AssemblyStyle::lean}, folder).at(0);
   EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
 }
@@ -40,7 +41,7 @@ TEST_P(LeanSplit, RootOpensAsTheOriginal) {
 TEST_P(NestedSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   const fs::path root = split(in, {.assemblies = AssemblyStyle::nested}, folder).at(0);
   EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
 }
@@ -59,7 +60,7 @@ std::vector<fs::path> sub_assembly_names(const fs::path& in) {
 TEST_P(NestedSplit, FilesOfSubAssembliesOpenAsTheyAreInTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   split(in, {.assemblies = AssemblyStyle::nested}, folder);
   std::vector<DocumentShape> originals = read_assemblies(in);
   for (const fs::path& name : sub_assembly_names(in)) {
@@ -102,7 +103,7 @@ class ClassicSplit : public testing::TestWithParam<AssemblySource> {};
 TEST_P(ClassicSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   const fs::path root = split(in, {.assemblies = AssemblyStyle::classic}, folder).at(0);
   EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
 }
@@ -133,7 +134,7 @@ TEST_P(SplitWithKnownChange, RootOpensWithSoManyShapes) {
   const KnownChange& expected = GetParam();
   const ScratchFolder folder;
   const fs::path in = file_of(expected.source, folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   const fs::path root = split(in, {.assemblies = expected.style}, folder).at(0);
   const std::vector<DocumentShape> before = read_free_shapes(in);
   const std::vector<DocumentShape> after = read_free_shapes(root);
@@ -160,7 +161,7 @@ TEST_P(SplitAfterProducts, RootOpensAsTheOriginal) {
   const auto& [source, style, names] = GetParam();
   const ScratchFolder folder;
   const fs::path in = file_of(source, folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   const fs::path root = split(in, {.assemblies = style, .names = names}, folder).at(0);
   EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
 }

@@ -250,7 +250,7 @@ class Styles : public testing::TestWithParam<Case> {
  protected:
   void SetUp() override {
     in_ = file_of(GetParam().source, folder_);
-    if (in_.empty()) GTEST_SKIP() << "no such sample";
+    if (in_.empty()) GTEST_SKIP() << why_no_sample();
   }
 
   AssemblyStyle style() const { return GetParam().style; }

@@ -17,10 +17,10 @@ using testing::IsEmpty;
 
 /// Each reference as "begin-end:number".
 std::vector<std::string> found_in(std::string_view text) {
-  std::vector<Reference> references{{99, 99, 99}};  // Cleared by the search.
+  std::vector<TextReference> references{{99, 99, 99}};  // Cleared by the search.
   find_references(text, references);
   std::vector<std::string> described;
-  for (const Reference& found : references) {
+  for (const TextReference& found : references) {
     described.push_back(std::to_string(found.begin) + "-" + std::to_string(found.end) + ":" +
                         std::to_string(found.number));
   }
@@ -79,9 +79,9 @@ TEST(FirstReference, IsTheFirstThatIsFound) {
                                "'#1'#20=A()",  "'it''s #3'#4", " #0012=A(#7)", "#8"};
   for (const std::string& text : texts) {
     SCOPED_TRACE(text);
-    std::vector<Reference> all;
+    std::vector<TextReference> all;
     find_references(text, all);
-    const std::optional<Reference> first = first_reference(text);
+    const std::optional<TextReference> first = first_reference(text);
     ASSERT_TRUE(first.has_value());
     EXPECT_EQ(first->begin, all.at(0).begin);
     EXPECT_EQ(first->end, all.at(0).end);

@@ -30,7 +30,7 @@ void HandMadeStore::hold(std::uint32_t id, Part* part, std::uint32_t number) {
 }
 
 std::string HandMadeStore::rewritten(std::string_view text, Part* part) const {
-  std::vector<Reference> references;
+  std::vector<TextReference> references;
   find_references(text, references);
   std::string out;
   rewrite_references(text, references, slots(), part, out);
@@ -52,7 +52,7 @@ std::string put_into(std::size_t room, std::string_view text, Put put) {
 }  // namespace
 
 std::string HandMadeStore::rewritten_with_references(std::string_view text, Part* part) const {
-  std::vector<Reference> references;
+  std::vector<TextReference> references;
   find_references(text, references);
   const std::uint32_t number = file_.at(references.front().number)->part_numbers.at(part);
   return put_into(rewriting_room(text, references), text, [&](std::string_view copy, char* out) {
@@ -61,7 +61,7 @@ std::string HandMadeStore::rewritten_with_references(std::string_view text, Part
 }
 
 std::string HandMadeStore::rewritten_on_the_way(std::string_view text, Part* part) const {
-  const Reference own = first_reference(text).value();
+  const TextReference own = first_reference(text).value();
   const std::uint32_t number = file_.at(own.number)->part_numbers.at(part);
   return put_into(rewriting_room(text), text, [&](std::string_view copy, char* out) {
     return rewrite_record(copy, own, number, slots(), part, out);
@@ -70,7 +70,7 @@ std::string HandMadeStore::rewritten_on_the_way(std::string_view text, Part* par
 
 std::string HandMadeStore::rewritten_presentation(std::string_view text, const Entity& record,
                                                   Part* part) const {
-  std::vector<Reference> references;
+  std::vector<TextReference> references;
   find_references(text, references);
   std::string out;
   rewrite_presentation_items(text, references, record, slots(), part, out);

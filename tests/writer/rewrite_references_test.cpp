@@ -119,7 +119,7 @@ TEST_F(RewriteReferences, NumbersAreThoseOfThePartAskedFor) {
 
 TEST_F(RewriteReferences, TextIsAppendedAndWhatStoodThereIsNotTouched) {
   const std::string record = "#8=A";
-  std::vector<Reference> references;
+  std::vector<TextReference> references;
   find_references(record, references);
   std::string out = "#1=B(#2,#3);\n";
   rewrite_references(record, references, store_.slots(), part_, out);

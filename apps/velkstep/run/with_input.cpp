@@ -73,7 +73,7 @@ int with_input(const std::string& argument,
 
 int with_path(const std::string& argument,
               const std::function<int(const std::filesystem::path&)>& look) {
-  if (is_readable_once(argument)) return with_input(argument, look);
+  if (needs_a_copy(argument)) return with_input(argument, look);
   return with_reasons(argument, [&] { return look(argument); });
 }
 

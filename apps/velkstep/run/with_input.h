@@ -26,7 +26,7 @@ int with_input(const std::string& argument,
                const std::function<int(const std::filesystem::path&)>& look);
 
 /// The same for commands to which a file that cannot be read is a finding: only what can be read
-/// just once is looked at first. All else is called with the path as it is.
+/// just once, or is compressed, is looked at first. All else is called with the path as it is.
 int with_path(const std::string& argument,
               const std::function<int(const std::filesystem::path&)>& look);
 

@@ -11,6 +11,10 @@
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
+#include <utility>
+
+#include "system/archive.h"
+#include "system/write_all.h"
 
 namespace Velkstep {
 
@@ -45,26 +49,44 @@ void copy_all(int from, int to) {
     const ssize_t count = ::read(from, buffer.data(), buffer.size());
     if (count == 0) return;
     if (count < 0 && errno != EINTR) throw_reason("", errno);
-    for (ssize_t done = 0; done < count;) {
-      const auto left = static_cast<std::size_t>(count - done);
-      const ssize_t written = ::write(to, buffer.data() + done, left);
-      if (written < 0 && errno != EINTR) throw_reason("temporary file: ", errno);
-      if (written > 0) done += written;
-    }
+    if (count > 0) write_all(to, {buffer.data(), static_cast<std::size_t>(count)});
   }
+}
+
+/// Whether a file that can be sought in is compressed.
+bool holds_compressed(int file) {
+  std::array<char, COMPRESSED_HEAD> head;
+  const ssize_t count = ::pread(file, head.data(), head.size(), 0);
+  return count > 0 && is_compressed({head.data(), static_cast<std::size_t>(count)});
 }
 
 }  // namespace
 
-bool is_readable_once(const std::string& argument) {
+bool needs_a_copy(const std::string& argument) {
   std::error_code error;
-  return argument == "-" || std::filesystem::is_fifo(argument, error);
+  if (argument == "-" || std::filesystem::is_fifo(argument, error)) return true;
+  if (!std::filesystem::is_regular_file(argument, error)) return false;
+  const Descriptor file(::open(argument.c_str(), O_RDONLY | O_CLOEXEC));
+  return file.number() >= 0 && holds_compressed(file.number());
+}
+
+void Input::read_from(Descriptor copy) {
+  copy_ = std::move(copy);
+  path_ = "/proc/self/fd/" + std::to_string(copy_.number());
 }
 
 void Input::spool(int source) {
-  spool_ = open_unnamed_file();
-  copy_all(source, spool_.number());
-  path_ = "/proc/self/fd/" + std::to_string(spool_.number());
+  Descriptor copy = open_unnamed_file();
+  copy_all(source, copy.number());
+  read_from(std::move(copy));
+  unpack_if_compressed(copy_.number());
+}
+
+void Input::unpack_if_compressed(int file) {
+  if (!holds_compressed(file)) return;
+  Descriptor unpacked = open_unnamed_file();
+  unpack(file, unpacked.number());
+  read_from(std::move(unpacked));
 }
 
 Input::Input(const std::string& argument) : path_(argument) {
@@ -82,7 +104,11 @@ Input::Input(const std::string& argument) : path_(argument) {
   }
   const Descriptor file(::open(path_.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.number() < 0) throw_reason("", errno);
-  if (type == file_type::fifo) spool(file.number());
+  if (type == file_type::fifo) {
+    spool(file.number());
+  } else {
+    unpack_if_compressed(file.number());
+  }
 }
 
 }  // namespace Velkstep

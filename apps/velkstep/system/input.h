@@ -8,12 +8,12 @@
 
 namespace Velkstep {
 
-/// Whether an argument is standard input or the path of a pipe.
-bool is_readable_once(const std::string& argument);
+/// Whether an argument is standard input, the path of a pipe, or that of a compressed file.
+bool needs_a_copy(const std::string& argument);
 
 /// An input that can be read more than once, as long as the object lives. What can be read only
 /// once, standard input and pipes, is copied into a temporary file without a name, which is gone
-/// however the process ends.
+/// however the process ends; so is what is compressed (see system/archive.h), unpacked.
 class Input {
  public:
   /// `argument` is a path, or "-" for standard input. Throws `std::runtime_error` with the reason
@@ -25,9 +25,11 @@ class Input {
 
  private:
   void spool(int source);
+  void unpack_if_compressed(int file);
+  void read_from(Descriptor copy);
 
   std::filesystem::path path_;
-  Descriptor spool_;
+  Descriptor copy_;
 };
 
 }  // namespace Velkstep

@@ -1,0 +1,95 @@
+// The products of an exchange file, how they are put together, and where their shapes are.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "instances/instances.h"
+
+namespace Kessel {
+
+/// Position of a product in Products::products.
+using ProductId = std::uint32_t;
+
+inline constexpr ProductId NO_PRODUCT = 0xFFFF'FFFF;
+
+/// A record that says which representation shows a shape: SHAPE_DEFINITION_REPRESENTATION
+/// (ISO 10303-41), or its supertype where that says the same.
+struct ShapeLink {
+  Index link = NO_RECORD;
+  Index shape = NO_RECORD;           ///< the PRODUCT_DEFINITION_SHAPE
+  Index representation = NO_RECORD;  ///< the shape representation
+};
+
+/// A product definition that has a shape or a place in the structure. What has neither is none of
+/// ours: materials, documents, drawing views, process plans.
+struct Product {
+  Index definition = NO_RECORD;
+  Index formation = NO_RECORD;  ///< its version; NO_RECORD where the definition names none
+  Index product = NO_RECORD;    ///< the PRODUCT; several definitions may share one
+  // Texts are UTF-8, decoded, and empty where the file has none.
+  std::string id;
+  std::string name;
+  std::string description;
+  std::string version;  ///< the formation's id
+  std::vector<Index> shapes;
+  std::vector<ShapeLink> links;
+  /// Those of the links, each once, in order of the links.
+  std::vector<Index> representations;
+  /// Further shape representations that relationships without a placement tie to those, and the
+  /// relationships. One that a link gives to another product is not followed.
+  std::vector<Index> tied;
+  std::vector<Index> ties;
+  /// Whether its representations have items of their own beside placements and what is mapped from
+  /// other products' representations.
+  bool has_bodies = false;
+  /// Positions of the usages whose assembly it is, in the order of the file.
+  std::vector<std::uint32_t> usages;
+};
+
+/// A component in an assembly: a NEXT_ASSEMBLY_USAGE_OCCURRENCE or its kin (ISO 10303-44).
+struct Usage {
+  Index record = NO_RECORD;
+  ProductId assembly = NO_PRODUCT;
+  ProductId component = NO_PRODUCT;
+  // Texts are UTF-8, decoded, and empty where the file has none.
+  std::string id;
+  std::string name;
+  std::string description;
+  std::string designator;
+  /// How many components it stands for; one usage in all but bills of materials.
+  double quantity = 1;
+  /// Whether the component leads back to the assembly. Without such usages no walk from assemblies
+  /// to components comes to a product twice on one path.
+  bool closes_circle = false;
+  std::vector<Index> shapes;  ///< the PRODUCT_DEFINITION_SHAPE records of the usage
+  std::vector<ShapeLink> links;
+  /// What places it: CONTEXT_DEPENDENT_SHAPE_REPRESENTATION records of its shapes, and the
+  /// relationships that they name.
+  std::vector<Index> placements;
+  std::vector<Index> relationships;
+};
+
+/// Plain data; positions of records are those in the instances that it was made from.
+struct Products {
+  std::vector<Product> products;  ///< by position of the definition in the file
+  std::vector<Usage> usages;      ///< by position in the file
+  /// The products that no usage uses, those apart that close circles; ascending. Every product can
+  /// be reached from them, and there is at least one where there are products.
+  std::vector<ProductId> tops;
+
+  /// The product with that definition; NO_PRODUCT for none.
+  ProductId find(Index definition) const;
+  bool is_assembly(ProductId product) const;  ///< has components, closed circles apart
+};
+
+/// Finds them. Nothing is an error: a usage or shape that does not lead where it should is passed
+/// over. Linear in the records that carry structure.
+Products find_products(const Instances& instances);
+
+/// What `record`'s types say about it, for those who place records.
+bool is_placement(const Instances& instances, Index record);
+bool is_shape_representation(const Instances& instances, Index record);
+
+}  // namespace Kessel

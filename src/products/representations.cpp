@@ -1,0 +1,138 @@
+// Which representations show a product.
+#include <algorithm>
+#include <unordered_set>
+
+#include "products/parameter_reader.h"
+#include "products/structure.h"
+
+namespace Kessel {
+
+namespace {
+
+struct Tie {
+  Index relationship;
+  Index other;
+};
+
+using Ties = std::unordered_map<Index, std::vector<Tie>>;
+
+/// The relationships between shape representations that say "these are one shape": those without a
+/// transformation that place no component.
+Ties find_ties(const Instances& instances, const Products& products) {
+  std::unordered_set<Index> placing;
+  for (const Usage& usage : products.usages) {
+    placing.insert(usage.relationships.begin(), usage.relationships.end());
+  }
+  Ties ties;
+  for (const Index record : instances.kept()) {
+    const auto& keywords = instances.types().keywords(instances.type(record));
+    const bool relates = std::any_of(keywords.begin(), keywords.end(), [](std::string_view k) {
+      return k.ends_with("REPRESENTATION_RELATIONSHIP");
+    });
+    if (!relates || placing.contains(record)) continue;
+    if (instances.is(record, "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION")) continue;
+    const ParameterReader parameters(instances, record, "REPRESENTATION_RELATIONSHIP");
+    const Index first = parameters.record(2);
+    const Index second = parameters.record(3);
+    if (first == NO_RECORD || second == NO_RECORD || first == second) continue;
+    if (!is_shape_representation(instances, first)) continue;
+    if (!is_shape_representation(instances, second)) continue;
+    ties[first].push_back({record, second});
+    ties[second].push_back({record, first});
+  }
+  return ties;
+}
+
+/// The products that links give a representation to.
+class Owners {
+ public:
+  explicit Owners(const Products& products) {
+    for (ProductId id = 0; id < products.products.size(); ++id) {
+      for (const ShapeLink& link : products.products[id].links) {
+        const auto [place, is_new] = owners_.emplace(link.representation, id);
+        if (!is_new && place->second != id) place->second = NO_PRODUCT;
+      }
+    }
+  }
+
+  bool has(Index representation) const { return owners_.contains(representation); }
+  bool is_another(Index representation, ProductId product) const {
+    const auto found = owners_.find(representation);
+    return found != owners_.end() && found->second != product;
+  }
+
+ private:
+  std::unordered_map<Index, ProductId> owners_;  // NO_PRODUCT for several
+};
+
+void follow_ties(const Ties& ties, const Owners& owners, ProductId id, Product& product) {
+  std::vector<Index> open = product.representations;
+  std::unordered_set<Index> seen(open.begin(), open.end());
+  std::unordered_set<Index> taken;
+  while (!open.empty()) {
+    const auto found = ties.find(open.back());
+    open.pop_back();
+    if (found == ties.end()) continue;
+    for (const Tie& tie : found->second) {
+      if (!seen.contains(tie.other)) {
+        if (owners.is_another(tie.other, id)) continue;
+        seen.insert(tie.other);
+        open.push_back(tie.other);
+        product.tied.push_back(tie.other);
+      }
+      if (taken.insert(tie.relationship).second) product.ties.push_back(tie.relationship);
+    }
+  }
+}
+
+/// Whether a mapped item shows another product's representation.
+bool maps_another(const Instances& instances, const Owners& owners, ProductId product, Index item) {
+  if (!instances.is(item, "MAPPED_ITEM")) return false;
+  for (const Reference map : instances.references(item)) {
+    if (map.record() == NO_RECORD || !instances.is(map.record(), "REPRESENTATION_MAP")) continue;
+    for (const Reference mapped : instances.references(map.record())) {
+      if (mapped.record() != NO_RECORD && owners.is_another(mapped.record(), product)) return true;
+    }
+  }
+  return false;
+}
+
+bool has_body(const Instances& instances, const Owners& owners, ProductId product,
+              Index representation) {
+  const auto items = instances.references(representation);
+  return std::any_of(items.begin(), items.end(), [&](Reference item) {
+    return item.is_listed() && item.record() != NO_RECORD &&
+           !is_placement(instances, item.record()) &&
+           !maps_another(instances, owners, product, item.record());
+  });
+}
+
+}  // namespace
+
+bool is_placement(const Instances& instances, Index record) {
+  constexpr std::string_view PLACEMENTS[] = {"AXIS2_PLACEMENT_3D", "AXIS2_PLACEMENT_2D",
+                                             "AXIS1_PLACEMENT", "PLACEMENT"};
+  return std::any_of(std::begin(PLACEMENTS), std::end(PLACEMENTS),
+                     [&](std::string_view keyword) { return instances.is(record, keyword); });
+}
+
+void find_representations(const Instances& instances, Products& products) {
+  const Ties ties = find_ties(instances, products);
+  const Owners owners(products);
+  for (ProductId id = 0; id < products.products.size(); ++id) {
+    Product& product = products.products[id];
+    for (const ShapeLink& link : product.links) {
+      auto& all = product.representations;
+      if (std::find(all.begin(), all.end(), link.representation) == all.end()) {
+        all.push_back(link.representation);
+      }
+    }
+    follow_ties(ties, owners, id, product);
+    const auto shows = [&](Index one) { return has_body(instances, owners, id, one); };
+    product.has_bodies =
+        std::any_of(product.representations.begin(), product.representations.end(), shows) ||
+        std::any_of(product.tied.begin(), product.tied.end(), shows);
+  }
+}
+
+}  // namespace Kessel

@@ -1,0 +1,113 @@
+// Compressed inputs: every command reads them as it reads what is in them.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "cli/run_process.h"
+#include "splitter/small_inputs.h"
+#include "support/scratch_folder.h"
+#include "support/shell.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Makes zip archives: NAME, then pairs of an entry's name and the file that it holds.
+constexpr const char* ZIP =
+    "python3 -c 'import sys, zipfile\n"
+    "with zipfile.ZipFile(sys.argv[1], \"w\", zipfile.ZIP_DEFLATED) as archive:\n"
+    "  for name, file in zip(sys.argv[2::2], sys.argv[3::2]): archive.write(file, name)' ";
+
+class CompressedInput : public testing::Test {
+ protected:
+  CompressedInput() {
+    folder_.write("in.stp", exchange_file(BOX_WITH_LID));
+    folder_.write("other.stp", exchange_file(CYCLE));
+  }
+
+  static void make(const std::string& command) { ASSERT_EQ(run_in_shell(command).status, 0); }
+
+  static void expect_same_tree(const std::string& archive) {
+    const ProcessRun plain = run_velkstep({"tree", "in.stp"});
+    const ProcessRun unpacked = run_velkstep({"tree", archive});
+    EXPECT_EQ(unpacked.errors, "");
+    EXPECT_EQ(unpacked.out, plain.out);
+    EXPECT_EQ(unpacked.exit_code, 0);
+  }
+
+  static void expect_refused(const std::string& archive, const std::string& reason) {
+    const ProcessRun run = run_velkstep({"tree", archive});
+    EXPECT_EQ(run.exit_code, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.errors, "velkstep: " + archive + ": " + reason + "\n");
+  }
+
+  ScratchFolder folder_;
+};
+
+TEST_F(CompressedInput, GzipWhateverItIsCalled) {
+  make("gzip -k in.stp && cp in.stp.gz in.stpz && cp in.stp.gz plain");
+  for (const char* name : {"in.stp.gz", "in.stpz", "plain"}) expect_same_tree(name);
+}
+
+TEST_F(CompressedInput, GzipOnStandardInput) {
+  make("gzip -k in.stp");
+  const ProcessRun run = run_velkstep({"tree", "-"}, {.standard_input = "in.stp.gz"});
+  EXPECT_EQ(run.out, run_velkstep({"tree", "in.stp"}).out);
+  EXPECT_EQ(run.errors, "");
+}
+
+TEST_F(CompressedInput, ZipWithOneExchangeFile) {
+  make(std::string(ZIP) + "one.zip a/in.STEP in.stp && " + ZIP +
+       "more.zip notes.txt other.stp __MACOSX/in.stp other.stp in.stp in.stp && " + ZIP +
+       "unnamed.zip model in.stp");
+  for (const char* name : {"one.zip", "more.zip", "unnamed.zip"}) expect_same_tree(name);
+}
+
+TEST_F(CompressedInput, ZipAsTheStandardHasIt) {
+  make(std::string(ZIP) + "all.zip part.stp other.stp ISO-10303.p21 in.stp");
+  expect_same_tree("all.zip");
+}
+
+TEST_F(CompressedInput, ZipThatDoesNotSayWhichFileIsMeant) {
+  make(std::string(ZIP) + "two.zip a.stp in.stp b.stp other.stp");
+  expect_refused("two.zip", "the archive holds 2 files, not one exchange file: a.stp, b.stp");
+  make(std::string(ZIP) + "none.zip");
+  expect_refused("none.zip", "the archive holds no file");
+}
+
+TEST_F(CompressedInput, EveryCommandReadsIt) {
+  make("gzip -k in.stp");
+  EXPECT_EQ(run_velkstep({"check", "in.stp.gz"}).out, run_velkstep({"check", "in.stp"}).out);
+  EXPECT_EQ(run_velkstep({"info", "in.stp.gz"}).errors, "");
+  EXPECT_EQ(run_velkstep({"split", "--quiet", "in.stp", "plain"}).exit_code, 0);
+  EXPECT_EQ(run_velkstep({"split", "--quiet", "in.stp.gz", "unpacked"}).exit_code, 0);
+  EXPECT_EQ(run_in_shell("diff -r -I FILE_NAME plain unpacked").status, 0);
+  EXPECT_EQ(run_velkstep({"verify", "in.stp.gz", "unpacked"}).exit_code, 0);
+}
+
+TEST_F(CompressedInput, DamagedArchiveIsAnError) {
+  make("gzip -c in.stp | head -c 200 > cut.gz");
+  expect_refused("cut.gz", "the archive cannot be unpacked: truncated gzip input");
+}
+
+TEST_F(CompressedInput, SmallArchiveDoesNotBecomeAHugeFile) {
+  make("head -c 300000000 /dev/zero | gzip -9 > bomb.gz");
+  ASSERT_LT(fs::file_size("bomb.gz"), 1'000'000u);
+  expect_refused("bomb.gz",
+                 "the archive becomes larger than 268435456 bytes; unpack it first if it should");
+}
+
+TEST_F(CompressedInput, NothingStaysBehind) {
+  make("gzip -k in.stp");
+  fs::create_directory("temporary");
+  run_velkstep({"tree", "in.stp.gz"}, {.environment = {{"TMPDIR", "temporary"}}});
+  EXPECT_TRUE(fs::is_empty("temporary"));
+}
+
+}  // namespace
+}  // namespace Kessel::test

@@ -1,0 +1,194 @@
+#include "products/products.h"
+
+#include <gtest/gtest.h>
+
+#include "products/loaded_text.h"
+
+namespace Kessel::test {
+namespace {
+
+/// A product whose definition is #n, product #n+1, version #n+2, shape #n+3, link #n+4 and
+/// representation #n+5 with the items `items`.
+std::string product(int n, const std::string& name, const std::string& items) {
+  const auto at = [n](int i) { return "#" + std::to_string(n + i); };
+  return at(0) + "=PRODUCT_DEFINITION('design',''," + at(2) + ",#1);\n" + at(1) + "=PRODUCT('id " +
+         name + "','" + name + "','about it',(#1));\n" + at(2) +
+         "=PRODUCT_DEFINITION_FORMATION('v1',''," + at(1) + ");\n" + at(3) +
+         "=PRODUCT_DEFINITION_SHAPE('',''," + at(0) + ");\n" + at(4) +
+         "=SHAPE_DEFINITION_REPRESENTATION(" + at(3) + "," + at(5) + ");\n" + at(5) +
+         "=SHAPE_REPRESENTATION('',(" + items + "),#2);\n";
+}
+
+std::string usage(int n, int assembly, int component) {
+  return "#" + std::to_string(n) + "=NEXT_ASSEMBLY_USAGE_OCCURRENCE('u" + std::to_string(n) +
+         "','left','',#" + std::to_string(assembly) + ",#" + std::to_string(component) +
+         ",'R1');\n";
+}
+
+const std::string COMMON =
+    "#1=APPLICATION_CONTEXT('');\n#2=REPRESENTATION_CONTEXT('','');\n"
+    "#3=AXIS2_PLACEMENT_3D('',$,$,$);\n#4=MANIFOLD_SOLID_BREP('',$);\n";
+
+std::vector<std::string> names(const Products& all, const std::vector<ProductId>& ids) {
+  std::vector<std::string> result;
+  for (const ProductId id : ids) result.push_back(all.products[id].name);
+  return result;
+}
+
+using Names = std::vector<std::string>;
+
+TEST(Products, DefinitionsWithShapesAndUsages) {
+  const LoadedText file(COMMON + product(10, "whole", "#3") + product(20, "bolt", "#3,#4") +
+                        usage(30, 10, 20) + usage(31, 10, 20));
+  const Products all = find_products(file.instances);
+  ASSERT_EQ(all.products.size(), 2u);
+  EXPECT_EQ(names(all, {0, 1}), (Names{"whole", "bolt"}));
+  EXPECT_EQ(names(all, all.tops), (Names{"whole"}));
+  const Product& bolt = all.products[1];
+  EXPECT_EQ(bolt.definition, file.at(20));
+  EXPECT_EQ(bolt.product, file.at(21));
+  EXPECT_EQ(bolt.formation, file.at(22));
+  EXPECT_EQ(bolt.id, "id bolt");
+  EXPECT_EQ(bolt.description, "about it");
+  EXPECT_EQ(bolt.version, "v1");
+  EXPECT_EQ(bolt.shapes, std::vector<Index>{file.at(23)});
+  EXPECT_EQ(bolt.representations, std::vector<Index>{file.at(25)});
+  EXPECT_TRUE(bolt.has_bodies);
+  EXPECT_FALSE(all.products[0].has_bodies);
+  EXPECT_TRUE(all.is_assembly(0));
+  EXPECT_FALSE(all.is_assembly(1));
+  EXPECT_EQ(all.products[0].usages, (std::vector<std::uint32_t>{0, 1}));
+  EXPECT_EQ(all.usages[0].id, "u30");
+  EXPECT_EQ(all.usages[0].name, "left");
+  EXPECT_EQ(all.usages[0].designator, "R1");
+  EXPECT_EQ(all.usages[0].quantity, 1);
+  EXPECT_EQ(all.find(file.at(20)), 1u);
+  EXPECT_EQ(all.find(file.at(21)), NO_PRODUCT);
+}
+
+TEST(Products, NamesAreDecoded) {
+  const LoadedText file(COMMON + product(10, "T\\X2\\00FC\\X0\\r; ''links''", "#4"));
+  EXPECT_EQ(find_products(file.instances).products.at(0).name, "T\u00fcr; 'links'");
+}
+
+TEST(Products, WhatHasNeitherShapeNorPlaceIsNone) {
+  const LoadedText file(
+      COMMON + product(10, "bolt", "#4") +
+      "#20=PRODUCT('m','Titanium','',(#1));\n#21=PRODUCT_DEFINITION_FORMATION('','',#20);\n"
+      "#22=PRODUCT_DEFINITION('material','',#21,#1);\n"
+      "#23=MAKE_FROM_USAGE_OPTION('','','',#10,#22,1,'',$);\n"
+      "#24=PRODUCT_DEFINITION_SHAPE('','',#22);\n");
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(all.products.size(), 1u);
+  EXPECT_TRUE(all.usages.empty());
+}
+
+TEST(Products, ComponentsWithoutShapesAreProducts) {
+  const LoadedText file(COMMON + product(10, "whole", "#3") +
+                        "#20=PRODUCT('','glue','',(#1));\n"
+                        "#21=PRODUCT_DEFINITION_FORMATION('','',#20);\n"
+                        "#22=PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS('','',#21,#1,());\n" +
+                        usage(30, 10, 22));
+  const Products all = find_products(file.instances);
+  ASSERT_EQ(all.products.size(), 2u);
+  EXPECT_EQ(all.products[1].name, "glue");
+  EXPECT_TRUE(all.products[1].shapes.empty());
+}
+
+TEST(Products, QuantitiesAndComplexUsages) {
+  const LoadedText file(
+      COMMON + product(10, "whole", "#3") + product(20, "bolt", "#4") +
+      "#30=QUANTIFIED_ASSEMBLY_COMPONENT_USAGE('a','b','c',#10,#20,$,#31);\n"
+      "#31=MEASURE_WITH_UNIT( COUNT_MEASURE( 4. ),#2);\n"
+      "#32=(ASSEMBLY_COMPONENT_USAGE('R7')NEXT_ASSEMBLY_USAGE_OCCURRENCE()"
+      "PRODUCT_DEFINITION_RELATIONSHIP('d','e','f',#10,#20)PRODUCT_DEFINITION_USAGE()"
+      "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE(#31));\n");
+  const Products all = find_products(file.instances);
+  ASSERT_EQ(all.usages.size(), 2u);
+  EXPECT_EQ(all.usages[0].quantity, 4);
+  EXPECT_EQ(all.usages[0].designator, "");
+  EXPECT_EQ(all.usages[1].id, "d");
+  EXPECT_EQ(all.usages[1].designator, "R7");
+  EXPECT_EQ(all.usages[1].quantity, 4);
+}
+
+TEST(Products, UsagesOfDeeperLevelsAndOfNothingAreNoUsages) {
+  const LoadedText file(COMMON + product(10, "whole", "#3") + product(20, "bolt", "#4") +
+                        usage(30, 10, 20) +
+                        "#31=SPECIFIED_HIGHER_USAGE_OCCURRENCE('','','',#10,#20,$,#30,#30);\n" +
+                        usage(32, 10, 99) + usage(33, 10, 4));
+  EXPECT_EQ(find_products(file.instances).usages.size(), 1u);
+}
+
+TEST(Products, PlacementsOfUsages) {
+  const LoadedText file(COMMON + product(10, "whole", "#3") + product(20, "bolt", "#4") +
+                        usage(30, 10, 20) +
+                        "#31=PRODUCT_DEFINITION_SHAPE('','',#30);\n"
+                        "#32=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#33,#31);\n"
+                        "#33=(REPRESENTATION_RELATIONSHIP('','',#25,#15)"
+                        "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#34)"
+                        "SHAPE_REPRESENTATION_RELATIONSHIP());\n"
+                        "#34=ITEM_DEFINED_TRANSFORMATION('','',#3,#3);\n"
+                        "#35=SHAPE_DEFINITION_REPRESENTATION(#31,#36);\n"
+                        "#36=SHAPE_REPRESENTATION('',(#3),#2);\n");
+  const Products all = find_products(file.instances);
+  const Usage& usage = all.usages.at(0);
+  EXPECT_EQ(usage.shapes, std::vector<Index>{file.at(31)});
+  EXPECT_EQ(usage.placements, std::vector<Index>{file.at(32)});
+  EXPECT_EQ(usage.relationships, std::vector<Index>{file.at(33)});
+  ASSERT_EQ(usage.links.size(), 1u);
+  EXPECT_EQ(usage.links[0].representation, file.at(36));
+}
+
+TEST(Products, TiedRepresentationsBelongToTheProductUnlessAnotherHasThem) {
+  const LoadedText file(COMMON + product(10, "whole", "#3") + product(20, "bolt", "#3") +
+                        usage(30, 10, 20) +
+                        "#40=ADVANCED_BREP_SHAPE_REPRESENTATION('',(#4),#2);\n"
+                        "#41=SHAPE_REPRESENTATION_RELATIONSHIP('','',#25,#40);\n"
+                        "#42=SHAPE_REPRESENTATION_RELATIONSHIP('','',#15,#25);\n");
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(all.products[1].tied, std::vector<Index>{file.at(40)});
+  EXPECT_EQ(all.products[1].ties, std::vector<Index>{file.at(41)});
+  EXPECT_TRUE(all.products[1].has_bodies);
+  EXPECT_TRUE(all.products[0].tied.empty());
+  EXPECT_TRUE(all.products[0].ties.empty());
+}
+
+TEST(Products, ThePropertyFormOfALink) {
+  std::string text = COMMON + product(10, "bolt", "#4");
+  text.replace(text.find("SHAPE_DEFINITION_REPRESENTATION"),
+               std::string("SHAPE_DEFINITION_REPRESENTATION").size(),
+               "PROPERTY_DEFINITION_REPRESENTATION");
+  const LoadedText file(text);
+  EXPECT_EQ(find_products(file.instances).products.at(0).representations,
+            std::vector<Index>{file.at(15)});
+}
+
+TEST(Products, WhatIsMappedFromAComponentIsNoBodyOfTheAssembly) {
+  const LoadedText file(COMMON + product(10, "whole", "#40") + product(20, "bolt", "#4") +
+                        usage(30, 10, 20) +
+                        "#40=MAPPED_ITEM('',#41,#3);\n#41=REPRESENTATION_MAP(#3,#25);\n");
+  EXPECT_FALSE(find_products(file.instances).products[0].has_bodies);
+}
+
+TEST(Products, SeveralTops) {
+  const LoadedText file(COMMON + product(10, "a", "#3") + product(20, "b", "#4") +
+                        product(30, "c", "#4") + usage(40, 30, 20));
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(names(all, all.tops), (Names{"a", "c"}));
+}
+
+TEST(Products, ACircleIsEnteredAtItsFirstProductAndClosedOnce) {
+  const LoadedText file(COMMON + product(10, "tail", "#4") + product(20, "a", "#3") +
+                        product(30, "b", "#4") + usage(40, 20, 30) + usage(41, 30, 20) +
+                        usage(42, 30, 10) + usage(43, 20, 20));
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(names(all, all.tops), (Names{"a"}));
+  EXPECT_FALSE(all.usages[0].closes_circle);
+  EXPECT_TRUE(all.usages[1].closes_circle);
+  EXPECT_FALSE(all.usages[2].closes_circle);
+  EXPECT_TRUE(all.usages[3].closes_circle);
+}
+
+}  // namespace
+}  // namespace Kessel::test
