@@ -20,10 +20,11 @@ void FindingList::begin_file(std::string file) {
 
 void FindingList::add(Finding finding) {
   OfAKind& same = kinds_[finding.kind];
-  ++same.count;
-  if (same.count > MOST_OF_A_KIND + 1) return;
+  const std::uint64_t before = same.count;
+  same.count += finding.count;
+  if (before > MOST_OF_A_KIND) return;
   finding.file = file_;
-  if (same.count <= MOST_OF_A_KIND) {
+  if (before < MOST_OF_A_KIND) {
     kept_.push_back({files_, std::move(finding)});
   } else {
     same.first_beyond = {files_, std::move(finding)};

@@ -23,6 +23,7 @@ class FindingList {
 
   /// Adds a finding of the kind's usual severity.
   void add(FindingKind kind, Place place, std::uint32_t instance, std::string sentence);
+  /// Adds a finding; it counts as many times as it says.
   void add(Finding finding);
 
   /// All that was kept, in each file by ascending offset, and where some were not, one more that

@@ -75,7 +75,8 @@ StatementCutter::StatementCutter(std::istream& in, std::uint64_t position, std::
 }
 
 /// Reads behind what is left in the buffer, which moves to the front first and grows when it fills
-/// the buffer. Returns whether anything was read.
+/// the buffer. Returns whether the buffer changed, after which no pointer into it is good; it does
+/// not where the input has ended, or no more may be held.
 bool StatementCutter::refill() {
   if (ended_) return false;
   const std::size_t left = end_ - begin_;
@@ -96,7 +97,7 @@ bool StatementCutter::refill() {
   end_ = left + count;
   std::memset(buffer_.get() + end_, 0, PADDING);
   ended_ = count == 0;
-  return count != 0;
+  return true;
 }
 
 std::string_view StatementCutter::peek(std::size_t most) {

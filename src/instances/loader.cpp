@@ -217,10 +217,9 @@ std::vector<Finding> load_instances(std::istream& in, Instances& instances,
                                     const Options& options) {
   WarnedLoader loader(instances, options, size_for_progress(in, options));
   load_with(in, loader, options);
+  for (Finding& finding : missing_instances(in, instances))
+    loader.warnings().add(std::move(finding));
   std::vector<Finding> warnings = loader.warnings().take();
-  std::ranges::move(missing_instances(in, instances), std::back_inserter(warnings));
-  std::stable_sort(warnings.begin(), warnings.end(),
-                   [](const Finding& a, const Finding& b) { return a.offset < b.offset; });
   set_lines(in, warnings);
   return warnings;
 }

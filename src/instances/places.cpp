@@ -45,6 +45,16 @@ PlacedText read_again(std::istream& in, const Instances& instances, Index record
   return keeper.take_text();
 }
 
+Finding warning_at(std::istream& in, const Instances& instances, Index record, FindingKind kind,
+                   std::string sentence) {
+  const std::uint64_t number = instances.number(record);
+  Finding finding =
+      make_finding(kind, std::move(sentence), read_again(in, instances, record).offset, 0,
+                   static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number));
+  finding.severity = Severity::warning;
+  return finding;
+}
+
 std::vector<Finding> missing_instances(std::istream& in, const Instances& instances) {
   std::vector<Finding> findings;
   if (instances.missing_references() == 0) return findings;
@@ -59,18 +69,9 @@ std::vector<Finding> missing_instances(std::istream& in, const Instances& instan
       ++findings.back().count;
       continue;
     }
-    const std::uint64_t number = instances.number(record);
-    Finding& finding = findings.emplace_back(
-        make_finding(FindingKind::missing_instance,
-                     "This record refers to an instance that the file does not have.",
-                     read_again(in, instances, record).offset, 0,
-                     static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number)));
-    finding.severity = Severity::warning;
-  }
-  if (findings.size() > MOST) {
-    Finding& more = findings.back();
-    more.sentence = "And " + with_commas(more.count) + " more like the " + std::to_string(MOST) +
-                    " that are listed: " + more.sentence;
+    findings.push_back(
+        warning_at(in, instances, record, FindingKind::missing_instance,
+                   "This record refers to an instance that the file does not have."));
   }
   return findings;
 }
