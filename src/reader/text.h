@@ -5,6 +5,7 @@
 #include <emmintrin.h>
 #endif
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <cstddef>
@@ -23,7 +24,7 @@ constexpr bool is_space(char c) {
 }
 
 /// `text` without white space at both ends.
-constexpr std::string_view trimmed(std::string_view text) {
+constexpr std::string_view trim(std::string_view text) {
   while (!text.empty() && is_space(text.back())) text.remove_suffix(1);
   while (!text.empty() && is_space(text.front())) text.remove_prefix(1);
   return text;
@@ -43,22 +44,24 @@ inline std::uint32_t read_number_plainly(const char*& p, const char* end) {
 }
 
 /// The first eight bytes of [p, end), the first in the lowest byte; zeros for what is missing.
-/// Little-endian machines only.
 inline std::uint64_t load_word(const char* p, const char* end) {
-  const auto size = static_cast<std::size_t>(end - p);
+  const std::size_t size = std::min<std::size_t>(8, static_cast<std::size_t>(end - p));
   std::uint64_t word = 0;
-  if (size >= 8) {
-    std::memcpy(&word, p, 8);
-  } else if (size >= 4) {  // Two halves that overlap.
-    std::uint32_t low = 0;
-    std::uint32_t high = 0;
-    std::memcpy(&low, p, 4);
-    std::memcpy(&high, end - 4, 4);
-    word = low | (std::uint64_t{high} << (8 * (size - 4)));
-  } else {
-    for (std::size_t i = 0; i < size; ++i) {
-      word |= std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
+  if constexpr (std::endian::native == std::endian::little) {
+    if (size == 8) {
+      std::memcpy(&word, p, 8);
+      return word;
     }
+    if (size >= 4) {  // Two halves that overlap.
+      std::uint32_t low = 0;
+      std::uint32_t high = 0;
+      std::memcpy(&low, p, 4);
+      std::memcpy(&high, p + size - 4, 4);
+      return low | (std::uint64_t{high} << (8 * (size - 4)));
+    }
+  }
+  for (std::size_t i = 0; i < size; ++i) {
+    word |= std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
   }
   return word;
 }

@@ -86,7 +86,7 @@ void verify_split(const fs::path& in, const fs::path& outdir, const Options& opt
   std::error_code unknown;
   const std::uintmax_t size = fs::file_size(in, unknown);
   const OutputFolder folder(outdir, input->parts());
-  if (!folder.check_others(input->file().root_part(), findings)) return;
+  if (!folder.check_others(input->file().root, findings)) return;
   try {
     check_files(*input, unknown ? 0 : size, folder, findings, verification);
   } catch (const InputError& error) {
