@@ -28,6 +28,8 @@ constexpr Row ROWS[] = {
     {exactly, "PRESENTATION_LAYER_ASSIGNMENT", 2},
     {exactly, "INVISIBILITY", 0},
     {exactly, "CONTEXT_DEPENDENT_INVISIBILITY", 0},
+    // A style of several parts: one thing.
+    {exactly, "PRESENTATION_STYLE_ASSIGNMENT", NO_PARAMETER},
     // Management data: what is assigned, sometimes in which role, and to what.
     {ending, "_ASSIGNMENT", LAST_PARAMETER},
     {beginning, "CC_DESIGN_", LAST_PARAMETER},
