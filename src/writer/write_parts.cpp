@@ -49,7 +49,7 @@ class RecordWriter {
     if (entity == nullptr || entity->part_numbers.empty()) return;
     const bool presentation = entity->type().find(PRESENTATION) != std::string_view::npos;
     if (entity->part_numbers.size() == 1 && !presentation && record.size() <= SHORT_RECORD) {
-      const auto [part, number] = *entity->part_numbers.entries().begin();
+      const auto [part, number] = entity->part_numbers.front();
       write_to_only_part(record, *own, *part, number);
     } else {
       write_to_each_part(record, *entity, presentation);
