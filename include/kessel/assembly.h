@@ -32,7 +32,7 @@ struct PartUse {
 /// the structure. Texts are valid UTF-8, decoded from exchange strings (ISO 10303-21, 6.4.3); bytes
 /// that are not UTF-8 are taken as ISO 8859-1.
 struct PartInfo {
-  std::uint32_t record = 0;  ///< instance number; 0 for a generated root, which has no record
+  std::uint64_t record = 0;  ///< instance number; 0 for a generated root, which has no record
   std::string id;            ///< the product's id; empty where the part leads to no product
   std::string name;          ///< the product's name
   std::string description;   ///< the product's description

@@ -109,7 +109,7 @@ struct Finding {
   std::string sentence;        ///< plain English, ASCII
   std::uint64_t offset = 0;    ///< bytes from the beginning of the file
   std::uint64_t line = 0;      ///< line of `offset`, from 1; 0 for a finding on the whole file
-  std::uint32_t instance = 0;  ///< instance number in that file; 0 where none is concerned
+  std::uint64_t instance = 0;  ///< instance number in that file; 0 where none is concerned
   std::uint64_t count = 1;     ///< how many findings of the kind this one stands for
   /// The file of a split that it is about, its name in the output folder, UTF-8; "." for the folder
   /// itself. Empty for the input.

@@ -100,7 +100,7 @@ TEST(Signature, ExchangeFiles) {
   EXPECT_EQ(recognised("/*" + std::string(HEAD_SIZE, 'x')), "");  // Nobody knows yet.
 }
 
-TEST(Signature, WhatAFileIsExplainsThatItsHeaderNeverEnds) {
+TEST(Signature, CheckSaysWhatAFileIs) {
   EXPECT_EQ(checked("\x1F\x8B\x08 and so on\n"),
             (Lines{"error compressed: The file is compressed (gzip)."}));
   EXPECT_EQ(checked("\xFF\xFEI\0S\0O\0-\0\n\0"s),
@@ -108,13 +108,6 @@ TEST(Signature, WhatAFileIsExplainsThatItsHeaderNeverEnds) {
   EXPECT_EQ(checked(""), (Lines{"error empty_file: The file is empty."}));
   EXPECT_EQ(checked("hello"), (Lines{"error not_an_exchange_file: The file is no exchange file: it "
                                      "does not begin with \"ISO-10303-21\"."}));
-}
-
-TEST(Signature, FileThatIsReadAllTheSameIsCheckedFurther) {
-  EXPECT_EQ(checked("hello\nENDSEC;\n#1=A();stray"),
-            (Lines{"error not_an_exchange_file: The file is no exchange file: it does not begin "
-                   "with \"ISO-10303-21\".",
-                   "3@21 error unclosed_text: No \";\" closes this text, the file's last."}));
 }
 
 }  // namespace

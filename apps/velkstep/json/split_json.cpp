@@ -14,7 +14,7 @@ namespace {
 
 /// The parts at the other ends of uses, as indices into the list of files.
 Json indices_of(const std::vector<Kessel::PartUse>& uses, const Kessel::Assembly& assembly,
-                const std::map<std::uint32_t, std::size_t>& file_of_record) {
+                const std::map<std::uint64_t, std::size_t>& file_of_record) {
   Json list = Json::array();
   for (const Kessel::PartUse& use : uses) {
     list.push_back(file_of_record.at(assembly.parts[use.part].record));
@@ -26,9 +26,9 @@ Json indices_of(const std::vector<Kessel::PartUse>& uses, const Kessel::Assembly
 
 std::string split_json(const FinishedSplit& split, const SplitArguments& arguments) {
   const Kessel::Assembly assembly = Kessel::read_assembly(split.input, arguments.options);
-  std::map<std::uint32_t, const Kessel::PartInfo*> parts;  // by record, 0 for a generated root
+  std::map<std::uint64_t, const Kessel::PartInfo*> parts;  // by record, 0 for a generated root
   for (const Kessel::PartInfo& part : assembly.parts) parts[part.record] = &part;
-  std::map<std::uint32_t, std::size_t> file_of_record;
+  std::map<std::uint64_t, std::size_t> file_of_record;
   for (std::size_t i = 0; i < split.files.size(); ++i) file_of_record[split.files[i].part] = i;
 
   Json json;
