@@ -56,12 +56,13 @@ TEST(RefusedInput, FilesThatAreNoExchangeFiles) {
   using namespace std::string_literals;
   EXPECT_EQ(refusal_of_text(""), "0 empty_file: The file is empty.");
   EXPECT_EQ(refusal_of_text("\x1F\x8B\b\0\0\0\0\0"s),
-            "0 compressed: The file is compressed (gzip).");
-  EXPECT_EQ(refusal_of_text("PK\x03\x04\x14\0"s), "0 compressed: The file is compressed (zip).");
+            "0 compressed: The file is compressed (gzip); unpack it first.");
+  EXPECT_EQ(refusal_of_text("PK\x03\x04\x14\0"s),
+            "0 compressed: The file is compressed (zip); unpack it first.");
   EXPECT_EQ(refusal_of_text("\xFF\xFEI\0S\0O\0"s),
-            "0 other_encoding: The file is text in UTF-16, which is not read.");
+            "0 other_encoding: The file is text in UTF-16, which is not read; save it as UTF-8.");
   EXPECT_EQ(refusal_of_text("I\0S\0O\0-\0"s),
-            "0 other_encoding: The file is text in UTF-16, which is not read.");
+            "0 other_encoding: The file is text in UTF-16, which is not read; save it as UTF-8.");
   EXPECT_EQ(refusal_of_text("solid\0\x01\x02"s),
             "0 binary: The file is no exchange file: it is binary data.");
   EXPECT_EQ(refusal_of_text("hello\n"),

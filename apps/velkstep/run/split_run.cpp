@@ -101,11 +101,6 @@ int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArg
   return EXIT_DONE;
 }
 
-int fail_at(const std::string& name, const Kessel::Finding& finding) {
-  return fail(finding.line == 0 ? name : name + ":" + std::to_string(finding.line),
-              finding.sentence);
-}
-
 }  // namespace
 
 std::string shown_path(const fs::path& outdir, const std::string& name) {
