@@ -69,10 +69,10 @@ enum class FindingKind {
   reference_cycle,        ///< instances that refer to each other in a circle
 
   // product structure
-  unused_usage,       ///< a usage that joins no two parts
-  usage_cycle,        ///< parts that are components of each other
+  unused_usage,       ///< a usage that joins no two product definitions
+  usage_cycle,        ///< a usage whose component leads back to the assembly
   part_without_name,  ///< a part that leads to no product, after which its file would be named
-  no_part,            ///< nothing to split
+  no_part,            ///< nothing to split: no product definition has a shape or a component
   one_part,           ///< nothing to split
   no_root,            ///< no part at the top: every part is a component of another
 

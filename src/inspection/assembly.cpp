@@ -25,7 +25,7 @@ class ComponentCounter {
       const ProductId component = all_.usages[usage].component;
       std::size_t& place = places_[component];
       if (place == 0) {
-        uses.push_back({component, 0, false});
+        uses.push_back({component, 0, all_.usages[usage].closes_circle});
         place = uses.size();
       }
       ++uses[place - 1].count;
