@@ -122,7 +122,7 @@ Severity severity_of(FindingKind kind) {
 }
 
 Finding make_finding(FindingKind kind, std::string sentence, std::uint64_t offset,
-                     std::uint64_t line, std::uint32_t instance) {
+                     std::uint64_t line, std::uint64_t instance) {
   return {kind, severity_of(kind), std::move(sentence), offset, line, instance, 1};
 }
 
