@@ -15,8 +15,8 @@ function(kessel_folder folder)
 endfunction()
 
 foreach(folder
-    association check encoding exchange inspection instances model naming products reader sameness
-    splitter structure
+    association check encoding exchange findings inspection instances model naming products reader
+    sameness splitter structure
     verify writer)
   kessel_folder(${folder})
 endforeach()

@@ -33,7 +33,7 @@ enum class FindingKind {
   data_ended_early,        ///< an empty statement, behind which nothing is read
   text_after_end,          ///< text behind "END-ISO-10303-21;", which is read
   missing_end,             ///< no "END-ISO-10303-21;"
-  changed_while_read,      ///< the file was changed between its two readings; only `Run` finds that
+  changed_while_read,  ///< the file was changed between its two readings; only `split` finds that
 
   // records and what stands between them
   record_without_number,    ///< dropped: no digits behind "#"

@@ -328,6 +328,7 @@ Record record_of(const Statement& statement, std::span<const Mention> mentions) 
   record.text = statement.text;
   record.mentions = mentions.subspan(1);
   record.offset = statement.offset;
+  record.is_plain = statement.is_plain;
   const std::string_view text = statement.text;
   std::size_t at = static_cast<std::size_t>(mentions.front().end - text.data());
   // Fast path: "#12=KEYWORD(".

@@ -25,6 +25,7 @@ struct Record {
   std::string_view keyword;  ///< that `body` begins with, "!" included; empty for a complex one
   std::span<const Mention> mentions;  ///< the instance names in `body`, in order
   std::uint64_t offset = 0;           ///< of `text`, in bytes from the input's beginning
+  bool is_plain = true;               ///< Statement::is_plain
 };
 
 /// Learns what an exchange file holds, in the order in which it stands there.

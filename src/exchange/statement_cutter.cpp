@@ -144,6 +144,7 @@ void StatementCutter::begin_statement() {
   statement_.takes_in_record = false;
   statement_.has_backslash = false;
   statement_.has_high_bytes = false;
+  statement_.is_plain = true;
 }
 
 /// Where the blanks, comments and print control directives at `p` end. `is_open` tells that a
@@ -174,6 +175,7 @@ inline void StatementCutter::mention(const char* first, const char*& p) {
   const char* const begin = ++p;
   const std::uint64_t number = take_number(p);
   // "#NAME" is a constant's name (ISO 10303-21, 6.4.4.4), and stays as it is.
+  statement_.is_plain &= number != 0;
   if (p == begin) return;
   mentions_.push_back({number, begin, p});
   if (number == 0) {
@@ -202,10 +204,12 @@ StatementCutter::Scan StatementCutter::scan_plainly(const char* from, const char
     if (*p == '\'') {
       const std::size_t behind = behind_string(rest, 0);
       if (behind == std::string_view::npos) return Scan::in_string;
+      statement_.is_plain &= rest.substr(0, behind).find("\\'") == std::string_view::npos;
       p += behind;
     } else if (begins_comment(rest, 0)) {
       const std::size_t close = rest.find("*/", 2);
       if (close == std::string_view::npos) return Scan::in_comment;
+      statement_.is_plain = false;
       p += close + 2;
     } else if (*p == '<' && knows_resources_) {
       const std::size_t close = rest.find('>');
@@ -278,6 +282,7 @@ StatementCutter::Scan StatementCutter::scan(const char* from, const char*& at) {
             behind_string({string, static_cast<std::size_t>(end - string)}, 0);
         if (behind == std::string_view::npos) return Scan::in_string;
         next_block = string + behind;
+        statement_.is_plain = false;
         if constexpr (full) look_at(p, next_block);
         string = nullptr;
         break;
@@ -299,6 +304,7 @@ StatementCutter::Scan StatementCutter::scan(const char* from, const char*& at) {
         const std::size_t close = rest.find("*/", 2);
         if (close == std::string_view::npos) return Scan::in_comment;
         next_block = p + close + 2;
+        statement_.is_plain = false;
         if constexpr (full) look_at(p, next_block);
         break;
       } else if (full && c != '+') {

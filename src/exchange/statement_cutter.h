@@ -32,6 +32,9 @@ struct Statement {
   bool takes_in_record = false;
   bool has_backslash = false;   ///< perhaps; certainly not where it is false
   bool has_high_bytes = false;  ///< bytes above 127, likewise
+  /// Whether the "#" outside apostrophes are just the instance names, each with a number: no
+  /// comment, directive with an apostrophe, constant or unusable number is in the way.
+  bool is_plain = true;
 };
 
 /// How next() ended.

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "kessel/file.h"
+#include "model/store.h"
 #include "kessel/options.h"
 #include "kessel/splitter.h"
 
@@ -17,7 +17,7 @@ class CheckedRun {
   CheckedRun(const std::filesystem::path& in, const Options& options)
       : in_(in), options_(options) {}
 
-  /// What `Run` with options does.
+  /// What `split` does.
   std::vector<WrittenFile> write_to(const std::filesystem::path& outdir);
 
  private:
@@ -29,7 +29,7 @@ class CheckedRun {
   };
   Stamp stamp() const;
 
-  std::unique_ptr<File> read() const;
+  std::unique_ptr<Store> read() const;
 
   const std::filesystem::path& in_;
   const Options& options_;

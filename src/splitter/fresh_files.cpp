@@ -38,14 +38,14 @@ void require_fresh_root_list(const fs::path& in) {
 
 }  // namespace
 
-void require_fresh_files(const File& file, const fs::path& in, const fs::path& outdir) {
-  for (const Part* part : file.parts()) {
+void require_fresh_files(const Store& file, const fs::path& in, const fs::path& outdir) {
+  for (const Part* part : file.parts) {
     if (part->path.empty()) continue;
     const fs::path path = outdir / part->path;
     const fs::file_type there = look_at(path);
     if (there != fs::file_type::not_found) refuse(path, there);
   }
-  if (file.root_part() != nullptr) require_fresh_root_list(in);
+  if (file.root != nullptr) require_fresh_root_list(in);
 }
 
 }  // namespace Kessel

@@ -55,7 +55,7 @@ std::vector<WrittenRecord> cut_data(std::string_view text, std::size_t begin,
                                       : "No \";\" closes " + quoted(text.substr(at)) + ".");
       return records;
     }
-    const std::string_view statement = trimmed(text.substr(at, end - at));
+    const std::string_view statement = trim(text.substr(at, end - at));
     if (statement == "ENDSEC") {
       check_end(text, end + 1, end_line, report);
       return records;

@@ -11,6 +11,7 @@
 #include "kessel/file.h"
 #include "kessel/splitter.h"
 #include "support/scratch_folder.h"
+#include "support/split_run.h"
 
 namespace Kessel::test {
 namespace {
@@ -20,7 +21,7 @@ namespace fs = std::filesystem;
 /// Splits `in` into the folder "out" of `folder` and returns the files, the root's first.
 std::vector<fs::path> split(const fs::path& in, const Options& options,
                             const ScratchFolder& folder) {
-  std::vector<fs::path> files = Run(in, folder / "out", options);
+  std::vector<fs::path> files = split_paths(in, folder / "out", options);
   Part::free_statics();
   return files;
 }

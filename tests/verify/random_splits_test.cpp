@@ -41,7 +41,7 @@ bool splits(const Options& options) {
   bool done = false;
   printed_by([&] {
     try {
-      done = !Kessel::Run("in.stp", "out", options).empty();
+      done = !split_paths("in.stp", "out", options).empty();
     } catch (const std::exception&) {
       done = false;
     }

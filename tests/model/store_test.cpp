@@ -1,5 +1,5 @@
 // The store: slots by instance number, numbers by type name.
-#include "kessel/file.h"
+#include "model/store.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,6 @@
 #include <typeinfo>
 #include <vector>
 
-#include "support/file_internals.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -22,11 +21,11 @@ using Ids = std::set<unsigned>;
 using Names = std::set<std::string>;
 
 /// A store without an input.
-File new_store() {
-  return File("there is no such file");
+Store new_store() {
+  return Store("there is no such file");
 }
 
-void expect_beyond_store(const File& file, unsigned id) {
+void expect_beyond_store(const Store& file, unsigned id) {
   try {
     file.at(id);
     FAIL() << "slot " << id << " exists";
@@ -35,46 +34,46 @@ void expect_beyond_store(const File& file, unsigned id) {
   }
 }
 
-TEST(File, NewStoreIsEmpty) {
-  File file = new_store();
-  EXPECT_EQ(file.types(), Names());
-  EXPECT_TRUE(file.parts().empty());
-  EXPECT_EQ(file.root_part(), nullptr);
-  EXPECT_EQ(FileInternals::first_line(file), "");
-  EXPECT_EQ(FileInternals::header(file), "");
-  EXPECT_FALSE(FileInternals::root_generated(file));
+TEST(Store, NewStoreIsEmpty) {
+  Store file = new_store();
+  EXPECT_EQ(file.types, Names());
+  EXPECT_TRUE(file.parts.empty());
+  EXPECT_EQ(file.root, nullptr);
+  EXPECT_EQ(file.first_line, "");
+  EXPECT_EQ(file.header, "");
+  EXPECT_FALSE(file.root_generated);
 }
 
-TEST(File, NewStoreHas1048576EmptySlots) {
-  const File file = new_store();
-  EXPECT_EQ(file.entities().size(), 1'048'576u);
+TEST(Store, NewStoreHas1048576EmptySlots) {
+  const Store file = new_store();
+  EXPECT_EQ(file.entities.size(), 1'048'576u);
   EXPECT_EQ(file.at(0), nullptr);
   EXPECT_EQ(file.at(1'048'575), nullptr);
   expect_beyond_store(file, 1'048'576);
   expect_beyond_store(file, 4'294'967'295);
 }
 
-TEST(File, InputThatCannotBeOpenedIsNoErrorOfTheStore) {
-  File file = new_store();
-  EXPECT_FALSE(FileInternals::input(file).is_open());
+TEST(Store, InputThatCannotBeOpenedIsNoErrorOfTheStore) {
+  Store file = new_store();
+  EXPECT_FALSE(file.input.is_open());
 }
 
-TEST(File, InputIsOpenedAsBytes) {
+TEST(Store, InputIsOpenedAsBytes) {
   const ScratchFolder folder;
-  File file(folder.write("in.stp", "a\r\nb\x1A\n"));
-  std::ifstream& input = FileInternals::input(file);
+  Store file(folder.write("in.stp", "a\r\nb\x1A\n"));
+  std::ifstream& input = file.input;
   ASSERT_TRUE(input.is_open());
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(input), {}), "a\r\nb\x1A\n");
 }
 
-TEST(File, NumberWithinTheStoreLeavesItsSizeAlone) {
-  File file = new_store();
+TEST(Store, NumberWithinTheStoreLeavesItsSizeAlone) {
+  Store file = new_store();
   file.create_entity(1);
   file.create_entity(1'048'575);
-  EXPECT_EQ(file.entities().size(), 1'048'576u);
+  EXPECT_EQ(file.entities.size(), 1'048'576u);
 }
 
-TEST(File, NumberBeyondTheStoreGrowsItByTheFewestWholeBlocks) {
+TEST(Store, NumberBeyondTheStoreGrowsItByTheFewestWholeBlocks) {
   struct Row {
     unsigned id;
     std::uint64_t slots;
@@ -86,9 +85,9 @@ TEST(File, NumberBeyondTheStoreGrowsItByTheFewestWholeBlocks) {
                                  {4'294'967'295, 4'294'967'296}};
   for (const auto& [id, slots] : rows) {
     SCOPED_TRACE(id);
-    File file = new_store();
+    Store file = new_store();
     Entity* entity = file.create_entity(id);
-    EXPECT_EQ(file.entities().size(), slots);
+    EXPECT_EQ(file.entities.size(), slots);
     EXPECT_EQ(file.at(id), entity);
     EXPECT_EQ(file.at(id - 1), nullptr);
     EXPECT_EQ(file.at(static_cast<unsigned>(slots - 1)), id == slots - 1 ? entity : nullptr);
@@ -96,20 +95,20 @@ TEST(File, NumberBeyondTheStoreGrowsItByTheFewestWholeBlocks) {
   }
 }
 
-TEST(File, StoreGrowsAgainFromTheSizeThatItHas) {
-  File file = new_store();
+TEST(Store, StoreGrowsAgainFromTheSizeThatItHas) {
+  Store file = new_store();
   Entity* first = file.create_entity(1'048'576, "A");
   Entity* second = file.create_entity(2'097'152, "A", "x");
-  EXPECT_EQ(file.entities().size(), 3'145'728u);
+  EXPECT_EQ(file.entities.size(), 3'145'728u);
   Entity* third = file.create_entity(3);
-  EXPECT_EQ(file.entities().size(), 3'145'728u);
+  EXPECT_EQ(file.entities.size(), 3'145'728u);
   EXPECT_EQ(file.at(1'048'576), first);
   EXPECT_EQ(file.at(2'097'152), second);
   EXPECT_EQ(file.at(3), third);
 }
 
-TEST(File, RecordsHaveTheClassOfWhatTheyKeep) {
-  File file = new_store();
+TEST(Store, RecordsHaveTheClassOfWhatTheyKeep) {
+  Store file = new_store();
   const Entity& plain = *file.create_entity(1);
   const Entity& typed = *file.create_entity(2, "STYLED_ITEM");
   const Entity& named = *file.create_entity(3, "PRODUCT", "a name");
@@ -128,16 +127,16 @@ TEST(File, RecordsHaveTheClassOfWhatTheyKeep) {
   }
 }
 
-TEST(File, PlainRecordIsListedUnderNoType) {
-  File file = new_store();
+TEST(Store, PlainRecordIsListedUnderNoType) {
+  Store file = new_store();
   file.create_entity(1);
-  EXPECT_EQ(file.types(), Names());
+  EXPECT_EQ(file.types, Names());
   EXPECT_EQ(file.get(""), Entities());
   EXPECT_EQ(file.get_ids(""), Ids());
 }
 
-TEST(File, RecordsOfATypeComeInTheOrderInWhichTheyWereAdded) {
-  File file = new_store();
+TEST(Store, RecordsOfATypeComeInTheOrderInWhichTheyWereAdded) {
+  Store file = new_store();
   Entity* seven = file.create_entity(7, "PRODUCT", "seven");
   file.create_entity(5, "STYLED_ITEM");
   Entity* three = file.create_entity(3, "PRODUCT", "three");
@@ -146,8 +145,8 @@ TEST(File, RecordsOfATypeComeInTheOrderInWhichTheyWereAdded) {
   EXPECT_EQ(file.get_ids("STYLED_ITEM"), (Ids{5}));
 }
 
-TEST(File, UnknownTypeHasNoRecords) {
-  File file = new_store();
+TEST(Store, UnknownTypeHasNoRecords) {
+  Store file = new_store();
   file.create_entity(1, "PRODUCT", "x");
   for (const std::string_view type : {"PRODUC", "PRODUCTS", "", "STYLED_ITEM"}) {
     SCOPED_TRACE(type);
@@ -156,49 +155,49 @@ TEST(File, UnknownTypeHasNoRecords) {
   }
 }
 
-TEST(File, TypeNamesAreComparedByteByByte) {
-  File file = new_store();
+TEST(Store, TypeNamesAreComparedByteByByte) {
+  Store file = new_store();
   Entity* upper = file.create_entity(1, "PRODUCT");
   Entity* mixed = file.create_entity(2, "Product");
   Entity* spaced = file.create_entity(3, "PRODUCT ");
   EXPECT_EQ(file.get("PRODUCT"), (Entities{upper}));
   EXPECT_EQ(file.get("Product"), (Entities{mixed}));
   EXPECT_EQ(file.get("PRODUCT "), (Entities{spaced}));
-  EXPECT_EQ(file.types(), (Names{"PRODUCT", "PRODUCT ", "Product"}));
+  EXPECT_EQ(file.types, (Names{"PRODUCT", "PRODUCT ", "Product"}));
 }
 
-TEST(File, TypeNameIsStoredOnceAndOutlivesTheCallersBuffer) {
-  File file = new_store();
+TEST(Store, TypeNameIsStoredOnceAndOutlivesTheCallersBuffer) {
+  Store file = new_store();
   std::string buffer = "SHAPE_DEFINITION_REPRESENTATION";
   file.create_entity(1, buffer);
   file.create_entity(2, buffer, "x");
   buffer.assign(buffer.size(), '-');
   EXPECT_EQ(file.at(1)->type(), "SHAPE_DEFINITION_REPRESENTATION");
   EXPECT_EQ(file.at(2)->type(), "SHAPE_DEFINITION_REPRESENTATION");
-  ASSERT_EQ(file.types(), (Names{"SHAPE_DEFINITION_REPRESENTATION"}));
-  EXPECT_EQ(file.at(1)->type().data(), file.types().begin()->data());
-  EXPECT_EQ(file.at(2)->type().data(), file.types().begin()->data());
+  ASSERT_EQ(file.types, (Names{"SHAPE_DEFINITION_REPRESENTATION"}));
+  EXPECT_EQ(file.at(1)->type().data(), file.types.begin()->data());
+  EXPECT_EQ(file.at(2)->type().data(), file.types.begin()->data());
 }
 
-TEST(File, TypeNamesStayValidWhileOthersAreAdded) {
-  File file = new_store();
+TEST(Store, TypeNamesStayValidWhileOthersAreAdded) {
+  Store file = new_store();
   const Entity* first = file.create_entity(1, "FIRST");
   for (unsigned id = 2; id < 2'000; ++id) file.create_entity(id, "TYPE_" + std::to_string(id));
   EXPECT_EQ(first->type(), "FIRST");
-  EXPECT_EQ(file.types().size(), 1'999u);
+  EXPECT_EQ(file.types.size(), 1'999u);
   EXPECT_EQ(file.get_ids("TYPE_1500"), (Ids{1'500}));
 }
 
-TEST(File, AttributeOutlivesTheCallersBuffer) {
-  File file = new_store();
+TEST(Store, AttributeOutlivesTheCallersBuffer) {
+  Store file = new_store();
   std::string buffer = "an attribute that is too long for a short string";
   file.create_entity(1, "PRODUCT", buffer);
   buffer.assign(buffer.size(), '-');
   EXPECT_EQ(file.at(1)->attribute(), "an attribute that is too long for a short string");
 }
 
-TEST(File, RepeatedNumberHoldsTheNewerRecordAndStaysListedUnderBothTypes) {
-  File file = new_store();
+TEST(Store, RepeatedNumberHoldsTheNewerRecordAndStaysListedUnderBothTypes) {
+  Store file = new_store();
   file.create_entity(5, "PRODUCT", "older");
   Entity* newer = file.create_entity(5, "STYLED_ITEM");
   EXPECT_EQ(file.at(5), newer);
@@ -207,11 +206,11 @@ TEST(File, RepeatedNumberHoldsTheNewerRecordAndStaysListedUnderBothTypes) {
   EXPECT_EQ(file.get("STYLED_ITEM"), (Entities{newer}));
   EXPECT_EQ(file.get_ids("PRODUCT"), (Ids{5}));
   EXPECT_EQ(file.get_ids("STYLED_ITEM"), (Ids{5}));
-  EXPECT_EQ(file.types(), (Names{"PRODUCT", "STYLED_ITEM"}));
+  EXPECT_EQ(file.types, (Names{"PRODUCT", "STYLED_ITEM"}));
 }
 
-TEST(File, RepeatedNumberOfOneTypeIsListedTwice) {
-  File file = new_store();
+TEST(Store, RepeatedNumberOfOneTypeIsListedTwice) {
+  Store file = new_store();
   file.create_entity(5, "PRODUCT", "older");
   Entity* newer = file.create_entity(5, "PRODUCT", "newer");
   EXPECT_EQ(file.get("PRODUCT"), (Entities{newer, newer}));
@@ -219,34 +218,34 @@ TEST(File, RepeatedNumberOfOneTypeIsListedTwice) {
   EXPECT_EQ(newer->attribute(), "newer");
 }
 
-TEST(File, PlainRecordReplacesATypedOneInItsList) {
-  File file = new_store();
+TEST(Store, PlainRecordReplacesATypedOneInItsList) {
+  Store file = new_store();
   file.create_entity(5, "PRODUCT", "older");
   Entity* newer = file.create_entity(5);
   EXPECT_EQ(file.get("PRODUCT"), (Entities{newer}));
   EXPECT_EQ(newer->type(), "");
 }
 
-TEST(File, AddedTypeListsItsNumberAndIsHandedBackAsStored) {
-  File file = new_store();
+TEST(Store, AddedTypeListsItsNumberAndIsHandedBackAsStored) {
+  Store file = new_store();
   const std::string buffer = "PRODUCT";
-  const std::string_view first = FileInternals::add_type(file, 9, buffer);
-  const std::string_view second = FileInternals::add_type(file, 4, buffer);
-  EXPECT_EQ(first.data(), file.types().begin()->data());
+  const std::string_view first = file.add_type(9, buffer);
+  const std::string_view second = file.add_type(4, buffer);
+  EXPECT_EQ(first.data(), file.types.begin()->data());
   EXPECT_EQ(second.data(), first.data());
   EXPECT_EQ(first, "PRODUCT");
   EXPECT_EQ(file.get_ids("PRODUCT"), (Ids{4, 9}));
   EXPECT_EQ(file.get("PRODUCT"), (Entities{nullptr, nullptr}));
 }
 
-TEST(File, PackedReferencesAreThoseOfTheRecord) {
-  File file = new_store();
+TEST(Store, PackedReferencesAreThoseOfTheRecord) {
+  Store file = new_store();
   Entity* first = file.create_entity(1);
   Entity* second = file.create_entity(2);
   Entity* third = file.create_entity(3);
-  FileInternals::set_references(file, *first, std::vector<unsigned>{4, 5, 4});
-  FileInternals::set_references(file, *second, {});
-  FileInternals::set_references(file, *third, std::vector<unsigned>{6});
+  file.set_references(*first, std::vector<unsigned>{4, 5, 4});
+  file.set_references(*second, {});
+  file.set_references(*third, std::vector<unsigned>{6});
   EXPECT_EQ(first->get_references(), (std::vector<unsigned>{4, 5, 4}));
   EXPECT_FALSE(second->refer_any());
   EXPECT_EQ(third->get_references(), (std::vector<unsigned>{6}));
@@ -255,13 +254,13 @@ TEST(File, PackedReferencesAreThoseOfTheRecord) {
   EXPECT_EQ(third->get_references(), (std::vector<unsigned>{6}));
 }
 
-TEST(File, PartsAreListedInTheOrderInWhichTheyWereAddedAndKnowTheirPlace) {
-  File file = new_store();
+TEST(Store, PartsAreListedInTheOrderInWhichTheyWereAddedAndKnowTheirPlace) {
+  Store file = new_store();
   Part first("");
   Part second("");
-  FileInternals::add_part(file, &first);
-  FileInternals::add_part(file, &second);
-  EXPECT_EQ(file.parts(), (std::vector<Part*>{&first, &second}));
+  file.add_part(&first);
+  file.add_part(&second);
+  EXPECT_EQ(file.parts, (std::vector<Part*>{&first, &second}));
   EXPECT_EQ(first.list_position, 0u);
   EXPECT_EQ(second.list_position, 1u);
 }

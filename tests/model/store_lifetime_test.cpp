@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "kessel/file.h"
-#include "support/file_internals.h"
+#include "model/store.h"
 
 namespace Kessel::test {
 namespace {
@@ -25,15 +24,15 @@ struct Probe : Record {
 using RecordProbe = Probe<EntityWithType>;
 using PartProbe = Probe<Part>;
 
-RecordProbe* store_probe(File& file, unsigned id, Log& log, const std::string& name) {
-  return FileInternals::store<RecordProbe>(file, id, log, name);
+RecordProbe* store_probe(Store& file, unsigned id, Log& log, const std::string& name) {
+  return file.put<RecordProbe>(id, log, name);
 }
 
-TEST(FileLifetime, RecordsAreFreedOnceEachInTheOrderOfTheirNumbers) {
+TEST(StoreLifetime, RecordsAreFreedOnceEachInTheOrderOfTheirNumbers) {
   Log log;
   {
-    File file("");
-    FileInternals::make_room(file, 3'000'000);
+    Store file("");
+    file.make_room(3'000'000);
     store_probe(file, 3'000'000, log, "#3000000");
     store_probe(file, 70'000, log, "#70000");
     store_probe(file, 2, log, "#2");
@@ -43,47 +42,57 @@ TEST(FileLifetime, RecordsAreFreedOnceEachInTheOrderOfTheirNumbers) {
   EXPECT_EQ(log, (Log{"#1", "#2", "#70000", "#3000000"}));
 }
 
-TEST(FileLifetime, ReplacedRecordIsFreedAtOnceAndOnlyOnce) {
+TEST(StoreLifetime, RecordThatNobodyHasSeenIsFreedWhenAnotherReplacesIt) {
   Log log;
   {
-    File file("");
+    Store file("");
     store_probe(file, 5, log, "older");
     store_probe(file, 5, log, "newer");
     EXPECT_EQ(log, (Log{"older"}));
-    file.create_entity(5);
-    EXPECT_EQ(log, (Log{"older", "newer"}));
   }
   EXPECT_EQ(log, (Log{"older", "newer"}));
 }
 
-TEST(FileLifetime, GeneratedRootIsFreedAfterTheRecords) {
+TEST(StoreLifetime, RecordThatAHostReplacesLivesAsLongAsTheStore) {
   Log log;
   {
-    File file("");
+    Store file("");
+    store_probe(file, 5, log, "older");
+    file.create_entity(5);
+    file.create_entity(5, "PRODUCT");
+    EXPECT_EQ(log, Log());
+  }
+  EXPECT_EQ(log, (Log{"older"}));
+}
+
+TEST(StoreLifetime, GeneratedRootIsFreedAfterTheRecords) {
+  Log log;
+  {
+    Store file("");
     store_probe(file, 5, log, "#5");
-    FileInternals::root(file) = std::make_unique<PartProbe>(log, "root").release();
-    FileInternals::root_generated(file) = true;
+    file.root = std::make_unique<PartProbe>(log, "root").release();
+    file.root_generated = true;
   }
   EXPECT_EQ(log, (Log{"#5", "root"}));
 }
 
-TEST(FileLifetime, RootAmongTheRecordsIsFreedOnce) {
+TEST(StoreLifetime, RootAmongTheRecordsIsFreedOnce) {
   Log log;
   {
-    File file("");
-    PartProbe* part = FileInternals::store<PartProbe>(file, 5, log, "#5");
-    FileInternals::add_part(file, part);
-    FileInternals::root(file) = part;
+    Store file("");
+    PartProbe* part = file.put<PartProbe>(5, log, "#5");
+    file.add_part(part);
+    file.root = part;
   }
   EXPECT_EQ(log, (Log{"#5"}));
 }
 
-TEST(FileLifetime, PartsOnTheListAloneAreNotFreed) {
+TEST(StoreLifetime, PartsOnTheListAloneAreNotFreed) {
   Log log;
   PartProbe part(log, "part");
   {
-    File file("");
-    FileInternals::add_part(file, &part);
+    Store file("");
+    file.add_part(&part);
   }
   EXPECT_EQ(log, Log());
 }
