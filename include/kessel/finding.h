@@ -97,6 +97,14 @@ enum class FindingKind {
   missing_root_list,        ///< no "roots.txt"; the library writes it into the working directory
   wrong_root_list,          ///< "roots.txt" does not hold the name of the root's file
   foreign_file,             ///< an exchange file that does not belong to the split
+
+  // files that are joined
+  target_outside,     ///< a reference leads out of the folder of the file that is joined
+  file_cycle,         ///< files that refer to each other in a circle
+  mixed_schemas,      ///< files that obey different schemas
+  unknown_component,  ///< a file holds nothing that a reference to it could mean
+  copies_differ,      ///< one record of the input says different things in two files
+  stand_in_left,      ///< a record that stands for another, which no file holds
 };
 
 /// The kind's name as it stands in FindingKind, for machines to read.

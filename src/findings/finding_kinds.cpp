@@ -91,6 +91,12 @@ constexpr Row KINDS[] = {
     {missing_root_list, "missing_root_list", warning},
     {wrong_root_list, "wrong_root_list", error},
     {foreign_file, "foreign_file", warning},
+    {target_outside, "target_outside", error},
+    {file_cycle, "file_cycle", error},
+    {mixed_schemas, "mixed_schemas", error},
+    {unknown_component, "unknown_component", error},
+    {copies_differ, "copies_differ", warning},
+    {stand_in_left, "stand_in_left", warning},
 };
 
 constexpr const Row& row_of(FindingKind kind) {
@@ -101,7 +107,7 @@ constexpr bool rows_are_in_order() {
   for (std::size_t i = 0; i < std::size(KINDS); ++i) {
     if (KINDS[i].kind != static_cast<FindingKind>(i)) return false;
   }
-  return KINDS[std::size(KINDS) - 1].kind == foreign_file;
+  return KINDS[std::size(KINDS) - 1].kind == stand_in_left;
 }
 static_assert(rows_are_in_order());
 

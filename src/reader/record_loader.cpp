@@ -21,9 +21,8 @@ std::string_view record_type(std::size_t from, std::string_view record) {
   do {
     if (++begin == record_end) return {};
   } while (is_space(*begin));
-  const auto* end = static_cast<const char*>(
-      std::memchr(begin, '(', static_cast<std::size_t>(record_end - begin)));
-  if (end == nullptr) return {};
+  const char* end = find_byte(begin, record_end, '(');
+  if (end == record_end) return {};
   if (end == begin) {  // A complex instance: all that its parentheses hold.
     ++begin;
     while (begin != record_end && is_space(*begin)) ++begin;

@@ -96,6 +96,7 @@ class StoreLoader final : public Exchange::Listener {
     store_.first_line = FIRST_LINE;
     store_.header = by_lines ? *by_lines : "HEADER;\n" + entities_ + std::string(HEADER_END);
     set_lines(store_.input, warnings_);
+    store_.input.clear();  // The writer rewinds the stream and reads it again.
     for (const Finding& warning : warnings_) options_.warning(warning);
     reporter_.report_end();
   }

@@ -1,7 +1,10 @@
 // Byte-level helpers for record texts: white space, numbers, marks.
 #pragma once
 
-#include <algorithm>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <bit>
 #include <charconv>
 #include <cstddef>
@@ -41,13 +44,13 @@ inline std::uint32_t read_number_plainly(const char*& p, const char* end) {
 
 /// The first eight bytes of [p, end), the first in the lowest byte; zeros for what is missing.
 inline std::uint64_t load_word(const char* p, const char* end) {
-  const std::size_t size = std::min<std::size_t>(8, static_cast<std::size_t>(end - p));
   std::uint64_t word = 0;
   if constexpr (std::endian::native == std::endian::little) {
-    if (size == 8) {
+    if (end - p >= 8) {
       std::memcpy(&word, p, 8);
       return word;
     }
+    const auto size = static_cast<std::size_t>(end - p);
     if (size >= 4) {  // Two halves that overlap.
       std::uint32_t low = 0;
       std::uint32_t high = 0;
@@ -56,7 +59,7 @@ inline std::uint64_t load_word(const char* p, const char* end) {
       return low | (std::uint64_t{high} << (8 * (size - 4)));
     }
   }
-  for (std::size_t i = 0; i < size; ++i) {
+  for (std::size_t i = 0; i < 8 && p + i != end; ++i) {
     word |= std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
   }
   return word;
@@ -111,6 +114,20 @@ inline char* write_number(char* p, std::uint32_t number) {
     }
   }
   return std::to_chars(p, p + NUMBER_ROOM, number).ptr;
+}
+
+/// The first byte `wanted` in [p, end), or `end`. Fast path for what is near: memchr() takes a
+/// call.
+inline const char* find_byte(const char* p, const char* end, char wanted) {
+#if defined(__SSE2__)
+  for (; end - p >= 16; p += 16) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const int equal = _mm_movemask_epi8(_mm_cmpeq_epi8(block, _mm_set1_epi8(wanted)));
+    if (equal != 0) return p + std::countr_zero(static_cast<unsigned>(equal));
+  }
+#endif
+  while (p != end && *p != wanted) ++p;
+  return p;
 }
 
 /// The first "#" in [p, end) outside string literals, or null: none there, or an unclosed literal

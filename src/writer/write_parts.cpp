@@ -51,7 +51,7 @@ class RecordWriter {
     if (entity == nullptr || entity->part_numbers.empty()) return;
     if (entity->part_numbers.size() == 1 && !is_presentation(*entity) &&
         record.size() <= SHORT_RECORD) {
-      const auto [part, number] = *entity->part_numbers.entries().begin();
+      const auto [part, number] = entity->part_numbers.front();
       write_to_only_part(record, *own, *part, number);
     } else {
       find_references(record, references_);
