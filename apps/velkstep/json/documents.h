@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kessel/assembly.h"
+#include "kessel/diff.h"
 #include "kessel/finding.h"
 #include "kessel/options.h"
 #include "kessel/summary.h"
@@ -24,6 +25,10 @@ std::string check_json(const std::vector<Kessel::Finding>& findings, const std::
 /// How many files and records were compared, and the findings, each with its file.
 std::string verify_json(const Kessel::Verification& verification, const std::string& input,
                         const std::filesystem::path& outdir, const Kessel::Options& options);
+
+/// What differs between two files, with counts in place of records where it is a summary.
+std::string diff_json(const Kessel::Difference& difference, const std::string& a,
+                      const std::string& b, bool summary);
 
 /// The header and the counts, in which nothing is left out.
 std::string info_json(const Kessel::Summary& summary, const std::string& input);
