@@ -15,10 +15,12 @@ constexpr std::string_view LAST_WORD = "END-ISO-10303-21";
 
 /// The keyword that `text` begins with.
 std::string_view keyword_at_front(std::string_view text) {
-  std::size_t end = text.starts_with('!') ? 1 : 0;
-  if (end == text.size() || !begins_keyword(text[end])) return {};
-  while (end < text.size() && is_in_keyword(text[end])) ++end;
-  return text.substr(0, end);
+  const char* p = text.data();
+  const char* const end = p + text.size();
+  if (p != end && *p == '!') ++p;
+  if (p == end || !begins_keyword(*p)) return {};
+  while (p != end && IN_KEYWORD[static_cast<unsigned char>(*p)]) ++p;
+  return {text.data(), static_cast<std::size_t>(p - text.data())};
 }
 
 /// Whether `text` is the one word `word`, with nothing but blanks and comments behind it.
@@ -330,15 +332,14 @@ Record record_of(const Statement& statement, std::span<const Mention> mentions) 
   record.offset = statement.offset;
   const std::string_view text = statement.text;
   std::size_t at = static_cast<std::size_t>(mentions.front().end - text.data());
-  // Fast path: "#12=KEYWORD(".
-  if (at < text.size() && text[at] == '=') {
-    ++at;
-  } else {
-    at = behind_blanks(text, at);
-    if (at < text.size() && text[at] == '=') ++at;
-  }
+  const auto stands_at = [&](char c) { return at < text.size() && text[at] == c; };
+  // Mostly there is one blank, or none.
+  if (stands_at(' ')) ++at;
+  if (!stands_at('=')) at = behind_blanks(text, at);
+  if (stands_at('=')) ++at;
+  if (stands_at(' ')) ++at;
   if (at < text.size() && !begins_keyword(text[at])) at = behind_blanks(text, at);
-  record.body = text.substr(at);
+  record.body = {text.data() + at, text.size() - at};
   record.keyword = keyword_at_front(record.body);
   return record;
 }

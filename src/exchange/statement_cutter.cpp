@@ -38,7 +38,7 @@ std::uint64_t take_long_number(const char*& p) {
 ///
 /// Fast path for up to seven digits, which is nearly every number: eight bytes are taken at once,
 /// what is no digit is shifted out, and the digits are summed up in pairs, fours and eights.
-std::uint64_t take_number(const char*& p) {
+inline std::uint64_t take_number(const char*& p) {
   if constexpr (std::endian::native == std::endian::little) {
     constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
     std::uint64_t word = 0;
