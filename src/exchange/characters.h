@@ -1,7 +1,6 @@
 // The classes of bytes that the exchange structure is made of (ISO 10303-21, 5.2 and 6).
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -24,13 +23,6 @@ constexpr bool begins_keyword(char c) {
 constexpr bool is_in_keyword(char c) {
   return begins_keyword(c) || is_digit(c) || c == '-';
 }
-
-/// is_in_keyword() of every byte, for those who ask often.
-inline constexpr auto IN_KEYWORD = [] {
-  std::array<bool, 256> table{};
-  for (std::size_t i = 0; i < table.size(); ++i) table[i] = is_in_keyword(static_cast<char>(i));
-  return table;
-}();
 
 /// Whether `text` has a comment's beginning at `at`.
 constexpr bool begins_comment(std::string_view text, std::size_t at) {

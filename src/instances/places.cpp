@@ -20,8 +20,8 @@ class RecordKeeper final : public Exchange::Listener {
   void record(const Exchange::Record& record) override { take(record.body, record.offset); }
   void entry(Exchange::Section, const Exchange::Statement& entry,
              std::span<const Exchange::Mention> mentions) override {
-    const bool is_named = entry.text.starts_with('#') && !mentions.empty();
-    take(is_named ? record_of(entry, mentions).body : entry.text, entry.offset);
+    take(begins_with_name(entry, mentions) ? record_of(entry, mentions).body : entry.text,
+         entry.offset);
   }
 
   PlacedText take_text() { return std::move(text_); }
