@@ -106,6 +106,27 @@ std::string_view StatementCutter::peek(std::size_t most) {
   return {buffer_.get() + begin_, std::min(most, end_ - begin_)};
 }
 
+/// Where the blanks, comments and print control directives at `p` end. `is_open` tells that a
+/// comment does not end; then it is that comment's beginning.
+inline const char* StatementCutter::find_lead_end(const char* p, bool& is_open) const {
+  const char* const end = buffer_.get() + end_;
+  for (;;) {
+    while (is_blank(*p)) ++p;  // Ends at the padding.
+    if (*p == '\\' && (p[1] == 'N' || p[1] == 'F') && p[2] == '\\') {
+      p += 3;
+      continue;
+    }
+    if (*p != '/' || p[1] != '*') return p;
+    const std::string_view rest(p, static_cast<std::size_t>(end - p));
+    const std::size_t close = rest.find("*/", 2);
+    if (close == std::string_view::npos) {
+      is_open = true;
+      return p;
+    }
+    p += close + 2;
+  }
+}
+
 Cut StatementCutter::next(Scrutiny scrutiny) {
   for (;;) {
     const char* const front = buffer_.get() + begin_;
@@ -144,27 +165,6 @@ void StatementCutter::begin_statement() {
   statement_.takes_in_record = false;
   statement_.has_backslash = false;
   statement_.has_high_bytes = false;
-}
-
-/// Where the blanks, comments and print control directives at `p` end. `is_open` tells that a
-/// comment does not end; then it is that comment's beginning.
-const char* StatementCutter::find_lead_end(const char* p, bool& is_open) const {
-  const char* const end = buffer_.get() + end_;
-  for (;;) {
-    while (is_blank(*p)) ++p;  // Ends at the padding.
-    if (*p == '\\' && (p[1] == 'N' || p[1] == 'F') && p[2] == '\\') {
-      p += 3;
-      continue;
-    }
-    if (*p != '/' || p[1] != '*') return p;
-    const std::string_view rest(p, static_cast<std::size_t>(end - p));
-    const std::size_t close = rest.find("*/", 2);
-    if (close == std::string_view::npos) {
-      is_open = true;
-      return p;
-    }
-    p += close + 2;
-  }
 }
 
 /// Takes the instance name at `p` in the statement that begins at `first`.
