@@ -22,7 +22,7 @@ class RecordKeeper final : public Exchange::Listener {
   }
   void entry(Exchange::Section, const Exchange::Statement& entry,
              std::span<const Exchange::Mention> mentions) override {
-    if (entry.text.starts_with('#') && !mentions.empty()) {
+    if (begins_with_name(entry, mentions)) {
       record(record_of(entry, mentions));
     } else {
       take(entry.text, mentions, entry.offset);

@@ -25,10 +25,10 @@ class Comparison final : public Exchange::Listener {
 
   void entry(Exchange::Section, const Exchange::Statement& entry,
              std::span<const Exchange::Mention> mentions) override {
-    if (mentions.empty() || !entry.text.starts_with('#')) {
-      ++index_;
-    } else {
+    if (begins_with_name(entry, mentions)) {
       take(record_of(entry, mentions));
+    } else {
+      ++index_;
     }
   }
 
