@@ -103,9 +103,9 @@ TEST(JoinFaults, ComponentThatCannotBeRead) {
 
 TEST(JoinFaults, RootThatIsNotThereOrNoFile) {
   JoinedFolder folder;
-  EXPECT_EQ(folder.refusal(), ": The file cannot be opened.");
+  EXPECT_EQ(folder.refusal(), "root.stp: The file cannot be opened.");
   fs::create_directory(folder.folder() / "root.stp");
-  EXPECT_EQ(folder.refusal(), ": The file is a folder.");
+  EXPECT_EQ(folder.refusal(), "root.stp: The file is a folder.");
 }
 
 TEST(JoinFaults, FileWithoutAnyProduct) {
