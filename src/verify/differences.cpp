@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "exchange/characters.h"
 #include "model/finding_kinds.h"
 
 namespace Kessel {
@@ -12,6 +13,16 @@ namespace {
 
 std::uint32_t instance_of_number(std::uint64_t number) {
   return static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
+}
+
+/// The beginning of a parameter in quotation marks, with single blanks for all that are in it.
+std::string shown_parameter(const std::string& parameter) {
+  std::string text;
+  for (const char c : parameter) {
+    const bool is_blank = Exchange::is_blank(c);
+    if (!is_blank || (!text.empty() && text.back() != ' ')) text += is_blank ? ' ' : c;
+  }
+  return Kessel::quoted(text);
 }
 
 std::string hash_and(std::uint64_t number) {
@@ -24,7 +35,7 @@ std::string what_changed(const ChangedRecord& changed) {
   const ChangedParameter& first = changed.parameters.front();
   const std::string where = "parameter " + std::to_string(first.place) + " of " + first.keyword;
   if (first.in_a == first.in_b) return where + " leads to another record";
-  return where + " is " + Kessel::quoted(first.in_b) + " in place of " + Kessel::quoted(first.in_a);
+  return where + " is " + shown_parameter(first.in_b) + " in place of " + shown_parameter(first.in_a);
 }
 
 class DifferenceReport {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -41,6 +42,7 @@ class SplitCheck {
     if (const auto root = folder.find_root(findings_)) check_files(*root, folder);
     verification_.findings = findings_.take();
     if (joining_) set_places();
+    sort_by_place();
     return std::move(verification_);
   }
 
@@ -142,6 +144,19 @@ class SplitCheck {
       set_lines(in, placed);
       for (std::size_t at = 0; at < placed.size(); ++at) of_file[at]->line = placed[at].line;
     }
+  }
+
+  /// Findings on a file stand together, those on all of it first.
+  void sort_by_place() {
+    std::map<std::string, std::size_t> ranks;
+    for (const Finding& finding : verification_.findings) {
+      ranks.emplace(finding.file, ranks.size());
+    }
+    std::stable_sort(verification_.findings.begin(), verification_.findings.end(),
+                     [&](const Finding& a, const Finding& b) {
+                       return std::pair(ranks[a.file], a.offset) <
+                              std::pair(ranks[b.file], b.offset);
+                     });
   }
 
   const fs::path& in_;

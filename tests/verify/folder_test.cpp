@@ -9,7 +9,7 @@ class Folder : public VerifiedSplit {};
 
 TEST_F(Folder, WithoutRootListTheFileToWhichNoOtherRefersIsTheRoots) {
   std::filesystem::remove("out/roots.txt");
-  write("frame.stp", exchange_file(""));
+  write("frame.stp", whole_file(""));
   EXPECT_EQ(found(), FoundLines{"roots.txt:0: warning missing_root_list: There is no \"roots.txt\" "
                                 "that holds the root file's name."});
 }
@@ -30,7 +30,7 @@ TEST_F(Folder, RootListThatNamesAPart) {
 }
 
 TEST_F(Folder, ForeignFile) {
-  write("more.STEP", exchange_file("#1=A();\n"));
+  write("more.STEP", whole_file("#1=A();\n"));
   write("notes.txt", "nothing");
   EXPECT_EQ(found(),
             FoundLines{"more.STEP:0: warning foreign_file: The file does not belong to the "
@@ -39,7 +39,7 @@ TEST_F(Folder, ForeignFile) {
 
 TEST_F(Folder, TwoThatCouldBeTheRoots) {
   std::filesystem::remove("out/roots.txt");
-  write("more.stp", exchange_file("#1=A();\n"));
+  write("more.stp", whole_file("#1=A();\n"));
   EXPECT_EQ(found(),
             (FoundLines{"roots.txt:0: warning missing_root_list: There is no \"roots.txt\" that "
                         "holds the root file's name.",

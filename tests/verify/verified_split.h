@@ -19,10 +19,10 @@ namespace Kessel::test {
 class VerifiedSplit : public testing::Test {
  protected:
   VerifiedSplit() {
-    folder_.write("in.stp", exchange_file(INPUT));
+    folder_.write("in.stp", whole_file(INPUT));
     std::filesystem::create_directory("out");
-    write("root.stp", exchange_file(MARKED_ROOT));
-    write("part.stp", exchange_file(MARKED_PART));
+    write("root.stp", whole_file(MARKED_ROOT));
+    write("part.stp", whole_file(MARKED_PART));
     write("roots.txt", "root.stp\n");
   }
 

@@ -14,7 +14,7 @@ TEST_F(WholeSplit, NothingIsFound) {
 }
 
 TEST_F(WholeSplit, NumbersOrderAndBlanksDoNotMatter) {
-  folder_.write("in.stp", exchange_file("#90 = MANIFOLD_SOLID_BREP( 'own' , $ );\n" + [] {
+  folder_.write("in.stp", whole_file("#90 = MANIFOLD_SOLID_BREP( 'own' , $ );\n" + [] {
                   std::string text = INPUT;
                   text.erase(text.find("#10=MANIFOLD"), 33);
                   for (std::size_t at = 0; (at = text.find("#10)", at)) != text.npos;) {
@@ -27,14 +27,14 @@ TEST_F(WholeSplit, NumbersOrderAndBlanksDoNotMatter) {
 }
 
 TEST_F(WholeSplit, FramesWithoutRecordsBelongToIt) {
-  write("frame.stp", exchange_file(""));
+  write("frame.stp", whole_file(""));
   EXPECT_EQ(found(), FoundLines());
   EXPECT_EQ(verify("in.stp", "out").files, 3u);
   EXPECT_EQ(verify("in.stp", "out").records, 41u);
 }
 
 TEST_F(WholeSplit, ReferencesThatLeadNowhereInTheInputDoSoInTheSplit) {
-  folder_.write("in.stp", exchange_file(INPUT + "#21=A(#99);\n"));
+  folder_.write("in.stp", whole_file(INPUT + "#21=A(#99);\n"));
   replace("part.stp", "ENDSEC;\nEND", "#12=A(#77);\nENDSEC;\nEND");
   EXPECT_EQ(found(), FoundLines());
 }
