@@ -15,8 +15,23 @@ function(kessel_folder folder)
 endfunction()
 
 foreach(folder
-    association check encoding exchange inspection instances join model naming products reader
-    sameness splitter structure verify writer)
+    association
+    check
+    encoding
+    exchange
+    findings
+    inspection
+    instances
+    join
+    model
+    naming
+    products
+    reader
+    sameness
+    splitter
+    structure
+    verify
+    writer)
   kessel_folder(${folder})
 endforeach()
 if(VELKSTEP_C_INTERFACE)

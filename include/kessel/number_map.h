@@ -223,6 +223,12 @@ class NumberMap {
   };
   Entries entries() const { return {{this, 0}, {this, size()}}; }
 
+  /// The first entry of a map that is not empty.
+  Entry front() const {
+    if (size_ == 1) return {where_.owner, number_};  // Fast path: one part.
+    return *entries().begin();
+  }
+
   /// The number of `owner`, or 0 when it has none: the writer's question for every reference.
   std::uint32_t number_or_zero(Owner* owner) const {
     if (size_ == 1) return where_.owner == owner ? number_ : 0;  // Fast path: one part.
@@ -326,11 +332,13 @@ class NumberMap {
     return static_cast<std::uint32_t>(found - where_.block);
   }
 
+  std::uint32_t number_in_map(Owner* owner) const {
+    const auto found = where_.map->find(owner);
+    return found == where_.map->end() ? 0 : found->second;
+  }
+
   std::uint32_t number_among_many(Owner* owner) const {
-    if (is_map()) {
-      const auto found = where_.map->find(owner);
-      return found == where_.map->end() ? 0 : found->second;
-    }
+    if (is_map()) return number_in_map(owner);
     // Fast path: where all parts hold the instance, an owner's index is its position.
     const std::uint32_t guess = owner->list_position;
     if (guess < size_ && where_.block[guess].owner == owner) return where_.block[guess].number;

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "model/messages.h"
+#include "findings/messages.h"
 #include "model/slots.h"
 #include "structure/leaf.h"
 

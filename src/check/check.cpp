@@ -7,14 +7,14 @@
 #include <system_error>
 #include <utility>
 
-#include "check/finding_list.h"
-#include "check/input_file.h"
 #include "check/reference_check.h"
 #include "check/structure_check.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
 #include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
-#include "reader/refusals.h"
 
 namespace Kessel {
 

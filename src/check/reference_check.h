@@ -3,7 +3,7 @@
 
 #include <istream>
 
-#include "check/finding_list.h"
+#include "findings/finding_list.h"
 #include "instances/instances.h"
 
 namespace Kessel {

@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 #include "reader/text.h"
 
 namespace Kessel {

@@ -4,13 +4,13 @@
 #include <iterator>
 #include <string>
 
-#include "check/finding_list.h"
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
 #include "instances/collectors.h"
 #include "instances/kept_types.h"
 #include "instances/places.h"
 #include "instances/repeated_records.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
 
 namespace Kessel {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "check/finding_list.h"
 #include "exchange/reader.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
 
 namespace Kessel {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "exchange/reader.h"
+#include "findings/finding_kinds.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
 
 namespace Kessel {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <tuple>
 
-#include "check/finding_list.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_list.h"
+#include "findings/finding_kinds.h"
 
 namespace Kessel {
 

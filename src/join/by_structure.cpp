@@ -12,7 +12,7 @@
 #include "instances/places.h"
 
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 #include "products/products.h"
 #include "products/structure.h"
 

@@ -5,14 +5,14 @@
 #include <memory>
 #include <system_error>
 
-#include "check/input_file.h"
+#include "findings/input_file.h"
 #include "exchange/characters.h"
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
 #include "join/marked_loader.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
-#include "reader/refusals.h"
+#include "findings/finding_kinds.h"
+#include "findings/refusals.h"
 
 namespace Kessel {
 

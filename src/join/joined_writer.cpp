@@ -11,7 +11,7 @@
 #include "exchange/string_value.h"
 #include "join/joined_text.h"
 #include "kessel/errors.h"
-#include "reader/refusals.h"
+#include "findings/refusals.h"
 #include "writer/frame.h"
 
 namespace Kessel {

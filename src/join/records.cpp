@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 
 namespace Kessel {
 

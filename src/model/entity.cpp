@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "model/messages.h"
+#include "findings/messages.h"
 
 namespace Kessel {
 

@@ -5,11 +5,11 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "findings/refusals.h"
 #include "model/progress_reporter.h"
 #include "reader/header.h"
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"
-#include "reader/refusals.h"
 #include "reader/standard_reading.h"
 
 namespace Kessel {

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <utility>
 
-#include "reader/refusals.h"
+#include "findings/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {
@@ -142,6 +142,13 @@ Place RecordCutter::place_at(std::size_t position) {
 Place RecordCutter::place_of(std::string_view taken) {
   if (taken.data() == joined_.data()) return joined_place_;
   return place_at(static_cast<std::size_t>(taken.data() - buffer_.get()));
+}
+
+Finding unclosed(std::string_view last, std::uint64_t offset) {
+  if (last.front() != '#') return unclosed_text(offset);
+  const char* digits = last.data() + 1;
+  const std::uint32_t number = read_number(digits, last.data() + last.size());
+  return unclosed_record(number, is_whole_record(last), offset);
 }
 
 }  // namespace Kessel

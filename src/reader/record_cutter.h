@@ -9,13 +9,10 @@
 #include <string>
 #include <string_view>
 
-namespace Kessel {
+#include "findings/place.h"
+#include "kessel/finding.h"
 
-/// A place in a text.
-struct Place {
-  std::uint64_t offset = 0;  ///< bytes from its beginning
-  std::uint64_t line = 0;    ///< from 1
-};
+namespace Kessel {
 
 /// Learns of the pieces that RecordCutter does not give out as they stand.
 class CuttingWitness {
@@ -108,6 +105,10 @@ class RecordCutter {
   std::size_t counted_ = 0;  // position in the buffer
   Place joined_place_;
 };
+
+/// What a run says of `last`, which begins at `offset`: the input's last record, or other text,
+/// that no ";" completes.
+Finding unclosed(std::string_view last, std::uint64_t offset);
 
 /// Whether the text that begins with `record` is a whole record rather than a piece of one.
 inline bool is_whole_record(std::string_view record) {

@@ -6,9 +6,9 @@
 #include <tuple>
 
 #include "exchange/comments.h"
+#include "findings/refusals.h"
 #include "model/store.h"
 #include "reader/references.h"
-#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {

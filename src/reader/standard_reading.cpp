@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "exchange/statement_cutter.h"
+#include "findings/finding_kinds.h"
+#include "findings/refusals.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
 #include "model/progress_reporter.h"
 #include "reader/record_loader.h"
-#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {
@@ -96,6 +96,7 @@ class StoreLoader final : public Exchange::Listener {
     store_.first_line = FIRST_LINE;
     store_.header = by_lines ? *by_lines : "HEADER;\n" + entities_ + std::string(HEADER_END);
     set_lines(store_.input, warnings_);
+    store_.input.clear();  // The writer rewinds the stream and reads it again.
     for (const Finding& warning : warnings_) options_.warning(warning);
     reporter_.report_end();
   }

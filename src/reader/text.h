@@ -5,7 +5,6 @@
 #include <emmintrin.h>
 #endif
 
-#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <cstddef>
@@ -45,13 +44,13 @@ inline std::uint32_t read_number_plainly(const char*& p, const char* end) {
 
 /// The first eight bytes of [p, end), the first in the lowest byte; zeros for what is missing.
 inline std::uint64_t load_word(const char* p, const char* end) {
-  const std::size_t size = std::min<std::size_t>(8, static_cast<std::size_t>(end - p));
   std::uint64_t word = 0;
   if constexpr (std::endian::native == std::endian::little) {
-    if (size == 8) {
+    if (end - p >= 8) {
       std::memcpy(&word, p, 8);
       return word;
     }
+    const auto size = static_cast<std::size_t>(end - p);
     if (size >= 4) {  // Two halves that overlap.
       std::uint32_t low = 0;
       std::uint32_t high = 0;
@@ -60,7 +59,7 @@ inline std::uint64_t load_word(const char* p, const char* end) {
       return low | (std::uint64_t{high} << (8 * (size - 4)));
     }
   }
-  for (std::size_t i = 0; i < size; ++i) {
+  for (std::size_t i = 0; i < 8 && p + i != end; ++i) {
     word |= std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
   }
   return word;
@@ -131,42 +130,16 @@ inline const char* find_byte(const char* p, const char* end, char wanted) {
   return p;
 }
 
-/// The first "#" or "'" in [p, end), or `end`.
-///
-/// Fast path: eight bytes at a time. The two marks differ in one bit only, so after clearing it
-/// both are bytes equal to '#', which the subtraction finds.
-inline const char* find_mark(const char* p, const char* end) {
-  static_assert(('\'' & ~0x04) == '#');
-  if constexpr (std::endian::native == std::endian::little) {
-    for (;; p += 8) {
-      const std::uint64_t word = (load_word(p, end) & (EACH_BYTE * 0xFB)) ^ (EACH_BYTE * '#');
-      const std::uint64_t hits = (word - EACH_BYTE) & ~word & (EACH_BYTE * 0x80);
-      if (hits != 0) return p + (std::countr_zero(hits) >> 3);
-      if (end - p <= 8) return end;
-    }
-  }
-  while (p != end && *p != '#' && *p != '\'') ++p;
-  return p;
-}
-
 /// The first "#" in [p, end) outside string literals, or null: none there, or an unclosed literal
 /// before it. A doubled apostrophe closes a literal and opens the next, which comes to the same.
 inline const char* find_reference(const char* p, const char* end) {
-  for (;;) {
-    p = find_mark(p, end);
-    if (p == end) return nullptr;
+  for (; p != end; ++p) {
     if (*p == '#') return p;
-    // Most literals are empty or short, so look for their end byte by byte before calling memchr.
-    const char* const near = end - p > 8 ? p + 8 : end;
-    do {
-      if (++p == end) return nullptr;
-    } while (p != near && *p != '\'');
-    if (*p != '\'') {
-      p = static_cast<const char*>(std::memchr(p, '\'', static_cast<std::size_t>(end - p)));
-      if (p == nullptr) return nullptr;
-    }
-    ++p;
+    if (*p != '\'') continue;
+    p = static_cast<const char*>(std::memchr(p + 1, '\'', static_cast<std::size_t>(end - p - 1)));
+    if (p == nullptr) break;
   }
+  return nullptr;
 }
 
 }  // namespace Kessel

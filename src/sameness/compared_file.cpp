@@ -4,13 +4,13 @@
 #include <fstream>
 #include <system_error>
 
-#include "check/input_file.h"
+#include "findings/input_file.h"
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
-#include "reader/refusals.h"
+#include "findings/refusals.h"
 
 namespace Kessel::Sameness {
 

@@ -5,13 +5,13 @@
 #include <system_error>
 
 #include "association/associate.h"
-#include "check/input_file.h"
 #include "check/refusal.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
+#include "findings/write_failure.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "model/write_failure.h"
 #include "reader/parse_file.h"
-#include "reader/refusals.h"
 #include "splitter/fresh_files.h"
 #include "splitter/root_list.h"
 #include "splitter/written_files.h"

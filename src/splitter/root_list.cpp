@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <fstream>
 
-#include "model/write_failure.h"
+#include "findings/write_failure.h"
 
 namespace Kessel {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "model/messages.h"
+#include "findings/messages.h"
 #include "model/slots.h"
 
 namespace Kessel {

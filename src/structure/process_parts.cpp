@@ -1,7 +1,7 @@
 // The order of the structure passes.
 #include "structure/process_parts.h"
 
-#include "model/messages.h"
+#include "findings/messages.h"
 #include "structure/discovery.h"
 #include "structure/links.h"
 #include "structure/part_names.h"

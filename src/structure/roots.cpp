@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "model/messages.h"
+#include "findings/messages.h"
 #include "model/slots.h"
 #include "structure/definition_search.h"
 #include "structure/part_names.h"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "exchange/characters.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 
 namespace Kessel {
 

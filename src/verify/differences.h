@@ -1,7 +1,7 @@
 // What a joined split says differently from the input, as findings.
 #pragma once
 
-#include "check/finding_list.h"
+#include "findings/finding_list.h"
 #include "join/joining.h"
 #include "kessel/diff.h"
 

@@ -9,7 +9,7 @@
 #include "instances/loader.h"
 #include "join/external_references.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 #include "products/products.h"
 
 namespace Kessel {

@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-#include "check/finding_list.h"
+#include "findings/finding_list.h"
 
 namespace Kessel {
 

@@ -6,7 +6,7 @@
 
 #include "exchange/parameters.h"
 #include "instances/places.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 
 namespace Kessel {
 

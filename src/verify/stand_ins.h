@@ -1,7 +1,7 @@
 // What stands for records of other files.
 #pragma once
 
-#include "check/finding_list.h"
+#include "findings/finding_list.h"
 #include "join/joining.h"
 
 namespace Kessel {

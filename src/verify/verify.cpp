@@ -11,14 +11,14 @@
 #include <utility>
 #include <vector>
 
-#include "check/finding_list.h"
+#include "findings/finding_list.h"
 #include "instances/places.h"
 #include "join/fresh_file.h"
 #include "join/joining.h"
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 #include "verify/differences.h"
 #include "verify/split_folder.h"
 #include "verify/stand_ins.h"

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <utility>
 
-#include "model/write_failure.h"
+#include "findings/write_failure.h"
 #include "writer/part_stream.h"
 
 namespace Kessel {

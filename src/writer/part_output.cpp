@@ -2,8 +2,8 @@
 #include <cerrno>
 #include <iostream>
 
+#include "findings/write_failure.h"
 #include "kessel/encoding.h"
-#include "model/write_failure.h"
 #include "writer/part_stream.h"
 
 namespace Kessel {

@@ -82,6 +82,18 @@ class Rewriter {
     if (const std::uint32_t number = number_in(slots_, reference.number, part_)) {
       return put_number(reference, number);
     }
+    put_unknown(reference);
+  }
+
+  /// Writes the rest of the text. Returns the end of what was written.
+  char* finish() {
+    copy_up_to(text_end_);
+    return end_;
+  }
+
+ private:
+  /// The same for a reference that has no number, or the number 0. Kept out of the common path.
+  [[gnu::noinline]] void put_unknown(const TextReference& reference) {
     if (is_held(slots_, reference.number, part_)) return put_number(reference, 0);
     const char* const begin = text_ + reference.begin;
     copy_up_to(begin);
@@ -94,13 +106,6 @@ class Rewriter {
     }
   }
 
-  /// Writes the rest of the text. Returns the end of what was written.
-  char* finish() {
-    copy_up_to(text_end_);
-    return end_;
-  }
-
- private:
   /// Appends the text that was not dealt with yet, up to `until`.
   void copy_up_to(const char* until) {
     const auto size = static_cast<std::size_t>(until - copied_);

@@ -12,11 +12,11 @@
 
 #include "encoding/string_body.h"
 #include "exchange/comments.h"
+#include "findings/refusals.h"
 #include "kessel/encoding.h"
 #include "model/progress_reporter.h"
 #include "model/slots.h"
 #include "reader/record_cutter.h"
-#include "reader/refusals.h"
 #include "reader/standard_reading.h"
 #include "structure/reachability.h"
 #include "writer/external_reference.h"
@@ -51,7 +51,7 @@ class RecordWriter {
     if (entity == nullptr || entity->part_numbers.empty()) return;
     if (entity->part_numbers.size() == 1 && !is_presentation(*entity) &&
         record.size() <= SHORT_RECORD) {
-      const auto [part, number] = *entity->part_numbers.entries().begin();
+      const auto [part, number] = entity->part_numbers.front();
       write_to_only_part(record, *own, *part, number);
     } else {
       find_references(record, references_);

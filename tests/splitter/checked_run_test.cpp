@@ -15,11 +15,11 @@
 #include <system_error>
 #include <vector>
 
+#include "findings/write_failure.h"
 #include "kessel/check.h"
 #include "kessel/errors.h"
 #include "kessel/part.h"
 #include "kessel/splitter.h"
-#include "model/write_failure.h"
 #include "splitter/small_inputs.h"
 #include "support/scratch_folder.h"
 #include "support/small_disk.h"

@@ -53,6 +53,12 @@ void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies)
 
 }  // namespace
 
+void add_reading_option(CLI::App* command, Kessel::Reading& reading) {
+  add_choice(command, "--reading", reading, READINGS,
+             "How IN is cut into records: as ISO 10303-21 has it (standard), or as hosts of "
+             "Kessel::Run have it, at every \";\" (classic)");
+}
+
 void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
   command->add_option("IN", arguments.in, "The exchange file to split; - reads standard input")
       ->required();
@@ -60,6 +66,7 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
       ->required();
   add_assemblies_option(command, arguments.options.assemblies);
   add_names_option(command, arguments.options.names);
+  add_reading_option(command, arguments.options.reading);
   add_memory_limit_option(command, arguments.options.memory_limit);
   command->add_flag("--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");

@@ -8,6 +8,11 @@ const Choices<Kessel::AssemblyStyle> ASSEMBLY_STYLES = {
     {"nested", Kessel::AssemblyStyle::nested},
 };
 
+const Choices<Kessel::Reading> READINGS = {
+    {"standard", Kessel::Reading::standard},
+    {"classic", Kessel::Reading::classic},
+};
+
 const Choices<Kessel::NameStyle> NAME_STYLES = {
     {"record", Kessel::NameStyle::record},
     {"product", Kessel::NameStyle::product},

@@ -16,6 +16,7 @@ using Choices = std::vector<std::pair<std::string, Value>>;
 
 extern const Choices<Kessel::AssemblyStyle> ASSEMBLY_STYLES;
 extern const Choices<Kessel::NameStyle> NAME_STYLES;
+extern const Choices<Kessel::Reading> READINGS;
 extern const Choices<ShowProgress> PROGRESS;
 
 /// The word that stands for `value`.

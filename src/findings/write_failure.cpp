@@ -1,5 +1,5 @@
 // The first file of a run that could not be written.
-#include "model/write_failure.h"
+#include "findings/write_failure.h"
 
 #include <cerrno>
 

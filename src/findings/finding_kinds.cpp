@@ -1,5 +1,5 @@
 // The table of the kinds of findings.
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 
 #include <cstddef>
 #include <iterator>

@@ -1,9 +1,9 @@
 // Whether there is a file that can be read twice.
-#include "check/input_file.h"
+#include "findings/input_file.h"
 
 #include <system_error>
 
-#include "reader/refusals.h"
+#include "findings/refusals.h"
 
 namespace Kessel {
 

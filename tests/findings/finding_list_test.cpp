@@ -1,5 +1,5 @@
 // Findings as they are collected, and their kinds.
-#include "check/finding_list.h"
+#include "findings/finding_list.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 
 #include "check/check_text.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 
 namespace Kessel::test {
 namespace {

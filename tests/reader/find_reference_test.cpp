@@ -1,4 +1,4 @@
-// The search for "#" and "'" and for references outside string literals.
+// The search for references outside string literals.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,10 +13,6 @@
 
 namespace Kessel::test {
 namespace {
-
-std::size_t find_mark_plainly(std::string_view text) {
-  return std::min(text.find_first_of("#'"), text.size());
-}
 
 /// Where the first "#" outside literals is, by one loop over the characters.
 std::optional<std::size_t> find_reference_plainly(std::string_view text) {
@@ -36,9 +32,6 @@ class PlacedText {
     std::fill_n(buffer_.get(), alignment, '#');
     begin_ = std::copy(text.begin(), text.end(), buffer_.get() + alignment) - text.size();
   }
-  std::size_t mark() const {
-    return static_cast<std::size_t>(find_mark(begin_, begin_ + size_) - begin_);
-  }
   std::optional<std::size_t> reference() const {
     const char* found = find_reference(begin_, begin_ + size_);
     if (found == nullptr) return std::nullopt;
@@ -50,55 +43,6 @@ class PlacedText {
   std::size_t size_;
   const char* begin_;
 };
-
-TEST(FindMark, FirstNumberSignOrApostropheIsFound) {
-  EXPECT_EQ(PlacedText("#", 0).mark(), 0u);
-  EXPECT_EQ(PlacedText("'", 0).mark(), 0u);
-  EXPECT_EQ(PlacedText("ab'#", 0).mark(), 2u);
-  EXPECT_EQ(PlacedText("ab#'", 0).mark(), 2u);
-  EXPECT_EQ(PlacedText("(0.,1.,2.,3.,4.,5.,6.,7.,#8)", 0).mark(), 25u);
-}
-
-TEST(FindMark, WithoutAMarkTheEndIsGiven) {
-  EXPECT_EQ(PlacedText("", 0).mark(), 0u);
-  EXPECT_EQ(PlacedText("abc", 0).mark(), 3u);
-  EXPECT_EQ(PlacedText("(0.,1.,2.,3.,4.,5.,6.,7.,8)", 0).mark(), 27u);
-}
-
-TEST(FindMark, MarksBehindTheEndAreNotFound) {
-  const std::string text = "abcdefghijklmnopqrstuvwxyz######################";
-  for (std::size_t length = 0; length <= 26; ++length) {
-    EXPECT_EQ(find_mark(text.data(), text.data() + length), text.data() + length);
-  }
-}
-
-TEST(FindMark, EveryByteAtEveryPlaceIsTakenForWhatItIs) {
-  for (int byte = 0; byte < 256; ++byte) {
-    for (std::size_t length : {1u, 7u, 8u, 9u, 16u, 17u, 33u}) {
-      for (std::size_t place = 0; place < length; ++place) {
-        std::string text(length, 'a');
-        text[place] = static_cast<char>(byte);
-        ASSERT_EQ(PlacedText(text, 0).mark(), find_mark_plainly(text)) << byte << ' ' << place;
-      }
-    }
-  }
-}
-
-TEST(FindMark, RandomBytesAtAllAlignmentsAreSearchedAsByAPlainLoop) {
-  // The marks, their neighbours in every single bit, and any byte.
-  constexpr std::string_view NEAR_MARKS = "#'\"!+/3\x03\x63\xA3\xA7&%7g\x07$(\x22\x24\x26\x28";
-  std::mt19937 random(3103);
-  for (int round = 0; round < 100'000; ++round) {
-    std::string text(random() % 60, ' ');
-    for (char& c : text) {
-      c = random() % 2 == 0 ? static_cast<char>(random())
-                            : NEAR_MARKS[random() % NEAR_MARKS.size()];
-      if ((c == '#' || c == '\'') && random() % 8 != 0) c = 'a';  // So that some stand far behind.
-    }
-    ASSERT_EQ(PlacedText(text, random() % 16).mark(), find_mark_plainly(text))
-        << testing::PrintToString(text);
-  }
-}
 
 TEST(FindReference, ReferencesInsideLiteralsAreJumpedOver) {
   EXPECT_EQ(PlacedText("('#4',(#5))", 0).reference(), 7u);

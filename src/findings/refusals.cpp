@@ -1,11 +1,9 @@
 // What the reader says where a checked run ends.
-#include "reader/refusals.h"
+#include "findings/refusals.h"
 
 #include <string>
 
-#include "model/finding_kinds.h"
-#include "reader/record_cutter.h"
-#include "reader/text.h"
+#include "findings/finding_kinds.h"
 
 namespace Kessel {
 
@@ -25,18 +23,16 @@ Finding header_as_data() {
                       "there.");
 }
 
-Finding unclosed(std::string_view text, std::uint64_t offset) {
-  if (text.front() != '#') {
-    return make_finding(FindingKind::unclosed_text, "No \";\" closes this text, the file's last.",
-                        offset);
-  }
-  const char* digits = text.data() + 1;
-  const std::uint32_t number = read_number(digits, text.data() + text.size());
+Finding unclosed_text(std::uint64_t offset) {
+  return make_finding(FindingKind::unclosed_text, "No \";\" closes this text, the file's last.",
+                      offset);
+}
+
+Finding unclosed_record(std::uint32_t instance, bool is_whole, std::uint64_t offset) {
   return make_finding(FindingKind::unclosed_record,
-                      is_whole_record(text)
-                          ? "No \";\" closes this record, the file's last."
-                          : "No \")\" and \";\" close this record up to the end of the file.",
-                      offset, 0, number);
+                      is_whole ? "No \";\" closes this record, the file's last."
+                               : "No \")\" and \";\" close this record up to the end of the file.",
+                      offset, 0, instance);
 }
 
 Finding too_long(std::uint64_t limit, std::uint64_t offset) {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "findings/place.h"
 #include "kessel/finding.h"
-#include "reader/record_cutter.h"
 
 namespace Kessel {
 

@@ -17,9 +17,11 @@ Finding no_data(std::uint64_t offset);
 /// The second reading takes some of the header for data.
 Finding header_as_data();
 
-/// The input ended inside `text`, which begins at `offset`: a last record, or other text, that no
-/// ";" completes.
-Finding unclosed(std::string_view text, std::uint64_t offset);
+/// The input ended inside a text that is no record and begins at `offset`; no ";" closes it.
+Finding unclosed_text(std::uint64_t offset);
+
+/// The same of a record with the number `instance`, which lacks its ";" alone where it `is_whole`.
+Finding unclosed_record(std::uint32_t instance, bool is_whole, std::uint64_t offset);
 
 /// A line, the header, or what stands in front of a ";" is longer than `limit` bytes.
 Finding too_long(std::uint64_t limit, std::uint64_t offset);

@@ -1,11 +1,11 @@
 // Findings as they are collected.
-#include "check/finding_list.h"
+#include "findings/finding_list.h"
 
 #include <algorithm>
 #include <tuple>
 #include <utility>
 
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 
 namespace Kessel {
 

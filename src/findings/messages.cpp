@@ -1,5 +1,5 @@
 // Where the sentences about problems in the data go.
-#include "model/messages.h"
+#include "findings/messages.h"
 
 #include <iostream>
 #include <utility>
