@@ -85,7 +85,18 @@ KESSEL_EXPORT void kessel_default_options(struct kessel_options* options, size_t
 KESSEL_EXPORT kessel_result* kessel_split(const char* in, const char* outdir,
                                           const struct kessel_options* options);
 
-/* How the split ended; KESSEL_OUT_OF_MEMORY for null. */
+/* Compares what the exchange files `a` and `b` say, as Kessel::diff does (kessel/diff.h). Of the
+   options the memory limit and the progress function matter, which is told of reading both files,
+   and then of comparing as KESSEL_SORTING. Writes and prints nothing. Returns a result as
+   kessel_split does, without files; kessel_is_same has the answer. */
+KESSEL_EXPORT kessel_result* kessel_diff(const char* a, const char* b,
+                                         const struct kessel_options* options);
+
+/* 1 where kessel_diff found that the files say the same, else 0; 0 for null, for every status but
+   KESSEL_DONE, and for the result of a split. */
+KESSEL_EXPORT int kessel_is_same(const kessel_result* result);
+
+/* How the split or comparison ended; KESSEL_OUT_OF_MEMORY for null. */
 KESSEL_EXPORT enum kessel_status kessel_status_of(const kessel_result* result);
 
 /* One sentence on what went wrong, in English; empty for KESSEL_DONE. Paths in it are spelt as the

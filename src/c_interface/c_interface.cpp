@@ -12,6 +12,7 @@
 #include <system_error>
 #include <vector>
 
+#include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "kessel/kessel.h"
@@ -22,6 +23,7 @@ struct kessel_result {
   kessel_status status = KESSEL_DONE;
   std::string error;
   std::vector<std::string> files;
+  bool is_same = false;
 };
 
 namespace Kessel {
@@ -100,6 +102,12 @@ void split_into(kessel_result& result, const char* in, const char* outdir,
   result.files = std::move(files);
 }
 
+void compare(kessel_result& result, const char* a, const char* b, const kessel_options* options) {
+  const std::filesystem::path path_a = path_of(a, "The path of the first input is missing.");
+  const std::filesystem::path path_b = path_of(b, "The path of the second input is missing.");
+  result.is_same = diff(path_a, path_b, to_options(known_options(options))).is_same;
+}
+
 /// Notes how a split ended. Needs no memory that might be missing.
 void end(kessel_result& result, kessel_status status, const char* error) noexcept {
   try {
@@ -108,6 +116,37 @@ void end(kessel_result& result, kessel_status status, const char* error) noexcep
   } catch (const std::bad_alloc&) {
     result.status = KESSEL_OUT_OF_MEMORY;
   }
+}
+
+/// Calls `run` with a new result; every exception becomes its status.
+template <class Run>
+kessel_result* guarded(const char* cancelled, Run run) {
+  std::unique_ptr<kessel_result> result(new (std::nothrow) kessel_result);
+  if (!result) return nullptr;
+  try {
+    run(*result);
+  } catch (const std::bad_alloc&) {
+    result->status = KESSEL_OUT_OF_MEMORY;
+  } catch (const Cancelled&) {
+    end(*result, KESSEL_CANCELLED, cancelled);
+  } catch (const BadArgument& error) {
+    end(*result, KESSEL_BAD_ARGUMENT, error.what());
+  } catch (const InputError& error) {
+    end(*result, KESSEL_INPUT_ERROR, error.what());
+  } catch (const OutputError& error) {
+    end(*result, KESSEL_OUTPUT_ERROR, error.what());
+  } catch (const std::filesystem::filesystem_error& error) {
+    end(*result, KESSEL_OUTPUT_ERROR, error.what());
+  } catch (const std::invalid_argument& error) {
+    end(*result, KESSEL_INPUT_ERROR, error.what());
+  } catch (const std::out_of_range& error) {
+    end(*result, KESSEL_INPUT_ERROR, error.what());
+  } catch (const std::exception& error) {
+    end(*result, KESSEL_FAILED, error.what());
+  } catch (...) {
+    end(*result, KESSEL_FAILED, "Something else than a standard exception was thrown.");
+  }
+  return result.release();
 }
 
 }  // namespace
@@ -127,32 +166,18 @@ void kessel_default_options(kessel_options* options, std::size_t size) {
 }
 
 kessel_result* kessel_split(const char* in, const char* outdir, const kessel_options* options) {
-  std::unique_ptr<kessel_result> result(new (std::nothrow) kessel_result);
-  if (!result) return nullptr;
-  try {
-    Kessel::split_into(*result, in, outdir, options);
-  } catch (const std::bad_alloc&) {
-    result->status = KESSEL_OUT_OF_MEMORY;
-  } catch (const Kessel::Cancelled&) {
-    Kessel::end(*result, KESSEL_CANCELLED, "The split was cancelled.");
-  } catch (const Kessel::BadArgument& error) {
-    Kessel::end(*result, KESSEL_BAD_ARGUMENT, error.what());
-  } catch (const Kessel::InputError& error) {
-    Kessel::end(*result, KESSEL_INPUT_ERROR, error.what());
-  } catch (const Kessel::OutputError& error) {
-    Kessel::end(*result, KESSEL_OUTPUT_ERROR, error.what());
-  } catch (const std::filesystem::filesystem_error& error) {
-    Kessel::end(*result, KESSEL_OUTPUT_ERROR, error.what());
-  } catch (const std::invalid_argument& error) {
-    Kessel::end(*result, KESSEL_INPUT_ERROR, error.what());
-  } catch (const std::out_of_range& error) {
-    Kessel::end(*result, KESSEL_INPUT_ERROR, error.what());
-  } catch (const std::exception& error) {
-    Kessel::end(*result, KESSEL_FAILED, error.what());
-  } catch (...) {
-    Kessel::end(*result, KESSEL_FAILED, "Something else than a standard exception was thrown.");
-  }
-  return result.release();
+  return Kessel::guarded("The split was cancelled.", [&](kessel_result& result) {
+    Kessel::split_into(result, in, outdir, options);
+  });
+}
+
+kessel_result* kessel_diff(const char* a, const char* b, const kessel_options* options) {
+  return Kessel::guarded("The comparison was cancelled.",
+                         [&](kessel_result& result) { Kessel::compare(result, a, b, options); });
+}
+
+int kessel_is_same(const kessel_result* result) {
+  return result != nullptr && result->is_same ? 1 : 0;
 }
 
 kessel_status kessel_status_of(const kessel_result* result) {

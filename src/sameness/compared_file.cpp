@@ -4,20 +4,20 @@
 #include <fstream>
 #include <system_error>
 
-#include "findings/input_file.h"
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
-#include "kessel/encoding.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
-#include "findings/refusals.h"
 
 namespace Kessel::Sameness {
 
 namespace {
 
 [[noreturn]] void refuse(Finding finding, const std::filesystem::path& in) {
-  finding.file = fspath_to_utf8(in);
+  const std::u8string name = in.u8string();
+  finding.file.assign(name.begin(), name.end());
   throw InputError(finding);
 }
 

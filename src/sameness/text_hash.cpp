@@ -1,6 +1,8 @@
 #include "sameness/text_hash.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 
 #include "exchange/characters.h"
 #include "exchange/lexer.h"
@@ -18,79 +20,106 @@ using Exchange::WordKind;
 /// Takes in the digits of a number. Zeros in front and behind say nothing.
 class Digits {
  public:
-  void add(char digit) {
-    if (digit == '0') {
-      if (!is_zero()) ++zeros_;
-      return;
+  void add(unsigned digit) {
+    if (digit != 0) {
+      push(digit);
+    } else if (significant_ != 0) {
+      ++zeros_;
     }
-    for (; zeros_ > 0; --zeros_) push(0);
-    push(static_cast<unsigned>(digit - '0'));
   }
-  bool is_zero() const { return count_ == 0; }
-  /// Those from the first to the last that is no zero.
-  std::uint64_t hash() const { return combined(combined(so_far_, last_), count_); }
-  /// How many stand behind the first one that is no zero, itself included.
-  std::int64_t places() const { return count_ + zeros_; }
+  bool is_zero() const { return significant_ == 0; }
+  /// Those from the first to the last that is no zero: as a number where 64 bits hold it.
+  std::uint64_t value() const { return value_; }
+  /// How many there are from the first that is no zero on.
+  std::int64_t places() const { return significant_ + zeros_; }
 
  private:
+  static constexpr std::int64_t IN_ONE_WORD = 19;
+
   void push(unsigned digit) {
-    constexpr std::int64_t IN_ONE_WORD = 19;
-    if (count_ != 0 && count_ % IN_ONE_WORD == 0) {
-      so_far_ = combined(so_far_, last_);
-      last_ = 0;
-    }
-    last_ = last_ * 10 + digit;
-    ++count_;
+    for (; zeros_ > 0; --zeros_) push_one(0);
+    push_one(digit);
+  }
+  void push_one(unsigned digit) {
+    value_ = significant_ < IN_ONE_WORD ? value_ * 10 + digit : combined(value_, digit);
+    ++significant_;
   }
 
-  std::uint64_t so_far_ = 0;
-  std::uint64_t last_ = 0;
-  std::int64_t count_ = 0;
+  std::uint64_t value_ = 0;
+  std::int64_t significant_ = 0;
   std::int64_t zeros_ = 0;
 };
 
-bool take_sign(std::string_view& text) {
-  if (text.empty() || (text.front() != '-' && text.front() != '+')) return false;
-  const bool is_negative = text.front() == '-';
-  text.remove_prefix(1);
-  return is_negative;
-}
+/// A number that is read off the front of a text (ISO 10303-21, 6.4.1 and 6.4.2).
+struct Number {
+  std::uint64_t hash = 0;
+  std::size_t length = 0;  // 0 for no number
+};
 
-/// The exponent behind "E". Those beyond all reason count as one.
-bool take_exponent(std::string_view text, std::int64_t& exponent) {
+/// Reads on behind "E". Exponents beyond all reason count as one.
+bool take_exponent(std::string_view text, std::size_t& at, std::int64_t& exponent) {
   constexpr std::int64_t MOST = std::int64_t{1} << 40;
-  const bool is_negative = take_sign(text);
-  if (text.empty()) return false;
-  for (const char c : text) {
-    if (!Exchange::is_digit(c)) return false;
-    exponent = std::min(exponent * 10 + (c - '0'), MOST);
+  const bool is_negative = at < text.size() && text[at] == '-';
+  if (is_negative || (at < text.size() && text[at] == '+')) ++at;
+  const std::size_t first = at;
+  std::int64_t written = 0;
+  for (; at < text.size() && Exchange::is_digit(text[at]); ++at) {
+    written = std::min(written * 10 + (text[at] - '0'), MOST);
   }
-  if (is_negative) exponent = -exponent;
-  return true;
+  exponent += is_negative ? -written : written;
+  return at > first;
 }
 
-/// The words that have no text of their own worth hashing.
+Number take_number(std::string_view text) {
+  std::size_t at = 0;
+  const bool is_negative = text[0] == '-';
+  if (is_negative || text[0] == '+') ++at;
+  Digits digits;
+  std::int64_t exponent = 0;
+  bool has_digits = false;
+  bool is_real = false;
+  for (; at < text.size(); ++at) {
+    const char c = text[at];
+    if (Exchange::is_digit(c)) {
+      digits.add(static_cast<unsigned>(c - '0'));
+      has_digits = true;
+      exponent -= is_real ? 1 : 0;
+    } else if (c == '.' && !is_real) {
+      is_real = true;
+    } else {
+      break;
+    }
+  }
+  if (!has_digits) return {};
+  if (at < text.size() && (text[at] | 0x20) >= 'd' && (text[at] | 0x20) <= 'e') {
+    is_real = true;
+    if (!take_exponent(text, ++at, exponent)) return {};
+  }
+  const std::uint64_t kind = is_real ? 1 : 0;
+  if (digits.is_zero()) return {combined(0, kind), at};
+  const auto magnitude = static_cast<std::uint64_t>(exponent + digits.places());
+  return {combined(digits.value(), magnitude * 4 + (is_negative ? 2 : 0) + kind), at};
+}
+
+/// A word that has no text of its own worth hashing.
 constexpr std::uint64_t hash_of(WordKind kind) {
   return mixed(static_cast<std::uint64_t>(kind) + 1);
 }
 
-std::uint64_t string_hash(std::string_view literal) {
-  const std::string_view body = literal.substr(1, literal.size() - 2);
-  const bool is_plain = std::all_of(body.begin(), body.end(), [](char c) {
-    return c >= ' ' && c <= '~' && c != '\\' && c != '\'';
-  });
-  const std::uint64_t kind = hash_of(WordKind::string);
-  return is_plain ? Sameness::hash_of(body, kind)
-                  : Sameness::hash_of(Exchange::string_value(literal), kind);
+constexpr std::uint64_t INSTANCE = hash_of(WordKind::instance);
+
+/// Of a string without apostrophes, "\" and codes above those of ASCII in it, without decoding it.
+std::uint64_t plain_string_hash(std::string_view body) {
+  return Sameness::hash_of(body, hash_of(WordKind::string));
 }
 
 std::uint64_t word_hash(const Word& word) {
   switch (word.kind) {
     case WordKind::string:
-      return string_hash(word.text);
+      return plain_string_hash(Exchange::string_value(word.text));
     case WordKind::integer:
     case WordKind::real:
-      return combined(hash_of(word.kind), number_hash(word.text));
+      return number_hash(word.text);
     case WordKind::instance:
     case WordKind::open:
     case WordKind::close:
@@ -103,39 +132,144 @@ std::uint64_t word_hash(const Word& word) {
   }
 }
 
-}  // namespace
+/// How bytes are read without a lexer.
+enum class Byte : std::uint8_t { other, blank, sign, digit, letter, hash, apostrophe };
 
-std::uint64_t number_hash(std::string_view literal) {
-  std::string_view rest = literal;
-  const bool is_negative = take_sign(rest);
-  Digits digits;
-  std::int64_t exponent = 0;
-  bool has_point = false;
-  for (; !rest.empty(); rest.remove_prefix(1)) {
-    const char c = rest.front();
-    if (Exchange::is_digit(c)) {
-      digits.add(c);
-      if (has_point) --exponent;
-    } else if (c == '.' && !has_point) {
-      has_point = true;
-    } else {
-      break;
-    }
+constexpr std::array<Byte, 256> byte_table() {
+  std::array<Byte, 256> table{};
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    const auto c = static_cast<char>(i);
+    if (Exchange::is_blank(c)) table[i] = Byte::blank;
+    if (Exchange::is_digit(c) || c == '-' || c == '+') table[i] = Byte::digit;
+    if (Exchange::begins_keyword(c)) table[i] = Byte::letter;
   }
-  if (!rest.empty()) {
-    std::int64_t written = 0;
-    const bool is_exponent = std::string_view("EeDd").find(rest.front()) != std::string_view::npos;
-    if (!is_exponent || !take_exponent(rest.substr(1), written)) {
-      return Sameness::hash_of(literal, 1);
-    }
-    exponent += written;
-  }
-  if (digits.is_zero()) return mixed(0);
-  const auto magnitude = static_cast<std::uint64_t>(exponent + digits.places());
-  return combined(combined(digits.hash(), magnitude), is_negative ? 1 : 0);
+  for (const char c : {'(', ')', ',', '$', '*'}) table[static_cast<std::size_t>(c)] = Byte::sign;
+  table['#'] = Byte::hash;
+  table['\''] = Byte::apostrophe;
+  return table;
 }
 
-std::uint64_t text_hash(std::string_view body, std::span<const std::string_view> sets) {
+constexpr std::array<Byte, 256> BYTES = byte_table();
+
+constexpr Byte byte_of(char c) {
+  return BYTES[static_cast<unsigned char>(c)];
+}
+
+constexpr std::uint64_t sign_hash(char c) {
+  switch (c) {
+    case '(':
+      return hash_of(WordKind::open);
+    case ')':
+      return hash_of(WordKind::close);
+    case ',':
+      return hash_of(WordKind::comma);
+    case '$':
+      return hash_of(WordKind::unset);
+    default:
+      return hash_of(WordKind::derived);
+  }
+}
+
+constexpr std::array<std::uint64_t, 128> sign_hashes() {
+  std::array<std::uint64_t, 128> hashes{};
+  for (const char c : {'(', ')', ',', '$', '*'}) hashes[static_cast<std::size_t>(c)] = sign_hash(c);
+  return hashes;
+}
+
+constexpr std::array<std::uint64_t, 128> SIGN_HASHES = sign_hashes();
+
+/// Gives the hashes of the words of a text. What nearly all records consist of is read here; for
+/// the rest a lexer is asked, which sees the same words.
+class WordHashes {
+ public:
+  explicit WordHashes(std::string_view text) : text_(text) {}
+
+  /// False at the end.
+  bool next(std::uint64_t& hash) {
+    while (at_ < text_.size() && byte_of(text_[at_]) == Byte::blank) ++at_;
+    if (at_ >= text_.size()) return false;
+    return take_known(hash) || take_any(hash);
+  }
+
+ private:
+  bool take_known(std::uint64_t& hash) {
+    const char c = text_[at_];
+    switch (byte_of(c)) {
+      case Byte::sign:
+        hash = SIGN_HASHES[static_cast<std::size_t>(c)];
+        ++at_;
+        return true;
+      case Byte::digit:
+        return take_known_number(hash);
+      case Byte::letter:
+        return take_keyword(hash);
+      case Byte::hash:
+        return take_instance(hash);
+      case Byte::apostrophe:
+        return take_plain_string(hash);
+      default:
+        return false;
+    }
+  }
+
+  bool take_known_number(std::uint64_t& hash) {
+    const Number number = take_number(text_.substr(at_));
+    const std::size_t end = at_ + number.length;
+    const bool is_whole = end == text_.size() || text_[end] == ',' || text_[end] == ')' ||
+                          Exchange::is_blank(text_[end]);
+    if (number.length == 0 || !is_whole) return false;
+    hash = number.hash;
+    at_ = end;
+    return true;
+  }
+
+  bool take_keyword(std::uint64_t& hash) {
+    std::size_t end = at_ + 1;
+    while (end < text_.size() && Exchange::is_in_keyword(text_[end])) ++end;
+    hash = Sameness::hash_of(text_.substr(at_, end - at_), hash_of(WordKind::keyword));
+    at_ = end;
+    return true;
+  }
+
+  bool take_instance(std::uint64_t& hash) {
+    std::size_t end = at_ + 1;
+    while (end < text_.size() && Exchange::is_digit(text_[end])) ++end;
+    if (end == at_ + 1) return false;
+    hash = INSTANCE;
+    at_ = end;
+    return true;
+  }
+
+  bool take_plain_string(std::uint64_t& hash) {
+    std::size_t end = at_ + 1;
+    for (; end < text_.size() && text_[end] != '\''; ++end) {
+      if (text_[end] < ' ' || text_[end] > '~' || text_[end] == '\\') return false;
+    }
+    if (end + 1 >= text_.size() || text_[end + 1] == '\'') return false;
+    hash = plain_string_hash(text_.substr(at_ + 1, end - at_ - 1));
+    at_ = end + 1;
+    return true;
+  }
+
+  bool take_any(std::uint64_t& hash) {
+    Lexer lexer(text_, at_);
+    const Word word = lexer.next();
+    at_ = lexer.position();
+    if (word.kind == WordKind::end) return false;
+    hash = word_hash(word);
+    return true;
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+};
+
+/// One step of the hash of a text; words are mixed well enough for a light one.
+constexpr std::uint64_t behind(std::uint64_t hash, std::uint64_t word) {
+  return (std::rotl(hash, 23) ^ word) * 0x9E37'79B9'7F4A'7C15;
+}
+
+std::uint64_t text_hash_with_sets(std::string_view body, std::span<const std::string_view> sets) {
   std::uint64_t hash = 0;
   std::uint64_t in_sets = 0;  // what stands there besides instances, in any order
   Lexer lexer(body);
@@ -144,12 +278,27 @@ std::uint64_t text_hash(std::string_view body, std::span<const std::string_view>
       return word.text.data() >= set.data() && word.text.data() < set.data() + set.size();
     });
     if (!is_in_set) {
-      hash = combined(hash, word_hash(word));
+      hash = behind(hash, word_hash(word));
     } else if (word.kind != WordKind::instance && word.kind != WordKind::comma) {
       in_sets += mixed(word_hash(word));
     }
   }
   return combined(hash, in_sets);
+}
+
+}  // namespace
+
+std::uint64_t number_hash(std::string_view literal) {
+  const Number number = literal.empty() ? Number() : take_number(literal);
+  return number.length == literal.size() ? number.hash : Sameness::hash_of(literal, 1);
+}
+
+std::uint64_t text_hash(std::string_view body, std::span<const std::string_view> sets) {
+  if (!sets.empty()) return text_hash_with_sets(body, sets);
+  std::uint64_t hash = 0;
+  std::uint64_t word = 0;
+  for (WordHashes words(body); words.next(word);) hash = behind(hash, word);
+  return combined(hash, 0);
 }
 
 }  // namespace Kessel::Sameness

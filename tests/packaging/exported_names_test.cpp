@@ -60,10 +60,12 @@ const std::set<std::string> INTERFACE = {
 
 #if C_INTERFACE
     "kessel_default_options",
+    "kessel_diff",
     "kessel_error_of",
     "kessel_file",
     "kessel_file_count",
     "kessel_free",
+    "kessel_is_same",
     "kessel_split",
     "kessel_status_of",
 #endif
@@ -72,6 +74,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::check(std::filesystem::path const&, Kessel::Options const&)",
     "Kessel::name_of(Kessel::FindingKind)",
     "Kessel::decode_step_to_utf8(std::string_view)",
+    "Kessel::diff(std::filesystem::path const&, std::filesystem::path const&, "
+    "Kessel::Options const&)",
     "Kessel::encode_utf8_to_step(std::string_view)",
     "Kessel::fspath_to_utf8(std::filesystem::path const&)",
     "Kessel::read_assembly(std::filesystem::path const&, Kessel::Options const&)",

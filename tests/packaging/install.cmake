@@ -10,6 +10,7 @@ list(SORT headers)
 set(expected
   kessel/assembly.h
   kessel/check.h
+  kessel/diff.h
   kessel/encoding.h
   kessel/entity.h
   kessel/errors.h

@@ -5,6 +5,7 @@
 
 #include "arguments/options.h"
 #include "commands/check_command.h"
+#include "commands/diff_command.h"
 #include "commands/info_command.h"
 #include "commands/join_command.h"
 #include "commands/report_command.h"
@@ -49,6 +50,18 @@ void add_check_command(CLI::App& app, Action& action) {
       add_command(app, action, check, "check", "Say what is wrong or unusual in IN");
   command->add_option("IN", arguments->in, "The exchange file to check; - reads standard input")
       ->required();
+  add_memory_limit_option(command, arguments->options.memory_limit);
+  command->add_flag("--json", arguments->json, "Print one line of JSON");
+}
+
+void add_diff_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] =
+      add_command(app, action, diff, "diff", "Say whether A and B say the same, and what differs");
+  command->footer(DIFF_EXIT_CODES);
+  command->add_option("A", arguments->a, "An exchange file; - reads standard input")->required();
+  command->add_option("B", arguments->b, "Another; - reads standard input")->required();
+  command->add_flag("--summary", arguments->summary,
+                    "Count what differs, record by record no more");
   add_memory_limit_option(command, arguments->options.memory_limit);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
@@ -128,6 +141,7 @@ void add_commands(CLI::App& app, Action& action) {
 
   add_split_command(app, action);
   add_check_command(app, action);
+  add_diff_command(app, action);
   add_verify_command(app, action);
   add_join_command(app, action);
   add_tree_command(app, action);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kessel/assembly.h"
+#include "kessel/diff.h"
 #include "kessel/finding.h"
 #include "kessel/join.h"
 #include "kessel/options.h"
@@ -30,6 +31,10 @@ std::string verify_json(const Kessel::Verification& verification, const std::str
 /// called the file.
 std::string join_json(const Kessel::Joined& joined, const std::string& root,
                       const std::filesystem::path& out);
+
+/// What differs between two files, with counts in place of records where it is a summary.
+std::string diff_json(const Kessel::Difference& difference, const std::string& a,
+                      const std::string& b, bool summary);
 
 /// The header and the counts, in which nothing is left out.
 std::string info_json(const Kessel::Summary& summary, const std::string& input);

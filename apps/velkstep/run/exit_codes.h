@@ -12,6 +12,12 @@ enum ExitCode : int {
   EXIT_WARNINGS = 4,          ///< what was checked works, but deserves a look
 };
 
+/// Exit codes of `diff`, as comparing programs have them.
+enum DiffExitCode : int {
+  EXIT_DIFFERENT = 1,  ///< the files do not say the same
+  EXIT_TROUBLE = 2,    ///< wrong usage, or a file that cannot be read
+};
+
 /// The same for `--help`.
 inline constexpr const char* EXIT_CODES =
     "Exit codes:\n"
@@ -20,5 +26,12 @@ inline constexpr const char* EXIT_CODES =
     "  2  wrong usage\n"
     "  3  nothing to split: the file holds one part or none\n"
     "  4  check, verify: warnings, but no errors";
+
+/// And for those of `diff`.
+inline constexpr const char* DIFF_EXIT_CODES =
+    "Exit codes:\n"
+    "  0  the files say the same\n"
+    "  1  they do not\n"
+    "  2  wrong usage, or a file cannot be read";
 
 }  // namespace Velkstep
