@@ -77,28 +77,19 @@ enum class FindingKind {
   no_root,            ///< no part at the top: every part is a component of another
 
   // files of a finished split; only `verify` finds these
-  missing_file,          ///< a file that belongs to the split is not there
-  not_a_file,            ///< a link, folder, pipe or device in place of a file
-  oversized_file,        ///< more bytes than any file of this split has; not read
-  wrong_header,          ///< the lines in front of the data are not the input's
-  unfinished_file,       ///< the data or the file has no end
-  text_behind_end,       ///< something stands behind the last line
-  stray_text,            ///< something in the data that is no record
-  missing_record,        ///< a record of the input that belongs into the file
-  repeated_record,       ///< a second record under the same number
-  foreign_record,        ///< a record that nothing places in the file
-  malformed_record,      ///< not written as a record is; a warning where the input's is not either
+  missing_file,          ///< there is no folder, or no file that could be the root's
+  wrong_header,          ///< the root's file names other schemas than the input
+  text_behind_end,       ///< something stands behind the last line; reading finds that, too
+  missing_record,        ///< a record of the input that no file holds
+  foreign_record,        ///< a record that the input does not hold, or not so often
   changed_record,        ///< says something else than the input's record
-  wrong_reference,       ///< refers to another record than the input's
   unresolved_reference,  ///< refers to a number that no record of the file has
-  missing_reference_block,  ///< a component's file is not referred to, or not with all records
-  wrong_reference_block,    ///< names another file, or points at other records
-  missing_target,           ///< the file that a reference block names is not there
-  missing_root_list,        ///< no "roots.txt"; the library writes it into the working directory
-  wrong_root_list,          ///< "roots.txt" does not hold the name of the root's file
-  foreign_file,             ///< an exchange file that does not belong to the split
+  missing_root_list,     ///< no "roots.txt"; the library writes it into the working directory
+  wrong_root_list,       ///< "roots.txt" does not hold the name of a file that is there
+  foreign_file,          ///< an exchange file with records to which no other refers
 
   // files that are joined
+  missing_target,     ///< the file to which a reference leads is not there
   target_outside,     ///< a reference leads out of the folder of the file that is joined
   file_cycle,         ///< files that refer to each other in a circle
   mixed_schemas,      ///< files that obey different schemas

@@ -36,8 +36,8 @@ struct Joined {
   std::vector<JoinedInput> inputs;  ///< the root first, the others as references lead to them
   std::uint64_t records = 0;        ///< in the output
   std::uint64_t bytes = 0;          ///< of the output
-  /// Warnings of a result that may deserve a look; `Finding::file` is the name of the file, seen
-  /// from the root's folder, UTF-8, empty for the root.
+  /// What about the result may deserve a look; `Finding::file` is the name of the file, seen from
+  /// the root's folder, UTF-8.
   std::vector<Finding> warnings;
 };
 

@@ -13,32 +13,34 @@ namespace Kessel {
 
 /// What `verify` has looked at and what it found.
 struct Verification {
-  /// What is missing, doubled, changed or foreign: first about the input (`Finding::file` is empty)
-  /// and the folder, then file by file in the order of `File::parts`, by ascending offset. Findings
-  /// on a whole file come before those on its lines. Empty where everything is as it should be.
+  /// What is missing, doubled, changed or foreign, file by file; `Finding::file` is the file's name
+  /// in the folder, "." for the folder itself, and empty for the input. Findings on a file's
+  /// records have their line where that can be told. Empty where everything is as it should be.
   std::vector<Finding> findings;
-  std::uint64_t files = 0;    ///< files of parts that were read
+  std::uint64_t files = 0;    ///< exchange files that belong to the split
   std::uint64_t records = 0;  ///< records in them
 };
 
-/// Checks the folder `outdir` against the exchange file `in` of which a split with `options` (the
-/// styles and the memory limit; the others do not matter) has made it.
+/// Checks that the files in the folder `outdir`, of which a split has made them, hold what the
+/// exchange file `in` holds: no less, no more, and nothing else.
 ///
-/// The input is read as a run reads it and its records are placed by the same rules; what each file
-/// then should hold is derived from the two texts, not with the writer's code. Each file must be
-/// written as an exchange file is, have the input's header with its own name, end with its last
-/// line, and hold each record that is placed there once, under its number, word by word, with every
-/// reference leading to the same record as in the input; every reference block must name its
-/// component's file, which is there. White space and comments between words do not matter.
+/// Joins them as `join` does and compares the result with the input as `diff` does, so that it
+/// knows nothing of where a split puts things, nor of its style. What joining takes no text from is
+/// looked at by itself: records that stand for others must have their form, copies of a record must
+/// say the same, references must lead somewhere. The files that are referred to must be there, and
+/// no others with records. "roots.txt" names the root's file; without it, the file counts to which
+/// no other refers.
+///
+/// Splits of the styles lean and nested lose nothing, and nothing is found. The classic style says
+/// some things more than once and others not at all, and for its splits this says what.
 ///
 /// Of each kind the first twenty findings are listed; one more says how many there are beyond
-/// (`Finding::count`). An input that `split` refuses is the only finding, and so is one of which
-/// there is nothing to split. Whatever the files hold, it ends: links, pipes and devices are not
-/// opened, and a file that is larger than a split could make it is not read.
+/// (`Finding::count`). Of the options only the memory limit matters, which goes for the input, and
+/// for all files together.
 ///
-/// Writes and prints nothing. Time is about linear in the input and the files, memory that of a run
-/// and of the largest file. Works on the caller's thread; must not overlap with a run in one
-/// process. Throws `std::bad_alloc` only.
+/// Prints nothing, and writes nothing but a file in the system's folder for temporary ones, which
+/// it removes. Time and memory are about linear in the input and the files. Works on the caller's
+/// thread. Throws `OutputError` where there is no room for that file, and `std::bad_alloc`.
 KESSEL_EXPORT Verification verify(const std::filesystem::path& in,
                                   const std::filesystem::path& outdir, const Options& options = {});
 

@@ -60,9 +60,11 @@ std::string schema_of(const Instances& instances) {
   return {};
 }
 
-FileSet::FileSet(const fs::path& root, const JoinOptions& options)
-    : options_(options), folder_(without_links(root).parent_path()) {
-  if (auto finding = find_no_regular_file(root)) throw InputError(*finding);
+FileSet::FileSet(const fs::path& root, const JoinOptions& options) : options_(options) {
+  if (auto finding = find_no_regular_file(root)) {
+    finding->file = utf8_text(root.filename());
+    throw InputError(*finding);
+  }
   // The folder is that of the name which the caller gives, even if that is a link.
   std::error_code ignored;
   folder_ = without_links(fs::absolute(root, ignored).parent_path());
@@ -78,7 +80,8 @@ std::size_t FileSet::enter(const fs::path& path, const Identity& identity) {
   if (!is_new) return place->second;
   auto file = std::make_unique<JoinedFile>();
   file->path = path;
-  if (!files_.empty()) file->name = utf8_text(identity.lexically_relative(folder_));
+  file->name =
+      files_.empty() ? utf8_text(path.filename()) : utf8_text(identity.lexically_relative(folder_));
   load(*file);
   files_.push_back(std::move(file));
   return place->second;

@@ -3,35 +3,29 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
+#include <ostream>
+
+#include "join/fresh_file.h"
 
 namespace Kessel {
 
-/// A fresh file beside another, under a name that begins with a dot, which takes that one's name at
-/// the end. Until then its end removes it; a process that is killed leaves it behind.
+/// A fresh file beside another, which takes that one's name at the end.
 class FinishedFile {
  public:
   /// Makes the fresh file. Throws OutputError where it cannot be made, or where there is something
   /// at `path` and `replace` is not set, or a folder.
   FinishedFile(const std::filesystem::path& path, bool replace);
-  FinishedFile(const FinishedFile&) = delete;
-  FinishedFile& operator=(const FinishedFile&) = delete;
-  ~FinishedFile();
 
-  std::ostream& stream() { return stream_; }
+  std::ostream& stream() { return fresh_.stream(); }
 
   /// Closes the file and moves it to its place. Throws OutputError where it was not written whole,
   /// or, without `replace`, where there is something by now. Returns its size in bytes.
   std::uint64_t finish();
 
  private:
-  void refuse_what_is_there() const;
-  [[noreturn]] void fail(int error) const;
-
   std::filesystem::path path_;
-  std::filesystem::path fresh_;
-  std::ofstream stream_;
   bool replace_;
+  FreshFile fresh_;
 };
 
 }  // namespace Kessel

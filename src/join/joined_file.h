@@ -35,7 +35,7 @@ struct JoinedFile {
   };
 
   std::filesystem::path path;
-  std::string name;  ///< seen from the root's folder, UTF-8, for sentences
+  std::string name;  ///< seen from the root's folder, UTF-8
   Instances instances;
   std::optional<std::uint64_t> split;  ///< see split_in()
   std::vector<Marked> marked;          ///< ascending; empty for files without `split`

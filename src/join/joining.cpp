@@ -31,6 +31,15 @@ Numbering Joining::number() {
   return Numbering(files_, records_);
 }
 
+std::vector<Node> Joining::nodes_by_number() const {
+  std::vector<Node> nodes(numbering_.count());
+  for (Node node = 0; node < records_.size(); ++node) {
+    const std::uint64_t number = records_.is_written(node) ? numbering_.of(node) : 0;
+    if (number != 0) nodes[number - 1] = node;
+  }
+  return nodes;
+}
+
 std::vector<Finding> Joining::doubts() const {
   return doubts_about_marks(files_, records_);
 }

@@ -25,6 +25,9 @@ class Joining {
   /// How many records are written.
   std::uint64_t record_count() const { return numbering_.count(); }
 
+  /// What is written, by number from 1 on.
+  std::vector<Node> nodes_by_number() const;
+
   /// What `Joined::warnings` says.
   std::vector<Finding> doubts() const;
 

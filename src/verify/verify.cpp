@@ -1,22 +1,27 @@
 // The order of the checks.
 #include "kessel/verify.h"
 
-#include <memory>
+#include <algorithm>
+#include <fstream>
+#include <map>
 #include <optional>
-#include <stdexcept>
+#include <set>
 #include <string>
 #include <system_error>
+#include <utility>
+#include <vector>
 
-#include "check/refusal.h"
-#include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
-#include "findings/input_file.h"
-#include "findings/refusals.h"
+#include "instances/places.h"
+#include "join/fresh_file.h"
+#include "join/joining.h"
+#include "kessel/diff.h"
+#include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "verify/file_check.h"
-#include "verify/folder.h"
-#include "verify/placed_input.h"
-#include "verify/reference_block.h"
+#include "findings/finding_kinds.h"
+#include "verify/differences.h"
+#include "verify/split_folder.h"
+#include "verify/stand_ins.h"
 
 namespace Kessel {
 
@@ -24,87 +29,149 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The input with its records placed, or the finding that it cannot be split.
-std::unique_ptr<PlacedInput> place(const fs::path& in, const Options& options,
-                                   FindingList& findings) {
-  if (auto finding = find_no_regular_file(in)) {
-    findings.add(std::move(*finding));
-    return nullptr;
+/// Checks one split.
+class SplitCheck {
+ public:
+  SplitCheck(const fs::path& in, const fs::path& outdir, const Options& options)
+      : in_(in), outdir_(outdir), options_(options) {
+    join_options_.memory_limit = options.memory_limit;
   }
-  try {
-    return std::make_unique<PlacedInput>(in, options);
-  } catch (const InputError& error) {
-    findings.add(explain(error.finding(), in, options));
-  } catch (const std::invalid_argument&) {
-    findings.add(unreadable_file("cannot be opened"));
-  } catch (const std::out_of_range&) {
-    findings.add(make_finding(FindingKind::instance_beyond_store,
-                              "A record refers to an instance far beyond the highest number that "
-                              "is there; a split fails over it."));
+
+  Verification check() {
+    SplitFolder folder(outdir_);
+    if (const auto root = folder.find_root(findings_)) check_files(*root, folder);
+    verification_.findings = findings_.take();
+    if (joining_) set_places();
+    sort_by_place();
+    return std::move(verification_);
   }
-  return nullptr;
-}
 
-/// More bytes than any file of the split has.
-std::uint64_t most_bytes(const PlacedInput& input, std::uint64_t size_of_input, const Part& part) {
-  // A reference of two bytes may become one of eleven; a block's records and names are short.
-  constexpr std::uint64_t GROWTH = 6;
-  constexpr std::uint64_t RECORDS_OF_BLOCK = 16384;
-  return GROWTH * size_of_input + RECORDS_OF_BLOCK * (1 + input.blocks_of(part).size());
-}
-
-void check_files(PlacedInput& input, std::uint64_t size_of_input, const OutputFolder& folder,
-                 FindingList& findings, Verification& verification) {
-  std::string text;
-  for (Part* part : input.parts()) {
-    findings.begin_file(part->path.empty() ? "." : part->get_utf8_filename());
-    if (!folder.holds(*part)) {
-      findings.add(folder.why_not(*part));
-      continue;
+ private:
+  void check_files(const fs::path& root, SplitFolder& folder) {
+    try {
+      joining_.emplace(root, join_options_);
+      check_joined_files();
+      verification_.files += folder.check_others(joined_names(), findings_);
+      compare();
+    } catch (const InputError& error) {
+      findings_.begin_file(error.finding().file.empty() ? "." : error.finding().file);
+      findings_.add(error.finding());
     }
-    if (auto finding = folder.read(*part, most_bytes(input, size_of_input, *part), text)) {
-      findings.add(std::move(*finding));
-      continue;
-    }
-    ++verification.files;
-    verification.records += FileCheck(input, folder, *part, text, findings).check();
   }
-}
 
-void verify_split(const fs::path& in, const fs::path& outdir, const Options& options,
-                  FindingList& findings, Verification& verification) {
-  const std::unique_ptr<PlacedInput> input = place(in, options, findings);
-  if (input == nullptr) return;
-  if (input->parts().size() < 2) {
-    const bool none = input->parts().empty();
-    findings.add(make_finding(none ? FindingKind::no_part : FindingKind::one_part,
-                              none ? "There is nothing to split: no product definition leads to a "
-                                     "product or a shape."
-                                   : "There is nothing to split: there is only one part."));
-    return;
+  void check_joined_files() {
+    const FileSet& files = joining_->files();
+    verification_.files = files.size();
+    for (std::size_t i = 0; i < files.size(); ++i) {
+      verification_.records += files[i].instances.size();
+      check_references(i);
+    }
+    for (Finding& doubt : joining_->doubts()) {
+      doubt.severity = Severity::error;
+      findings_.begin_file(doubt.file);
+      findings_.add(std::move(doubt));
+    }
+    check_stand_ins(*joining_, findings_);
   }
-  std::error_code unknown;
-  const std::uintmax_t size = fs::file_size(in, unknown);
-  const OutputFolder folder(outdir, input->parts());
-  if (!folder.check_others(input->file().root, findings)) return;
-  try {
-    check_files(*input, unknown ? 0 : size, folder, findings, verification);
-  } catch (const InputError& error) {
-    findings.begin_file({});
-    findings.add(error.finding());
+
+  /// What is written into the joined file is compared with the input there.
+  void check_references(std::size_t i) {
+    const JoinedFile& file = joining_->files()[i];
+    if (file.instances.missing_references() == 0) return;
+    findings_.begin_file(file.name);
+    for (Index record = 0; record < file.instances.size(); ++record) {
+      const auto references = file.instances.references(record);
+      const bool misses =
+          std::any_of(references.begin(), references.end(),
+                      [](Reference reference) { return reference.record() == NO_RECORD; });
+      if (!misses || file.instances.type(record) == TypeTable::REPEATED) continue;
+      if (joining_->records().is_written(joining_->records().node(i, record))) continue;
+      const std::uint64_t number = file.instances.number(record);
+      findings_.add(make_finding(
+          FindingKind::unresolved_reference,
+          "#" + std::to_string(number) + " refers to an instance that the file does not have.", 0,
+          0, static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number)));
+    }
   }
-}
+
+  std::set<fs::path> joined_names() const {
+    std::set<fs::path> names;
+    for (std::size_t i = 0; i < joining_->files().size(); ++i) {
+      names.insert(joining_->files()[i].path.lexically_relative(outdir_).lexically_normal());
+    }
+    return names;
+  }
+
+  void compare() {
+    std::error_code error;
+    const fs::path folder = fs::temp_directory_path(error);
+    if (error) throw OutputError(folder, error);
+    FreshFile joined(folder);
+    joining_->write("joined", joined.stream());
+    joined.close();
+    if (joined.error()) throw OutputError(folder, joined.error());
+    Options quiet;
+    quiet.memory_limit = options_.memory_limit;
+    try {
+      add_differences(diff(in_, joined.path(), quiet), *joining_, findings_);
+    } catch (const InputError& refused) {
+      Finding finding = refused.finding();
+      // It was the input, or the folder's files together that did not fit into memory.
+      const bool is_joined = finding.file == fspath_to_utf8(joined.path());
+      findings_.begin_file(is_joined ? "." : "");
+      findings_.add(std::move(finding));
+    }
+  }
+
+  /// Looks up where the records stand that findings are about.
+  void set_places() {
+    const FileSet& files = joining_->files();
+    for (std::size_t i = 0; i < files.size(); ++i) {
+      std::vector<Finding*> of_file;
+      for (Finding& finding : verification_.findings) {
+        if (finding.file == files[i].name && finding.instance != 0) of_file.push_back(&finding);
+      }
+      if (of_file.empty()) continue;
+      std::ifstream in(files[i].path, std::ios::in | std::ios::binary);
+      std::vector<Finding> placed;
+      for (Finding* finding : of_file) {
+        const Index record = files[i].instances.find(finding->instance);
+        if (record != NO_RECORD) {
+          finding->offset = read_again(in, files[i].instances, record).offset;
+        }
+        placed.push_back(*finding);
+      }
+      set_lines(in, placed);
+      for (std::size_t at = 0; at < placed.size(); ++at) of_file[at]->line = placed[at].line;
+    }
+  }
+
+  /// Findings on a file stand together, those on all of it first.
+  void sort_by_place() {
+    std::map<std::string, std::size_t> ranks;
+    for (const Finding& finding : verification_.findings) {
+      ranks.emplace(finding.file, ranks.size());
+    }
+    std::stable_sort(verification_.findings.begin(), verification_.findings.end(),
+                     [&](const Finding& a, const Finding& b) {
+                       return std::pair(ranks[a.file], a.offset) <
+                              std::pair(ranks[b.file], b.offset);
+                     });
+  }
+
+  const fs::path& in_;
+  const fs::path& outdir_;
+  const Options& options_;
+  JoinOptions join_options_;
+  std::optional<Joining> joining_;
+  FindingList findings_;
+  Verification verification_;
+};
 
 }  // namespace
 
 Verification verify(const fs::path& in, const fs::path& outdir, const Options& options) {
-  Options quiet = options;
-  quiet.progress = {};
-  Verification verification;
-  FindingList findings;
-  verify_split(in, outdir, quiet, findings, verification);
-  verification.findings = findings.take();
-  return verification;
+  return SplitCheck(in, outdir, options).check();
 }
 
 }  // namespace Kessel

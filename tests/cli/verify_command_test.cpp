@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "cli/run_process.h"
-#include "splitter/small_inputs.h"
+#include "join/marked_split.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -20,8 +20,11 @@ using Json = nlohmann::json;
 class VerifyCommand : public testing::Test {
  protected:
   VerifyCommand() {
-    folder_.write("in.stp", exchange_file(BOX_WITH_LID));
-    EXPECT_EQ(run_velkstep({"split", "--quiet", "in.stp", "out"}).exit_code, 0);
+    folder_.write("in.stp", whole_file(INPUT));
+    fs::create_directory("out");
+    folder_.write("out/root.stp", whole_file(MARKED_ROOT));
+    folder_.write("out/part.stp", whole_file(MARKED_PART));
+    folder_.write("out/roots.txt", "root.stp\n");
   }
 
   /// Expects that the command prints just this on standard output.
@@ -36,55 +39,40 @@ class VerifyCommand : public testing::Test {
   }
 
   void damage() {
-    std::string text = read_file("out/#4_part.stp");
-    const std::size_t at = text.find("(#8),#7)");
-    folder_.write("out/#4_part.stp", text.replace(at, 8, "(#7),#7)"));
+    std::string text = read_file("out/part.stp");
+    folder_.write("out/part.stp", text.replace(text.find("'its'"), 5, "'our'"));
   }
 
   ScratchFolder folder_;
 };
 
 TEST_F(VerifyCommand, SplitAsItShouldBe) {
-  expect({"in.stp", "out"}, 0, "2 files with 30 records, all as they should be\n");
+  expect({"in.stp", "out"}, 0, "2 files with 41 records, all as they should be\n");
   expect({"--json", "in.stp", "out"}, 0,
-         "{\"format\":1,\"input\":\"in.stp\",\"output\":\"out\",\"assemblies\":\"classic\","
-         "\"names\":\"record\",\"files\":2,\"records\":30,\"findings\":[]}\n");
-}
-
-TEST_F(VerifyCommand, StylesAreThoseOfTheSplit) {
-  const std::vector<std::string> styles = {"--assemblies=nested", "--names=product"};
-  std::vector<std::string> words = {"split", "--quiet", "in.stp", "nested"};
-  words.insert(words.end(), styles.begin(), styles.end());
-  EXPECT_EQ(run_velkstep(words).exit_code, 0);
-  expect({"in.stp", "nested", styles[0], styles[1]}, 0,
-         "2 files with 30 records, all as they should be\n");
-  EXPECT_EQ(run_velkstep({"verify", "in.stp", "nested"}).exit_code, 1);
+         "{\"format\":1,\"input\":\"in.stp\",\"output\":\"out\",\"files\":2,\"records\":41,"
+         "\"findings\":[]}\n");
 }
 
 TEST_F(VerifyCommand, Errors) {
   damage();
-  expect({"in.stp", "out/"}, 1, "out/#4_part.stp:14: error: #6 refers to #7 in place of #8.\n");
+  expect({"in.stp", "out/"}, 1, "out/part.stp:18: error: #10, the input's #20: parameter 1 of MANIFOLD_SOLID_BREP is "
+         "\"'our'\" in place of \"'its'\".\n");
 }
 
 TEST_F(VerifyCommand, WarningsOnly) {
-  folder_.write("out/other.stp", "");
-  fs::remove("out/roots.txt");
+  folder_.write("out/other.stp", whole_file("#1=A();\n"));
   expect({"in.stp", "out"}, 4,
-         "out/roots.txt: warning: There is no \"roots.txt\" that holds the root file's name.\n"
-         "out/other.stp: warning: The file does not belong to the split.\n");
+         "out/other.stp: warning: The file does not belong to the split: no other refers to it.\n");
 }
 
 TEST_F(VerifyCommand, FindingsOnTheInputAndTheFolder) {
   expect({"missing.stp", "out"}, 1, "missing.stp: error: The file cannot be opened.\n");
   expect({"in.stp", "nowhere"}, 1,
          "nowhere: error: The folder cannot be read: No such file or directory.\n");
-  folder_.write("lid.stp", exchange_file(LID_ALONE));
-  expect({"lid.stp", "out"}, 4,
-         "lid.stp: warning: There is nothing to split: there is only one part.\n");
 }
 
 TEST_F(VerifyCommand, StandardInput) {
-  expect({"-", "out"}, 0, "2 files with 30 records, all as they should be\n",
+  expect({"-", "out"}, 0, "2 files with 41 records, all as they should be\n",
          {.standard_input = "in.stp"});
 }
 
@@ -97,10 +85,8 @@ TEST_F(VerifyCommand, JsonHoldsEverythingThatIsKnown) {
             Json({{"format", 1},
                   {"input", "in.stp"},
                   {"output", "out"},
-                  {"assemblies", "classic"},
-                  {"names", "record"},
                   {"files", 2},
-                  {"records", 30},
+                  {"records", 41},
                   {"findings",
                    {{{"kind", "missing_root_list"},
                      {"severity", "warning"},
@@ -110,13 +96,15 @@ TEST_F(VerifyCommand, JsonHoldsEverythingThatIsKnown) {
                      {"line", nullptr},
                      {"instance", nullptr},
                      {"count", 1}},
-                    {{"kind", "wrong_reference"},
+                    {{"kind", "changed_record"},
                      {"severity", "error"},
-                     {"sentence", "#6 refers to #7 in place of #8."},
-                     {"file", "#4_part.stp"},
-                     {"offset", read_file("out/#4_part.stp").find("#6=")},
-                     {"line", 14},
-                     {"instance", 6},
+                     {"sentence",
+                      "#10, the input's #20: parameter 1 of MANIFOLD_SOLID_BREP is \"'our'\" in "
+                      "place of \"'its'\"."},
+                     {"file", "part.stp"},
+                     {"offset", read_file("out/part.stp").find("#10=")},
+                     {"line", 18},
+                     {"instance", 10},
                      {"count", 1}}}}}));
 }
 
@@ -127,9 +115,10 @@ TEST_F(VerifyCommand, JsonHasNoFileForTheInput) {
 }
 
 TEST_F(VerifyCommand, NamesInTheFolderDoNotReachTheTerminalAsTheyAre) {
-  folder_.write("out/\x1B[31m\xFF.stp", "");
+  folder_.write("out/\x1B[31m\xFF.stp", whole_file("#1=A();\n"));
   expect({"in.stp", "out"}, 4,
-         "out/\uFFFD[31m\uFFFD.stp: warning: The file does not belong to the split.\n");
+         "out/\uFFFD[31m\uFFFD.stp: warning: The file does not belong to the split: no other "
+         "refers to it.\n");
 }
 
 TEST_F(VerifyCommand, NothingIsWritten) {

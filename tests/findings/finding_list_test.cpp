@@ -81,10 +81,10 @@ TEST(FindingList, GoesFileByFileAfterTheInput) {
   FindingList list;
   list.add(no_part, {10, 2}, 0, "input");
   list.begin_file("z");
-  list.add(repeated_record, {50, 3}, 7, "b");
+  list.add(foreign_record, {50, 3}, 7, "b");
   list.add(missing_record, {}, 8, "a");
   list.begin_file("a");
-  list.add(repeated_record, {10, 2}, 7, "c");
+  list.add(foreign_record, {10, 2}, 7, "c");
   Lines lines;
   for (const Finding& finding : list.take()) lines.push_back(finding.file + ":" + finding.sentence);
   EXPECT_EQ(lines, (Lines{":input", "z:a", "z:b", "a:c"}));
@@ -112,7 +112,7 @@ TEST(FindingList, NumbersHaveCommasBetweenThousands) {
 TEST(FindingKinds, EachHasANameOfItsOwn) {
   std::set<std::string_view> names;
   std::size_t count = 0;
-  for (auto kind = unreadable; kind <= foreign_file;
+  for (auto kind = unreadable; kind <= stand_in_left;
        kind = static_cast<FindingKind>(static_cast<int>(kind) + 1)) {
     names.insert(name_of(kind));
     ++count;

@@ -103,9 +103,9 @@ TEST(JoinFaults, ComponentThatCannotBeRead) {
 
 TEST(JoinFaults, RootThatIsNotThereOrNoFile) {
   JoinedFolder folder;
-  EXPECT_EQ(folder.refusal(), ": The file cannot be opened.");
+  EXPECT_EQ(folder.refusal(), "root.stp: The file cannot be opened.");
   fs::create_directory(folder.folder() / "root.stp");
-  EXPECT_EQ(folder.refusal(), ": The file is a folder.");
+  EXPECT_EQ(folder.refusal(), "root.stp: The file is a folder.");
 }
 
 TEST(JoinFaults, FileWithoutAnyProduct) {
@@ -167,7 +167,7 @@ TEST(JoinFaults, FailureLeavesWhatWasThere) {
 TEST(JoinFaults, OutputThatIsAnInput) {
   JoinedFolder folder;
   folder.options.replace = true;
-  const std::string part = exchange_file(file_that_refers_to({}));
+  const std::string part = whole_file(file_that_refers_to({}));
   folder.folder().write("out.stp", part);
   folder.file("root.stp", file_that_refers_to({"out.stp"}));
   EXPECT_EQ(folder.refusal(), "out.stp: File exists");

@@ -11,7 +11,7 @@
 namespace Kessel::test {
 
 /// A whole exchange file.
-inline std::string exchange_file(std::string_view data, std::string_view schema = "AP",
+inline std::string whole_file(std::string_view data, std::string_view schema = "AP",
                                  std::string_view sections = "") {
   return "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\n"
          "FILE_NAME('in.stp','2026-01-01T00:00:00+00:00',('me'),(''),'','','');\n"
@@ -29,7 +29,7 @@ class JoinedFolder {
  public:
   /// Writes the file `name` with these records.
   void file(std::string_view name, std::string_view data, std::string_view schema = "AP") const {
-    folder_.write(name, exchange_file(data, schema));
+    folder_.write(name, whole_file(data, schema));
   }
   const ScratchFolder& folder() const { return folder_; }
 

@@ -1,40 +1,34 @@
-// Small splits to verify, whole or damaged.
+// A small split to verify, whole or damaged.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "check/check_text.h"
-#include "kessel/splitter.h"
+#include "join/marked_split.h"
 #include "kessel/verify.h"
-#include "splitter/small_inputs.h"
 #include "support/scratch_folder.h"
-#include "support/split_run.h"
 
 namespace Kessel::test {
 
-/// A split of "in.stp" into the folder "out", with "roots.txt" in it, in a scratch folder.
+/// "in.stp" and its split in the folder "out".
 class VerifiedSplit : public testing::Test {
  protected:
-  /// Splits an exchange file of these records.
-  void split_records(std::string_view records, const Options& options = {}) {
-    folder_.write("in.stp", exchange_file(records));
-    split_input(options);
+  VerifiedSplit() {
+    folder_.write("in.stp", whole_file(INPUT));
+    std::filesystem::create_directory("out");
+    write("root.stp", whole_file(MARKED_ROOT));
+    write("part.stp", whole_file(MARKED_PART));
+    write("roots.txt", "root.stp\n");
   }
 
-  /// Splits "in.stp".
-  void split_input(const Options& options = {}) {
-    options_ = options;
-    printed_by([&] { split_paths("in.stp", "out", options); });
-    if (std::filesystem::exists("roots.txt")) {
-      std::filesystem::rename("roots.txt", "out/roots.txt");
-    }
+  static void write(const std::string& name, std::string_view text) {
+    std::ofstream out("out/" + name, std::ios::binary);
+    out << text;
   }
 
   /// Puts `by` in the place of `piece`, which stands in the file `name` of "out" once.
@@ -46,27 +40,20 @@ class VerifiedSplit : public testing::Test {
     write(name, text.replace(at, piece.size(), by));
   }
 
-  static void write(const std::string& name, std::string_view text) {
-    std::ofstream out("out/" + name, std::ios::binary);
-    out << text;
-  }
-
-  /// The line of `piece` in the file `name` of "out", as describe() puts it.
-  static std::string at(const std::string& name, std::string_view piece) {
-    return name + ":" + place_of(piece, read_file("out/" + name));
-  }
-
-  /// What is found, a line each: the file, ":", and what describe() gives.
-  Lines found() const {
-    Lines lines;
-    for (const Finding& finding : verify("in.stp", "out", options_).findings) {
-      lines.push_back(finding.file + ":" + describe(finding));
+  /// What is found, a line each: the file, line, severity, kind and sentence.
+  static std::vector<std::string> found() {
+    std::vector<std::string> lines;
+    for (const Finding& finding : verify("in.stp", "out").findings) {
+      lines.push_back(finding.file + ":" + std::to_string(finding.line) + ": " +
+                      (finding.severity == Severity::error ? "error " : "warning ") +
+                      std::string(name_of(finding.kind)) + ": " + finding.sentence);
     }
     return lines;
   }
 
   ScratchFolder folder_;
-  Options options_;
 };
+
+using FoundLines = std::vector<std::string>;
 
 }  // namespace Kessel::test

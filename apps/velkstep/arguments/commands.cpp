@@ -7,6 +7,7 @@
 #include "commands/check_command.h"
 #include "commands/diff_command.h"
 #include "commands/info_command.h"
+#include "commands/join_command.h"
 #include "commands/report_command.h"
 #include "commands/split_command.h"
 #include "commands/tree_command.h"
@@ -73,9 +74,23 @@ void add_verify_command(CLI::App& app, Action& action) {
       ->required();
   command->add_option("OUTDIR", arguments->outdir, "The folder with the files of the split")
       ->required();
-  add_assemblies_option(command, arguments->options.assemblies);
-  add_names_option(command, arguments->options.names);
   add_memory_limit_option(command, arguments->options.memory_limit);
+  command->add_flag("--json", arguments->json, "Print one line of JSON");
+}
+
+void add_join_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] = add_command(
+      app, action, join, "join", "Join ROOT and the files that it refers to into one file");
+  command->add_option("ROOT", arguments->root, "The file that refers to the others")->required();
+  command->add_option("-o,--output", arguments->out, "The file to write")
+      ->type_name("OUT")
+      ->required();
+  command->add_flag("--force", arguments->force, "Replace OUT if it is there");
+  command->add_flag("--follow-outside", arguments->follow_outside,
+                    "Also read files outside of ROOT's folder");
+  add_memory_limit_option(command, arguments->memory_limit);
+  command->add_flag("--quiet", arguments->quiet, "Print nothing but warnings and errors");
+  add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
 
@@ -128,6 +143,7 @@ void add_commands(CLI::App& app, Action& action) {
   add_check_command(app, action);
   add_diff_command(app, action);
   add_verify_command(app, action);
+  add_join_command(app, action);
   add_tree_command(app, action);
   add_info_command(app, action);
   add_report_command(app, action);

@@ -27,26 +27,36 @@ void add_names_option(CLI::App* command, Kessel::NameStyle& names) {
              "product's name, in ASCII (product) or as it is (product-unicode)");
 }
 
+void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
+  command
+      ->add_option("--memory-limit", memory_limit,
+                   "Refuse an input whose records would take more memory: bytes, or a size such "
+                   "as 500MB or 2GiB")
+      ->transform(CLI::AsSizeValue(true).description(""))
+      ->transform(CLI::Validator(fault_of_size, ""))  // Comes before the other.
+      ->type_name("SIZE");
+}
+
+void add_progress_option(CLI::App* command, ShowProgress& progress) {
+  add_choice(command, "--progress", progress, PROGRESS,
+             "Show on standard error how far the run has come: on a terminal, when it takes longer "
+             "than half a second (auto), or in any case (always)");
+}
+
+namespace {
+
 void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies) {
   add_choice(command, "--assemblies", assemblies, ASSEMBLY_STYLES,
              "What an assembly's file holds: the whole structure below it (classic), that without "
              "its components' geometry (lean), or what it takes to open by itself (nested)");
 }
 
+}  // namespace
+
 void add_reading_option(CLI::App* command, Kessel::Reading& reading) {
   add_choice(command, "--reading", reading, READINGS,
              "How IN is cut into records: as ISO 10303-21 has it (standard), or as hosts of "
              "Kessel::Run have it, at every \";\" (classic)");
-}
-
-void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
-  command
-      ->add_option("--memory-limit", memory_limit,
-                   "Refuse an IN whose records would take more memory: bytes, or a size such as "
-                   "500MB or 2GiB")
-      ->transform(CLI::AsSizeValue(true).description(""))
-      ->transform(CLI::Validator(fault_of_size, ""))  // Comes before the other.
-      ->type_name("SIZE");
 }
 
 void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
@@ -61,9 +71,7 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
   command->add_flag("--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");
   command->add_flag("--quiet", arguments.quiet, "Print nothing but errors");
-  add_choice(command, "--progress", arguments.progress, PROGRESS,
-             "Show on standard error how far the split has come: on a terminal, when it takes "
-             "longer than half a second (auto), or in any case (always)");
+  add_progress_option(command, arguments.progress);
 }
 
 }  // namespace Velkstep

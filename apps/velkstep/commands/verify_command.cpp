@@ -40,9 +40,9 @@ std::string verify_text(const VerifyArguments& arguments, const Verification& ve
 int verify(const VerifyArguments& arguments) {
   return with_path(arguments.in, [&](const std::filesystem::path& path) {
     const Verification verification = Kessel::verify(path, arguments.outdir, arguments.options);
-    const int printed = print(arguments.json ? verify_json(verification, arguments.in,
-                                                           arguments.outdir, arguments.options)
-                                             : verify_text(arguments, verification));
+    const int printed =
+        print(arguments.json ? verify_json(verification, arguments.in, arguments.outdir)
+                             : verify_text(arguments, verification));
     return printed != EXIT_DONE ? printed : exit_code_of(verification.findings);
   });
 }

@@ -9,6 +9,7 @@
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
 #include "kessel/finding.h"
+#include "kessel/join.h"
 #include "kessel/options.h"
 #include "kessel/summary.h"
 #include "kessel/verify.h"
@@ -24,7 +25,12 @@ std::string check_json(const std::vector<Kessel::Finding>& findings, const std::
 
 /// How many files and records were compared, and the findings, each with its file.
 std::string verify_json(const Kessel::Verification& verification, const std::string& input,
-                        const std::filesystem::path& outdir, const Kessel::Options& options);
+                        const std::filesystem::path& outdir);
+
+/// What was joined from which files, and what about it deserves a look; `root` is what the user
+/// called the file.
+std::string join_json(const Kessel::Joined& joined, const std::string& root,
+                      const std::filesystem::path& out);
 
 /// What differs between two files, with counts in place of records where it is a summary.
 std::string diff_json(const Kessel::Difference& difference, const std::string& a,

@@ -29,6 +29,18 @@ Json finding_json(const Finding& finding) {
   return json;
 }
 
+/// The findings, each with its file.
+Json findings_with_files(const std::vector<Finding>& findings) {
+  Json list = Json::array();
+  for (const Finding& finding : findings) {
+    Json one = finding_json(finding);
+    one["file"] = nullptr;
+    if (!finding.file.empty()) one["file"] = finding.file;
+    list.push_back(std::move(one));
+  }
+  return list;
+}
+
 }  // namespace
 
 std::string check_json(const std::vector<Finding>& findings, const std::string& input) {
@@ -38,18 +50,30 @@ std::string check_json(const std::vector<Finding>& findings, const std::string& 
 }
 
 std::string verify_json(const Kessel::Verification& verification, const std::string& input,
-                        const std::filesystem::path& outdir, const Kessel::Options& options) {
+                        const std::filesystem::path& outdir) {
+  return json_line({
+      {"format", JSON_FORMAT},
+      {"input", input},
+      {"output", outdir.string()},
+      {"files", verification.files},
+      {"records", verification.records},
+      {"findings", findings_with_files(verification.findings)},
+  });
+}
+
+std::string join_json(const Kessel::Joined& joined, const std::string& root,
+                      const std::filesystem::path& out) {
   Json json = {
-      {"format", JSON_FORMAT},           {"input", input},
-      {"output", outdir.string()},       {"assemblies", word_of(options.assemblies)},
-      {"names", word_of(options.names)}, {"files", verification.files},
-      {"records", verification.records}, {"findings", Json::array()},
+      {"format", JSON_FORMAT},
+      {"input", root},
+      {"output", out.string()},
+      {"records", joined.records},
+      {"bytes", joined.bytes},
+      {"inputs", Json::array()},
+      {"findings", findings_with_files(joined.warnings)},
   };
-  for (const Finding& finding : verification.findings) {
-    Json one = finding_json(finding);
-    one["file"] = nullptr;
-    if (!finding.file.empty()) one["file"] = finding.file;
-    json["findings"].push_back(std::move(one));
+  for (const Kessel::JoinedInput& input : joined.inputs) {
+    json["inputs"].push_back({{"file", input.path.string()}, {"records", input.records}});
   }
   return json_line(json);
 }

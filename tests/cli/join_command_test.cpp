@@ -1,0 +1,123 @@
+// velkstep join: what it prints, writes and returns.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "cli/run_process.h"
+#include "join/marked_split.h"
+#include "support/folder_tree.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class JoinCommand : public testing::Test {
+ protected:
+  JoinCommand() {
+    fs::create_directory("parts");
+    folder_.write("parts/root.stp", whole_file(MARKED_ROOT));
+    folder_.write("parts/part.stp", whole_file(MARKED_PART));
+  }
+
+  static void expect(std::vector<std::string> arguments, int exit_code, const std::string& out,
+                     const std::string& errors) {
+    arguments.insert(arguments.begin(), "join");
+    const ProcessRun run = run_velkstep(arguments);
+    EXPECT_EQ(run.exit_code, exit_code);
+    EXPECT_EQ(run.out, out);
+    EXPECT_EQ(run.errors, errors);
+  }
+
+  ScratchFolder folder_;
+};
+
+TEST_F(JoinCommand, SaysHowMuchItWas) {
+  expect({"parts/root.stp", "-o", "one.stp"}, 0, "one.stp: 20 records from 2 files\n", "");
+  const std::string text = read_file("one.stp");
+  EXPECT_NE(text.find("DATA;\n" + INPUT + "ENDSEC;\n"), std::string::npos) << text;
+  EXPECT_EQ(names_in("."), (std::set<std::string>{"one.stp", "parts"}));
+}
+
+TEST_F(JoinCommand, QuietSaysNothing) {
+  expect({"--quiet", "parts/root.stp", "--output=one.stp"}, 0, "", "");
+  EXPECT_TRUE(fs::exists("one.stp"));
+}
+
+TEST_F(JoinCommand, Json) {
+  const ProcessRun run = run_velkstep({"join", "--json", "parts/root.stp", "-o", "one.stp"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(nlohmann::json::parse(run.out),
+            nlohmann::json({{"format", 1},
+                            {"input", "parts/root.stp"},
+                            {"output", "one.stp"},
+                            {"records", 20},
+                            {"bytes", fs::file_size("one.stp")},
+                            {"inputs",
+                             {{{"file", "parts/root.stp"}, {"records", 30}},
+                              {{"file", "parts/part.stp"}, {"records", 11}}}},
+                            {"findings", nlohmann::json::array()}}));
+}
+
+TEST_F(JoinCommand, WarningsGoToStandardErrorWithTheirFile) {
+  std::string part = read_file("parts/part.stp");
+  folder_.write("parts/part.stp", part.replace(part.find("'part','part'"), 13, "'part','Part'"));
+  expect({"parts/root.stp", "-o", "one.stp"}, 0, "one.stp: 20 records from 2 files\n",
+         "parts/part.stp: warning: #5 says something else than its copy in another file, which is "
+         "taken.\n");
+}
+
+TEST_F(JoinCommand, MissingFiles) {
+  fs::remove("parts/part.stp");
+  expect({"parts/root.stp", "-o", "one.stp"}, 1, "",
+         "velkstep: parts/root.stp: Files that are referred to are missing: \"part.stp\".\n");
+  EXPECT_EQ(names_in("."), std::set<std::string>{"parts"});
+}
+
+TEST_F(JoinCommand, BrokenComponentIsNamedWithItsLine) {
+  folder_.write("parts/part.stp", "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A(;\nENDSEC;\n");
+  const ProcessRun run = run_velkstep({"join", "parts/root.stp", "-o", "one.stp"});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_TRUE(run.errors.starts_with("velkstep: parts/part.stp:5: ")) << run.errors;
+}
+
+TEST_F(JoinCommand, WritesOverNothingUnlessForced) {
+  folder_.write("one.stp", "precious");
+  expect({"parts/root.stp", "-o", "one.stp"}, 1, "",
+         "velkstep: one.stp: is there already; --force replaces it, unless it is an input\n");
+  EXPECT_EQ(read_file("one.stp"), "precious");
+  expect({"--force", "parts/root.stp", "-o", "one.stp"}, 0, "one.stp: 20 records from 2 files\n",
+         "");
+  EXPECT_NE(read_file("one.stp"), "precious");
+}
+
+TEST_F(JoinCommand, OutputThatCannotBeWritten) {
+  expect({"parts/root.stp", "-o", "no/one.stp"}, 1, "",
+         "velkstep: no/one.stp: cannot be written: No such file or directory\n");
+}
+
+TEST_F(JoinCommand, FilesOutsideOfTheFolderWantAnOption) {
+  fs::create_directory("parts/in");
+  std::string root = whole_file(MARKED_ROOT);
+  for (std::size_t at = 0; (at = root.find("'part.stp'", at)) != std::string::npos; at += 12) {
+    root.replace(at, 10, "'../part.stp'");
+  }
+  folder_.write("parts/in/root.stp", root);
+  expect({"parts/in/root.stp", "-o", "one.stp"}, 1, "",
+         "velkstep: parts/in/root.stp: References lead out of the folder of the file: "
+         "\"../part.stp\".\n");
+  expect({"--follow-outside", "parts/in/root.stp", "-o", "one.stp"}, 0,
+         "one.stp: 20 records from 2 files\n", "");
+}
+
+TEST_F(JoinCommand, WrongUsage) {
+  EXPECT_EQ(run_velkstep({"join", "parts/root.stp"}).exit_code, 2);
+  EXPECT_EQ(run_velkstep({"join", "-o", "one.stp"}).exit_code, 2);
+}
+
+}  // namespace
+}  // namespace Kessel::test
