@@ -148,7 +148,7 @@ TEST_F(Diff, GeometryThatIsAnItemBearsIdentity) {
 
 TEST_F(Diff, AValueThatNobodyUsesCounts) {
   EXPECT_EQ(difference("#1=COLOUR_RGB('',1.,0.,0.);\n", "#1=COLOUR_RGB('',0.,1.,0.);\n"),
-            " 0 0\n  COLOUR_RGB ~ #1 #1 [COLOUR_RGB 2: 1. -> 0.] [COLOUR_RGB 3: 0. -> 1.]\n");
+            " 0 0\n  COLOUR_RGB - #1 + #1\n");
   EXPECT_EQ(difference("#1=COLOUR_RGB('',1.,0.,0.);\n#2=DIRECTION('',(1.,0.));\n",
                        "#1=COLOUR_RGB('',1.,0.,0.);\n"),
             " 0 0\n  DIRECTION - #2\n");
@@ -252,7 +252,8 @@ TEST_F(Diff, ProgressIsOfBothFilesAndEnds) {
   EXPECT_EQ(told.back().stage, Stage::sorting);
   EXPECT_EQ(told.back().done, told.back().total);
   for (std::size_t i = 1; i < told.size(); ++i) {
-    if (told[i].stage == told[i - 1].stage) EXPECT_GE(told[i].done, told[i - 1].done);
+    const bool same_stage = told[i].stage == told[i - 1].stage;
+    EXPECT_TRUE(!same_stage || told[i].done >= told[i - 1].done);
   }
 }
 
