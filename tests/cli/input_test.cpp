@@ -66,8 +66,20 @@ TEST(Input, PipeIsReadLikeAFile) {
   EXPECT_EQ(run_with_pipe({"tree", "pipe"}), BOX_TREE);
   EXPECT_EQ(run_with_pipe({"check", "pipe"}), "");
   EXPECT_EQ(run_with_pipe({"split", "pipe", "out"}), "out/#1_part.stp\nout/#4_part.stp\n");
-  EXPECT_EQ(run_with_pipe({"verify", "pipe", "out"}),
-            "2 files with 30 records, all as they should be\n");
+}
+
+TEST(Input, VerifyReadsAPipe) {
+  const ScratchFolder folder;
+  ASSERT_EQ(::mkfifo("pipe", 0600), 0);
+  folder.write("whole.stp", exchange_file(LID_ALONE));
+  std::filesystem::create_directory("out");
+  std::filesystem::copy("whole.stp", "out/whole.stp");
+  folder.write("out/roots.txt", "whole.stp\n");
+  std::thread writer([&] { folder.write("pipe", exchange_file(LID_ALONE)); });
+  const ProcessRun run = run_velkstep({"verify", "pipe", "out"});
+  writer.join();
+  EXPECT_EQ(run.exit_code, 0) << run.errors;
+  EXPECT_TRUE(run.out.starts_with("1 file with ")) << run.out;
 }
 
 TEST(Input, ThatCannotBeReadIsNamedWithTheReason) {

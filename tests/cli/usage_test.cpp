@@ -50,6 +50,9 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
     expect_line(
         run.out,
         "  verify                      Check the files that IN was split into under OUTDIR");
+    expect_line(
+        run.out,
+        "  join                        Join ROOT and the files that it refers to into one file");
     EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
   }
 }

@@ -78,6 +78,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::Options const&)",
     "Kessel::encode_utf8_to_step(std::string_view)",
     "Kessel::fspath_to_utf8(std::filesystem::path const&)",
+    "Kessel::join(std::filesystem::path const&, std::filesystem::path const&, "
+    "Kessel::JoinOptions const&)",
     "Kessel::read_assembly(std::filesystem::path const&, Kessel::Options const&)",
     "Kessel::read_summary(std::filesystem::path const&)",
     "Kessel::split(std::filesystem::path const&, std::filesystem::path const&, "

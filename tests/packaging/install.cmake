@@ -17,6 +17,7 @@ set(expected
   kessel/export.h
   kessel/file.h
   kessel/finding.h
+  kessel/join.h
   kessel/kessel.h
   kessel/number_map.h
   kessel/options.h
