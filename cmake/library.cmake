@@ -51,6 +51,15 @@ add_library(kessel_objects OBJECT
   src/naming/file_stem.cpp
   src/naming/unicode_forms.cpp
   src/naming/unique_names.cpp
+  src/placement/check_placement.cpp
+  src/placement/classes.cpp
+  src/placement/file_sets.cpp
+  src/placement/fill.cpp
+  src/placement/free_records.cpp
+  src/placement/hang_on.cpp
+  src/placement/left_overs.cpp
+  src/placement/placement.cpp
+  src/placement/plan.cpp
   src/products/products.cpp
   src/products/representations.cpp
   src/products/shapes.cpp
