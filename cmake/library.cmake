@@ -51,6 +51,14 @@ add_library(kessel_objects OBJECT
   src/naming/file_stem.cpp
   src/naming/unicode_forms.cpp
   src/naming/unique_names.cpp
+  src/output/file_frame.cpp
+  src/output/file_numbers.cpp
+  src/output/links.cpp
+  src/output/made_records.cpp
+  src/output/renumbered_text.cpp
+  src/output/shared_lists.cpp
+  src/output/split_writer.cpp
+  src/output/text_files.cpp
   src/placement/check_placement.cpp
   src/placement/classes.cpp
   src/placement/file_sets.cpp
@@ -74,7 +82,9 @@ add_library(kessel_objects OBJECT
   src/splitter/checked_run.cpp
   src/splitter/fresh_files.cpp
   src/splitter/pipeline.cpp
+  src/splitter/file_names.cpp
   src/splitter/run.cpp
+  src/splitter/split_by_placement.cpp
   src/splitter/written_files.cpp
   src/structure/definition_search.cpp
   src/structure/discovery.cpp

@@ -2,7 +2,6 @@
 #include "splitter/checked_run.h"
 
 #include <memory>
-#include <system_error>
 
 #include "check/input_file.h"
 #include "check/refusal.h"
@@ -10,6 +9,7 @@
 #include "kessel/errors.h"
 #include "reader/refusals.h"
 #include "splitter/fresh_files.h"
+#include "splitter/input_stamp.h"
 #include "splitter/written_files.h"
 
 namespace Kessel {
@@ -26,11 +26,6 @@ struct CleanStatics {
 
 }  // namespace
 
-CheckedRun::Stamp CheckedRun::stamp() const {
-  std::error_code ignored;  // What cannot be looked at looks the same each time.
-  return {std::filesystem::file_size(in_, ignored), std::filesystem::last_write_time(in_, ignored)};
-}
-
 std::unique_ptr<File> CheckedRun::read() const {
   try {
     return File::parse_file_checked(in_, options_);
@@ -41,7 +36,7 @@ std::unique_ptr<File> CheckedRun::read() const {
 
 std::vector<WrittenFile> CheckedRun::write_to(const std::filesystem::path& outdir) {
   if (const auto finding = find_no_regular_file(in_)) throw InputError(*finding);
-  const Stamp before = stamp();
+  const InputStamp before(in_);
   const std::unique_ptr<File> file = read();
 
   const CleanStatics statics;
@@ -50,7 +45,7 @@ std::vector<WrittenFile> CheckedRun::write_to(const std::filesystem::path& outdi
   if (file->root_part() != nullptr) file->list_root();
   if (Part::_failure) throw OutputError(Part::_failure->path, Part::_failure->reason);
   file->extract_parts(outdir, options_);
-  if (stamp() != before) throw InputError(input_changed(0));
+  if (InputStamp(in_) != before) throw InputError(input_changed(0));
   return described_files(*file, outdir);
 }
 
