@@ -44,7 +44,8 @@ std::string Links::add(std::string_view name, std::string_view definition,
   make_common();
   const std::string literal = Exchange::string_literal(name);
   if (form_ == LinkForm::associated_document) {
-    return made_.add("DOCUMENT", literal + ",'',''," + type_);
+    // Readers look for the file's name in either place.
+    return made_.add("DOCUMENT", literal + "," + literal + ",''," + type_);
   }
   add_document_file(literal, definition, representation);
   return {};

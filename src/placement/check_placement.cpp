@@ -114,11 +114,25 @@ class Check {
                  std::unordered_map<Index, std::unordered_set<FileId>>& homes) {
     for (const Reference item : instances_.references(representation)) {
       if (item.record() == NO_RECORD || !item.is_listed()) continue;
+      if (instances_.is(item.record(), "MAPPED_ITEM")) add_mapped_homes(item.record(), id, homes);
       const auto& keywords = instances_.types().keywords(instances_.type(item.record()));
       const bool is_solid = std::any_of(keywords.begin(), keywords.end(), [](std::string_view k) {
         return k.ends_with("_BREP") || k == "BREP_WITH_VOIDS" || k.ends_with("SURFACE_MODEL");
       });
       if (is_solid) homes[item.record()].insert(placement_.file_of[id]);
+    }
+  }
+
+  /// What is mapped stands with those who map it, unless there is a placeholder.
+  void add_mapped_homes(Index item, ProductId id,
+                        std::unordered_map<Index, std::unordered_set<FileId>>& homes) {
+    for (const Reference map : instances_.references(item)) {
+      if (map.record() == NO_RECORD || !instances_.is(map.record(), "REPRESENTATION_MAP")) continue;
+      for (const Reference mapped : instances_.references(map.record())) {
+        if (mapped.record() == NO_RECORD) continue;
+        const Stand* const stand = placement_.stands.find(mapped.record(), placement_.file_of[id]);
+        if (stand != nullptr && stand->role() == Role::own) add_homes(mapped.record(), id, homes);
+      }
     }
   }
 

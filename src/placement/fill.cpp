@@ -184,12 +184,26 @@ void bring_usages(Placing& placing, FileId file) {
   }
 }
 
+/// What says which product a representation is of.
+void bring_definition(Placing& placing, const Product& product, FileId file) {
+  placing.bring(product.definition, file);
+  for (const Index shape : product.shapes) placing.bring(shape, file);
+  for (const ShapeLink& link : product.links) placing.bring(link.link, file);
+}
+
+/// Products that are mapped without being used stand with their bodies.
+void bring_mapped(Placing& placing, FileId file) {
+  for (const ProductId id : placing.placement.files[file].products) {
+    for (const MappedProduct& mapped : placing.products.products[id].mapped) {
+      bring_definition(placing, placing.products.products[mapped.product], file);
+    }
+  }
+}
+
 void bring_components(Placing& placing, FileId file) {
   for (const ProductId id : placing.placement.files[file].links) {
     const Product& component = placing.products.products[id];
-    placing.bring(component.definition, file);
-    for (const Index shape : component.shapes) placing.bring(shape, file);
-    for (const ShapeLink& link : component.links) placing.bring(link.link, file);
+    bring_definition(placing, component, file);
     const bool ties_matter =
         std::any_of(component.tied.begin(), component.tied.end(),
                     [&](Index record) { return placing.stands.has(record, file); });
@@ -216,6 +230,7 @@ void fill_files(Placing& placing) {
       for (const Index record : found->second) placing.bring(record, file);
     }
     bring_components(placing, file);
+    bring_mapped(placing, file);
     for (const Index guest : guests[file]) placing.bring(guest, file);
     const std::vector<Index> made = std::move(placing.placeholders);
     placing.placeholders = {};

@@ -171,6 +171,17 @@ TEST(Products, WhatIsMappedFromAComponentIsNoBodyOfTheAssembly) {
   EXPECT_FALSE(find_products(file.instances).products[0].has_bodies);
 }
 
+TEST(Products, WhatIsMappedWithoutAUsageHasAPlaceInTheStructure) {
+  const LoadedText file(COMMON + product(10, "bolt", "#4") + product(20, "whole", "#40,#42") +
+                        "#40=MAPPED_ITEM('',#41,#3);\n#41=REPRESENTATION_MAP(#3,#15);\n"
+                        "#42=MAPPED_ITEM('',#41,#3);\n");
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(names(all, all.tops), (Names{"whole"}));
+  ASSERT_EQ(all.products[1].mapped.size(), 2u);
+  EXPECT_EQ(all.products[1].mapped[0].item, file.at(40));
+  EXPECT_EQ(all.products[1].mapped[0].product, 0u);
+}
+
 TEST(Products, SeveralTops) {
   const LoadedText file(COMMON + product(10, "a", "#3") + product(20, "b", "#4") +
                         product(30, "c", "#4") + usage(40, 30, 20));
