@@ -64,7 +64,7 @@ class FreeTops {
         top.deciders.push_back(reference.record());
       }
     }
-    if (top.needs_all) top.deciders = rarest(shared_below(record));
+    if (top.needs_all) top.deciders = rarest(standing(shared_below(record)));
     if (top.deciders.empty()) top.deciders = soft;
     return top;
   }
@@ -88,6 +88,15 @@ class FreeTops {
     }
     std::sort(shared.begin(), shared.end());
     return shared;
+  }
+
+  /// Those that stand somewhere already; all where none does.
+  std::vector<Index> standing(const std::vector<Index>& records) const {
+    std::vector<Index> placed;
+    for (const Index record : records) {
+      if (placing_.stands.is_placed(record)) placed.push_back(record);
+    }
+    return placed.empty() ? records : placed;
   }
 
   std::vector<Index> rarest(std::vector<Index> records) const {

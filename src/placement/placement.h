@@ -43,7 +43,7 @@ namespace Kessel {
 // - What leads to such records stands where all of them stand and one is the file's own; of a
 //   collector's items one is enough.
 // - What leads to none (a colour, a person) comes with those that refer to it. If nobody does, it
-//   stands with one of its items, or else with the rarest of what it speaks of.
+//   stands with one of its items, or else with the rarest of what it speaks of and others do, too.
 
 /// A file of a split.
 struct PlacedFile {
