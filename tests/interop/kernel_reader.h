@@ -35,7 +35,7 @@ struct DocumentShape {
   std::string name;
   std::string tree;  ///< a line per component, "name -> what it uses", indented by level, in order
   ShapeFigures figures;
-  std::map<std::string, ColouredFaces> colours;  ///< by colour, as "#FF0000FF"
+  std::map<std::string, ColouredFaces> colours = {};  ///< by colour, as "#FF0000FF"
 };
 
 /// What a document says beside its shapes.
