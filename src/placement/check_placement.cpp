@@ -83,16 +83,10 @@ class Check {
     }
   }
 
-  /// Items of products' representations stand in files of those who show them, and in no other.
+  /// Solids stand in the files of those products whose shapes lead to them, and in no other.
   void check_bodies() {
     std::unordered_map<Index, std::unordered_set<FileId>> homes;
-    for (ProductId id = 0; id < products_.products.size(); ++id) {
-      for (const auto* list :
-           {&products_.products[id].representations, &products_.products[id].tied}) {
-        for (const Index representation : *list) add_homes(representation, id, homes);
-      }
-    }
-    std::unordered_set<Index> excused;
+    for (ProductId id = 0; id < products_.products.size(); ++id) add_homes(id, homes);
     const bool has_excuses =
         std::any_of(placement_.warnings.begin(), placement_.warnings.end(),
                     [](const PlacementWarning& warning) {
@@ -109,29 +103,33 @@ class Check {
     }
   }
 
-  /// The solids below a representation, mapped items included, for those who own it.
-  void add_homes(Index representation, ProductId id,
-                 std::unordered_map<Index, std::unordered_set<FileId>>& homes) {
-    for (const Reference item : instances_.references(representation)) {
-      if (item.record() == NO_RECORD || !item.is_listed()) continue;
-      if (instances_.is(item.record(), "MAPPED_ITEM")) add_mapped_homes(item.record(), id, homes);
-      const auto& keywords = instances_.types().keywords(instances_.type(item.record()));
-      const bool is_solid = std::any_of(keywords.begin(), keywords.end(), [](std::string_view k) {
-        return k.ends_with("_BREP") || k == "BREP_WITH_VOIDS" || k.ends_with("SURFACE_MODEL");
-      });
-      if (is_solid) homes[item.record()].insert(placement_.file_of[id]);
-    }
+  bool is_solid(Index record) const {
+    const auto& keywords = instances_.types().keywords(instances_.type(record));
+    return std::any_of(keywords.begin(), keywords.end(), [](std::string_view k) {
+      return k.ends_with("_BREP") || k == "BREP_WITH_VOIDS" || k.ends_with("SURFACE_MODEL");
+    });
   }
 
-  /// What is mapped stands with those who map it, unless there is a placeholder.
-  void add_mapped_homes(Index item, ProductId id,
-                        std::unordered_map<Index, std::unordered_set<FileId>>& homes) {
-    for (const Reference map : instances_.references(item)) {
-      if (map.record() == NO_RECORD || !instances_.is(map.record(), "REPRESENTATION_MAP")) continue;
-      for (const Reference mapped : instances_.references(map.record())) {
-        if (mapped.record() == NO_RECORD) continue;
-        const Stand* const stand = placement_.stands.find(mapped.record(), placement_.file_of[id]);
-        if (stand != nullptr && stand->role() == Role::own) add_homes(mapped.record(), id, homes);
+  /// The solids that a product's definition and representations lead to. Where they lead to
+  /// another's representation, which is a placeholder, they lead no further.
+  void add_homes(ProductId id, std::unordered_map<Index, std::unordered_set<FileId>>& homes) {
+    const Product& product = products_.products[id];
+    const FileId file = placement_.file_of[id];
+    std::vector<Index> open{product.definition};
+    open.insert(open.end(), product.shapes.begin(), product.shapes.end());
+    for (const ShapeLink& link : product.links) open.push_back(link.link);
+    open.insert(open.end(), product.tied.begin(), product.tied.end());
+    open.insert(open.end(), product.ties.begin(), product.ties.end());
+    std::unordered_set<Index> seen(open.begin(), open.end());
+    while (!open.empty()) {
+      const Index record = open.back();
+      open.pop_back();
+      if (is_solid(record)) homes[record].insert(file);
+      const Stand* const stand = placement_.stands.find(record, file);
+      if (stand == nullptr || stand->role() != Role::own) continue;
+      for (const Reference reference : instances_.references(record)) {
+        const Index other = reference.record();
+        if (other != NO_RECORD && seen.insert(other).second) open.push_back(other);
       }
     }
   }

@@ -56,6 +56,7 @@ Classes::Classes(const Instances& instances, const Products& products) : traits_
     give(product.definition, DEFINING);
     for (const Index shape : product.shapes) give(shape, DEFINING);
     for (const ShapeLink& link : product.links) give(link.link, DEFINING);
+    for (const Index tie : product.ties) give(tie, DEFINING);
     for (const auto* list : {&product.representations, &product.tied}) {
       for (const Index representation : *list) {
         give(representation, SHOWING);

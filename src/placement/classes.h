@@ -20,7 +20,7 @@ enum Trait : std::uint8_t {
   OWNED = 2,
   /// A usage, or what says its shape and place.
   USED = 4,
-  /// A product's definition, shape, or what links the two to a representation.
+  /// A product's definition, shape, or what links these to representations.
   DEFINING = 8,
   /// A product's representation.
   SHOWING = 16,

@@ -13,8 +13,10 @@ struct Needed {
   std::vector<Index> records;
   std::uint64_t definitions = 0;  ///< of products among them
   bool has_foreign_shape = false;
+  bool is_too_much = false;  ///< more than was asked for; not all is here
 
   bool is_less_than(const Needed& other) const {
+    if (is_too_much) return false;
     return definitions != other.definitions ? definitions < other.definitions
                                             : records.size() < other.records.size();
   }
@@ -81,7 +83,7 @@ class LeftOvers {
     Needed best = needed(record, 0, NO_LIMIT);
     if (classes_.has(record, BOUND)) {
       for (const FileId file : candidates(best)) {
-        Needed some = needed(record, file, best.records.size() + 1);
+        Needed some = needed(record, file, 4 * best.records.size() + 64);
         if (!some.is_less_than(best)) continue;
         best = std::move(some);
         best_file = file;
@@ -107,7 +109,7 @@ class LeftOvers {
     return files;
   }
 
-  /// What `record` lacks in `file`; gives up beyond `limit` records where another file is as good.
+  /// What `record` lacks in `file`; gives up beyond `limit` records.
   Needed needed(Index record, FileId file, std::uint64_t limit) const {
     Needed all;
     std::unordered_set<Index> seen;
@@ -117,7 +119,11 @@ class LeftOvers {
       if (classes_.has(other, DEFINING) && classes_.has(other, IDENTITY)) ++all.definitions;
     };
     enter(record);
-    for (std::size_t next = 0; next < all.records.size() && all.records.size() < limit; ++next) {
+    for (std::size_t next = 0; next < all.records.size(); ++next) {
+      if (all.records.size() > limit) {
+        all.is_too_much = true;
+        break;
+      }
       const Index at = all.records[next];
       if (placing_.is_placeholder(at, file)) {
         for (const Reference reference : instances_.references(at)) {
@@ -125,7 +131,7 @@ class LeftOvers {
         }
         continue;
       }
-      if (is_foreign_shape(at)) all.has_foreign_shape = true;
+      if (placing_.is_shape(at)) all.has_foreign_shape = true;
       const bool shares_out = placing_.collects(at) && !classes_.has(at, OWNED) &&
                               std::any_of(instances_.references(at).begin(),
                                           instances_.references(at).end(), [&](Reference r) {
@@ -140,13 +146,6 @@ class LeftOvers {
       }
     }
     return all;
-  }
-
-  /// A record of some product's shape other than what places it.
-  bool is_foreign_shape(Index record) const {
-    return classes_.has(record, OWNED) && !classes_.has(record, SOFT | IDENTITY | DEFINING) &&
-           !is_placement(instances_, record) && !instances_.is(record, "CARTESIAN_POINT") &&
-           !instances_.is(record, "DIRECTION");
   }
 
   void enter(const Needed& all, Index for_record, FileId file) {

@@ -15,11 +15,13 @@ Placing::Placing(const Instances& all, const Products& tree, Placement& result)
       classes(all, tree) {}
 
 void Placing::bring(Index record, FileId file) {
+  bool has_foreign_shape = false;
   const auto enter = [&](Index other) {
     if (is_placeholder(other, file)) return make_placeholder(other, file);
     const bool is_foreign = classes.has(other, OWNED) && !classes.has(other, SOFT);
     if (stands.add(other, file, is_foreign ? Role::guest : Role::own)) {
       open_.push_back(other);
+      has_foreign_shape = has_foreign_shape || (is_foreign && is_shape(other));
     } else if (classes.has(other, SOFT)) {
       stands.set_role(other, file, Role::own);  // Not of placeholders alone.
     }
@@ -31,6 +33,9 @@ void Placing::bring(Index record, FileId file) {
     for (const Reference reference : instances.references(next)) {
       if (reference.record() != NO_RECORD) enter(reference.record());
     }
+  }
+  if (has_foreign_shape) {
+    placement.warnings.push_back({PlacementWarning::Kind::foreign_shape, record});
   }
 }
 

@@ -15,7 +15,8 @@ class Placing {
   Placing(const Instances& instances, const Products& products, Placement& placement);
 
   /// Enters `record` into `file` with all that it leads to: representations of products become
-  /// placeholders, with their contexts, where they are not the file's own.
+  /// placeholders, with their contexts, where they are not the file's own. Warns where parts of
+  /// another product's shape come along.
   void bring(Index record, FileId file);
 
   /// Gives `file`'s placeholders one of their placements each, where none stands there yet.
@@ -28,6 +29,13 @@ class Placing {
     if (!classes.has(record, SHOWING)) return false;
     const Stand* const stand = stands.find(record, file);
     return stand == nullptr || stand->role() == Role::stand_in;
+  }
+  /// Whether it is of some product's shape: other than definitions, contexts, and what places it.
+  bool is_shape(Index record) const {
+    return classes.has(record, OWNED) &&
+           !classes.has(record, SOFT | IDENTITY | DEFINING | SHOWING) &&
+           !is_placement(instances, record) && !instances.is(record, "CARTESIAN_POINT") &&
+           !instances.is(record, "DIRECTION");
   }
   bool has_components(FileId file) const {
     return file == 0 || !placement.files[file].links.empty();
