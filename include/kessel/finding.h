@@ -72,6 +72,7 @@ enum class FindingKind {
   unused_usage,       ///< a usage that joins no two product definitions
   usage_cycle,        ///< a usage whose component leads back to the assembly
   part_without_name,  ///< a part that leads to no product, after which its file would be named
+  foreign_shape,      ///< a record that puts parts of one product's shape into another's file
   no_part,            ///< nothing to split: no product definition has a shape or a component
   one_part,           ///< nothing to split
   no_root,            ///< no part at the top: every part is a component of another

@@ -68,6 +68,7 @@ constexpr Row KINDS[] = {
     {unused_usage, "unused_usage", warning},
     {usage_cycle, "usage_cycle", error},
     {part_without_name, "part_without_name", error},
+    {foreign_shape, "foreign_shape", warning},
     {no_part, "no_part", warning},
     {one_part, "one_part", warning},
     {no_root, "no_root", error},
