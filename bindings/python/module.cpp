@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "kessel/assembly.h"
+#include "kessel/diff.h"
 #include "kessel/splitter.h"
 #include "kessel/summary.h"
 #include "plain_data.h"
@@ -46,12 +47,16 @@ Style style_of(const char* argument, const std::string& given, const Words<Style
   throw py::value_error(std::string(argument) + ": there is no style '" + given + "'");
 }
 
-std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
-                            const std::string& assemblies, const std::string& names,
-                            const py::object& progress) {
+void require_function(const py::object& progress) {
   if (!progress.is_none() && PyCallable_Check(progress.ptr()) == 0) {
     throw py::type_error("progress: neither a function nor None");
   }
+}
+
+std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
+                            const std::string& assemblies, const std::string& names,
+                            const py::object& progress) {
+  require_function(progress);
   Kessel::Options options;
   options.assemblies = style_of("assemblies", assemblies, ASSEMBLIES);
   options.names = style_of("names", names, NAMES);
@@ -79,11 +84,21 @@ py::dict info(const fs::path& input) {
   return info_dict(summary, input.string());
 }
 
+py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) {
+  require_function(progress);
+  Kessel::Options options;
+  options.progress = progress_for(progress);
+  Kessel::Difference difference;
+  run_alone(a, [&] { difference = Kessel::diff(a, b, options); });
+  return diff_dict(difference, a.string(), b.string());
+}
+
 }  // namespace
 
 }  // namespace Velkstep
 
 PYBIND11_MODULE(_velkstep, module) {
+  module.def("diff", &Velkstep::diff);
   module.def("split", &Velkstep::split);
   module.def("tree", &Velkstep::tree);
   module.def("info", &Velkstep::info);

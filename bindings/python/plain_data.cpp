@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -92,7 +93,48 @@ py::list units(const std::vector<Kessel::UnitUse>& uses, const char* measured_in
   });
 }
 
+py::object number_or_none(std::uint64_t number) {
+  return number == 0 ? py::object(py::none()) : py::int_(number);
+}
+
+py::list numbers(const std::vector<std::uint64_t>& records) {
+  return list_of(records, [](std::uint64_t record) { return py::int_(record); });
+}
+
+py::dict parameter_dict(const Kessel::ChangedParameter& parameter) {
+  return py::dict("keyword"_a = text(parameter.keyword), "place"_a = parameter.place,
+                  "in_a"_a = text(parameter.in_a), "in_b"_a = text(parameter.in_b));
+}
+
+py::dict changed_dict(const Kessel::ChangedRecord& record) {
+  return py::dict("in_a"_a = number_or_none(record.in_a), "in_b"_a = number_or_none(record.in_b),
+                  "parameters"_a = list_of(record.parameters, parameter_dict));
+}
+
+py::dict type_dict(const Kessel::TypeDifference& type) {
+  return py::dict("type"_a = text(type.type), "only_in_a"_a = numbers(type.only_in_a),
+                  "only_in_b"_a = numbers(type.only_in_b),
+                  "changed"_a = list_of(type.changed, changed_dict));
+}
+
+py::dict product_dict(const Kessel::ProductDifference& product) {
+  return py::dict("id"_a = text(product.id), "name"_a = text(product.name),
+                  "definition_in_a"_a = number_or_none(product.definition_in_a),
+                  "definition_in_b"_a = number_or_none(product.definition_in_b),
+                  "types"_a = list_of(product.types, type_dict));
+}
+
 }  // namespace
+
+py::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
+                   const std::string& b) {
+  return py::dict(
+      "format"_a = FORMAT, "a"_a = text(a), "b"_a = text(b), "same"_a = difference.is_same,
+      "certain"_a = difference.is_certain, "schemas_in_a"_a = texts(difference.schemas_in_a),
+      "schemas_in_b"_a = texts(difference.schemas_in_b), "records_in_a"_a = difference.records_in_a,
+      "records_in_b"_a = difference.records_in_b,
+      "products"_a = list_of(difference.products, product_dict));
+}
 
 py::dict tree_dict(const Kessel::Assembly& assembly, const std::string& input) {
   return py::dict("format"_a = FORMAT, "input"_a = text(input), "depth"_a = assembly.depth,

@@ -6,12 +6,17 @@
 #include <string>
 
 #include "kessel/assembly.h"
+#include "kessel/diff.h"
 #include "kessel/summary.h"
 
 namespace Velkstep {
 
 /// The product structure of `input`. Needs the interpreter's lock.
 pybind11::dict tree_dict(const Kessel::Assembly& assembly, const std::string& input);
+
+/// What differs between `a` and `b`. Needs the interpreter's lock.
+pybind11::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
+                         const std::string& b);
 
 /// Header and counts of `input`. Needs the interpreter's lock.
 pybind11::dict info_dict(const Kessel::Summary& summary, const std::string& input);

@@ -78,7 +78,8 @@ void run_alone(const fs::path& input, const std::function<void()>& run) {
     throw;
   } catch (const Kessel::InputError& error) {
     const Kessel::Finding& finding = error.finding();
-    raise("InputError", finding.sentence, input, std::string(Kessel::name_of(finding.kind)),
+    const fs::path named = finding.file.empty() ? input : fs::path(finding.file);
+    raise("InputError", finding.sentence, named, std::string(Kessel::name_of(finding.kind)),
           or_none(finding.line), or_none(finding.instance));
   } catch (const Kessel::OutputError& error) {
     raise("OutputError", error.what(), error.path(), error.reason().value());

@@ -281,6 +281,41 @@ static void newer_options(void) {
   EXPECT_FILES(&options.known, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
 }
 
+/* Compares, expects how that ended, and returns the answer. */
+static int compared(const char* a, const char* b, const struct kessel_options* options,
+                    enum kessel_status status, const char* error) {
+  kessel_result* result = kessel_diff(a, b, options);
+  const int is_same = kessel_is_same(result);
+  EXPECT(kessel_status_of(result) == status);
+  EXPECT_TEXT(kessel_error_of(result), error);
+  EXPECT(kessel_file_count(result) == 0);
+  kessel_free(result);
+  return is_same;
+}
+
+static int cancel(void* context, enum kessel_stage stage, uint64_t done, uint64_t total) {
+  (void)context;
+  (void)done;
+  (void)total;
+  return stage == KESSEL_SORTING;
+}
+
+static void comparing(void) {
+  struct kessel_options options;
+  write_file("other.stp", "#1=A();\n");
+  EXPECT(compared(ASSEMBLY, ASSEMBLY, NULL, KESSEL_DONE, "") == 1);
+  EXPECT(compared(ASSEMBLY, "other.stp", NULL, KESSEL_DONE, "") == 0);
+  EXPECT(compared(ASSEMBLY, NULL, NULL, KESSEL_BAD_ARGUMENT,
+                  "The path of the second input is missing.") == 0);
+  EXPECT(compared("missing.stp", ASSEMBLY, NULL, KESSEL_INPUT_ERROR,
+                  "The file cannot be opened: No such file or directory.") == 0);
+  kessel_default_options(&options, sizeof options);
+  options.progress = cancel;
+  EXPECT(compared(ASSEMBLY, ASSEMBLY, &options, KESSEL_CANCELLED,
+                  "The comparison was cancelled.") == 0);
+  EXPECT(kessel_is_same(NULL) == 0);
+}
+
 static void null_arguments(void) {
   kessel_default_options(NULL, sizeof(struct kessel_options));
   EXPECT(kessel_status_of(NULL) == KESSEL_OUT_OF_MEMORY);
@@ -310,6 +345,7 @@ static const struct {
     {"cancelling", cancelling},
     {"older_options", older_options},
     {"newer_options", newer_options},
+    {"comparing", comparing},
     {"null_arguments", null_arguments},
     {"out_of_memory", out_of_memory},
 };

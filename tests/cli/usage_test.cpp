@@ -92,6 +92,7 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
       {{"check"}, "IN is required"},
       {{"check", "in.stp", "out"}, "The following argument was not expected: out"},
       {{"verify", "in.stp"}, "OUTDIR is required"},
+      {{"diff", "in.stp"}, "B is required"},
       {{"split", "in.stp", "out", "more"}, "The following argument was not expected: more"},
       {{"split", "--fast", "in.stp", "out"}, "The following argument was not expected: --fast"},
   };

@@ -71,3 +71,23 @@ def test_unit_without_a_size_is_none_and_bytes_that_are_no_text_are_replaced(wri
 def test_results_are_plain_data(lamp):
     for result in (velkstep.tree(lamp), velkstep.info(lamp)):
         assert json.loads(json.dumps(result)) == result
+
+
+@needs_command
+def test_diff_is_what_the_command_prints(lamp, assembly):
+    shown = subprocess.run([COMMAND, "diff", "--json", lamp, assembly], capture_output=True)
+    assert shown.returncode == 1
+    assert velkstep.diff(lamp, assembly) == json.loads(shown.stdout)
+
+
+def test_diff_of_a_file_with_itself(assembly):
+    stages = set()
+    difference = velkstep.diff(assembly, assembly, lambda stage, *_: stages.add(stage))
+    assert difference["same"] and difference["certain"] and difference["products"] == []
+    assert stages == {"reading", "sorting"}
+
+
+def test_diff_names_the_file_that_cannot_be_read(assembly):
+    with pytest.raises(velkstep.InputError) as caught:
+        velkstep.diff(assembly, "missing.step")
+    assert str(caught.value.path) == "missing.step"

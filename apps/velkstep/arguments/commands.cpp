@@ -60,8 +60,7 @@ void add_diff_command(CLI::App& app, Action& action) {
   command->footer(DIFF_EXIT_CODES);
   command->add_option("A", arguments->a, "An exchange file; - reads standard input")->required();
   command->add_option("B", arguments->b, "Another; - reads standard input")->required();
-  command->add_flag("--summary", arguments->summary,
-                    "Count what differs, record by record no more");
+  command->add_flag("--summary", arguments->summary, "Count what differs in place of listing it");
   add_memory_limit_option(command, arguments->options.memory_limit);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }

@@ -30,7 +30,7 @@ int compare(const std::filesystem::path& a, const std::filesystem::path& b,
   try {
     const Difference difference = Kessel::diff(a, b, arguments.options);
     if (print(text_of(difference, arguments)) != EXIT_DONE) return EXIT_TROUBLE;
-    return difference.is_same ? EXIT_DONE : EXIT_DIFFERENT;
+    return difference.is_same ? int{EXIT_DONE} : int{EXIT_DIFFERENT};
   } catch (const Kessel::InputError& error) {
     const bool is_a = error.finding().file == a.string();
     fail(shown_name(is_a ? arguments.a : arguments.b), error.what());

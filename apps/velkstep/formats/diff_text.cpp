@@ -42,7 +42,7 @@ std::string sentence(const Counts& counts) {
          grouped(counts.changed) + " changed";
 }
 
-std::string title_of(const ProductDifference& product) {
+std::string product_title(const ProductDifference& product) {
   if (product.definition_in_a == 0 && product.definition_in_b == 0) return "Of no one product";
   std::string title = printable(product.name.empty() ? product.id : product.name);
   if (title.empty()) title = "A product without a name";
@@ -104,8 +104,10 @@ std::string schemas_text(const Difference& difference) {
 
 std::string diff_text(const Difference& difference) {
   std::string text = schemas_text(difference);
+  if (!difference.is_certain)
+    text += "They may differ: symmetrical all over, they look the same.\n";
   for (const ProductDifference& product : difference.products) {
-    text += title_of(product) + ":\n";
+    text += product_title(product) + ":\n";
     for (const TypeDifference& type : product.types) text += type_text(type);
   }
   return text;
@@ -120,7 +122,7 @@ std::string diff_summary(const Difference& difference) {
   Counts all;
   for (const ProductDifference& product : difference.products) {
     const Counts counts = counts_of(product);
-    text += title_of(product) + ": " + sentence(counts) + '\n';
+    text += product_title(product) + ": " + sentence(counts) + '\n';
     all.add(counts);
   }
   return text + "different: " + sentence(all) + '\n';

@@ -13,9 +13,9 @@ from typing import Callable, Literal, Optional, Union
 
 from . import _velkstep
 from .errors import InputError, OutputError
-from .shapes import Info, Tree
+from .shapes import Difference, Info, Tree
 
-__all__ = ["InputError", "OutputError", "info", "split", "tree"]
+__all__ = ["InputError", "OutputError", "diff", "info", "split", "tree"]
 
 StrPath = Union[str, "os.PathLike[str]"]
 Assemblies = Literal["classic", "lean", "nested"]
@@ -64,3 +64,14 @@ def info(input: StrPath) -> Info:
     Raises InputError and MemoryError.
     """
     return _velkstep.info(input)
+
+
+def diff(a: StrPath, b: StrPath, progress: Optional[Progress] = None) -> Difference:
+    """Compares what the files `a` and `b` say, as `velkstep diff --json` prints it. Writes nothing.
+
+    The member "same" is the answer. `progress` is called with "reading" and bytes of both files,
+    then with "sorting" and steps of the comparison; it can end it as that of split can.
+
+    Raises InputError, whose path is that of the file, and MemoryError.
+    """
+    return _velkstep.diff(a, b, progress)

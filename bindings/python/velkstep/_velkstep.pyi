@@ -2,7 +2,7 @@ import os
 import pathlib
 from typing import Callable, Optional, Union
 
-from .shapes import Info, Tree
+from .shapes import Difference, Info, Tree
 
 _StrPath = Union[str, "os.PathLike[str]"]
 
@@ -15,3 +15,6 @@ def split(
 ) -> list[pathlib.Path]: ...
 def tree(input: _StrPath, names: str) -> Tree: ...
 def info(input: _StrPath) -> Info: ...
+def diff(
+    a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]
+) -> Difference: ...

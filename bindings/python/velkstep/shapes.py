@@ -1,4 +1,4 @@
-"""The dictionaries that tree and info return; docs/json.md says what the members mean."""
+"""The dictionaries that diff, tree and info return; docs/json.md says what the members mean."""
 
 from __future__ import annotations
 
@@ -91,3 +91,54 @@ class Info(TypedDict):
     depth: int
     length_units: list[LengthUnit]
     plane_angle_units: list[AngleUnit]
+
+
+class ChangedParameter(TypedDict):
+    """A parameter that says something else."""
+
+    keyword: str
+    place: int
+    in_a: str
+    in_b: str
+
+
+class ChangedRecord(TypedDict):
+    """Two records that correspond and say different things."""
+
+    in_a: int | None
+    in_b: int | None
+    parameters: list[ChangedParameter]
+
+
+class TypeDifference(TypedDict):
+    """What differs among the records of one type."""
+
+    type: str
+    only_in_a: list[int]
+    only_in_b: list[int]
+    changed: list[ChangedRecord]
+
+
+class ProductDifference(TypedDict):
+    """What differs in one product."""
+
+    id: str
+    name: str
+    definition_in_a: int | None
+    definition_in_b: int | None
+    types: list[TypeDifference]
+
+
+class Difference(TypedDict):
+    """What two files say differently."""
+
+    format: int
+    a: str
+    b: str
+    same: bool
+    certain: bool
+    schemas_in_a: list[str]
+    schemas_in_b: list[str]
+    records_in_a: int
+    records_in_b: int
+    products: list[ProductDifference]
