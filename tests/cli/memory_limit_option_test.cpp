@@ -82,14 +82,14 @@ TEST_F(MemoryLimitOption, VerifyAndJoinRefuseTheSame) {
   fs::create_directory("out");
   fs::copy("in.stp", "out/in.stp");
   folder_.write("out/roots.txt", "in.stp\n");
-  const ProcessRun refused = with_limit("100kB", {"verify", "in.stp", "out"});
+  const ProcessRun refused = with_limit("1kB", {"verify", "in.stp", "out"});
   EXPECT_EQ(refused.exit_code, 1);
   EXPECT_EQ(refused.errors, "");
-  EXPECT_THAT(refused.out, MatchesRegex("out/in.stp.* error: .*limit is 100000.*\n"));
+  EXPECT_THAT(refused.out, MatchesRegex("out/in.stp.* error: .*limit is 1000\\..*\n"));
   EXPECT_EQ(with_limit("900MB", {"verify", "in.stp", "out"}).exit_code, 0);
-  const ProcessRun joined = with_limit("100kB", {"join", "in.stp", "-o", "one.stp"});
+  const ProcessRun joined = with_limit("1kB", {"join", "in.stp", "-o", "one.stp"});
   EXPECT_EQ(joined.exit_code, 1);
-  EXPECT_THAT(joined.errors, MatchesRegex("velkstep: in.stp.*limit is 100000.*\n"));
+  EXPECT_THAT(joined.errors, MatchesRegex("velkstep: in.stp.*limit is 1000\\..*\n"));
   EXPECT_FALSE(fs::exists("one.stp"));
 }
 
@@ -130,8 +130,9 @@ TEST_F(MemoryLimitOption, WrongSizesAreWrongUsage) {
 TEST_F(MemoryLimitOption, HelpNamesIt) {
   for (const char* const command : {"split", "report", "check", "verify"}) {
     const std::string help = run_velkstep({command, "--help"}).out;
-    EXPECT_THAT(help, HasSubstr("\n  --memory-limit SIZE         Refuse an input whose records "
-                                "would take more memory: bytes, or a size such as 500MB or 2GiB\n"));
+    EXPECT_THAT(help,
+                HasSubstr("\n  --memory-limit SIZE         Refuse an input whose records "
+                          "would take more memory: bytes, or a size such as 500MB or 2GiB\n"));
   }
 }
 

@@ -55,7 +55,8 @@ TEST_F(VerifyCommand, SplitAsItShouldBe) {
 
 TEST_F(VerifyCommand, Errors) {
   damage();
-  expect({"in.stp", "out/"}, 1, "out/part.stp:18: error: #10, the input's #20: parameter 1 of MANIFOLD_SOLID_BREP is "
+  expect({"in.stp", "out/"}, 1,
+         "out/part.stp:18: error: #10, the input's #20: parameter 1 of MANIFOLD_SOLID_BREP is "
          "\"'our'\" in place of \"'its'\".\n");
 }
 
@@ -66,7 +67,9 @@ TEST_F(VerifyCommand, WarningsOnly) {
 }
 
 TEST_F(VerifyCommand, FindingsOnTheInputAndTheFolder) {
-  expect({"missing.stp", "out"}, 1, "missing.stp: error: The file cannot be opened.\n");
+  expect({"missing.stp", "out"}, 1,
+         "missing.stp: error: The file cannot be opened: No such file or "
+         "directory.\n");
   expect({"in.stp", "nowhere"}, 1,
          "nowhere: error: The folder cannot be read: No such file or directory.\n");
 }
