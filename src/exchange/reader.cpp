@@ -1,5 +1,7 @@
 #include "exchange/reader.h"
 
+#include <array>
+
 #include "check/signature.h"
 #include "exchange/characters.h"
 #include "exchange/faults.h"
@@ -12,11 +14,18 @@ namespace {
 constexpr std::string_view FIRST_WORD = "ISO-10303-21";
 constexpr std::string_view LAST_WORD = "END-ISO-10303-21";
 
+/// Fast path: is_in_keyword() by byte.
+constexpr auto IN_KEYWORD = [] {
+  std::array<bool, 256> table{};
+  for (std::size_t i = 0; i < table.size(); ++i) table[i] = is_in_keyword(static_cast<char>(i));
+  return table;
+}();
+
 /// The keyword that `text` begins with.
 std::string_view keyword_at_front(std::string_view text) {
   std::size_t end = text.starts_with('!') ? 1 : 0;
   if (end == text.size() || !begins_keyword(text[end])) return {};
-  while (end < text.size() && is_in_keyword(text[end])) ++end;
+  while (end < text.size() && IN_KEYWORD[static_cast<unsigned char>(text[end])]) ++end;
   return text.substr(0, end);
 }
 

@@ -34,20 +34,23 @@ class TextHash {
  public:
   void add(std::string_view text) {
     const char* at = text.data();
-    std::size_t left = text.size();
-    for (; left >= sizeof(std::uint64_t); left -= sizeof(std::uint64_t)) {
-      std::uint64_t word = 0;
-      std::memcpy(&word, at, sizeof word);
-      mix(word);
-      at += sizeof word;
+    const char* const end = at + text.size();
+    for (; end - at >= 8; at += 8) mix(word_at(at));
+    if (text.size() >= 8) {
+      mix(word_at(end - 8));  // Some bytes twice, in one step.
+    } else {
+      for (; at != end; ++at) mix(static_cast<unsigned char>(*at));
     }
-    std::uint64_t last = text.size() << 56;
-    for (; left > 0; --left) last ^= std::uint64_t{static_cast<unsigned char>(*at++)} << (8 * left);
-    mix(last);
+    mix(text.size());
   }
   std::uint64_t value() const { return state_ ^ (state_ >> 29); }
 
  private:
+  static std::uint64_t word_at(const char* at) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+  }
   void mix(std::uint64_t word) {
     state_ = (state_ ^ word) * 0x9E37'79B9'7F4A'7C15;
     state_ ^= state_ >> 32;
