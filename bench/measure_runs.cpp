@@ -1,4 +1,4 @@
-// Measures whole runs: the splitter against the floor on every shape of assembly, or against a
+// Measures whole runs: the splitter against both floors on every shape of assembly, or against a
 // peer.
 //
 //     measure_runs [--work FOLDER] [--quick] [--only SHAPE] [--peer] [--check]
@@ -71,16 +71,18 @@ MeasuredCase measure_case(const Options& options, const Workshop& workshop,
 }
 
 void print_runs(const Figures& figures) {
-  Table table({"shape", "size", "MB", "records", "files", "floor s", "run s", "run/floor",
-               "cpu/floor cpu", "max/min", "us/record", "peak MiB", "bytes/record"});
+  Table table({"shape", "size", "MB", "records", "files", "floor s", "files floor s", "run s",
+               "run/floor", "run/files floor", "cpu/floor cpu", "max/min", "us/record", "peak MiB",
+               "bytes/record"});
   const auto add = [&](const Measurement& m) {
-    table.add_row({std::string(m.input.shape), std::to_string(m.input.size),
-                   fixed(static_cast<double>(m.input.bytes) * 1e-6, 1),
-                   std::to_string(m.input.records), std::to_string(m.written.files),
-                   fixed(m.floor.seconds, 3), fixed(m.run.seconds, 3), fixed(m.ratio_to_floor(), 2),
-                   fixed(m.run.cpu_seconds / m.floor.cpu_seconds, 2), fixed(m.run.spread, 2),
-                   fixed(m.seconds_per_record() * 1e6, 3), fixed(m.run.peak_memory / MIB, 1),
-                   fixed(figures.memory_per_record(m), 1)});
+    table.add_row(
+        {std::string(m.input.shape), std::to_string(m.input.size),
+         fixed(static_cast<double>(m.input.bytes) * 1e-6, 1), std::to_string(m.input.records),
+         std::to_string(m.written.files), fixed(m.floor.seconds, 3),
+         fixed(m.files_floor.seconds, 3), fixed(m.run.seconds, 3), fixed(m.ratio_to_floor(), 2),
+         fixed(m.ratio_to_files_floor(), 2), fixed(m.run.cpu_seconds / m.floor.cpu_seconds, 2),
+         fixed(m.run.spread, 2), fixed(m.seconds_per_record() * 1e6, 3),
+         fixed(m.run.peak_memory / MIB, 1), fixed(figures.memory_per_record(m), 1)});
   };
   for (const MeasuredCase& measured : figures.cases()) {
     if (measured.half) add(*measured.half);

@@ -4,20 +4,20 @@
 //     split_once [--checked|--limited] IN OUTDIR
 //
 // --checked: with the checked form; --limited: the same with a memory limit of 64 GiB.
+#include <cstddef>
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <string_view>
-#include <vector>
 
 #include "kessel/splitter.h"
 
 namespace {
 
-std::vector<std::filesystem::path> run(std::string_view form, const char* in, const char* outdir) {
-  if (form == "--checked") return Kessel::Run(in, outdir, Kessel::Options());
-  if (form == "--limited") return Kessel::Run(in, outdir, {.memory_limit = 64ULL << 30U});
-  return Kessel::Run(in, outdir);
+/// How many files were written.
+std::size_t run(std::string_view form, const char* in, const char* outdir) {
+  if (form == "--checked") return Kessel::split(in, outdir).size();
+  if (form == "--limited") return Kessel::split(in, outdir, {.memory_limit = 64ULL << 30U}).size();
+  return Kessel::Run(in, outdir).size();
 }
 
 }  // namespace
@@ -29,7 +29,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    std::printf("%zu\n", run(form, argv[argc - 2], argv[argc - 1]).size());
+    std::printf("%zu\n", run(form, argv[argc - 2], argv[argc - 1]));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "split_once: %s\n", error.what());
     return 1;

@@ -6,6 +6,7 @@
 #   interop  the open CAD kernel that reads splits back in tests
 #   lint     the formatter and the checker of the sources
 #   fuzz     the compiler with the fuzzing engine
+#   full     what else tools/full-check.sh needs
 set -eu
 
 packages=
@@ -19,6 +20,7 @@ for group in "$@"; do
     browser) packages="$packages chromium fonts-dejavu-core python3" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
     fuzz) packages="$packages clang-14 libclang-rt-14-dev" ;;
+    full) packages="$packages valgrind strace libbenchmark-dev" ;;
     *) echo "unknown group: $group" >&2; exit 2 ;;
   esac
 done

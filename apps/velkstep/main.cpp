@@ -2,12 +2,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <csignal>
 #include <exception>
 #include <iostream>
 
-#include "commands/commands.h"
+#include "arguments/command_line.h"
 #include "run/exit_codes.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
@@ -25,18 +24,6 @@ void open_standard_streams() {
   }
 }
 
-int run(int argc, char** argv) {
-  CLI::App app;
-  Velkstep::Action action;
-  Velkstep::add_commands(app, action);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? Velkstep::EXIT_DONE : Velkstep::EXIT_WRONG_USAGE;
-  }
-  return action();
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -45,7 +32,7 @@ int main(int argc, char** argv) {
   std::signal(SIGXFSZ, SIG_IGN);  // A file that grows too large is an error, not the end.
 #endif
   try {
-    return run(argc, argv);
+    return Velkstep::run_command_line(argc, argv);
   } catch (const Velkstep::Interrupted& interruption) {
     Velkstep::end_by(interruption);
   } catch (const std::exception& error) {

@@ -2,6 +2,7 @@
 #include "measure/samples.h"
 
 #include <algorithm>
+#include <fstream>
 #include <stdexcept>
 
 namespace Kessel::bench {
@@ -12,6 +13,22 @@ Cost copy_once(const Workshop& workshop, const Programs& programs, const Input& 
   const std::filesystem::path copy = workshop.fresh("floor.out");
   const Cost cost = run_child({programs.copy_floor, input.path, copy}, workshop.folder());
   std::filesystem::remove(copy);
+  return cost;
+}
+
+/// Copies into files of the sizes that a split wrote, in a fresh folder, which is removed.
+Cost copy_into_files(const Workshop& workshop, const Programs& programs, const Input& input,
+                     const Written& written) {
+  const std::filesystem::path sizes = workshop.fresh("floor.sizes");
+  std::ofstream out(sizes);
+  for (const std::uint64_t size : written.sizes) out << size << '\n';
+  out.close();
+  const std::filesystem::path folder = workshop.fresh("floor.out");
+  std::filesystem::create_directory(folder);
+  const Cost cost = run_child({programs.copy_floor, input.path, folder, sizes}, workshop.folder());
+  if (look_into(folder).bytes != written.bytes) throw std::runtime_error("the floor wrote less");
+  std::filesystem::remove_all(folder);
+  std::filesystem::remove(sizes);
   return cost;
 }
 
@@ -64,6 +81,7 @@ std::vector<Measurement> measure(const Workshop& workshop, const Programs& progr
                                  unsigned runs_per_round) {
   std::vector<Measurement> measurements(inputs.size());
   std::vector<Samples> floors(inputs.size());
+  std::vector<Samples> files_floors(inputs.size());
   std::vector<Samples> runs(inputs.size());
   for (unsigned round = 0; round < rounds; ++round) {
     for (std::size_t i = 0; i < inputs.size(); ++i) {
@@ -72,11 +90,15 @@ std::vector<Measurement> measure(const Workshop& workshop, const Programs& progr
       runs[i].add(mean_of(runs_per_round, [&] {
         return split_and_remove(workshop, programs.split_once, inputs[i], &measurements[i].written);
       }));
+      files_floors[i].add(mean_of(runs_per_round, [&] {
+        return copy_into_files(workshop, programs, inputs[i], measurements[i].written);
+      }));
     }
   }
   for (std::size_t i = 0; i < inputs.size(); ++i) {
     measurements[i].input = inputs[i];
     measurements[i].floor = floors[i].medians();
+    measurements[i].files_floor = files_floors[i].medians();
     measurements[i].run = runs[i].medians();
   }
   return measurements;

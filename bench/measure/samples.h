@@ -36,10 +36,12 @@ class Samples {
 struct Measurement {
   Input input;
   Medians floor;
+  Medians files_floor;  ///< with as many files, of the same sizes, as the run writes
   Medians run;
   Written written;  ///< by one split
 
   double ratio_to_floor() const { return run.seconds / floor.seconds; }
+  double ratio_to_files_floor() const { return run.seconds / files_floor.seconds; }
   double seconds_per_record() const { return run.seconds / static_cast<double>(input.records); }
 };
 
@@ -49,7 +51,7 @@ struct Measurement {
 Cost split_and_remove(const Workshop& workshop, const std::filesystem::path& program,
                       const Input& input, Written* written = nullptr);
 
-/// Measures the floor and the splitter on each of `inputs`, all in turns, `rounds` times over, so
+/// Measures both floors and the splitter on each of `inputs`, all in turns, `rounds` times over, so
 /// that what disturbs the machine for a while disturbs all of them. In one turn a program runs
 /// `runs_per_round` times and the mean counts.
 std::vector<Measurement> measure(const Workshop& workshop, const Programs& programs,

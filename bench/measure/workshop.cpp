@@ -120,7 +120,8 @@ Written look_into(const fs::path& folder) {
   Written written;
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     ++written.files;
-    written.bytes += entry.file_size();
+    written.sizes.push_back(entry.file_size());
+    written.bytes += written.sizes.back();
   }
   return written;
 }

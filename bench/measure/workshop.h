@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Kessel::bench {
 
@@ -31,6 +32,7 @@ struct Input {
 struct Written {
   std::uint64_t files = 0;
   std::uint64_t bytes = 0;
+  std::vector<std::uint64_t> sizes = {};  ///< of each file
 };
 
 /// The work folder. Inputs stay in it for the next time, unless the folder is a temporary one.

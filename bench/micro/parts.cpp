@@ -79,7 +79,7 @@ void adopt_into_std_map(benchmark::State& state) {
 BENCHMARK(adopt_into_std_map)->Name("adopt/std_map")->Arg(1)->Arg(2)->Arg(50)->Arg(2000);
 
 /// The walk without a fast path: a queue, and the general rule for each instance.
-bool propagate_down_plainly(const File& file, const Entity* source, Entity* start,
+bool propagate_down_plainly(const Store& file, const Entity* source, Entity* start,
                             KindFilter filter) {
   std::deque<Entity*> queue = {start};
   bool gained = false;
@@ -89,16 +89,16 @@ bool propagate_down_plainly(const File& file, const Entity* source, Entity* star
     if (!adopt_parts(source, entity, filter)) continue;
     gained = true;
     for (const std::uint32_t reference : entity->get_references()) {
-      if (Entity* below = slot_at(file.entities(), reference)) queue.push_back(below);
+      if (Entity* below = slot_at(file.entities, reference)) queue.push_back(below);
     }
   }
   return gained;
 }
 
 /// Takes all parts from all records; returns how many records held one.
-std::int64_t take_parts_back(const File& file) {
+std::int64_t take_parts_back(const Store& file) {
   std::int64_t held = 0;
-  file.entities().for_each_in_use([&](std::size_t, Entity* entity) {
+  file.entities.for_each_in_use([&](std::size_t, Entity* entity) {
     if (entity == nullptr || entity->part_numbers.empty()) return;
     ++held;
     entity->part_numbers = PartNumbers();
@@ -109,13 +109,13 @@ std::int64_t take_parts_back(const File& file) {
 /// Spreads parts from every shape representation to all that is below it.
 template <auto Propagate>
 void spread_parts(benchmark::State& state) {
-  const std::unique_ptr<File> file = load_sample();
+  const std::unique_ptr<Store> file = load_sample();
   std::deque<Part> parts;
   Entity source;
   for (std::int64_t i = 0; i < state.range(0); ++i) {
     Part& part = parts.emplace_back("PRODUCT_DEFINITION");
     part.list_position = static_cast<std::uint32_t>(i);
-    source.part_numbers.emplace(&part, 1);
+    source.part_numbers.add(&part, 1);
   }
   const auto starts = file->get("ADVANCED_BREP_SHAPE_REPRESENTATION");
   std::int64_t gained = 0;

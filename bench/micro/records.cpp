@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "kessel/file.h"
 #include "micro/sample.h"
+#include "model/store.h"
 #include "reader/classification.h"
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"
@@ -39,8 +39,8 @@ void cut_records(benchmark::State& state) {
   state.SetItemsProcessed(records);
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(sample_text().size()));
 }
-BENCHMARK_TEMPLATE(cut_records, &RecordCutter::next_record)->Name("cut_records");
-BENCHMARK_TEMPLATE(cut_records, &RecordCutter::next_record_plainly)->Name("cut_records/plainly");
+BENCHMARK_TEMPLATE(cut_records, &RecordCutter::read_record)->Name("cut_records");
+BENCHMARK_TEMPLATE(cut_records, &RecordCutter::read_record_plainly)->Name("cut_records/plainly");
 
 /// The same with the standard library, without joining or trimming anything.
 void cut_with_getline(benchmark::State& state) {
@@ -114,8 +114,8 @@ BENCHMARK(classify_records)->Name("classify");
 /// Fills a store with the loader: references, type and classification by cache, record.
 void load_records(benchmark::State& state) {
   for (auto _ : state) {
-    std::unique_ptr<File> file = load_sample();
-    benchmark::DoNotOptimize(file->entities().size());
+    std::unique_ptr<Store> file = load_sample();
+    benchmark::DoNotOptimize(file->entities.size());
     state.PauseTiming();
     file.reset();
     state.ResumeTiming();
@@ -125,7 +125,7 @@ void load_records(benchmark::State& state) {
 BENCHMARK(load_records)->Name("load_records");
 
 /// One record into the store through the public interface, classified by the tables.
-void load_plainly(File& file, std::string_view record, std::vector<std::uint32_t>& numbers) {
+void load_plainly(Store& file, std::string_view record, std::vector<std::uint32_t>& numbers) {
   numbers.clear();
   for_each_reference_plainly(
       record, [&](std::uint32_t number, const char*, const char*) { numbers.push_back(number); });
@@ -150,9 +150,9 @@ void load_records_plainly(benchmark::State& state) {
   const auto& records = sample_records();
   std::vector<std::uint32_t> numbers;
   for (auto _ : state) {
-    auto file = std::make_unique<File>("");
+    auto file = std::make_unique<Store>("");
     for (const std::string_view record : records) load_plainly(*file, record, numbers);
-    benchmark::DoNotOptimize(file->entities().size());
+    benchmark::DoNotOptimize(file->entities.size());
     state.PauseTiming();
     file.reset();
     state.ResumeTiming();

@@ -20,18 +20,18 @@ namespace {
 class HeldSample {
  public:
   HeldSample() : part_("PRODUCT_DEFINITION"), file_(load_sample()) {
-    file_->entities().for_each_in_use([this](std::size_t, Entity* entity) {
+    file_->entities.for_each_in_use([this](std::size_t, Entity* entity) {
       if (entity == nullptr) return;
-      entity->part_numbers.emplace(&part_, ++part_.last_instance_number);
+      entity->part_numbers.add(&part_, ++part_.last_instance_number);
     });
   }
 
   Part* part() { return &part_; }
-  Slots slots() const { return file_->entities(); }
+  Slots slots() const { return file_->entities; }
 
  private:
   Part part_;
-  std::unique_ptr<File> file_;
+  std::unique_ptr<Store> file_;
 };
 
 /// Puts the text that the library writes into a string.

@@ -17,7 +17,7 @@ std::vector<std::string> cut_sample() {
   RecordCutter cutter(in);
   std::vector<std::string> records;
   for (;;) {
-    const std::string_view record = cutter.next_record();
+    const std::string_view record = cutter.read_record();
     if (record.empty()) return records;
     records.emplace_back(record);
   }
@@ -46,8 +46,8 @@ std::size_t sample_bytes() {
   return bytes;
 }
 
-std::unique_ptr<File> load_sample() {
-  auto file = std::make_unique<File>("");
+std::unique_ptr<Store> load_sample() {
+  auto file = std::make_unique<Store>("");
   RecordLoader loader(*file);
   for (const std::string_view record : sample_records()) loader.add(record);
   return file;

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kessel/file.h"
+#include "model/store.h"
 
 namespace Kessel::bench {
 
@@ -20,6 +20,6 @@ const std::vector<std::string_view>& sample_records();
 std::size_t sample_bytes();
 
 /// A store filled from the records. No part holds any of them.
-std::unique_ptr<File> load_sample();
+std::unique_ptr<Store> load_sample();
 
 }  // namespace Kessel::bench

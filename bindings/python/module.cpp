@@ -57,7 +57,11 @@ std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
   options.names = style_of("names", names, NAMES);
   options.progress = progress_for(progress);
   std::vector<fs::path> files;
-  run_alone(input, [&] { files = Kessel::Run(input, outdir, options); });
+  run_alone(input, [&] {
+    for (Kessel::WrittenFile& file : Kessel::split(input, outdir, options)) {
+      files.push_back(std::move(file.path));
+    }
+  });
   return files;
 }
 

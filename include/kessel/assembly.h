@@ -28,14 +28,14 @@ struct PartUse {
   bool closes_cycle = false;
 };
 
-/// What is known of one part, a product definition (ISO 10303-41) or mapped item. Texts are valid
-/// UTF-8, decoded from exchange strings (ISO 10303-21, 6.4.3); bytes that are not UTF-8 are taken
-/// as ISO 8859-1. A ";" inside a string is lost, as it is in the files of a split.
+/// What is known of one part: a product definition (ISO 10303-41) that has a shape or a place in
+/// the structure. Texts are valid UTF-8, decoded from exchange strings (ISO 10303-21, 6.4.3); bytes
+/// that are not UTF-8 are taken as ISO 8859-1.
 struct PartInfo {
   std::uint32_t record = 0;  ///< instance number; 0 for a generated root, which has no record
   std::string id;            ///< the product's id; empty where the part leads to no product
-  std::string name;  ///< the product's name; of a mapped item what its representation is called
-  std::string description;  ///< the product's description
+  std::string name;          ///< the product's name
+  std::string description;   ///< the product's description
   PartRole role = PartRole::part;
   std::filesystem::path file;       ///< the name that a split gives its file; empty for none
   std::vector<PartUse> components;  ///< each one once, in the order in which it is first used
@@ -47,7 +47,7 @@ struct PartInfo {
 
 /// The parts of one file and how they are put together. Owns everything that it holds.
 struct Assembly {
-  /// By ascending record number, a generated root last.
+  /// In the order of the file, a generated root last.
   std::vector<PartInfo> parts;
   /// Indices of the parts where the structure begins: the root, or the only part of a file. Parts
   /// that no root leads to, because they contain each other, are entered at one more part for each
@@ -58,15 +58,15 @@ struct Assembly {
 };
 
 /// Reads the product structure of the exchange file `in` (ISO 10303-21, clear text), which is read
-/// once. `options` are those of the split that the parts' file names are for.
+/// once. `options` are those of the split that the parts' file names are for; the memory limit
+/// counts.
 ///
 /// Prints nothing and writes nothing. A file without parts, with one part alone, with several tops
-/// (which get a generated root, as in a split), or without any top is no error.
+/// (which get a generated root, as in a split), or with parts that contain each other is no error.
 ///
-/// Throws `std::invalid_argument` "Failed to open input file.", `std::runtime_error` with one
-/// sentence for a file that cannot be read or that no split would come to the end of,
-/// `std::out_of_range` "invalid vector subscript" for a reference beyond the store, and
-/// `std::bad_alloc`. Works on the caller's thread and must not overlap a run in the same process.
+/// Throws `std::invalid_argument` "Failed to open input file.", `InputError` (`kessel/errors.h`)
+/// for a file that cannot be read to its end or whose records take more than the memory limit, and
+/// `std::bad_alloc`. Works on the caller's thread.
 KESSEL_EXPORT Assembly read_assembly(const std::filesystem::path& in,
                                      const Options& options = Options());
 

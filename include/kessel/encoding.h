@@ -10,7 +10,9 @@
 namespace Kessel {
 
 /// Decodes the body of a string literal (ISO 10303-21, 6.4.3), the text between the apostrophes,
-/// to UTF-8. Outer spaces and control characters go, doubled apostrophes and backslashes become
+/// to UTF-8. Outer spaces go, and so do six control
+/// characters wherever they stand: tab, backspace, form feed, vertical tab, carriage return, line
+/// feed. Doubled apostrophes and backslashes become
 /// single, `\X2\` and `\X4\` runs are read four digits at a time, `\S\` and `\P.\` produce nothing.
 /// `\X\hh` yields the single byte 0xhh as it is; characters that are not graphic become U+FFFD.
 /// Never fails: what is not a directive stays text.

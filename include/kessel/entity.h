@@ -14,6 +14,7 @@
 namespace Kessel {
 
 class Part;
+struct Store;
 
 /// For each part whose file holds an instance, the number that the instance has in that file.
 /// Iterates in the order of the file's list of parts, a generated root last.
@@ -27,7 +28,8 @@ class KESSEL_EXPORT Entity {
  public:
   /// A record without references that no part holds.
   Entity();
-  /// Takes over the references and part numbers of `other`, which is left with none.
+  /// Takes over the references and part numbers of `other`, which is left with none and can be
+  /// used like a new record.
   Entity(Entity&& other);
   Entity(const Entity&) = delete;
   Entity& operator=(const Entity&) = delete;
@@ -35,11 +37,11 @@ class KESSEL_EXPORT Entity {
   /// Frees the whole object when it is deleted through an `Entity*`.
   virtual ~Entity();
 
-  /// The entity type name (keyword, or the whole inner text of a complex instance); empty where
-  /// none was kept. The characters belong to the store.
+  /// The entity type name (keyword, or the whole inner text of a complex instance). The characters
+  /// belong to the store; where none was kept, a view of one static empty string.
   virtual std::string_view type() const;
-  /// The text that was kept of the record's first string, as it stands in the file; empty for
-  /// all but `EntityWithAttr`. Valid as long as the record.
+  /// The text that was kept of the record's first string, as it stands in the file; for all but
+  /// `EntityWithAttr` a view of the same static empty string. Valid as long as the record.
   virtual std::string_view attribute() const;
 
   /// Appends the instance number `id` to the references; duplicates and 0 are not refused.
@@ -49,8 +51,8 @@ class KESSEL_EXPORT Entity {
   /// included, prints one line on standard error and returns 0, which is never an instance.
   unsigned get_reference(int i) const;
 
-  /// All references, in order of appearance, duplicates kept. Valid until the record is changed or
-  /// destroyed. A record read from a file builds its vector at the first call.
+  /// All references, in order of appearance, duplicates kept. The vector lives as long as the
+  /// record and changes with it; a record read from a file builds it at the first call.
   const std::vector<unsigned>& get_references() const;
 
   /// Whether the record refers to anything.
@@ -66,7 +68,7 @@ class KESSEL_EXPORT Entity {
   PartNumbers part_numbers;
 
  private:
-  friend class File;
+  friend struct Store;  // packs the references of what it reads
   ReferenceList references_;
 };
 
@@ -75,8 +77,9 @@ class KESSEL_EXPORT EntityWithType : public Entity {
  public:
   /// `type` is kept as a view and must outlive the record (the store's type names do).
   explicit EntityWithType(std::string_view type);
-  /// Takes over the record in `other` together with its type name.
+  /// Takes over the record in `other` together with its type name, which `other` keeps as well.
   explicit EntityWithType(Entity&& other);
+  EntityWithType(EntityWithType&& other);
   ~EntityWithType() override;
 
   std::string_view type() const override;
@@ -90,8 +93,10 @@ class KESSEL_EXPORT EntityWithAttr : public EntityWithType {
  public:
   /// `type` is kept as a view, `attribute` (an exchange-string body) is copied.
   EntityWithAttr(std::string_view type, std::string_view attribute);
-  /// Takes over the record in `other`, its type name and a copy of its attribute.
+  /// Takes over the record in `other`, its type name and a copy of its attribute, both of which
+  /// `other` keeps as well.
   explicit EntityWithAttr(Entity&& other);
+  EntityWithAttr(EntityWithAttr&& other);
   ~EntityWithAttr() override;
 
   std::string_view attribute() const override;

@@ -33,7 +33,7 @@ enum class FindingKind {
   data_ended_early,        ///< an empty statement, behind which nothing is read
   text_after_end,          ///< text behind "END-ISO-10303-21;", which is read
   missing_end,             ///< no "END-ISO-10303-21;"
-  changed_while_read,      ///< the file was changed between its two readings; only `Run` finds that
+  changed_while_read,  ///< the file was changed between its two readings; only `split` finds that
 
   // records and what stands between them
   record_without_number,    ///< dropped: no digits behind "#"
@@ -98,6 +98,14 @@ enum class FindingKind {
   missing_root_list,        ///< no "roots.txt"; the library writes it into the working directory
   wrong_root_list,          ///< "roots.txt" does not hold the name of the root's file
   foreign_file,             ///< an exchange file that does not belong to the split
+
+  // files that are joined
+  target_outside,     ///< a reference leads out of the folder of the file that is joined
+  file_cycle,         ///< files that refer to each other in a circle
+  mixed_schemas,      ///< files that obey different schemas
+  unknown_component,  ///< a file holds nothing that a reference to it could mean
+  copies_differ,      ///< one record of the input says different things in two files
+  stand_in_left,      ///< a record that stands for another, which no file holds
 };
 
 /// The kind's name as it stands in FindingKind, for machines to read.

@@ -75,8 +75,8 @@ typedef struct kessel_result kessel_result;
    is noted in the structure. Null is fine. */
 KESSEL_EXPORT void kessel_default_options(struct kessel_options* options, size_t size);
 
-/* Splits the exchange file `in` (ISO 10303-21, clear text) into files under `outdir`, as the
-   checked Kessel::Run does (kessel/splitter.h): "roots.txt" goes into the working directory, and
+/* Splits the exchange file `in` (ISO 10303-21, clear text) into files under `outdir`, as
+   Kessel::split does (kessel/splitter.h): "roots.txt" goes into the working directory, and
    sentences about problems in the data are printed on standard error. Where one of the files is
    there already, in whatever form, nothing is written and the split ends with KESSEL_OUTPUT_ERROR.
    `options` may be null for the defaults; nothing is kept of it, nor of the paths. Returns a result

@@ -5,12 +5,10 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <optional>
 #include <ostream>
 #include <queue>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "kessel/entity.h"
@@ -28,7 +26,10 @@ enum PartKind : std::uint32_t {
 };
 
 /// A part takes the place of its product definition record in the store, which owns it; a generated
-/// root is owned by the `File`. Not safe for concurrent use: parts share the statics below.
+/// root is owned by the `File`. A host may make parts of its own and enter them into the
+/// `part_numbers` of records: the records go into the file at such a part's `path`, without a
+/// header and an end, and the host keeps the part until the `File` is gone. Not safe for concurrent
+/// use: parts share the statics below.
 class KESSEL_EXPORT Part : public EntityWithType {
  public:
   /// Takes over a record's references, part numbers and type name.
@@ -80,35 +81,23 @@ class KESSEL_EXPORT Part : public EntityWithType {
   /// an exception ended.
   static void free_statics();
 
-  std::filesystem::path path;              ///< output file; a bare name outside of writing
-  std::uint32_t part_kind = 0;             ///< a `PartKind`
-  std::uint32_t last_instance_number = 0;  ///< last number given out in the part's file
-  std::uint32_t list_position = 0;         ///< index in the file's list of parts
-  std::ofstream stream;                    ///< the part's file, opened on demand by `output`
-  std::vector<Part*> parents;              ///< parts that use this one, not owned
-  std::vector<Part*> children;             ///< components, not owned
+  std::filesystem::path path;                ///< output file; a bare name outside of writing
+  std::uint32_t part_kind = 0;               ///< a `PartKind`
+  std::uint32_t last_instance_number = 0;    ///< last number given out in the part's file
+  std::uint32_t list_position = IN_NO_LIST;  ///< index in the file's list of parts
+  std::ofstream stream;                      ///< the part's file, opened on demand by `output`
+  std::vector<Part*> parents;                ///< parts that use this one, not owned
+  std::vector<Part*> children;               ///< components, not owned
 
   /// Most streams that are open at once.
   static constexpr std::uint64_t MAX_OPENED_FILE = 50;
-  /// Opens the stream as `output` does, but prints nothing. Returns whether it is open.
-  KESSEL_HIDDEN bool open();
-
-  /// A file that could not be opened, written or closed, and why.
-  struct KESSEL_HIDDEN Failure {
-    std::filesystem::path path;
-    std::error_code reason;
-  };
-  /// The first failure since the last `free_statics`.
-  KESSEL_HIDDEN static std::optional<Failure> _failure;
-  /// Notes that a call on `path` failed just now; `errno` tells why. Keeps an earlier failure.
-  KESSEL_HIDDEN static void note_failure(const std::filesystem::path& path);
-  /// Closes every stream in `_opened_files`, and empties it.
-  KESSEL_HIDDEN static void close_opened();
+  /// The `list_position` of a part that no file lists. Such parts come last in `part_numbers`.
+  static constexpr std::uint32_t IN_NO_LIST = UINT32_MAX;
 
   /// How many parts asked for each base name, over all runs since the last `free_statics`.
-  KESSEL_HIDDEN static std::map<std::filesystem::path, std::uint32_t> _filenames;
+  static std::map<std::filesystem::path, std::uint32_t> _filenames;
   /// Parts whose stream is open, the one opened longest ago in front; not owned.
-  KESSEL_HIDDEN static std::queue<Part*> _opened_files;
+  static std::queue<Part*> _opened_files;
 };
 
 }  // namespace Kessel

@@ -12,26 +12,29 @@ namespace Kessel {
 ///
 /// A list read from a file is a view of a packed block that the store owns: a count followed by the
 /// numbers. As soon as someone adds to the list, or asks for it as a vector, it becomes a vector on
-/// the heap that the list owns. Not safe for concurrent use, reading included.
+/// the heap that the list owns and that lives as long as the list. Not safe for concurrent use,
+/// reading included.
 class ReferenceList {
  public:
   ReferenceList() = default;
-  ReferenceList(ReferenceList&& other) noexcept : bits_(std::exchange(other.bits_, 0)) {}
-  ReferenceList& operator=(ReferenceList&& other) noexcept {
-    std::swap(bits_, other.bits_);
-    return *this;
+  /// Takes the numbers; a vector of `other` stays where it is and is empty then.
+  ReferenceList(ReferenceList&& other) {
+    if (other.owns_vector()) {
+      own(new std::vector<std::uint32_t>(std::exchange(*other.owned(), {})));
+    } else {
+      bits_ = std::exchange(other.bits_, 0);
+    }
   }
+  ReferenceList& operator=(ReferenceList&&) = delete;
   ReferenceList(const ReferenceList&) = delete;
   ReferenceList& operator=(const ReferenceList&) = delete;
   ~ReferenceList() {
     if (owns_vector()) delete owned();
   }
 
-  /// Views `packed`: a count followed by that many numbers, which must outlive the list.
-  void view(const std::uint32_t* packed) {
-    *this = ReferenceList();
-    bits_ = reinterpret_cast<std::uintptr_t>(packed);
-  }
+  /// Views `packed`, a count followed by that many numbers, which must outlive the list. For a list
+  /// that nobody has asked for its vector.
+  void view(const std::uint32_t* packed) { bits_ = reinterpret_cast<std::uintptr_t>(packed); }
 
   /// The numbers; valid until the list changes.
   std::span<const std::uint32_t> numbers() const {
@@ -40,34 +43,14 @@ class ReferenceList {
     return {packed() + 1, *packed()};
   }
 
-  /// The numbers as a vector; valid until the list is destroyed or moved from.
-  const std::vector<std::uint32_t>& as_vector() const {
-    if (!owns_vector()) {
-      if (bits_ == 0) {
-        static const std::vector<std::uint32_t> none;
-        return none;
-      }
-      own(new std::vector<std::uint32_t>(packed() + 1, packed() + 1 + *packed()));
-    }
-    return *owned();
-  }
+  /// The numbers as a vector, which follows all changes and lives as long as the list.
+  const std::vector<std::uint32_t>& as_vector() const { return to_vector(); }
 
-  void append(std::uint32_t number) {
-    if (!owns_vector()) {
-      const std::span<const std::uint32_t> before = numbers();
-      own(new std::vector<std::uint32_t>(before.begin(), before.end()));
-    }
-    owned()->push_back(number);
-  }
+  void append(std::uint32_t number) { to_vector().push_back(number); }
 
   /// Gives back spare capacity; an empty list keeps no buffer at all.
   void shrink_to_fit() {
-    if (!owns_vector()) return;
-    if (owned()->empty()) {
-      *this = ReferenceList();
-    } else {
-      owned()->shrink_to_fit();
-    }
+    if (owns_vector()) owned()->shrink_to_fit();
   }
 
  private:
@@ -81,6 +64,13 @@ class ReferenceList {
   // NOLINTEND(performance-no-int-to-ptr)
   void own(std::vector<std::uint32_t>* vector) const {
     bits_ = reinterpret_cast<std::uintptr_t>(vector) | 1;
+  }
+  std::vector<std::uint32_t>& to_vector() const {
+    if (!owns_vector()) {
+      const std::span<const std::uint32_t> packed = numbers();
+      own(new std::vector<std::uint32_t>(packed.begin(), packed.end()));
+    }
+    return *owned();
   }
 
   mutable std::uintptr_t bits_ = 0;

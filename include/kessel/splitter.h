@@ -12,13 +12,18 @@ namespace Kessel {
 
 /// Splits the exchange file `in` (ISO 10303-21, clear text) into one file per part under `outdir`
 /// and returns the files' paths, the root's first, the others by ascending record number. `outdir`
-/// is created as needed; a file of the same name that is there already is appended to.
+/// is created as needed. A file of the same name that is there already is appended to, so that a
+/// second run into the same folder spoils the files of the first: use `split` where that may
+/// happen.
 ///
 /// Problems in the data are printed as sentences on standard error and the run goes on: exactly one
-/// part (nothing is written, the list is empty), no root, malformed usages, files that cannot be
-/// opened for writing. "roots.txt" with the root's file name is written to the working directory.
+/// part (nothing is written, the list is empty), no root (every part is used by
+/// another: the leaf parts' files hold what is theirs, those of assemblies no records), malformed
+/// usages, files that cannot be opened for writing. "roots.txt" with the root's file name is
+/// written to the working directory.
 ///
-/// Throws `std::invalid_argument` "Failed to open input file.", `std::out_of_range` "invalid vector
+/// Throws `std::invalid_argument` "Failed to open input file." (it is missing, a folder, or cannot
+/// be read), `std::out_of_range` "invalid vector
 /// subscript" (a reference beyond the store) or "invalid map<K, T> key" (an assembly's file lacks
 /// what a component's reference block must point at), `std::runtime_error` "Unable to change pos
 /// indicator", `std::filesystem::filesystem_error` "create_directories", `std::system_error` for an
@@ -43,9 +48,9 @@ struct WrittenFile {
   std::uint64_t bytes = 0;    ///< the file's size
 };
 
-/// The checked form, with choices; the default ones give the same files. What differs:
+/// The checked form of `Run`, with choices; the default ones give the same files. What differs:
 ///
-/// It returns. Where the other form would not, and where the records would need more memory than
+/// It returns. Where `Run` would not, and where the records would need more memory than
 /// `options.memory_limit`, it throws `InputError` (`kessel/errors.h`) before it writes anything; so
 /// it does for an `in` that is no regular file. It also throws `InputError` when somebody changes
 /// the input meanwhile, as far as its size, its time and the end of its data tell.
@@ -55,18 +60,15 @@ struct WrittenFile {
 /// so, it throws `OutputError` with the path and `std::errc::file_exists`, for a folder
 /// `std::errc::is_a_directory`. "roots.txt" is overwritten where it is a regular file and not the
 /// input, and refused likewise otherwise. What somebody else makes after that look is appended to,
-/// as by the other form.
+/// as by `Run`.
 ///
 /// When it returns, every file was written whole, "roots.txt" included, and closed without an
 /// error. As soon as one cannot be, it throws `OutputError` and prints nothing about it; the files
 /// are left as they are then.
 ///
 /// However it ends, no stream stays open and no name stays taken.
-KESSEL_EXPORT std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
-                                                     const std::filesystem::path& outdir,
-                                                     const Options& options);
-
-/// The same, with what was written about each part.
+///
+/// Returns the files in the order of `Run`'s list, with what was written about each part.
 KESSEL_EXPORT std::vector<WrittenFile> split(const std::filesystem::path& in,
                                              const std::filesystem::path& outdir,
                                              const Options& options = {});

@@ -32,7 +32,7 @@ struct Verification {
 /// component's file, which is there. White space and comments between words do not matter.
 ///
 /// Of each kind the first twenty findings are listed; one more says how many there are beyond
-/// (`Finding::count`). An input that `Run` refuses is the only finding, and so is one of which
+/// (`Finding::count`). An input that `split` refuses is the only finding, and so is one of which
 /// there is nothing to split. Whatever the files hold, it ends: links, pipes and devices are not
 /// opened, and a file that is larger than a split could make it is not read.
 ///

@@ -5,7 +5,7 @@ namespace Kessel {
 
 namespace {
 
-using enum Rule;
+using namespace Rules;
 using enum TypeGroup;
 
 // Parts start at their own definitions and at the root, flow down through each definition's data,
@@ -14,137 +14,133 @@ using enum TypeGroup;
 // data, composite materials and units. Types in braces are visited in ascending order.
 const Pass PASSES[] = {
     // product structure
-    {{"PRODUCT_DEFINITION"}, to_descendants},
-    {{"PLY_LAMINATE_TABLE", "COMPOSITE_ASSEMBLY_TABLE", "THICKNESS_LAMINATE_TABLE",
-      "PERCENTAGE_LAMINATE_TABLE", "SMEARED_MATERIAL_DEFINITION"},
-     gather_and_spread},
-    {{"PLY_LAMINATE_SEQUENCE_DEFINITION", "COMPOSITE_ASSEMBLY_SEQUENCE_DEFINITION",
-      "PERCENTAGE_PLY_DEFINITION"},
-     gather_and_spread},
-    {{"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
-      "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
-     from_child_and_down,
-     ASSEMBLIES,
-     0,
-     {},
-     In::classic_and_lean},
-    {{"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
-      "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
-     usages_to_assemblies,
-     ALL_PARTS,
-     0,
-     {},
-     In::nested},
-    {{"MAKE_FROM_USAGE_OPTION"}, gather_and_spread},
-    {{"NEXT_ASSEMBLY_USAGE_OCCURRENCE"},
-     through_usages,
-     ALL_PARTS,
-     0,
-     {"PRODUCT_DEFINITION"},
-     In::classic_and_lean},
-    {{"MULTI_LEVEL_REFERENCE_DESIGNATOR"}, from_children},
+    {.types = {"PRODUCT_DEFINITION"}, .rule = to_descendants},
+    {.types = {"PLY_LAMINATE_TABLE", "COMPOSITE_ASSEMBLY_TABLE", "THICKNESS_LAMINATE_TABLE",
+               "PERCENTAGE_LAMINATE_TABLE", "SMEARED_MATERIAL_DEFINITION"},
+     .rule = gather_and_spread},
+    {.types = {"PLY_LAMINATE_SEQUENCE_DEFINITION", "COMPOSITE_ASSEMBLY_SEQUENCE_DEFINITION",
+               "PERCENTAGE_PLY_DEFINITION"},
+     .rule = gather_and_spread},
+    {.types = {"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
+               "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
+     .rule = from_child_and_down,
+     .filter = ASSEMBLIES,
+     .n = 0,
+     .in = In::classic_and_lean},
+    {.types = {"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
+               "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
+     .rule = usages_to_assemblies,
+     .in = In::nested},
+    {.types = {"MAKE_FROM_USAGE_OPTION"}, .rule = gather_and_spread},
+    {.types = {"NEXT_ASSEMBLY_USAGE_OCCURRENCE"},
+     .rule = through_usages,
+     .n = 0,
+     .other = {"PRODUCT_DEFINITION"},
+     .in = In::classic_and_lean},
+    {.types = {"MULTI_LEVEL_REFERENCE_DESIGNATOR"}, .rule = from_children},
     // The reader keeps no record of this type, so the pass selects nothing; outputs depend on that.
-    {{"APPLICATION_PROTOCOL_DEFINITION"}, from_children},
-    {{"PRODUCT_DEFINITION_CONTEXT_ASSOCIATION"}, from_child_and_down, ALL_PARTS, 0},
+    {.types = {"APPLICATION_PROTOCOL_DEFINITION"}, .rule = from_children},
+    {.types = {"PRODUCT_DEFINITION_CONTEXT_ASSOCIATION"}, .rule = from_child_and_down, .n = 0},
     // categories
-    {{"PRODUCT_RELATED_PRODUCT_CATEGORY"}, from_children},
-    {{"PRODUCT_CATEGORY_RELATIONSHIP"},
-     through_relationships,
-     ALL_PARTS,
-     1,
-     {"PRODUCT_RELATED_PRODUCT_CATEGORY"}},
+    {.types = {"PRODUCT_RELATED_PRODUCT_CATEGORY"}, .rule = from_children},
+    {.types = {"PRODUCT_CATEGORY_RELATIONSHIP"},
+     .rule = through_relationships,
+     .n = 1,
+     .other = {"PRODUCT_RELATED_PRODUCT_CATEGORY"}},
     // shapes and aspects
-    {{"PRODUCT_DEFINITION_SHAPE"}, from_child, ALL_PARTS, 0},
-    {{"SHAPE_ASPECT"}, from_child, LEAVES, 0},
-    {{"SHAPE_ASPECT_RELATIONSHIP"}, from_children},
+    {.types = {"PRODUCT_DEFINITION_SHAPE"}, .rule = from_child, .n = 0},
+    {.types = {"SHAPE_ASPECT"}, .rule = from_child, .filter = LEAVES, .n = 0},
+    {.types = {"SHAPE_ASPECT_RELATIONSHIP"}, .rule = from_children},
     // documents
-    {{"APPLIED_DOCUMENT_REFERENCE"}, gather_and_spread},
-    {{"ROLE_ASSOCIATION"}, both_ways},
-    {{"APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT"}, both_ways},
-    {{"DOCUMENT_REPRESENTATION_TYPE"}, from_children},
+    {.types = {"APPLIED_DOCUMENT_REFERENCE"}, .rule = gather_and_spread},
+    {.types = {"ROLE_ASSOCIATION"}, .rule = both_ways},
+    {.types = {"APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT"}, .rule = both_ways},
+    {.types = {"DOCUMENT_REPRESENTATION_TYPE"}, .rule = from_children},
     // properties, representations and geometry
-    {{"PROPERTY_DEFINITION", "MATERIAL_PROPERTY"}, from_child, ALL_PARTS, 0},
-    {{"SHAPE_DEFINITION_REPRESENTATION"}, both_ways},
-    {shape_representations, to_children_inside, ALL_PARTS, 0, placements_and_contexts},
-    {shape_representations, to_children_outside, LEAVES, 0, placements_and_contexts},
-    {{"CONTEXT_DEPENDENT_SHAPE_REPRESENTATION"}, both_ways},
-    {transformations, to_children_outside, ALL_PARTS, 0, shape_representations},
-    {{"SHAPE_REPRESENTATION_RELATIONSHIP"},
-     gather_and_spread,
-     ALL_PARTS,
-     0,
-     {},
-     In::classic_and_nested},
-    {{"SHAPE_REPRESENTATION_RELATIONSHIP"}, spread_to_leaves, ALL_PARTS, 0, {}, In::lean},
-    {{"CONSTRUCTIVE_GEOMETRY_REPRESENTATION"}, gather_and_spread, LEAVES},
-    {{"CONSTRUCTIVE_GEOMETRY_REPRESENTATION_RELATIONSHIP"}, from_children, LEAVES},
-    {{"ITEM_IDENTIFIED_REPRESENTATION_USAGE", "GEOMETRIC_ITEM_SPECIFIC_USAGE"},
-     from_children,
-     LEAVES},
-    {{"PROPERTY_DEFINITION_REPRESENTATION", "MATERIAL_PROPERTY_REPRESENTATION"}, gather_and_spread},
-    {{"GENERAL_PROPERTY_ASSOCIATION"}, both_ways},
-    {{"GENERAL_PROPERTY_RELATIONSHIP"}, through_relationships, ALL_PARTS, 0, {"GENERAL_PROPERTY"}},
+    {.types = {"PROPERTY_DEFINITION", "MATERIAL_PROPERTY"}, .rule = from_child, .n = 0},
+    {.types = {"SHAPE_DEFINITION_REPRESENTATION"}, .rule = both_ways},
+    {.types = shape_representations, .rule = to_children_inside, .other = placements_and_contexts},
+    {.types = shape_representations,
+     .rule = to_children_outside,
+     .filter = LEAVES,
+     .other = placements_and_contexts},
+    {.types = {"CONTEXT_DEPENDENT_SHAPE_REPRESENTATION"}, .rule = both_ways},
+    {.types = transformations, .rule = to_children_outside, .other = shape_representations},
+    {.types = {"SHAPE_REPRESENTATION_RELATIONSHIP"},
+     .rule = gather_and_spread,
+     .in = In::classic_and_nested},
+    {.types = {"SHAPE_REPRESENTATION_RELATIONSHIP"}, .rule = spread_to_leaves, .in = In::lean},
+    {.types = {"CONSTRUCTIVE_GEOMETRY_REPRESENTATION"},
+     .rule = gather_and_spread,
+     .filter = LEAVES},
+    {.types = {"CONSTRUCTIVE_GEOMETRY_REPRESENTATION_RELATIONSHIP"},
+     .rule = from_children,
+     .filter = LEAVES},
+    {.types = {"ITEM_IDENTIFIED_REPRESENTATION_USAGE", "GEOMETRIC_ITEM_SPECIFIC_USAGE"},
+     .rule = from_children,
+     .filter = LEAVES},
+    {.types = {"PROPERTY_DEFINITION_REPRESENTATION", "MATERIAL_PROPERTY_REPRESENTATION"},
+     .rule = gather_and_spread},
+    {.types = {"GENERAL_PROPERTY_ASSOCIATION"}, .rule = both_ways},
+    {.types = {"GENERAL_PROPERTY_RELATIONSHIP"},
+     .rule = through_relationships,
+     .n = 0,
+     .other = {"GENERAL_PROPERTY"}},
     // presentation
-    {{"STYLED_ITEM"}, gather_and_spread, ALL_PARTS, 0, {}, In::classic},
-    {{"OVER_RIDING_STYLED_ITEM"}, gather_and_spread, ALL_PARTS, 0, {}, In::classic},
-    {{"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"},
-     gather_and_spread,
-     ALL_PARTS,
-     0,
-     {},
-     In::classic},
-    {{"STYLED_ITEM"}, styles_to_items, ALL_PARTS, 0, {}, In::lean_and_nested},
-    {{"OVER_RIDING_STYLED_ITEM"}, styles_to_items, ALL_PARTS, 0, {}, In::lean_and_nested},
-    {{"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"},
-     styles_to_items,
-     ALL_PARTS,
-     0,
-     {},
-     In::lean_and_nested},
-    {{"MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION", "DRAUGHTING_MODEL"},
-     from_children,
-     LEAVES},
+    {.types = {"STYLED_ITEM"}, .rule = gather_and_spread, .in = In::classic},
+    {.types = {"OVER_RIDING_STYLED_ITEM"}, .rule = gather_and_spread, .in = In::classic},
+    {.types = {"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"},
+     .rule = gather_and_spread,
+     .in = In::classic},
+    {.types = {"STYLED_ITEM"}, .rule = styles_to_items, .in = In::lean_and_nested},
+    {.types = {"OVER_RIDING_STYLED_ITEM"}, .rule = styles_to_items, .in = In::lean_and_nested},
+    {.types = {"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"},
+     .rule = styles_to_items,
+     .in = In::lean_and_nested},
+    {.types = {"MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION", "DRAUGHTING_MODEL"},
+     .rule = from_children,
+     .filter = LEAVES},
     // management data; documents once more, for what they gained since
-    {{"APPLIED_DOCUMENT_REFERENCE"}, gather_and_spread},
-    {{"APPLIED_SECURITY_CLASSIFICATION_ASSIGNMENT"}, gather_and_spread},
-    {{"APPLIED_CERTIFICATION_ASSIGNMENT"}, gather_and_spread},
-    {{"APPLIED_EVENT_OCCURRENCE_ASSIGNMENT"}, gather_and_spread},
-    {{"APPLIED_DATE_ASSIGNMENT"}, gather_and_spread},
-    {{"APPLIED_APPROVAL_ASSIGNMENT"}, gather_and_spread},
-    {{"APPLIED_ORGANIZATION_ASSIGNMENT"}, gather_and_spread},
-    {{"APPLIED_PERSON_AND_ORGANIZATION_ASSIGNMENT"}, gather_and_spread},
-    {{"PERSONAL_ADDRESS", "ORGANIZATIONAL_ADDRESS", "PERSON_AND_ORGANIZATION_ADDRESS"},
-     from_children},
-    {{"APPROVAL_PERSON_ORGANIZATION"}, gather_and_spread},
-    {{"APPLIED_DATE_AND_TIME_ASSIGNMENT"}, gather_and_spread},
-    {{"APPROVAL_DATE_TIME"}, gather_and_spread},
-    {{"PRESENTATION_LAYER_ASSIGNMENT"}, from_children},
-    {{"INVISIBILITY"}, from_children},
-    {{"ID_ATTRIBUTE"}, from_children},
+    {.types = {"APPLIED_DOCUMENT_REFERENCE"}, .rule = gather_and_spread},
+    {.types = {"APPLIED_SECURITY_CLASSIFICATION_ASSIGNMENT"}, .rule = gather_and_spread},
+    {.types = {"APPLIED_CERTIFICATION_ASSIGNMENT"}, .rule = gather_and_spread},
+    {.types = {"APPLIED_EVENT_OCCURRENCE_ASSIGNMENT"}, .rule = gather_and_spread},
+    {.types = {"APPLIED_DATE_ASSIGNMENT"}, .rule = gather_and_spread},
+    {.types = {"APPLIED_APPROVAL_ASSIGNMENT"}, .rule = gather_and_spread},
+    {.types = {"APPLIED_ORGANIZATION_ASSIGNMENT"}, .rule = gather_and_spread},
+    {.types = {"APPLIED_PERSON_AND_ORGANIZATION_ASSIGNMENT"}, .rule = gather_and_spread},
+    {.types = {"PERSONAL_ADDRESS", "ORGANIZATIONAL_ADDRESS", "PERSON_AND_ORGANIZATION_ADDRESS"},
+     .rule = from_children},
+    {.types = {"APPROVAL_PERSON_ORGANIZATION"}, .rule = gather_and_spread},
+    {.types = {"APPLIED_DATE_AND_TIME_ASSIGNMENT"}, .rule = gather_and_spread},
+    {.types = {"APPROVAL_DATE_TIME"}, .rule = gather_and_spread},
+    {.types = {"PRESENTATION_LAYER_ASSIGNMENT"}, .rule = from_children},
+    {.types = {"INVISIBILITY"}, .rule = from_children},
+    {.types = {"ID_ATTRIBUTE"}, .rule = from_children},
     // composite materials and units
-    {{"PLY_ORIENTATION_ANGLE", "LAID_ORIENTATION_ANGLE", "DRAPED_ORIENTATION_ANGLE"},
-     gather_and_spread},
-    {units, gather_and_spread},
+    {.types = {"PLY_ORIENTATION_ANGLE", "LAID_ORIENTATION_ANGLE", "DRAPED_ORIENTATION_ANGLE"},
+     .rule = gather_and_spread},
+    {.types = units, .rule = gather_and_spread},
     // nested: every part has all that is its own; now the assemblies get, through their usages, the
     // definition, shape and placements of their components
-    {{"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
-      "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
-     to_descendants,
-     ALL_PARTS,
-     0,
-     {},
-     In::nested},
-    {{"PRODUCT_DEFINITION", "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS"},
-     tops_to_root,
-     ALL_PARTS,
-     0,
-     {},
-     In::nested},
-    {{"PRODUCT_DEFINITION_SHAPE"}, from_child, ALL_PARTS, 0, {}, In::nested},
-    {{"SHAPE_DEFINITION_REPRESENTATION"}, both_ways, ALL_PARTS, 0, {}, In::nested},
-    {shape_representations, to_children_inside, ALL_PARTS, 0, placements_and_contexts, In::nested},
-    {{"CONTEXT_DEPENDENT_SHAPE_REPRESENTATION"}, both_ways, ALL_PARTS, 0, {}, In::nested},
-    {transformations, to_children_outside, ALL_PARTS, 0, shape_representations, In::nested},
+    {.types = {"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
+               "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
+     .rule = to_descendants,
+     .in = In::nested},
+    {.types = {"PRODUCT_DEFINITION", "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS"},
+     .rule = tops_to_root,
+     .in = In::nested},
+    {.types = {"PRODUCT_DEFINITION_SHAPE"}, .rule = from_child, .n = 0, .in = In::nested},
+    {.types = {"SHAPE_DEFINITION_REPRESENTATION"}, .rule = both_ways, .in = In::nested},
+    {.types = shape_representations,
+     .rule = to_children_inside,
+     .other = placements_and_contexts,
+     .in = In::nested},
+    {.types = {"CONTEXT_DEPENDENT_SHAPE_REPRESENTATION"}, .rule = both_ways, .in = In::nested},
+    {.types = transformations,
+     .rule = to_children_outside,
+     .other = shape_representations,
+     .in = In::nested},
 };
 
 bool belongs_to(In in, AssemblyStyle style) {
@@ -161,41 +157,6 @@ TypeNameSet shape_representation_types(const std::set<std::string>& file_types) 
       "SHAPE_DIMENSION_REPRESENTATION",
   });
   return names;
-}
-
-/// Runs the pass for one of its types. `other` is what its second selection holds.
-void run_rule(const File& file, const Pass& pass, std::string_view type,
-              const TypeNameIndex& other) {
-  switch (pass.rule) {
-    case from_child:
-      return propagate_from_child(file, type, pass.n, pass.filter);
-    case from_children:
-      return propagate_from_children(file, type, pass.filter);
-    case to_descendants:
-      return propagate_to_descendants(file, type, pass.filter);
-    case both_ways:
-      return propagate_both_ways(file, type, pass.filter);
-    case Rule::gather_and_spread:
-      return Kessel::gather_and_spread(file, type, pass.filter);
-    case from_child_and_down:
-      return propagate_from_child_and_down(file, type, pass.n, pass.filter);
-    case to_children_inside:
-      return propagate_to_typed_children(file, type, other, ChildTypes::inside, pass.filter);
-    case to_children_outside:
-      return propagate_to_typed_children(file, type, other, ChildTypes::outside, pass.filter);
-    case through_relationships:
-      return propagate_through_relationships(file, type, *other.begin(), pass.n);
-    case through_usages:
-      return propagate_through_usages(file, type, *other.begin(), pass.n);
-    case spread_to_leaves:
-      return gather_and_spread_to_leaves(file, type);
-    case styles_to_items:
-      return styles_to_their_items(file, type);
-    case usages_to_assemblies:
-      return usages_to_their_assemblies(file, type);
-    case tops_to_root:
-      return tops_to_generated_root(file, type);
-  }
 }
 
 }  // namespace
@@ -228,12 +189,8 @@ std::vector<Pass> association_passes(AssemblyStyle style) {
   return passes;
 }
 
-void run_pass(const File& file, const Pass& pass) {
-  const TypeNameSet others = pass.other.resolve(file.types());
-  const TypeNameIndex other(others.begin(), others.end());
-  for (const std::string_view type : pass.types.resolve(file.types())) {
-    run_rule(file, pass, type, other);
-  }
+void run_pass(const Store& store, const Pass& pass) {
+  pass.rule(store, pass, {pass.types.resolve(store.types), pass.other.resolve(store.types)});
 }
 
 }  // namespace Kessel

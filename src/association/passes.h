@@ -9,23 +9,37 @@
 
 namespace Kessel {
 
-/// The rules of a pass, by the shape of their work.
-enum class Rule {
-  from_child,             ///< propagate_from_child
-  from_children,          ///< propagate_from_children
-  to_descendants,         ///< propagate_to_descendants
-  both_ways,              ///< propagate_both_ways
-  gather_and_spread,      ///< gather_and_spread
-  from_child_and_down,    ///< propagate_from_child_and_down
-  to_children_inside,     ///< propagate_to_typed_children, types inside the other set
-  to_children_outside,    ///< propagate_to_typed_children, types outside the other set
-  through_relationships,  ///< propagate_through_relationships over nodes of the other type
-  through_usages,         ///< propagate_through_usages over nodes of the other type
-  spread_to_leaves,       ///< gather_and_spread_to_leaves
-  styles_to_items,        ///< styles_to_their_items
-  usages_to_assemblies,   ///< usages_to_their_assemblies
-  tops_to_root,           ///< tops_to_generated_root
+struct Pass;
+
+/// The types that a pass has selected among those of a file.
+struct SelectedTypes {
+  TypeNameSet types;  ///< whose records the rule is for
+  TypeNameSet other;  ///< `Pass::other`
 };
+
+/// Runs a rule of rules.h with the arguments of a pass.
+using Rule = void (*)(const Store& store, const Pass& pass, const SelectedTypes& selected);
+
+namespace Rules {
+
+void from_child(const Store&, const Pass&, const SelectedTypes&);
+void from_children(const Store&, const Pass&, const SelectedTypes&);
+void to_descendants(const Store&, const Pass&, const SelectedTypes&);
+void both_ways(const Store&, const Pass&, const SelectedTypes&);
+void gather_and_spread(const Store&, const Pass&, const SelectedTypes&);
+void from_child_and_down(const Store&, const Pass&, const SelectedTypes&);
+/// To typed children: those inside the other set, those outside.
+void to_children_inside(const Store&, const Pass&, const SelectedTypes&);
+void to_children_outside(const Store&, const Pass&, const SelectedTypes&);
+/// Over nodes of the other type.
+void through_relationships(const Store&, const Pass&, const SelectedTypes&);
+void through_usages(const Store&, const Pass&, const SelectedTypes&);
+void spread_to_leaves(const Store&, const Pass&, const SelectedTypes&);
+void styles_to_items(const Store&, const Pass&, const SelectedTypes&);
+void usages_to_assemblies(const Store&, const Pass&, const SelectedTypes&);
+void tops_to_root(const Store&, const Pass&, const SelectedTypes&);
+
+}  // namespace Rules
 
 /// The styles that a pass belongs to: a bit for each, by the style's value.
 enum class In : std::uint8_t {
@@ -74,6 +88,6 @@ struct Pass {
 std::vector<Pass> association_passes(AssemblyStyle style = AssemblyStyle::classic);
 
 /// Runs one pass over `file`.
-void run_pass(const File& file, const Pass& pass);
+void run_pass(const Store& store, const Pass& pass);
 
 }  // namespace Kessel

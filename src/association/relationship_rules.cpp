@@ -17,8 +17,8 @@ namespace {
 /// every node, since each time they print their line.
 class Relationships {
  public:
-  Relationships(const File& file, std::string_view type, std::uint16_t n)
-      : slots_(file.entities()), records_(file.get(type)), n_(n) {}
+  Relationships(const Store& store, std::string_view type, std::uint16_t n)
+      : slots_(store.entities), records_(store.get(type)), n_(n) {}
 
   /// Calls `visit` for each relationship that starts from `node`.
   template <class Visit>
@@ -66,21 +66,21 @@ class Relationships {
 /// The closure over relationships. `spread(node, reached)` gives the node's parts to an instance
 /// that a relationship refers to and returns whether it gained any.
 template <class Spread>
-void close_over(const File& file, std::string_view relationship_type, std::string_view node_type,
+void close_over(const Store& store, std::string_view relationship_type, std::string_view node_type,
                 std::uint16_t n, Spread spread) {
   std::vector<Entity*> queue;
-  for (Entity* node : file.get(node_type)) {
+  for (Entity* node : store.get(node_type)) {
     if (node != nullptr && !node->part_numbers.empty()) queue.push_back(node);
   }
   if (queue.empty()) return;
 
-  Relationships relationships(file, relationship_type, n);
+  Relationships relationships(store, relationship_type, n);
   for (std::size_t next = 0; next < queue.size(); ++next) {
     const Entity* node = queue[next];
     relationships.visit_from(node, [&](Entity& relationship) {
       if (!adopt_parts(node, &relationship, ALL_PARTS)) return;
       for (const std::uint32_t reference : relationship.references()) {
-        Entity* reached = slot_at(file.entities(), reference);
+        Entity* reached = slot_at(store.entities, reference);
         if (reached != nullptr && spread(node, reached)) queue.push_back(reached);
       }
     });
@@ -89,17 +89,17 @@ void close_over(const File& file, std::string_view relationship_type, std::strin
 
 }  // namespace
 
-void propagate_through_relationships(const File& file, std::string_view relationship_type,
+void propagate_through_relationships(const Store& store, std::string_view relationship_type,
                                      std::string_view node_type, std::uint16_t n) {
-  close_over(file, relationship_type, node_type, n, [](const Entity* node, Entity* reached) {
+  close_over(store, relationship_type, node_type, n, [](const Entity* node, Entity* reached) {
     return adopt_parts(node, reached, ALL_PARTS);
   });
 }
 
-void propagate_through_usages(const File& file, std::string_view relationship_type,
+void propagate_through_usages(const Store& store, std::string_view relationship_type,
                               std::string_view node_type, std::uint16_t n) {
-  close_over(file, relationship_type, node_type, n, [&](const Entity* node, Entity* reached) {
-    return reached->part_numbers.empty() && propagate_down(file, node, reached, ALL_PARTS);
+  close_over(store, relationship_type, node_type, n, [&](const Entity* node, Entity* reached) {
+    return reached->part_numbers.empty() && propagate_down(store, node, reached, ALL_PARTS);
   });
 }
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "model/messages.h"
+#include "findings/messages.h"
 #include "model/slots.h"
 #include "structure/leaf.h"
 
@@ -15,10 +15,16 @@ namespace {
 
 /// Calls `rule` for every record of the type.
 template <class Rule>
-void for_each_record(const File& file, std::string_view type, Rule rule) {
-  for (Entity* record : file.get(type)) {
+void for_each_record(const Store& store, std::string_view type, Rule rule) {
+  for (Entity* record : store.get(type)) {
     if (record != nullptr) rule(*record);
   }
+}
+
+/// The same for several types, in ascending order.
+template <class Rule>
+void for_each_record(const Store& store, const TypeNameSet& types, Rule rule) {
+  for (const std::string_view type : types) for_each_record(store, type, rule);
 }
 
 /// The record takes the parts of all its references.
@@ -29,9 +35,9 @@ void gather(Slots slots, Entity& record, KindFilter filter) {
 }
 
 /// The record spreads its parts to everything below it.
-void spread(const File& file, const Entity& record, KindFilter filter) {
+void spread(const Store& store, const Entity& record, KindFilter filter) {
   for (const std::uint32_t reference : record.references()) {
-    propagate_down(file, &record, slot_at(file.entities(), reference), filter);
+    propagate_down(store, &record, slot_at(store.entities, reference), filter);
   }
 }
 
@@ -95,7 +101,7 @@ bool passes(const Part* part, KindFilter filter) {
 /// The one part of `source` that passes the filter; null when there are none or several.
 Part* only_part(const Entity& source, KindFilter filter) {
   Part* only = nullptr;
-  for (const auto [part, number] : source.part_numbers) {
+  for (const auto [part, number] : source.part_numbers.entries()) {
     if (!passes(part, filter)) continue;
     if (only != nullptr) return nullptr;
     only = part;
@@ -112,110 +118,129 @@ bool adopt_parts(const Entity* source, Entity* target, KindFilter filter) {
       [](Part* part) { return ++part->last_instance_number; });
 }
 
-bool propagate_down(const File& file, const Entity* source, Entity* start, KindFilter filter) {
+bool propagate_down(const Store& store, const Entity* source, Entity* start, KindFilter filter) {
   if (source == nullptr || start == nullptr) return false;
   // Fast path: nearly always one part is spread, into instances that hold none yet.
   if (Part* part = only_part(*source, filter)) {
-    return walk_down(file.entities(), start, [part](Entity& entity) {
+    return walk_down(store.entities, start, [part](Entity& entity) {
       if (entity.part_numbers.contains(part)) return false;
-      entity.part_numbers.emplace(part, ++part->last_instance_number);
+      entity.part_numbers.add(part, ++part->last_instance_number);
       return true;
     });
   }
-  return walk_down(file.entities(), start,
+  return walk_down(store.entities, start,
                    [=](Entity& entity) { return adopt_parts(source, &entity, filter); });
 }
 
-void propagate_from_child(const File& file, std::string_view type, std::uint16_t n,
+void propagate_from_child(const Store& store, std::string_view type, std::uint16_t n,
                           KindFilter filter) {
-  for_each_record(file, type,
-                  [&](Entity& record) { take_from_child(file.entities(), record, n, filter); });
+  for_each_record(store, type,
+                  [&](Entity& record) { take_from_child(store.entities, record, n, filter); });
 }
 
-void propagate_from_children(const File& file, std::string_view type, KindFilter filter) {
-  for_each_record(file, type, [&](Entity& record) { gather(file.entities(), record, filter); });
+void propagate_from_children(const Store& store, std::string_view type, KindFilter filter) {
+  for_each_record(store, type, [&](Entity& record) { gather(store.entities, record, filter); });
 }
 
-void propagate_to_descendants(const File& file, std::string_view type, KindFilter filter) {
-  for_each_record(file, type, [&](Entity& record) { spread(file, record, filter); });
+void propagate_to_descendants(const Store& store, std::string_view type, KindFilter filter) {
+  for_each_record(store, type, [&](Entity& record) { spread(store, record, filter); });
 }
 
-void propagate_both_ways(const File& file, std::string_view type, KindFilter filter) {
-  for_each_record(file, type, [&](Entity& record) {
-    gather(file.entities(), record, filter);
+void propagate_both_ways(const Store& store, std::string_view type, KindFilter filter) {
+  for_each_record(store, type, [&](Entity& record) {
+    gather(store.entities, record, filter);
     for (const std::uint32_t reference : record.references()) {
-      adopt_parts(&record, slot_at(file.entities(), reference), filter);
+      adopt_parts(&record, slot_at(store.entities, reference), filter);
     }
   });
 }
 
-void gather_and_spread(const File& file, std::string_view type, KindFilter filter) {
-  for_each_record(file, type, [&](Entity& record) {
-    gather(file.entities(), record, filter);
-    spread(file, record, filter);
+void gather_and_spread(const Store& store, std::string_view type, KindFilter filter) {
+  for_each_record(store, type, [&](Entity& record) {
+    gather(store.entities, record, filter);
+    spread(store, record, filter);
   });
 }
 
-void gather_and_spread_to_leaves(const File& file, std::string_view type) {
-  for_each_record(file, type, [&](Entity& record) {
+void gather_and_spread_to_leaves(const Store& store, std::string_view type) {
+  for_each_record(store, type, [&](Entity& record) {
     const auto references = record.references();
     const bool leaf_reaches =
         std::any_of(references.begin(), references.end(), [&](std::uint32_t reference) {
-          const Entity* below = slot_at(file.entities(), reference);
+          const Entity* below = slot_at(store.entities, reference);
           return below != nullptr && first_leaf(*below) != nullptr;
         });
     const KindFilter filter = leaf_reaches ? LEAVES : ALL_PARTS;
-    gather(file.entities(), record, filter);
-    spread(file, record, filter);
+    gather(store.entities, record, filter);
+    spread(store, record, filter);
   });
 }
 
-void styles_to_their_items(const File& file, std::string_view type) {
-  for_each_record(file, type, [&](Entity& record) {
-    adopt_parts(styled_object(file.entities(), record), &record, ALL_PARTS);
-    spread(file, record, ALL_PARTS);
+void styles_to_their_items(const Store& store, std::string_view type) {
+  for_each_record(store, type, [&](Entity& record) {
+    adopt_parts(styled_object(store.entities, record), &record, ALL_PARTS);
+    spread(store, record, ALL_PARTS);
   });
 }
 
-void usages_to_their_assemblies(const File& file, std::string_view type) {
-  for_each_record(file, type, [&](Entity& usage) {
+void usages_to_their_assemblies(const Store& store, std::string_view type) {
+  for_each_record(store, type, [&](Entity& usage) {
     if (!usage.refer_any()) return;
-    auto* assembly = dynamic_cast<Part*>(slot_at(file.entities(), usage.references().front()));
+    auto* assembly = dynamic_cast<Part*>(slot_at(store.entities, usage.references().front()));
     if (assembly == nullptr || usage.part_numbers.contains(assembly)) return;
-    usage.part_numbers.emplace(assembly, ++assembly->last_instance_number);
+    usage.part_numbers.add(assembly, ++assembly->last_instance_number);
   });
 }
 
-void tops_to_generated_root(const File& file, std::string_view type) {
-  Part* root = file.root_part();
+void tops_to_generated_root(const Store& store, std::string_view type) {
+  Part* root = store.root;
   if (root == nullptr || !root->children.empty()) return;  // A root that was found has components.
-  for_each_record(file, type, [&](Entity& record) {
+  for_each_record(store, type, [&](Entity& record) {
     auto* part = dynamic_cast<Part*>(&record);
     if (part == nullptr || !part->parents.empty() || part->part_numbers.contains(root)) return;
-    part->part_numbers.emplace(root, ++root->last_instance_number);
-    spread(file, *part, ALL_PARTS);
+    part->part_numbers.add(root, ++root->last_instance_number);
+    spread(store, *part, ALL_PARTS);
   });
 }
 
-void propagate_from_child_and_down(const File& file, std::string_view type, std::uint16_t n,
+void propagate_from_child_and_down(const Store& store, std::string_view type, std::uint16_t n,
                                    KindFilter filter) {
-  for_each_record(file, type, [&](Entity& record) {
-    take_from_child(file.entities(), record, n, filter);
-    spread(file, record, filter);
+  for_each_record(store, type, [&](Entity& record) {
+    take_from_child(store.entities, record, n, filter);
+    spread(store, record, filter);
   });
 }
 
-void propagate_to_typed_children(const File& file, std::string_view type,
-                                 const TypeNameIndex& child_types, ChildTypes mode,
+void propagate_to_typed_children(const Store& store, const TypeNameSet& types,
+                                 const TypeNameSet& child_types, ChildTypes mode,
                                  KindFilter filter) {
-  for_each_record(file, type, [&](Entity& record) {
+  const TypeNameIndex inside_types(child_types.begin(), child_types.end());
+  for_each_record(store, types, [&](Entity& record) {
     for (const std::uint32_t reference : record.references()) {
-      Entity* child = slot_at(file.entities(), reference);
+      Entity* child = slot_at(store.entities, reference);
       if (child == nullptr) continue;
-      const bool inside = child_types.contains(child->type());
-      if (inside == (mode == ChildTypes::inside)) propagate_down(file, &record, child, filter);
+      const bool inside = inside_types.contains(child->type());
+      if (inside == (mode == ChildTypes::inside)) propagate_down(store, &record, child, filter);
     }
   });
+}
+
+void propagate_from_child(const Store& store, const TypeNameSet& types, std::uint16_t n,
+                          KindFilter filter) {
+  for (const std::string_view type : types) propagate_from_child(store, type, n, filter);
+}
+
+void propagate_from_children(const Store& store, const TypeNameSet& types, KindFilter filter) {
+  for (const std::string_view type : types) propagate_from_children(store, type, filter);
+}
+
+void gather_and_spread(const Store& store, const TypeNameSet& types, KindFilter filter) {
+  for (const std::string_view type : types) gather_and_spread(store, type, filter);
+}
+
+void propagate_from_child_and_down(const Store& store, const TypeNameSet& types, std::uint16_t n,
+                                   KindFilter filter) {
+  for (const std::string_view type : types) propagate_from_child_and_down(store, type, n, filter);
 }
 
 }  // namespace Kessel

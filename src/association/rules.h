@@ -4,14 +4,14 @@
 // rules add parts to instances and never take one away. Every rule builds on adopt_parts().
 //
 // All fetch the records of a type in the order in which the store lists them and pass over empty
-// slots. All throw `std::out_of_range` "invalid vector subscript" over a reference beyond the
-// store.
+// slots. Those that take a set of types run once for each, in ascending order of the names. All
+// throw `std::out_of_range` "invalid vector subscript" over a reference beyond the store.
 #pragma once
 
 #include <cstdint>
 #include <string_view>
 
-#include "kessel/file.h"
+#include "model/store.h"
 #include "structure/type_names.h"
 
 namespace Kessel {
@@ -30,45 +30,51 @@ bool adopt_parts(const Entity* source, Entity* target, KindFilter filter);
 
 /// Gives `source`'s parts to `start` and, breadth first, to what is below each instance that gained
 /// one. An instance that gains nothing stops the walk. Returns whether anything was added.
-bool propagate_down(const File& file, const Entity* source, Entity* start, KindFilter filter);
+bool propagate_down(const Store& store, const Entity* source, Entity* start, KindFilter filter);
 
 /// Each record of the type takes the parts of its `n`-th reference, counted from 0. A record with
 /// fewer references prints one line on standard error and is passed over.
-void propagate_from_child(const File& file, std::string_view type, std::uint16_t n,
+void propagate_from_child(const Store& store, std::string_view type, std::uint16_t n,
+                          KindFilter filter);
+void propagate_from_child(const Store& store, const TypeNameSet& types, std::uint16_t n,
                           KindFilter filter);
 
 /// Each record of the type takes the parts of all its references.
-void propagate_from_children(const File& file, std::string_view type, KindFilter filter);
+void propagate_from_children(const Store& store, std::string_view type, KindFilter filter);
+void propagate_from_children(const Store& store, const TypeNameSet& types, KindFilter filter);
 
 /// Each record of the type spreads its parts to everything below it.
-void propagate_to_descendants(const File& file, std::string_view type, KindFilter filter);
+void propagate_to_descendants(const Store& store, std::string_view type, KindFilter filter);
 
 /// Each record of the type takes the parts of all its references, then gives its own to each.
-void propagate_both_ways(const File& file, std::string_view type, KindFilter filter);
+void propagate_both_ways(const Store& store, std::string_view type, KindFilter filter);
 
 /// Each record of the type takes the parts of all its references, then spreads its own to
 /// everything below it.
-void gather_and_spread(const File& file, std::string_view type, KindFilter filter);
+void gather_and_spread(const Store& store, std::string_view type, KindFilter filter);
+void gather_and_spread(const Store& store, const TypeNameSet& types, KindFilter filter);
 
 /// Like gather_and_spread() for all parts, except that a record which a leaf part reaches moves
 /// leaf parts only: geometry that a component's file holds stays out of its assemblies' files.
-void gather_and_spread_to_leaves(const File& file, std::string_view type);
+void gather_and_spread_to_leaves(const Store& store, std::string_view type);
 
 /// Each styled item of the type takes the parts of the item that it styles and spreads them to its
 /// styles. Unlike gather_and_spread(), parts do not come from a style that other parts share, nor
 /// from there into the geometry.
-void styles_to_their_items(const File& file, std::string_view type);
+void styles_to_their_items(const Store& store, std::string_view type);
 
 /// Each usage record of the type takes the part that its first reference, the assembly, is.
-void usages_to_their_assemblies(const File& file, std::string_view type);
+void usages_to_their_assemblies(const Store& store, std::string_view type);
 
 /// Gives the definitions of the type that no assembly uses, and what is below them, to a generated
 /// root; does nothing where the root is one of the parts.
-void tops_to_generated_root(const File& file, std::string_view type);
+void tops_to_generated_root(const Store& store, std::string_view type);
 
 /// Each record of the type takes the parts of its `n`-th reference (the line of
 /// `propagate_from_child` where there is none), then spreads its own to everything below it.
-void propagate_from_child_and_down(const File& file, std::string_view type, std::uint16_t n,
+void propagate_from_child_and_down(const Store& store, std::string_view type, std::uint16_t n,
+                                   KindFilter filter);
+void propagate_from_child_and_down(const Store& store, const TypeNameSet& types, std::uint16_t n,
                                    KindFilter filter);
 
 /// Which references `propagate_to_typed_children` follows.
@@ -77,21 +83,21 @@ enum class ChildTypes {
   inside,   ///< those to records whose type is in the set
 };
 
-/// Each record of the type spreads its parts through those of its references that `mode` selects.
-void propagate_to_typed_children(const File& file, std::string_view type,
-                                 const TypeNameIndex& child_types, ChildTypes mode,
+/// Each record of the types spreads its parts through those of its references that `mode` selects.
+void propagate_to_typed_children(const Store& store, const TypeNameSet& types,
+                                 const TypeNameSet& child_types, ChildTypes mode,
                                  KindFilter filter);
 
 /// From every node (record of `node_type`) that holds a part, parts climb along relationships: each
 /// relationship whose `n`-th reference is the node takes the node's parts and gives them to all its
 /// references; those that gained are nodes in turn. A relationship with fewer references prints the
 /// line of `Entity::get_reference` for each node and is passed over.
-void propagate_through_relationships(const File& file, std::string_view relationship_type,
+void propagate_through_relationships(const Store& store, std::string_view relationship_type,
                                      std::string_view node_type, std::uint16_t n);
 
 /// The same, but only references that hold no part yet take the node's parts, and they spread them
 /// to everything below: what belongs to a part already is left alone.
-void propagate_through_usages(const File& file, std::string_view relationship_type,
+void propagate_through_usages(const Store& store, std::string_view relationship_type,
                               std::string_view node_type, std::uint16_t n);
 
 }  // namespace Kessel

@@ -90,8 +90,8 @@ void split_into(kessel_result& result, const char* in, const char* outdir,
   const std::filesystem::path input = path_of(in, "The path of the input is missing.");
   const std::filesystem::path folder = path_of(outdir, "The path of the output is missing.");
   std::vector<std::string> files;
-  for (const auto& file : Run(input, folder, to_options(known_options(options)))) {
-    files.push_back(fspath_to_utf8(file));
+  for (const WrittenFile& file : split(input, folder, to_options(known_options(options)))) {
+    files.push_back(fspath_to_utf8(file.path));
   }
   if (files.empty()) {
     result.error = "There is nothing to split.";

@@ -5,59 +5,63 @@
 #include <fstream>
 #include <string>
 #include <system_error>
+#include <utility>
 
-#include "check/finding_list.h"
-#include "check/input_file.h"
 #include "check/reference_check.h"
-#include "check/signature.h"
 #include "check/structure_check.h"
-#include "check/text_check.h"
-#include "model/finding_kinds.h"
-#include "reader/refusals.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
+#include "instances/loader.h"
+#include "instances/places.h"
+#include "kessel/errors.h"
 
 namespace Kessel {
 
 namespace {
 
-std::string first_bytes(std::istream& in) {
-  std::string head(HEAD_SIZE, '\0');
-  in.read(head.data(), static_cast<std::streamsize>(head.size()));
-  head.resize(static_cast<std::size_t>(in.gcount()));
-  return head;
-}
+/// Loads, and keeps what it is warned of.
+class CheckedLoader final : public InstanceLoader {
+ public:
+  CheckedLoader(Instances& instances, const Options& options, FindingList& findings)
+      : InstanceLoader(instances, options), findings_(findings) {}
+  void warning(const Finding& finding) override { findings_.add(finding); }
 
-void check_file(const std::filesystem::path& in, const Options& options, FindingList& findings) {
-  if (auto finding = find_no_regular_file(in)) return findings.add(std::move(*finding));
-  errno = 0;
-  std::ifstream file(in, std::ios::in | std::ios::binary);
-  if (!file.is_open()) {
-    const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
-    return findings.add(unreadable_file("cannot be opened: " + reason.message()));
+ private:
+  FindingList& findings_;
+};
+
+std::vector<Finding> check_records(std::istream& in, const Options& options) {
+  FindingList findings;
+  Instances instances;
+  CheckedLoader loader(instances, options, findings);
+  bool is_read = true;
+  try {
+    load_with(in, loader, options);
+  } catch (const InputError& error) {
+    findings.add(error.finding());
+    is_read = false;
   }
-  const std::string head = first_bytes(file);
-  if (file.bad()) return findings.add(unreadable_file("cannot be read"));
-  if (head.empty()) {
-    return findings.add(make_finding(FindingKind::empty_file, "The file is empty."));
+  if (is_read) {
+    check_references(in, instances, findings);
+    check_structure(in, instances, findings);
   }
-  file.clear();
-  file.seekg(0);
-
-  const auto no_exchange_file = recognise(head);
-  if (no_exchange_file) findings.add(*no_exchange_file);
-
-  File store{std::filesystem::path()};
-  TextCheck text(file, store, findings, options.memory_limit);
-  if (!text.read(no_exchange_file.has_value())) return;
-  check_references(store, text.places(), findings);
-  check_structure(store, text.places(), findings);
+  std::vector<Finding> found = findings.take();
+  set_lines(in, found);
+  return found;
 }
 
 }  // namespace
 
 std::vector<Finding> check(const std::filesystem::path& in, const Options& options) {
-  FindingList findings;
-  check_file(in, options, findings);
-  return findings.take();
+  if (auto finding = find_no_regular_file(in)) return {std::move(*finding)};
+  errno = 0;
+  std::ifstream file(in, std::ios::in | std::ios::binary);
+  if (!file.is_open()) {
+    const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
+    return {unreadable_file("cannot be opened: " + reason.message())};
+  }
+  return check_records(file, options);
 }
 
 }  // namespace Kessel

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "kessel/paged_array.h"
+#include "instances/column.h"
 
 namespace Kessel {
 
@@ -17,13 +17,14 @@ struct Cycle {
   std::size_t size = 0;      ///< how many there are; 1 for a node that leads to itself
 };
 
-/// Finds the cycles among nodes below `size`. `successors(node)` gives a span of the nodes that a
-/// node leads to. Tarjan's algorithm with a stack of its own: linear, however long a way is.
-template <class Successors>
+/// Finds the cycles among nodes below `size`. `successors(node)` gives a span of what leads on from
+/// a node, and `node_of` the node that one of these leads to. Tarjan's algorithm with a stack of
+/// its own: linear, however long a way is.
+template <class Successors, class NodeOf>
 class CycleSearch {
  public:
-  CycleSearch(std::size_t size, Successors successors)
-      : successors_(successors), order_(size), lowest_(size) {}
+  CycleSearch(std::size_t size, Successors successors, NodeOf node_of)
+      : successors_(successors), node_of_(node_of), order_(size), lowest_(size) {}
 
   /// Searches from `start`; what was visited before is not visited again.
   void visit(std::uint32_t start) {
@@ -31,12 +32,12 @@ class CycleSearch {
     enter(start);
     while (!way_.empty()) {
       Step& step = way_.back();
-      const std::span<const std::uint32_t> below = successors_(step.node);
+      const auto below = successors_(step.node);
       if (step.next == below.size()) {
         leave();
         continue;
       }
-      const std::uint32_t node = below[step.next++];
+      const std::uint32_t node = node_of_(below[step.next++]);
       if (order_[node] == 0) {
         enter(node);
       } else {
@@ -59,14 +60,14 @@ class CycleSearch {
   static constexpr std::uint32_t COMPLETE = UINT32_MAX;
 
   void enter(std::uint32_t node) {
-    order_.edit(node) = ++visited_;
-    lowest_.edit(node) = visited_;
+    order_[node] = ++visited_;
+    lowest_[node] = visited_;
     open_.push_back(node);
     way_.push_back({node, false, 0});
   }
 
   void lower(std::uint32_t node, std::uint32_t order) {
-    std::uint32_t& lowest = lowest_.edit(node);
+    std::uint32_t& lowest = lowest_[node];
     lowest = std::min(lowest, order);
   }
 
@@ -89,7 +90,7 @@ class CycleSearch {
     do {
       node = open_.back();
       open_.pop_back();
-      order_.edit(node) = COMPLETE;
+      order_[node] = COMPLETE;
       cycle.lowest = std::min(cycle.lowest, node);
       ++cycle.size;
     } while (node != first.node);
@@ -97,10 +98,11 @@ class CycleSearch {
   }
 
   Successors successors_;
-  PagedArray<std::uint32_t> order_;   // by node: when it was entered, 0 for not yet
-  PagedArray<std::uint32_t> lowest_;  // by node: the least order that it leads back to
-  std::vector<Step> way_;             // from the start to the node that is visited
-  std::vector<std::uint32_t> open_;   // entered, and not known to be in no cycle
+  NodeOf node_of_;
+  Column<std::uint32_t> order_;      // by node: when it was entered, 0 for not yet
+  Column<std::uint32_t> lowest_;     // by node: the least order that it leads back to
+  std::vector<Step> way_;            // from the start to the node that is visited
+  std::vector<std::uint32_t> open_;  // entered, and not known to be in no cycle
   std::uint32_t visited_ = 0;
   std::vector<Cycle> cycles_;
 };

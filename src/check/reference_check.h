@@ -1,15 +1,15 @@
 // Checks what the records refer to.
 #pragma once
 
-#include "check/finding_list.h"
-#include "check/record_places.h"
-#include "kessel/file.h"
+#include <istream>
+
+#include "findings/finding_list.h"
+#include "instances/instances.h"
 
 namespace Kessel {
 
-/// Finds references to instances that are not there, and references in a circle. `places` holds
-/// the place of each record. Afterwards no reference leads beyond the store, which has been given
-/// the room.
-void check_references(File& store, const RecordPlaces& places, FindingList& findings);
+/// Adds to `findings` which records of `instances`, read from `in`, refer to instances that are not
+/// there, and which refer to each other in circles.
+void check_references(std::istream& in, const Instances& instances, FindingList& findings);
 
 }  // namespace Kessel

@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 #include "reader/text.h"
 
 namespace Kessel {
@@ -68,10 +68,10 @@ bool is_no_text(char c) {
 }
 
 std::string_view without_comments_in_front(std::string_view text) {
-  for (text = trimmed(text); text.starts_with("/*");) {
+  for (text = trim(text); text.starts_with("/*");) {
     const std::size_t end = text.find("*/", 2);
     if (end == std::string_view::npos) return {};
-    text = trimmed(text.substr(end + 2));
+    text = trim(text.substr(end + 2));
   }
   return text;
 }

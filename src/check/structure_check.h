@@ -1,14 +1,14 @@
 // Checks the product structure.
 #pragma once
 
-#include "check/finding_list.h"
-#include "check/record_places.h"
-#include "kessel/file.h"
+#include <istream>
+
+#include "findings/finding_list.h"
+#include "instances/instances.h"
 
 namespace Kessel {
 
-/// Finds out whether there is something to split, and usages that join no parts or lead in a
-/// circle. No reference in the store may lead beyond it.
-void check_structure(const File& store, const RecordPlaces& places, FindingList& findings);
+/// Adds to `findings` what a split of `instances`, read from `in`, has to pass over or cannot do.
+void check_structure(std::istream& in, const Instances& instances, FindingList& findings);
 
 }  // namespace Kessel

@@ -1,6 +1,7 @@
 // The classes of bytes that the exchange structure is made of (ISO 10303-21, 5.2 and 6).
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace Kessel::Exchange {
@@ -34,13 +35,22 @@ constexpr std::size_t behind_comment(std::string_view text, std::size_t at) {
   return end == std::string_view::npos ? text.size() : end + 2;
 }
 
-/// The first position at or behind `at` that is neither blank nor in a comment.
+/// Whether `text` has a print control directive (`\N\`, `\F\`) at `at`, which counts as a blank.
+constexpr bool begins_print_control(std::string_view text, std::size_t at) {
+  return text[at] == '\\' && at + 2 < text.size() && text[at + 2] == '\\' &&
+         (text[at + 1] == 'N' || text[at + 1] == 'F');
+}
+
+/// The first position at or behind `at` that is neither blank nor in a comment or print control
+/// directive.
 constexpr std::size_t behind_blanks(std::string_view text, std::size_t at) {
   while (at < text.size()) {
     if (is_blank(text[at])) {
       ++at;
     } else if (begins_comment(text, at)) {
       at = behind_comment(text, at);
+    } else if (begins_print_control(text, at)) {
+      at += 3;
     } else {
       break;
     }

@@ -7,11 +7,13 @@ namespace Kessel::Exchange {
 
 namespace {
 
-using enum FindingKind;
-
 /// Finding::instance holds 32 bits; larger numbers stand in the sentence only.
+std::uint32_t instance_of(std::uint64_t number) {
+  return number > UINT32_MAX ? 0 : static_cast<std::uint32_t>(number);
+}
+
 std::uint32_t instance_of(const Record& record) {
-  return record.number > UINT32_MAX ? 0 : static_cast<std::uint32_t>(record.number);
+  return instance_of(record.number);
 }
 
 Finding make(FindingKind kind, Severity severity, std::string sentence, std::uint64_t offset,
@@ -21,6 +23,7 @@ Finding make(FindingKind kind, Severity severity, std::string sentence, std::uin
   finding.severity = severity;
   finding.sentence = std::move(sentence);
   finding.offset = offset;
+  finding.line = offset == 0 ? 1 : 0;  // The line of all else has to be counted.
   finding.instance = instance;
   return finding;
 }
@@ -36,6 +39,12 @@ Finding warning(FindingKind kind, std::string sentence, std::uint64_t offset,
 }
 
 }  // namespace
+
+Finding empty_file() {
+  Finding finding = error(FindingKind::empty_file, "The file is empty.", 0);
+  finding.line = 0;
+  return finding;
+}
 
 Finding unclosed_text(std::string_view text, std::uint64_t offset) {
   return text.starts_with('#')
@@ -62,10 +71,10 @@ Finding unclosed_list(const Record& record) {
                instance_of(record));
 }
 
-Finding unclosed_record(const Record& record) {
+Finding unclosed_record(const Statement& statement) {
   return error(FindingKind::unclosed_record,
-               "Another record begins in this one; a \";\" is missing between them.", record.offset,
-               instance_of(record));
+               "A record begins in this statement; a \";\" is missing in front of it.",
+               statement.offset);
 }
 
 Finding unclosed_section(std::string_view section, std::uint64_t offset) {
@@ -83,6 +92,17 @@ Finding statement_too_long(std::uint64_t offset) {
 Finding missing_header(std::uint64_t offset) {
   return error(FindingKind::missing_header, "The header section, \"HEADER;\", should begin here.",
                offset);
+}
+
+Finding record_outside_data(const Statement& statement) {
+  return error(FindingKind::skipped_text,
+               "A record stands here, outside of the data section; \"DATA;\" may be missing.",
+               statement.offset);
+}
+
+Finding too_large_number(const Statement& statement) {
+  return error(FindingKind::record_number_too_large,
+               "An instance number here is above 18446744073709551615.", statement.offset);
 }
 
 Finding unsupported_scope(const Record& record) {
@@ -122,15 +142,15 @@ Finding unusual_record(const Record& record, std::string_view what) {
                  instance_of(record));
 }
 
-Finding lone_backslash(const Record& record) {
+Finding lone_backslash(const Statement& statement, std::uint64_t number) {
   return warning(FindingKind::lone_backslash,
                  "A string has a \"\\\" that begins no directive and is not doubled.",
-                 record.offset, instance_of(record));
+                 statement.offset, instance_of(number));
 }
 
-Finding foreign_bytes(const Record& record) {
-  return warning(FindingKind::not_utf8, "Bytes here are neither ASCII nor UTF-8.", record.offset,
-                 instance_of(record));
+Finding foreign_bytes(const Statement& statement, std::uint64_t number) {
+  return warning(FindingKind::not_utf8, "Bytes here are neither ASCII nor UTF-8.", statement.offset,
+                 instance_of(number));
 }
 
 }  // namespace Kessel::Exchange

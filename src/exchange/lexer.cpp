@@ -7,8 +7,16 @@
 
 namespace Kessel::Exchange {
 
+namespace {
+
+constexpr bool is_hex_digit(char c) {
+  return is_digit(c) || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
+}
+
+}  // namespace
+
 Word Lexer::next() {
-  pass_over_blanks();
+  at_ = behind_blanks(text_, at_);
   if (at_ >= text_.size()) return {};
   const char c = text_[at_];
   switch (c) {
@@ -31,9 +39,9 @@ Word Lexer::next() {
     case '@':
       return take_name(WordKind::value);
     case '"':
-      return take_enclosed(WordKind::binary, '"');
+      return take_enclosed(WordKind::binary, '"', is_hex_digit);
     case '<':
-      return take_enclosed(WordKind::resource, '>');
+      return take_enclosed(WordKind::resource, '>', [](char) { return true; });
     case '\'': {
       const std::size_t end = behind_string(text_, at_);
       return end == std::string_view::npos ? take(WordKind::other, text_.size() - at_)
@@ -49,18 +57,9 @@ Word Lexer::next() {
     return take(WordKind::keyword, end - at_);
   }
   if (c == '.' && at_ + 1 < text_.size() && begins_keyword(text_[at_ + 1])) {
-    return take_enclosed(WordKind::enumeration, '.');
+    return take_enclosed(WordKind::enumeration, '.', is_in_keyword);
   }
   return take_number();
-}
-
-void Lexer::pass_over_blanks() {
-  for (;;) {
-    at_ = behind_blanks(text_, at_);
-    const std::string_view directive = text_.substr(at_, 3);
-    if (directive != "\\N\\" && directive != "\\F\\") return;
-    at_ += directive.size();
-  }
 }
 
 Word Lexer::take(WordKind kind, std::size_t length) {
@@ -100,10 +99,13 @@ Word Lexer::take_number() {
   return take(is_real ? WordKind::real : WordKind::integer, end - at_);
 }
 
-Word Lexer::take_enclosed(WordKind kind, char last) {
-  const std::size_t end = text_.find(last, at_ + 1);
-  if (end == std::string_view::npos) return take(WordKind::other, 1);
-  return take(kind, end + 1 - at_);
+/// What begins here and ends with `last`, where all between are `members`; a single byte otherwise.
+Word Lexer::take_enclosed(WordKind kind, char last, bool (*is_member)(char)) {
+  for (std::size_t end = at_ + 1; end < text_.size(); ++end) {
+    if (text_[end] == last) return take(kind, end + 1 - at_);
+    if (!is_member(text_[end])) break;
+  }
+  return take(WordKind::other, 1);
 }
 
 std::uint64_t number_in(std::string_view name) {

@@ -48,11 +48,10 @@ class Lexer {
   std::size_t position() const { return at_; }
 
  private:
-  void pass_over_blanks();
   Word take(WordKind kind, std::size_t length);
   Word take_name(WordKind number);
   Word take_number();
-  Word take_enclosed(WordKind kind, char last);
+  Word take_enclosed(WordKind kind, char last, bool (*is_member)(char));
 
   std::string_view text_;
   std::size_t at_;

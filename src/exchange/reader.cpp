@@ -5,6 +5,7 @@
 #include "check/signature.h"
 #include "exchange/characters.h"
 #include "exchange/faults.h"
+#include "exchange/lexer.h"
 #include "exchange/string_value.h"
 
 namespace Kessel::Exchange {
@@ -48,11 +49,29 @@ std::string_view name_of(Section section) {
   return "DATA";
 }
 
+/// Whether nothing but a section begins with `text`.
+bool begins_section(std::string_view text) {
+  return keyword_at_front(text) == "DATA" || is_word(text, "HEADER") || is_word(text, "ANCHOR") ||
+         is_word(text, "REFERENCE");
+}
+
+/// Whether `text` holds what defines something more than once, outside of literals and lists.
+bool defines_two(std::string_view text) {
+  Lexer lexer(text);
+  int definitions = 0;
+  for (Word word = lexer.next(); word.kind != WordKind::end; word = lexer.next()) {
+    if (word.kind == WordKind::equals) ++definitions;
+  }
+  return definitions > 1;
+}
+
 /// One reading: goes from section to section.
 class Reading {
  public:
-  Reading(std::istream& in, const Limits& limits, Listener& listener)
-      : cutter_(in, 0, limits.statement), limits_(limits), listener_(listener) {}
+  Reading(std::istream& in, std::uint64_t position, const Limits& limits, Listener& listener)
+      : cutter_(in, position, limits.statement, limits.block_size),
+        limits_(limits),
+        listener_(listener) {}
 
   Ending read() {
     Ending ending;
@@ -60,6 +79,13 @@ class Reading {
     ending.error = std::move(error_);
     ending.bytes = cutter_.offset();
     return ending;
+  }
+
+  /// Reads on in `section`, up to and with so many records and entries.
+  void read_on(Section section, std::uint64_t count) {
+    left_ = count;
+    const bool goes_on = section == Section::data ? read_records() : read_entries(section);
+    if (goes_on) read_sections();
   }
 
  private:
@@ -98,27 +124,31 @@ class Reading {
 
   /// The first word, behind a byte order mark.
   bool begin() {
-    if (const auto finding = recognise(cutter_.peek(HEAD_SIZE))) return stop(*finding);
-    if (cutter_.peek(BYTE_ORDER_MARK.size()) == BYTE_ORDER_MARK) {
-      cutter_.pass_over(BYTE_ORDER_MARK.size());
-    }
-    if (!take(nullptr)) return false;
-    if (is_word(statement().text, FIRST_WORD)) return true;
-    return stop(missing_header(statement().offset));
+    const std::string_view head = cutter_.peek(HEAD_SIZE);
+    if (head.empty()) return stop(empty_file());
+    if (const auto finding = recognise(head)) return stop(*finding);
+    if (head.starts_with(BYTE_ORDER_MARK)) cutter_.pass_over(BYTE_ORDER_MARK.size());
+    if (take(nullptr) && is_word(statement().text, FIRST_WORD)) return true;
+    return error_ ? false : stop(missing_header(statement().offset));
   }
 
   bool read_header() {
     if (!take(nullptr) || !is_word(statement().text, "HEADER")) {
-      return error_ ? false : stop(missing_header(cutter_.offset()));
+      return error_ ? false : stop(missing_header(statement().offset));
     }
     constexpr Section HEADER = Section::header;
     listener_.begin_section(HEADER, {});
     for (;;) {
       if (!take(&HEADER)) return false;
-      if (is_word(statement().text, "ENDSEC")) break;
-      if (statement().text.empty()) {
-        warn(empty_statement(statement().offset));
+      const std::string_view text = statement().text;
+      if (is_word(text, "ENDSEC")) break;
+      if (ends_without_word(text) || text.starts_with('#')) {
+        return stop(unclosed_section(name_of(HEADER), statement().offset));
+      }
+      if (keyword_at_front(text).empty()) {
+        warn(text.empty() ? empty_statement(statement().offset) : passed_over(statement()));
       } else {
+        if (is_full()) warn_of_bytes(0);
         listener_.header_entity(statement());
       }
     }
@@ -126,41 +156,67 @@ class Reading {
     return true;
   }
 
+  /// Whether `text` tells that the section, whose end was not met, is over.
+  static bool ends_without_word(std::string_view text) {
+    return keyword_at_front(text) == "ENDSEC" || begins_section(text) || is_word(text, LAST_WORD);
+  }
+
   void read_sections() {
-    for (;;) {
-      if (!take(nullptr)) {
-        if (!error_) warn(missing_end(cutter_.offset()));
-        return;
-      }
+    while (take_outside()) {
       const std::string_view text = statement().text;
       if (is_word(text, LAST_WORD)) return look_behind_end();
-      const std::string_view keyword = keyword_at_front(text);
-      bool goes_on = true;
-      if (keyword == "DATA") {
-        goes_on = read_data(text.substr(behind_blanks(text, keyword.size())));
-      } else if (is_word(text, "ANCHOR")) {
-        goes_on = read_entries(Section::anchor);
-      } else if (is_word(text, "REFERENCE")) {
-        goes_on = read_entries(Section::reference);
-      } else {
-        warn(text.empty() ? empty_statement(statement().offset) : passed_over(statement()));
-      }
-      if (!goes_on) return;
+      if (!read_section(text)) return;
     }
   }
 
-  bool read_data(std::string_view parameters) {
+  /// Takes the next statement outside of all sections; false at the end of the file.
+  bool take_outside() {
+    if (take(nullptr)) return true;
+    if (!error_) {
+      warn(missing_end(cutter_.offset()));
+    } else if (error_->kind == FindingKind::unclosed_text &&
+               LAST_WORD.starts_with(statement().text)) {
+      // Nothing but the last word is cut off.
+      error_.reset();
+      warn(missing_end(statement().offset));
+    }
+    return false;
+  }
+
+  bool read_section(std::string_view text) {
+    if (keyword_at_front(text) == "DATA") return read_data(text);
+    if (is_word(text, "ANCHOR")) return begin_entries(Section::anchor);
+    if (is_word(text, "REFERENCE")) return begin_entries(Section::reference);
+    if (text.starts_with('#') || statement().takes_in_record) {
+      return stop(record_outside_data(statement()));
+    }
+    warn(text.empty() ? empty_statement(statement().offset) : passed_over(statement()));
+    return true;
+  }
+
+  bool read_data(std::string_view text) {
+    const std::string_view parameters = text.substr(behind_blanks(text, 4));
+    if (!parameters.empty() && !parameters.starts_with('(')) {
+      return stop(unclosed_text(text, statement().offset));
+    }
+    if (statement().takes_in_record) return stop(unclosed_record(statement()));
+    listener_.begin_section(Section::data, parameters);
+    return read_records();
+  }
+
+  bool read_records() {
     constexpr Section DATA = Section::data;
-    listener_.begin_section(DATA, parameters);
     for (;;) {
       if (!take(&DATA)) return false;
       const std::string_view text = statement().text;
-      if (!text.empty() && text.front() == '#') {
+      if (text.starts_with('#')) {
         if (!take_record()) return false;
       } else if (is_word(text, "ENDSEC")) {
         break;
-      } else if (is_word(text, LAST_WORD)) {
-        return stop(unclosed_section("DATA", statement().offset));
+      } else if (ends_without_word(text)) {
+        return stop(unclosed_section(name_of(DATA), statement().offset));
+      } else if (statement().takes_in_record) {
+        return stop(unclosed_record(statement()));
       } else {
         warn(text.empty() ? empty_statement(statement().offset) : passed_over(statement()));
       }
@@ -172,46 +228,85 @@ class Reading {
   bool take_record() {
     const std::vector<Mention>& mentions = cutter_.mentions();
     if (mentions.empty() || mentions.front().begin != statement().text.data() + 1) {
+      if (statement().takes_in_record) return stop(unclosed_record(statement()));
       warn(passed_over(statement()));
       return true;
     }
     const Record record = record_of(statement(), mentions);
     if (is_full() && !scrutinise(record)) return false;
     listener_.record(record);
-    return true;
+    return --left_ != 0;
   }
 
   /// Looks for what makes a record doubtful or unusual.
   bool scrutinise(const Record& record) {
-    if (statement().names_two) return stop(unclosed_record(record));
-    if (statement().depth > 0) return stop(unclosed_list(record));
     if (record.body.starts_with('&')) return stop(unsupported_scope(record));
-    if (record.number == 0)
-      warn(unusual_record(record, "The number of this record is not usable."));
-    if (statement().depth < 0)
+    if (statement().takes_in_record) return stop(unclosed_record(statement()));
+    if (statement().depth > 0) return stop(unclosed_list(record));
+    if (statement().has_too_large_number) return stop(too_large_number(statement()));
+    if (record.number == 0) {
+      warn(unusual_record(record, "The number of this record is 0."));
+    }
+    if (statement().depth < 0) {
       warn(unusual_record(record, "A \")\" in this record closes nothing."));
+    }
+    if (!has_equals(record)) {
+      warn(unusual_record(record, "No \"=\" stands behind the number of this record."));
+    }
     if (record.keyword.empty() && !record.body.starts_with('(')) {
       warn(unusual_record(record, "This record has no type."));
     }
-    if (statement().has_backslash && has_lone_backslash(record.body)) warn(lone_backslash(record));
-    if (statement().has_high_bytes && !is_utf8(record.text)) warn(foreign_bytes(record));
+    warn_of_bytes(record.number);
     return true;
   }
 
-  bool read_entries(Section section) {
+  void warn_of_bytes(std::uint64_t number) {
+    const Statement& here = statement();
+    if (here.has_backslash && has_lone_backslash(here.text)) warn(lone_backslash(here, number));
+    if (here.has_high_bytes && !is_utf8(here.text)) warn(foreign_bytes(here, number));
+  }
+
+  /// Whether "=" follows the record's number.
+  bool has_equals(const Record& record) const {
+    const char* const behind_number = cutter_.mentions().front().end;
+    if (behind_number == record.text.data() + record.text.size()) return false;
+    if (*behind_number == '=') return true;
+    const std::size_t at =
+        behind_blanks(record.text, static_cast<std::size_t>(behind_number - record.text.data()));
+    return at < record.text.size() && record.text[at] == '=';
+  }
+
+  bool begin_entries(Section section) {
     listener_.begin_section(section, {});
+    return read_entries(section);
+  }
+
+  bool read_entries(Section section) {
     cutter_.know_resources(true);
     for (;;) {
       if (!take(&section)) return false;
-      if (is_word(statement().text, "ENDSEC")) break;
-      if (statement().text.empty()) {
-        warn(empty_statement(statement().offset));
-      } else {
-        listener_.entry(section, statement(), cutter_.mentions());
+      const std::string_view text = statement().text;
+      if (is_word(text, "ENDSEC")) break;
+      if (ends_without_word(text)) {
+        return stop(unclosed_section(name_of(section), statement().offset));
       }
+      if (text.empty()) {
+        warn(empty_statement(statement().offset));
+        continue;
+      }
+      if (is_full() && !scrutinise_entry(text)) return false;
+      listener_.entry(section, statement(), cutter_.mentions());
+      if (--left_ == 0) return false;
     }
     cutter_.know_resources(false);
     listener_.end_section(section);
+    return true;
+  }
+
+  bool scrutinise_entry(std::string_view text) {
+    if (defines_two(text)) return stop(unclosed_record(statement()));
+    if (statement().has_too_large_number) return stop(too_large_number(statement()));
+    warn_of_bytes(0);
     return true;
   }
 
@@ -230,6 +325,7 @@ class Reading {
   const Limits& limits_;
   Listener& listener_;
   std::optional<Finding> error_;
+  std::uint64_t left_ = 0;  // how many records and entries are to be read; 0 for all
 };
 
 }  // namespace
@@ -241,6 +337,7 @@ Record record_of(const Statement& statement, std::span<const Mention> mentions) 
   record.text = statement.text;
   record.mentions = mentions.subspan(1);
   record.offset = statement.offset;
+  record.is_plain = statement.is_plain;
   const std::string_view text = statement.text;
   std::size_t at = static_cast<std::size_t>(mentions.front().end - text.data());
   // Fast path: "#12=KEYWORD(".
@@ -259,15 +356,17 @@ Record record_of(const Statement& statement, std::span<const Mention> mentions) 
 Ending read_exchange_file(std::istream& in, const Limits& limits, Listener& listener) {
   in.clear();
   in.seekg(0);
-  return Reading(in, limits, listener).read();
+  return Reading(in, 0, limits, listener).read();
 }
 
-void read_record_at(std::istream& in, std::uint64_t offset, Listener& listener) {
+void read_records_at(std::istream& in, std::uint64_t offset, Section section, std::uint64_t count,
+                     Listener& listener) {
+  if (count == 0) return;
   in.clear();
   in.seekg(static_cast<std::streamoff>(offset));
-  StatementCutter cutter(in, offset);
-  if (cutter.next(Scrutiny::none) != Cut::statement || cutter.mentions().empty()) return;
-  listener.record(record_of(cutter.statement(), cutter.mentions()));
+  Limits limits;
+  limits.scrutiny = Scrutiny::none;
+  Reading(in, offset, limits, listener).read_on(section, count);
 }
 
 }  // namespace Kessel::Exchange

@@ -25,6 +25,7 @@ struct Record {
   std::string_view keyword;  ///< that `body` begins with, "!" included; empty for a complex one
   std::span<const Mention> mentions;  ///< the instance names in `body`, in order
   std::uint64_t offset = 0;           ///< of `text`, in bytes from the input's beginning
+  bool is_plain = true;               ///< Statement::is_plain
 };
 
 /// Learns what an exchange file holds, in the order in which it stands there.
@@ -50,6 +51,8 @@ struct Limits {
   /// Without scrutiny nothing is looked for that a first reading of the same file has told, neither
   /// warnings nor unclosed lists.
   Scrutiny scrutiny = Scrutiny::full;
+  /// Bytes that are read at once.
+  std::size_t block_size = StatementCutter::BLOCK_SIZE;
 };
 
 /// How a reading ended.
@@ -66,8 +69,10 @@ struct Ending {
 /// a listener throws passes through. Does not throw itself.
 Ending read_exchange_file(std::istream& in, const Limits& limits, Listener& listener);
 
-/// Reads the record that begins at `offset`, as a Listener was told, and nothing else.
-void read_record_at(std::istream& in, std::uint64_t offset, Listener& listener);
+/// Reads `count` records or entries of `section`, and others behind it, from the one that begins at
+/// `offset` on, as a Listener was told of a file that was read before.
+void read_records_at(std::istream& in, std::uint64_t offset, Section section, std::uint64_t count,
+                     Listener& listener);
 
 /// The record that a statement which begins with an instance name is.
 Record record_of(const Statement& statement, std::span<const Mention> mentions);

@@ -15,7 +15,6 @@ namespace Kessel::Exchange {
 
 namespace {
 
-constexpr std::size_t BLOCK_SIZE = std::size_t{256} * 1024;
 /// Zeros behind what was read, so that whole words and blocks can be looked at.
 constexpr std::size_t PADDING = 64;
 
@@ -64,10 +63,11 @@ std::uint64_t take_number(const char*& p) {
 
 }  // namespace
 
-StatementCutter::StatementCutter(std::istream& in, std::uint64_t position, std::uint64_t max_held)
+StatementCutter::StatementCutter(std::istream& in, std::uint64_t position, std::uint64_t max_held,
+                                 std::size_t block_size)
     : in_(in),
-      buffer_(make_buffer(BLOCK_SIZE)),
-      capacity_(BLOCK_SIZE),
+      buffer_(make_buffer(block_size)),
+      capacity_(block_size),
       ended_(!in.good()),
       max_held_(max_held),
       passed_(position) {
@@ -75,7 +75,8 @@ StatementCutter::StatementCutter(std::istream& in, std::uint64_t position, std::
 }
 
 /// Reads behind what is left in the buffer, which moves to the front first and grows when it fills
-/// the buffer. Returns whether anything was read.
+/// the buffer. Returns whether the buffer changed, after which no pointer into it is good; it does
+/// not where the input has ended, or no more may be held.
 bool StatementCutter::refill() {
   if (ended_) return false;
   const std::size_t left = end_ - begin_;
@@ -96,7 +97,7 @@ bool StatementCutter::refill() {
   end_ = left + count;
   std::memset(buffer_.get() + end_, 0, PADDING);
   ended_ = count == 0;
-  return count != 0;
+  return true;
 }
 
 std::string_view StatementCutter::peek(std::size_t most) {
@@ -138,18 +139,24 @@ Cut StatementCutter::next(Scrutiny scrutiny) {
 
 void StatementCutter::begin_statement() {
   mentions_.clear();
+  statement_.has_too_large_number = false;
   statement_.depth = 0;
-  statement_.names_two = false;
+  statement_.takes_in_record = false;
   statement_.has_backslash = false;
   statement_.has_high_bytes = false;
+  statement_.is_plain = true;
 }
 
-/// Where the blanks and comments at `p` end. `is_open` tells that a comment does not end; then it
-/// is that comment's beginning.
+/// Where the blanks, comments and print control directives at `p` end. `is_open` tells that a
+/// comment does not end; then it is that comment's beginning.
 const char* StatementCutter::find_lead_end(const char* p, bool& is_open) const {
   const char* const end = buffer_.get() + end_;
   for (;;) {
     while (is_blank(*p)) ++p;  // Ends at the padding.
+    if (*p == '\\' && (p[1] == 'N' || p[1] == 'F') && p[2] == '\\') {
+      p += 3;
+      continue;
+    }
     if (*p != '/' || p[1] != '*') return p;
     const std::string_view rest(p, static_cast<std::size_t>(end - p));
     const std::size_t close = rest.find("*/", 2);
@@ -161,22 +168,35 @@ const char* StatementCutter::find_lead_end(const char* p, bool& is_open) const {
   }
 }
 
+/// Takes the instance name at `p` in the statement that begins at `first`.
 template <bool full>
-inline void StatementCutter::mention(const char*& p) {
-  if (full && statement_.depth == 0 && !mentions_.empty()) statement_.names_two = true;
+inline void StatementCutter::mention(const char* first, const char*& p) {
+  if (full && statement_.depth <= 0 && p != first) statement_.takes_in_record = true;
   const char* const begin = ++p;
   const std::uint64_t number = take_number(p);
   // "#NAME" is a constant's name (ISO 10303-21, 6.4.4.4), and stays as it is.
-  if (p != begin) mentions_.push_back({number, begin, p});
+  statement_.is_plain &= number != 0;
+  if (p == begin) return;
+  mentions_.push_back({number, begin, p});
+  if (number == 0) {
+    statement_.has_too_large_number |= std::any_of(begin, p, [](char c) { return c != '0'; });
+  }
+}
+
+/// Notes which bytes stand in a text that is passed over.
+void StatementCutter::look_at(const char* from, const char* to) {
+  for (; from < to; ++from) {
+    statement_.has_backslash |= *from == '\\';
+    statement_.has_high_bytes |= (*from & 0x80) != 0;
+  }
 }
 
 /// Looks for the ";" byte by byte; the way in sections with resources.
 StatementCutter::Scan StatementCutter::scan_plainly(const char* from, const char*& at) {
   const char* const end = buffer_.get() + end_;
   for (const char* p = from; p < end;) {
+    const char* const here = p;
     const std::string_view rest(p, static_cast<std::size_t>(end - p));
-    statement_.has_backslash |= *p == '\\';
-    statement_.has_high_bytes |= (*p & 0x80) != 0;
     if (*p == ';') {
       at = p;
       return Scan::closed;
@@ -184,26 +204,25 @@ StatementCutter::Scan StatementCutter::scan_plainly(const char* from, const char
     if (*p == '\'') {
       const std::size_t behind = behind_string(rest, 0);
       if (behind == std::string_view::npos) return Scan::in_string;
-      for (const char c : rest.substr(0, behind)) {
-        statement_.has_backslash |= c == '\\';
-        statement_.has_high_bytes |= (c & 0x80) != 0;
-      }
+      statement_.is_plain &= rest.substr(0, behind).find("\\'") == std::string_view::npos;
       p += behind;
     } else if (begins_comment(rest, 0)) {
       const std::size_t close = rest.find("*/", 2);
       if (close == std::string_view::npos) return Scan::in_comment;
+      statement_.is_plain = false;
       p += close + 2;
     } else if (*p == '<' && knows_resources_) {
       const std::size_t close = rest.find('>');
       if (close == std::string_view::npos) return Scan::more;
       p += close + 1;
     } else if (*p == '#') {
-      mention<true>(p);
+      mention<true>(from, p);
     } else {
       if (*p == '(') ++statement_.depth;
       if (*p == ')') --statement_.depth;
       ++p;
     }
+    look_at(here, p);
   }
   return Scan::more;
 }
@@ -263,17 +282,19 @@ StatementCutter::Scan StatementCutter::scan(const char* from, const char*& at) {
             behind_string({string, static_cast<std::size_t>(end - string)}, 0);
         if (behind == std::string_view::npos) return Scan::in_string;
         next_block = string + behind;
+        statement_.is_plain = false;
+        if constexpr (full) look_at(p, next_block);
         string = nullptr;
         break;
       }
       if (c == '\'') {
         string = p;
       } else if (c == '#') {
-        mention<full>(p);
+        mention<full>(from, p);
       } else if (c == ';') {
         if constexpr (full) {
-          statement_.has_backslash = _mm_movemask_epi8(backslashes) != 0;
-          statement_.has_high_bytes = _mm_movemask_epi8(high) != 0;
+          statement_.has_backslash |= _mm_movemask_epi8(backslashes) != 0;
+          statement_.has_high_bytes |= _mm_movemask_epi8(high) != 0;
         }
         at = p;
         return Scan::closed;
@@ -283,6 +304,8 @@ StatementCutter::Scan StatementCutter::scan(const char* from, const char*& at) {
         const std::size_t close = rest.find("*/", 2);
         if (close == std::string_view::npos) return Scan::in_comment;
         next_block = p + close + 2;
+        statement_.is_plain = false;
+        if constexpr (full) look_at(p, next_block);
         break;
       } else if (full && c != '+') {
         statement_.depth += c == '(' ? 1 : -1;

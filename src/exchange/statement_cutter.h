@@ -22,11 +22,19 @@ struct Statement {
   std::string_view lead;     ///< blanks and comments in front, as they stand
   std::string_view text;     ///< without blanks at its ends and without its ";"
   std::uint64_t offset = 0;  ///< of `text`, in bytes from the input's beginning
-  int depth = 0;             ///< "(" less ")" outside strings and comments, where that is counted
-  /// A second instance name outside all parentheses: the statement takes in a second record.
-  bool names_two = false;
-  bool has_backslash = false;   ///< anywhere in it, where that is looked for
+  /// A number in it is above 2^64-1.
+  bool has_too_large_number = false;
+
+  // Known with full scrutiny only.
+  int depth = 0;  ///< "(" less ")" outside strings and comments
+  /// An instance name stands outside all parentheses, and not at its beginning: the statement takes
+  /// in a record behind something else.
+  bool takes_in_record = false;
+  bool has_backslash = false;   ///< perhaps; certainly not where it is false
   bool has_high_bytes = false;  ///< bytes above 127, likewise
+  /// Whether the "#" outside apostrophes are just the instance names, each with a number: no
+  /// comment, directive with an apostrophe, constant or unusable number is in the way.
+  bool is_plain = true;
 };
 
 /// How next() ended.
@@ -35,7 +43,7 @@ enum class Cut : std::uint8_t {
   end,               ///< nothing but blanks and comments is left
   unclosed_text,     ///< the input ended before a ";"; the rest is the statement's text
   unclosed_string,   ///< likewise, inside a string
-  unclosed_comment,  ///< likewise, inside a comment, which is the text
+  unclosed_comment,  ///< likewise, inside a comment; the text may be that comment alone
   too_long,          ///< a statement needs more memory than it may take
 };
 
@@ -47,10 +55,13 @@ enum class Scrutiny : std::uint8_t { none, full };
 class StatementCutter {
  public:
   static constexpr std::uint64_t NO_LIMIT = ~std::uint64_t{0};
+  static constexpr std::size_t BLOCK_SIZE = std::size_t{256} * 1024;
 
-  /// `position` is that of the stream. No text longer than `max_held` bytes is held.
+  /// `position` is that of the stream. A statement, with what stands in front of it, may be as long
+  /// as `max_held` or a block, whichever is more. `block_size` is not 0; what is cut does not
+  /// depend on it.
   explicit StatementCutter(std::istream& in, std::uint64_t position = 0,
-                           std::uint64_t max_held = NO_LIMIT);
+                           std::uint64_t max_held = NO_LIMIT, std::size_t block_size = BLOCK_SIZE);
 
   /// The next statement. What it gives is valid until the next call.
   Cut next(Scrutiny scrutiny = Scrutiny::full);
@@ -79,7 +90,8 @@ class StatementCutter {
   Scan scan_plainly(const char* from, const char*& at);
   void begin_statement();
   template <bool full>
-  void mention(const char*& p);
+  void mention(const char* first, const char*& p);
+  void look_at(const char* from, const char* to);
 
   std::istream& in_;
   std::unique_ptr<char[]> buffer_;

@@ -123,10 +123,13 @@ class Decoder {
   /// `\X2\....\X0\` and `\X4\........\X0\`. A run that is not closed ends with its last digits.
   bool take_run(std::string_view directive, std::size_t digits) {
     if (!take(rest_, directive)) return false;
-    std::string run;
+    bool is_empty = true;
     while (!take(rest_, "\\X0\\")) {
       auto unit = take_hex(rest_, digits);
-      if (!unit) return false;
+      if (!unit) {
+        has_lone_backslash_ = true;
+        return !is_empty;
+      }
       if (*unit >= 0xD800 && *unit < 0xDC00) {  // UTF-16, which the standard does not ask for.
         std::string_view behind = rest_;
         const auto second = take_hex(behind, digits);
@@ -135,9 +138,9 @@ class Decoder {
           rest_ = behind;
         }
       }
-      append_utf8(run, is_surrogate(*unit) || *unit > 0x10FFFF ? REPLACEMENT_CHARACTER : *unit);
+      append_utf8(out_, is_surrogate(*unit) || *unit > 0x10FFFF ? REPLACEMENT_CHARACTER : *unit);
+      is_empty = false;
     }
-    out_ += run;
     return true;
   }
 

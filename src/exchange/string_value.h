@@ -13,8 +13,8 @@ namespace Kessel::Exchange {
 /// for their ISO 8859-1 characters, and half of a surrogate pair for U+FFFD.
 std::string string_value(std::string_view literal);
 
-/// Whether a string among the words of `text` has a "\" that begins no directive and is not
-/// doubled.
+/// Whether a string among the words of `text` has a "\" that begins no directive, or none that is
+/// closed, and is not doubled.
 bool has_lone_backslash(std::string_view text);
 
 /// Whether all of `text` is UTF-8 (ISO 10646, Annex D).

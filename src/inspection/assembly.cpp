@@ -1,78 +1,37 @@
-// From a file that was read to its product structure as plain data.
 #include "inspection/assembly.h"
 
-#include "inspection/parameters.h"
+#include <utility>
+
 #include "inspection/walk.h"
+#include "products/file_names.h"
 
 namespace Kessel {
 
 namespace {
 
-/// The number at reference `i` of `record`; 0 where there is none.
-std::uint32_t reference_of(const Entity& record, std::size_t i) {
-  const auto references = record.references();
-  return i < references.size() ? references[i] : 0;
+/// The number of a record; 0 for one that 32 bits do not hold.
+std::uint32_t number_of(const Instances& instances, Index record) {
+  const std::uint64_t number = instances.number(record);
+  return number > UINT32_MAX ? 0 : static_cast<std::uint32_t>(number);
 }
 
-/// The same for record `number`, which may not be there.
-std::uint32_t reference_of(const File& file, std::uint32_t number, std::size_t i) {
-  const Entity* record = number < file.entities().size() ? file.entities()[number] : nullptr;
-  return record == nullptr ? 0 : reference_of(*record, i);
-}
-
-/// The string that a kept text ends with.
-std::string last_string(std::string_view text) {
-  const std::size_t begin = text.find('\'');
-  return begin == std::string_view::npos ? std::string() : text_value(text.substr(begin));
-}
-
-/// Reads what the product says: the definition's formation leads to it.
-void name_by_product(const InspectedFile& inspected, const Part& part, PartInfo& info) {
-  const std::uint32_t product = reference_of(inspected.file(), reference_of(part, 0), 0);
-  const auto parameters = parameters_of(inspected.texts().find(product), "PRODUCT");
-  info.id = text_value(parameter(parameters, 0));
-  info.name = text_value(parameter(parameters, 1));
-  info.description = text_value(parameter(parameters, 2));
-}
-
-/// Takes the name of the representation that a mapped item shows (ISO 10303-43), else its own.
-void name_by_representation(const InspectedFile& inspected, const Part& part, PartInfo& info) {
-  const KeptTexts& texts = inspected.texts();
-  const std::uint32_t shown = reference_of(inspected.file(), reference_of(part, 0), 1);
-  info.name = last_string(texts.find(shown));
-  if (info.name.empty()) info.name = last_string(texts.find(info.record));
-}
-
-PartRole role_of(const Part& part) {
-  if (part.children.empty())
-    return part.part_kind == ASSEMBLY_PART ? PartRole::assembly : PartRole::part;
-  return part.part_kind == LEAF_PART ? PartRole::assembly_with_bodies : PartRole::assembly;
-}
-
-PartInfo info_of(const InspectedFile& inspected, const Part& part) {
-  PartInfo info;
-  info.record = inspected.number_of(part);
-  info.role = role_of(part);
-  info.file = part.path;
-  if (part.type() == "MAPPED_ITEM") {
-    name_by_representation(inspected, part, info);
-  } else if (info.record != 0) {
-    name_by_product(inspected, part, info);
-  }
-  return info;
+PartRole role_of(const Product& product) {
+  if (product.usages.empty()) return PartRole::part;
+  return product.has_bodies ? PartRole::assembly_with_bodies : PartRole::assembly;
 }
 
 /// Turns lists of components with repeats into lists with counts.
 class ComponentCounter {
  public:
-  explicit ComponentCounter(std::size_t parts) : places_(parts, 0) {}
+  explicit ComponentCounter(const Products& all) : all_(all), places_(all.products.size(), 0) {}
 
-  std::vector<PartUse> count(const std::vector<Part*>& children) {
+  std::vector<PartUse> count(const Product& product) {
     std::vector<PartUse> uses;
-    for (const Part* child : children) {
-      std::size_t& place = places_[child->list_position];
+    for (const std::uint32_t usage : product.usages) {
+      const ProductId component = all_.usages[usage].component;
+      std::size_t& place = places_[component];
       if (place == 0) {
-        uses.push_back({child->list_position, 0, false});
+        uses.push_back({component, 0, false});
         place = uses.size();
       }
       ++uses[place - 1].count;
@@ -82,37 +41,58 @@ class ComponentCounter {
   }
 
  private:
-  std::vector<std::size_t> places_;  // by part: where it stands in the list, from 1; 0 for nowhere
+  const Products& all_;
+  std::vector<std::size_t> places_;  // by product: where it stands in the list, from 1; 0: nowhere
 };
 
-/// The components of a generated root: every part that nothing uses.
-std::vector<PartUse> tops_of(const File& file) {
-  std::vector<PartUse> tops;
-  for (const Part* part : file.parts()) {
-    if (part->parents.empty() && part != file.root_part())
-      tops.push_back({part->list_position, 1, false});
+/// The products that a split gives files, the root's first; NO_PRODUCT for a root that only holds
+/// several tops together.
+std::vector<ProductId> products_with_files(const Products& all, AssemblyStyle style) {
+  const ProductId root = all.tops.size() == 1 ? all.tops.front() : NO_PRODUCT;
+  std::vector<ProductId> with_files{root};
+  for (ProductId product = 0; product < all.products.size(); ++product) {
+    const bool has_file = style != AssemblyStyle::lean || !all.is_assembly(product);
+    if (product != root && has_file) with_files.push_back(product);
   }
-  return tops;
+  return with_files;
 }
 
 }  // namespace
 
-Assembly assembly_of(const InspectedFile& inspected) {
-  const File& file = inspected.file();
+Assembly assembly_of(const InspectedFile& file, const Options& options) {
+  const Products& all = file.products;
   Assembly assembly;
-  assembly.parts.reserve(file.parts().size());
-  ComponentCounter counter(file.parts().size());
-  for (const Part* part : file.parts()) {
-    PartInfo& info = assembly.parts.emplace_back(info_of(inspected, *part));
-    info.components = info.record == 0 ? tops_of(file) : counter.count(part->children);
+  ComponentCounter counter(all);
+  for (const Product& product : all.products) {
+    PartInfo& info = assembly.parts.emplace_back();
+    info.record = number_of(file.instances, product.definition);
+    info.id = product.id;
+    info.name = product.name;
+    info.description = product.description;
+    info.role = role_of(product);
+    info.components = counter.count(product);
   }
-  if (file.root_part() != nullptr) assembly.roots.push_back(file.root_part()->list_position);
+  if (all.tops.size() > 1) {
+    PartInfo& root = assembly.parts.emplace_back();
+    root.role = PartRole::assembly;
+    for (const ProductId top : all.tops) root.components.push_back({top, 1, false});
+  }
+  if (!all.tops.empty()) {
+    const std::vector<ProductId> named = products_with_files(all, options.assemblies);
+    std::vector<std::filesystem::path> names =
+        file_names(file.instances, all, named, options.names);
+    for (std::size_t i = 0; i < named.size(); ++i) {
+      const bool is_generated = named[i] == NO_PRODUCT;
+      (is_generated ? assembly.parts.back() : assembly.parts[named[i]]).file = std::move(names[i]);
+    }
+    assembly.roots.push_back(all.tops.size() > 1 ? all.products.size() : all.tops.front());
+  }
   complete(assembly);
   return assembly;
 }
 
 Assembly read_assembly(const std::filesystem::path& in, const Options& options) {
-  return assembly_of(InspectedFile(in, options));
+  return assembly_of(InspectedFile(in, options), options);
 }
 
 }  // namespace Kessel

@@ -1,4 +1,4 @@
-// From a file that was read to its product structure as plain data.
+// From products to their structure as plain data.
 #pragma once
 
 #include "inspection/inspected_file.h"
@@ -6,7 +6,8 @@
 
 namespace Kessel {
 
-/// The product structure of `inspected`.
-Assembly assembly_of(const InspectedFile& inspected);
+/// What is known of the products of `file`, with the names that a split with `options` gives their
+/// files.
+Assembly assembly_of(const InspectedFile& file, const Options& options);
 
 }  // namespace Kessel

@@ -1,14 +1,31 @@
-// The fields of the header section.
 #include "inspection/header.h"
 
-#include "inspection/parameters.h"
+#include <string_view>
+
+#include "exchange/parameters.h"
+#include "inspection/values.h"
 
 namespace Kessel {
 
-Header read_header(std::string_view text) {
-  const auto description = parameters_of(text, "FILE_DESCRIPTION");
-  const auto name = parameters_of(text, "FILE_NAME");
-  const auto schema = parameters_of(text, "FILE_SCHEMA");
+namespace {
+
+Exchange::Parameters find(const std::vector<std::string>& entities, std::string_view keyword) {
+  for (const std::string& entity : entities) {
+    const auto records = Exchange::partial_records(entity);
+    if (!records.empty() && records.front().keyword == keyword) {
+      return Exchange::items_of(records.front().list);
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+Header read_header(const std::vector<std::string>& entities) {
+  using Exchange::parameter;
+  const Exchange::Parameters description = find(entities, "FILE_DESCRIPTION");
+  const Exchange::Parameters name = find(entities, "FILE_NAME");
+  const Exchange::Parameters schema = find(entities, "FILE_SCHEMA");
   Header header;
   header.description = text_values(parameter(description, 0));
   header.implementation_level = text_value(parameter(description, 1));

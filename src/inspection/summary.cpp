@@ -1,16 +1,32 @@
 // What an exchange file says about itself, and what is in it.
 #include "kessel/summary.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "inspection/assembly.h"
 #include "inspection/header.h"
-#include "inspection/inspected_file.h"
 #include "inspection/units.h"
 
 namespace Kessel {
 
 namespace {
+
+/// How many records have each type, the most frequent first, equally frequent ones by name.
+std::vector<TypeCount> count_types(const Instances& instances) {
+  std::vector<std::uint64_t> records(instances.types().size());
+  for (Index record = 0; record < instances.size(); ++record) ++records[instances.type(record)];
+  std::vector<TypeCount> counts;
+  for (TypeId type = TypeTable::FIRST_OF_RECORDS; type < instances.types().size(); ++type) {
+    if (records[type] != 0) {
+      counts.push_back({std::string(instances.types().name(type)), records[type]});
+    }
+  }
+  std::sort(counts.begin(), counts.end(), [](const TypeCount& a, const TypeCount& b) {
+    return a.records != b.records ? a.records > b.records : a.type < b.type;
+  });
+  return counts;
+}
 
 void count_parts(const Assembly& assembly, Summary& summary) {
   for (const PartInfo& part : assembly.parts) {
@@ -23,17 +39,17 @@ void count_parts(const Assembly& assembly, Summary& summary) {
 
 }  // namespace
 
-Summary read_summary(const std::filesystem::path& in) {
-  const InspectedFile inspected(in, Options());
+Summary read_summary(const std::filesystem::path& in, const Options& options) {
+  const InspectedFile file(in, options);
   Summary summary;
-  summary.header = read_header(inspected.header());
+  summary.header = read_header(file.instances.header());
   std::error_code unknown;
   summary.bytes = std::filesystem::file_size(in, unknown);
   if (unknown) summary.bytes = 0;
-  summary.types = inspected.types().sorted();
+  summary.types = count_types(file.instances);
   for (const TypeCount& type : summary.types) summary.records += type.records;
-  count_parts(assembly_of(inspected), summary);
-  sum_up_units(inspected.texts(), inspected.unit_contexts(), summary);
+  count_parts(assembly_of(file, options), summary);
+  sum_up_units(file.instances, summary);
   return summary;
 }
 

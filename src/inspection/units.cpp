@@ -8,7 +8,8 @@
 #include <string_view>
 #include <utility>
 
-#include "inspection/parameters.h"
+#include "exchange/parameters.h"
+#include "inspection/values.h"
 
 namespace Kessel {
 
@@ -34,30 +35,36 @@ void append_lower(std::string& out, std::string_view name) {
 
 /// What a unit's record says, entity by entity.
 struct UnitRecord {
-  explicit UnitRecord(std::string_view record) {
-    for_each_group(record, [&](std::string_view keyword, std::string_view list) {
+  explicit UnitRecord(std::string_view body) {
+    for (const auto& [keyword, list] : Exchange::partial_records(body)) {
       is_length = is_length || keyword == "LENGTH_UNIT";
       is_plane_angle = is_plane_angle || keyword == "PLANE_ANGLE_UNIT";
-      if (keyword == "SI_UNIT") si = list_items(list);
-      if (keyword == "CONVERSION_BASED_UNIT") conversion = list_items(list);
-    });
+      if (keyword == "SI_UNIT") si = Exchange::items_of(list);
+      if (keyword == "CONVERSION_BASED_UNIT") conversion = Exchange::items_of(list);
+    }
   }
   std::string name() const {
     if (!conversion.empty()) return text_value(conversion[0]);
     std::string name;
-    append_lower(name, enumeration_value(parameter(si, 0)));
-    append_lower(name, enumeration_value(parameter(si, 1)));
+    append_lower(name, enumeration_value(Exchange::parameter(si, 0)));
+    append_lower(name, enumeration_value(Exchange::parameter(si, 1)));
     return name;
   }
 
   bool is_length = false;
   bool is_plane_angle = false;
-  std::vector<std::string_view> si;          // prefix, name
-  std::vector<std::string_view> conversion;  // name, measure
+  Exchange::Parameters si;          // prefix, name
+  Exchange::Parameters conversion;  // name, measure
 };
 
+/// The body of the record that `parameter` names.
+std::string_view body_of(const Instances& instances, std::string_view parameter) {
+  const Index record = instances.find(Exchange::instance_of(parameter));
+  return record == NO_RECORD ? std::string_view() : instances.kept_body(record);
+}
+
 /// The size of a unit in metres or radians; 0 where its conversions do not lead there.
-double factor_of(const KeptTexts& texts, UnitRecord unit) {
+double factor_of(const Instances& instances, UnitRecord unit) {
   constexpr int MOST_CONVERSIONS = 10;  // More than any unit needs: they may go in a circle.
   double value = 1;
   for (int conversion = 0; conversion < MOST_CONVERSIONS; ++conversion) {
@@ -68,14 +75,15 @@ double factor_of(const KeptTexts& texts, UnitRecord unit) {
       const double factor = exponent < 0 ? value / power : value * power;
       return std::isfinite(factor) ? factor : 0;
     }
-    std::vector<std::string_view> measure;
-    for_each_group(texts.find(reference_value(parameter(unit.conversion, 1))),
-                   [&](std::string_view keyword, std::string_view list) {
-                     const bool found = keyword.ends_with("MEASURE_WITH_UNIT");
-                     if (found && measure.empty()) measure = list_items(list);
-                   });
-    value *= number_value(parameter(measure, 0));
-    unit = UnitRecord(texts.find(reference_value(parameter(measure, 1))));
+    const std::string_view body = body_of(instances, Exchange::parameter(unit.conversion, 1));
+    Exchange::Parameters measure;
+    for (const auto& [keyword, list] : Exchange::partial_records(body)) {
+      if (keyword.ends_with("MEASURE_WITH_UNIT") && measure.empty()) {
+        measure = Exchange::items_of(list);
+      }
+    }
+    value *= number_value(Exchange::parameter(measure, 0));
+    unit = UnitRecord(body_of(instances, Exchange::parameter(measure, 1)));
   }
   return 0;
 }
@@ -93,16 +101,16 @@ std::vector<UnitUse> most_used_first(const Tally& tally) {
 
 }  // namespace
 
-void sum_up_units(const KeptTexts& texts, const std::vector<std::uint32_t>& contexts,
-                  Summary& summary) {
+void sum_up_units(const Instances& instances, Summary& summary) {
+  constexpr std::string_view ASSIGNING = "GLOBAL_UNIT_ASSIGNED_CONTEXT";
   Tally lengths;
   Tally plane_angles;
-  for (const std::uint32_t context : contexts) {
-    const auto assigned = parameters_of(texts.find(context), "GLOBAL_UNIT_ASSIGNED_CONTEXT");
-    for (const std::string_view item : list_items(parameter(assigned, 0))) {
-      const UnitRecord unit(texts.find(reference_value(item)));
+  for (const Index context : instances.kept_with(ASSIGNING)) {
+    const auto assigned = Exchange::parameters_of(instances.kept_body(context), ASSIGNING);
+    for (const std::string_view item : Exchange::items_of(Exchange::parameter(assigned, 0))) {
+      const UnitRecord unit(body_of(instances, item));
       if (!unit.is_length && !unit.is_plane_angle) continue;
-      ++(unit.is_length ? lengths : plane_angles)[{unit.name(), factor_of(texts, unit)}];
+      ++(unit.is_length ? lengths : plane_angles)[{unit.name(), factor_of(instances, unit)}];
     }
   }
   summary.length_units = most_used_first(lengths);

@@ -28,11 +28,12 @@ constexpr Row ROWS[] = {
     {exactly, "PRESENTATION_LAYER_ASSIGNMENT", 2},
     {exactly, "INVISIBILITY", 0},
     {exactly, "CONTEXT_DEPENDENT_INVISIBILITY", 0},
+    // A style of several parts: one thing.
+    {exactly, "PRESENTATION_STYLE_ASSIGNMENT", NO_PARAMETER},
     // Management data: what is assigned, sometimes in which role, and to what.
     {ending, "_ASSIGNMENT", LAST_PARAMETER},
     {beginning, "CC_DESIGN_", LAST_PARAMETER},
     {exactly, "APPLIED_DOCUMENT_REFERENCE", 2},
-    {exactly, "APPLIED_DOCUMENT_USAGE_CONSTRAINT_ASSIGNMENT", LAST_PARAMETER},
     {exactly, "AUTO_DESIGN_DOCUMENT_REFERENCE", 2},
     // Categories: name, description, products.
     {exactly, "PRODUCT_RELATED_PRODUCT_CATEGORY", 2},

@@ -53,6 +53,11 @@ class Column {
     values_[size_++] = value;
   }
 
+  /// Makes room for so many values in all.
+  void reserve(std::size_t room) {
+    if (room > room_) set_room(room);
+  }
+
   /// Gives back what the array has no values for.
   void shrink_to_fit() {
     if (size_ != 0 && size_ != room_) set_room(size_);
@@ -60,10 +65,6 @@ class Column {
 
  private:
   static constexpr std::size_t FIRST_ROOM = 64;
-
-  void reserve(std::size_t room) {
-    if (room > room_) set_room(room);
-  }
 
   void set_room(std::size_t room) {
     if (room > SIZE_MAX / sizeof(T)) throw std::bad_alloc();

@@ -1,12 +1,24 @@
 #include "instances/instances.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Kessel {
 
 std::uint64_t Instances::number(Index record) const {
   const std::uint32_t number = numbers_[record];
-  return number == LARGE_NUMBER ? large_numbers_.at(record) : number;
+  if (number != LARGE_NUMBER) return number;
+  return std::lower_bound(large_numbers_.begin(), large_numbers_.end(), record,
+                          [](const LargeNumber& large, Index r) { return large.record < r; })
+      ->number;
+}
+
+Exchange::Section Instances::section(Index record) const {
+  // The last that begins at or in front of it; those without records are followed by another.
+  return std::prev(
+             std::upper_bound(sections_.begin(), sections_.end(), record,
+                              [](Index r, const SectionBegin& begin) { return r < begin.first; }))
+      ->section;
 }
 
 std::string_view Instances::kept_body(Index record) const {
@@ -30,7 +42,7 @@ std::vector<Index> Instances::kept_with(std::string_view keyword) const {
 std::uint64_t Instances::bytes() const {
   return types_.bytes() + numbers_.bytes() + first_references_.bytes() + block_references_.bytes() +
          block_offsets_.bytes() + references_.bytes() + index_.bytes() + kept_bytes_ +
-         type_table_.bytes() + large_numbers_.size() * 64;
+         type_table_.bytes() + large_numbers_.bytes() + sections_.bytes() + frame_bytes_;
 }
 
 }  // namespace Kessel

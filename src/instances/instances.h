@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <map>
 #include <span>
 #include <string>
 #include <string_view>
@@ -71,7 +70,7 @@ class Instances {
     return references_.part(static_cast<std::size_t>(first), static_cast<std::size_t>(end));
   }
   std::uint64_t reference_count() const { return references_.size(); }
-  /// How many of all references lead to no record.
+  /// How many of all references lead to no record; those of repeated records are not counted.
   std::uint64_t missing_references() const { return missing_references_; }
 
   /// The body of a record whose text is kept (Exchange::Record::body); empty for all others.
@@ -81,11 +80,17 @@ class Instances {
   /// Those of them that have `keyword`, ascending.
   std::vector<Index> kept_with(std::string_view keyword) const;
 
-  /// The offset from which the record can be read again, with `skip` records in front of it.
-  std::uint64_t offset_near(Index record, std::uint32_t& skip) const {
-    skip = record % BLOCK;
-    return block_offsets_[record / BLOCK];
+  /// A record from which others near it can be read again: its index and its offset.
+  struct Place {
+    Index record = 0;
+    std::uint64_t offset = 0;
+  };
+  /// The nearest such place at or in front of `record`.
+  Place place_near(Index record) const {
+    return {record / BLOCK * BLOCK, block_offsets_[record / BLOCK]};
   }
+  /// The section that the record stands in.
+  Exchange::Section section(Index record) const;
 
   /// The entities of the header section, each without its ";", as they stand.
   const std::vector<std::string>& header() const { return header_; }
@@ -106,19 +111,29 @@ class Instances {
   TypeTable type_table_;
   Column<TypeId> types_;
   Column<std::uint32_t> numbers_;  // or LARGE_NUMBER
-  std::map<Index, std::uint64_t> large_numbers_;
+  struct LargeNumber {
+    Index record = 0;
+    std::uint64_t number = 0;
+  };
+  Column<LargeNumber> large_numbers_;
   Column<std::uint32_t> first_references_;  // counted from that of the block
   Column<std::uint64_t> block_references_;
   Column<std::uint64_t> block_offsets_;
   Column<Reference> references_;
   std::uint64_t missing_references_ = 0;
-  NumberIndex index_{0, 0};
+  NumberIndex index_;
   std::vector<Index> kept_;
   std::vector<std::string_view> kept_bodies_;
   std::deque<std::string> kept_texts_;
   std::uint64_t kept_bytes_ = 0;
   std::vector<std::string> header_;
   std::vector<DataSection> data_sections_;
+  struct SectionBegin {
+    Index first = 0;
+    Exchange::Section section = Exchange::Section::data;
+  };
+  Column<SectionBegin> sections_;  // all but the header
+  std::uint64_t frame_bytes_ = 0;  // what the header and the sections' parameters take
   static constexpr std::uint32_t LARGE_NUMBER = 0xFFFF'FFFF;
 };
 

@@ -1,55 +1,20 @@
 #include "instances/loader.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
-#include "check/finding_list.h"
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
 #include "instances/collectors.h"
+#include "instances/kept_types.h"
 #include "instances/places.h"
+#include "instances/repeated_records.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
 
 namespace Kessel {
 
 namespace {
-
-enum class Match : std::uint8_t { containing, ending };
-
-struct Row {
-  Match match;
-  std::string_view name;
-};
-
-using enum Match;
-
-// The types whose texts are kept: those that say which products there are, how they are put
-// together, what they are called and where their shapes are, and in which units.
-constexpr Row KEPT[] = {
-    {containing, "PRODUCT"},
-    {containing, "USAGE"},
-    {containing, "REPRESENTATION_RELATIONSHIP"},
-    {containing, "PROPERTY_DEFINITION"},
-    {containing, "DOCUMENT"},
-    {containing, "EXTERNAL"},
-    {containing, "UNIT"},
-    {containing, "TRANSFORMATION"},
-    {ending, "SHAPE_REPRESENTATION"},
-    {ending, "DEFINITION_REPRESENTATION"},
-    {ending, "REPRESENTATION_CONTEXT"},
-    {ending, "REPRESENTATION_MAP"},
-    {ending, "MAPPED_ITEM"},
-    {ending, "IDENTIFICATION_ROLE"},
-    {ending, "ID_ATTRIBUTE"},
-    {ending, "NAME_ATTRIBUTE"},
-    {ending, "DESCRIPTION_ATTRIBUTE"},
-};
-
-bool is_kept(std::string_view keyword) {
-  return std::any_of(std::begin(KEPT), std::end(KEPT), [&](const Row& row) {
-    return row.match == containing ? keyword.find(row.name) != std::string_view::npos
-                                   : keyword.ends_with(row.name);
-  });
-}
 
 bool stands_in(const char* place, const std::vector<std::string_view>& texts) {
   return std::any_of(texts.begin(), texts.end(), [&](std::string_view text) {
@@ -65,13 +30,19 @@ InstanceLoader::InstanceLoader(Instances& instances, const Options& options, std
       memory_limit_(options.memory_limit) {}
 
 void InstanceLoader::header_entity(const Exchange::Statement& entity) {
-  instances_.header_.emplace_back(entity.text);
+  const std::string& text = instances_.header_.emplace_back(entity.text);
+  instances_.frame_bytes_ += text.capacity() + sizeof text;
+  require_memory();
 }
 
 void InstanceLoader::begin_section(Exchange::Section section, std::string_view parameters) {
-  if (section == Exchange::Section::data) {
-    instances_.data_sections_.push_back({instances_.size(), std::string(parameters)});
-  }
+  if (section == Exchange::Section::header) return;
+  instances_.sections_.push_back({instances_.size(), section});
+  if (section != Exchange::Section::data) return;
+  const auto& data = instances_.data_sections_.emplace_back(
+      Instances::DataSection{instances_.size(), std::string(parameters)});
+  instances_.frame_bytes_ += data.parameters.capacity() + sizeof data;
+  require_memory();
 }
 
 void InstanceLoader::record(const Exchange::Record& record) {
@@ -89,7 +60,7 @@ void InstanceLoader::entry(Exchange::Section section, const Exchange::Statement&
   // A line of a reference section defines the instance that it begins with.
   const bool defines =
       section == Exchange::Section::reference && !mentions.empty() && entry.text.starts_with('#');
-  const std::uint64_t number = defines ? mentions.front().number : 0;
+  const auto number = defines ? std::optional(mentions.front().number) : std::nullopt;
   const TypeId type =
       section == Exchange::Section::anchor ? TypeTable::ANCHOR_ENTRY : TypeTable::REFERENCE_ENTRY;
   const Index index = begin_record(type, number, entry.offset);
@@ -97,7 +68,8 @@ void InstanceLoader::entry(Exchange::Section section, const Exchange::Statement&
   keep(index, entry.text);
 }
 
-Index InstanceLoader::begin_record(TypeId type, std::uint64_t number, std::uint64_t offset) {
+Index InstanceLoader::begin_record(TypeId type, std::optional<std::uint64_t> number,
+                                   std::uint64_t offset) {
   Instances& all = instances_;
   const Index index = all.size();
   if (index == NO_RECORD - 1) {
@@ -108,18 +80,21 @@ Index InstanceLoader::begin_record(TypeId type, std::uint64_t number, std::uint6
     references_of_block_ = all.references_.size();
     all.block_references_.push_back(references_of_block_);
     all.block_offsets_.push_back(offset);
-    if (memory_limit_ != Options::NO_LIMIT) require_memory();
   }
+  if (memory_limit_ != Options::NO_LIMIT) require_memory();
   all.types_.push_back(type);
-  if (number >= Instances::LARGE_NUMBER) {
-    all.large_numbers_.emplace(index, number);
+  if (number.value_or(0) >= Instances::LARGE_NUMBER) {
+    all.large_numbers_.push_back({index, *number});
     all.numbers_.push_back(Instances::LARGE_NUMBER);
   } else {
-    all.numbers_.push_back(static_cast<std::uint32_t>(number));
+    all.numbers_.push_back(static_cast<std::uint32_t>(number.value_or(0)));
   }
   all.first_references_.push_back(
       static_cast<std::uint32_t>(all.references_.size() - references_of_block_));
-  largest_ = std::max(largest_, number);
+  if (number) {
+    smallest_ = std::min(smallest_, *number);
+    largest_ = std::max(largest_, *number);
+  }
   return index;
 }
 
@@ -132,7 +107,8 @@ void InstanceLoader::add_references(std::span<const Exchange::Mention> mentions,
   Column<Reference>& references = instances_.references_;
   for (const Exchange::Mention& mention : mentions) {
     if (!lists.empty() && stands_in(mention.begin, lists)) listed_.push_back(references.size());
-    if (mention.number > UINT32_MAX) large_references_.emplace(references.size(), mention.number);
+    if (mention.number > UINT32_MAX)
+      large_references_.push_back({references.size(), mention.number});
     references.push_back(Reference::unresolved(static_cast<std::uint32_t>(mention.number)));
   }
 }
@@ -141,11 +117,17 @@ void InstanceLoader::keep(Index index, std::string_view body) {
   instances_.kept_.push_back(index);
   const std::string& text = instances_.kept_texts_.emplace_back(body);
   instances_.kept_bodies_.push_back(text);
-  instances_.kept_bytes_ += text.capacity() + 64;
+  instances_.kept_bytes_ += text.capacity() + 96;  // with its places in three lists
 }
 
-void InstanceLoader::require_memory() {
-  const std::uint64_t needed = instances_.bytes() + listed_.bytes();
+std::uint64_t InstanceLoader::needed_memory() const {
+  return instances_.bytes() + listed_.bytes() + large_references_.bytes() +
+         repeated_.capacity() * sizeof(Repeated);
+}
+
+/// Throws where what is held, and `more` bytes, are above the limit.
+void InstanceLoader::require_memory(std::uint64_t more) const {
+  const std::uint64_t needed = needed_memory() + more;
   if (needed <= memory_limit_) return;
   throw InputError(
       make_finding(FindingKind::memory_limit, "The records need " + std::to_string(needed) +
@@ -157,66 +139,63 @@ bool InstanceLoader::keeps_text(TypeId type) {
   if (type >= keeps_.size()) keeps_.resize(type + 1, -1);
   if (keeps_[type] < 0) {
     const auto& keywords = instances_.type_table_.keywords(type);
-    keeps_[type] = std::any_of(keywords.begin(), keywords.end(), is_kept);
+    keeps_[type] = std::any_of(keywords.begin(), keywords.end(), keeps_text_of);
   }
   return keeps_[type] != 0;
 }
 
 void InstanceLoader::finish(std::istream& in) {
   reporter_.report_end();
-  Instances& all = instances_;
-  all.index_ = NumberIndex(all.size(), largest_);
-  for (Index record = 0; record < all.size(); ++record) {
-    if (all.types_[record] == TypeTable::ANCHOR_ENTRY) continue;
-    const Index first = all.index_.enter(all.number(record), record);
-    if (first != NO_RECORD) repeated_.push_back({first, record});
-  }
-  if (memory_limit_ != Options::NO_LIMIT) require_memory();
+  enter_numbers();
   resolve();
-  compare_repeated(in);
+  drop_repeated(in);
+}
+
+void InstanceLoader::enter_numbers() {
+  Instances& all = instances_;
+  if (smallest_ > largest_) return;  // No record has a number.
+  require_memory(NumberIndex::bytes_for(all.size(), smallest_, largest_));
+  all.index_ = NumberIndex(all.size(), smallest_, largest_);
+  for (Index record = 0; record < all.size(); ++record) {
+    const TypeId type = all.types_[record];
+    const std::uint64_t number = all.number(record);
+    // Anchors have none, nor have the values (ISO 10303-21, 11) of a reference section.
+    const bool is_named =
+        type != TypeTable::ANCHOR_ENTRY && (type != TypeTable::REFERENCE_ENTRY || number != 0);
+    if (is_named) all.index_.enter(number, record);
+  }
+  repeated_ = all.index_.finish();
 }
 
 /// Turns numbers into records. The memory of both is the same.
 void InstanceLoader::resolve() {
   Column<Reference>& references = instances_.references_;
-  auto large = large_references_.begin();
+  const LargeReference* large = large_references_.begin();
   for (std::uint64_t i = 0; i < references.size(); ++i) {
     std::uint64_t number = references[i].number();
-    if (large != large_references_.end() && large->first == i) number = (large++)->second;
-    references[i] = Reference(instances_.find(number), false);
+    if (large != large_references_.end() && large->place == i) number = (large++)->number;
+    const Index record = instances_.find(number);
+    references[i] = Reference(record, false);
+    if (record == NO_RECORD) ++instances_.missing_references_;
   }
   for (const std::uint64_t i : listed_) references[i] = Reference(references[i].record(), true);
   listed_ = {};
-  for (const Reference& reference : references) {
-    instances_.missing_references_ += reference.record() == NO_RECORD ? 1 : 0;
-  }
+  large_references_ = {};
 }
 
-/// Of two records under one number, the second is nothing where it says the same, else an error.
-void InstanceLoader::compare_repeated(std::istream& in) {
+/// Of two records under one number, the second is nothing where it says the same.
+void InstanceLoader::drop_repeated(std::istream& in) {
+  Instances& all = instances_;
+  const std::uint64_t free = memory_limit_ - std::min(memory_limit_, needed_memory());
+  const std::vector<Finding> warnings = compare_repeated(in, repeated_, free);
   for (const Repeated& repeated : repeated_) {
-    const PlacedText first = read_again(in, instances_, repeated.first);
-    const PlacedText second = read_again(in, instances_, repeated.second);
-    const std::uint64_t number = instances_.number(repeated.first);
-    const auto instance = static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
-    if (first.body != second.body) {
-      throw InputError(
-          make_finding(FindingKind::two_texts_of_a_number,
-                       "#" + std::to_string(number) + " has stood for another record already.",
-                       second.offset, 0, instance));
+    all.types_[repeated.second] = TypeTable::REPEATED;
+    for (const Reference& reference : all.references(repeated.second)) {
+      if (reference.record() == NO_RECORD) --all.missing_references_;
+      all.references_[static_cast<std::size_t>(&reference - all.references_.begin())] = {};
     }
-    instances_.types_[repeated.second] = TypeTable::REPEATED;
-    const auto references = instances_.references(repeated.second);
-    for (std::size_t i = 0; i < references.size(); ++i) {
-      instances_.references_[static_cast<std::size_t>(references.data() -
-                                                      instances_.references_.begin()) +
-                             i] = Reference();
-    }
-    warning(make_finding(FindingKind::same_text_twice,
-                         "#" + std::to_string(number) +
-                             " has been there already, with the same text; it is taken once.",
-                         second.offset, 0, instance));
   }
+  for (const Finding& finding : warnings) warning(finding);
 }
 
 namespace {
@@ -249,10 +228,11 @@ void load_with(std::istream& in, InstanceLoader& loader, const Options& options)
   const Exchange::Limits limits{options.memory_limit};
   try {
     const Exchange::Ending ending = read_exchange_file(in, limits, loader);
-    if (ending.error) throw InputError(*ending.error);
-    if (in.bad())
+    if (in.bad()) {
       throw InputError(
           make_finding(FindingKind::unreadable, "The file cannot be read to its end."));
+    }
+    if (ending.error) throw InputError(*ending.error);
     loader.finish(in);
   } catch (const InputError& error) {
     std::vector<Finding> finding{error.finding()};

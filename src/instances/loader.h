@@ -3,7 +3,7 @@
 
 #include <cstdint>
 #include <istream>
-#include <map>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -40,27 +40,29 @@ class InstanceLoader : public Exchange::Listener {
   virtual void added(Index /*index*/, const Exchange::Record&) {}
 
  private:
-  Index begin_record(TypeId type, std::uint64_t number, std::uint64_t offset);
+  Index begin_record(TypeId type, std::optional<std::uint64_t> number, std::uint64_t offset);
   void add_references(std::span<const Exchange::Mention> mentions, std::string_view collector_body);
   void keep(Index index, std::string_view body);
-  void require_memory();
+  std::uint64_t needed_memory() const;
+  void require_memory(std::uint64_t more = 0) const;
   bool keeps_text(TypeId type);
+  void enter_numbers();
   void resolve();
-  void compare_repeated(std::istream& in);
+  void drop_repeated(std::istream& in);
 
   Instances& instances_;
   ProgressReporter reporter_;
   std::uint64_t memory_limit_;
+  std::uint64_t smallest_ = ~std::uint64_t{0};
   std::uint64_t largest_ = 0;
   std::uint64_t references_of_block_ = 0;
   Column<std::uint64_t> listed_;    // places of references in collectors' lists
   std::vector<signed char> keeps_;  // by type: -1 not known yet
-  // References to numbers that 32 bits do not hold, by their places.
-  std::map<std::uint64_t, std::uint64_t> large_references_;
-  struct Repeated {
-    Index first;
-    Index second;
+  struct LargeReference {
+    std::uint64_t place = 0;
+    std::uint64_t number = 0;
   };
+  Column<LargeReference> large_references_;  // those to numbers that 32 bits do not hold
   std::vector<Repeated> repeated_;
 };
 

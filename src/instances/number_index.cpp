@@ -1,39 +1,66 @@
 #include "instances/number_index.h"
 
-#include <bit>
+#include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace Kessel {
 
-NumberIndex::NumberIndex(std::size_t records, std::uint64_t largest) {
-  const std::uint64_t most_dense = std::uint64_t{records} * 4 + 1024;
-  if (largest < most_dense) {
-    dense_ = Column<Index>(static_cast<std::size_t>(largest) + 1, NO_RECORD);
+namespace {
+
+bool is_dense(std::size_t records, std::uint64_t smallest, std::uint64_t largest) {
+  return largest - smallest < std::uint64_t{records} * 4 + 1024;
+}
+
+}  // namespace
+
+NumberIndex::NumberIndex(std::size_t records, std::uint64_t smallest, std::uint64_t largest)
+    : smallest_(smallest) {
+  if (is_dense(records, smallest, largest)) {
+    dense_ = Column<Index>(static_cast<std::size_t>(largest - smallest) + 1, NO_RECORD);
   } else {
-    slots_ = Column<Slot>(std::bit_ceil(records * 2 + 1));
+    scattered_.reserve(records);
   }
 }
 
-std::size_t NumberIndex::slot_of(std::uint64_t number) const {
-  const std::size_t mask = slots_.size() - 1;
-  std::uint64_t hash = number * 0x9E37'79B9'7F4A'7C15;
-  hash ^= hash >> 32;
-  std::size_t place = static_cast<std::size_t>(hash) & mask;
-  while (slots_[place].record != NO_RECORD && slots_[place].number != number) {
-    place = (place + 1) & mask;
-  }
-  return place;
+std::uint64_t NumberIndex::bytes_for(std::size_t records, std::uint64_t smallest,
+                                     std::uint64_t largest) {
+  return is_dense(records, smallest, largest) ? (largest - smallest + 1) * sizeof(Index)
+                                              : std::uint64_t{records} * sizeof(Entry);
 }
 
-Index NumberIndex::enter(std::uint64_t number, Index record) {
-  Index& known = dense_.size() != 0 ? dense_[number] : slots_[slot_of(number)].record;
-  if (known != NO_RECORD) return known;
-  if (dense_.size() == 0) slots_[slot_of(number)].number = number;
-  known = record;
-  return NO_RECORD;
+void NumberIndex::enter(std::uint64_t number, Index record) {
+  if (dense_.size() == 0) return scattered_.push_back({number, record});
+  Index& known = dense_[static_cast<std::size_t>(number - smallest_)];
+  if (known == NO_RECORD) {
+    known = record;
+  } else {
+    repeated_.push_back({known, record});
+  }
+}
+
+std::vector<Repeated> NumberIndex::finish() {
+  std::sort(scattered_.begin(), scattered_.end(), [](const Entry& a, const Entry& b) {
+    return std::tie(a.number, a.record) < std::tie(b.number, b.record);
+  });
+  // Later ones stand behind the first with their number, where lower_bound() does not look.
+  for (std::size_t i = 1, first = 0; i < scattered_.size(); ++i) {
+    if (scattered_[i].number != scattered_[first].number) {
+      first = i;
+    } else {
+      repeated_.push_back({scattered_[first].record, scattered_[i].record});
+    }
+  }
+  std::sort(repeated_.begin(), repeated_.end(),
+            [](const Repeated& a, const Repeated& b) { return a.second < b.second; });
+  return std::exchange(repeated_, {});
 }
 
 Index NumberIndex::find_scattered(std::uint64_t number) const {
-  return slots_[slot_of(number)].record;
+  const Entry* const found =
+      std::lower_bound(scattered_.begin(), scattered_.end(), number,
+                       [](const Entry& entry, std::uint64_t n) { return entry.number < n; });
+  return found != scattered_.end() && found->number == number ? found->record : NO_RECORD;
 }
 
 }  // namespace Kessel

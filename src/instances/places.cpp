@@ -4,72 +4,83 @@
 #include <array>
 
 #include "exchange/reader.h"
-#include "exchange/statement_cutter.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
 
 namespace Kessel {
 
 namespace {
 
-/// Missing instances of so many records are told one by one.
-constexpr std::size_t MOST_TOLD = 20;
+/// Keeps the text of one record.
+class RecordKeeper final : public Exchange::Listener {
+ public:
+  /// `skip` records stand in front of it.
+  explicit RecordKeeper(Index skip) : skip_(skip) {}
 
-/// Whether a statement between two records is one itself.
-bool is_entry(const Exchange::Statement& statement) {
-  return statement.text.starts_with('#') || statement.text.starts_with('<');
-}
+  void record(const Exchange::Record& record) override { take(record.body, record.offset); }
+  void entry(Exchange::Section, const Exchange::Statement& entry,
+             std::span<const Exchange::Mention> mentions) override {
+    const bool is_named = entry.text.starts_with('#') && !mentions.empty();
+    take(is_named ? record_of(entry, mentions).body : entry.text, entry.offset);
+  }
+
+  PlacedText take_text() { return std::move(text_); }
+
+ private:
+  void take(std::string_view body, std::uint64_t offset) {
+    if (skip_-- == 0) text_ = {std::string(body), offset};
+  }
+
+  Index skip_;
+  PlacedText text_;
+};
 
 }  // namespace
 
 PlacedText read_again(std::istream& in, const Instances& instances, Index record) {
-  std::uint32_t skip = 0;
-  const std::uint64_t offset = instances.offset_near(record, skip);
-  in.clear();
-  in.seekg(static_cast<std::streamoff>(offset));
-  Exchange::StatementCutter cutter(in, offset);
-  cutter.know_resources(instances.type(record) == TypeTable::ANCHOR_ENTRY ||
-                        instances.type(record) == TypeTable::REFERENCE_ENTRY);
-  PlacedText text;
-  while (cutter.next(Exchange::Scrutiny::none) == Exchange::Cut::statement) {
-    const Exchange::Statement& statement = cutter.statement();
-    if (!is_entry(statement) || skip-- != 0) continue;
-    text.offset = statement.offset;
-    text.body = statement.text.starts_with('#') && !cutter.mentions().empty()
-                    ? record_of(statement, cutter.mentions()).body
-                    : statement.text;
-    break;
-  }
-  return text;
+  const Instances::Place place = instances.place_near(record);
+  const Index skip = record - place.record;
+  RecordKeeper keeper(skip);
+  read_records_at(in, place.offset, instances.section(place.record), skip + 1, keeper);
+  return keeper.take_text();
+}
+
+Finding warning_at(std::istream& in, const Instances& instances, Index record, FindingKind kind,
+                   std::string sentence) {
+  const std::uint64_t number = instances.number(record);
+  Finding finding =
+      make_finding(kind, std::move(sentence), read_again(in, instances, record).offset, 0,
+                   static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number));
+  finding.severity = Severity::warning;
+  return finding;
 }
 
 std::vector<Finding> missing_instances(std::istream& in, const Instances& instances) {
   std::vector<Finding> findings;
   if (instances.missing_references() == 0) return findings;
+  constexpr std::uint64_t MOST = FindingList::MOST_OF_A_KIND;
   for (Index record = 0; record < instances.size(); ++record) {
     const auto references = instances.references(record);
     const bool misses = std::any_of(references.begin(), references.end(), [](Reference reference) {
       return reference.record() == NO_RECORD;
     });
     if (!misses || instances.type(record) == TypeTable::REPEATED) continue;
-    Finding finding =
-        make_finding(FindingKind::missing_instance,
-                     "This record refers to an instance that the file does not have.");
-    finding.severity = Severity::warning;
-    const std::uint64_t number = instances.number(record);
-    finding.instance = static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
-    if (findings.size() <= MOST_TOLD) finding.offset = read_again(in, instances, record).offset;
-    findings.push_back(std::move(finding));
-    if (findings.size() > MOST_TOLD + 1) {
-      findings.pop_back();
+    if (findings.size() > MOST) {
       ++findings.back().count;
+      continue;
     }
+    findings.push_back(
+        warning_at(in, instances, record, FindingKind::missing_instance,
+                   "This record refers to an instance that the file does not have."));
   }
   return findings;
 }
 
 void set_lines(std::istream& in, std::vector<Finding>& findings) {
   std::vector<Finding*> in_order;
-  for (Finding& finding : findings) in_order.push_back(&finding);
+  for (Finding& finding : findings) {
+    if (finding.offset != 0) in_order.push_back(&finding);
+  }
   std::sort(in_order.begin(), in_order.end(),
             [](const Finding* a, const Finding* b) { return a->offset < b->offset; });
   in.clear();

@@ -20,12 +20,15 @@ struct PlacedText {
 /// Reads a record once more from the input that `instances` was read from.
 PlacedText read_again(std::istream& in, const Instances& instances, Index record);
 
-/// A warning for the first records that refer to numbers which no record has, and one more that
-/// counts the others.
+/// A warning about a record, with its offset. Its line is not yet known.
+Finding warning_at(std::istream& in, const Instances& instances, Index record, FindingKind kind,
+                   std::string sentence);
+
+/// Warnings for the first records that refer to numbers which no record has, and one more, about
+/// the next of them, whose count is that of all others.
 std::vector<Finding> missing_instances(std::istream& in, const Instances& instances);
 
-/// Counts lines: sets those of all findings that have an offset or are about an instance. Line
-/// feeds end lines.
+/// Counts lines: sets those of all findings whose offset is not 0. Line feeds end lines.
 void set_lines(std::istream& in, std::vector<Finding>& findings);
 
 }  // namespace Kessel

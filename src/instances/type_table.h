@@ -40,6 +40,8 @@ class TypeTable {
   static constexpr TypeId REFERENCE_ENTRY = 1;
   /// A second record under a number whose first one says the same; it refers to nothing.
   static constexpr TypeId REPEATED = 2;
+  /// From here on they are types of records.
+  static constexpr TypeId FIRST_OF_RECORDS = 3;
 
  private:
   struct Type {

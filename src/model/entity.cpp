@@ -4,9 +4,14 @@
 #include <cstddef>
 #include <utility>
 
-#include "model/messages.h"
+#include "findings/messages.h"
 
 namespace Kessel {
+
+namespace {
+/// What records without a type or an attribute have in their place.
+constexpr char NO_TEXT[] = "";
+}  // namespace
 
 Entity::Entity() = default;
 
@@ -16,11 +21,11 @@ Entity::Entity(Entity&& other)
 Entity::~Entity() = default;
 
 std::string_view Entity::type() const {
-  return {};
+  return NO_TEXT;
 }
 
 std::string_view Entity::attribute() const {
-  return {};
+  return NO_TEXT;
 }
 
 void Entity::add_reference(unsigned id) {
@@ -53,6 +58,9 @@ EntityWithType::EntityWithType(std::string_view type) : type_(type) {}
 // NOLINTNEXTLINE(clang-analyzer-cplusplus.Move)
 EntityWithType::EntityWithType(Entity&& other) : Entity(std::move(other)), type_(other.type()) {}
 
+EntityWithType::EntityWithType(EntityWithType&& other)
+    : EntityWithType(static_cast<Entity&&>(other)) {}
+
 EntityWithType::~EntityWithType() = default;
 
 std::string_view EntityWithType::type() const {
@@ -64,6 +72,9 @@ EntityWithAttr::EntityWithAttr(std::string_view type, std::string_view attribute
 
 EntityWithAttr::EntityWithAttr(Entity&& other)
     : EntityWithType(std::move(other)), attribute_(other.attribute()) {}
+
+EntityWithAttr::EntityWithAttr(EntityWithAttr&& other)
+    : EntityWithAttr(static_cast<Entity&&>(other)) {}
 
 EntityWithAttr::~EntityWithAttr() = default;
 

@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "kessel/entity.h"
-#include "kessel/paged_array.h"
+#include "model/paged_array.h"
 
 namespace Kessel {
 

@@ -15,7 +15,7 @@
 #include "output/renumbered_text.h"
 #include "output/shared_lists.h"
 #include "output/text_files.h"
-#include "reader/refusals.h"
+#include "findings/refusals.h"
 #include "reader/text.h"
 #include "writer/frame.h"
 

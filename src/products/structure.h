@@ -15,6 +15,9 @@ struct Shapes {
 
 Shapes find_shapes(const Instances& instances);
 
+/// The records that say "this is a direct component of that", ascending, wherever they lead.
+std::vector<Index> usage_records(const Instances& instances);
+
 /// Usages whose ends are product definitions, with their texts and what places them; the products
 /// at the ends are not looked up yet: `ends[i]` has the definitions of usage i.
 struct UsageEnds {

@@ -17,21 +17,6 @@ constexpr std::string_view DEEPER[] = {"SPECIFIED_HIGHER_USAGE_OCCURRENCE",
                                        "PROMISSORY_USAGE_OCCURRENCE",
                                        "MULTI_LEVEL_REFERENCE_DESIGNATOR"};
 
-std::vector<Index> usage_records(const Instances& instances) {
-  std::vector<Index> records;
-  for (const std::string_view keyword : USAGES) {
-    const std::vector<Index> some = instances.kept_with(keyword);
-    records.insert(records.end(), some.begin(), some.end());
-  }
-  std::erase_if(records, [&](Index record) {
-    return std::any_of(std::begin(DEEPER), std::end(DEEPER),
-                       [&](std::string_view keyword) { return instances.is(record, keyword); });
-  });
-  std::sort(records.begin(), records.end());
-  records.erase(std::unique(records.begin(), records.end()), records.end());
-  return records;
-}
-
 /// The number in "COUNT_MEASURE(4.)" or the like, the first parameter of a measure with unit.
 double value_of(const Instances& instances, Index measure) {
   const std::string_view typed = ParameterReader(instances, measure, "MEASURE_WITH_UNIT").raw(0);
@@ -78,6 +63,21 @@ std::unordered_map<Index, std::vector<Placement>> find_placements(const Instance
 }
 
 }  // namespace
+
+std::vector<Index> usage_records(const Instances& instances) {
+  std::vector<Index> records;
+  for (const std::string_view keyword : USAGES) {
+    const std::vector<Index> some = instances.kept_with(keyword);
+    records.insert(records.end(), some.begin(), some.end());
+  }
+  std::erase_if(records, [&](Index record) {
+    return std::any_of(std::begin(DEEPER), std::end(DEEPER),
+                       [&](std::string_view keyword) { return instances.is(record, keyword); });
+  });
+  std::sort(records.begin(), records.end());
+  records.erase(std::unique(records.begin(), records.end()), records.end());
+  return records;
+}
 
 std::vector<Usage> find_usages(const Instances& instances, const Shapes& shapes,
                                std::vector<UsageEnds>& ends) {

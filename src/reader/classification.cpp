@@ -8,6 +8,7 @@ namespace Kessel {
 
 namespace {
 
+// Hash sets of views, built when the library is loaded.
 using TypeNames = std::unordered_set<std::string_view>;
 
 const TypeNames ATTRIBUTE_KEPT_TYPES = {

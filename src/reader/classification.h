@@ -13,7 +13,8 @@ enum class Keep {
 };
 
 /// What is kept of a record with the given type name (a keyword, or the inner text of a complex
-/// instance).
+/// instance). Names are compared byte by byte; the tables behind it are hash sets that are built
+/// when the library is loaded, and a short list of names that count wherever they occur.
 Keep classify(std::string_view type);
 
 }  // namespace Kessel

@@ -14,7 +14,7 @@ SecondReading read_again(std::string_view first_line, std::string_view header) {
   RecordCutter cutter(text);
   auto found = SecondReading::passed_over;
   for (;;) {
-    const std::string_view record = cutter.next_record();
+    const std::string_view record = cutter.read_record();
     if (cutter.input_ended()) return record.empty() ? found : SecondReading::begin_of_data;
     if (record.empty()) return SecondReading::end_of_data;
     const char* digits = record.data() + 1;
@@ -29,7 +29,7 @@ bool second_reading_ends(std::istream& input, std::size_t store_size, std::size_
   RecordCutter cutter(input);
   cutter.limit_memory(memory_limit);
   for (;;) {
-    const std::string_view record = cutter.next_record();
+    const std::string_view record = cutter.read_record();
     if (record.empty()) return true;
     if (cutter.input_ended()) return false;
     const char* digits = record.data() + 1;

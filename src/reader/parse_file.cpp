@@ -1,84 +1,99 @@
 // Reads one exchange file into a store.
+#include "reader/parse_file.h"
+
 #include <memory>
 #include <stdexcept>
 #include <string_view>
-#include <utility>
 
-#include "kessel/file.h"
+#include "findings/refusals.h"
 #include "model/progress_reporter.h"
 #include "reader/header.h"
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"
-#include "reader/refusals.h"
+#include "reader/standard_reading.h"
 
 namespace Kessel {
 
-File* File::parse_file(std::filesystem::path path, const Options& options) {
-  auto file = std::make_unique<File>(std::move(path));
-  file->read(options);
-  return file.release();
-}
-
-std::unique_ptr<File> File::parse_file_checked(std::filesystem::path path, const Options& options) {
-  auto file = std::make_unique<File>(std::move(path));
-  file->checked_ = true;
-  file->read(options);
-  return file;
-}
-
 namespace {
+
+/// A folder can be opened, but nothing can be read from it.
+void require_readable(std::ifstream& input) {
+  if (input.is_open()) input.peek();
+  if (!input.is_open() || input.bad()) throw std::invalid_argument("Failed to open input file.");
+  input.clear();
+}
 
 /// Ends a checked run. That the input cannot be read goes before all that follows from it.
 [[noreturn]] void refuse(const std::istream& input, const Finding& finding) {
   throw InputError(input.bad() ? unreadable_file("cannot be read to its end") : finding);
 }
 
-}  // namespace
+void read(Store& store, const Options& options) {
+  require_readable(store.input);
 
-/// Reads the header and the records. Checked, throws InputError where it would read for ever, and
-/// where the store or a text would take more than the options' memory limit.
-void File::read(const Options& options) {
-  if (!input_.is_open()) throw std::invalid_argument("Failed to open input file.");
-
-  name_style_ = options.names;
-  const std::uint64_t size = size_for_progress(input_, options);
+  store.name_style = options.names;
+  const std::uint64_t size = size_for_progress(store.input, options);
   const std::uint64_t memory_limit = options.memory_limit;
-  RecordCutter cutter(input_);
+  RecordCutter cutter(store.input);
   cutter.limit_memory(memory_limit);
-  first_line_ = cutter.next_line();
-  while (!header_.ends_with("ENDSEC;\n")) {
-    if (checked_ && cutter.input_ended()) refuse(input_, no_header_end(cutter.offset()));
-    header_ += cutter.next_line();
-    header_ += '\n';
-    if (header_.size() > memory_limit) throw InputError(too_long(memory_limit, cutter.offset()));
+  store.first_line = cutter.next_line();
+  while (!store.header.ends_with("ENDSEC;\n")) {
+    if (store.checked && cutter.input_ended()) refuse(store.input, no_header_end(cutter.offset()));
+    store.header += cutter.next_line();
+    store.header += '\n';
+    if (store.header.size() > memory_limit)
+      throw InputError(too_long(memory_limit, cutter.offset()));
   }
-  if (checked_ && cutter.input_ended()) refuse(input_, no_data(cutter.offset()));
+  if (store.checked && cutter.input_ended()) refuse(store.input, no_data(cutter.offset()));
 
-  RecordLoader loader(*this, memory_limit);
+  RecordLoader loader(store, memory_limit);
   ProgressReporter reporter(options, Stage::reading, size);
   bool has_records = false;
   for (;;) {
-    const std::string_view record = cutter.next_record();
+    const std::string_view record = cutter.read_record();
     if (record.empty()) break;
-    if (checked_ && cutter.input_ended()) {
-      refuse(input_, unclosed(record, cutter.place_of(record).offset));
+    if (store.checked && cutter.input_ended()) {
+      refuse(store.input, unclosed(record, cutter.place_of(record).offset));
     }
     loader.add(record);
     has_records = true;
     if (reporter.is_due(cutter.offset())) reporter.report(cutter.offset());
   }
-  if (checked_ && input_.bad()) refuse(input_, {});
-  if (checked_) {
-    const SecondReading second = read_again(first_line_, header_);
+  if (store.checked && store.input.bad()) refuse(store.input, {});
+  if (store.checked) {
+    const SecondReading second = read_again(store.first_line, store.header);
     // A record that begins in the header is complete where the first one of the data is.
     if (second == SecondReading::begin_of_data && !has_records &&
-        !second_reading_ends(input_, entities_.size(), memory_limit)) {
-      refuse(input_, header_as_data());
+        !second_reading_ends(store.input, store.entities.size(), memory_limit)) {
+      refuse(store.input, header_as_data());
     }
-    if (second == SecondReading::passed_over) read_up_to_ = cutter.offset();
+    if (second == SecondReading::passed_over) store.read_up_to = cutter.offset();
   }
-  input_.clear();  // The writer rewinds the stream and reads it again.
+  store.input.clear();  // The writer rewinds the stream and reads it again.
   reporter.report_end();
+}
+
+}  // namespace
+
+std::unique_ptr<Store> parse_file(const std::filesystem::path& path, const Options& options) {
+  auto store = std::make_unique<Store>(path);
+  read(*store, options);
+  return store;
+}
+
+std::unique_ptr<Store> parse_file_checked(const std::filesystem::path& path,
+                                          const Options& options) {
+  auto store = std::make_unique<Store>(path);
+  store->checked = true;
+  store->reading = options.reading;
+  if (options.reading == Reading::standard) {
+    require_readable(store->input);
+    store->name_style = options.names;
+    read_as_standard(*store, options);
+  } else {
+    read(*store, options);
+  }
+  return store;
 }
 
 }  // namespace Kessel

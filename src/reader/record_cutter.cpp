@@ -5,7 +5,7 @@
 #include <cstring>
 #include <utility>
 
-#include "reader/refusals.h"
+#include "findings/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {
@@ -45,6 +45,7 @@ bool RecordCutter::refill() {
   in_.read(buffer_.get() + end_, static_cast<std::streamsize>(capacity_ - end_));
   const auto count = static_cast<std::size_t>(in_.gcount());
   end_ += count;
+  in_.clear(in_.rdstate() & std::ios::badbit);  // Nobody has come to the end yet.
   return count != 0;
 }
 
@@ -63,20 +64,21 @@ std::string_view RecordCutter::take_until(char delimiter) {
     if (ended_ || !refill()) {
       ended_ = true;
       begin_ = end_;
+      in_.setstate(left == 0 ? std::ios::eofbit | std::ios::failbit : std::ios::eofbit);
       return {buffer_.get() + end_ - left, left};
     }
   }
 }
 
 std::string_view RecordCutter::next_line() {
-  return trimmed(take_until('\n'));
+  return trim(take_until('\n'));
 }
 
 std::string_view RecordCutter::next_piece() {
-  return trimmed(take_until(';'));
+  return trim(take_until(';'));
 }
 
-std::string_view RecordCutter::next_record() {
+std::string_view RecordCutter::read_record() {
   // Fast path: nearly every record is one piece that stands in the buffer as a whole.
   const char* first = buffer_.get() + begin_;
   if (const void* found = std::memchr(first, ';', end_ - begin_)) {
@@ -91,10 +93,10 @@ std::string_view RecordCutter::next_record() {
       }
     }
   }
-  return next_record_plainly();
+  return read_record_plainly();
 }
 
-std::string_view RecordCutter::next_record_plainly() {
+std::string_view RecordCutter::read_record_plainly() {
   if (ended_) {
     in_.peek();  // Asks the stream again, for nothing: the end stays the end.
     return "A";
@@ -140,6 +142,13 @@ Place RecordCutter::place_at(std::size_t position) {
 Place RecordCutter::place_of(std::string_view taken) {
   if (taken.data() == joined_.data()) return joined_place_;
   return place_at(static_cast<std::size_t>(taken.data() - buffer_.get()));
+}
+
+Finding unclosed(std::string_view last, std::uint64_t offset) {
+  if (last.front() != '#') return unclosed_text(offset);
+  const char* digits = last.data() + 1;
+  const std::uint32_t number = read_number(digits, last.data() + last.size());
+  return unclosed_record(number, is_whole_record(last), offset);
 }
 
 }  // namespace Kessel

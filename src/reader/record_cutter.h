@@ -9,13 +9,10 @@
 #include <string>
 #include <string_view>
 
-namespace Kessel {
+#include "findings/place.h"
+#include "kessel/finding.h"
 
-/// A place in a text.
-struct Place {
-  std::uint64_t offset = 0;  ///< bytes from its beginning
-  std::uint64_t line = 0;    ///< from 1
-};
+namespace Kessel {
 
 /// Learns of the pieces that RecordCutter does not give out as they stand.
 class CuttingWitness {
@@ -35,7 +32,10 @@ class CuttingWitness {
 /// the white space around it (outputs depend on that). Pieces that begin otherwise are skipped.
 ///
 /// Reads from the stream's current position and leaves the position anywhere behind what it gave
-/// out. The stream must outlive the cutter.
+/// out. The stream's state is the one in which std::getline would leave it, for each line and
+/// piece: good up to the end of the input; there eofbit alone where anything stands behind the last
+/// delimiter, be it white space, and failbit as well where nothing does. The stream must outlive
+/// the cutter.
 class RecordCutter {
  public:
   explicit RecordCutter(std::istream& in);
@@ -53,19 +53,19 @@ class RecordCutter {
   ///
   /// Where the input ended before a piece was closed by ";", that piece is returned, and every
   /// later call returns "A": a caller that waits for an empty record waits for ever.
-  std::string_view next_record();
+  std::string_view read_record();
 
   /// The same without the fast path for records that stand in the buffer as a whole.
-  std::string_view next_record_plainly();
+  std::string_view read_record_plainly();
 
   /// Whether the input ended before the last line or piece was closed.
   bool input_ended() const { return ended_; }
 
   /// The longest text that the cutter may hold. Where a line or record is longer, next_line() and
-  /// next_record() throw InputError.
+  /// read_record() throw InputError.
   void limit_memory(std::uint64_t bytes) { max_held_ = bytes; }
 
-  /// Tells `witness`, which must outlive the cutter, what next_record() passes over and joins;
+  /// Tells `witness`, which must outlive the cutter, what read_record() passes over and joins;
   /// null for nobody.
   void tell(CuttingWitness* witness) { witness_ = witness; }
 
@@ -105,6 +105,10 @@ class RecordCutter {
   std::size_t counted_ = 0;  // position in the buffer
   Place joined_place_;
 };
+
+/// What a run says of `last`, which begins at `offset`: the input's last record, or other text,
+/// that no ";" completes.
+Finding unclosed(std::string_view last, std::uint64_t offset);
 
 /// Whether the text that begins with `record` is a whole record rather than a piece of one.
 inline bool is_whole_record(std::string_view record) {

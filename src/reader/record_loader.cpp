@@ -5,9 +5,10 @@
 #include <span>
 #include <tuple>
 
+#include "exchange/comments.h"
+#include "findings/refusals.h"
 #include "model/store.h"
 #include "reader/references.h"
-#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {
@@ -55,8 +56,8 @@ RecordLoader::Ends::Ends(std::string_view name) {
   if (name.size() > 8) tail = load_word(end - 8, end);
 }
 
-RecordLoader::RecordLoader(File& file, std::uint64_t memory_limit)
-    : file_(file), memory_limit_(memory_limit), cache_(CACHE_SIZE) {
+RecordLoader::RecordLoader(Store& store, std::uint64_t memory_limit)
+    : store_(store), memory_limit_(memory_limit), cache_(CACHE_SIZE) {
   untyped_names_.reserve(CACHE_SIZE);  // Never grows beyond: views into it stay valid.
 }
 
@@ -76,29 +77,56 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
   const std::string_view name = record_type(behind_own, record);
   if (name.empty()) return {Loading::no_type};
 
-  const unsigned id = *first;
-  if (memory_limit_ != Options::NO_LIMIT) {
-    require_memory_for(id, static_cast<std::size_t>(last - first));
+  Added added{whole ? Loading::whole : Loading::references_cut, *first, name};
+  added.known_type = enter(*first, name, record, {first + 1, last});
+  return added;
+}
+
+void RecordLoader::add(const Exchange::Record& record) {
+  numbers_.clear();  // Its room stays.
+  for (const Exchange::Mention& mention : record.mentions) {
+    if (mention.number != 0) numbers_.push_back(static_cast<unsigned>(mention.number));
   }
-  file_.make_room(id);
-  if (file_.name_style_ != NameStyle::record) keep_name(id, name, record);
+  const std::size_t equals = record.text.rfind('=', record.text.size() - record.body.size());
+  if (record.is_plain && equals != std::string_view::npos) {
+    load(record, record.text, equals);
+  } else {
+    load(record, "=" + Exchange::without_comments(record.body), 0);
+  }
+}
+
+/// Enters `record` by `text`, what there is of it for those who know no comments; its type stands
+/// behind `equals`.
+void RecordLoader::load(const Exchange::Record& record, std::string_view text, std::size_t equals) {
+  const std::string_view name = record_type(equals, text);
+  if (name.empty()) return;
+  enter(static_cast<unsigned>(record.number), name, text, numbers_);
+}
+
+/// Enters a record with the type `name`, which is in its text `record`. Returns the number by which
+/// the type is known.
+std::uint32_t RecordLoader::enter(unsigned id, std::string_view name, std::string_view record,
+                                  std::span<const unsigned> references) {
+  if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id, references.size() + 1);
+  store_.make_room(id);
+  if (store_.name_style != NameStyle::record) keep_name(id, name, record);
   const Type& type = type_of(name);
-  Entity* entity = create(id, type, record);
-  file_.set_references(*entity, {first + 1, last});
-  return {whole ? Loading::whole : Loading::references_cut, id, name, type.place};
+  Entity* entity = create_record_entity(id, type, record);
+  store_.set_references(*entity, references);
+  return type.place;
 }
 
 /// Throws InputError where what is kept would need more memory than it may take with a record `id`
 /// whose list of references has so many numbers, its length included. The record's texts are
 /// counted when they are kept.
 void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
-  const std::uint64_t beside_slots = file_.arena_->bytes() + kept_bytes_;
+  const std::uint64_t beside_slots = store_.arena.bytes() + kept_bytes_;
   const std::size_t page = id / PagedArray<Entity*>::PAGE_SIZE;
   // Most records change nothing about the sum.
   if (page == summed_page_ && beside_slots == summed_beside_slots_ && numbers <= most_numbers_) {
     return;
   }
-  const std::uint64_t without_numbers = file_.entities_.bytes_with(id) + beside_slots;
+  const std::uint64_t without_numbers = store_.entities.bytes_with(id) + beside_slots;
   const std::uint64_t needed = without_numbers + numbers * sizeof(unsigned);
   if (needed > memory_limit_) throw InputError(too_much_memory(needed, memory_limit_, id));
   summed_page_ = page;
@@ -106,15 +134,15 @@ void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
   most_numbers_ = (memory_limit_ - without_numbers) / sizeof(unsigned);
 }
 
-Entity* RecordLoader::create(unsigned id, const Type& type, std::string_view record) {
-  if (type.keep == Keep::nothing) return file_.store<Entity>(id);
+Entity* RecordLoader::create_record_entity(unsigned id, const Type& type, std::string_view record) {
+  if (type.keep == Keep::nothing) return store_.put<Entity>(id);
   const std::size_t room = type.ids->capacity();
   type.ids->push_back(id);
   kept_bytes_ += (type.ids->capacity() - room) * sizeof(unsigned);
-  if (type.keep == Keep::type) return file_.store<EntityWithType>(id, type.name);
+  if (type.keep == Keep::type) return store_.put<EntityWithType>(id, type.name);
   const std::string_view attribute = first_string(record);
   kept_bytes_ += attribute.size();
-  return file_.store<EntityWithAttr>(id, type.name, attribute);
+  return store_.put<EntityWithAttr>(id, type.name, attribute);
 }
 
 /// Keeps the first string of what a part may be called after: a product, or the representation that
@@ -124,10 +152,10 @@ void RecordLoader::keep_name(unsigned id, std::string_view type, std::string_vie
                            type.find("REPRESENTATION") != std::string_view::npos;
   if (names_parts) {
     const std::string_view name = whole_first_string(record);
-    file_.names_.insert_or_assign(id, name);
+    store_.names.insert_or_assign(id, name);
     kept_bytes_ += BYTES_OF_A_NAME + name.size();
-  } else if (file_.entities_[id] != nullptr) {
-    file_.names_.erase(id);  // The number was used before.
+  } else if (store_.entities[id] != nullptr) {
+    store_.names.erase(id);  // The number was used before.
   }
 }
 
@@ -156,9 +184,9 @@ const RecordLoader::Type& RecordLoader::type_of(std::string_view name) {
 RecordLoader::Type RecordLoader::look_up(std::string_view name) {
   Type type{name, classify(name)};
   if (type.keep == Keep::nothing) return type;
-  const std::size_t known = file_.types_.size();
-  std::tie(type.name, type.ids) = file_.intern_type(name);
-  if (file_.types_.size() != known) kept_bytes_ += BYTES_OF_A_TYPE + name.size();
+  const std::size_t known = store_.types.size();
+  std::tie(type.name, type.ids) = store_.intern_type(name);
+  if (store_.types.size() != known) kept_bytes_ += BYTES_OF_A_TYPE + name.size();
   return type;
 }
 

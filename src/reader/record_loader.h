@@ -3,11 +3,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "kessel/file.h"
+#include "exchange/reader.h"
+#include "model/store.h"
 #include "reader/classification.h"
 
 namespace Kessel {
@@ -38,7 +40,7 @@ enum class Loading {
 class RecordLoader {
  public:
   /// For a store that may take `memory_limit` bytes.
-  explicit RecordLoader(File& file, std::uint64_t memory_limit = Options::NO_LIMIT);
+  explicit RecordLoader(Store& store, std::uint64_t memory_limit = Options::NO_LIMIT);
 
   /// How many types are known by a number, most of all, and the number of those that are not.
   static constexpr std::uint32_t MOST_KNOWN_TYPES = 2048;
@@ -58,7 +60,14 @@ class RecordLoader {
   /// store would need more memory than it may take.
   Added add(std::string_view record);
 
+  /// Adds one record of a standard reading. Its number and references are from 1 to 4,294,967,295,
+  /// but for references that are 0, which lead nowhere and are passed over.
+  void add(const Exchange::Record& record);
+
  private:
+  void load(const Exchange::Record& record, std::string_view text, std::size_t equals);
+  std::uint32_t enter(unsigned id, std::string_view name, std::string_view record,
+                      std::span<const unsigned> references);
   /// The first and last eight bytes of a name, which is all of it up to sixteen. Together with the
   /// length they tell nearly all keywords apart.
   struct Ends {
@@ -83,11 +92,11 @@ class RecordLoader {
 
   const Type& type_of(std::string_view name);
   Type look_up(std::string_view name);
-  Entity* create(unsigned id, const Type& type, std::string_view record);
+  Entity* create_record_entity(unsigned id, const Type& type, std::string_view record);
   void keep_name(unsigned id, std::string_view type, std::string_view record);
   void require_memory_for(unsigned id, std::size_t numbers);
 
-  File& file_;
+  Store& store_;
   std::uint64_t memory_limit_;
   std::uint64_t kept_bytes_ = 0;  // What is kept elsewhere than in the arena and the slots.
   // Where the sum for the memory limit was made last, and how many numbers it leaves room for.

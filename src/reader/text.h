@@ -23,7 +23,7 @@ constexpr bool is_space(char c) {
 }
 
 /// `text` without white space at both ends.
-constexpr std::string_view trimmed(std::string_view text) {
+constexpr std::string_view trim(std::string_view text) {
   while (!text.empty() && is_space(text.back())) text.remove_suffix(1);
   while (!text.empty() && is_space(text.front())) text.remove_prefix(1);
   return text;
@@ -43,22 +43,24 @@ inline std::uint32_t read_number_plainly(const char*& p, const char* end) {
 }
 
 /// The first eight bytes of [p, end), the first in the lowest byte; zeros for what is missing.
-/// Little-endian machines only.
 inline std::uint64_t load_word(const char* p, const char* end) {
-  const auto size = static_cast<std::size_t>(end - p);
   std::uint64_t word = 0;
-  if (size >= 8) {
-    std::memcpy(&word, p, 8);
-  } else if (size >= 4) {  // Two halves that overlap.
-    std::uint32_t low = 0;
-    std::uint32_t high = 0;
-    std::memcpy(&low, p, 4);
-    std::memcpy(&high, end - 4, 4);
-    word = low | (std::uint64_t{high} << (8 * (size - 4)));
-  } else {
-    for (std::size_t i = 0; i < size; ++i) {
-      word |= std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
+  if constexpr (std::endian::native == std::endian::little) {
+    if (end - p >= 8) {
+      std::memcpy(&word, p, 8);
+      return word;
     }
+    const auto size = static_cast<std::size_t>(end - p);
+    if (size >= 4) {  // Two halves that overlap.
+      std::uint32_t low = 0;
+      std::uint32_t high = 0;
+      std::memcpy(&low, p, 4);
+      std::memcpy(&high, p + size - 4, 4);
+      return low | (std::uint64_t{high} << (8 * (size - 4)));
+    }
+  }
+  for (std::size_t i = 0; i < 8 && p + i != end; ++i) {
+    word |= std::uint64_t{static_cast<unsigned char>(p[i])} << (8 * i);
   }
   return word;
 }
@@ -128,42 +130,16 @@ inline const char* find_byte(const char* p, const char* end, char wanted) {
   return p;
 }
 
-/// The first "#" or "'" in [p, end), or `end`.
-///
-/// Fast path: eight bytes at a time. The two marks differ in one bit only, so after clearing it
-/// both are bytes equal to '#', which the subtraction finds.
-inline const char* find_mark(const char* p, const char* end) {
-  static_assert(('\'' & ~0x04) == '#');
-  if constexpr (std::endian::native == std::endian::little) {
-    for (;; p += 8) {
-      const std::uint64_t word = (load_word(p, end) & (EACH_BYTE * 0xFB)) ^ (EACH_BYTE * '#');
-      const std::uint64_t hits = (word - EACH_BYTE) & ~word & (EACH_BYTE * 0x80);
-      if (hits != 0) return p + (std::countr_zero(hits) >> 3);
-      if (end - p <= 8) return end;
-    }
-  }
-  while (p != end && *p != '#' && *p != '\'') ++p;
-  return p;
-}
-
 /// The first "#" in [p, end) outside string literals, or null: none there, or an unclosed literal
 /// before it. A doubled apostrophe closes a literal and opens the next, which comes to the same.
 inline const char* find_reference(const char* p, const char* end) {
-  for (;;) {
-    p = find_mark(p, end);
-    if (p == end) return nullptr;
+  for (; p != end; ++p) {
     if (*p == '#') return p;
-    // Most literals are empty or short, so look for their end byte by byte before calling memchr.
-    const char* const near = end - p > 8 ? p + 8 : end;
-    do {
-      if (++p == end) return nullptr;
-    } while (p != near && *p != '\'');
-    if (*p != '\'') {
-      p = static_cast<const char*>(std::memchr(p, '\'', static_cast<std::size_t>(end - p)));
-      if (p == nullptr) return nullptr;
-    }
-    ++p;
+    if (*p != '\'') continue;
+    p = static_cast<const char*>(std::memchr(p + 1, '\'', static_cast<std::size_t>(end - p - 1)));
+    if (p == nullptr) break;
   }
+  return nullptr;
 }
 
 }  // namespace Kessel

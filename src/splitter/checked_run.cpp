@@ -3,14 +3,20 @@
 
 #include <memory>
 
-#include "check/input_file.h"
+#include "association/associate.h"
 #include "check/refusal.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
+#include "findings/write_failure.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "reader/refusals.h"
+#include "reader/parse_file.h"
 #include "splitter/fresh_files.h"
 #include "splitter/input_stamp.h"
+#include "splitter/root_list.h"
 #include "splitter/written_files.h"
+#include "structure/process_parts.h"
+#include "writer/write_parts.h"
 
 namespace Kessel {
 
@@ -18,7 +24,7 @@ namespace {
 
 /// Leaves no open stream and no name behind, however the run ends.
 struct CleanStatics {
-  CleanStatics() { Part::_failure.reset(); }
+  CleanStatics() { forget_write_failure(); }
   CleanStatics(const CleanStatics&) = delete;
   CleanStatics& operator=(const CleanStatics&) = delete;
   ~CleanStatics() { Part::free_statics(); }
@@ -26,9 +32,9 @@ struct CleanStatics {
 
 }  // namespace
 
-std::unique_ptr<File> CheckedRun::read() const {
+std::unique_ptr<Store> CheckedRun::read() const {
   try {
-    return File::parse_file_checked(in_, options_);
+    return parse_file_checked(in_, options_);
   } catch (const InputError& error) {
     throw InputError(explain(error.finding(), in_, options_));
   }
@@ -37,14 +43,15 @@ std::unique_ptr<File> CheckedRun::read() const {
 std::vector<WrittenFile> CheckedRun::write_to(const std::filesystem::path& outdir) {
   if (const auto finding = find_no_regular_file(in_)) throw InputError(*finding);
   const InputStamp before(in_);
-  const std::unique_ptr<File> file = read();
+  const std::unique_ptr<Store> file = read();
 
   const CleanStatics statics;
-  file->process_parts(decode_step_to_utf8);
+  process_parts(*file, decode_step_to_utf8);
   require_fresh_files(*file, in_, outdir);
-  if (file->root_part() != nullptr) file->list_root();
-  if (Part::_failure) throw OutputError(Part::_failure->path, Part::_failure->reason);
-  file->extract_parts(outdir, options_);
+  list_root(*file);
+  throw_write_failure();
+  associate_entities(*file, options_);
+  write_parts(*file, outdir, options_);
   if (InputStamp(in_) != before) throw InputError(input_changed(0));
   return described_files(*file, outdir);
 }

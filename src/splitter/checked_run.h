@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <vector>
 
-#include "kessel/file.h"
 #include "kessel/options.h"
 #include "kessel/splitter.h"
+#include "model/store.h"
 
 namespace Kessel {
 
@@ -16,11 +16,11 @@ class CheckedRun {
   CheckedRun(const std::filesystem::path& in, const Options& options)
       : in_(in), options_(options) {}
 
-  /// What `Run` with options does.
+  /// What `split` does.
   std::vector<WrittenFile> write_to(const std::filesystem::path& outdir);
 
  private:
-  std::unique_ptr<File> read() const;
+  std::unique_ptr<Store> read() const;
 
   const std::filesystem::path& in_;
   const Options& options_;

@@ -43,12 +43,12 @@ void require_fresh_root_list(const fs::path& in) {
   }
 }
 
-void require_fresh_files(const File& file, const fs::path& in, const fs::path& outdir) {
-  for (const Part* part : file.parts()) {
+void require_fresh_files(const Store& file, const fs::path& in, const fs::path& outdir) {
+  for (const Part* part : file.parts) {
     if (part->path.empty()) continue;
     require_fresh_file(outdir / part->path);
   }
-  if (file.root_part() != nullptr) require_fresh_root_list(in);
+  if (file.root != nullptr) require_fresh_root_list(in);
 }
 
 }  // namespace Kessel

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "kessel/file.h"
+#include "model/store.h"
 
 namespace Kessel {
 
@@ -13,7 +13,7 @@ namespace Kessel {
 /// or it is the input. The reason is `std::errc::is_a_directory` for a folder and
 /// `std::errc::file_exists` for all else, links included, which are not followed; or what the
 /// system says where it cannot look. Parts without a name are passed over.
-void require_fresh_files(const File& file, const std::filesystem::path& in,
+void require_fresh_files(const Store& file, const std::filesystem::path& in,
                          const std::filesystem::path& outdir);
 
 /// The same for one file that is about to be written, and for "roots.txt" of a split of `in`.

@@ -1,7 +1,6 @@
 // The entry point of hosts.
 #include <filesystem>
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include "kessel/encoding.h"
@@ -18,15 +17,7 @@ std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
   const std::unique_ptr<File> file(File::from(in, decode_step_to_utf8));
   file->extract_parts(outdir);
   Part::free_statics();
-  return written_files(*file, outdir);
-}
-
-std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
-                                       const std::filesystem::path& outdir,
-                                       const Options& options) {
-  std::vector<std::filesystem::path> paths;
-  for (WrittenFile& file : split(in, outdir, options)) paths.push_back(std::move(file.path));
-  return paths;
+  return written_files(file->parts(), file->root_part(), outdir);
 }
 
 std::vector<WrittenFile> split(const std::filesystem::path& in, const std::filesystem::path& outdir,

@@ -7,20 +7,20 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "check/finding_list.h"
-#include "check/input_file.h"
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
 #include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
 #include "output/split_writer.h"
 #include "placement/placement.h"
 #include "products/products.h"
-#include "reader/refusals.h"
-#include "splitter/file_names.h"
 #include "splitter/fresh_files.h"
 #include "splitter/input_stamp.h"
+#include "splitter/placed_names.h"
 #include "splitter/root_list.h"
 
 namespace Kessel {
@@ -103,12 +103,8 @@ void require_products(const Products& products, std::vector<Finding>& warnings) 
   }
 }
 
-fs::path path_of(const std::string& utf8) {
-  return std::u8string(utf8.begin(), utf8.end());
-}
-
 /// Leaves the name of the root's file to the host, in the working directory.
-void list_root(const std::string& name) {
+void write_root_list(const std::string& name) {
   errno = 0;
   std::ofstream list(ROOT_LIST);
   list << name << '\n';
@@ -139,10 +135,10 @@ class PlacedSplit {
     placement_ = place_records(instances_, products_, options_.assemblies);
     warn();
     if (placement_.files.size() < 2) return {};
-    names_ = file_names(instances_, products_, placement_, options_.names);
-    for (const std::string& name : names_) require_fresh_file(outdir_ / path_of(name));
+    names_ = placed_names(instances_, products_, placement_, options_.names);
+    for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
     require_fresh_root_list(path_);
-    list_root(names_.front());
+    write_root_list(fspath_to_utf8(names_.front()));
     std::vector<WrittenFile> files = write();
     if (InputStamp(path_) != before) throw InputError(input_changed(0));
     return files;
@@ -172,10 +168,9 @@ class PlacedSplit {
   std::vector<WrittenFile> write() {
     create_folder(outdir_);
     SplitToWrite split{instances_, products_, placement_, id_, {}, {}};
-    for (const std::string& name : names_) {
-      const fs::path path = outdir_ / path_of(name);
-      split.paths.push_back(path);
-      split.names.push_back(options_.folder_in_headers ? fspath_to_utf8(path) : name);
+    for (const fs::path& name : names_) {
+      split.paths.push_back(outdir_ / name);
+      split.names.push_back(fspath_to_utf8(options_.folder_in_headers ? split.paths.back() : name));
     }
     const std::vector<FileFigures> figures = write_split(in_, split, options_);
     std::vector<WrittenFile> files;
@@ -205,7 +200,7 @@ class PlacedSplit {
   std::vector<Finding> warnings_;
   Products products_;
   Placement placement_;
-  std::vector<std::string> names_;
+  std::vector<fs::path> names_;
 };
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <utility>
 
-#include "model/arena.h"
 #include "structure/reachability.h"
 
 namespace Kessel {
@@ -20,7 +19,7 @@ constexpr std::string_view CANDIDATE_TYPES[] = {
 
 }  // namespace
 
-std::vector<std::uint32_t> find_part_numbers(const File& file) {
+std::vector<std::uint32_t> find_part_numbers(const Store& store) {
   // What makes a candidate a part: it leads to a product or to a shape.
   static const std::vector<std::string_view> TARGET_TYPES = {
       "PRODUCT",
@@ -28,10 +27,10 @@ std::vector<std::uint32_t> find_part_numbers(const File& file) {
       "GEOMETRICALLY_BOUNDED_SURFACE_SHAPE_REPRESENTATION",
   };
   std::set<unsigned> numbers;
-  for (const std::string_view type : CANDIDATE_TYPES) numbers.merge(file.get_ids(type));
+  for (const std::string_view type : CANDIDATE_TYPES) numbers.merge(store.get_ids(type));
 
   const std::vector<std::uint32_t> candidates(numbers.begin(), numbers.end());
-  const std::vector<char> is_part = lead_to_any(file.entities(), candidates, TARGET_TYPES);
+  const std::vector<char> is_part = lead_to_any(store.entities, candidates, TARGET_TYPES);
   std::vector<std::uint32_t> parts;
   for (std::size_t i = 0; i < candidates.size(); ++i) {
     if (is_part[i]) parts.push_back(candidates[i]);
@@ -39,13 +38,13 @@ std::vector<std::uint32_t> find_part_numbers(const File& file) {
   return parts;
 }
 
-void File::find_and_create_parts() {
-  for (const std::uint32_t number : find_part_numbers(*this)) {
-    Entity*& slot = entities_.edit(number);
-    Part* part = arena_->make<Part>(std::move(*slot));
+void find_and_create_parts(Store& store) {
+  for (const std::uint32_t number : find_part_numbers(store)) {
+    Entity*& slot = store.entities.edit(number);
+    Part* part = store.arena.make<Part>(std::move(*slot));
     slot->~Entity();
     slot = part;
-    add_part(part);
+    store.add_part(part);
   }
 }
 

@@ -3,15 +3,14 @@
 
 #include <string_view>
 
-#include "kessel/file.h"
-#include "model/messages.h"
+#include "findings/messages.h"
 #include "model/slots.h"
 
 namespace Kessel {
 
-void File::link_parts() {
+void link_parts(Store& store) {
   for (const std::string_view type : LINK_TYPES) {
-    for (const Entity* usage : get(type)) {
+    for (const Entity* usage : store.get(type)) {
       if (usage == nullptr) continue;
       const auto references = usage->references();
       if (references.size() < 2) {
@@ -20,8 +19,8 @@ void File::link_parts() {
       }
       // Relating and related product definition (ISO 10303-44); a component that is used twice is
       // listed twice.
-      auto* parent = dynamic_cast<Part*>(slot_at(entities_, references[0]));
-      auto* child = dynamic_cast<Part*>(slot_at(entities_, references[1]));
+      auto* parent = dynamic_cast<Part*>(slot_at(store.entities, references[0]));
+      auto* child = dynamic_cast<Part*>(slot_at(store.entities, references[1]));
       if (parent == nullptr || child == nullptr) continue;
       parent->add_child_part(child);
       child->add_parent_part(parent);

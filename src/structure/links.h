@@ -1,7 +1,9 @@
-// Which records link assemblies and their components.
+// Links assemblies and their components.
 #pragma once
 
 #include <string_view>
+
+#include "model/store.h"
 
 namespace Kessel {
 
@@ -13,5 +15,10 @@ inline constexpr std::string_view LINK_TYPES[] = {
     "ASSEMBLY_COMPONENT_USAGE",
     "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE",
 };
+
+/// Enters every component and its assembly into each other's lists. Prints two lines on standard
+/// error for a usage without two references. Throws `std::out_of_range` "invalid vector subscript"
+/// over a reference beyond the store.
+void link_parts(Store& store);
 
 }  // namespace Kessel

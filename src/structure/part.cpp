@@ -5,6 +5,7 @@
 
 #include "kessel/encoding.h"
 #include "kessel/file.h"
+#include "structure/part_names.h"
 
 namespace Kessel {
 
@@ -30,19 +31,32 @@ std::vector<Part*> Part::parents_parts() const {
   return parents;
 }
 
-void Part::resolve_name(const File* file, std::string (*)(std::string_view)) {
+namespace {
+
+/// `at(id)` is the record in a slot.
+template <class At>
+void name_after_record(Part& part, At at) {
   // A definition leads to its formation and on to its product, a mapped item to its mapping source
   // and on to the mapped representation.
-  const Entity* middle = file->at(get_reference(0));
+  const Entity* middle = at(part.get_reference(0));
   if (middle == nullptr) return;
   const unsigned product = middle->get_reference(0);
-  if (file->at(product) == nullptr) return;
+  if (at(product) == nullptr) return;
 
-  const std::string base = "#" + std::to_string(product) + "_part";
-  path = base;
-  const std::uint32_t count = ++_filenames[path];
-  if (count > 1) path += "_(" + std::to_string(count) + ")_";
-  path += ".stp";
+  part.path = "#" + std::to_string(product) + "_part";
+  const std::uint32_t count = ++Part::_filenames[part.path];
+  if (count > 1) part.path += "_(" + std::to_string(count) + ")_";
+  part.path += ".stp";
+}
+
+}  // namespace
+
+void Part::resolve_name(const File* file, std::string (*)(std::string_view)) {
+  name_after_record(*this, [file](unsigned id) { return file->at(id); });
+}
+
+void resolve_name(Part& part, Slots slots) {
+  name_after_record(part, [&](unsigned id) { return slot_at(slots, id); });
 }
 
 std::string Part::get_utf8_filename() const {

@@ -4,12 +4,12 @@
 #include <cstdint>
 #include <vector>
 
-#include "kessel/file.h"
+#include "model/store.h"
 
 namespace Kessel {
 
 /// The instance number of each part's record, by position in the list of parts; 0 for a part that
 /// stands for no record.
-std::vector<std::uint32_t> part_records(const File& file);
+std::vector<std::uint32_t> part_records(const Store& store);
 
 }  // namespace Kessel

@@ -1,8 +1,8 @@
 // Names files after products.
 #include "kessel/encoding.h"
-#include "kessel/file.h"
 #include "naming/file_stem.h"
 #include "naming/unique_names.h"
+#include "structure/part_names.h"
 
 namespace Kessel {
 
@@ -10,9 +10,9 @@ namespace {
 
 /// The number of the record that a part is called after: the product behind its formation, or the
 /// representation in a mapped item's map, behind the map's origin. 0 where there is none.
-unsigned named_after(const File& file, const Part& part) {
+unsigned named_after(const Store& store, const Part& part) {
   if (part.references().empty()) return 0;
-  const Entity* middle = file.at(part.references().front());
+  const Entity* middle = store.at(part.references().front());
   const std::size_t place = part.type() == "MAPPED_ITEM" ? 1 : 0;
   if (middle == nullptr || middle->references().size() <= place) return 0;
   return middle->references()[place];
@@ -24,22 +24,20 @@ std::filesystem::path path_of(const std::string& utf8) {
 
 }  // namespace
 
-/// Parts have their record names already, and keep them where they have no other; the number in
-/// that name keeps it unlike all others, but a product may have it for a name.
-void File::name_after_products(std::string (*decode)(std::string_view)) {
+void name_after_products(Store& store, std::string (*decode)(std::string_view)) {
   if (decode == nullptr) decode = decode_step_to_utf8;
   const FileNameSet set =
-      name_style_ == NameStyle::product ? FileNameSet::ascii : FileNameSet::unicode;
+      store.name_style == NameStyle::product ? FileNameSet::ascii : FileNameSet::unicode;
   UniqueNames unique;
-  for (Part* part : parts_) {
+  for (Part* part : store.parts) {
     std::string stem;
-    if (const auto name = names_.find(named_after(*this, *part)); name != names_.end()) {
+    if (const auto name = store.names.find(named_after(store, *part)); name != store.names.end()) {
       stem = file_stem(decode(name->second), set);
     }
     if (stem.empty()) stem = fspath_to_utf8(part->path.stem());
     if (!stem.empty()) part->path = path_of(unique.take(stem));
   }
-  names_.clear();
+  store.names.clear();
 }
 
 }  // namespace Kessel

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kessel/paged_array.h"
+#include "model/paged_array.h"
 #include "model/slots.h"
 
 namespace Kessel {

@@ -1,10 +1,12 @@
 // Tells assemblies from parts with geometry, finds or makes the root, and names every file.
+#include "structure/roots.h"
+
 #include <algorithm>
 
-#include "kessel/file.h"
-#include "model/messages.h"
+#include "findings/messages.h"
 #include "model/slots.h"
 #include "structure/definition_search.h"
+#include "structure/part_names.h"
 #include "structure/reachability.h"
 #include "structure/type_names.h"
 
@@ -23,39 +25,37 @@ bool holds_geometry(Slots slots, const Entity& representation, const TypeNameInd
 
 }  // namespace
 
-/// Makes every part a leaf whose own shape carries geometry. A shape definition representation that
-/// leads to no part is passed over before its representation is looked at.
-void File::classify_by_geometry() {
-  const TypeNameSet names = placement_and_context_types(types_);
+void classify_by_geometry(Store& store) {
+  const TypeNameSet names = placement_and_context_types(store.types);
   const TypeNameIndex no_geometry(names.begin(), names.end());
-  ReachabilitySearch search(entities_);
-  for (const Entity* link : get("SHAPE_DEFINITION_REPRESENTATION")) {
+  ReachabilitySearch search(store.entities);
+  for (const Entity* link : store.get("SHAPE_DEFINITION_REPRESENTATION")) {
     if (link == nullptr) continue;
     const std::uint32_t definition = find_definition(search, link->get_reference(0));
-    auto* part = dynamic_cast<Part*>(slot_at(entities_, definition));
+    auto* part = dynamic_cast<Part*>(slot_at(store.entities, definition));
     if (part == nullptr) continue;
-    const Entity* representation = slot_at(entities_, link->get_reference(1));
+    const Entity* representation = slot_at(store.entities, link->get_reference(1));
     if (representation == nullptr) continue;
-    if (holds_geometry(entities_, *representation, no_geometry)) part->part_kind = LEAF_PART;
+    if (holds_geometry(store.entities, *representation, no_geometry)) part->part_kind = LEAF_PART;
   }
 }
 
-void File::generate_root() {
-  root_ = new Part("PRODUCT_DEFINITION");
-  root_generated_ = true;
-  root_->path = "Root.stp";
-  root_->part_kind = ASSEMBLY_PART;
-  add_part(root_);
+void generate_root(Store& store) {
+  store.root = new Part("PRODUCT_DEFINITION");
+  store.root_generated = true;
+  store.root->path = "Root.stp";
+  store.root->part_kind = ASSEMBLY_PART;
+  store.add_part(store.root);
 }
 
-void File::find_parts_types(std::string (*decode)(std::string_view)) {
+void find_parts_types(Store& store) {
   std::vector<Part*> roots;
-  for (Part* part : parts_) {
+  for (Part* part : store.parts) {
     if (part->parents.empty()) roots.push_back(part);
     part->part_kind = part->children.empty() ? LEAF_PART : ASSEMBLY_PART;
   }
-  classify_by_geometry();
-  for (Part* part : parts_) part->resolve_name(this, decode);
+  classify_by_geometry(store);
+  for (Part* part : store.parts) resolve_name(*part, store.entities);
 
   if (roots.empty()) {
     messages() << "No root part found. It implies not part in the file or a cyclic part tree.\n"
@@ -63,9 +63,9 @@ void File::find_parts_types(std::string (*decode)(std::string_view)) {
     return;
   }
   if (roots.size() == 1 && roots.front()->part_kind != LEAF_PART) {
-    root_ = roots.front();
+    store.root = roots.front();
   } else {
-    generate_root();
+    generate_root(store);
   }
 }
 

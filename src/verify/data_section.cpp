@@ -3,14 +3,13 @@
 #include <string>
 
 #include "reader/text.h"
+#include "verify/text_search.h"
 
 namespace Kessel {
 
 namespace {
 
 using enum FindingKind;
-
-constexpr std::size_t NONE = std::string_view::npos;
 
 std::size_t skip_spaces(std::string_view text, std::size_t at) {
   while (at < text.size() && is_space(text[at])) ++at;
@@ -56,7 +55,7 @@ std::vector<WrittenRecord> cut_data(std::string_view text, std::size_t begin,
                                       : "No \";\" closes " + quoted(text.substr(at)) + ".");
       return records;
     }
-    const std::string_view statement = trimmed(text.substr(at, end - at));
+    const std::string_view statement = trim(text.substr(at, end - at));
     if (statement == "ENDSEC") {
       check_end(text, end + 1, end_line, report);
       return records;

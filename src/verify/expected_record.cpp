@@ -35,7 +35,7 @@ bool adjoin(const Token& left, const Token& right) {
 
 const std::vector<Token>& ExpectedRecord::derive(std::uint32_t id, std::uint32_t number,
                                                  const std::vector<Token>& words) {
-  const Entity& entity = *input_.file().entities()[id];
+  const Entity& entity = *input_.file().entities[id];
   expected_.clear();
   if (words.empty()) return expected_;
   expected_.push_back(reference_to(number));

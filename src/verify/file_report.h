@@ -8,8 +8,8 @@
 #include <string_view>
 #include <utility>
 
-#include "check/finding_list.h"
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
 
 namespace Kessel {
 

@@ -6,7 +6,7 @@
 #include <set>
 #include <system_error>
 
-#include "model/finding_kinds.h"
+#include "findings/finding_kinds.h"
 
 namespace Kessel {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "check/finding_list.h"
+#include "findings/finding_list.h"
 #include "kessel/part.h"
 
 namespace Kessel {

@@ -4,12 +4,11 @@
 #include <vector>
 
 #include "verify/string_value.h"
+#include "verify/text_search.h"
 
 namespace Kessel {
 
 namespace {
-
-constexpr std::size_t NONE = std::string_view::npos;
 
 /// What a run puts in place of something in the header.
 enum class Hole { name, time };
@@ -54,13 +53,6 @@ HeaderForm form_of(std::string_view header) {
   }
   form.pieces.push_back(header.substr(begin));
   return form;
-}
-
-/// Takes `beginning` off the front of `text`.
-bool take(std::string_view& text, std::string_view beginning) {
-  if (!text.starts_with(beginning)) return false;
-  text.remove_prefix(beginning.size());
-  return true;
 }
 
 /// Takes a time in UTC off the front of `text`, as in 2026-11-16T02:45:07+00:00.

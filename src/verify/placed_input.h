@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kessel/file.h"
+#include "model/store.h"
 #include "kessel/options.h"
 #include "structure/reachability.h"
 #include "verify/record_texts.h"
@@ -31,10 +31,10 @@ class PlacedInput {
   /// cannot be opened, `std::out_of_range` over a reference beyond the store.
   PlacedInput(const std::filesystem::path& in, const Options& options);
 
-  const File& file() const { return *file_; }
-  const std::vector<Part*>& parts() const { return file_->parts(); }
-  const std::string& first_line() const { return file_->first_line_; }
-  const std::string& header() const { return file_->header_; }
+  const Store& file() const { return *file_; }
+  const std::vector<Part*>& parts() const { return file_->parts; }
+  const std::string& first_line() const { return file_->first_line; }
+  const std::string& header() const { return file_->header; }
 
   /// Which record of the input each record of the part's file is: the first is number 1's. 0 where
   /// nothing is placed.
@@ -51,7 +51,7 @@ class PlacedInput {
   void list_records();
   void place_blocks(std::uint32_t link, AssemblyStyle style, ReachabilitySearch& search);
 
-  std::unique_ptr<File> file_;
+  std::unique_ptr<Store> file_;
   RecordTexts texts_;
   std::vector<std::size_t> first_record_;         // by position in the list of parts, and the end
   std::vector<std::uint32_t> records_;            // of all parts

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "findings/refusals.h"
 #include "kessel/errors.h"
-#include "reader/refusals.h"
 #include "reader/text.h"
 
 namespace Kessel {
@@ -34,12 +34,12 @@ std::uint32_t RecordTexts::note(std::string_view record, RecordCutter& cutter) {
 std::string_view RecordTexts::operator[](std::uint32_t number) {
   const std::uint32_t index = index_[number];
   if (index == 0) throw InputError(input_changed(0));
-  const std::string_view text = trimmed(read(spans_[index - 1]));
+  const std::string_view text = trim(read(spans_[index - 1]));
   if (text.find(';') == std::string_view::npos) return text;
   joined_.clear();
   for (std::size_t begin = 0; begin <= text.size();) {
     const std::size_t end = std::min(text.find(';', begin), text.size());
-    joined_ += trimmed(text.substr(begin, end - begin));
+    joined_ += trim(text.substr(begin, end - begin));
     begin = end + 1;
   }
   return joined_;

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kessel/paged_array.h"
+#include "model/paged_array.h"
 #include "reader/record_cutter.h"
 
 namespace Kessel {
@@ -29,7 +29,7 @@ class RecordTexts {
     RecordCutter cutter(in_);
     for (; header_lines > 0; --header_lines) cutter.next_line();
     for (;;) {
-      const std::string_view record = cutter.next_record();
+      const std::string_view record = cutter.read_record();
       if (record.empty() || cutter.input_ended()) break;
       const std::uint32_t number = note(record, cutter);
       if (number != 0) visit(number);

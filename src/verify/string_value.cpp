@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "encoding/unicode.h"
+#include "verify/text_search.h"
 
 namespace Kessel {
 
@@ -20,12 +21,6 @@ std::optional<char32_t> take_hex(std::string_view& text, std::size_t digits) {
   if (error != std::errc() || behind != end || !is_character) return std::nullopt;
   text.remove_prefix(digits);
   return value;
-}
-
-bool take(std::string_view& text, std::string_view beginning) {
-  if (!text.starts_with(beginning)) return false;
-  text.remove_prefix(beginning.size());
-  return true;
 }
 
 /// Takes what stands behind `\X2\` or `\X4\` off the front of `text`, the end of the run included.

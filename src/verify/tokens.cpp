@@ -4,12 +4,11 @@
 #include <cstddef>
 
 #include "reader/text.h"
+#include "verify/text_search.h"
 
 namespace Kessel {
 
 namespace {
-
-constexpr std::size_t NONE = std::string_view::npos;
 
 bool is_digit(char c) {
   return c >= '0' && c <= '9';

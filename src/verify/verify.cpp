@@ -7,12 +7,12 @@
 #include <string>
 #include <system_error>
 
-#include "check/finding_list.h"
-#include "check/input_file.h"
 #include "check/refusal.h"
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
 #include "kessel/errors.h"
-#include "model/finding_kinds.h"
-#include "reader/refusals.h"
 #include "verify/file_check.h"
 #include "verify/folder.h"
 #include "verify/placed_input.h"
@@ -49,8 +49,8 @@ std::unique_ptr<PlacedInput> place(const fs::path& in, const Options& options,
 std::uint64_t most_bytes(const PlacedInput& input, std::uint64_t size_of_input, const Part& part) {
   // A reference of two bytes may become one of eleven; a block's records and names are short.
   constexpr std::uint64_t GROWTH = 6;
-  constexpr std::uint64_t BLOCK = 16384;
-  return GROWTH * size_of_input + BLOCK * (1 + input.blocks_of(part).size());
+  constexpr std::uint64_t RECORDS_OF_BLOCK = 16384;
+  return GROWTH * size_of_input + RECORDS_OF_BLOCK * (1 + input.blocks_of(part).size());
 }
 
 void check_files(PlacedInput& input, std::uint64_t size_of_input, const OutputFolder& folder,
@@ -86,7 +86,7 @@ void verify_split(const fs::path& in, const fs::path& outdir, const Options& opt
   std::error_code unknown;
   const std::uintmax_t size = fs::file_size(in, unknown);
   const OutputFolder folder(outdir, input->parts());
-  if (!folder.check_others(input->file().root_part(), findings)) return;
+  if (!folder.check_others(input->file().root, findings)) return;
   try {
     check_files(*input, unknown ? 0 : size, folder, findings, verification);
   } catch (const InputError& error) {

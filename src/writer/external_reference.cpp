@@ -12,8 +12,10 @@ namespace {
 /// The number of instance `id` in `target`'s file.
 std::uint32_t number_of(Slots slots, std::uint32_t id, Part* target) {
   const Entity* entity = slot_at(slots, id);
-  if (entity == nullptr) throw std::out_of_range("invalid map<K, T> key");
-  return entity->part_numbers.at(target);
+  if (entity == nullptr || !entity->part_numbers.contains(target)) {
+    throw std::out_of_range("invalid map<K, T> key");
+  }
+  return entity->part_numbers.number_or_zero(target);
 }
 
 /// Writes records one after the other, each under the next number of a part's file.

@@ -5,7 +5,8 @@
 #include <cerrno>
 #include <utility>
 
-#include "kessel/errors.h"
+#include "findings/write_failure.h"
+#include "writer/part_stream.h"
 
 namespace Kessel {
 
@@ -23,10 +24,6 @@ constexpr std::size_t MIN_ROOM = 256;
 /// Rooms that are kept for later parts.
 constexpr std::size_t MAX_SPARES = 128;
 
-void throw_failure() {
-  if (Part::_failure) throw OutputError(Part::_failure->path, Part::_failure->reason);
-}
-
 }  // namespace
 
 GatheredOutput::GatheredOutput(const std::vector<Part*>& parts, bool must_succeed)
@@ -37,7 +34,8 @@ GatheredOutput::GatheredOutput(const std::vector<Part*>& parts, bool must_succee
       max_held_(std::clamp(parts.size() * 16 * KIB, 4 * MIB, 64 * MIB)) {}
 
 GatheredOutput::~GatheredOutput() {
-  if (must_succeed_ && Part::_failure) return;  // Why the run ends; there is no use in going on.
+  if (must_succeed_ && first_write_failure())
+    return;  // Why the run ends; there is no use in going on.
   try {
     pass_on_all();
   } catch (...) {  // NOLINT(bugprone-empty-catch): an exception is ending the run already.
@@ -53,7 +51,7 @@ void GatheredOutput::discard(const Part& part) {
 std::ostream& GatheredOutput::begin(Part& part, const std::string& text) {
   Pending& pending = pending_[part.list_position];
   if (!pending.discard) {
-    if (must_succeed_ && !part.open()) throw_failure();
+    if (must_succeed_ && !open_stream(part)) throw_write_failure();
     part.output(text);
     make_sure_of(part);
     if (!part.stream.is_open()) pending.enough = 0;
@@ -64,21 +62,21 @@ std::ostream& GatheredOutput::begin(Part& part, const std::string& text) {
 void GatheredOutput::finish() {
   pass_on_all();
   if (!must_succeed_) return;
-  Part::close_opened();
-  throw_failure();
+  close_opened_streams();
+  throw_write_failure();
 }
 
 void GatheredOutput::make_sure_of(Part& part) const {
   if (!must_succeed_ || pending_[part.list_position].discard) return;
-  if (part.stream.fail()) Part::note_failure(part.path);
-  throw_failure();
+  if (part.stream.fail()) note_write_failure(part.path);
+  throw_write_failure();
 }
 
 void GatheredOutput::pass_on(Part& part, Pending& pending) {
   passed_on_ += pending.text.size;
   if (!pending.discard) {
     const auto size = static_cast<std::streamsize>(pending.text.size);
-    if (must_succeed_ && !part.open()) throw_failure();
+    if (must_succeed_ && !open_stream(part)) throw_write_failure();
     std::ostream& file = part.output(std::string());
     errno = 0;
     file.write(pending.text.bytes.get(), size);

@@ -19,7 +19,7 @@ namespace Kessel {
 /// for a while are passed on first, since they are often complete; all are when what is held
 /// reaches a limit, which is larger for more parts, so that each keeps a worthwhile share, and
 /// never above a fixed total. The text of each file and its order are those of passing every piece
-/// on at once.
+/// on at once, which is what happens to the pieces of a part that is not in the list.
 class GatheredOutput {
  public:
   /// For the parts of one file, which must outlive the object. With `must_succeed`, the functions
@@ -45,6 +45,7 @@ class GatheredOutput {
   void make_sure_of(Part& part) const;
   /// Says that a piece for `part` comes soon, so that the place for it is fetched until then.
   void expect(const Part& part) const {
+    if (!is_listed(part)) return;
     const Text& text = pending_[part.list_position].text;
     __builtin_prefetch(text.bytes.get() + text.size, 1);
   }
@@ -63,6 +64,7 @@ class GatheredOutput {
   /// are free; it returns the end. When it throws, nothing was added.
   template <class Put>
   void write_in_place(Part& part, std::size_t room, Put put) {
+    if (!is_listed(part)) return write_at_once(part, room, put);
     Pending& pending = pending_[part.list_position];
     if (pending.text.room - pending.text.size < room) make_room(pending.text, room);
     char* const out = pending.text.bytes.get() + pending.text.size;
@@ -89,6 +91,16 @@ class GatheredOutput {
     bool discard = false;
     std::size_t last_written = 0;  // written_ after its last piece
   };
+  /// Whether the part is one of the file's, rather than one that a host made.
+  bool is_listed(const Part& part) const {
+    return part.list_position < parts_.size() && parts_[part.list_position] == &part;
+  }
+  template <class Put>
+  void write_at_once(Part& part, std::size_t room, Put put) {
+    at_once_.resize(room);
+    at_once_.resize(static_cast<std::size_t>(put(at_once_.data()) - at_once_.data()));
+    part.output(at_once_);
+  }
   void pass_on(Part& part, Pending& pending);
   void pass_on_all();
   void look_for_cold_parts();
@@ -100,6 +112,7 @@ class GatheredOutput {
   std::vector<Pending> pending_;  // by position in the list of parts
   std::vector<Text> spare_;       // empty texts with room, for the next parts
   std::string piece_;             // scratch of write()
+  std::string at_once_;           // scratch of write_at_once()
   std::size_t written_ = 0;       // bytes added since the beginning
   std::size_t passed_on_ = 0;     // bytes of them that are not in pending_ any more
   std::size_t next_look_;         // value of written_ at which to look for cold parts

@@ -2,37 +2,38 @@
 #include <cerrno>
 #include <iostream>
 
+#include "findings/write_failure.h"
 #include "kessel/encoding.h"
-#include "kessel/part.h"
+#include "writer/part_stream.h"
 
 namespace Kessel {
 
 std::queue<Part*> Part::_opened_files;
-std::optional<Part::Failure> Part::_failure;
 
-void Part::note_failure(const std::filesystem::path& path) {
-  const int reason = errno != 0 ? errno : EIO;
-  if (!_failure) _failure = Failure{path, {reason, std::generic_category()}};
-}
-
-bool Part::open() {
-  if (stream.is_open()) return true;
-  if (_opened_files.size() >= MAX_OPENED_FILE) {
-    if (Part* oldest = _opened_files.front()) oldest->close();
-    _opened_files.pop();
+bool open_stream(Part& part) {
+  if (part.stream.is_open()) return true;
+  if (Part::_opened_files.size() >= Part::MAX_OPENED_FILE) {
+    if (Part* oldest = Part::_opened_files.front()) oldest->close();
+    Part::_opened_files.pop();
   }
   errno = 0;
-  stream.open(path, std::ios::out | std::ios::app | std::ios::binary);
-  if (!stream.is_open()) {
-    note_failure(path);
+  part.stream.open(part.path, std::ios::out | std::ios::app | std::ios::binary);
+  if (!part.stream.is_open()) {
+    note_write_failure(part.path);
     return false;
   }
-  _opened_files.push(this);
+  Part::_opened_files.push(&part);
   return true;
 }
 
+void close_opened_streams() {
+  for (; !Part::_opened_files.empty(); Part::_opened_files.pop()) {
+    if (Part* part = Part::_opened_files.front()) part->close();
+  }
+}
+
 std::ostream& Part::output(const std::string& text) {
-  if (!open()) {
+  if (!open_stream(*this)) {
     std::cerr << "Could not open " << fspath_to_utf8(path) << '\n';
     return stream;
   }
@@ -42,19 +43,13 @@ std::ostream& Part::output(const std::string& text) {
 void Part::close() {
   errno = 0;
   stream.close();
-  if (stream.fail()) note_failure(path);
-}
-
-void Part::close_opened() {
-  for (; !_opened_files.empty(); _opened_files.pop()) {
-    if (Part* part = _opened_files.front()) part->close();
-  }
+  if (stream.fail()) note_write_failure(path);
 }
 
 void Part::free_statics() {
-  close_opened();
+  close_opened_streams();
   _filenames.clear();
-  _failure.reset();
+  forget_write_failure();
 }
 
 Part::~Part() {

@@ -23,6 +23,13 @@ std::uint32_t number_in(Slots slots, std::uint32_t id, Part* part) {
   return entity == nullptr ? 0 : entity->part_numbers.number_or_zero(part);
 }
 
+/// Whether the part holds the instance, which exists: also under the number 0, which only a host
+/// gives.
+bool is_held(Slots slots, std::uint32_t id, Part* part) {
+  const Entity* entity = slots[id];
+  return entity != nullptr && entity->part_numbers.contains(part);
+}
+
 /// The reference `number` in `text`, whose digits stand at [begin, end).
 TextReference reference_at(std::string_view text, std::uint32_t number, const char* begin,
                            const char* end) {
@@ -75,6 +82,19 @@ class Rewriter {
     if (const std::uint32_t number = number_in(slots_, reference.number, part_)) {
       return put_number(reference, number);
     }
+    put_unknown(reference);
+  }
+
+  /// Writes the rest of the text. Returns the end of what was written.
+  char* finish() {
+    copy_up_to(text_end_);
+    return end_;
+  }
+
+ private:
+  /// The same for a reference that has no number, or the number 0. Kept out of the common path.
+  [[gnu::noinline]] void put_unknown(const TextReference& reference) {
+    if (is_held(slots_, reference.number, part_)) return put_number(reference, 0);
     const char* const begin = text_ + reference.begin;
     copy_up_to(begin);
     copied_ = text_ + reference.end;
@@ -86,13 +106,6 @@ class Rewriter {
     }
   }
 
-  /// Writes the rest of the text. Returns the end of what was written.
-  char* finish() {
-    copy_up_to(text_end_);
-    return end_;
-  }
-
- private:
   /// Appends the text that was not dealt with yet, up to `until`.
   void copy_up_to(const char* until) {
     const auto size = static_cast<std::size_t>(until - copied_);
@@ -142,6 +155,19 @@ void find_references(std::string_view text, std::vector<TextReference>& found) {
   });
 }
 
+void find_references(const Exchange::Record& record, std::vector<TextReference>& found) {
+  found.clear();
+  const char* own = record.text.data() + 1;
+  const char* own_end = own;
+  const std::uint32_t number = read_number(own_end, record.text.data() + record.text.size());
+  found.push_back(reference_at(record.text, number, own, own_end));
+  for (const Exchange::Mention& other : record.mentions) {
+    if (other.number == 0 || other.number > UINT32_MAX) continue;
+    found.push_back(reference_at(record.text, static_cast<std::uint32_t>(other.number), other.begin,
+                                 other.end));
+  }
+}
+
 std::size_t rewriting_room(std::string_view text, const std::vector<TextReference>& references) {
   return text.size() + references.size() * NUMBER_ROOM + CHUNK;
 }
@@ -162,7 +188,9 @@ char* rewrite_record(std::string_view record, const std::vector<TextReference>& 
 }
 
 std::size_t rewriting_room(std::string_view record) {
-  return record.size() * NUMBER_ROOM / 2 + NUMBER_ROOM + CHUNK;
+  // A reference of two bytes, "#1", becomes as many as "#4294967295" has; an odd byte is text.
+  constexpr std::size_t LONGEST_REFERENCE = 1 + NUMBER_ROOM;
+  return (record.size() + 1) / 2 * LONGEST_REFERENCE + CHUNK;
 }
 
 char* rewrite_record(std::string_view record, const TextReference& own, std::uint32_t own_number,
@@ -231,7 +259,7 @@ void rewrite_presentation_items(std::string_view text, const std::vector<TextRef
   std::string items;
   for (const std::uint32_t id : record.references()) {
     const std::uint32_t number = number_in(slots, id, part);
-    if (number == 0) continue;
+    if (number == 0 && !is_held(slots, id, part)) continue;
     items += items.empty() ? "#" : ",#";
     append_number(items, number);
   }

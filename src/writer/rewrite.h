@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "exchange/reader.h"
 #include "kessel/entity.h"
 #include "kessel/part.h"
 #include "model/slots.h"
@@ -25,6 +26,10 @@ struct TextReference {
 /// Finds the references in `text` outside string literals, in order, up to the first "#" without
 /// such a number; whatever stands behind that keeps its references as they are. Clears `found`.
 void find_references(std::string_view text, std::vector<TextReference>& found);
+
+/// The same for a record that was read as the standard has it. What is no number from 1 to
+/// 4,294,967,295 is passed over.
+void find_references(const Exchange::Record& record, std::vector<TextReference>& found);
 
 /// The first of them; no value where there is none.
 std::optional<TextReference> first_reference(std::string_view text);

@@ -1,4 +1,6 @@
 // Writes every part's file: frames around the records that the part holds.
+#include "writer/write_parts.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <optional>
@@ -9,12 +11,13 @@
 #include <vector>
 
 #include "encoding/string_body.h"
+#include "exchange/comments.h"
+#include "findings/refusals.h"
 #include "kessel/encoding.h"
-#include "kessel/file.h"
 #include "model/progress_reporter.h"
 #include "model/slots.h"
 #include "reader/record_cutter.h"
-#include "reader/refusals.h"
+#include "reader/standard_reading.h"
 #include "structure/reachability.h"
 #include "writer/external_reference.h"
 #include "writer/frame.h"
@@ -46,12 +49,28 @@ class RecordWriter {
     if (!own) return;
     const Entity* entity = slot_at(slots_, own->number);
     if (entity == nullptr || entity->part_numbers.empty()) return;
-    const bool presentation = entity->type().find(PRESENTATION) != std::string_view::npos;
-    if (entity->part_numbers.size() == 1 && !presentation && record.size() <= SHORT_RECORD) {
-      const auto [part, number] = *entity->part_numbers.begin();
+    if (entity->part_numbers.size() == 1 && !is_presentation(*entity) &&
+        record.size() <= SHORT_RECORD) {
+      const auto [part, number] = entity->part_numbers.front();
       write_to_only_part(record, *own, *part, number);
     } else {
-      write_to_each_part(record, *entity, presentation);
+      find_references(record, references_);
+      write_to_each_part(record, *entity);
+    }
+  }
+
+  /// The same for a record of a standard reading.
+  void write(const Exchange::Record& record) {
+    if (record.is_plain) return write(record.text);
+    const Entity* entity = slot_at(slots_, static_cast<std::uint32_t>(record.number));
+    if (entity == nullptr || entity->part_numbers.empty()) return;
+    if (is_remade(*entity)) {
+      const std::string bare = Exchange::without_comments(record.text);
+      find_references(bare, references_);
+      write_to_each_part(bare, *entity);
+    } else {
+      find_references(record, references_);
+      write_to_each_part(record.text, *entity);
     }
   }
 
@@ -72,17 +91,29 @@ class RecordWriter {
     });
   }
 
-  void write_to_each_part(std::string_view record, const Entity& entity, bool presentation) {
-    find_references(record, references_);
+  static bool is_presentation(const Entity& entity) {
+    return entity.type().find(PRESENTATION) != std::string_view::npos;
+  }
+  static bool is_context(const Entity& entity) {
+    return entity.type() == "GEOMETRIC_REPRESENTATION_CONTEXT";
+  }
+  /// Whether more than numbers changes, by the places of parentheses and commas in the text.
+  static bool is_remade(const Entity& entity) {
+    return is_presentation(entity) || is_context(entity);
+  }
+
+  /// Writes a record whose references are in `references_`.
+  void write_to_each_part(std::string_view record, const Entity& entity) {
     const bool shared = entity.part_numbers.size() > 1;
+    const bool presentation = is_presentation(entity);
     const bool link = shared && entity.type() == "SHAPE_DEFINITION_REPRESENTATION";
-    const bool context = shared && entity.type() == "GEOMETRIC_REPRESENTATION_CONTEXT";
-    auto expected = entity.part_numbers.begin();
-    const auto expect_next = [&] {
-      if (expected != entity.part_numbers.end()) output_.expect(*(*expected++).first);
+    const bool context = shared && is_context(entity);
+    auto [expected, last] = entity.part_numbers.entries();
+    const auto expect_next = [&, &expected = expected, &last = last] {
+      if (expected != last) output_.expect(*(*expected++).owner);
     };
     for (int i = 0; i < EXPECTED_AHEAD; ++i) expect_next();
-    for (const auto [part, number] : entity.part_numbers) {
+    for (const auto [part, number] : entity.part_numbers.entries()) {
       expect_next();
       std::string_view text = record;
       const std::vector<TextReference>* references = &references_;
@@ -145,52 +176,63 @@ class RecordWriter {
   std::vector<TextReference> external_references_;
 };
 
+/// The second reading of the classic kind.
+void write_records(Store& store, const Options& options, RecordWriter& writer) {
+  ProgressReporter reporter(options, Stage::writing, size_for_progress(store.input, options));
+  RecordCutter cutter(store.input);
+  for (;;) {
+    const std::string_view record = cutter.read_record();
+    if (record.empty()) break;
+    if (store.checked && cutter.input_ended()) throw InputError(input_changed(cutter.offset()));
+    writer.write(record);
+    if (reporter.is_due(cutter.offset())) reporter.report(cutter.offset());
+  }
+  if (store.checked &&
+      (store.input.bad() || (store.read_up_to && cutter.offset() != *store.read_up_to))) {
+    throw InputError(input_changed(cutter.offset()));
+  }
+  reporter.report_end();
+}
+
 }  // namespace
 
 /// While the files are written, each part's `path` has `outdir` in front.
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes paths by value.
-void File::write_parts(std::filesystem::path outdir, const Options& options) {
-  input_.seekg(0);
-  if (input_.fail()) throw std::runtime_error("Unable to change pos indicator");
+void write_parts(Store& store, const std::filesystem::path& outdir, const Options& options) {
+  store.input.seekg(0);
+  if (store.input.fail()) throw std::runtime_error("Unable to change pos indicator");
   std::error_code error;
   std::filesystem::create_directories(outdir, error);
   if (error) throw std::filesystem::filesystem_error("create_directories", outdir, error);
 
-  GatheredOutput output(parts_, checked_);
+  GatheredOutput output(store.parts, store.checked);
   // The only part of its file was never named and has no file; its records are still rewritten.
-  if (parts_.size() == 1 && parts_.front()->path.empty()) output.discard(*parts_.front());
+  if (store.parts.size() == 1 && store.parts.front()->path.empty())
+    output.discard(*store.parts.front());
 
   const StringEncoder encode = encoder_of_names(options.names);
-  for (Part* part : parts_) part->path = outdir / part->path;
-  for (Part* part : parts_) {
-    std::ostream& file = output.begin(*part, first_line_ + "\n");
+  for (Part* part : store.parts) part->path = outdir / part->path;
+  for (Part* part : store.parts) {
+    std::ostream& file = output.begin(*part, store.first_line + "\n");
     const std::string name =
         options.folder_in_headers ? part->get_utf8_filepath() : part->get_utf8_filename();
-    file << make_file_header(header_, encode(name), current_time_stamp()) << "\nDATA;\n";
+    file << make_file_header(store.header, encode(name), current_time_stamp()) << "\nDATA;\n";
     output.make_sure_of(*part);
   }
 
-  RecordWriter writer(entities_, output, options.assemblies, encode);
-  ProgressReporter reporter(options, Stage::writing, size_for_progress(input_, options));
-  RecordCutter cutter(input_);
-  for (;;) {
-    const std::string_view record = cutter.next_record();
-    if (record.empty()) break;
-    if (checked_ && cutter.input_ended()) throw InputError(input_changed(cutter.offset()));
-    writer.write(record);
-    if (reporter.is_due(cutter.offset())) reporter.report(cutter.offset());
-  }
-  if (checked_ && (input_.bad() || (read_up_to_ && cutter.offset() != *read_up_to_))) {
-    throw InputError(input_changed(cutter.offset()));
+  RecordWriter writer(store.entities, output, options.assemblies, encode);
+  if (store.reading == Reading::standard) {
+    read_again_as_standard(store, options,
+                           [&](const Exchange::Record& record) { writer.write(record); });
+  } else {
+    write_records(store, options, writer);
   }
 
-  const std::string frame_end = "ENDSEC;\nEND-" + first_line_ + "\n";
-  for (Part* part : parts_) {
+  const std::string frame_end = "ENDSEC;\nEND-" + store.first_line + "\n";
+  for (Part* part : store.parts) {
     output.write(*part, [&](std::string& out) { out += frame_end; });
   }
   output.finish();
-  reporter.report_end();
-  for (Part* part : parts_) part->path = part->path.filename();
+  for (Part* part : store.parts) part->path = part->path.filename();
 }
 
 }  // namespace Kessel

@@ -1,6 +1,7 @@
 // The whole association: who holds which record, and under which number.
 #include <gtest/gtest.h>
 
+#include "association/associate.h"
 #include "association/numbers_text.h"
 #include "support/split_run.h"
 
@@ -48,14 +49,14 @@ const std::string THREE_LEVELS =
     "#47=AXIS2_PLACEMENT_3D('');\n";
 
 /// An associated store; nothing may be printed.
-std::unique_ptr<File> associate(const std::string& data) {
-  std::unique_ptr<File> file = read_structure(data);
-  EXPECT_EQ(printed_by([&] { FileInternals::associate_entities(*file); }), "");
+std::unique_ptr<Store> associate(const std::string& data) {
+  std::unique_ptr<Store> file = read_structure(data);
+  EXPECT_EQ(printed_by([&] { associate_entities(*file); }), "");
   return file;
 }
 
 /// The holders of some records, each in parentheses.
-std::string holders(const File& file, std::initializer_list<unsigned> numbers) {
+std::string holders(const Store& file, std::initializer_list<unsigned> numbers) {
   std::string text;
   for (const unsigned number : numbers) text += '(' + holders_of(file, *file.at(number)) + ')';
   return text;
@@ -185,13 +186,13 @@ TEST(Associate, UsageSpreadsTheRootIntoADefinitionThatIsNoPart) {
 
 TEST(Associate, WithoutARootUsagesFillADefinitionThatIsNoPart) {
   // #3 and #13 are each other's components, so no root is found.
-  std::unique_ptr<File> file;
+  std::unique_ptr<Store> file;
   printed_by([&] {
     file = read_structure(THREE_LEVELS + USAGE_OF_NO_PART +
                           "#32=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#13,#3,$);\n");
   });
-  ASSERT_EQ(file->root_part(), nullptr);
-  FileInternals::associate_entities(*file);
+  ASSERT_EQ(file->root, nullptr);
+  associate_entities(*file);
   EXPECT_EQ(holders(*file, {23, 22, 21, 33, 50, 51}), "(#23=1)(#23=2)(#23=3)(#23=4)(#23=5)(#23=6)");
   EXPECT_EQ(holders(*file, {1, 2, 3, 11, 12, 13}), "()()()()()()");
 }
@@ -199,7 +200,7 @@ TEST(Associate, WithoutARootUsagesFillADefinitionThatIsNoPart) {
 TEST(Associate, SecondRunAddsNothingAndRecognitionUsesUpNumbersAgain) {
   const auto file = associate(TWO_LEAVES);
   const std::string before = numbers_of(*file);
-  FileInternals::associate_entities(*file);
+  associate_entities(*file);
   const std::string after = numbers_of(*file);
   EXPECT_EQ(last_numbers_of(*file), "#3=12 #23=4 root=16");
   EXPECT_EQ(after.substr(0, after.find("last:")), before.substr(0, before.find("last:")));
@@ -210,8 +211,7 @@ TEST(Associate, ReferenceBeyondTheStoreEndsItAndWhatWasGivenStays) {
                                    "#50=APPLIED_DATE_ASSIGNMENT(#3,(#1048576));\n"
                                    "#51=APPLIED_APPROVAL_ASSIGNMENT(#52,(#3));\n"
                                    "#52=APPROVAL('');\n");
-  EXPECT_EQ(out_of_range_text([&] { FileInternals::associate_entities(*file); }),
-            "invalid vector subscript");
+  EXPECT_EQ(out_of_range_text([&] { associate_entities(*file); }), "invalid vector subscript");
   EXPECT_EQ(holders(*file, {11, 50, 51, 52}), "(#3=11)(#3=12 root=14)()()");
 }
 
@@ -219,7 +219,7 @@ TEST(Associate, WithoutPartsNothingIsHeld) {
   const auto file = read_records(
       "#1=PRODUCT('a','a','',());\n"
       "#2=APPLIED_APPROVAL_ASSIGNMENT(#1);\n");
-  FileInternals::associate_entities(*file);
+  associate_entities(*file);
   EXPECT_EQ(numbers_of(*file), "#1: \n#2: \nlast: \n");
 }
 

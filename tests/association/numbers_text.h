@@ -10,7 +10,7 @@
 namespace Kessel::test {
 
 /// The parts that hold one instance, in order, such as "#3=1 root=4".
-inline std::string holders_of(const File& file, const Entity& entity) {
+inline std::string holders_of(const Store& file, const Entity& entity) {
   std::string text;
   for (const auto& [part, number] : entity.part_numbers) {
     if (!text.empty()) text += ' ';
@@ -20,9 +20,9 @@ inline std::string holders_of(const File& file, const Entity& entity) {
 }
 
 /// The last number of each part's file, such as "#3=11 root=4".
-inline std::string last_numbers_of(const File& file) {
+inline std::string last_numbers_of(const Store& file) {
   std::string text;
-  for (const Part* part : file.parts()) {
+  for (const Part* part : file.parts) {
     if (!text.empty()) text += ' ';
     text += name_of(file, part) + '=' + std::to_string(part->last_instance_number);
   }
@@ -30,13 +30,13 @@ inline std::string last_numbers_of(const File& file) {
 }
 
 /// A line per record, such as "#3: #3=1 root=4", one for a generated root, and the last numbers.
-inline std::string numbers_of(const File& file) {
+inline std::string numbers_of(const Store& file) {
   std::string text;
-  file.entities().for_each_in_use([&](std::size_t number, const Entity* entity) {
+  file.entities.for_each_in_use([&](std::size_t number, const Entity* entity) {
     if (entity == nullptr) return;
     text += '#' + std::to_string(number) + ": " + holders_of(file, *entity) + '\n';
   });
-  const Part* root = file.root_part();
+  const Part* root = file.root;
   if (root != nullptr && name_of(file, root) == "root") {
     text += "root: " + holders_of(file, *root) + '\n';
   }

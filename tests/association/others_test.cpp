@@ -1,6 +1,7 @@
 // A home for the instances that no rule reached.
 #include <gtest/gtest.h>
 
+#include "association/associate.h"
 #include "association/rule_store.h"
 #include "support/split_run.h"
 
@@ -9,7 +10,7 @@ namespace {
 
 /// The numbers after the pass, which must print nothing.
 std::string associate(RuleStore& store) {
-  EXPECT_EQ(printed_by([&] { FileInternals::associate_others(store.file()); }), "");
+  EXPECT_EQ(printed_by([&] { associate_others(store.file()); }), "");
   return store.numbers();
 }
 
@@ -92,6 +93,17 @@ TEST(Others, InstancesThatReferToNothingOrOnlyToEachOtherStayUnclaimed) {
   EXPECT_EQ(associate(store), "#1() #2() #3() #4() last()");
 }
 
+TEST(Others, InstanceThatRefersToNothingIsVisitedExactlyFiveTimes) {
+  RuleStore store;
+  store.add(1, "");
+  store.add(2, "");
+  store.give(2, {&store.part('P', LEAF_PART)});
+  EXPECT_EQ(associate_others(store.file()), 5u);
+  EXPECT_EQ(store.numbers(), "#1() #2(P1) last(P1)");
+  store.give(1, {&store.part('Q', LEAF_PART)});
+  EXPECT_EQ(associate_others(store.file()), 0u) << "nothing is unclaimed";
+}
+
 TEST(Others, ChainOfNineInTheUnfavourableOrderTakesExactlyTheVisitsThereAre) {
   // 9 + 8 + ... + 1 = 45 visits of 5 * 9.
   RuleStore store;
@@ -146,8 +158,7 @@ TEST(Others, ReferenceBeyondTheStoreThrowsAndWhatWasGivenStays) {
   store.add(3, "", {4});
   store.add(4, "");
   store.give(4, {&store.part('P', LEAF_PART)});
-  EXPECT_EQ(out_of_range_text([&] { FileInternals::associate_others(store.file()); }),
-            "invalid vector subscript");
+  EXPECT_EQ(out_of_range_text([&] { associate_others(store.file()); }), "invalid vector subscript");
   EXPECT_EQ(store.numbers(), "#1(P2) #2(P3) #3() #4(P1) last(P3)");
 }
 

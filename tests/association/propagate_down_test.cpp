@@ -10,7 +10,7 @@ namespace {
 
 /// The walk by the book: a queue of instances, each of which may gain parts when it comes to the
 /// front, and is expanded if it did.
-bool plainly_propagate_down(const File& file, const Entity* source, Entity* start,
+bool plainly_propagate_down(const Store& file, const Entity* source, Entity* start,
                             KindFilter filter) {
   if (source == nullptr || start == nullptr) return false;
   bool added = false;

@@ -1,7 +1,9 @@
 // Where parts start from: their own definitions.
 #include <gtest/gtest.h>
 
+#include "association/associate.h"
 #include "association/numbers_text.h"
+#include "structure/process_parts.h"
 #include "support/split_run.h"
 
 namespace Kessel::test {
@@ -16,8 +18,8 @@ const std::string DEFINITIONS =
     "#23=PRODUCT_DEFINITION('','',#1);\n";
 
 /// The numbers of all records after recognition.
-std::string recognise(const File& file) {
-  EXPECT_EQ(printed_by([&] { FileInternals::initiate_recognition(file); }), "");
+std::string recognise(const Store& file) {
+  EXPECT_EQ(printed_by([&] { initiate_recognition(file); }), "");
   return numbers_of(file);
 }
 
@@ -68,13 +70,13 @@ TEST(Recognition, AssemblyWithGeometryIsALeaf) {
 
 TEST(Recognition, PartThatIsListedTwiceLeavesAGap) {
   const auto file = read_structure(DEFINITIONS);
-  std::vector<Part*>& parts = FileInternals::parts(*file);
+  std::vector<Part*>& parts = file->parts;
   parts.insert(parts.begin() + 1, parts.front());
-  FileInternals::initiate_recognition(*file);
+  initiate_recognition(*file);
   EXPECT_EQ(holders_of(*file, *file->at(3)), "#3=1 root=1");
   EXPECT_EQ(holders_of(*file, *file->at(13)), "#13=1 root=3");
   EXPECT_EQ(holders_of(*file, *file->at(23)), "#23=1 root=4");
-  EXPECT_EQ(holders_of(*file, *file->root_part()), "root=5");
+  EXPECT_EQ(holders_of(*file, *file->root), "root=5");
   EXPECT_EQ(last_numbers_of(*file), "#3=2 #3=2 #13=1 #23=1 root=5");
 }
 
@@ -84,7 +86,7 @@ TEST(Recognition, WithoutARootOnlyLeavesAreEntered) {
                                  "#30=NEXT_ASSEMBLY_USAGE_OCCURRENCE('',#3,#13);\n"
                                  "#31=NEXT_ASSEMBLY_USAGE_OCCURRENCE('',#13,#3);\n"
                                  "#32=NEXT_ASSEMBLY_USAGE_OCCURRENCE('',#3,#23);\n");
-  EXPECT_EQ(printed_by([&] { FileInternals::process_parts(*file, refuse_to_decode); }),
+  EXPECT_EQ(printed_by([&] { process_parts(*file, refuse_to_decode); }),
             "No root part found. It implies not part in the file or a cyclic part tree.\n"
             "Stopping the algorithm.\n");
   EXPECT_EQ(recognise(*file),
@@ -96,7 +98,7 @@ TEST(Recognition, OnlyPartOfAFileIsEnteredIntoItsOwnFile) {
   const auto file = read_records(
       "#1=PRODUCT('','','',());\n"
       "#3=PRODUCT_DEFINITION('','',#1);\n");
-  printed_by([&] { FileInternals::process_parts(*file, refuse_to_decode); });
+  printed_by([&] { process_parts(*file, refuse_to_decode); });
   EXPECT_EQ(recognise(*file), "#1: \n#3: #3=1\nlast: #3=1\n");
 }
 

@@ -10,11 +10,11 @@ namespace Kessel::test {
 namespace {
 
 /// One of the two rules.
-using RelationshipRule = void (*)(const File&, std::string_view, std::string_view, std::uint16_t);
+using RelationshipRule = void (*)(const Store&, std::string_view, std::string_view, std::uint16_t);
 constexpr RelationshipRule RULES[] = {propagate_through_relationships, propagate_through_usages};
 
 /// Both rules by the book: the list of relationships is fetched and walked again for every node.
-void plainly_propagate(const File& file, std::string_view relationship_type,
+void plainly_propagate(const Store& file, std::string_view relationship_type,
                        std::string_view node_type, std::uint16_t n, bool usages) {
   std::queue<Entity*> queue;
   for (Entity* node : file.get(node_type)) {
@@ -249,8 +249,8 @@ TEST(RelationshipRules, NumbersWithoutARecordArePassedOver) {
     store.add(2, "LINK", {77, 3});
     store.add(3, "");
     store.add(4, "LINK", {1, 77, 3});
-    FileInternals::add_type(store.file(), 90, "NODE");
-    FileInternals::add_type(store.file(), 91, "LINK");
+    store.file().add_type(90, "NODE");
+    store.file().add_type(91, "LINK");
     Part& p = store.part('P', LEAF_PART);
     store.give(1, {&p});
     EXPECT_EQ(printed_by([&] { rule(store.file(), "LINK", "NODE", 0); }), "");
@@ -289,7 +289,7 @@ TEST(RelationshipRules, RelationshipThatIsListedTwiceCountsOnce) {
     store.add(1, "NODE");
     store.add(2, "LINK", {1, 3});
     store.add(3, "");
-    FileInternals::add_type(store.file(), 2, "LINK");
+    store.file().add_type(2, "LINK");
     Part& p = store.part('P', LEAF_PART);
     store.give(1, {&p});
     rule(store.file(), "LINK", "NODE", 0);

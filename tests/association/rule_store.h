@@ -10,20 +10,20 @@
 #include <vector>
 
 #include "association/rules.h"
-#include "support/file_internals.h"
+#include "model/store.h"
 #include "support/out_of_range.h"
 
 namespace Kessel::test {
 
 /// Numbers beyond the store begin here.
-inline constexpr unsigned BEYOND_STORE = File::SLOT_BLOCK;
+inline constexpr unsigned BEYOND_STORE = SLOT_BLOCK;
 
 /// The parts have one-letter names and are keys in the order in which they are made.
 class RuleStore {
  public:
   RuleStore() : file_("") {}
 
-  File& file() { return file_; }
+  Store& file() { return file_; }
   Entity* at(unsigned number) { return file_.at(number); }
 
   /// A record; without a type it is one whose type was not kept.
@@ -80,7 +80,7 @@ class RuleStore {
   }
 
   std::vector<std::pair<char, std::unique_ptr<Part>>> parts_;
-  File file_;
+  Store file_;
   std::vector<unsigned> records_;
 };
 

@@ -29,34 +29,34 @@ RuleStore& fill(RuleStore& store) {
 TEST(RunPass, EveryRuleIsRunWithTheArgumentsOfThePass) {
   const struct {
     Pass pass;
-    std::function<void(const File&)> rule;
+    std::function<void(const Store&)> rule;
   } CASES[] = {
-      {{{"HEAD"}, Rule::from_child, LEAVES, 1},
-       [](const File& f) { propagate_from_child(f, "HEAD", 1, LEAVES); }},
-      {{{"HEAD"}, Rule::from_children, LEAVES},
-       [](const File& f) { propagate_from_children(f, "HEAD", LEAVES); }},
-      {{{"HEAD"}, Rule::to_descendants, ASSEMBLIES},
-       [](const File& f) { propagate_to_descendants(f, "HEAD", ASSEMBLIES); }},
-      {{{"HEAD"}, Rule::both_ways, LEAVES},
-       [](const File& f) { propagate_both_ways(f, "HEAD", LEAVES); }},
-      {{{"HEAD"}, Rule::gather_and_spread, LEAVES},
-       [](const File& f) { gather_and_spread(f, "HEAD", LEAVES); }},
-      {{{"HEAD"}, Rule::from_child_and_down, ALL_PARTS, 1},
-       [](const File& f) { propagate_from_child_and_down(f, "HEAD", 1, ALL_PARTS); }},
-      {{{"HEAD"}, Rule::to_children_inside, ASSEMBLIES, 0, {"KID"}},
-       [](const File& f) {
-         propagate_to_typed_children(f, "HEAD", {"KID"}, ChildTypes::inside, ASSEMBLIES);
+      {{{"HEAD"}, Rules::from_child, LEAVES, 1},
+       [](const Store& f) { propagate_from_child(f, "HEAD", 1, LEAVES); }},
+      {{{"HEAD"}, Rules::from_children, LEAVES},
+       [](const Store& f) { propagate_from_children(f, "HEAD", LEAVES); }},
+      {{{"HEAD"}, Rules::to_descendants, ASSEMBLIES},
+       [](const Store& f) { propagate_to_descendants(f, "HEAD", ASSEMBLIES); }},
+      {{{"HEAD"}, Rules::both_ways, LEAVES},
+       [](const Store& f) { propagate_both_ways(f, "HEAD", LEAVES); }},
+      {{{"HEAD"}, Rules::gather_and_spread, LEAVES},
+       [](const Store& f) { gather_and_spread(f, "HEAD", LEAVES); }},
+      {{{"HEAD"}, Rules::from_child_and_down, ALL_PARTS, 1},
+       [](const Store& f) { propagate_from_child_and_down(f, "HEAD", 1, ALL_PARTS); }},
+      {{{"HEAD"}, Rules::to_children_inside, ASSEMBLIES, 0, {"KID"}},
+       [](const Store& f) {
+         propagate_to_typed_children(f, {"HEAD"}, {"KID"}, ChildTypes::inside, ASSEMBLIES);
        }},
-      {{{"HEAD"}, Rule::to_children_outside, ASSEMBLIES, 0, {"KID"}},
-       [](const File& f) {
-         propagate_to_typed_children(f, "HEAD", {"KID"}, ChildTypes::outside, ASSEMBLIES);
+      {{{"HEAD"}, Rules::to_children_outside, ASSEMBLIES, 0, {"KID"}},
+       [](const Store& f) {
+         propagate_to_typed_children(f, {"HEAD"}, {"KID"}, ChildTypes::outside, ASSEMBLIES);
        }},
-      {{{"HEAD"}, Rule::through_relationships, ALL_PARTS, 0, {"KID"}},
-       [](const File& f) { propagate_through_relationships(f, "HEAD", "KID", 0); }},
-      {{{"HEAD"}, Rule::through_usages, ALL_PARTS, 0, {"KID"}},
-       [](const File& f) { propagate_through_usages(f, "HEAD", "KID", 0); }},
-      {{{"HEAD"}, Rule::gather_and_spread, ALL_PARTS},
-       [](const File& f) { gather_and_spread(f, "HEAD", ALL_PARTS); }},
+      {{{"HEAD"}, Rules::through_relationships, ALL_PARTS, 0, {"KID"}},
+       [](const Store& f) { propagate_through_relationships(f, "HEAD", "KID", 0); }},
+      {{{"HEAD"}, Rules::through_usages, ALL_PARTS, 0, {"KID"}},
+       [](const Store& f) { propagate_through_usages(f, "HEAD", "KID", 0); }},
+      {{{"HEAD"}, Rules::gather_and_spread, ALL_PARTS},
+       [](const Store& f) { gather_and_spread(f, "HEAD", ALL_PARTS); }},
   };
   std::set<std::string> outcomes;
   for (const auto& [pass, rule] : CASES) {
@@ -78,7 +78,7 @@ TEST(RunPass, TypesAreVisitedInAscendingOrderOfTheirNames) {
   store.add(5, "B", {4});
   Part& p = store.part('P', LEAF_PART);
   store.give(4, {&p});
-  run_pass(store.file(), {{"C", "B", "A"}, Rule::from_children});
+  run_pass(store.file(), {{"C", "B", "A"}, Rules::from_children});
   EXPECT_EQ(store.numbers(), "#1(P3) #2(P5) #3(P2) #4(P1) #5(P4) last(P5)");
 }
 
@@ -92,11 +92,11 @@ TEST(RunPass, DerivedTypesAreThoseOfTheFile) {
   store.add(6, "");
   Part& p = store.part('P', LEAF_PART);
   for (const unsigned number : {1u, 2u, 3u}) store.give(number, {&p});
-  run_pass(store.file(), {TypeGroup::shape_representations, Rule::to_children_inside, ALL_PARTS, 0,
+  run_pass(store.file(), {TypeGroup::shape_representations, Rules::to_children_inside, ALL_PARTS, 0,
                           TypeGroup::placements_and_contexts});
   EXPECT_EQ(store.numbers(), "#1(P1) #2(P2) #3(P3) #4(P4) #5(P5) #6() last(P5)");
-  run_pass(store.file(), {TypeGroup::shape_representations, Rule::to_children_outside, ALL_PARTS, 0,
-                          TypeGroup::placements_and_contexts});
+  run_pass(store.file(), {TypeGroup::shape_representations, Rules::to_children_outside, ALL_PARTS,
+                          0, TypeGroup::placements_and_contexts});
   EXPECT_EQ(store.numbers(), "#1(P1) #2(P2) #3(P3) #4(P4) #5(P5) #6(P6) last(P6)");
 }
 

@@ -20,7 +20,7 @@ struct SingleRecordRules : testing::Test {
     store.give(2, {&p});
     store.give(3, {&r});
     // A number that is listed under the type without a record: passed over by every rule.
-    FileInternals::add_type(store.file(), 99, "HEAD");
+    store.file().add_type(99, "HEAD");
   }
 
   RuleStore store;
@@ -185,42 +185,44 @@ TEST_F(PropagateFromChildAndDown, RecordThatIsTooShortPrintsOneLineAndSpreadsAll
 using PropagateToTypedChildren = SingleRecordRules;
 
 TEST_F(PropagateToTypedChildren, InsideFollowsReferencesToTheTypesOfTheSet) {
-  propagate_to_typed_children(store.file(), "HEAD", {"KID", "TOY"}, ChildTypes::inside, ALL_PARTS);
+  propagate_to_typed_children(store.file(), {"HEAD"}, {"KID", "TOY"}, ChildTypes::inside,
+                              ALL_PARTS);
   EXPECT_EQ(store.numbers(), "#1(Q1) #2(P1 Q2) #3(R1) #4(Q4) #5(Q3) #6() #7(Q5) last(P1 Q5 R1)");
 }
 
 TEST_F(PropagateToTypedChildren, OutsideFollowsTheOthersUntypedRecordsIncluded) {
-  propagate_to_typed_children(store.file(), "HEAD", {"KID", "TOY"}, ChildTypes::outside, ALL_PARTS);
+  propagate_to_typed_children(store.file(), {"HEAD"}, {"KID", "TOY"}, ChildTypes::outside,
+                              ALL_PARTS);
   EXPECT_EQ(store.numbers(), "#1(Q1) #2(P1) #3(Q2 R1) #4() #5() #6(Q3) #7() last(P1 Q3 R1)");
 }
 
 TEST_F(PropagateToTypedChildren, OnlyTheFirstLevelIsChosenByType) {
   store.add(8, "TOP", {1});
   store.give(8, {&q});
-  propagate_to_typed_children(store.file(), "TOP", {"HEAD"}, ChildTypes::inside, ALL_PARTS);
+  propagate_to_typed_children(store.file(), {"TOP"}, {"HEAD"}, ChildTypes::inside, ALL_PARTS);
   EXPECT_EQ(store.numbers(), "#1(Q1) #2(P1) #3(R1) #4() #5() #6() #7() #8(Q2) last(P1 Q2 R1)");
   store.give(8, {&p});
-  propagate_to_typed_children(store.file(), "TOP", {"HEAD"}, ChildTypes::inside, LEAVES);
+  propagate_to_typed_children(store.file(), {"TOP"}, {"HEAD"}, ChildTypes::inside, LEAVES);
   EXPECT_EQ(store.numbers(),
             "#1(P3 Q1) #2(P1) #3(P4 R1) #4(P5) #5() #6(P6) #7(P7) #8(P2 Q2) last(P7 Q2 R1)");
 }
 
 TEST_F(PropagateToTypedChildren, NamesMustBeEqual) {
-  propagate_to_typed_children(store.file(), "HEAD", {"KI", "KIDS", "kid"}, ChildTypes::inside,
+  propagate_to_typed_children(store.file(), {"HEAD"}, {"KI", "KIDS", "kid"}, ChildTypes::inside,
                               ALL_PARTS);
   EXPECT_EQ(store.numbers(), "#1(Q1) #2(P1) #3(R1) #4() #5() #6() #7() last(P1 Q1 R1)");
 }
 
 TEST_F(PropagateToTypedChildren, FilterChoosesTheParts) {
-  propagate_to_typed_children(store.file(), "HEAD", {}, ChildTypes::outside, LEAVES);
+  propagate_to_typed_children(store.file(), {"HEAD"}, {}, ChildTypes::outside, LEAVES);
   EXPECT_EQ(store.numbers(), "#1(Q1) #2(P1) #3(R1) #4() #5() #6() #7() last(P1 Q1 R1)");
 }
 
 TEST_F(PropagateToTypedChildren, EmptySlotIsNeitherInsideNorOutside) {
   store.add(8, "TOP", {77, 4});
   store.give(8, {&q});
-  propagate_to_typed_children(store.file(), "TOP", {""}, ChildTypes::inside, ALL_PARTS);
-  propagate_to_typed_children(store.file(), "TOP", {""}, ChildTypes::outside, ALL_PARTS);
+  propagate_to_typed_children(store.file(), {"TOP"}, {""}, ChildTypes::inside, ALL_PARTS);
+  propagate_to_typed_children(store.file(), {"TOP"}, {""}, ChildTypes::outside, ALL_PARTS);
   EXPECT_EQ(store.numbers(), "#1(Q1) #2(P1) #3(R1) #4(Q3) #5() #6() #7(Q4) #8(Q2) last(P1 Q4 R1)");
 }
 
@@ -233,7 +235,8 @@ TEST_F(SingleRecordRules, TypeWithoutRecordsDoesNothing) {
               propagate_both_ways(store.file(), "NONE", ALL_PARTS);
               gather_and_spread(store.file(), "NONE", ALL_PARTS);
               propagate_from_child_and_down(store.file(), "NONE", 9, ALL_PARTS);
-              propagate_to_typed_children(store.file(), "NONE", {}, ChildTypes::outside, ALL_PARTS);
+              propagate_to_typed_children(store.file(), {"NONE"}, {}, ChildTypes::outside,
+                                          ALL_PARTS);
             }),
             "");
   EXPECT_EQ(store.numbers(), before);
@@ -244,13 +247,14 @@ TEST_F(SingleRecordRules, DownwardRulesThrowOverAReferenceBeyondTheStore) {
   store.give(8, {&p});
   const auto text = [&](auto rule) { return out_of_range_text([&] { rule(store.file()); }); };
   constexpr char EXPECTED[] = "invalid vector subscript";
-  EXPECT_EQ(text([](const File& f) { propagate_to_descendants(f, "OTHER", ALL_PARTS); }), EXPECTED);
-  EXPECT_EQ(text([](const File& f) { propagate_both_ways(f, "OTHER", ALL_PARTS); }), EXPECTED);
-  EXPECT_EQ(text([](const File& f) { gather_and_spread(f, "OTHER", ALL_PARTS); }), EXPECTED);
-  EXPECT_EQ(text([](const File& f) { propagate_from_child_and_down(f, "OTHER", 0, ALL_PARTS); }),
+  EXPECT_EQ(text([](const Store& f) { propagate_to_descendants(f, "OTHER", ALL_PARTS); }),
             EXPECTED);
-  EXPECT_EQ(text([](const File& f) {
-              propagate_to_typed_children(f, "OTHER", {}, ChildTypes::inside, ALL_PARTS);
+  EXPECT_EQ(text([](const Store& f) { propagate_both_ways(f, "OTHER", ALL_PARTS); }), EXPECTED);
+  EXPECT_EQ(text([](const Store& f) { gather_and_spread(f, "OTHER", ALL_PARTS); }), EXPECTED);
+  EXPECT_EQ(text([](const Store& f) { propagate_from_child_and_down(f, "OTHER", 0, ALL_PARTS); }),
+            EXPECTED);
+  EXPECT_EQ(text([](const Store& f) {
+              propagate_to_typed_children(f, {"OTHER"}, {}, ChildTypes::inside, ALL_PARTS);
             }),
             EXPECTED);
 }

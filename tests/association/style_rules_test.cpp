@@ -204,7 +204,7 @@ struct Row {
 };
 
 void PrintTo(const Row& row, std::ostream* out) {
-  *out << "rule " << static_cast<int>(row.rule) << " filter " << row.filter << " n " << row.n
+  *out << "rule at " << reinterpret_cast<std::uintptr_t>(row.rule) << " filter " << row.filter << " n " << row.n
        << " group " << static_cast<int>(row.group) << " other "
        << static_cast<int>(row.other_group);
   for (const std::string_view name : row.names) *out << ' ' << name;
@@ -228,14 +228,14 @@ std::vector<Row>::iterator find_row(std::vector<Row>& rows, std::string_view nam
   return std::find_if(rows.begin(), rows.end(), is_it);
 }
 
-using enum Rule;
+using namespace Rules;
 using enum TypeGroup;
 
 /// Puts the styles' own rule where classic gathers and spreads.
 void follow_items_only(std::vector<Row>& rows) {
   for (const std::string_view type :
        {"STYLED_ITEM", "OVER_RIDING_STYLED_ITEM", "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"}) {
-    find_row(rows, type, Rule::gather_and_spread)->rule = styles_to_items;
+    find_row(rows, type, Rules::gather_and_spread)->rule = styles_to_items;
   }
 }
 
@@ -256,7 +256,7 @@ TEST(PassesOfStyles, ClassicIsTheDefault) {
 
 TEST(PassesOfStyles, LeanKeepsGeometryAndStylesWithLeaves) {
   std::vector<Row> expected = rows_of(AssemblyStyle::classic);
-  find_row(expected, "SHAPE_REPRESENTATION_RELATIONSHIP", Rule::gather_and_spread)->rule =
+  find_row(expected, "SHAPE_REPRESENTATION_RELATIONSHIP", Rules::gather_and_spread)->rule =
       spread_to_leaves;
   follow_items_only(expected);
   EXPECT_EQ(rows_of(AssemblyStyle::lean), expected);

@@ -10,7 +10,7 @@
 namespace Kessel::test {
 namespace {
 
-Lines found_in(const std::string& records) {
+Lines lines_of(const std::string& records) {
   return checked(exchange_file(records));
 }
 
@@ -27,17 +27,17 @@ std::string usage(unsigned number, const std::string& references,
 }
 
 TEST(StructureCheck, NothingIsFoundInAnAssembly) {
-  EXPECT_EQ(found_in(std::string(BOX_WITH_LID)), Lines());
+  EXPECT_EQ(lines_of(std::string(BOX_WITH_LID)), Lines());
   // Several at the top get a root.
-  EXPECT_EQ(found_in(part(1) + part(11)), Lines());
+  EXPECT_EQ(lines_of(part(1) + part(11)), Lines());
 }
 
 TEST(StructureCheck, NoPart) {
   const Lines FOUND = {
       "warning no_part: There is nothing to split: no product definition leads to a product or a "
       "shape."};
-  EXPECT_EQ(found_in("#1=PRODUCT('','','',());\n"), FOUND);
-  EXPECT_EQ(found_in("#2=PRODUCT_DEFINITION('','',$,$);\n" + usage(3, "$")), FOUND);
+  EXPECT_EQ(lines_of("#1=PRODUCT('','','',());\n"), FOUND);
+  EXPECT_EQ(lines_of("#2=PRODUCT_DEFINITION('','',$,$);\n" + usage(3, "$")), FOUND);
 }
 
 TEST(StructureCheck, OnePart) {
@@ -51,15 +51,15 @@ TEST(StructureCheck, UsagesThatJoinNoParts) {
   const std::string parts = part(1) + part(11);
   const std::string place = "14@" + std::to_string(exchange_file(parts).size() - 26);
   const std::string MALFORMED = ": The usage does not refer to an assembly and a component.";
-  EXPECT_EQ(found_in(parts + usage(20, "#3")),
+  EXPECT_EQ(lines_of(parts + usage(20, "#3")),
             (Lines{place + " warning unused_usage #20" + MALFORMED}));
   EXPECT_EQ(
-      found_in(parts + usage(20, "#3,#12", "ASSEMBLY_COMPONENT_USAGE")),
+      lines_of(parts + usage(20, "#3,#12", "ASSEMBLY_COMPONENT_USAGE")),
       (Lines{place + " warning unused_usage #20: The usage joins no two parts: #12 is none."}));
   EXPECT_EQ(
-      found_in(parts + usage(20, "#2,#13", "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE")),
+      lines_of(parts + usage(20, "#2,#13", "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE")),
       (Lines{place + " warning unused_usage #20: The usage joins no two parts: #2 is none."}));
-  EXPECT_EQ(found_in(parts + usage(20, "#3", "MAKE_FROM_USAGE_OPTION")), Lines());
+  EXPECT_EQ(lines_of(parts + usage(20, "#3", "MAKE_FROM_USAGE_OPTION")), Lines());
 }
 
 TEST(StructureCheck, CycleOfAllPartsLeavesNoRoot) {

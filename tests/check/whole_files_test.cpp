@@ -94,7 +94,7 @@ TEST(WholeFiles, LinesAreCountedAcrossBlocks) {
 
 TEST(WholeFiles, SamplesHaveNothingButOnePartAtMost) {
   const fs::path samples = samples_folder();
-  if (samples.empty()) GTEST_SKIP() << "no samples";
+  if (samples.empty()) GTEST_SKIP() << why_no_sample();
   for (const auto& entry : fs::directory_iterator(samples)) {
     SCOPED_TRACE(entry.path());
     for (const Finding& finding : check(entry.path())) {

@@ -11,7 +11,7 @@
 namespace Kessel::test {
 namespace {
 
-using nlohmann::json;
+using Json = nlohmann::json;
 
 const std::string UNITS =
     "#31=(GLOBAL_UNIT_ASSIGNED_CONTEXT((#33,#34))REPRESENTATION_CONTEXT('',''));\n"
@@ -73,7 +73,7 @@ TEST(InfoCommand, PrintsOneObjectAsJson) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors, "");
   EXPECT_EQ(run.out.find('\n'), run.out.size() - 1);
-  EXPECT_EQ(json::parse(run.out), json::parse(R"({
+  EXPECT_EQ(Json::parse(run.out), Json::parse(R"({
     "format": 1, "input": "in.stp", "bytes": 1055,
     "header": {
       "description": ["small"], "implementation_level": "2;1", "name": "in.stp",
@@ -104,9 +104,9 @@ TEST(InfoCommand, UnitOfUnknownSizeHasNone) {
   const ScratchFolder folder;
   folder.write("in.stp", exchange_file("#1=(GLOBAL_UNIT_ASSIGNED_CONTEXT((#2)));\n"
                                        "#2=(CONVERSION_BASED_UNIT('ell',#9)LENGTH_UNIT());\n"));
-  const json info = json::parse(run_velkstep({"info", "--json", "in.stp"}).out);
+  const Json info = Json::parse(run_velkstep({"info", "--json", "in.stp"}).out);
   EXPECT_EQ(info["length_units"],
-            json::parse(R"([{"name": "ell", "metres": null, "contexts": 1}])"));
+            Json::parse(R"([{"name": "ell", "metres": null, "contexts": 1}])"));
   const std::string out = run_velkstep({"info", "in.stp"}).out;
   EXPECT_NE(out.find("\n  Length              ell\n"), std::string::npos) << out;
 }

@@ -72,7 +72,7 @@ TEST(SameBytes, PartsThatShareInstances) {
 
 TEST(SameBytes, RealAssemblies) {
   const fs::path samples = samples_folder();
-  if (samples.empty()) GTEST_SKIP() << "no folder with samples";
+  if (samples.empty()) GTEST_SKIP() << why_no_sample();
   for (const char* sample : {"as1-oc-214.stp", "as1-tu-203.stp", "dm1-id-214.stp"}) {
     SCOPED_TRACE(sample);
     expect_same_bytes(samples / sample);

@@ -63,7 +63,7 @@ class SampleFigures : public testing::TestWithParam<Figures> {};
 TEST_P(SampleFigures, AreReached) {
   const Figures& expected = GetParam();
   const std::filesystem::path sample = samples_folder() / expected.sample;
-  if (!std::filesystem::exists(sample)) GTEST_SKIP() << "no such sample";
+  if (!std::filesystem::exists(sample)) GTEST_SKIP() << why_no_sample();
   const ScratchFolder folder;
   const ProcessRun run = run_velkstep({"split", sample, "out"});
   EXPECT_EQ(run.exit_code, 0);
@@ -102,7 +102,7 @@ class SampleOfOnePart : public testing::TestWithParam<const char*> {};
 
 TEST_P(SampleOfOnePart, IsNothingToSplit) {
   const std::filesystem::path sample = samples_folder() / GetParam();
-  if (!std::filesystem::exists(sample)) GTEST_SKIP() << "no such sample";
+  if (!std::filesystem::exists(sample)) GTEST_SKIP() << why_no_sample();
   const ScratchFolder folder;
   const ProcessRun run = run_velkstep({"split", sample, "out"});
   EXPECT_EQ(run.exit_code, 3);

@@ -11,21 +11,21 @@
 namespace Kessel::test {
 namespace {
 
-using nlohmann::json;
+using Json = nlohmann::json;
 
 /// The object that is printed for an exchange file with these records, in one line.
-json tree_json_of(const std::string& records) {
+Json tree_json_of(const std::string& records) {
   const ScratchFolder folder;
   folder.write("in.stp", exchange_file(records));
   const ProcessRun run = run_velkstep({"tree", "--json", "in.stp"});
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors, "");
   EXPECT_EQ(run.out.find('\n'), run.out.size() - 1);
-  return json::parse(run.out);
+  return Json::parse(run.out);
 }
 
 TEST(TreeJson, BoxWithLid) {
-  EXPECT_EQ(tree_json_of(std::string(BOX_WITH_LID)), json::parse(R"({
+  EXPECT_EQ(tree_json_of(std::string(BOX_WITH_LID)), Json::parse(R"({
     "format": 1, "input": "in.stp", "depth": 2, "roots": [0],
     "parts": [
       {"record": 3, "id": "box", "name": "box", "description": "", "kind": "assembly",
@@ -38,9 +38,9 @@ TEST(TreeJson, BoxWithLid) {
 }
 
 TEST(TreeJson, GeneratedRootHasNoRecordAndAssembliesMayHaveBodies) {
-  const json tree = tree_json_of(product(1, "'a','a',''") + product(11, "'b','b',''") +
+  const Json tree = tree_json_of(product(1, "'a','a',''") + product(11, "'b','b',''") +
                                  usage(20, 3, 13) + shape(30, 3, true));
-  EXPECT_EQ(tree["roots"], json({2}));
+  EXPECT_EQ(tree["roots"], Json({2}));
   EXPECT_EQ(tree["parts"][0]["kind"], "assembly with bodies");
   EXPECT_EQ(tree["parts"][2]["record"], nullptr);
   EXPECT_EQ(tree["parts"][2]["file"], "Root.stp");
@@ -48,7 +48,7 @@ TEST(TreeJson, GeneratedRootHasNoRecordAndAssembliesMayHaveBodies) {
 }
 
 TEST(TreeJson, OnePartAloneHasNoFile) {
-  const json tree = tree_json_of(std::string(LID_ALONE));
+  const Json tree = tree_json_of(std::string(LID_ALONE));
   EXPECT_EQ(tree["parts"].size(), 1u);
   EXPECT_EQ(tree["parts"][0]["file"], nullptr);
 }
@@ -56,12 +56,12 @@ TEST(TreeJson, OnePartAloneHasNoFile) {
 TEST(TreeJson, FileWithoutPartsHasEmptyLists) {
   const ScratchFolder folder;
   folder.write("in.stp", exchange_file(""));
-  const json tree = json::parse(run_velkstep({"tree", "--json", "in.stp"}).out);
-  EXPECT_EQ(tree, json::parse(R"({"format":1,"input":"in.stp","depth":0,"roots":[],"parts":[]})"));
+  const Json tree = Json::parse(run_velkstep({"tree", "--json", "in.stp"}).out);
+  EXPECT_EQ(tree, Json::parse(R"({"format":1,"input":"in.stp","depth":0,"roots":[],"parts":[]})"));
 }
 
 TEST(TreeJson, UseThatClosesACycleIsMarked) {
-  const json tree = tree_json_of(std::string(CYCLE));
+  const Json tree = tree_json_of(std::string(CYCLE));
   EXPECT_FALSE(tree["parts"][0]["components"][0]["closes_cycle"]);
   EXPECT_TRUE(tree["parts"][1]["components"][0]["closes_cycle"]);
 }
@@ -73,13 +73,13 @@ TEST(TreeJson, LargestTotalIsExact) {
     records += usage(1000 + 2 * i, 10 * i + 3, 10 * i + 13);
     records += usage(1001 + 2 * i, 10 * i + 3, 10 * i + 13);
   }
-  const json tree = tree_json_of(records);
+  const Json tree = tree_json_of(records);
   EXPECT_EQ(tree["parts"][60]["total"], std::uint64_t{1} << 60);
   EXPECT_EQ(tree["parts"][70]["total"], UINT64_MAX);
 }
 
 TEST(TreeJson, TextsAreKeptAndEscaped) {
-  const json tree =
+  const Json tree =
       tree_json_of(product(1, "'\"q\" \\X2\\30CD\\X0\\','it''s \x1B[31m',$") +
                    product(11, "'caf\xE9','\xC2\x9B\x7F','\xF0\x9F\x94\xA9'") + usage(20, 3, 13));
   EXPECT_EQ(tree["parts"][0]["id"], "\"q\" ネ");
@@ -95,7 +95,7 @@ TEST(TreeJson, NameOfTheInputMayBeAnyBytes) {
   folder.write(name, exchange_file(BOX_WITH_LID));
   const ProcessRun run = run_velkstep({"tree", "--json", name});
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_EQ(json::parse(run.out)["input"], "caf\xEF\xBF\xBD\x1B.stp");
+  EXPECT_EQ(Json::parse(run.out)["input"], "caf\xEF\xBF\xBD\x1B.stp");
 }
 
 }  // namespace

@@ -6,13 +6,13 @@
 #include <memory>
 #include <thread>
 
+#include "findings/messages.h"
 #include "inspection/products.h"
 #include "kessel/assembly.h"
 #include "kessel/encoding.h"
 #include "kessel/file.h"
 #include "kessel/splitter.h"
 #include "kessel/summary.h"
-#include "model/messages.h"
 #include "support/scratch_folder.h"
 #include "support/split_run.h"
 

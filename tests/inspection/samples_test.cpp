@@ -46,7 +46,7 @@ void expect_same_structure(const Assembly& assembly, const File& file) {
 
 TEST(Samples, HaveTheStructureOfTheirSplit) {
   const fs::path samples = samples_folder();
-  if (samples.empty()) GTEST_SKIP() << "no folder with samples";
+  if (samples.empty()) GTEST_SKIP() << why_no_sample();
   for (const auto& entry : fs::directory_iterator(samples)) {
     SCOPED_TRACE(entry.path().filename());
     const ScratchFolder folder;
@@ -59,7 +59,7 @@ TEST(Samples, HaveTheStructureOfTheirSplit) {
 
 TEST(Samples, SumUpToWhatIsKnownOfThem) {
   const fs::path samples = samples_folder();
-  if (samples.empty()) GTEST_SKIP() << "no folder with samples";
+  if (samples.empty()) GTEST_SKIP() << why_no_sample();
   const struct {
     const char* sample;
     std::uint64_t records;
@@ -94,7 +94,7 @@ TEST(Samples, SumUpToWhatIsKnownOfThem) {
 
 TEST(Samples, AssembliesOccurAsOftenAsTheyAreUsed) {
   const fs::path sample = samples_folder() / "as1-oc-214.stp";
-  if (!fs::exists(sample)) GTEST_SKIP() << "no such sample";
+  if (!fs::exists(sample)) GTEST_SKIP() << why_no_sample();
   const std::map<std::string, std::uint64_t> TOTALS = {
       {"as1", 1},   {"rod-assembly", 1},      {"rod", 1},  {"l-bracket-assembly", 2},
       {"plate", 1}, {"nut-bolt-assembly", 6}, {"bolt", 6}, {"l-bracket", 2},

@@ -9,7 +9,9 @@
 #include "interop/assemblies.h"
 #include "interop/kernel_reader.h"
 #include "kessel/splitter.h"
-#include "splitter/file_names.h"
+#include "splitter/placed_names.h"
+#include "support/scratch_folder.h"
+#include "support/split_run.h"
 
 namespace Kessel::test {
 namespace {
@@ -19,7 +21,7 @@ namespace fs = std::filesystem;
 /// Splits `in` into the folder "out" of `folder` and returns the files, the root's first.
 std::vector<fs::path> split(const fs::path& in, const Options& options,
                             const ScratchFolder& folder) {
-  return Run(in, folder / "out", options);
+  return split_paths(in, folder / "out", options);
 }
 
 auto name_of_case = [](const auto& test) { return test_name(test.param); };
@@ -39,14 +41,14 @@ class NestedSplit : public testing::TestWithParam<AssemblySource> {};
 TEST_P(LeanSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   EXPECT_EQ(differences_of_root(in, {.assemblies = AssemblyStyle::lean}, folder), "");
 }
 
 TEST_P(NestedSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   EXPECT_EQ(differences_of_root(in, {.assemblies = AssemblyStyle::nested}, folder), "");
 }
 
@@ -57,10 +59,10 @@ std::vector<fs::path> sub_assembly_names(const fs::path& in) {
   load_instances(file, instances);
   const Products products = find_products(instances);
   const Placement placement = place_records(instances, products, AssemblyStyle::nested);
-  const auto all = file_names(instances, products, placement, NameStyle::record);
+  const auto all = placed_names(instances, products, placement, NameStyle::record);
   std::vector<fs::path> names;
   for (FileId id = 1; id < placement.files.size(); ++id) {
-    if (!placement.files[id].links.empty()) names.emplace_back(all[id]);
+    if (!placement.files[id].links.empty()) names.push_back(all[id]);
   }
   return names;
 }
@@ -68,7 +70,7 @@ std::vector<fs::path> sub_assembly_names(const fs::path& in) {
 TEST_P(NestedSplit, FilesOfSubAssembliesOpenAsTheyAreInTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   split(in, {.assemblies = AssemblyStyle::nested}, folder);
   std::vector<DocumentShape> originals = read_assemblies(in);
   for (const fs::path& name : sub_assembly_names(in)) {
@@ -100,7 +102,7 @@ class ClassicSplit : public testing::TestWithParam<AssemblySource> {};
 TEST_P(ClassicSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   const fs::path root = split(in, {.assemblies = AssemblyStyle::classic}, folder).at(0);
   EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
 }
@@ -131,7 +133,7 @@ TEST_P(SplitWithKnownChange, RootOpensWithSoManyShapes) {
   const KnownChange& expected = GetParam();
   const ScratchFolder folder;
   const fs::path in = file_of(expected.source, folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   const fs::path root = split(in, {.assemblies = expected.style}, folder).at(0);
   const std::vector<DocumentShape> before = read_free_shapes(in);
   const std::vector<DocumentShape> after = read_free_shapes(root);
@@ -158,7 +160,7 @@ TEST_P(SplitAfterProducts, RootOpensAsTheOriginal) {
   const auto& [source, style, names] = GetParam();
   const ScratchFolder folder;
   const fs::path in = file_of(source, folder);
-  if (in.empty()) GTEST_SKIP() << "no such sample";
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
   const fs::path root = split(in, {.assemblies = style, .names = names}, folder).at(0);
   EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
 }

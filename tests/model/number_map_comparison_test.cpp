@@ -48,12 +48,8 @@ struct Twins {
   NumberMap<Owner> map;
   PlainMap plain;
 
-  void emplace(Owner* owner, std::uint32_t number) {
-    const auto [entry, added] = map.emplace(owner, number);
-    const auto [plain_entry, plain_added] = plain.emplace(owner, number);
-    ASSERT_EQ(added, plain_added);
-    ASSERT_EQ((*entry).first, plain_entry->first);
-    ASSERT_EQ((*entry).second, plain_entry->second);
+  void add(Owner* owner, std::uint32_t number) {
+    ASSERT_EQ(map.add(owner, number), plain.emplace(owner, number).second);
   }
 
   /// `modulus` and `residue` choose the owners that are not accepted.
@@ -76,7 +72,9 @@ struct Twins {
   }
 
   void expect_alike() const {
-    ASSERT_EQ(Entries(map.begin(), map.end()), Entries(plain.begin(), plain.end()));
+    Entries entries;
+    for (const auto [owner, number] : map.entries()) entries.emplace_back(owner, number);
+    ASSERT_EQ(entries, Entries(plain.begin(), plain.end()));
     ASSERT_EQ(map.size(), plain.size());
     ASSERT_EQ(map.empty(), plain.empty());
   }
@@ -85,12 +83,7 @@ struct Twins {
     const auto plain_entry = plain.find(owner);
     const bool there = plain_entry != plain.end();
     ASSERT_EQ(map.contains(owner), there);
-    ASSERT_EQ(map.find(owner) == map.end(), !there);
     ASSERT_EQ(map.number_or_zero(owner), there ? plain_entry->second : 0);
-    if (there) {
-      ASSERT_EQ(map.at(owner), plain_entry->second);
-      ASSERT_EQ(map.find(owner)->first, owner);
-    }
   }
 };
 
@@ -109,7 +102,7 @@ class Owners {
   Twins twins(std::size_t size) {
     Twins twins;
     while (twins.plain.size() < size)
-      twins.emplace(any(), static_cast<std::uint32_t>(random_() % 1'000));
+      twins.add(any(), static_cast<std::uint32_t>(random_() % 1'000));
     return twins;
   }
 
@@ -129,8 +122,8 @@ TEST(NumberMapComparison, AdoptionIsInsertionOneByOneForAllSizes) {
         Twins target = owners.twins(own);
         target.adopt(owners.twins(source), modulus, 0);
         target.expect_alike();
-        target.emplace(owners.any(), 5);  // The block has the room that it should have.
-        target.emplace(owners.any(), 6);
+        target.add(owners.any(), 5);  // The block has the room that it should have.
+        target.add(owners.any(), 6);
         target.expect_alike();
         if (HasFatalFailure()) return;
       }
@@ -146,9 +139,9 @@ TEST(NumberMapComparison, AdoptionOfPartlyKnownOwnersIsInsertionOneByOne) {
     Twins source = owners.twins(random() % 300);
     Twins target;
     for (const auto& [owner, number] : source.plain) {
-      if (random() % 10 != 0) target.emplace(owner, number + 1'000);
+      if (random() % 10 != 0) target.add(owner, number + 1'000);
     }
-    for (std::size_t more = random() % 50; more > 0; --more) target.emplace(owners.any(), 7);
+    for (std::size_t more = random() % 50; more > 0; --more) target.add(owners.any(), 7);
     target.adopt(source, 1'000, 999);
     target.expect_alike();
     if (HasFatalFailure()) return;
@@ -186,8 +179,11 @@ TEST(NumberMapComparison, RandomOperationsLeaveTheSameEntries) {
         case 4:
           if (random() % 20 == 0) map = Twins();
           break;
+        case 5:  // From now on its entries stay where they are.
+          if (random() % 40 == 0) map.map.begin();
+          break;
         default:
-          map.emplace(owners.any(), static_cast<std::uint32_t>(random() % 1'000));
+          map.add(owners.any(), static_cast<std::uint32_t>(random() % 1'000));
       }
       map.expect_alike();
       other.expect_alike();

@@ -20,17 +20,12 @@ struct Owner {
 using Map = NumberMap<Owner>;
 using Entries = std::vector<std::pair<Owner*, std::uint32_t>>;
 
-static_assert(!std::is_copy_constructible_v<Map> && !std::is_copy_assignable_v<Map>);
 static_assert(sizeof(Map) == 16);
 
 Entries entries_of(const Map& map) {
-  return {map.begin(), map.end()};
-}
-
-Map map_of(const Entries& entries) {
-  Map map;
-  for (const auto& [owner, number] : entries) map.emplace(owner, number);
-  return map;
+  Entries entries;
+  for (const auto [owner, number] : map.entries()) entries.emplace_back(owner, number);
+  return entries;
 }
 
 bool every_owner(Owner*) {
@@ -46,8 +41,16 @@ struct Numbering {
   }
 };
 
-class NumberMapTest : public testing::Test {
+/// With maps that nobody has asked for an entry, and with maps that somebody has.
+class NumberMapTest : public testing::TestWithParam<bool> {
  protected:
+  static Map map_of(const Entries& entries) {
+    Map map;
+    if (GetParam()) map.begin();
+    for (const auto& [owner, number] : entries) map.add(owner, number);
+    return map;
+  }
+
   // In memory the other way round than in the list.
   Owner owners[4] = {{3}, {2}, {1}, {0}};
   Owner* const a = &owners[3];
@@ -56,7 +59,7 @@ class NumberMapTest : public testing::Test {
   Owner* const d = &owners[0];
 };
 
-TEST_F(NumberMapTest, NewMapIsEmpty) {
+TEST_P(NumberMapTest, NewMapIsEmpty) {
   const Map map;
   EXPECT_TRUE(map.empty());
   EXPECT_EQ(map.size(), 0u);
@@ -66,7 +69,7 @@ TEST_F(NumberMapTest, NewMapIsEmpty) {
   EXPECT_EQ(map.number_or_zero(a), 0u);
 }
 
-TEST_F(NumberMapTest, EntriesAscendByPositionWhateverTheOrderOfInsertionAndAddresses) {
+TEST_P(NumberMapTest, EntriesAscendByPositionWhateverTheOrderOfInsertionAndAddresses) {
   for (const Entries& order :
        {Entries{{a, 1}, {b, 2}, {c, 3}, {d, 4}}, Entries{{d, 4}, {c, 3}, {b, 2}, {a, 1}},
         Entries{{b, 2}, {d, 4}, {a, 1}, {c, 3}}}) {
@@ -74,46 +77,28 @@ TEST_F(NumberMapTest, EntriesAscendByPositionWhateverTheOrderOfInsertionAndAddre
   }
 }
 
-TEST_F(NumberMapTest, OwnersOfOnePositionAscendByAddress) {
+TEST_P(NumberMapTest, OwnersOfOnePositionAscendByAddress) {
   Owner same[3] = {{7}, {7}, {7}};
   EXPECT_EQ(entries_of(map_of({{&same[1], 2}, {&same[2], 3}, {&same[0], 1}})),
             (Entries{{&same[0], 1}, {&same[1], 2}, {&same[2], 3}}));
 }
 
-TEST_F(NumberMapTest, EmplaceReportsTheEntryAndThatItWasAdded) {
-  Map map;
+TEST_P(NumberMapTest, AddingSaysWhetherTheOwnerIsNewAndKeepsTheNumberThatIsThere) {
+  Map map = map_of({});
   for (const auto& [owner, number] : Entries{{c, 3}, {a, 1}, {b, 2}}) {
-    const auto [entry, added] = map.emplace(owner, number);
-    EXPECT_TRUE(added);
-    EXPECT_EQ(entry->first, owner);
-    EXPECT_EQ(entry->second, number);
+    EXPECT_TRUE(map.add(owner, number));
+    EXPECT_FALSE(map.add(owner, 9));
   }
+  EXPECT_EQ(entries_of(map), (Entries{{a, 1}, {b, 2}, {c, 3}}));
 }
 
-TEST_F(NumberMapTest, EmplaceKeepsTheNumberThatIsThere) {
-  Map map;
-  map.emplace(a, 1);
-  const auto [entry, added] = map.emplace(a, 9);
-  EXPECT_FALSE(added);
-  EXPECT_EQ(*entry, (std::pair<Owner*, std::uint32_t>(a, 1)));
-  EXPECT_EQ(entries_of(map), (Entries{{a, 1}}));
-  map.emplace(b, 2);
-  EXPECT_FALSE(map.emplace(b, 9).second);
-  EXPECT_EQ(entries_of(map), (Entries{{a, 1}, {b, 2}}));
-}
-
-TEST_F(NumberMapTest, InsertIsEmplaceOfAPair) {
-  Map map;
-  EXPECT_TRUE(map.insert({b, 2}).second);
-  EXPECT_FALSE(map.insert({b, 3}).second);
-  EXPECT_EQ(entries_of(map), (Entries{{b, 2}}));
-}
-
-TEST_F(NumberMapTest, EntriesAreFoundByTheirOwner) {
+TEST_P(NumberMapTest, EntriesAreFoundByTheirOwner) {
   for (const Entries& entries : {Entries{{b, 2}}, Entries{{b, 2}, {d, 4}}}) {
     const Map map = map_of(entries);
     for (const auto& [owner, number] : entries) {
-      EXPECT_EQ(*map.find(owner), (std::pair<Owner*, std::uint32_t>(owner, number)));
+      EXPECT_EQ(map.find(owner)->first, owner);
+      EXPECT_EQ(map.find(owner)->second, number);
+      EXPECT_EQ(map.count(owner), 1u);
       EXPECT_TRUE(map.contains(owner));
       EXPECT_EQ(map.at(owner), number);
       EXPECT_EQ(map.number_or_zero(owner), number);
@@ -126,7 +111,7 @@ TEST_F(NumberMapTest, EntriesAreFoundByTheirOwner) {
   }
 }
 
-TEST_F(NumberMapTest, MissingOwnerThrowsWhereItsNumberIsAskedFor) {
+TEST_P(NumberMapTest, MissingOwnerThrowsWhereItsNumberIsAskedFor) {
   for (const Entries& entries : {Entries{}, Entries{{b, 2}}, Entries{{b, 2}, {d, 4}}}) {
     const Map map = map_of(entries);
     for (Owner* owner : {a, c}) {
@@ -140,7 +125,7 @@ TEST_F(NumberMapTest, MissingOwnerThrowsWhereItsNumberIsAskedFor) {
   }
 }
 
-TEST_F(NumberMapTest, ZeroIsANumberLikeOthers) {
+TEST_P(NumberMapTest, ZeroIsANumberLikeOthers) {
   for (const Entries& entries : {Entries{{b, 0}}, Entries{{b, 0}, {d, 0}}}) {
     const Map map = map_of(entries);
     EXPECT_EQ(map.at(b), 0u);
@@ -149,7 +134,7 @@ TEST_F(NumberMapTest, ZeroIsANumberLikeOthers) {
   }
 }
 
-TEST_F(NumberMapTest, IteratorsWalkByBothForms) {
+TEST_P(NumberMapTest, IteratorsWalkByBothForms) {
   const Map map = map_of({{a, 1}, {b, 2}});
   auto entry = map.begin();
   EXPECT_EQ((entry++)->first, a);
@@ -157,19 +142,19 @@ TEST_F(NumberMapTest, IteratorsWalkByBothForms) {
   EXPECT_TRUE(++entry == map.end());
 }
 
-TEST_F(NumberMapTest, MoveTakesTheEntriesAndLeavesNone) {
+TEST_P(NumberMapTest, MoveTakesTheEntriesAndLeavesNone) {
   for (const Entries& entries : {Entries{}, Entries{{b, 2}}, Entries{{a, 1}, {b, 2}, {d, 4}}}) {
     Map source = map_of(entries);
     const Map map(std::move(source));
     EXPECT_EQ(entries_of(map), entries);
     EXPECT_EQ(entries_of(source), Entries());
-    source.emplace(c, 3);
+    source.add(c, 3);
     EXPECT_EQ(entries_of(source), (Entries{{c, 3}}));
     EXPECT_EQ(entries_of(map), entries);
   }
 }
 
-TEST_F(NumberMapTest, MoveAssignmentReplacesTheEntries) {
+TEST_P(NumberMapTest, MoveAssignmentReplacesTheEntries) {
   for (const Entries& before : {Entries{}, Entries{{c, 3}}, Entries{{c, 3}, {d, 4}}}) {
     for (const Entries& entries : {Entries{}, Entries{{b, 2}}, Entries{{a, 1}, {b, 2}}}) {
       Map map = map_of(before);
@@ -179,7 +164,7 @@ TEST_F(NumberMapTest, MoveAssignmentReplacesTheEntries) {
   }
 }
 
-TEST_F(NumberMapTest, AdoptedOwnersGetTheirNextNumbersInOrder) {
+TEST_P(NumberMapTest, AdoptedOwnersGetTheirNextNumbersInOrder) {
   Map map = map_of({{b, 2}});
   Numbering next_number;
   EXPECT_TRUE(
@@ -188,7 +173,7 @@ TEST_F(NumberMapTest, AdoptedOwnersGetTheirNextNumbersInOrder) {
   EXPECT_EQ(next_number.asked, (std::vector<Owner*>{a, c, d}));
 }
 
-TEST_F(NumberMapTest, NothingIsAdoptedThatIsThereOrNotAccepted) {
+TEST_P(NumberMapTest, NothingIsAdoptedThatIsThereOrNotAccepted) {
   struct Row {
     Entries own;
     Entries source;
@@ -214,8 +199,8 @@ TEST_F(NumberMapTest, NothingIsAdoptedThatIsThereOrNotAccepted) {
   }
 }
 
-TEST_F(NumberMapTest, RefusedOwnersDrawNoNumber) {
-  Map map;
+TEST_P(NumberMapTest, RefusedOwnersDrawNoNumber) {
+  Map map = map_of({});
   Numbering next_number;
   EXPECT_TRUE(map.adopt(
       map_of({{a, 1}, {b, 2}, {c, 3}}), [&](Owner* owner) { return owner != b; },
@@ -224,7 +209,7 @@ TEST_F(NumberMapTest, RefusedOwnersDrawNoNumber) {
   EXPECT_EQ(next_number.asked, (std::vector<Owner*>{a, c}));
 }
 
-TEST_F(NumberMapTest, MapAdoptsNothingFromItself) {
+TEST_P(NumberMapTest, MapAdoptsNothingFromItself) {
   for (const Entries& entries : {Entries{}, Entries{{b, 2}}, Entries{{a, 1}, {b, 2}}}) {
     Map map = map_of(entries);
     Numbering next_number;
@@ -233,6 +218,46 @@ TEST_F(NumberMapTest, MapAdoptsNothingFromItself) {
     EXPECT_EQ(next_number.asked, std::vector<Owner*>());
   }
 }
+
+TEST_P(NumberMapTest, CopyHasTheSameEntriesAndIsAnother) {
+  for (const Entries& entries : {Entries{}, Entries{{b, 2}}, Entries{{a, 1}, {b, 2}, {d, 4}}}) {
+    const Map source = map_of(entries);
+    Map copy(source);
+    EXPECT_EQ(entries_of(copy), entries);
+    EXPECT_TRUE(copy == source);
+    copy.add(c, 3);
+    EXPECT_FALSE(copy == source);
+    EXPECT_EQ(entries_of(source), entries);
+    copy = source;
+    EXPECT_EQ(entries_of(copy), entries);
+  }
+}
+
+TEST_P(NumberMapTest, EntriesStayWhereTheyAreOnceSomebodyAskedForThem) {
+  Map map = map_of({{b, 2}, {d, 4}});
+  std::uint32_t& number = map.at(b);
+  Map other = map_of({{a, 11}, {c, 13}});
+  EXPECT_TRUE(map.adopt(other, every_owner, [](Owner*) { return 7u; }));
+  const Map moved(std::move(map));
+  number = 20;
+  EXPECT_EQ(entries_of(moved), (Entries{{a, 7}, {b, 20}, {c, 7}, {d, 4}}));
+  EXPECT_EQ(&moved.find(b)->second, &number);
+}
+
+TEST_P(NumberMapTest, ErasedAndClearedEntriesAreGone) {
+  Map map = map_of({{a, 1}, {b, 2}, {c, 3}});
+  EXPECT_EQ(map.erase(b), 1u);
+  EXPECT_EQ(map.erase(b), 0u);
+  EXPECT_EQ(entries_of(map), (Entries{{a, 1}, {c, 3}}));
+  EXPECT_EQ(map.number_or_zero(b), 0u);
+  map.clear();
+  EXPECT_TRUE(map.empty());
+  EXPECT_TRUE(map.add(d, 4));
+  EXPECT_EQ(entries_of(map), (Entries{{d, 4}}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Form, NumberMapTest, testing::Bool(),
+                         [](const auto& form) { return form.param ? "Asked" : "NotAsked"; });
 
 }  // namespace
 }  // namespace Kessel::test

@@ -1,5 +1,5 @@
 // The large array of which only the pages in use take memory.
-#include "kessel/paged_array.h"
+#include "model/paged_array.h"
 
 #include <gtest/gtest.h>
 

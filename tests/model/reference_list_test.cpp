@@ -94,13 +94,17 @@ TEST(ReferenceList, MoveTakesTheNumbersAndLeavesAnEmptyUsableList) {
   expect_numbers(from_owning, {20});
 }
 
-TEST(ReferenceList, MoveAssignmentTakesTheNumbers) {
+TEST(ReferenceList, VectorThatWasAskedForStaysWithItsList) {
   ReferenceList source;
+  const std::vector<std::uint32_t>& vector = source.as_vector();
   source.append(1);
-  ReferenceList target;
-  target.append(2);
-  target = std::move(source);
+  EXPECT_EQ(vector, (std::vector<std::uint32_t>{1}));
+  ReferenceList target(std::move(source));
   expect_numbers(target, {1});
+  EXPECT_TRUE(vector.empty());
+  source.append(2);
+  source.shrink_to_fit();
+  EXPECT_EQ(vector, (std::vector<std::uint32_t>{2}));
 }
 
 TEST(ReferenceList, ShrinkingGivesBackSpareCapacity) {

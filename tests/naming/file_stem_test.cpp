@@ -8,18 +8,18 @@
 namespace Kessel::test {
 namespace {
 
-std::string ascii(std::string_view name) {
+std::string ascii_stem(std::string_view name) {
   return file_stem(name, FileNameSet::ascii);
 }
 
-std::string unicode(std::string_view name) {
+std::string unicode_stem(std::string_view name) {
   return file_stem(name, FileNameSet::unicode);
 }
 
 /// Expects the same name in both sets.
 void expect_both(std::string_view name, const std::string& stem) {
-  EXPECT_EQ(ascii(name), stem);
-  EXPECT_EQ(unicode(name), stem);
+  EXPECT_EQ(ascii_stem(name), stem);
+  EXPECT_EQ(unicode_stem(name), stem);
 }
 
 TEST(FileStem, PlainNamesStayAsTheyAre) {
@@ -66,9 +66,9 @@ TEST(FileStem, NoNameIsHidden) {
 TEST(FileStem, DevicesAreNoFiles) {
   for (const char* device : {"CON", "con", "PRN", "Aux", "NUL", "COM1", "com0", "LPT9", "CONIN$",
                              "conout$", "nul.step", "con .x", "COM\u00B9"}) {
-    EXPECT_EQ(unicode(device), std::string("_") + device);
+    EXPECT_EQ(unicode_stem(device), std::string("_") + device);
   }
-  EXPECT_EQ(ascii("COM\u00B9"), "_COM1");
+  EXPECT_EQ(ascii_stem("COM\u00B9"), "_COM1");
   expect_both("console", "console");
   expect_both("COM10", "COM10");
   expect_both("COMA", "COMA");
@@ -82,32 +82,32 @@ TEST(FileStem, NamesOfNoUseAreEmpty) {
 }
 
 TEST(FileStem, UnicodeNamesAreComposed) {
-  EXPECT_EQ(unicode("fu\u0308r"), "f\u00fcr");
-  EXPECT_EQ(unicode("支架/A"), "支架_A");
+  EXPECT_EQ(unicode_stem("fu\u0308r"), "f\u00fcr");
+  EXPECT_EQ(unicode_stem("支架/A"), "支架_A");
 }
 
 TEST(FileStem, BytesThatAreNotUtf8AreLatin1) {
-  EXPECT_EQ(unicode("f\xFCr"), "f\u00fcr");
-  EXPECT_EQ(ascii("f\xFCr"), "fur");
-  EXPECT_EQ(unicode("\xE9\xBB"), "\u00e9\u00bb");  // a sequence that breaks off
+  EXPECT_EQ(unicode_stem("f\xFCr"), "f\u00fcr");
+  EXPECT_EQ(ascii_stem("f\xFCr"), "fur");
+  EXPECT_EQ(unicode_stem("\xE9\xBB"), "\u00e9\u00bb");  // a sequence that breaks off
 }
 
 TEST(FileStem, LongNamesAreCut) {
-  EXPECT_EQ(unicode(std::string(300, 'x')), std::string(139, 'x'));
-  EXPECT_EQ(unicode(std::string(139, 'x')), std::string(139, 'x'));
+  EXPECT_EQ(unicode_stem(std::string(300, 'x')), std::string(139, 'x'));
+  EXPECT_EQ(unicode_stem(std::string(139, 'x')), std::string(139, 'x'));
 }
 
 TEST(FileStem, CutsFallBetweenCharacters) {
   std::string wide;
   for (int i = 0; i < 100; ++i) wide += "架";
-  EXPECT_EQ(unicode(wide).size(), 138u);  // 46 characters of three bytes
+  EXPECT_EQ(unicode_stem(wide).size(), 138u);  // 46 characters of three bytes
   // A letter with a mark of its own at the edge: both go.
-  EXPECT_EQ(unicode(std::string(138, 'x') + "q\u0323z"), std::string(138, 'x'));
-  EXPECT_EQ(unicode(std::string(136, 'x') + "q\u0323z"), std::string(136, 'x') + "q\u0323");
+  EXPECT_EQ(unicode_stem(std::string(138, 'x') + "q\u0323z"), std::string(138, 'x'));
+  EXPECT_EQ(unicode_stem(std::string(136, 'x') + "q\u0323z"), std::string(136, 'x') + "q\u0323");
 }
 
 TEST(FileStem, CutLeavesNoSpaceOrDotAtTheEnd) {
-  EXPECT_EQ(unicode(std::string(137, 'x') + ". z"), std::string(137, 'x'));
+  EXPECT_EQ(unicode_stem(std::string(137, 'x') + ". z"), std::string(137, 'x'));
 }
 
 TEST(FileStem, DevicesWithLongExtensionsAreCut) {

@@ -19,7 +19,6 @@ set(expected
   kessel/kessel.h
   kessel/number_map.h
   kessel/options.h
-  kessel/paged_array.h
   kessel/part.h
   kessel/reference_list.h
   kessel/splitter.h

@@ -50,7 +50,7 @@ CheckedRun run_checked(const std::string& input) {
   run.findings = check("in.stp");
   run.messages = printed_by([&] {
     try {
-      for (const fs::path& path : Run("in.stp", "out", Options())) {
+      for (const fs::path& path : split_paths("in.stp", "out", Options())) {
         run.result.push_back(path.string());
       }
     } catch (const InputError& error) {

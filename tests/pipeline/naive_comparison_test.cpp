@@ -12,7 +12,7 @@ namespace {
 
 TEST(NaiveComparison, RealAssembliesComeOutTheSame) {
   const std::filesystem::path folder = samples_folder();
-  if (folder.empty()) GTEST_SKIP() << "no folder with samples";
+  if (folder.empty()) GTEST_SKIP() << why_no_sample();
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     SCOPED_TRACE(entry.path().filename());
     const std::string input = read_file(entry.path());

@@ -14,10 +14,14 @@
 #include <string_view>
 #include <vector>
 
+#include "association/associate.h"
 #include "interop/assemblies.h"
 #include "kessel/encoding.h"
-#include "kessel/file.h"
+#include "model/store.h"
+#include "reader/parse_file.h"
+#include "structure/process_parts.h"
 #include "support/scratch_folder.h"
+#include "writer/write_parts.h"
 
 namespace Kessel::test {
 namespace {
@@ -150,24 +154,26 @@ const std::set<std::string_view> GEOMETRY = {
 class Split {
  public:
   Split(const fs::path& in, AssemblyStyle style, const ScratchFolder& folder)
-      : out_(folder / "out"), file_(File::from(in, decode_step_to_utf8)) {
-    file_->extract_parts(out_, {.assemblies = style});
+      : out_(folder / "out"), file_(parse_file(in)) {
+    process_parts(*file_, decode_step_to_utf8);
+    associate_entities(*file_, {.assemblies = style});
+    write_parts(*file_, out_, {.assemblies = style});
     Part::free_statics();
   }
 
-  const File& file() const { return *file_; }
+  const Store& file() const { return *file_; }
 
   /// The paths of all files, in the order of the parts.
   std::vector<fs::path> paths() const {
     std::vector<fs::path> paths;
-    for (const Part* part : file_->parts()) paths.push_back(out_ / part->path);
+    for (const Part* part : file_->parts) paths.push_back(out_ / part->path);
     return paths;
   }
 
   /// The numbers of the original's instances that stand in some file.
   std::set<unsigned> written() const {
     std::set<unsigned> numbers;
-    file_->entities().for_each_in_use([&](std::size_t number, const Entity* entity) {
+    file_->entities.for_each_in_use([&](std::size_t number, const Entity* entity) {
       if (entity == nullptr || entity->part_numbers.empty()) return;
       numbers.insert(static_cast<unsigned>(number));
     });
@@ -176,11 +182,11 @@ class Split {
 
  private:
   fs::path out_;
-  std::unique_ptr<File> file_;
+  std::unique_ptr<Store> file_;
 };
 
 /// How many geometric instances of the original stand in files of both kinds, by type.
-std::map<std::string, int> geometry_in_both(const fs::path& in, const File& file,
+std::map<std::string, int> geometry_in_both(const fs::path& in, const Store& file,
                                             const std::function<bool(const Part&)>& is_assembly) {
   std::map<std::string, int> both;
   for (const Instance& instance : instances_of(in)) {
@@ -188,7 +194,7 @@ std::map<std::string, int> geometry_in_both(const fs::path& in, const File& file
     if (entity == nullptr) continue;
     bool in_assembly = false;
     bool in_leaf = false;
-    for (const auto [part, number] : entity->part_numbers) {
+    for (const auto& [part, number] : entity->part_numbers) {
       (is_assembly(*part) ? in_assembly : in_leaf) = true;
     }
     if (!in_assembly || !in_leaf) continue;
@@ -250,7 +256,7 @@ class Styles : public testing::TestWithParam<Case> {
  protected:
   void SetUp() override {
     in_ = file_of(GetParam().source, folder_);
-    if (in_.empty()) GTEST_SKIP() << "no such sample";
+    if (in_.empty()) GTEST_SKIP() << why_no_sample();
   }
 
   AssemblyStyle style() const { return GetParam().style; }

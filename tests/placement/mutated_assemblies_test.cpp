@@ -83,7 +83,7 @@ class MutatedAssembly : public testing::TestWithParam<AssemblySource> {};
 TEST_P(MutatedAssembly, IsPlacedAllTheSame) {
   const ScratchFolder folder;
   const std::filesystem::path path = file_of(GetParam(), folder);
-  if (path.empty()) GTEST_SKIP() << "no such sample";
+  if (path.empty()) GTEST_SKIP() << why_no_sample();
   std::ifstream in(path, std::ios::binary);
   std::ostringstream text;
   text << in.rdbuf();

@@ -11,8 +11,9 @@
 
 #include "kessel/encoding.h"
 #include "kessel/file.h"
+#include "model/store.h"
+#include "reader/parse_file.h"
 #include "reader/stored_records.h"
-#include "support/file_internals.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -20,9 +21,9 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-std::unique_ptr<File> parse(const std::string& text) {
+std::unique_ptr<Store> parse(const std::string& text) {
   const ScratchFolder folder;
-  return FileInternals::parse_file(folder.write("in.stp", text));
+  return parse_file(folder.write("in.stp", text));
 }
 
 /// What is stored of an exchange file with the given data.
@@ -38,12 +39,12 @@ struct Head {
 };
 
 Head head_of(const std::string& text) {
-  const std::unique_ptr<File> file = parse(text);
-  return {FileInternals::first_line(*file), FileInternals::header(*file)};
+  const std::unique_ptr<Store> file = parse(text);
+  return {file->first_line, file->header};
 }
 
 TEST(ParseFile, SmallFileIsReadWhole) {
-  const std::unique_ptr<File> file = parse(
+  const std::unique_ptr<Store> file = parse(
       "ISO-10303-21;\n"
       "HEADER;\n"
       "FILE_DESCRIPTION(('an example; with #1'),'2;1');\n"
@@ -57,8 +58,8 @@ TEST(ParseFile, SmallFileIsReadWhole) {
       "#10=PRODUCT_DEFINITION_SHAPE('',$,#1);\n"
       "ENDSEC;\n"
       "END-ISO-10303-21;\n");
-  EXPECT_EQ(FileInternals::first_line(*file), "ISO-10303-21;");
-  EXPECT_EQ(FileInternals::header(*file),
+  EXPECT_EQ(file->first_line, "ISO-10303-21;");
+  EXPECT_EQ(file->header,
             "HEADER;\n"
             "FILE_DESCRIPTION(('an example; with #1'),'2;1');\n"
             "FILE_NAME('a.stp','2024-01-01T00:00:00',('me'),(''),'','','');\n"
@@ -66,9 +67,9 @@ TEST(ParseFile, SmallFileIsReadWhole) {
             "ENDSEC;\n");
   EXPECT_EQ(stored_records(*file), (Lines{"#1 named [PRODUCT] [bolt]: 2", "#2 plain: 3",
                                           "#3 plain:", "#10 typed [PRODUCT_DEFINITION_SHAPE]: 1"}));
-  EXPECT_EQ(file->types(), (std::set<std::string>{"PRODUCT", "PRODUCT_DEFINITION_SHAPE"}));
-  EXPECT_TRUE(file->parts().empty());
-  EXPECT_EQ(file->root_part(), nullptr);
+  EXPECT_EQ(file->types, (std::set<std::string>{"PRODUCT", "PRODUCT_DEFINITION_SHAPE"}));
+  EXPECT_TRUE(file->parts.empty());
+  EXPECT_EQ(file->root, nullptr);
 }
 
 TEST(ParseFile, HeaderLinesLoseTheWhiteSpaceAtTheirEnds) {
@@ -97,9 +98,9 @@ TEST(ParseFile, FirstLineDoesNotEndTheHeader) {
 }
 
 TEST(ParseFile, RecordsOnTheLinesOfTheHeaderAreNotRead) {
-  const std::unique_ptr<File> file =
+  const std::unique_ptr<Store> file =
       parse("ISO-10303-21;\nHEADER; ENDSEC; DATA;\n#1=A();\nENDSEC;\n#2=B();\nEND-ISO-10303-21;\n");
-  EXPECT_EQ(FileInternals::header(*file), "HEADER; ENDSEC; DATA;\n#1=A();\nENDSEC;\n");
+  EXPECT_EQ(file->header, "HEADER; ENDSEC; DATA;\n#1=A();\nENDSEC;\n");
   EXPECT_EQ(stored_records(*file), (Lines{"#2 plain:"}));
 }
 
@@ -141,9 +142,9 @@ TEST(ParseFile, RecordsWithANumberOutOfRangeAreDropped) {
 }
 
 TEST(ParseFile, LargestNumberIsRead) {
-  const std::unique_ptr<File> file = parse("x\nENDSEC;\n#4294967295=PRODUCT('x','x','',(#1));\n");
+  const std::unique_ptr<Store> file = parse("x\nENDSEC;\n#4294967295=PRODUCT('x','x','',(#1));\n");
   EXPECT_EQ(stored_records(*file), (Lines{"#4294967295 named [PRODUCT] [x]: 1"}));
-  EXPECT_EQ(file->entities().size(), 4'294'967'296u);
+  EXPECT_EQ(file->entities.size(), 4'294'967'296u);
 }
 
 TEST(ParseFile, RecordBehindACommentIsDropped) {
@@ -191,8 +192,8 @@ TEST(ParseFile, RecordsMayFillManyBlocks) {
 TEST(ParseFile, InputIsLeftOpenAndReadableOnceMore) {
   const std::string text = "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A();\nENDSEC;\n";
   const ScratchFolder folder;
-  const std::unique_ptr<File> file = FileInternals::parse_file(folder.write("in.stp", text));
-  std::ifstream& input = FileInternals::input(*file);
+  const std::unique_ptr<Store> file = parse_file(folder.write("in.stp", text));
+  std::ifstream& input = file->input;
   EXPECT_TRUE(input.is_open());
   EXPECT_TRUE(input.good());
   input.seekg(0);
@@ -201,11 +202,10 @@ TEST(ParseFile, InputIsLeftOpenAndReadableOnceMore) {
 
 TEST(ParseFile, FileThatCannotBeOpenedThrows) {
   const ScratchFolder folder;
-  for (const auto& open :
-       {+[](const std::filesystem::path& path) { FileInternals::parse_file(path); },
-        +[](const std::filesystem::path& path) {
-          std::unique_ptr<File>(File::from(path, decode_step_to_utf8));
-        }}) {
+  for (const auto& open : {+[](const std::filesystem::path& path) { parse_file(path); },
+                           +[](const std::filesystem::path& path) {
+                             std::unique_ptr<File>(File::from(path, decode_step_to_utf8));
+                           }}) {
     try {
       open(folder / "there is no such file.stp");
       FAIL() << "was opened";

@@ -14,7 +14,7 @@ std::vector<std::string> cut(const std::string& text, int lines) {
   std::vector<std::string> texts;
   for (int i = 0; i < lines; ++i) texts.emplace_back(cutter.next_line());
   for (auto calls = std::count(text.begin(), text.end(), ';') + 4; calls > 0; --calls) {
-    texts.emplace_back(cutter.next_record());
+    texts.emplace_back(cutter.read_record());
   }
   texts.emplace_back(cutter.input_ended() ? "ended" : "not ended");
   return texts;

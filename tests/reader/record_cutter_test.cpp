@@ -23,7 +23,7 @@ Texts records_of(const std::string& text, std::size_t count) {
   std::istringstream in(text);
   RecordCutter cutter(in);
   Texts records;
-  while (records.size() < count) records.emplace_back(cutter.next_record());
+  while (records.size() < count) records.emplace_back(cutter.read_record());
   return records;
 }
 
@@ -116,32 +116,32 @@ TEST(RecordCutter, RecordsGoOnBehindTheLastLineThatWasRead) {
   RecordCutter cutter(in);
   EXPECT_EQ(cutter.next_line(), "ISO-10303-21;");
   EXPECT_EQ(cutter.next_line(), "ENDSEC;");
-  EXPECT_EQ(cutter.next_record(), "#1=A()");
-  EXPECT_EQ(cutter.next_record(), "");
+  EXPECT_EQ(cutter.read_record(), "#1=A()");
+  EXPECT_EQ(cutter.read_record(), "");
 }
 
 TEST(RecordCutter, LineThatTheInputsEndClosedLeavesOnlyThePlaceholder) {
   std::istringstream in("ISO-10303-21;");
   RecordCutter cutter(in);
   EXPECT_EQ(cutter.next_line(), "ISO-10303-21;");
-  EXPECT_EQ(cutter.next_record(), "A");
-  EXPECT_EQ(cutter.next_record(), "A");
+  EXPECT_EQ(cutter.read_record(), "A");
+  EXPECT_EQ(cutter.read_record(), "A");
 }
 
 TEST(RecordCutter, InputHasEndedOnceAPieceWasNotClosed) {
   std::istringstream in("#1=A();#2=B();");
   RecordCutter cutter(in);
-  cutter.next_record();
-  cutter.next_record();
+  cutter.read_record();
+  cutter.read_record();
   EXPECT_FALSE(cutter.input_ended());
-  cutter.next_record();
+  cutter.read_record();
   EXPECT_TRUE(cutter.input_ended());
 }
 
 TEST(RecordCutter, ReadingBeginsAtTheStreamsPosition) {
   std::istringstream in("#1=A();#2=B();");
   in.seekg(7);
-  EXPECT_EQ(RecordCutter(in).next_record(), "#2=B()");
+  EXPECT_EQ(RecordCutter(in).read_record(), "#2=B()");
 }
 
 TEST(RecordCutter, OneRecordMayBeLargerThanAnyBlock) {
@@ -186,7 +186,7 @@ std::vector<Placed> places_in(const std::string& text) {
   cutter.count_lines();
   std::vector<Placed> placed;
   for (;;) {
-    const std::string_view record = cutter.next_record();
+    const std::string_view record = cutter.read_record();
     if (record.empty() || cutter.input_ended()) break;
     const Place place = cutter.place_of(record);
     placed.emplace_back(record, place.offset, place.line);
@@ -223,9 +223,9 @@ TEST(RecordCutterPlaces, OfLinesAndOfWhatComesNext) {
   EXPECT_EQ(cutter.place_of(cutter.next_line()).offset, 9u);
   EXPECT_EQ(cutter.here().offset, 16u);
   EXPECT_EQ(cutter.here().line, 3u);
-  cutter.next_record();
+  cutter.read_record();
   EXPECT_EQ(cutter.offset(), 23u);
-  cutter.next_record();
+  cutter.read_record();
   EXPECT_EQ(cutter.offset(), 24u);
 }
 
@@ -240,7 +240,7 @@ TEST(RecordCutterWitness, LearnsWhatIsPassedOverAndJoined) {
   std::istringstream in("DATA;\n#1=A();\n#2=B('x ;; y');x #3=C();#4=D(\n;\n);ENDSEC;stray");
   RecordCutter cutter(in);
   cutter.tell(&witness);
-  while (!cutter.input_ended()) cutter.next_record();
+  while (!cutter.input_ended()) cutter.read_record();
   EXPECT_EQ(witness.seen, (Texts{"- DATA", "+ #2=B('x", "+ ", "+ y')", "- x #3=C()", "+ #4=D(",
                                  "+ )", "- ENDSEC"}));
 }
@@ -251,7 +251,7 @@ TEST(RecordCutterLimit, IsForTextsThatAreLonger) {
     std::istringstream in(text);
     RecordCutter cutter(in);
     cutter.limit_memory(LIMIT);
-    return std::string(cutter.next_record());
+    return std::string(cutter.read_record());
   };
   const std::string fits = "#1=A('" + std::string(500'000, 'x') + "')";
   EXPECT_EQ(cut(fits + ";"), fits);
@@ -267,7 +267,7 @@ TEST(RecordCutterLimit, IsForTextsThatAreLonger) {
   std::istringstream in(fits + ";" + fits + ";" + fits + ";");
   RecordCutter cutter(in);
   cutter.limit_memory(LIMIT);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(cutter.next_record(), fits);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(cutter.read_record(), fits);
 }
 
 }  // namespace

@@ -11,9 +11,8 @@
 #include <vector>
 
 #include "kessel/errors.h"
-#include "kessel/file.h"
+#include "model/store.h"
 #include "reader/stored_records.h"
-#include "support/file_internals.h"
 
 namespace Kessel::test {
 namespace {
@@ -22,7 +21,7 @@ using Lines = std::vector<std::string>;
 
 /// What the records leave in a new store.
 Lines stored(const std::vector<std::string_view>& records) {
-  File file("");
+  Store file("");
   RecordLoader loader(file);
   for (const std::string_view record : records) loader.add(record);
   return stored_records(file);
@@ -81,13 +80,13 @@ TEST(RecordLoader, RecordWithoutATypeIsDropped) {
 }
 
 TEST(RecordLoader, DroppedRecordLeavesTheStoreAsItWas) {
-  File file("");
+  Store file("");
   RecordLoader loader(file);
   loader.add("#2000000=PRODUCT");
   loader.add("#4294967296=PRODUCT('x')");
   loader.add("#0=PRODUCT('x')");
-  EXPECT_EQ(file.entities().size(), 1'048'576u);
-  EXPECT_EQ(file.types(), std::set<std::string>());
+  EXPECT_EQ(file.entities.size(), 1'048'576u);
+  EXPECT_EQ(file.types, std::set<std::string>());
 }
 
 TEST(RecordLoader, ReferencesComeInOrderWithDuplicates) {
@@ -118,7 +117,7 @@ TEST(RecordLoader, ReferencesEndAtAnUnclosedLiteral) {
 }
 
 TEST(RecordLoader, ReferencesHaveNoSpareCapacity) {
-  File file("");
+  Store file("");
   RecordLoader(file).add("#9=A(#1,#2,#3,#4,#5)");
   RecordLoader(file).add("#10=A()");
   EXPECT_EQ(file.at(9)->get_references().capacity(), 5u);
@@ -126,15 +125,15 @@ TEST(RecordLoader, ReferencesHaveNoSpareCapacity) {
 }
 
 TEST(RecordLoader, NumberBeyondTheStoreGrowsIt) {
-  File file("");
+  Store file("");
   RecordLoader loader(file);
   loader.add("#5000000=A(#1)");
-  EXPECT_EQ(file.entities().size(), 5'242'880u);
+  EXPECT_EQ(file.entities.size(), 5'242'880u);
   EXPECT_EQ(stored_records(file), (Lines{"#5000000 plain: 1"}));
 }
 
 TEST(RecordLoader, SecondRecordOfANumberReplacesTheFirst) {
-  File file("");
+  Store file("");
   RecordLoader loader(file);
   loader.add("#5=PRODUCT('older','','',(#1))");
   loader.add("#5=STYLED_ITEM('newer',(#2),#3)");
@@ -144,7 +143,7 @@ TEST(RecordLoader, SecondRecordOfANumberReplacesTheFirst) {
 }
 
 TEST(RecordLoader, RecordsAreListedUnderTheirTypesInTheOrderOfTheFile) {
-  File file("");
+  Store file("");
   RecordLoader loader(file);
   for (const std::string_view record : {"#7=PRODUCT('a')", "#5=STYLED_ITEM('x')", "#9=POINT()",
                                         "#3=PRODUCT('b')", "#4=PRODUCT('c')"}) {
@@ -152,11 +151,11 @@ TEST(RecordLoader, RecordsAreListedUnderTheirTypesInTheOrderOfTheFile) {
   }
   EXPECT_EQ(file.get("PRODUCT"), (std::vector<Entity*>{file.at(7), file.at(3), file.at(4)}));
   EXPECT_EQ(file.get("STYLED_ITEM"), (std::vector<Entity*>{file.at(5)}));
-  EXPECT_EQ(file.types(), (std::set<std::string>{"PRODUCT", "STYLED_ITEM"}));
+  EXPECT_EQ(file.types, (std::set<std::string>{"PRODUCT", "STYLED_ITEM"}));
 }
 
 TEST(RecordLoader, NothingOfTheRecordsTextIsNeededAfterwards) {
-  File file("");
+  Store file("");
   RecordLoader loader(file);
   std::string record = "#5=PRODUCT('a name of more than fifteen characters','','',(#6))";
   loader.add(record);
@@ -188,7 +187,7 @@ TEST(RecordLoader, ThousandsOfTypeNamesAreToldApart) {
       add("SHAPE_REPRESENTATION" + filling + middle, true);
     }
   }
-  File file("");
+  Store file("");
   RecordLoader loader(file);
   std::string buffer(200, ' ');
   for (const std::string& record : records) {
@@ -196,7 +195,7 @@ TEST(RecordLoader, ThousandsOfTypeNamesAreToldApart) {
     loader.add(buffer);
   }
   EXPECT_EQ(stored_records(file), lines);
-  EXPECT_EQ(file.types().size(), 2'100u);
+  EXPECT_EQ(file.types.size(), 2'100u);
   EXPECT_EQ(file.get_ids("SHAPE_REPRESENTATION_1699"), (std::set<unsigned>{4'196, 8'396}));
 }
 
@@ -211,7 +210,7 @@ TEST(RecordLoader, TypeNamesThatDifferInOneCharacterAreToldApart) {
       types.back()[i] = '~';
     }
     types.push_back(name);
-    File file("");
+    Store file("");
     RecordLoader loader(file);
     unsigned number = 0;
     for (const std::string& type : types) {
@@ -240,13 +239,13 @@ TEST(RecordLoader, SaysWhatBecameOfTheRecord) {
   };
   for (const auto& [record, loading] : CASES) {
     SCOPED_TRACE(record);
-    File file("");
+    Store file("");
     EXPECT_EQ(RecordLoader(file).add(record).loading, loading);
   }
 }
 
 TEST(RecordLoader, MemoryLimitEndsLoading) {
-  File file("");
+  Store file("");
   RecordLoader loader(file, 1'000'000);
   // The first block of records, a page of slots and the table of pages.
   EXPECT_EQ(loader.add("#5=A()").loading, Loading::whole);
@@ -258,7 +257,7 @@ TEST(RecordLoader, MemoryLimitEndsLoading) {
     EXPECT_EQ(error.finding().kind, FindingKind::memory_limit);
     EXPECT_EQ(error.finding().instance, 4'294'967'295u);
   }
-  EXPECT_EQ(file.entities().size(), File::SLOT_BLOCK) << "nothing was taken";
+  EXPECT_EQ(file.entities.size(), SLOT_BLOCK) << "nothing was taken";
   EXPECT_EQ(loader.add("#4097=A()").loading, Loading::whole);
 }
 
@@ -266,8 +265,8 @@ TEST(RecordLoader, MemoryLimitEndsLoading) {
 /// where the first thousand fit.
 template <class Record>
 unsigned first_refused(std::uint64_t limit, NameStyle names, Record record) {
-  File file("");
-  FileInternals::name_style(file) = names;
+  Store file("");
+  file.name_style = names;
   RecordLoader loader(file, limit);
   for (unsigned i = 1; i <= 1000; ++i) {
     try {
@@ -309,7 +308,7 @@ TEST(RecordLoader, MemoryLimitCountsReferencesBeforeTheyAreKept) {
 
 TEST(RecordLoader, MemoryLimitCountsATypeNameOnce) {
   const std::string name = std::string(1000, 'X') + "SHAPE_REPRESENTATION";
-  File file("");
+  Store file("");
   RecordLoader loader(file, 1'000'000);
   for (unsigned i = 1; i <= 3000; ++i) {
     loader.add("#" + std::to_string(i) + "=" + name + "()");

@@ -18,9 +18,9 @@ std::string kept_by(const Entity& entity) {
 
 }  // namespace
 
-std::vector<std::string> stored_records(const File& file) {
+std::vector<std::string> stored_records(const Store& file) {
   std::vector<std::string> lines;
-  file.entities().for_each_in_use([&](std::size_t number, const Entity* entity) {
+  file.entities.for_each_in_use([&](std::size_t number, const Entity* entity) {
     if (entity == nullptr) return;
     std::string line = "#" + std::to_string(number) + kept_by(*entity) + ":";
     for (const unsigned reference : entity->get_references()) {

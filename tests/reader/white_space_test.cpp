@@ -30,12 +30,12 @@ TEST(WhiteSpace, GoesFromBothEndsOnly) {
                           {" ", ""},
                           {" \t\n\v\f\r", ""},
                           {"\xA0 a \xA0", "\xA0 a \xA0"}};
-  for (const auto& [text, expected] : ROWS) EXPECT_EQ(trimmed(text), expected);
+  for (const auto& [text, expected] : ROWS) EXPECT_EQ(trim(text), expected);
 }
 
 TEST(WhiteSpace, TrimmedTextIsAViewOfTheText) {
   constexpr std::string_view TEXT = "  abc ";
-  EXPECT_EQ(trimmed(TEXT).data(), TEXT.data() + 2);
+  EXPECT_EQ(trim(TEXT).data(), TEXT.data() + 2);
 }
 
 }  // namespace

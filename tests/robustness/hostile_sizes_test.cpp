@@ -14,6 +14,7 @@
 #include "kessel/splitter.h"
 #include "splitter/small_inputs.h"
 #include "support/scratch_folder.h"
+#include "support/split_run.h"
 
 namespace Kessel::test {
 namespace {
@@ -99,7 +100,7 @@ TEST_F(HostileSizes, RecordOfOneGigabyte) {
   close();
   Options options;
   options.memory_limit = 100'000'000;
-  EXPECT_THROW(Kessel::Run("in.stp", "out", options), InputError);
+  EXPECT_THROW(split_paths("in.stp", "out", options), InputError);
   EXPECT_FALSE(fs::exists("out"));
   const ProcessRun run = run_velkstep({"split", "in.stp", "out"}, SMALL_STACK);
   EXPECT_EQ(run.exit_code, 0);

@@ -15,6 +15,7 @@
 #include <system_error>
 #include <vector>
 
+#include "findings/write_failure.h"
 #include "kessel/check.h"
 #include "kessel/errors.h"
 #include "kessel/part.h"
@@ -43,7 +44,7 @@ class CheckedRunTest : public testing::Test {
     std::optional<Finding> finding;
     EXPECT_EQ(printed_by([&] {
                 try {
-                  Kessel::Run(in, "out", options);
+                  split_paths(in, "out", options);
                 } catch (const InputError& error) {
                   finding = error.finding();
                   EXPECT_EQ(error.what(), finding->sentence);
@@ -62,7 +63,7 @@ class CheckedRunTest : public testing::Test {
     std::pair<fs::path, std::error_code> failed;
     EXPECT_EQ(printed_by([&] {
                 try {
-                  Kessel::Run(in, outdir, Options());
+                  split_paths(in, outdir, Options());
                   ADD_FAILURE() << "no exception";
                 } catch (const OutputError& error) {
                   failed = {error.path(), error.reason()};
@@ -114,7 +115,7 @@ class Limited {
 
 TEST_F(CheckedRunTest, WritesWhatTheTwoArgumentFormWrites) {
   const fs::path in = write_box();
-  EXPECT_THAT(Kessel::Run(in, "out", Options()), ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
+  EXPECT_THAT(split_paths(in, "out", Options()), ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
   EXPECT_EQ(without_time_stamps(read_file("out/#1_part.stp")),
             output_file("out/#1_part.stp", BOX_RECORDS));
   EXPECT_EQ(without_time_stamps(read_file("out/#4_part.stp")),
@@ -124,10 +125,10 @@ TEST_F(CheckedRunTest, WritesWhatTheTwoArgumentFormWrites) {
 
 TEST_F(CheckedRunTest, InputsThatHaveNothingToSplitStayWhatTheyAre) {
   folder_.write("in.stp", exchange_file(LID_ALONE));
-  EXPECT_EQ(printed_by([] { EXPECT_THAT(Kessel::Run("in.stp", "out", Options()), IsEmpty()); }),
+  EXPECT_EQ(printed_by([] { EXPECT_THAT(split_paths("in.stp", "out", Options()), IsEmpty()); }),
             ONLY_ONE_PART);
   folder_.write("in.stp", exchange_file("#1=PRODUCT('lid','lid','',());\n"));
-  EXPECT_EQ(printed_by([] { EXPECT_THAT(Kessel::Run("in.stp", "out", Options()), IsEmpty()); }),
+  EXPECT_EQ(printed_by([] { EXPECT_THAT(split_paths("in.stp", "out", Options()), IsEmpty()); }),
             NO_ROOT);
 }
 
@@ -165,7 +166,7 @@ TEST_F(CheckedRunTest, InputsThatWouldBeReadForEverAreRefused) {
 TEST_F(CheckedRunTest, RefusalIsAFindingOfTheCheck) {
   const fs::path in = folder_.write("in.stp", HEADER + "#0=A();\n#1=A();;#2=B();\n");
   printed_by(
-      [&] { EXPECT_THAT(Kessel::Run(in, "out", Options()), IsEmpty()) << "the data ends before"; });
+      [&] { EXPECT_THAT(split_paths(in, "out", Options()), IsEmpty()) << "the data ends before"; });
   fs::remove_all("out");
   folder_.write("in.stp", HEADER + "#0=A();\n#1=A();\n#2=B(");
   const Finding finding = refused(in);
@@ -189,7 +190,7 @@ TEST_F(CheckedRunTest, WhatIsNoRegularFileIsRefusedUnopened) {
 }
 
 TEST_F(CheckedRunTest, InputThatIsNotThereIsWhatItIsInTheTwoArgumentForm) {
-  EXPECT_THROW(Kessel::Run("missing.stp", "out", Options()), std::invalid_argument);
+  EXPECT_THROW(split_paths("missing.stp", "out", Options()), std::invalid_argument);
 }
 
 TEST_F(CheckedRunTest, MemoryLimitBoundsTheStore) {
@@ -202,7 +203,7 @@ TEST_F(CheckedRunTest, MemoryLimitBoundsTheStore) {
   EXPECT_EQ(finding.instance, 482u << 22U);
   EXPECT_EQ(finding.line, 19u + 482u);
 
-  EXPECT_THAT(Kessel::Run(in, "out", {.memory_limit = 50'000'000}),
+  EXPECT_THAT(split_paths(in, "out", {.memory_limit = 50'000'000}),
               ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
 }
 
@@ -235,7 +236,7 @@ TEST_F(CheckedRunTest, InputThatOthersChangeBetweenItsReadingsIsRefused) {
       if (progress.stage == Stage::sorting && progress.done == 0) folder_.write("in.stp", now);
     };
     try {
-      Kessel::Run(in, "out", options);
+      split_paths(in, "out", options);
       ADD_FAILURE() << "no exception";
     } catch (const InputError& error) {
       EXPECT_EQ(error.finding().kind, FindingKind::changed_while_read);
@@ -254,12 +255,12 @@ TEST_F(CheckedRunTest, MemoryLimitBoundsNamesWhereFilesAreCalledAfterThem) {
   const Finding finding = refused(in, {.names = NameStyle::product, .memory_limit = 2'000'000});
   EXPECT_EQ(finding.kind, FindingKind::memory_limit);
   EXPECT_EQ(finding.instance, 107u);
-  EXPECT_EQ(Kessel::Run(in, "out", {.memory_limit = 2'000'000}).size(), 2u);
+  EXPECT_EQ(split_paths(in, "out", {.memory_limit = 2'000'000}).size(), 2u);
 }
 
 TEST_F(CheckedRunTest, FilesOfAnEarlierRunStayAsTheyAre) {
   const fs::path in = write_box();
-  Kessel::Run(in, "out", Options());
+  split_paths(in, "out", Options());
   const std::string root = read_file("out/#1_part.stp");
   const std::string lid = read_file("out/#4_part.stp");
   EXPECT_EQ(failure(in, "out"),
@@ -283,9 +284,9 @@ TEST_F(CheckedRunTest, FilesAreLookedForUnderTheNamesOfTheirStyle) {
   fs::create_directory("out");
   folder_.write("out/lid.stp", "mine");
   const fs::path in = write_box();
-  EXPECT_THROW(Kessel::Run(in, "out", {.names = NameStyle::product}), OutputError);
+  EXPECT_THROW(split_paths(in, "out", {.names = NameStyle::product}), OutputError);
   EXPECT_EQ(read_file("out/lid.stp"), "mine");
-  EXPECT_EQ(Kessel::Run(in, "out", {.names = NameStyle::record}).size(), 2u);
+  EXPECT_EQ(split_paths(in, "out", {.names = NameStyle::record}).size(), 2u);
 }
 
 TEST_F(CheckedRunTest, InputUnderTheNameOfAFileStaysAsItIs) {
@@ -360,14 +361,14 @@ TEST_F(CheckedRunTest, FolderInPlaceOfTheListOfRoots) {
 
 TEST_F(CheckedRunTest, EarlierListOfRootsIsReplaced) {
   folder_.write("roots.txt", "of an earlier run, and longer\n");
-  Kessel::Run(write_box(), "out", Options());
+  split_paths(write_box(), "out", Options());
   EXPECT_EQ(read_file("roots.txt"), "#1_part.stp\n");
 }
 
 TEST_F(CheckedRunTest, ListOfRootsThatWillNotBeWrittenIsInNobodysWay) {
   fs::create_directory("roots.txt");
   const fs::path in = folder_.write("in.stp", exchange_file(LID_ALONE));
-  EXPECT_EQ(printed_by([&] { EXPECT_THAT(Kessel::Run(in, "out", Options()), IsEmpty()); }),
+  EXPECT_EQ(printed_by([&] { EXPECT_THAT(split_paths(in, "out", Options()), IsEmpty()); }),
             ONLY_ONE_PART);
 }
 
@@ -375,15 +376,15 @@ TEST_F(CheckedRunTest, LaterRunIsNotTroubledByAnEarlierFailure) {
   fs::create_directories("out/#4_part.stp");
   const fs::path in = write_box();
   failure(in, "out");
-  EXPECT_THAT(Kessel::Run(in, "next", Options()),
+  EXPECT_THAT(split_paths(in, "next", Options()),
               ElementsAre("next/#1_part.stp", "next/#4_part.stp"));
   // Nor by one of the two-argument form, which an exception ended.
   std::string records(BOX_WITH_LID);
   records.replace(records.find("(#8,#10)"), 8, "(#8)");
   folder_.write("broken.stp", exchange_file(records));
   printed_by([] { EXPECT_THROW(Kessel::Run("broken.stp", "out"), std::out_of_range); });
-  ASSERT_TRUE(Part::_failure.has_value());
-  EXPECT_THAT(Kessel::Run(in, "last", Options()),
+  ASSERT_TRUE(first_write_failure().has_value());
+  EXPECT_THAT(split_paths(in, "last", Options()),
               ElementsAre("last/#1_part_(2)_.stp", "last/#4_part_(2)_.stp"));
 }
 
@@ -450,7 +451,7 @@ TEST_F(CheckedRunTest, SixtyFourOpenFilesAreEnough) {
 #endif
   const fs::path in = folder_.write("in.stp", file_of_parts(200));
   const Limited limited(RLIMIT_NOFILE, static_cast<rlim_t>(free_descriptor()) + 60);
-  EXPECT_EQ(Kessel::Run(in, "out", Options()).size(), 201u);
+  EXPECT_EQ(split_paths(in, "out", Options()).size(), 201u);
 }
 
 TEST_F(CheckedRunTest, LimitOfOpenFiles) {

@@ -7,8 +7,10 @@
 #include <vector>
 
 #include "kessel/encoding.h"
+#include "kessel/file.h"
+#include "reader/parse_file.h"
 #include "splitter/small_inputs.h"
-#include "support/file_internals.h"
+#include "structure/process_parts.h"
 #include "support/scratch_folder.h"
 #include "support/split_run.h"
 
@@ -27,9 +29,9 @@ class Pipeline : public testing::Test {
     return std::unique_ptr<File>(File::from("in.stp", decode_step_to_utf8));
   }
 
-  static std::vector<std::string> names(const File& file) {
+  static std::vector<std::string> names(const std::vector<Part*>& parts) {
     std::vector<std::string> all;
-    for (const Part* part : file.parts()) all.push_back(part->path.string());
+    for (const Part* part : parts) all.push_back(part->path.string());
     return all;
   }
 
@@ -38,7 +40,7 @@ class Pipeline : public testing::Test {
 
 TEST_F(Pipeline, FromFindsLinksClassifiesAndNamesTheParts) {
   const auto file = from(BOX_WITH_LID);
-  ASSERT_THAT(names(*file), ElementsAre("#1_part.stp", "#4_part.stp"));
+  ASSERT_THAT(names(file->parts()), ElementsAre("#1_part.stp", "#4_part.stp"));
   Part* box = file->parts()[0];
   Part* lid = file->parts()[1];
   EXPECT_EQ(file->root_part(), box);
@@ -51,11 +53,11 @@ TEST_F(Pipeline, FromFindsLinksClassifiesAndNamesTheParts) {
 
 TEST_F(Pipeline, ProcessPartsIsTheSecondHalfOfFrom) {
   folder_.write("in.stp", exchange_file(BOX_WITH_LID));
-  const auto file = FileInternals::parse_file("in.stp");
-  EXPECT_THAT(file->parts(), IsEmpty());
-  FileInternals::process_parts(*file, decode_step_to_utf8);
-  EXPECT_THAT(names(*file), ElementsAre("#1_part.stp", "#4_part.stp"));
-  EXPECT_EQ(file->root_part(), file->parts()[0]);
+  const auto file = parse_file("in.stp");
+  EXPECT_THAT(file->parts, IsEmpty());
+  process_parts(*file, decode_step_to_utf8);
+  EXPECT_THAT(names(file->parts), ElementsAre("#1_part.stp", "#4_part.stp"));
+  EXPECT_EQ(file->root, file->parts[0]);
 }
 
 TEST_F(Pipeline, OnePartStopsTheStructurePasses) {
@@ -64,7 +66,7 @@ TEST_F(Pipeline, OnePartStopsTheStructurePasses) {
   const std::string records =
       std::string(LID_ALONE) + "#7=NEXT_ASSEMBLY_USAGE_OCCURRENCE('1','','',#6,$,$);\n";
   EXPECT_EQ(printed_by([&] { file = from(records); }), ONLY_ONE_PART);
-  EXPECT_THAT(names(*file), ElementsAre(""));
+  EXPECT_THAT(names(file->parts()), ElementsAre(""));
   EXPECT_EQ(file->parts()[0]->part_kind, UNCLASSIFIED_PART);
   EXPECT_EQ(file->root_part(), nullptr);
   EXPECT_FALSE(std::filesystem::exists("roots.txt"));
@@ -101,9 +103,9 @@ TEST_F(Pipeline, ExtractPartsAssociatesAndWritesAndLeavesTheStatics) {
 TEST_F(Pipeline, NamesGoOnCountingWhileNobodyFreesTheStatics) {
   const auto first = from(BOX_WITH_LID);
   const auto second = from(BOX_WITH_LID);
-  EXPECT_THAT(names(*second), ElementsAre("#1_part_(2)_.stp", "#4_part_(2)_.stp"));
+  EXPECT_THAT(names(second->parts()), ElementsAre("#1_part_(2)_.stp", "#4_part_(2)_.stp"));
   Part::free_statics();
-  EXPECT_THAT(names(*from(BOX_WITH_LID)), ElementsAre("#1_part.stp", "#4_part.stp"));
+  EXPECT_THAT(names(from(BOX_WITH_LID)->parts()), ElementsAre("#1_part.stp", "#4_part.stp"));
 }
 
 TEST_F(Pipeline, FileThatIsDeletedBeforeTheStaticsAreFreedLeavesTheQueue) {

@@ -12,6 +12,7 @@
 #include "kessel/splitter.h"
 #include "splitter/small_inputs.h"
 #include "support/scratch_folder.h"
+#include "support/split_run.h"
 
 namespace Kessel::test {
 namespace {
@@ -35,7 +36,7 @@ class ProgressTest : public testing::Test {
     std::vector<Progress> all;
     Options options;
     options.progress = [&](const Progress& progress) { all.push_back(progress); };
-    Kessel::Run(folder_.write("in.stp", text), "out", options);
+    split_paths(folder_.write("in.stp", text), "out", options);
     return all;
   }
 
@@ -98,7 +99,7 @@ TEST_F(ProgressTest, ExceptionOfTheHostEndsTheRunAtAnyStage) {
     options.progress = [&](const Progress& progress) {
       if (progress.stage == stage && progress.done > 0) throw std::domain_error("enough");
     };
-    EXPECT_THROW(Kessel::Run("in.stp", "out", options), std::domain_error);
+    EXPECT_THROW(split_paths("in.stp", "out", options), std::domain_error);
     EXPECT_EQ(fs::exists("out"), stage == Stage::writing);
     EXPECT_TRUE(Part::_opened_files.empty());
     EXPECT_TRUE(Part::_filenames.empty());

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "support/file_internals.h"
+#include "model/store.h"
 
 namespace Kessel::test {
 namespace {
@@ -20,42 +20,44 @@ class WrittenFiles : public testing::Test {
   Part* add_part(const char* path) {
     owned_.push_back(std::make_unique<Part>("PRODUCT_DEFINITION"));
     owned_.back()->path = path;
-    FileInternals::add_part(file_, owned_.back().get());
+    file_.add_part(owned_.back().get());
     return owned_.back().get();
   }
 
-  File file_{"no such file"};
+  Store file_{"no such file"};
   std::vector<std::unique_ptr<Part>> owned_;
 };
 
 TEST_F(WrittenFiles, BareNameIsJoinedToTheOutputFolder) {
   add_part("#1_part.stp");
-  EXPECT_THAT(written_files(file_, "a/./b/../out"), ElementsAre("a/out/#1_part.stp"));
+  EXPECT_THAT(written_files(file_.parts, file_.root, "a/./b/../out"),
+              ElementsAre("a/out/#1_part.stp"));
 }
 
 TEST_F(WrittenFiles, PathWithAFolderIsNormalisedAndNotJoined) {
   add_part("a/./b/../#1_part.stp");
   add_part("/abs//x/../#2_part.stp");
   add_part("./#3_part.stp");
-  EXPECT_THAT(written_files(file_, "out"),
+  EXPECT_THAT(written_files(file_.parts, file_.root, "out"),
               ElementsAre("a/#1_part.stp", "/abs/#2_part.stp", "#3_part.stp"));
 }
 
 TEST_F(WrittenFiles, RootComesFirstWhereverItStands) {
   add_part("1");
   add_part("2");
-  FileInternals::root(file_) = add_part("3");
+  file_.root = add_part("3");
   add_part("4");
-  EXPECT_THAT(written_files(file_, "out"), ElementsAre("out/3", "out/1", "out/2", "out/4"));
+  EXPECT_THAT(written_files(file_.parts, file_.root, "out"),
+              ElementsAre("out/3", "out/1", "out/2", "out/4"));
 }
 
 TEST_F(WrittenFiles, NullInTheListOfPartsContributesNothing) {
   add_part("1");
-  FileInternals::parts(file_).push_back(nullptr);
+  file_.parts.push_back(nullptr);
   add_part("2");
-  EXPECT_THAT(written_files(file_, "out"), ElementsAre("out/1", "out/2"));
-  FileInternals::parts(file_) = {nullptr};
-  EXPECT_THAT(written_files(file_, "out"), IsEmpty());
+  EXPECT_THAT(written_files(file_.parts, file_.root, "out"), ElementsAre("out/1", "out/2"));
+  file_.parts = {nullptr};
+  EXPECT_THAT(written_files(file_.parts, file_.root, "out"), IsEmpty());
 }
 
 }  // namespace

@@ -1,15 +1,17 @@
 // Which records become parts.
 #include <gtest/gtest.h>
 
+#include "structure/discovery.h"
 #include "structure/literal_file.h"
+#include "structure/process_parts.h"
 #include "support/split_run.h"
 
 namespace Kessel::test {
 namespace {
 
-std::unique_ptr<File> discover(const std::string& data) {
-  std::unique_ptr<File> file = read_records(data);
-  EXPECT_EQ(printed_by([&] { FileInternals::find_and_create_parts(*file); }), "");
+std::unique_ptr<Store> discover(const std::string& data) {
+  std::unique_ptr<Store> file = read_records(data);
+  EXPECT_EQ(printed_by([&] { find_and_create_parts(*file); }), "");
   return file;
 }
 
@@ -19,11 +21,11 @@ TEST(Discovery, FileWithoutCandidatesHasNoPartsAndNoRoot) {
       "#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
       "#3=PRODUCT_DEFINITION_SHAPE('','',#1);\n");
   const ScratchFolder folder;
-  EXPECT_EQ(printed_by([&] { FileInternals::process_parts(*file, refuse_to_decode); }),
+  EXPECT_EQ(printed_by([&] { process_parts(*file, refuse_to_decode); }),
             "No root part found. It implies not part in the file or a cyclic part tree.\n"
             "Stopping the algorithm.\n");
   EXPECT_EQ(parts_of(*file), "");
-  EXPECT_EQ(file->root_part(), nullptr);
+  EXPECT_EQ(file->root, nullptr);
 }
 
 TEST(Discovery, DefinitionThatLeadsToAProductIsAPartWithoutAnyShape) {
@@ -75,15 +77,15 @@ TEST(Discovery, PartsAscendByRecordNumberWhateverTheOrderAndType) {
       "#1=PRODUCT('p','p','',());\n");
   EXPECT_EQ(parts_of(*file), "#2 #3 #4 #5 #9 ");
   std::uint32_t position = 0;
-  for (const Part* part : file->parts()) EXPECT_EQ(part->list_position, position++);
+  for (const Part* part : file->parts) EXPECT_EQ(part->list_position, position++);
 }
 
 TEST(Discovery, PartTakesItsRecordsPlaceInTheStore) {
   const auto file = discover(
       "#1=PRODUCT('p','p','',());\n"
       "#2=PRODUCT_DEFINITION('design','',#1,#5,#1);\n");
-  ASSERT_EQ(file->parts().size(), 1u);
-  const Part* part = file->parts().front();
+  ASSERT_EQ(file->parts.size(), 1u);
+  const Part* part = file->parts.front();
   EXPECT_EQ(file->at(2), part);
   EXPECT_EQ(file->get("PRODUCT_DEFINITION"), std::vector<Entity*>{file->at(2)});
   EXPECT_EQ(part->type(), "PRODUCT_DEFINITION");
@@ -128,8 +130,7 @@ TEST(Discovery, ReferenceBeyondTheStoreThrows) {
       "#4=PRODUCT_DEFINITION_FORMATION('','',#1048575);\n"
       "#5=PRODUCT_DEFINITION('',#4,#6);\n"
       "#6=PRODUCT_DEFINITION_FORMATION('','',#1048576);\n");
-  EXPECT_EQ(out_of_range_text([&] { FileInternals::find_and_create_parts(*file); }),
-            "invalid vector subscript");
+  EXPECT_EQ(out_of_range_text([&] { find_and_create_parts(*file); }), "invalid vector subscript");
 }
 
 TEST(Discovery, ReferenceBeyondTheStoreBehindTheProductDoesNotMatter) {
@@ -142,8 +143,7 @@ TEST(Discovery, ReferenceBeyondTheStoreBehindAShapeThrowsBecauseTheProductIsSoug
   const auto file = read_records(
       "#1=MAPPED_ITEM('',#2);\n"
       "#2=ADVANCED_BREP_SHAPE_REPRESENTATION('',(#1048576));\n");
-  EXPECT_EQ(out_of_range_text([&] { FileInternals::find_and_create_parts(*file); }),
-            "invalid vector subscript");
+  EXPECT_EQ(out_of_range_text([&] { find_and_create_parts(*file); }), "invalid vector subscript");
 }
 
 }  // namespace

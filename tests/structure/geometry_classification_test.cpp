@@ -1,7 +1,10 @@
 // Which assemblies carry geometry of their own.
 #include <gtest/gtest.h>
 
+#include "structure/discovery.h"
+#include "structure/links.h"
 #include "structure/literal_file.h"
+#include "structure/roots.h"
 #include "support/split_run.h"
 
 namespace Kessel::test {
@@ -21,17 +24,17 @@ const std::string SHAPE =
     "#41=SHAPE_DEFINITION_REPRESENTATION(#40,#42);\n";
 
 /// A store with parts and links whose kinds are those that the links give.
-std::unique_ptr<File> linked(const std::string& data) {
-  std::unique_ptr<File> file = read_records(data);
-  FileInternals::find_and_create_parts(*file);
-  FileInternals::link_parts(*file);
-  for (Part* part : file->parts()) part->part_kind = part->children.empty() ? 2 : 1;
+std::unique_ptr<Store> linked(const std::string& data) {
+  std::unique_ptr<Store> file = read_records(data);
+  find_and_create_parts(*file);
+  link_parts(*file);
+  for (Part* part : file->parts) part->part_kind = part->children.empty() ? 2 : 1;
   return file;
 }
 
 /// The assembly with more records.
-std::unique_ptr<File> unclassified(const std::string& data) {
-  std::unique_ptr<File> file = linked(ASSEMBLY + data);
+std::unique_ptr<Store> unclassified(const std::string& data) {
+  std::unique_ptr<Store> file = linked(ASSEMBLY + data);
   EXPECT_EQ(kinds_of(*file), "#3=1 #13=2 ");
   return file;
 }
@@ -39,13 +42,13 @@ std::unique_ptr<File> unclassified(const std::string& data) {
 /// The kinds after the step, which must print `messages`.
 std::string classify(const std::string& data, const std::string& messages = "") {
   const auto file = unclassified(data);
-  EXPECT_EQ(printed_by([&] { FileInternals::classify_by_geometry(*file); }), messages);
+  EXPECT_EQ(printed_by([&] { classify_by_geometry(*file); }), messages);
   return kinds_of(*file);
 }
 
 std::string exception_of(const std::string& data) {
   const auto file = unclassified(data);
-  return out_of_range_text([&] { FileInternals::classify_by_geometry(*file); });
+  return out_of_range_text([&] { classify_by_geometry(*file); });
 }
 
 TEST(GeometryClassification, PlacementsAndContextsAreNoGeometry) {
@@ -111,7 +114,7 @@ TEST(GeometryClassification, DefinitionWithDocumentsAndMappedItemAreFoundToo) {
                              "#42=SHAPE_REPRESENTATION('',#43);\n"
                              "#43=POINT();\n");
     EXPECT_EQ(kinds_of(*file), "#3=1 #4=1 #13=2 ");
-    FileInternals::classify_by_geometry(*file);
+    classify_by_geometry(*file);
     EXPECT_EQ(kinds_of(*file), "#3=1 #4=2 #13=2 ");
   }
 }
@@ -150,8 +153,8 @@ TEST(GeometryClassification, EmptySlotsAreNoGeometry) {
 
 TEST(GeometryClassification, NumberWithoutARecordUnderTheTypeIsPassedOver) {
   const auto file = unclassified("");
-  FileInternals::add_type(*file, 70, "SHAPE_DEFINITION_REPRESENTATION");
-  EXPECT_EQ(printed_by([&] { FileInternals::classify_by_geometry(*file); }), "");
+  file->add_type(70, "SHAPE_DEFINITION_REPRESENTATION");
+  EXPECT_EQ(printed_by([&] { classify_by_geometry(*file); }), "");
   EXPECT_EQ(kinds_of(*file), "#3=1 #13=2 ");
 }
 

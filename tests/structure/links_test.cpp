@@ -1,6 +1,8 @@
 // Links between assemblies and components.
 #include <gtest/gtest.h>
 
+#include "structure/discovery.h"
+#include "structure/links.h"
 #include "structure/literal_file.h"
 #include "support/split_run.h"
 
@@ -11,8 +13,8 @@ constexpr char USAGE_TYPES[][40] = {"NEXT_ASSEMBLY_USAGE_OCCURRENCE", "ASSEMBLY_
                                     "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"};
 
 /// A store with the parts #10, #20, #30 and #40, the definition #50 that is none, and `usages`.
-std::unique_ptr<File> with_parts(const std::string& usages) {
-  std::unique_ptr<File> file = read_records(
+std::unique_ptr<Store> with_parts(const std::string& usages) {
+  std::unique_ptr<Store> file = read_records(
       "#1=PRODUCT('p','p','',());\n"
       "#10=PRODUCT_DEFINITION('',#1);\n"
       "#20=PRODUCT_DEFINITION('',#1);\n"
@@ -20,14 +22,14 @@ std::unique_ptr<File> with_parts(const std::string& usages) {
       "#40=MAPPED_ITEM('',#1);\n"
       "#50=PRODUCT_DEFINITION('');\n" +
       usages);
-  FileInternals::find_and_create_parts(*file);
+  find_and_create_parts(*file);
   return file;
 }
 
 /// Every part that has links, such as "#10 children #20; #20 parents #10; ".
-std::string links_of(const File& file) {
+std::string links_of(const Store& file) {
   std::string text;
-  for (const Part* part : file.parts()) {
+  for (const Part* part : file.parts) {
     const std::string name = name_of(file, part);
     if (!part->children.empty())
       text += name + " children " + names_of(file, part->children) + "; ";
@@ -39,7 +41,7 @@ std::string links_of(const File& file) {
 /// The links after the pass, which must print nothing.
 std::string link(const std::string& usages) {
   const auto file = with_parts(usages);
-  EXPECT_EQ(printed_by([&] { FileInternals::link_parts(*file); }), "");
+  EXPECT_EQ(printed_by([&] { link_parts(*file); }), "");
   return links_of(*file);
 }
 
@@ -70,7 +72,7 @@ TEST(Links, UsageWithFewerThanTwoReferencesPrintsTwoLinesAndIsSkipped) {
     SCOPED_TRACE(type);
     const auto file = with_parts("#60=" + type + "('','','',#10);\n#61=" + type +
                                  "('');\n#62=" + type + "('',#10,#20);\n");
-    EXPECT_EQ(printed_by([&] { FileInternals::link_parts(*file); }),
+    EXPECT_EQ(printed_by([&] { link_parts(*file); }),
               "Got a malformed " + type + "\nIt does not have two childs.\n" +  //
                   "Got a malformed " + type + "\nIt does not have two childs.\n");
     EXPECT_EQ(links_of(*file), "#10 children #20 ; #20 parents #10 ; ");
@@ -82,7 +84,7 @@ TEST(Links, MalformedUsagesAreReportedTypeByType) {
       "#60=QUANTIFIED_ASSEMBLY_COMPONENT_USAGE('');\n"
       "#61=ASSEMBLY_COMPONENT_USAGE('');\n"
       "#62=NEXT_ASSEMBLY_USAGE_OCCURRENCE('');\n");
-  EXPECT_EQ(printed_by([&] { FileInternals::link_parts(*file); }),
+  EXPECT_EQ(printed_by([&] { link_parts(*file); }),
             "Got a malformed NEXT_ASSEMBLY_USAGE_OCCURRENCE\nIt does not have two childs.\n"
             "Got a malformed ASSEMBLY_COMPONENT_USAGE\nIt does not have two childs.\n"
             "Got a malformed QUANTIFIED_ASSEMBLY_COMPONENT_USAGE\nIt does not have two childs.\n");
@@ -123,16 +125,15 @@ TEST(Links, EitherReferenceBeyondTheStoreThrowsAndEarlierLinksStay) {
     const auto file = with_parts("#60=NEXT_ASSEMBLY_USAGE_OCCURRENCE('',#10,#20);\n" +
                                  ("#61=NEXT_ASSEMBLY_USAGE_OCCURRENCE(''," + references) +
                                  ");\n#62=NEXT_ASSEMBLY_USAGE_OCCURRENCE('',#10,#30);\n");
-    EXPECT_EQ(out_of_range_text([&] { FileInternals::link_parts(*file); }),
-              "invalid vector subscript");
+    EXPECT_EQ(out_of_range_text([&] { link_parts(*file); }), "invalid vector subscript");
     EXPECT_EQ(links_of(*file), "#10 children #20 ; #20 parents #10 ; ");
   }
 }
 
 TEST(Links, NumberWithoutARecordUnderAUsageTypeIsPassedOver) {
   const auto file = with_parts("");
-  FileInternals::add_type(*file, 70, "NEXT_ASSEMBLY_USAGE_OCCURRENCE");
-  EXPECT_EQ(printed_by([&] { FileInternals::link_parts(*file); }), "");
+  file->add_type(70, "NEXT_ASSEMBLY_USAGE_OCCURRENCE");
+  EXPECT_EQ(printed_by([&] { link_parts(*file); }), "");
   EXPECT_EQ(links_of(*file), "");
 }
 

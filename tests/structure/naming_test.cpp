@@ -1,7 +1,10 @@
 // Names of output files.
 #include <gtest/gtest.h>
 
+#include "kessel/file.h"
 #include "structure/literal_file.h"
+#include "structure/part_names.h"
+#include "structure/process_parts.h"
 #include "support/split_run.h"
 
 namespace Kessel::test {
@@ -17,10 +20,10 @@ const std::string THREE_OF_ONE_PRODUCT =
     "#40=PRODUCT_DEFINITION('','',#13,$);\n";
 
 /// Names the parts of one more file without clearing what earlier files left.
-std::unique_ptr<File> name_another(const std::string& data) {
-  std::unique_ptr<File> file = read_records(data);
+std::unique_ptr<Store> name_another(const std::string& data) {
+  std::unique_ptr<Store> file = read_records(data);
   const ScratchFolder folder;
-  FileInternals::process_parts(*file, refuse_to_decode);
+  process_parts(*file, refuse_to_decode);
   return file;
 }
 
@@ -29,7 +32,7 @@ std::string path_of_3(const std::string& data, const std::string& messages = "")
   Part::free_statics();
   const auto file = read_records(data);
   Part part(std::move(*file->at(3)));
-  EXPECT_EQ(printed_by([&] { part.resolve_name(file.get(), refuse_to_decode); }), messages);
+  EXPECT_EQ(printed_by([&] { resolve_name(part, file->entities); }), messages);
   return part.path.string();
 }
 
@@ -107,27 +110,37 @@ TEST(Naming, ReferencesBeyondTheStoreThrow) {
     SCOPED_TRACE(data);
     const auto file = read_records(data);
     Part part(std::move(*file->at(3)));
-    EXPECT_EQ(out_of_range_text([&] { part.resolve_name(file.get(), refuse_to_decode); }),
+    EXPECT_EQ(out_of_range_text([&] { resolve_name(part, file->entities); }),
               "invalid vector subscript");
     EXPECT_EQ(part.path, "");
   }
 }
 
-TEST(Naming, DecoderMayBeNull) {
+TEST(Naming, DecoderOfAHostMayBeNull) {
   Part::free_statics();
-  const auto file = read_records("#1=PRODUCT();\n#2=FORMATION(#1);\n#3=PRODUCT_DEFINITION(#2);\n");
-  Part part(std::move(*file->at(3)));
-  part.resolve_name(file.get(), nullptr);
+  File file("");
+  file.create_entity(1);
+  file.create_entity(2)->add_reference(1);
+  Part part("PRODUCT_DEFINITION");
+  part.add_reference(2);
+  part.resolve_name(&file, nullptr);
   EXPECT_EQ(part.path, "#1_part.stp");
+  part.resolve_name(&file, refuse_to_decode);
+  EXPECT_EQ(part.path, "#1_part_(2)_.stp");
 }
 
-TEST(Naming, BareNameIsBothFileNameAndPath) {
-  Part part("PRODUCT_DEFINITION");
-  part.path = "#12_part_(2)_.stp";
+TEST(Naming, BareNameIsBothFileNameAndPathUntilTheWriterPutsAFolderInFront) {
+  const auto file = read_structure(THREE_OF_ONE_PRODUCT);
+  Part& part = *file->parts.at(1);
   EXPECT_EQ(part.get_utf8_filename(), "#12_part_(2)_.stp");
   EXPECT_EQ(part.get_utf8_filepath(), "#12_part_(2)_.stp");
   EXPECT_EQ(part.get_encoded_filename(), "#12_part_(2)_.stp");
   EXPECT_EQ(part.get_encoded_filepath(), "#12_part_(2)_.stp");
+  part.path = "out" / part.path;
+  EXPECT_EQ(part.get_utf8_filename(), "#12_part_(2)_.stp");
+  EXPECT_EQ(part.get_utf8_filepath(), "out/#12_part_(2)_.stp");
+  EXPECT_EQ(part.get_encoded_filename(), "#12_part_(2)_.stp");
+  EXPECT_EQ(part.get_encoded_filepath(), "out/#12_part_(2)_.stp");
 }
 
 TEST(Naming, FileNameIsTheLastComponentOfAPathWithAFolder) {

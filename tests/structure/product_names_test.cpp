@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "kessel/encoding.h"
+#include "reader/parse_file.h"
 #include "structure/literal_file.h"
+#include "structure/process_parts.h"
 #include "support/split_run.h"
 
 namespace Kessel::test {
@@ -13,11 +15,11 @@ std::string named(const std::string& data, NameStyle names,
                   std::string (*decode)(std::string_view) = decode_step_to_utf8) {
   const ScratchFolder folder;
   Part::free_statics();
-  const std::unique_ptr<File> file =
-      FileInternals::parse_file(folder.write("in.stp", "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n" +
-                                                           data + "ENDSEC;\nEND-ISO-10303-21;\n"),
-                                names);
-  printed_by([&] { FileInternals::process_parts(*file, decode); });
+  const std::unique_ptr<Store> file =
+      parse_file(folder.write("in.stp", "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n" + data +
+                                            "ENDSEC;\nEND-ISO-10303-21;\n"),
+                 {.names = names});
+  printed_by([&] { process_parts(*file, decode); });
   return paths_of(*file);
 }
 

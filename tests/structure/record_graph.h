@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "kessel/entity.h"
-#include "kessel/paged_array.h"
+#include "model/paged_array.h"
 #include "model/slots.h"
 
 namespace Kessel::test {

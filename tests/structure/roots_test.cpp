@@ -3,7 +3,9 @@
 
 #include <filesystem>
 
+#include "splitter/root_list.h"
 #include "structure/literal_file.h"
+#include "structure/process_parts.h"
 #include "support/split_run.h"
 
 namespace Kessel::test {
@@ -27,9 +29,9 @@ std::string usage(int number, int parent, int child) {
          std::to_string(parent) + ",#" + std::to_string(child) + ",$);\n";
 }
 
-void find_structure(File& file) {
-  FileInternals::process_parts(file, refuse_to_decode);
-  if (file.root_part() != nullptr) FileInternals::list_root(file);
+void find_structure(Store& file) {
+  process_parts(file, refuse_to_decode);
+  if (file.root != nullptr) list_root(file);
 }
 
 /// What the structure passes leave for one input.
@@ -39,12 +41,10 @@ struct Outcome {
     messages = printed_by([&] { find_structure(*file); });
     if (std::filesystem::exists("roots.txt")) roots_txt = read_file("roots.txt");
   }
-  std::string root() const {
-    return file->root_part() == nullptr ? "none" : name_of(*file, file->root_part());
-  }
+  std::string root() const { return file->root == nullptr ? "none" : name_of(*file, file->root); }
 
   ScratchFolder folder;
-  std::unique_ptr<File> file;
+  std::unique_ptr<Store> file;
   std::string messages;
   std::string roots_txt = "no file";
 };
@@ -56,7 +56,7 @@ TEST(Roots, SingleAssemblyAtTheTopIsTheRoot) {
   EXPECT_EQ(kinds_of(*outcome.file), "#3=2 #13=1 #23=2 ");
   EXPECT_EQ(outcome.roots_txt, "#11_part.stp\n");
   EXPECT_EQ(outcome.messages, "");
-  EXPECT_FALSE(FileInternals::root_generated(*outcome.file));
+  EXPECT_FALSE(outcome.file->root_generated);
 }
 
 TEST(Roots, AssemblyWithPlacementsOnlyInItsShapeIsTheRoot) {
@@ -108,9 +108,9 @@ TEST(Roots, PartsWithoutAnyLinksGetARootAboveThem) {
 
 TEST(Roots, GeneratedRootStandsForNoRecord) {
   const Outcome outcome(PRODUCTS);
-  const Part* root = outcome.file->root_part();
-  ASSERT_EQ(root, outcome.file->parts().back());
-  EXPECT_TRUE(FileInternals::root_generated(*outcome.file));
+  const Part* root = outcome.file->root;
+  ASSERT_EQ(root, outcome.file->parts.back());
+  EXPECT_TRUE(outcome.file->root_generated);
   EXPECT_EQ(root->type(), "PRODUCT_DEFINITION");
   EXPECT_EQ(root->path, "Root.stp");
   EXPECT_EQ(root->part_kind, 1u);
@@ -156,7 +156,7 @@ TEST(Roots, OnlyPartOfAFileIsNeitherClassifiedNorNamed) {
   EXPECT_EQ(outcome.root(), "none");
   EXPECT_EQ(kinds_of(*outcome.file), "#3=0 ");
   EXPECT_EQ(paths_of(*outcome.file), "#3= ");
-  EXPECT_TRUE(outcome.file->parts().front()->children.empty());
+  EXPECT_TRUE(outcome.file->parts.front()->children.empty());
   EXPECT_EQ(outcome.roots_txt, "no file");
 }
 

@@ -61,4 +61,9 @@ std::filesystem::path samples_folder() {
   return std::filesystem::is_directory(folder) ? folder : std::filesystem::path();
 }
 
+std::string why_no_sample() {
+  if (samples_folder().empty()) return "no folder with real assemblies: " VELKSTEP_SAMPLES;
+  return "not among the real assemblies in " VELKSTEP_SAMPLES;
+}
+
 }  // namespace Kessel::test

@@ -37,4 +37,7 @@ std::string without_time_stamps(std::string text);
 /// The folder with real assemblies, or an empty path when it is not there.
 std::filesystem::path samples_folder();
 
+/// Why a test that wants a real assembly does not have it.
+std::string why_no_sample();
+
 }  // namespace Kessel::test

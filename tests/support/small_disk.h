@@ -8,6 +8,8 @@
 #include <string>
 #include <utility>
 
+#undef BLOCK_SIZE  // Linux puts a macro of that name beside mount().
+
 namespace Kessel::test {
 
 /// A small disk in a folder while the object lives.

@@ -1,6 +1,7 @@
 // Runs the whole splitter on a text and collects everything that it leaves behind.
 #pragma once
 
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <optional>
@@ -8,6 +9,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "kessel/splitter.h"
 
 namespace Kessel::test {
 
@@ -22,6 +25,15 @@ struct SplitRun {
 
 /// Splits `input` into the folder `outdir`, in a scratch folder of its own, and clears the statics.
 SplitRun split_text(std::string_view input, const std::string& outdir = "out");
+
+/// The checked form, and of what it returns the paths.
+inline std::vector<std::filesystem::path> split_paths(const std::filesystem::path& in,
+                                                      const std::filesystem::path& outdir,
+                                                      const Options& options = {}) {
+  std::vector<std::filesystem::path> paths;
+  for (const WrittenFile& file : split(in, outdir, options)) paths.push_back(file.path);
+  return paths;
+}
 
 /// Redirects std::cerr while it lives.
 class CapturedErrors {

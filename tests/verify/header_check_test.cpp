@@ -4,7 +4,7 @@
 #include <string>
 
 #include "check/check_text.h"
-#include "check/finding_list.h"
+#include "findings/finding_list.h"
 #include "verify/file_report.h"
 #include "verify/header_check.h"
 

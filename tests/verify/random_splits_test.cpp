@@ -21,17 +21,13 @@
 #include "support/scratch_folder.h"
 #include "support/split_run.h"
 #include "verify/known_changes.h"
+#include "verify/styles.h"
 
 namespace Kessel::test {
 namespace {
 
 namespace fs = std::filesystem;
 using enum FindingKind;
-
-constexpr AssemblyStyle ASSEMBLY_STYLES[] = {AssemblyStyle::classic, AssemblyStyle::lean,
-                                             AssemblyStyle::nested};
-constexpr NameStyle NAME_STYLES[] = {NameStyle::record, NameStyle::product,
-                                     NameStyle::product_unicode};
 
 /// The styles that a seed's file is split with.
 Options options_of(std::uint64_t seed) {
@@ -45,7 +41,7 @@ bool splits(const Options& options) {
   bool done = false;
   printed_by([&] {
     try {
-      done = !Kessel::Run("in.stp", "out", options).empty();
+      done = !split_paths("in.stp", "out", options).empty();
     } catch (const std::exception&) {
       done = false;
     }

@@ -31,7 +31,7 @@ class VerifiedSplit : public testing::Test {
   /// Splits "in.stp".
   void split_input(const Options& options = {}) {
     options_ = options;
-    printed_by([&] { Kessel::Run("in.stp", "out", options); });
+    printed_by([&] { split_paths("in.stp", "out", options); });
     if (std::filesystem::exists("roots.txt")) {
       std::filesystem::rename("roots.txt", "out/roots.txt");
     }

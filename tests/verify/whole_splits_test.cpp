@@ -8,6 +8,8 @@
 
 #include "interop/assemblies.h"
 #include "kessel/part.h"
+#include "support/scratch_folder.h"
+#include "verify/styles.h"
 #include "verify/verified_split.h"
 
 namespace Kessel::test {
@@ -19,11 +21,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-constexpr AssemblyStyle ASSEMBLY_STYLES[] = {AssemblyStyle::classic, AssemblyStyle::lean,
-                                             AssemblyStyle::nested};
-constexpr NameStyle NAME_STYLES[] = {NameStyle::record, NameStyle::product,
-                                     NameStyle::product_unicode};
-
 class WholeSplit : public testing::TestWithParam<AssemblySource> {};
 
 TEST_P(WholeSplit, NothingIsFoundInAnyStyle) {
@@ -31,7 +28,7 @@ TEST_P(WholeSplit, NothingIsFoundInAnyStyle) {
     for (const NameStyle names : NAME_STYLES) {
       const ScratchFolder folder;
       const fs::path in = file_of(GetParam(), folder);
-      if (in.empty()) GTEST_SKIP() << "the sample is not there";
+      if (in.empty()) GTEST_SKIP() << why_no_sample();
       const Options options = {.assemblies = assemblies, .names = names};
       const std::vector<WrittenFile> files = split(in, "out", options);
       fs::rename("roots.txt", "out/roots.txt");

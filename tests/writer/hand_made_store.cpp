@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "support/file_internals.h"
+#include "model/store.h"
 #include "writer/rewrite.h"
 
 namespace Kessel::test {
@@ -13,7 +13,7 @@ Part* HandMadeStore::add_part(PartKind kind, const std::string& path) {
   Part* part = parts_.back().get();
   part->part_kind = kind;
   part->path = path;
-  FileInternals::add_part(file_, part);
+  file_.add_part(part);
   return part;
 }
 

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "kessel/file.h"
 #include "kessel/part.h"
 #include "model/slots.h"
+#include "model/store.h"
 
 namespace Kessel::test {
 
@@ -39,10 +39,10 @@ class HandMadeStore {
   /// The record `text` of `record`, rewritten for `part` as a presentation record.
   std::string rewritten_presentation(std::string_view text, const Entity& record, Part* part) const;
 
-  Slots slots() const { return file_.entities(); }
+  Slots slots() const { return file_.entities; }
 
  private:
-  File file_;
+  Store file_;
   std::vector<std::unique_ptr<Part>> parts_;
 };
 

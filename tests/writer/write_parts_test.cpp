@@ -9,11 +9,14 @@
 #include <system_error>
 #include <vector>
 
+#include "association/associate.h"
 #include "kessel/encoding.h"
+#include "reader/parse_file.h"
 #include "splitter/small_inputs.h"
-#include "support/file_internals.h"
+#include "structure/process_parts.h"
 #include "support/scratch_folder.h"
 #include "support/split_run.h"
+#include "writer/write_parts.h"
 
 namespace Kessel::test {
 namespace {
@@ -27,26 +30,28 @@ class WriteParts : public testing::Test {
   /// Reads `input` and finds its parts.
   void read(std::string_view input) {
     folder_.write("in.stp", input);
-    file_.reset(File::from("in.stp", decode_step_to_utf8));
+    file_ = parse_file("in.stp");
+    process_parts(*file_, decode_step_to_utf8);
   }
 
   /// Makes the part at `position` of the list hold record `id` as `number`.
   void hold(unsigned id, std::size_t position, std::uint32_t number) {
-    Part* part = file_->parts().at(position);
+    Part* part = file_->parts.at(position);
     file_->at(id)->part_numbers.emplace(part, number);
     if (part->last_instance_number < number) part->last_instance_number = number;
   }
 
   void associate_and_write(const fs::path& outdir) {
-    file_->extract_parts(outdir);
+    associate_entities(*file_);
+    write(outdir);
     Part::free_statics();
   }
 
-  void write(const fs::path& outdir) { FileInternals::write_parts(*file_, outdir); }
+  void write(const fs::path& outdir) { write_parts(*file_, outdir); }
 
   std::vector<fs::path> paths() const {
     std::vector<fs::path> all;
-    for (const Part* part : file_->parts()) all.push_back(part->path);
+    for (const Part* part : file_->parts) all.push_back(part->path);
     return all;
   }
 
@@ -57,7 +62,7 @@ class WriteParts : public testing::Test {
   }
 
   ScratchFolder folder_;
-  std::unique_ptr<File> file_;
+  std::unique_ptr<Store> file_;
 };
 
 TEST_F(WriteParts, EveryPartsFileIsWrittenWhole) {
@@ -143,16 +148,17 @@ TEST_F(WriteParts, FilesThatExistAreAppendedTo) {
 
 TEST_F(WriteParts, StreamsStayOpenUntilTheRunIsEnded) {
   read(exchange_file(BOX_WITH_LID));
-  file_->extract_parts("out");
+  associate_entities(*file_);
+  write("out");
   EXPECT_EQ(Part::_opened_files.size(), 2u);
   Part::free_statics();
-  EXPECT_FALSE(file_->parts().front()->stream.is_open());
+  EXPECT_FALSE(file_->parts.front()->stream.is_open());
 }
 
 TEST_F(WriteParts, OnlyPartThatWasGivenANameGetsItsWholeFile) {
   EXPECT_EQ(printed_by([&] { read(exchange_file(LID_ALONE)); }), ONLY_ONE_PART);
-  file_->parts().front()->path = "lid.stp";
-  file_->parts().front()->part_kind = LEAF_PART;
+  file_->parts.front()->path = "lid.stp";
+  file_->parts.front()->part_kind = LEAF_PART;
   associate_and_write("out");
   EXPECT_EQ(text_of("out/lid.stp"), output_file("out/lid.stp",
                                                 "#3=PRODUCT('lid','lid','',());\n"
@@ -244,7 +250,7 @@ TEST_F(WriteParts, InstancesOfTheAssemblyAloneAreOnlyRenumbered) {
 
 TEST_F(WriteParts, LeafFilesGetNeitherBlocksNorExternalContexts) {
   read(exchange_file(BOX_WITH_LID));
-  for (Part* part : file_->parts()) part->part_kind = LEAF_PART;
+  for (Part* part : file_->parts) part->part_kind = LEAF_PART;
   for (unsigned id = 1; id <= 12; ++id) {
     hold(id, 0, id);
     hold(id, 1, id);
@@ -390,7 +396,7 @@ TEST_F(WriteParts, FileThatCannotBeOpenedIsReportedPerPieceAndTheOthersAreWritte
 
 TEST_F(WriteParts, InputThatCannotBeRewoundEndsTheRunBeforeAnythingIsWritten) {
   read(exchange_file(BOX_WITH_LID));
-  FileInternals::input(*file_).close();
+  file_->input.close();
   try {
     write("out");
     ADD_FAILURE() << "no exception";
@@ -432,7 +438,7 @@ TEST_F(WriteParts, FolderThatCannotBeMadeEndsTheRunBeforeAnythingIsWritten) {
 
 TEST_F(WriteParts, ExceptionLeavesWhatWasWrittenInTheFilesAndThePathsLong) {
   read(exchange_file(BOX_WITH_LID));
-  FileInternals::associate_entities(*file_);
+  associate_entities(*file_);
   // The assembly's copy of the lid's representation is lost: the block cannot point at it.
   Entity& representation = *file_->at(10);
   representation.part_numbers = {};
@@ -454,7 +460,7 @@ TEST_F(WriteParts, ExceptionLeavesWhatWasWrittenInTheFilesAndThePathsLong) {
 TEST_F(WriteParts, ReferenceBeyondTheStoreThatOnlyTheTextHoldsEndsTheRun) {
   // The slot holds the newer record of the number, the older text refers beyond the store.
   read(exchange_file("#1=PRODUCT('box','box','',(#2000000));\n" + std::string(BOX_WITH_LID)));
-  FileInternals::associate_entities(*file_);
+  associate_entities(*file_);
   try {
     write("out");
     ADD_FAILURE() << "no exception";

@@ -1,14 +1,19 @@
 // velkstep check IN
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include <string>
 
-#include "commands/command.h"
+#include "kessel/options.h"
 
 namespace Velkstep {
 
-/// Adds the subcommand that prints what is wrong or unusual in IN on standard output, a line each,
-/// or all as JSON. When it is chosen, parsing sets `action`.
-void add_check_command(CLI::App& app, Action& action);
+struct CheckArguments {
+  std::string in;
+  Kessel::Options options;
+  bool json = false;
+};
+
+/// Prints what is wrong or unusual in `arguments.in`; EXIT_WARNINGS where all of it are warnings.
+int check(const CheckArguments& arguments);
 
 }  // namespace Velkstep

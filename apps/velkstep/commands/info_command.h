@@ -1,14 +1,18 @@
 // velkstep info IN...
 #pragma once
 
-#include <CLI/CLI.hpp>
-
-#include "commands/command.h"
+#include <string>
+#include <vector>
 
 namespace Velkstep {
 
-/// Adds the subcommand that prints what each of the files says about itself and holds. When it is
-/// chosen, parsing sets `action`.
-void add_info_command(CLI::App& app, Action& action);
+struct InfoArguments {
+  std::vector<std::string> in;
+  bool json = false;
+};
+
+/// Looks at every input, also behind one that failed. The text of each is followed by an empty
+/// line, but for the last.
+int info(const InfoArguments& arguments);
 
 }  // namespace Velkstep

@@ -3,13 +3,11 @@
 
 #include <cerrno>
 #include <fstream>
-#include <memory>
 #include <string>
 #include <system_error>
 
 #include "formats/report_page.h"
 #include "run/exit_codes.h"
-#include "run/split_arguments.h"
 #include "run/split_run.h"
 #include "system/staged_output.h"
 
@@ -31,6 +29,8 @@ void write_page(const FinishedSplit& split, const SplitArguments& arguments) {
   }
 }
 
+}  // namespace
+
 int report(const SplitArguments& arguments) {
   return run_split(arguments, [&](const FinishedSplit& split) {
     write_page(split, arguments);
@@ -40,17 +40,6 @@ int report(const SplitArguments& arguments) {
     }
     return delivery;
   });
-}
-
-}  // namespace
-
-void add_report_command(CLI::App& app, Action& action) {
-  const auto arguments = std::make_shared<SplitArguments>();
-  CLI::App* command = app.add_subcommand(
-      "report", "Split IN, and write a page about its parts, OUTDIR/report.html");
-  add_split_arguments(command, *arguments);
-  command->footer(EXIT_CODES);
-  command->callback([&action, arguments] { action = [arguments] { return report(*arguments); }; });
 }
 
 }  // namespace Velkstep

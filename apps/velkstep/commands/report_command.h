@@ -1,14 +1,12 @@
 // velkstep report IN OUTDIR
 #pragma once
 
-#include <CLI/CLI.hpp>
-
-#include "commands/command.h"
+#include "run/split_arguments.h"
 
 namespace Velkstep {
 
-/// Adds the subcommand that splits IN into files under OUTDIR, with a page about them, and prints
-/// the page's path on standard output. When it is chosen, parsing sets `action`.
-void add_report_command(CLI::App& app, Action& action);
+/// Splits as `split` does, and writes a page about the parts beside their files, whose path is all
+/// that it prints.
+int report(const SplitArguments& arguments);
 
 }  // namespace Velkstep

@@ -2,21 +2,15 @@
 #include "commands/split_command.h"
 
 #include <filesystem>
-#include <memory>
 #include <string>
 
-#include "formats/split_json.h"
+#include "json/documents.h"
 #include "run/exit_codes.h"
-#include "run/split_arguments.h"
 #include "run/split_run.h"
 
 namespace Velkstep {
 
 namespace {
-
-struct Arguments : SplitArguments {
-  bool json = false;
-};
 
 /// A path on each line.
 std::string list_of(const FinishedSplit& split, const std::filesystem::path& outdir) {
@@ -27,7 +21,9 @@ std::string list_of(const FinishedSplit& split, const std::filesystem::path& out
   return list;
 }
 
-int split(const Arguments& arguments) {
+}  // namespace
+
+int split(const SplitCommandArguments& arguments) {
   return run_split(arguments, [&](const FinishedSplit& split) {
     Delivery delivery;
     if (arguments.json) {
@@ -37,18 +33,6 @@ int split(const Arguments& arguments) {
     }
     return delivery;
   });
-}
-
-}  // namespace
-
-void add_split_command(CLI::App& app, Action& action) {
-  const auto arguments = std::make_shared<Arguments>();
-  CLI::App* command = app.add_subcommand("split", "Split IN into one file per part under OUTDIR");
-  add_split_arguments(command, *arguments);
-  command->add_flag("--json", arguments->json,
-                    "Print one line of JSON in place of the files' paths");
-  command->footer(EXIT_CODES);
-  command->callback([&action, arguments] { action = [arguments] { return split(*arguments); }; });
 }
 
 }  // namespace Velkstep

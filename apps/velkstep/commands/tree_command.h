@@ -1,14 +1,25 @@
 // velkstep tree IN
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include <cstddef>
+#include <string>
 
-#include "commands/command.h"
+#include "kessel/options.h"
 
 namespace Velkstep {
 
-/// Adds the subcommand that prints the product structure of IN in one of several formats. When it
-/// is chosen, parsing sets `action`.
-void add_tree_command(CLI::App& app, Action& action);
+struct TreeArguments {
+  std::string in;
+  // Deeper than products are; what is nested deeper gets too wide to read.
+  std::size_t depth = 100;
+  Kessel::NameStyle names = Kessel::NameStyle::record;
+  bool json = false;
+  bool dot = false;
+  bool bom = false;
+  bool csv = false;
+};
+
+/// Prints how the parts of `arguments.in` are put together.
+int tree(const TreeArguments& arguments);
 
 }  // namespace Velkstep

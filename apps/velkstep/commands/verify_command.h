@@ -1,14 +1,21 @@
 // velkstep verify IN OUTDIR
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <string>
 
-#include "commands/command.h"
+#include "kessel/options.h"
 
 namespace Velkstep {
 
-/// Adds the subcommand that checks the files of a split in OUTDIR against IN and prints what it
-/// finds on standard output, a line each, or all as JSON. When it is chosen, parsing sets `action`.
-void add_verify_command(CLI::App& app, Action& action);
+struct VerifyArguments {
+  std::string in;
+  std::filesystem::path outdir;
+  Kessel::Options options;
+  bool json = false;
+};
+
+/// Checks the files that `arguments.in` was split into and prints what is not as it should be.
+int verify(const VerifyArguments& arguments);
 
 }  // namespace Velkstep

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "kessel/finding.h"
-#include "text/json_line.h"
 
 namespace Velkstep {
 
@@ -13,8 +12,8 @@ namespace Velkstep {
 /// is one, how bad it is, what it is.
 std::string finding_text(const std::string& name, const Kessel::Finding& finding);
 
-/// All that is known of a finding but its file.
-Json finding_json(const Kessel::Finding& finding);
+/// "error" or "warning".
+const char* word_of(Kessel::Severity severity);
 
 /// EXIT_FAILED for errors, EXIT_WARNINGS for warnings only, EXIT_DONE for nothing.
 int exit_code_of(const std::vector<Kessel::Finding>& findings);

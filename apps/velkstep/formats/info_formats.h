@@ -1,4 +1,4 @@
-// A file's header and counts as text and as JSON.
+// A file's header and counts as text.
 #pragma once
 
 #include <cstddef>
@@ -16,9 +16,5 @@ inline constexpr std::size_t MOST_FREQUENT = 10;
 /// out.
 std::string info_text(const Kessel::Summary& summary, const std::string& name,
                       const Colours& colours);
-
-/// The same as one line of JSON, in which nothing is left out; `input` is what the user called the
-/// file.
-std::string info_json(const Kessel::Summary& summary, const std::string& input);
 
 }  // namespace Velkstep

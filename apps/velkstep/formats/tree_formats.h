@@ -1,4 +1,4 @@
-// The product structure as text: a tree, a graph, JSON, lists of parts.
+// The product structure as text: a tree, a graph, lists of parts.
 #pragma once
 
 #include <cstddef>
@@ -17,9 +17,6 @@ std::string tree_text(const Kessel::Assembly& assembly, std::size_t depth, const
 /// The same as a graph in the DOT language of Graphviz: each part within `depth` levels is one
 /// node, each use one edge.
 std::string tree_dot(const Kessel::Assembly& assembly, std::size_t depth, const std::string& name);
-
-/// The same as one line of JSON; `input` is what the user called the file.
-std::string tree_json(const Kessel::Assembly& assembly, const std::string& input);
 
 /// All parts that have a shape of their own, with their total quantities, in columns.
 std::string parts_list_text(const Kessel::Assembly& assembly, const Colours& colours);

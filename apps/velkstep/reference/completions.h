@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "reference/description.h"
+#include "arguments/description.h"
 
 namespace Velkstep {
 

@@ -1,5 +1,4 @@
 // Writes the manual page and the shells' completions: PROGRAM MAN_TEMPLATE FOLDER
-#include <CLI/CLI.hpp>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -7,9 +6,8 @@
 #include <sstream>
 #include <string>
 
-#include "commands/commands.h"
+#include "arguments/description.h"
 #include "reference/completions.h"
-#include "reference/description.h"
 #include "reference/man_page.h"
 
 namespace {
@@ -30,10 +28,7 @@ bool write(const std::filesystem::path& path, const std::string& text) {
 /// Returns whether every file was written.
 bool write_reference(const std::filesystem::path& man_template,
                      const std::filesystem::path& folder) {
-  CLI::App app;
-  Velkstep::Action action;
-  Velkstep::add_commands(app, action);
-  const auto commands = Velkstep::describe(app);
+  const auto commands = Velkstep::describe_command_line();
   return write(folder / "velkstep.1", man_page(read(man_template), commands)) &&
          write(folder / "velkstep.bash", bash_completion(commands)) &&
          write(folder / "_velkstep", zsh_completion(commands)) &&

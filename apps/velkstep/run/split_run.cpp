@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <iostream>
 #include <system_error>
 
 #include "kessel/errors.h"
@@ -16,6 +17,8 @@
 #include "system/interruption.h"
 #include "system/patient_output.h"
 #include "system/staged_output.h"
+#include "text/counted.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -44,10 +47,12 @@ class WorkingDirectory {
   Descriptor before_;  // Its path may be too long, or gone.
 };
 
-/// Splits into `folder`, "roots.txt" as well.
+/// Splits into `folder`, "roots.txt" as well. Adds up in `warnings` what the library warned of.
 std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::path& in,
-                                            const SplitArguments& arguments) {
+                                            const SplitArguments& arguments,
+                                            std::uint64_t& warnings) {
   Kessel::Options options = arguments.options;
+  options.warning = [&](const Kessel::Finding& finding) { warnings += finding.count; };
   options.folder_in_headers = false;
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = [&](const Kessel::Progress& progress) {
@@ -106,6 +111,12 @@ int fail_at(const std::string& name, const Kessel::Finding& finding) {
               finding.sentence);
 }
 
+void mention_warnings(const std::string& name, std::uint64_t warnings) {
+  if (warnings == 0) return;
+  std::cerr << "velkstep: " << printable(name) << ": " << counted(warnings, "warning", "warnings")
+            << "; nothing is lost, and velkstep check says what it is about\n";
+}
+
 }  // namespace
 
 std::string shown_path(const fs::path& outdir, const std::string& name) {
@@ -125,10 +136,13 @@ int run_split(const SplitArguments& arguments,
     FinishedSplit split;
     split.input = fs::absolute(input.path());
     split.folder = staged.folder();
-    split.files = split_into(split.folder, split.input, arguments);
+    std::uint64_t warnings = 0;
+    split.files = split_into(split.folder, split.input, arguments, warnings);
     split.has_root = fs::exists(split.folder / ROOTS_FILE);
     if (split.files.empty()) return EXIT_NOTHING_TO_SPLIT;  // The library has said why.
-    return deliver(split, prepare(split), arguments, staged);
+    const int exit_code = deliver(split, prepare(split), arguments, staged);
+    if (exit_code == EXIT_DONE && !arguments.quiet) mention_warnings(name, warnings);
+    return exit_code;
   } catch (const Interrupted&) {
     throw;
   } catch (const UnusableOutput& error) {

@@ -1,0 +1,122 @@
+#include "arguments/commands.h"
+
+#include <memory>
+#include <string>
+
+#include "arguments/options.h"
+#include "commands/check_command.h"
+#include "commands/info_command.h"
+#include "commands/report_command.h"
+#include "commands/split_command.h"
+#include "commands/tree_command.h"
+#include "commands/verify_command.h"
+#include "run/exit_codes.h"
+
+namespace Velkstep {
+
+namespace {
+
+/// A subcommand, and the arguments that parsing fills for it.
+template <class Arguments>
+struct Command {
+  CLI::App* app;
+  std::shared_ptr<Arguments> arguments;
+};
+
+/// Adds a subcommand: when it is chosen, `action` is to call `run` with its arguments.
+template <class Arguments>
+Command<Arguments> add_command(CLI::App& app, Action& action, int (*run)(const Arguments&),
+                               const std::string& name, const std::string& description) {
+  const auto arguments = std::make_shared<Arguments>();
+  CLI::App* command = app.add_subcommand(name, description);
+  command->footer(EXIT_CODES);
+  command->callback(
+      [&action, arguments, run] { action = [arguments, run] { return run(*arguments); }; });
+  return {command, arguments};
+}
+
+void add_split_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] =
+      add_command(app, action, split, "split", "Split IN into one file per part under OUTDIR");
+  add_split_arguments(command, *arguments);
+  command->add_flag("--json", arguments->json,
+                    "Print one line of JSON in place of the files' paths");
+}
+
+void add_check_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] =
+      add_command(app, action, check, "check", "Say what is wrong or unusual in IN");
+  command->add_option("IN", arguments->in, "The exchange file to check; - reads standard input")
+      ->required();
+  add_memory_limit_option(command, arguments->options.memory_limit);
+  command->add_flag("--json", arguments->json, "Print one line of JSON");
+}
+
+void add_verify_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] = add_command(
+      app, action, verify, "verify", "Check the files that IN was split into under OUTDIR");
+  command
+      ->add_option("IN", arguments->in, "The exchange file that was split; - reads standard input")
+      ->required();
+  command->add_option("OUTDIR", arguments->outdir, "The folder with the files of the split")
+      ->required();
+  add_assemblies_option(command, arguments->options.assemblies);
+  add_names_option(command, arguments->options.names);
+  add_memory_limit_option(command, arguments->options.memory_limit);
+  command->add_flag("--json", arguments->json, "Print one line of JSON");
+}
+
+void add_tree_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] =
+      add_command(app, action, tree, "tree", "Show how the parts of IN are put together");
+  command->add_option("IN", arguments->in, "The exchange file; - reads standard input")->required();
+  CLI::Option* depth =
+      command->add_option("--depth", arguments->depth, "Levels to show below the root")
+          ->type_name("N")
+          ->check(CLI::NonNegativeNumber)
+          ->capture_default_str();
+  add_names_option(command, arguments->names);
+  CLI::Option* json = command->add_flag("--json", arguments->json, "Print one line of JSON");
+  CLI::Option* dot = command->add_flag("--dot", arguments->dot, "Print a graph for Graphviz");
+  CLI::Option* bom = command->add_flag("--bom", arguments->bom,
+                                       "List the parts that have a shape, with total quantities");
+  command->add_flag("--csv", arguments->csv, "With --bom: as comma-separated values")->needs(bom);
+  json->excludes(dot)->excludes(bom)->excludes(depth);
+  dot->excludes(bom);
+  bom->excludes(depth);
+}
+
+void add_info_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] = add_command(
+      app, action, info, "info", "Show what the header of each IN says, and count what it holds");
+  command->add_option("IN", arguments->in, "The exchange files; - reads standard input")
+      ->required();
+  command->add_flag("--json", arguments->json, "Print one line of JSON for each file");
+}
+
+void add_report_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] =
+      add_command(app, action, report, "report",
+                  "Split IN, and write a page about its parts, OUTDIR/report.html");
+  add_split_arguments(command, *arguments);
+}
+
+}  // namespace
+
+void add_commands(CLI::App& app, Action& action) {
+  app.name("velkstep");
+  app.description("Splits STEP assemblies (ISO 10303-21 files) into one file per part.");
+  app.set_version_flag("--version", "velkstep " VELKSTEP_VERSION, "Print the version and exit");
+  app.set_help_flag("-h,--help", "Print this help and exit");
+  app.require_subcommand(1);
+  app.footer(EXIT_CODES);
+
+  add_split_command(app, action);
+  add_check_command(app, action);
+  add_verify_command(app, action);
+  add_tree_command(app, action);
+  add_info_command(app, action);
+  add_report_command(app, action);
+}
+
+}  // namespace Velkstep

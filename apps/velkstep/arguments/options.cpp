@@ -1,0 +1,69 @@
+#include "arguments/options.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+#include "arguments/choice.h"
+
+namespace Velkstep {
+
+namespace {
+
+/// What is wrong with a size; empty where CLI11 reads it as it stands. It takes a missing number
+/// for 1, and one that is negative or too large modulo something.
+std::string fault_of_size(const std::string& size) {
+  const std::size_t digits = std::min(size.find_first_not_of("0123456789"), size.size());
+  constexpr std::size_t MOST_DIGITS = std::numeric_limits<std::uint64_t>::digits10;
+  return digits == 0 || digits > MOST_DIGITS ? "is not a size: " + size : std::string();
+}
+
+}  // namespace
+
+void add_names_option(CLI::App* command, Kessel::NameStyle& names) {
+  add_choice(command, "--names", names, NAME_STYLES,
+             "What files are called after: the number of the product's record (record), or the "
+             "product's name, in ASCII (product) or as it is (product-unicode)");
+}
+
+void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies) {
+  add_choice(command, "--assemblies", assemblies, ASSEMBLY_STYLES,
+             "What an assembly's file holds: the whole structure below it (classic), that without "
+             "its components' geometry (lean), or what it takes to open by itself (nested)");
+}
+
+void add_reading_option(CLI::App* command, Kessel::Reading& reading) {
+  add_choice(command, "--reading", reading, READINGS,
+             "How IN is cut into records: as ISO 10303-21 has it (standard), or as hosts of "
+             "Kessel::Run have it, at every \";\" (classic)");
+}
+
+void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
+  command
+      ->add_option("--memory-limit", memory_limit,
+                   "Refuse an IN whose records would take more memory: bytes, or a size such as "
+                   "500MB or 2GiB")
+      ->transform(CLI::AsSizeValue(true).description(""))
+      ->transform(CLI::Validator(fault_of_size, ""))  // Comes before the other.
+      ->type_name("SIZE");
+}
+
+void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
+  command->add_option("IN", arguments.in, "The exchange file to split; - reads standard input")
+      ->required();
+  command->add_option("OUTDIR", arguments.outdir, "The folder for the files; created as needed")
+      ->required();
+  add_assemblies_option(command, arguments.options.assemblies);
+  add_names_option(command, arguments.options.names);
+  add_reading_option(command, arguments.options.reading);
+  add_memory_limit_option(command, arguments.options.memory_limit);
+  command->add_flag("--force", arguments.force,
+                    "Replace files in OUTDIR that are called as the new ones");
+  command->add_flag("--quiet", arguments.quiet, "Print nothing but errors");
+  add_choice(command, "--progress", arguments.progress, PROGRESS,
+             "Show on standard error how far the split has come: on a terminal, when it takes "
+             "longer than half a second (auto), or in any case (always)");
+}
+
+}  // namespace Velkstep

@@ -1,0 +1,28 @@
+// Options that several commands have.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+
+#include "kessel/options.h"
+#include "run/split_arguments.h"
+
+namespace Velkstep {
+
+/// Adds IN, OUTDIR and the options that say how to split. `arguments` must outlive the parsing.
+void add_split_arguments(CLI::App* command, SplitArguments& arguments);
+
+/// Adds `--assemblies`, for commands that must know how a split was made.
+void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies);
+
+/// Adds `--names`, for commands that name files as a split would.
+void add_names_option(CLI::App* command, Kessel::NameStyle& names);
+
+/// Adds `--reading`, for commands that split.
+void add_reading_option(CLI::App* command, Kessel::Reading& reading);
+
+/// Adds `--memory-limit`, for `Kessel::Options::memory_limit`: bytes, or a number with a unit,
+/// where k is 1000 and Ki is 1024.
+void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit);
+
+}  // namespace Velkstep

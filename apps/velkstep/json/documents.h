@@ -1,0 +1,42 @@
+// What commands print as JSON, one function for each document. Only this folder's sources read the
+// JSON library's headers, which take long to compile.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "kessel/assembly.h"
+#include "kessel/finding.h"
+#include "kessel/options.h"
+#include "kessel/summary.h"
+#include "kessel/verify.h"
+#include "run/split_arguments.h"
+#include "run/split_run.h"
+
+namespace Velkstep {
+
+// Each is one line; `input` is what the user called the file.
+
+/// The findings about an input.
+std::string check_json(const std::vector<Kessel::Finding>& findings, const std::string& input);
+
+/// How many files and records were compared, and the findings, each with its file.
+std::string verify_json(const Kessel::Verification& verification, const std::string& input,
+                        const std::filesystem::path& outdir, const Kessel::Options& options);
+
+/// The header and the counts, in which nothing is left out.
+std::string info_json(const Kessel::Summary& summary, const std::string& input);
+
+/// The product structure.
+std::string tree_json(const Kessel::Assembly& assembly, const std::string& input);
+
+/// The input, how it was split, the root's file, and each file with its part. Reads the input
+/// again; throws as `Kessel::read_assembly`.
+std::string split_json(const FinishedSplit& split, const SplitArguments& arguments);
+
+/// What the scripts of the report page read: a split's parts and files, as JSON that no name in it
+/// can end as an element of a page. Reads the input again; throws as `Kessel::read_assembly`.
+std::string report_json(const FinishedSplit& split, const SplitArguments& arguments);
+
+}  // namespace Velkstep

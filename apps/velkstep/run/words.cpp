@@ -1,0 +1,36 @@
+#include "run/words.h"
+
+namespace Velkstep {
+
+const Choices<Kessel::AssemblyStyle> ASSEMBLY_STYLES = {
+    {"classic", Kessel::AssemblyStyle::classic},
+    {"lean", Kessel::AssemblyStyle::lean},
+    {"nested", Kessel::AssemblyStyle::nested},
+};
+
+const Choices<Kessel::Reading> READINGS = {
+    {"standard", Kessel::Reading::standard},
+    {"classic", Kessel::Reading::classic},
+};
+
+const Choices<Kessel::NameStyle> NAME_STYLES = {
+    {"record", Kessel::NameStyle::record},
+    {"product", Kessel::NameStyle::product},
+    {"product-unicode", Kessel::NameStyle::product_unicode},
+};
+
+const Choices<ShowProgress> PROGRESS = {
+    {"auto", ShowProgress::automatic},
+    {"always", ShowProgress::always},
+    {"never", ShowProgress::never},
+};
+
+std::string word_of(Kessel::AssemblyStyle style) {
+  return word_for(ASSEMBLY_STYLES, style);
+}
+
+std::string word_of(Kessel::NameStyle style) {
+  return word_for(NAME_STYLES, style);
+}
+
+}  // namespace Velkstep

@@ -1,0 +1,228 @@
+#include "join/by_structure.h"
+
+#include <algorithm>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "exchange/lexer.h"
+#include "instances/places.h"
+
+#include "kessel/errors.h"
+#include "findings/finding_kinds.h"
+#include "products/products.h"
+#include "products/structure.h"
+
+namespace Kessel {
+
+namespace {
+
+/// Reads placements again, to compare them.
+class PlacementReader {
+ public:
+  explicit PlacementReader(const JoinedFile& file)
+      : file_(file), in_(file.path, std::ios::in | std::ios::binary) {}
+
+  /// What a placement says, whatever its numbers are; for records that are none, nothing.
+  const std::string& text_of(Index record) {
+    const auto [place, is_new] = known_.try_emplace(record);
+    if (is_new && is_placement(record)) place->second = expanded(record, LEVELS);
+    return place->second;
+  }
+
+ private:
+  /// A placement, its points and directions.
+  static constexpr int LEVELS = 2;
+
+  bool is_placement(Index record) const {
+    const auto& keywords = file_.instances.types().keywords(file_.instances.type(record));
+    return keywords.size() == 1 && keywords.front().starts_with("AXIS") &&
+           keywords.front().find("PLACEMENT") != std::string_view::npos;
+  }
+
+  std::string expanded(Index record, int levels) {
+    const std::string body = read_again(in_, file_.instances, record).body;
+    const auto references = file_.instances.references(record);
+    std::size_t reference = 0;
+    std::string text;
+    Exchange::Lexer lexer(body);
+    for (auto word = lexer.next(); word.kind != Exchange::WordKind::end; word = lexer.next()) {
+      const bool leads_on = word.kind == Exchange::WordKind::instance &&
+                            reference < references.size() &&
+                            references[reference].record() != NO_RECORD;
+      if (word.kind == Exchange::WordKind::instance) ++reference;
+      text += leads_on && levels > 0 ? expanded(references[reference - 1].record(), levels - 1)
+                                     : std::string(word.text);
+      text += ' ';
+    }
+    return text;
+  }
+
+  const JoinedFile& file_;
+  std::ifstream in_;
+  std::map<Index, std::string> known_;
+};
+
+/// What joining wants to know of a file by its structure.
+struct Structure {
+  explicit Structure(const JoinedFile& file)
+      : products(find_products(file.instances)), placements(file) {
+    if (products.products.empty()) add_bare_definitions(file.instances);
+    tops = products.tops;
+    std::vector<ProductId> shown;
+    for (const ProductId top : tops) {
+      if (!products.products[top].links.empty()) shown.push_back(top);
+    }
+    if (!shown.empty()) tops = std::move(shown);
+  }
+
+  /// The product with that definition; null for none.
+  const Product* find(Index definition) const {
+    const ProductId product = definition == NO_RECORD ? NO_PRODUCT : products.find(definition);
+    return product == NO_PRODUCT ? nullptr : &products.products[product];
+  }
+
+  /// A component may have neither a shape nor components.
+  void add_bare_definitions(const Instances& instances) {
+    for (const Index definition : instances.kept_with("PRODUCT_DEFINITION")) {
+      Product product;
+      product.definition = definition;
+      product.formation = first_reference(instances, definition, "PRODUCT_DEFINITION_FORMATION");
+      if (product.formation != NO_RECORD) {
+        product.product = first_reference(instances, product.formation, "PRODUCT");
+      }
+      products.tops.push_back(static_cast<ProductId>(products.products.size()));
+      products.products.push_back(std::move(product));
+    }
+  }
+
+  Products products;
+  std::vector<ProductId> tops;  ///< those with a shape, if there are such
+  PlacementReader placements;
+};
+
+class StructuralUnion {
+ public:
+  StructuralUnion(const FileSet& files, Records& records)
+      : files_(files), records_(records), structures_(files.size()) {}
+
+  Documents unite() {
+    Documents documents;
+    for (std::size_t i = 0; i < files_.size(); ++i) {
+      for (const FileReference& reference : files_[i].references) {
+        if (files_[i].is_of_split_of(files_[reference.target])) continue;
+        unite(i, reference);
+        documents.push_back(records_.node(i, reference.what.document));
+      }
+    }
+    std::sort(documents.begin(), documents.end());
+    return documents;
+  }
+
+ private:
+  Structure& structure(std::size_t file) {
+    if (!structures_[file]) structures_[file] = std::make_unique<Structure>(files_[file]);
+    return *structures_[file];
+  }
+
+  void unite(std::size_t from, const FileReference& reference) {
+    const Product* const here = structure(from).find(reference.what.definition);
+    const std::size_t to = reference.target;
+    const Product& there = component(here, to);
+    counterpart(from, reference.what.definition, to, there.definition);
+    if (here != nullptr) {
+      counterpart(from, here->formation, to, there.formation);
+      counterpart(from, here->product, to, there.product);
+    }
+    if (there.links.empty()) return;
+    const std::vector<ShapeLink> shapes = shapes_of(here, reference);
+    for (std::size_t i = 0; i < shapes.size(); ++i) {
+      const ShapeLink& shape = there.links[std::min(i, there.links.size() - 1)];
+      counterpart(from, shapes[i].shape, to, shape.shape);
+      counterpart(from, shapes[i].link, to, shape.link);
+      counterpart(from, shapes[i].representation, to, shape.representation);
+      unite_placements(from, shapes[i].representation, to, shape.representation);
+    }
+  }
+
+  /// The shapes that stand for those of the component: the ones that the reference names, or else
+  /// all that the product has.
+  static std::vector<ShapeLink> shapes_of(const Product* product, const FileReference& reference) {
+    const std::vector<ShapeLink> all =
+        product == nullptr ? std::vector<ShapeLink>() : product->links;
+    if (reference.what.representations.empty()) return all;
+    std::vector<ShapeLink> shapes;
+    for (const Index representation : reference.what.representations) {
+      const auto link = std::find_if(all.begin(), all.end(), [&](const ShapeLink& one) {
+        return one.representation == representation;
+      });
+      shapes.push_back(link != all.end() ? *link : ShapeLink{.representation = representation});
+    }
+    return shapes;
+  }
+
+  /// The product in the file `to` that is meant by a reference which `here` stands for, if that is
+  /// known: the only one at the top, or the one that has the same id.
+  const Product& component(const Product* here, std::size_t to) {
+    const Structure& there = structure(to);
+    if (there.tops.size() == 1) return there.products.products[there.tops.front()];
+    if (here != nullptr) {
+      for (const ProductId top : there.tops) {
+        if (there.products.products[top].id == here->id) return there.products.products[top];
+      }
+    }
+    Finding finding = make_finding(
+        FindingKind::unknown_component,
+        there.tops.empty()
+            ? "The file holds no product, and another refers to it as a component's."
+            : "The file holds several products at its top, and the reference to it names none of "
+              "them.");
+    finding.file = files_[to].name;
+    throw InputError(finding);
+  }
+
+  void counterpart(std::size_t from, Index here, std::size_t to, Index there) {
+    if (here == NO_RECORD || there == NO_RECORD) return;
+    const Node node = records_.node(from, here);
+    if (records_.standing(node) == Standing::whole) {
+      records_.set_standing(node, Standing::counterpart);
+    }
+    records_.unite(node, records_.node(to, there));
+  }
+
+  /// A transformation refers to a placement of the component's representation: of equal ones, each
+  /// here becomes one with another there.
+  void unite_placements(std::size_t from, Index here, std::size_t to, Index there) {
+    if (!done_.emplace(records_.node(from, here), records_.node(to, there)).second) return;
+    std::multimap<std::string, Index> known;
+    for (const Reference item : files_[to].instances.references(there)) {
+      if (!item.is_listed() || item.record() == NO_RECORD) continue;
+      const std::string& text = structure(to).placements.text_of(item.record());
+      if (!text.empty()) known.emplace(text, item.record());
+    }
+    if (known.empty()) return;
+    for (const Reference item : files_[from].instances.references(here)) {
+      if (!item.is_listed() || item.record() == NO_RECORD) continue;
+      const auto equal = known.find(structure(from).placements.text_of(item.record()));
+      if (equal == known.end()) continue;
+      counterpart(from, item.record(), to, equal->second);
+      known.erase(equal);
+    }
+  }
+
+  const FileSet& files_;
+  Records& records_;
+  std::vector<std::unique_ptr<Structure>> structures_;
+  std::set<std::pair<Node, Node>> done_;
+};
+
+}  // namespace
+
+Documents unite_by_structure(const FileSet& files, Records& records) {
+  return StructuralUnion(files, records).unite();
+}
+
+}  // namespace Kessel

@@ -1,0 +1,215 @@
+#include "join/file_set.h"
+
+#include <algorithm>
+#include <fstream>
+#include <memory>
+#include <system_error>
+
+#include "findings/input_file.h"
+#include "exchange/characters.h"
+#include "exchange/parameters.h"
+#include "exchange/string_value.h"
+#include "join/marked_loader.h"
+#include "kessel/errors.h"
+#include "findings/finding_kinds.h"
+#include "findings/refusals.h"
+
+namespace Kessel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string utf8_text(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+/// The path that UTF-8 text gives. Text that is none gives one of the same bytes.
+fs::path path_of(const std::string& utf8) {
+  return fs::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+/// The path without links; lexically where the system cannot say.
+fs::path without_links(const fs::path& path) {
+  std::error_code error;
+  fs::path plain = fs::weakly_canonical(fs::absolute(path, error), error);
+  return error ? fs::absolute(path).lexically_normal() : plain;
+}
+
+/// `names`, with commas and in quotation marks.
+std::string listed_names(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text.append(text.empty() ? "" : ", ").append(name);
+  return text;
+}
+
+}  // namespace
+
+std::string schema_of(const Instances& instances) {
+  for (const std::string& entity : instances.header()) {
+    const auto partial = Exchange::partial_records(entity);
+    if (partial.empty() || partial.front().keyword != "FILE_SCHEMA") continue;
+    const auto schemas =
+        Exchange::items_of(Exchange::parameter(Exchange::items_of(partial.front().list), 0));
+    if (schemas.empty()) continue;
+    const std::string name = Exchange::string_value(schemas.front());
+    return std::string(
+        Exchange::without_blanks_behind(std::string_view(name).substr(0, name.find('{'))));
+  }
+  return {};
+}
+
+FileSet::FileSet(const fs::path& root, const JoinOptions& options)
+    : options_(options), folder_(without_links(root).parent_path()) {
+  if (auto finding = find_no_regular_file(root)) throw InputError(*finding);
+  // The folder is that of the name which the caller gives, even if that is a link.
+  std::error_code ignored;
+  folder_ = without_links(fs::absolute(root, ignored).parent_path());
+  enter(root, without_links(root));
+  for (std::size_t i = 0; i < files_.size(); ++i) follow(i);
+  require_all_files();
+  require_no_circle();
+  require_one_schema();
+}
+
+std::size_t FileSet::enter(const fs::path& path, const Identity& identity) {
+  const auto [place, is_new] = known_.emplace(identity, files_.size());
+  if (!is_new) return place->second;
+  auto file = std::make_unique<JoinedFile>();
+  file->path = path;
+  if (!files_.empty()) file->name = utf8_text(identity.lexically_relative(folder_));
+  load(*file);
+  files_.push_back(std::move(file));
+  return place->second;
+}
+
+void FileSet::load(JoinedFile& file) {
+  std::error_code unknown;
+  file.bytes = fs::file_size(file.path, unknown);
+  if (unknown) file.bytes = 0;
+  file.written = fs::last_write_time(file.path, unknown);
+  Options options;
+  if (options_.memory_limit != Options::NO_LIMIT) {
+    options.memory_limit = options_.memory_limit - std::min(options_.memory_limit, memory_);
+  }
+  if (options_.progress) {
+    options.progress = [&](const Progress& progress) {
+      options_.progress({progress.stage, bytes_ + progress.done, bytes_ + progress.total});
+    };
+  }
+  try {
+    std::ifstream in(file.path, std::ios::in | std::ios::binary);
+    if (!in) throw InputError(unreadable_file("cannot be opened"));
+    MarkedLoader loader(file, options, file.bytes);
+    load_with(in, loader, options);
+  } catch (const InputError& error) {
+    Finding finding = error.finding();
+    finding.file = file.name;
+    throw InputError(finding);
+  }
+  memory_ += file.memory();
+  bytes_ += file.bytes;
+}
+
+/// Loads what the file refers to, and notes what is not there.
+void FileSet::follow(std::size_t from) {
+  const Products products = find_products(files_[from]->instances);
+  const fs::path folder = files_[from]->path.parent_path();
+  const std::string referrer =
+      from == 0 ? std::string() : " (referred to by \"" + files_[from]->name + "\")";
+  for (ExternalReference& reference : find_external_references(files_[from]->instances, products)) {
+    const auto found =
+        std::find_if(reference.names.begin(), reference.names.end(), [&](const std::string& name) {
+          std::error_code ignored;
+          return fs::is_regular_file(folder / path_of(name), ignored);
+        });
+    const bool is_there = found != reference.names.end();
+    const std::string& name = is_there ? *found : reference.names.front();
+    const fs::path path = folder / path_of(name);
+    const Identity identity = without_links(path);
+    const std::string sentence = "\"" + name + "\"" + referrer;
+    std::vector<std::string>* const trouble = !options_.follow_outside && is_outside(identity)
+                                                  ? &outside_
+                                              : !is_there ? &missing_
+                                                          : nullptr;
+    if (trouble == nullptr) {
+      const std::size_t target = enter(path, identity);
+      files_[from]->references.push_back({std::move(reference), target});
+    } else if (std::find(trouble->begin(), trouble->end(), sentence) == trouble->end()) {
+      trouble->push_back(sentence);
+    }
+  }
+}
+
+bool FileSet::is_outside(const Identity& identity) const {
+  return std::mismatch(folder_.begin(), folder_.end(), identity.begin(), identity.end()).first !=
+         folder_.end();
+}
+
+void FileSet::require_all_files() const {
+  if (!outside_.empty()) {
+    throw InputError(make_finding(
+        FindingKind::target_outside,
+        "References lead out of the folder of the file: " + listed_names(outside_) + "."));
+  }
+  if (!missing_.empty()) {
+    throw InputError(
+        make_finding(FindingKind::missing_target,
+                     "Files that are referred to are missing: " + listed_names(missing_) + "."));
+  }
+}
+
+/// Goes along references, and remembers the way: who is on it twice refers to itself.
+void FileSet::require_no_circle() const {
+  struct Step {
+    std::size_t file;
+    std::size_t next = 0;  // of its references
+  };
+  enum class State : char { fresh, on_the_way, done };
+  std::vector<State> states(files_.size(), State::fresh);
+  std::vector<Step> way{{0}};
+  states[0] = State::on_the_way;
+  while (!way.empty()) {
+    Step& step = way.back();
+    const auto& references = files_[step.file]->references;
+    if (step.next == references.size()) {
+      states[step.file] = State::done;
+      way.pop_back();
+      continue;
+    }
+    const std::size_t target = references[step.next++].target;
+    if (states[target] == State::on_the_way) {
+      std::vector<std::string> names;
+      auto first = std::find_if(way.begin(), way.end(),
+                                [&](const Step& on_it) { return on_it.file == target; });
+      for (; first != way.end(); ++first) {
+        names.push_back("\"" + utf8_text(files_[first->file]->path.filename()) + "\"");
+      }
+      throw InputError(make_finding(
+          FindingKind::file_cycle,
+          names.size() == 1
+              ? "The file " + names.front() + " refers to itself."
+              : "Files refer to each other in a circle: " + listed_names(names) + "."));
+    }
+    if (states[target] == State::fresh) {
+      states[target] = State::on_the_way;
+      way.push_back({target});
+    }
+  }
+}
+
+void FileSet::require_one_schema() const {
+  const std::string expected = schema_of(root().instances);
+  for (const auto& file : files_) {
+    const std::string schema = schema_of(file->instances);
+    if (schema == expected) continue;
+    Finding finding =
+        make_finding(FindingKind::mixed_schemas, "The file obeys the schema \"" + schema +
+                                                     "\", the root \"" + expected + "\".");
+    finding.file = file->name;
+    throw InputError(finding);
+  }
+}
+
+}  // namespace Kessel

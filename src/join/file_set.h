@@ -1,0 +1,53 @@
+// The files that are joined: one, and those to which it refers.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <list>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "join/joined_file.h"
+#include "kessel/join.h"
+
+namespace Kessel {
+
+/// Files, each loaded once, in the order in which references lead to them; the root is the first.
+class FileSet {
+ public:
+  /// Loads `root` and whatever it refers to. Throws InputError as `join` does, but for what the
+  /// files hold. `options` must outlive it.
+  FileSet(const std::filesystem::path& root, const JoinOptions& options);
+
+  std::size_t size() const { return files_.size(); }
+  const JoinedFile& operator[](std::size_t i) const { return *files_[i]; }
+  const JoinedFile& root() const { return *files_.front(); }
+
+ private:
+  /// What a file is known by, whatever way leads to it.
+  using Identity = std::filesystem::path;
+
+  std::size_t enter(const std::filesystem::path& path, const Identity& identity);
+  void load(JoinedFile& file);
+  void follow(std::size_t from);
+  bool is_outside(const Identity& identity) const;
+  void require_all_files() const;
+  void require_no_circle() const;
+  void require_one_schema() const;
+
+  const JoinOptions& options_;
+  std::filesystem::path folder_;  // the root's, without links
+  std::vector<std::unique_ptr<JoinedFile>> files_;
+  std::map<Identity, std::size_t> known_;
+  std::vector<std::string> missing_;  // with who refers to them
+  std::vector<std::string> outside_;
+  std::uint64_t memory_ = 0;
+  std::uint64_t bytes_ = 0;  // of the files that were loaded
+};
+
+/// The name of the first schema in the header (ISO 10303-21, 8.2.3), without what stands behind it
+/// in braces; empty where there is none.
+std::string schema_of(const Instances& instances);
+
+}  // namespace Kessel

@@ -1,0 +1,218 @@
+#include "join/joined_writer.h"
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <string_view>
+#include <system_error>
+
+#include "exchange/parameters.h"
+#include "exchange/reader.h"
+#include "exchange/string_value.h"
+#include "join/joined_text.h"
+#include "kessel/errors.h"
+#include "findings/refusals.h"
+#include "writer/frame.h"
+
+namespace Kessel {
+
+namespace {
+
+/// Thrown where there is no use in reading on.
+struct OutputFailed {};
+
+/// Text goes to the stream in blocks of about so many bytes.
+constexpr std::size_t BLOCK = std::size_t{1} << 18;
+
+/// Text on its way to a stream.
+class BufferedText {
+ public:
+  explicit BufferedText(std::ostream& out) : out_(out) {}
+  std::string& text() { return text_; }
+  void flush_if_long() {
+    if (text_.size() >= BLOCK) flush();
+  }
+  void flush() {
+    out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
+    text_.clear();
+    if (!out_) throw OutputFailed();
+  }
+
+ private:
+  std::ostream& out_;
+  std::string text_;
+};
+
+[[noreturn]] void throw_changed(const JoinedFile& file, std::uint64_t offset) {
+  Finding finding = input_changed(offset);
+  finding.file = file.name;
+  throw InputError(finding);
+}
+
+/// Rewrites the records of one file as they are read again.
+class SecondReading final : public Exchange::Listener {
+ public:
+  SecondReading(const FileSet& files, std::size_t file, const Records& records,
+                const SharedLists& lists, Numbering& numbering, BufferedText& out,
+                const std::function<void(std::uint64_t)>& progress)
+      : file_(files[file]),
+        position_(file),
+        records_(records),
+        lists_(lists),
+        numbering_(numbering),
+        out_(out),
+        progress_(progress),
+        text_(files, file, records, numbering) {}
+
+  void record(const Exchange::Record& record) override {
+    const Index index = next_++;
+    if (index >= file_.instances.size() ||
+        record.mentions.size() != file_.instances.references(index).size() ||
+        record.number != file_.instances.number(index)) {
+      throw_changed(file_, record.offset);
+    }
+    if (record.offset >= due_) tell(record.offset);
+    const Node node = records_.node(position_, index);
+    if (!records_.is_written(node)) return;
+    std::string& out = out_.text();
+    out.append("#").append(std::to_string(numbering_.of(node))).append("=");
+    const auto more = lists_.more_of(node);
+    const bool is_list_rewritten =
+        !more.empty() || (!file_.references.empty() &&
+                          file_.instances.types().collects(file_.instances.type(index)));
+    if (is_list_rewritten) {
+      text_.append_collector(record.body, record.mentions, more, out);
+    } else {
+      text_.append(record.body, record.mentions, out);
+    }
+    out += ";\n";
+    out_.flush_if_long();
+  }
+
+  void entry(Exchange::Section, const Exchange::Statement&,
+             std::span<const Exchange::Mention>) override {
+    ++next_;
+  }
+
+  /// How many records and entries there were.
+  Index count() const { return next_; }
+
+ private:
+  static constexpr std::uint64_t STEP = std::uint64_t{1} << 20;
+
+  void tell(std::uint64_t offset) {
+    progress_(offset);
+    due_ = offset + STEP;
+  }
+
+  const JoinedFile& file_;
+  const std::size_t position_;
+  const Records& records_;
+  const SharedLists& lists_;
+  Numbering& numbering_;
+  BufferedText& out_;
+  const std::function<void(std::uint64_t)>& progress_;
+  JoinedText text_;
+  Index next_ = 0;
+  std::uint64_t due_ = 0;
+};
+
+/// Writes the joined file part by part.
+class JoinedWriter {
+ public:
+  JoinedWriter(const FileSet& files, const Records& records, const SharedLists& lists,
+               Numbering& numbering, std::ostream& out)
+      : files_(files), records_(records), lists_(lists), numbering_(numbering), out_(out) {}
+
+  void write(const std::string& name, const std::function<void(std::uint64_t)>& progress) {
+    out_.text() += "ISO-10303-21;\nHEADER;\n";
+    for (const std::string& entity : files_.root().instances.header()) write_header(entity, name);
+    out_.text() += "ENDSEC;\n";
+    write_entries(TypeTable::ANCHOR_ENTRY, "ANCHOR;\n");
+    write_entries(TypeTable::REFERENCE_ENTRY, "REFERENCE;\n");
+    const auto& sections = files_.root().instances.data_sections();
+    // Several sections become one, which needs no name.
+    out_.text() += "DATA";
+    if (sections.size() == 1) out_.text() += sections.front().parameters;
+    out_.text() += ";\n";
+    std::uint64_t before = 0;
+    for (std::size_t i = 0; i < files_.size(); ++i) {
+      write_records(i, [&](std::uint64_t offset) { progress(before + offset); });
+      before += files_[i].bytes;
+    }
+    out_.text() += "ENDSEC;\nEND-ISO-10303-21;\n";
+    out_.flush();
+  }
+
+ private:
+  void write_header(std::string_view entity, const std::string& name) {
+    const auto partial = Exchange::partial_records(entity);
+    const bool is_name = !partial.empty() && partial.front().keyword == "FILE_NAME";
+    const Exchange::Parameters parameters =
+        is_name ? Exchange::items_of(partial.front().list) : Exchange::Parameters();
+    if (parameters.size() < 2 || parameters[1].empty()) {
+      out_.text().append(entity).append(";\n");
+      return;
+    }
+    out_.text().append("FILE_NAME(").append(Exchange::string_literal(name));
+    out_.text().append(",'").append(current_time_stamp()).append("'");
+    const char* const behind = parameters[1].data() + parameters[1].size();
+    out_.text().append(behind, entity.data() + entity.size()).append(";\n");
+  }
+
+  void write_entries(TypeId type, std::string_view begin) {
+    std::set<std::string> written;
+    for (std::size_t file = 0; file < files_.size(); ++file) {
+      const Instances& instances = files_[file].instances;
+      JoinedText text(files_, file, records_, numbering_);
+      for (const Index entry : instances.kept()) {
+        if (instances.type(entry) != type) continue;
+        if (!records_.is_written(records_.node(file, entry))) continue;
+        std::string line;
+        text.append_entry(instances.kept_body(entry), line);
+        const auto [place, is_new] = written.insert(std::move(line));
+        if (!is_new) continue;
+        if (written.size() == 1) out_.text() += begin;
+        out_.text().append(*place).append(";\n");
+        out_.flush_if_long();
+      }
+    }
+    if (!written.empty()) out_.text() += "ENDSEC;\n";
+  }
+
+  void write_records(std::size_t i, const std::function<void(std::uint64_t)>& progress) {
+    const JoinedFile& file = files_[i];
+    std::ifstream in(file.path, std::ios::in | std::ios::binary);
+    std::error_code unknown;
+    if (!in || std::filesystem::file_size(file.path, unknown) != file.bytes ||
+        std::filesystem::last_write_time(file.path, unknown) != file.written) {
+      throw_changed(file, 0);
+    }
+    SecondReading reading(files_, i, records_, lists_, numbering_, out_, progress);
+    const Exchange::Limits limits{.scrutiny = Exchange::Scrutiny::none};
+    const Exchange::Ending ending = read_exchange_file(in, limits, reading);
+    if (ending.error || in.bad() || reading.count() != file.instances.size()) {
+      throw_changed(file, ending.bytes);
+    }
+  }
+
+  const FileSet& files_;
+  const Records& records_;
+  const SharedLists& lists_;
+  Numbering& numbering_;
+  BufferedText out_;
+};
+
+}  // namespace
+
+void write_joined(const FileSet& files, const Records& records, const SharedLists& lists,
+                  Numbering& numbering, const std::string& name, std::ostream& out,
+                  const std::function<void(std::uint64_t)>& progress) {
+  try {
+    JoinedWriter(files, records, lists, numbering, out).write(name, progress);
+  } catch (const OutputFailed&) {
+    // The stream says so.
+  }
+}
+
+}  // namespace Kessel

@@ -1,0 +1,21 @@
+// Writes the joined file, by a second reading of every file.
+#pragma once
+
+#include <functional>
+#include <ostream>
+#include <string>
+
+#include "join/numbering.h"
+#include "join/residue.h"
+
+namespace Kessel {
+
+/// Writes to `out` the header of the root with `name` (UTF-8) as the file's, the anchors and
+/// references of all files, and what is written of their records. `progress` is told how many
+/// bytes of all files were read. Throws InputError where a file was changed or cannot be read.
+/// Looks for no errors of `out` but to stop when there is one.
+void write_joined(const FileSet& files, const Records& records, const SharedLists& lists,
+                  Numbering& numbering, const std::string& name, std::ostream& out,
+                  const std::function<void(std::uint64_t)>& progress);
+
+}  // namespace Kessel

@@ -1,0 +1,49 @@
+#include "join/joining.h"
+
+#include "join/by_marks.h"
+#include "join/by_structure.h"
+#include "join/equal_values.h"
+#include "join/joined_writer.h"
+#include "join/reference_entries.h"
+#include "model/progress_reporter.h"
+
+namespace Kessel {
+
+Joining::Joining(const std::filesystem::path& root, const JoinOptions& options)
+    : options_(options),
+      files_(root, options),
+      records_(files_),
+      documents_(unite()),
+      lists_(files_, records_),
+      numbering_(number()) {}
+
+Documents Joining::unite() {
+  unite_by_marks(files_, records_);
+  Documents documents = unite_by_structure(files_, records_);
+  unite_reference_entries(files_, records_);
+  unite_equal_values(files_, records_);
+  records_.settle();
+  return documents;
+}
+
+Numbering Joining::number() {
+  remove_residue(files_, documents_, lists_, records_);
+  return Numbering(files_, records_);
+}
+
+std::vector<Finding> Joining::doubts() const {
+  return doubts_about_marks(files_, records_);
+}
+
+void Joining::write(const std::string& name, std::ostream& out) {
+  std::uint64_t total = 0;
+  for (std::size_t i = 0; i < files_.size(); ++i) total += files_[i].bytes;
+  Options options;
+  options.progress = options_.progress;
+  ProgressReporter reporter(options, Stage::writing, total);
+  write_joined(files_, records_, lists_, numbering_, name, out,
+               [&](std::uint64_t done) { reporter.report(done); });
+  reporter.report_end();
+}
+
+}  // namespace Kessel

@@ -1,0 +1,46 @@
+// The steps of joining.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "join/file_set.h"
+#include "join/numbering.h"
+#include "join/records.h"
+#include "join/residue.h"
+#include "join/shared_lists.h"
+
+namespace Kessel {
+
+/// Files and what they become when they are joined.
+class Joining {
+ public:
+  /// Loads `root` and what it refers to, and decides what becomes one and what goes. Throws as
+  /// `join`. `options` must outlive it.
+  Joining(const std::filesystem::path& root, const JoinOptions& options);
+
+  const FileSet& files() const { return files_; }
+  const Records& records() const { return records_; }
+  /// How many records are written.
+  std::uint64_t record_count() const { return numbering_.count(); }
+
+  /// What `Joined::warnings` says.
+  std::vector<Finding> doubts() const;
+
+  /// Writes the joined file to `out`, as if it were called `name`; as write_joined().
+  void write(const std::string& name, std::ostream& out);
+
+ private:
+  Documents unite();
+  Numbering number();
+
+  const JoinOptions& options_;
+  FileSet files_;
+  Records records_;
+  Documents documents_;
+  SharedLists lists_;
+  Numbering numbering_;
+};
+
+}  // namespace Kessel

@@ -1,0 +1,40 @@
+#include "join/marked_loader.h"
+
+#include <algorithm>
+
+#include "join/value_types.h"
+
+namespace Kessel {
+
+MarkedLoader::MarkedLoader(JoinedFile& file, const Options& options, std::uint64_t total)
+    : InstanceLoader(file.instances, options, total), file_(file) {}
+
+void MarkedLoader::added(Index index, const Exchange::Record& record) {
+  if (!knows_split_) {
+    file_.split = split_in(record.lead);
+    knows_split_ = true;
+  }
+  // Most records have nothing but a line feed in front.
+  if (file_.split && record.lead.size() > 2) {
+    const Mark mark = mark_in(record.lead);
+    if (mark.kind != Mark::Kind::none) {
+      const bool is_whole = mark.kind == Mark::Kind::whole;
+      file_.marked.push_back({index, mark, is_whole ? digest_of(record.body) : Digest()});
+    }
+  }
+  if (is_value(file_.instances.type(index))) {
+    file_.values.push_back({index, digest_of(record.body)});
+  }
+}
+
+bool MarkedLoader::is_value(TypeId type) {
+  if (type >= values_.size()) values_.resize(type + 1, -1);
+  if (values_[type] < 0) {
+    const auto& keywords = file_.instances.types().keywords(type);
+    values_[type] =
+        !keywords.empty() && std::all_of(keywords.begin(), keywords.end(), is_value_type);
+  }
+  return values_[type] != 0;
+}
+
+}  // namespace Kessel

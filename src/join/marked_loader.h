@@ -1,0 +1,26 @@
+// Loads a file that is to be joined.
+#pragma once
+
+#include <vector>
+
+#include "instances/loader.h"
+#include "join/joined_file.h"
+
+namespace Kessel {
+
+/// Fills `file.instances`, and notes marks and values on the way.
+class MarkedLoader final : public InstanceLoader {
+ public:
+  /// `file` and `options` must outlive it; `total` is as for InstanceLoader.
+  MarkedLoader(JoinedFile& file, const Options& options, std::uint64_t total);
+
+ private:
+  void added(Index index, const Exchange::Record& record) override;
+  bool is_value(TypeId type);
+
+  JoinedFile& file_;
+  bool knows_split_ = false;
+  std::vector<signed char> values_;  // by type: -1 not known yet
+};
+
+}  // namespace Kessel

@@ -1,0 +1,155 @@
+#include "join/residue.h"
+
+#include <memory>
+#include <vector>
+
+#include "instances/users.h"
+
+namespace Kessel {
+
+namespace {
+
+class Residue {
+ public:
+  Residue(const FileSet& files, const SharedLists& lists, Records& records)
+      : files_(files), lists_(lists), records_(records) {}
+
+  void remove(const Documents& documents) {
+    remove_repeated();
+    remove_with_users(documents);
+    keep_what_is_needed();
+    if (!documents.empty()) remove_what_nobody_needs(documents);
+  }
+
+ private:
+  template <class Look>
+  void for_each_node(Look look) const {
+    for (std::size_t file = 0; file < files_.size(); ++file) {
+      const Index count = files_[file].instances.size();
+      for (Index record = 0; record < count; ++record) look(file, record);
+    }
+  }
+
+  /// Calls `look` with the text of everything that the record refers to, its list's additions
+  /// included.
+  template <class Look>
+  void for_each_target(std::size_t file, Index record, Look look) const {
+    for (const Reference reference : files_[file].instances.references(record)) {
+      if (reference.record() == NO_RECORD) continue;
+      look(records_.text_of(records_.node(file, reference.record())));
+    }
+    for (const Node item : lists_.more_of(records_.node(file, record))) look(item);
+  }
+
+  bool is_gone(Node node) const { return records_.standing(node) == Standing::gone; }
+
+  void remove_repeated() {
+    for_each_node([&](std::size_t file, Index record) {
+      if (files_[file].instances.type(record) == TypeTable::REPEATED) {
+        records_.set_standing(records_.node(file, record), Standing::gone);
+      }
+    });
+  }
+
+  /// A record means nothing without what it refers to, but for the items of a collector's list:
+  /// that goes with the last of them.
+  void remove_with_users(const Documents& documents) {
+    std::size_t file_of_users = files_.size();
+    std::unique_ptr<Users> users;
+    std::vector<Node> gone;
+    for (const Node document : documents) {
+      remove(document, gone);
+      const std::size_t file = records_.file_of(document);
+      if (file != file_of_users) users = std::make_unique<Users>(files_[file].instances);
+      file_of_users = file;
+      while (!gone.empty()) {
+        const Node node = gone.back();
+        gone.pop_back();
+        for (const Index user : users->of(records_.index_of(node))) {
+          if (loses_its_meaning(file, user)) remove(records_.node(file, user), gone);
+        }
+      }
+    }
+  }
+
+  void remove(Node node, std::vector<Node>& gone) {
+    if (!records_.is_text(node) || is_gone(node)) return;
+    records_.set_standing(node, Standing::gone);
+    gone.push_back(node);
+  }
+
+  bool loses_its_meaning(std::size_t file, Index record) const {
+    if (!lists_.more_of(records_.node(file, record)).empty()) return false;
+    bool has_items = false;
+    for (const Reference reference : files_[file].instances.references(record)) {
+      if (reference.record() == NO_RECORD) continue;
+      const bool gone = is_gone(records_.text_of(records_.node(file, reference.record())));
+      if (gone && !reference.is_listed()) return true;
+      has_items |= !gone && reference.is_listed();
+    }
+    return !has_items;
+  }
+
+  /// What was made is written where something that is written refers to it.
+  void keep_what_is_needed() {
+    std::vector<Node> needed;
+    const auto need = [&](Node target) {
+      if (records_.standing(target) != Standing::made) return;
+      records_.set_standing(target, Standing::whole);
+      needed.push_back(target);
+    };
+    for_each_node([&](std::size_t file, Index record) {
+      if (records_.is_written(records_.node(file, record))) for_each_target(file, record, need);
+    });
+    while (!needed.empty()) {
+      const Node node = needed.back();
+      needed.pop_back();
+      for_each_target(records_.file_of(node), records_.index_of(node), need);
+    }
+  }
+
+  /// Removes what had users in a file that refers to others, and has none left.
+  void remove_what_nobody_needs(const Documents& documents) {
+    Column<std::uint32_t> users(records_.size());
+    for_each_node([&](std::size_t file, Index record) {
+      if (!records_.is_written(records_.node(file, record))) return;
+      for_each_target(file, record, [&](Node target) { ++users[target]; });
+    });
+    std::vector<bool> refers(files_.size());
+    for (const Node document : documents) refers[records_.file_of(document)] = true;
+    std::vector<Node> unused;
+    const auto look = [&](Node target) {
+      if (users[target] == 0 && records_.is_written(target) && refers[records_.file_of(target)]) {
+        records_.set_standing(target, Standing::gone);
+        unused.push_back(target);
+      }
+    };
+    for_each_node([&](std::size_t file, Index record) {
+      const Node node = records_.node(file, record);
+      const bool replaced =
+          !records_.is_text(node) && records_.standing(node) == Standing::counterpart;
+      if (refers[file] && (replaced || is_gone(node))) for_each_target(file, record, look);
+      while (!unused.empty()) {
+        const Node last = unused.back();
+        unused.pop_back();
+        for_each_target(records_.file_of(last), records_.index_of(last), [&](Node target) {
+          if (users[target] > 0) --users[target];
+          look(target);
+        });
+      }
+    });
+  }
+
+  const FileSet& files_;
+  const SharedLists& lists_;
+  Records& records_;
+};
+
+}  // namespace
+
+void remove_residue(const FileSet& files, const Documents& documents, const SharedLists& lists,
+                    Records& records) {
+  Residue(files, lists, records).remove(documents);
+}
+
+}  // namespace Kessel

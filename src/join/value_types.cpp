@@ -1,0 +1,114 @@
+#include "join/value_types.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace Kessel {
+
+namespace {
+
+// Never in this table: contexts, since a transformation's two representations must have different
+// ones; whatever can be an item of a representation, the target of a style, a layer, an
+// invisibility or an item's identification; approvals, classifications, contracts and the like,
+// which gain their dates, persons and meanings from what refers to them. In alphabetical order.
+constexpr std::string_view VALUE_TYPES[] = {
+    "ADDRESS",
+    "APPROVAL_ROLE",
+    "APPROVAL_STATUS",
+    "AREA_MEASURE_WITH_UNIT",
+    "AREA_UNIT",
+    "CALENDAR_DATE",
+    "CERTIFICATION_TYPE",
+    "CLASSIFICATION_ROLE",
+    "COLOUR",
+    "COLOUR_RGB",
+    "COLOUR_SPECIFICATION",
+    "CONTEXT_DEPENDENT_UNIT",
+    "CONTRACT_TYPE",
+    "CONVERSION_BASED_UNIT",
+    "CONVERSION_BASED_UNIT_WITH_OFFSET",
+    "COORDINATED_UNIVERSAL_TIME_OFFSET",
+    "CURVE_STYLE",
+    "CURVE_STYLE_FONT",
+    "CURVE_STYLE_FONT_PATTERN",
+    "CURVE_STYLE_RENDERING",
+    "DATE",
+    "DATE_AND_TIME",
+    "DATE_ROLE",
+    "DATE_TIME_ROLE",
+    "DERIVED_UNIT",
+    "DERIVED_UNIT_ELEMENT",
+    "DIMENSIONAL_EXPONENTS",
+    "DOCUMENT_TYPE",
+    "DRAUGHTING_PRE_DEFINED_COLOUR",
+    "DRAUGHTING_PRE_DEFINED_CURVE_FONT",
+    "DRAUGHTING_PRE_DEFINED_TEXT_FONT",
+    "EXTERNALLY_DEFINED_CURVE_FONT",
+    "EXTERNALLY_DEFINED_TEXT_FONT",
+    "EXTERNAL_SOURCE",
+    "FILL_AREA_STYLE",
+    "FILL_AREA_STYLE_COLOUR",
+    "GROUP_ROLE",
+    "IDENTIFICATION_ROLE",
+    "LENGTH_MEASURE_WITH_UNIT",
+    "LENGTH_UNIT",
+    "LOCAL_TIME",
+    "MASS_MEASURE_WITH_UNIT",
+    "MASS_UNIT",
+    "MEASURE_WITH_UNIT",
+    "NAMED_UNIT",
+    "OBJECT_ROLE",
+    "ORDINAL_DATE",
+    "ORGANIZATION",
+    "ORGANIZATION_ROLE",
+    "PERSON",
+    "PERSON_AND_ORGANIZATION",
+    "PERSON_AND_ORGANIZATION_ROLE",
+    "PERSON_ROLE",
+    "PLANE_ANGLE_MEASURE_WITH_UNIT",
+    "PLANE_ANGLE_UNIT",
+    "POINT_STYLE",
+    "PRESENTATION_STYLE_ASSIGNMENT",
+    "PRE_DEFINED_COLOUR",
+    "PRE_DEFINED_CURVE_FONT",
+    "PRE_DEFINED_MARKER",
+    "PRE_DEFINED_POINT_MARKER_SYMBOL",
+    "RATIO_MEASURE_WITH_UNIT",
+    "RATIO_UNIT",
+    "SECURITY_CLASSIFICATION_LEVEL",
+    "SI_UNIT",
+    "SOLID_ANGLE_MEASURE_WITH_UNIT",
+    "SOLID_ANGLE_UNIT",
+    "SURFACE_SIDE_STYLE",
+    "SURFACE_STYLE_BOUNDARY",
+    "SURFACE_STYLE_CONTROL_GRID",
+    "SURFACE_STYLE_FILL_AREA",
+    "SURFACE_STYLE_PARAMETER_LINE",
+    "SURFACE_STYLE_REFLECTANCE_AMBIENT",
+    "SURFACE_STYLE_REFLECTANCE_AMBIENT_DIFFUSE",
+    "SURFACE_STYLE_REFLECTANCE_AMBIENT_DIFFUSE_SPECULAR",
+    "SURFACE_STYLE_RENDERING",
+    "SURFACE_STYLE_RENDERING_WITH_PROPERTIES",
+    "SURFACE_STYLE_SEGMENTATION_CURVE",
+    "SURFACE_STYLE_SILHOUETTE",
+    "SURFACE_STYLE_TRANSPARENT",
+    "SURFACE_STYLE_USAGE",
+    "TEXT_STYLE",
+    "TEXT_STYLE_FOR_DEFINED_FONT",
+    "TIME_INTERVAL_ROLE",
+    "TIME_MEASURE_WITH_UNIT",
+    "TIME_UNIT",
+    "UNCERTAINTY_MEASURE_WITH_UNIT",
+    "VOLUME_MEASURE_WITH_UNIT",
+    "VOLUME_UNIT",
+    "WEEK_OF_YEAR_AND_DAY_DATE",
+};
+static_assert(std::is_sorted(std::begin(VALUE_TYPES), std::end(VALUE_TYPES)));
+
+}  // namespace
+
+bool is_value_type(std::string_view keyword) {
+  return std::binary_search(std::begin(VALUE_TYPES), std::end(VALUE_TYPES), keyword);
+}
+
+}  // namespace Kessel

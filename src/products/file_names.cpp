@@ -1,0 +1,72 @@
+#include "products/file_names.h"
+
+#include <map>
+#include <string>
+
+#include "naming/file_stem.h"
+#include "naming/unique_names.h"
+
+namespace Kessel {
+
+namespace {
+
+constexpr const char* ROOT = "Root";
+
+std::filesystem::path path_of(const std::string& utf8) {
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
+/// The number that a product is known by: that of its PRODUCT, or else of its definition.
+std::string number_of(const Instances& instances, const Product& product) {
+  const Index record = product.product != NO_RECORD ? product.product : product.definition;
+  return std::to_string(instances.number(record));
+}
+
+/// Gives out names after numbers.
+class RecordNames {
+ public:
+  explicit RecordNames(const Instances& instances) : instances_(instances) {}
+
+  std::string take(const Product& product) {
+    const std::string stem = "#" + number_of(instances_, product) + "_part";
+    const unsigned count = ++taken_[stem];
+    return stem + (count == 1 ? "" : "_(" + std::to_string(count) + ")_") +
+           std::string(FILE_EXTENSION);
+  }
+
+ private:
+  const Instances& instances_;
+  std::map<std::string, unsigned> taken_;
+};
+
+/// What a product is called, for a file.
+std::string stem_of(const Instances& instances, const Product& product, FileNameSet set) {
+  std::string stem = file_stem(product.name, set);
+  if (stem.empty()) stem = file_stem(product.id, set);
+  return stem.empty() ? "part " + number_of(instances, product) : stem;
+}
+
+}  // namespace
+
+std::vector<std::filesystem::path> file_names(const Instances& instances, const Products& all,
+                                              std::span<const ProductId> products,
+                                              NameStyle style) {
+  const FileNameSet set = style == NameStyle::product ? FileNameSet::ascii : FileNameSet::unicode;
+  RecordNames record_names(instances);
+  UniqueNames unique_names;
+  std::vector<std::filesystem::path> names;
+  names.reserve(products.size());
+  for (const ProductId id : products) {
+    std::string name;
+    if (style == NameStyle::record) {
+      name = id == NO_PRODUCT ? std::string(ROOT) + std::string(FILE_EXTENSION)
+                              : record_names.take(all.products[id]);
+    } else {
+      name = unique_names.take(id == NO_PRODUCT ? ROOT : stem_of(instances, all.products[id], set));
+    }
+    names.push_back(path_of(name));
+  }
+  return names;
+}
+
+}  // namespace Kessel

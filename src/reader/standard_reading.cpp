@@ -1,0 +1,200 @@
+#include "reader/standard_reading.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "exchange/statement_cutter.h"
+#include "findings/finding_kinds.h"
+#include "findings/refusals.h"
+#include "instances/places.h"
+#include "kessel/errors.h"
+#include "model/progress_reporter.h"
+#include "reader/record_loader.h"
+#include "reader/text.h"
+
+namespace Kessel {
+
+namespace {
+
+constexpr std::string_view FIRST_LINE = "ISO-10303-21;";
+constexpr std::string_view HEADER_END = "ENDSEC;\n";
+
+/// Everything up to the end of the header section, as it stands.
+std::string text_of_header(std::istream& in) {
+  in.clear();
+  in.seekg(0);
+  Exchange::StatementCutter cutter(in);
+  while (cutter.next() == Exchange::Cut::statement && cutter.statement().text != "ENDSEC") {
+  }
+  std::string text(static_cast<std::size_t>(cutter.offset()), '\0');
+  in.clear();
+  in.seekg(0);
+  in.read(text.data(), static_cast<std::streamsize>(text.size()));
+  return text;
+}
+
+/// The lines behind the first, trimmed, where reading by lines ends the header at the same place.
+std::optional<std::string> header_by_lines(std::string_view text) {
+  std::string header;
+  for (bool is_first = true; !text.empty(); is_first = false) {
+    if (header.ends_with(HEADER_END)) return std::nullopt;
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    const std::string_view line = trim(text.substr(0, end));
+    if (is_first && line != FIRST_LINE) return std::nullopt;
+    if (!is_first) header.append(line).append("\n");
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  if (!header.ends_with(HEADER_END)) return std::nullopt;
+  return header;
+}
+
+std::uint32_t number_of(const Exchange::Record& record) {
+  if (record.number == 0 || record.number > UINT32_MAX) {
+    throw InputError(
+        make_finding(FindingKind::record_number_too_large,
+                     "The number of this record is none from 1 to 4,294,967,295, which "
+                     "this style needs; the others do not.",
+                     record.offset));
+  }
+  return static_cast<std::uint32_t>(record.number);
+}
+
+/// Enters records into a store.
+class StoreLoader final : public Exchange::Listener {
+ public:
+  StoreLoader(Store& store, const Options& options)
+      : store_(store),
+        options_(options),
+        loader_(store, options.memory_limit),
+        reporter_(options, Stage::reading, size_for_progress(store.input, options)) {}
+
+  void header_entity(const Exchange::Statement& entity) override {
+    entities_.append(entity.text).append(";\n");
+  }
+
+  void record(const Exchange::Record& record) override {
+    const std::uint32_t number = number_of(record);
+    const bool is_known = number < store_.entities.size() && store_.entities[number] != nullptr;
+    if (is_known) {
+      store_.repeated.insert(number);
+    } else {
+      loader_.add(record);
+    }
+    if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
+  }
+
+  void warning(const Finding& finding) override {
+    if (options_.warning) warnings_.push_back(finding);
+  }
+
+  void finish() {
+    const std::optional<std::string> by_lines = header_by_lines(text_of_header(store_.input));
+    store_.first_line = FIRST_LINE;
+    store_.header = by_lines ? *by_lines : "HEADER;\n" + entities_ + std::string(HEADER_END);
+    set_lines(store_.input, warnings_);
+    store_.input.clear();  // The writer rewinds the stream and reads it again.
+    for (const Finding& warning : warnings_) options_.warning(warning);
+    reporter_.report_end();
+  }
+
+ private:
+  Store& store_;
+  const Options& options_;
+  RecordLoader loader_;
+  ProgressReporter reporter_;
+  std::string entities_;
+  std::vector<Finding> warnings_;
+};
+
+/// Compares the records under each number that several have.
+class RepeatedRecords final : public Exchange::Listener {
+ public:
+  explicit RepeatedRecords(const Store& store) : store_(store) {}
+
+  void record(const Exchange::Record& record) override {
+    const std::uint32_t number = number_of(record);
+    if (!store_.repeated.contains(number)) return;
+    const auto [known, is_new] = bodies_.emplace(number, record.body);
+    if (is_new || known->second == record.body) return;
+    throw InputError(
+        make_finding(FindingKind::two_texts_of_a_number,
+                     "#" + std::to_string(number) + " has stood for another record already.",
+                     record.offset, 0, number));
+  }
+
+ private:
+  const Store& store_;
+  std::map<std::uint32_t, std::string> bodies_;
+};
+
+/// Hands on records, the first under each number.
+class RecordReader final : public Exchange::Listener {
+ public:
+  RecordReader(const Store& store, const Options& options,
+               const std::function<void(const Exchange::Record&)>& write)
+      : repeated_(store.repeated),
+        write_(write),
+        reporter_(options, Stage::writing, store.read_up_to.value_or(0)) {}
+
+  void record(const Exchange::Record& record) override {
+    if (!repeated_.empty()) {
+      const auto number = static_cast<std::uint32_t>(record.number);
+      if (repeated_.contains(number) && !written_.insert(number).second) return;
+    }
+    write_(record);
+    if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
+  }
+
+  void finish() { reporter_.report_end(); }
+
+ private:
+  const std::set<std::uint32_t>& repeated_;
+  std::set<std::uint32_t> written_;
+  const std::function<void(const Exchange::Record&)>& write_;
+  ProgressReporter reporter_;
+};
+
+/// Reads the input to its end. Throws where that cannot be done.
+std::uint64_t read_to_end(std::istream& in, const Exchange::Limits& limits,
+                          Exchange::Listener& listener) {
+  const Exchange::Ending ending = read_exchange_file(in, limits, listener);
+  if (in.bad()) throw InputError(unreadable_file("cannot be read to its end"));
+  if (ending.error) throw InputError(*ending.error);
+  return ending.bytes;
+}
+
+}  // namespace
+
+void read_as_standard(Store& store, const Options& options) {
+  const Exchange::Limits limits{options.memory_limit};
+  try {
+    StoreLoader loader(store, options);
+    store.read_up_to = read_to_end(store.input, limits, loader);
+    if (!store.repeated.empty()) {
+      RepeatedRecords repeated(store);
+      read_to_end(store.input, limits, repeated);
+    }
+    loader.finish();
+  } catch (const InputError& error) {
+    std::vector<Finding> found{error.finding()};
+    set_lines(store.input, found);
+    throw InputError(found.front());
+  }
+}
+
+void read_again_as_standard(Store& store, const Options& options,
+                            const std::function<void(const Exchange::Record&)>& write) {
+  const Exchange::Limits limits{options.memory_limit, Exchange::Scrutiny::none};
+  RecordReader reader(store, options, write);
+  const Exchange::Ending ending = read_exchange_file(store.input, limits, reader);
+  if (ending.error || store.input.bad() || ending.bytes != store.read_up_to) {
+    throw InputError(input_changed(ending.bytes));
+  }
+  reader.finish();
+}
+
+}  // namespace Kessel

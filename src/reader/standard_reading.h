@@ -1,0 +1,23 @@
+// Reads an input into a host's store as the standard has it.
+#pragma once
+
+#include <functional>
+
+#include "exchange/reader.h"
+#include "kessel/options.h"
+#include "model/store.h"
+
+namespace Kessel {
+
+/// Reads the header and the records of `store.input`. The header is laid out as the classic reading
+/// has it wherever that sees the same. Throws `InputError`, its finding with its line, where the
+/// reading stops, where a number is beyond 32 bits, where two records have one number, and where
+/// the store or a text would take more than the options' memory limit. Warnings go to the options'.
+void read_as_standard(Store& store, const Options& options);
+
+/// The second reading: calls `write` for every record, in order. Throws `InputError` where the
+/// input is not what it was.
+void read_again_as_standard(Store& store, const Options& options,
+                            const std::function<void(const Exchange::Record&)>& write);
+
+}  // namespace Kessel

@@ -1,0 +1,217 @@
+#include "sameness/values.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace Kessel::Sameness {
+
+namespace {
+
+enum class Match : std::uint8_t { exactly, beginning, ending };
+using enum Match;
+using enum Worth;
+
+struct Row {
+  Match match;
+  std::string_view name;
+  Worth worth;
+};
+
+// The first row that fits counts; what no row fits bears identity.
+constexpr Row ROWS[] = {
+    // Points and directions: numbers. What is made of them where it matters, a vertex or an item of
+    // a representation, bears identity itself.
+    {exactly, "CARTESIAN_POINT", geometry},
+    {exactly, "POINT_ON_CURVE", geometry},
+    {exactly, "POINT_ON_SURFACE", geometry},
+    {exactly, "DEGENERATE_PCURVE", geometry},
+    {exactly, "EVALUATED_DEGENERATE_PCURVE", geometry},
+    {exactly, "DIRECTION", geometry},
+    {exactly, "VECTOR", geometry},
+    {exactly, "COORDINATES_LIST", geometry},
+    // Placements: a place and directions.
+    {exactly, "AXIS1_PLACEMENT", geometry},
+    {exactly, "AXIS2_PLACEMENT_2D", geometry},
+    {exactly, "AXIS2_PLACEMENT_3D", geometry},
+    {beginning, "CARTESIAN_TRANSFORMATION_OPERATOR", geometry},
+    // Curves: what an edge runs along; the edge bears identity.
+    {exactly, "LINE", geometry},
+    {exactly, "CIRCLE", geometry},
+    {exactly, "ELLIPSE", geometry},
+    {exactly, "HYPERBOLA", geometry},
+    {exactly, "PARABOLA", geometry},
+    {exactly, "CLOTHOID", geometry},
+    {exactly, "POLYLINE", geometry},
+    {exactly, "PCURVE", geometry},
+    {exactly, "BOUNDED_PCURVE", geometry},
+    {exactly, "SURFACE_CURVE", geometry},
+    {exactly, "BOUNDED_SURFACE_CURVE", geometry},
+    {exactly, "INTERSECTION_CURVE", geometry},
+    {exactly, "SEAM_CURVE", geometry},
+    {exactly, "BOUNDED_CURVE", geometry},
+    {exactly, "TRIMMED_CURVE", geometry},
+    {exactly, "COMPOSITE_CURVE", geometry},
+    {exactly, "COMPOSITE_CURVE_ON_SURFACE", geometry},
+    {exactly, "COMPOSITE_CURVE_SEGMENT", geometry},
+    {exactly, "BOUNDARY_CURVE", geometry},
+    {exactly, "OUTER_BOUNDARY_CURVE", geometry},
+    {exactly, "REPARAMETRISED_COMPOSITE_CURVE_SEGMENT", geometry},
+    {exactly, "OFFSET_CURVE_2D", geometry},
+    {exactly, "OFFSET_CURVE_3D", geometry},
+    {exactly, "CURVE_REPLICA", geometry},
+    {exactly, "B_SPLINE_CURVE", geometry},
+    {exactly, "B_SPLINE_CURVE_WITH_KNOTS", geometry},
+    {exactly, "RATIONAL_B_SPLINE_CURVE", geometry},
+    {exactly, "UNIFORM_CURVE", geometry},
+    {exactly, "QUASI_UNIFORM_CURVE", geometry},
+    {exactly, "BEZIER_CURVE", geometry},
+    // Surfaces: what a face lies in; the face bears identity.
+    {exactly, "PLANE", geometry},
+    {exactly, "CYLINDRICAL_SURFACE", geometry},
+    {exactly, "CONICAL_SURFACE", geometry},
+    {exactly, "SPHERICAL_SURFACE", geometry},
+    {exactly, "TOROIDAL_SURFACE", geometry},
+    {exactly, "DEGENERATE_TOROIDAL_SURFACE", geometry},
+    {exactly, "SURFACE_OF_REVOLUTION", geometry},
+    {exactly, "SURFACE_OF_LINEAR_EXTRUSION", geometry},
+    {exactly, "SWEPT_SURFACE", geometry},
+    {exactly, "BOUNDED_SURFACE", geometry},
+    {exactly, "ELEMENTARY_SURFACE", geometry},
+    {exactly, "CURVE_BOUNDED_SURFACE", geometry},
+    {exactly, "RECTANGULAR_TRIMMED_SURFACE", geometry},
+    {exactly, "RECTANGULAR_COMPOSITE_SURFACE", geometry},
+    {exactly, "SURFACE_PATCH", geometry},
+    {exactly, "OFFSET_SURFACE", geometry},
+    {exactly, "SURFACE_REPLICA", geometry},
+    {exactly, "B_SPLINE_SURFACE", geometry},
+    {exactly, "B_SPLINE_SURFACE_WITH_KNOTS", geometry},
+    {exactly, "RATIONAL_B_SPLINE_SURFACE", geometry},
+    {exactly, "UNIFORM_SURFACE", geometry},
+    {exactly, "QUASI_UNIFORM_SURFACE", geometry},
+    {exactly, "BEZIER_SURFACE", geometry},
+    // Units and amounts: a millimetre is a millimetre.
+    {ending, "_UNIT", measure},
+    {exactly, "DERIVED_UNIT_ELEMENT", measure},
+    {exactly, "DIMENSIONAL_EXPONENTS", measure},
+    {exactly, "MEASURE_WITH_UNIT", measure},
+    {ending, "_MEASURE_WITH_UNIT", measure},
+    // How something looks. What looks so, a styled item or an annotation, bears identity.
+    {exactly, "COLOUR", appearance},
+    {exactly, "COLOUR_RGB", appearance},
+    {exactly, "COLOUR_SPECIFICATION", appearance},
+    {exactly, "PRE_DEFINED_ITEM", appearance},
+    {exactly, "PRE_DEFINED_COLOUR", appearance},
+    {exactly, "PRE_DEFINED_CURVE_FONT", appearance},
+    {exactly, "PRE_DEFINED_TEXT_FONT", appearance},
+    {exactly, "PRE_DEFINED_SYMBOL", appearance},
+    {exactly, "PRE_DEFINED_MARKER", appearance},
+    {exactly, "PRE_DEFINED_POINT_MARKER_SYMBOL", appearance},
+    {beginning, "DRAUGHTING_PRE_DEFINED_", appearance},
+    {exactly, "EXTERNALLY_DEFINED_CURVE_FONT", appearance},
+    {exactly, "EXTERNALLY_DEFINED_TEXT_FONT", appearance},
+    {exactly, "PRESENTATION_STYLE_ASSIGNMENT", appearance},
+    {exactly, "PRESENTATION_STYLE_BY_CONTEXT", appearance},
+    {beginning, "SURFACE_STYLE_", appearance},
+    {exactly, "SURFACE_SIDE_STYLE", appearance},
+    {beginning, "FILL_AREA_STYLE", appearance},
+    {exactly, "CURVE_STYLE", appearance},
+    {beginning, "CURVE_STYLE_FONT", appearance},
+    {exactly, "CURVE_STYLE_RENDERING", appearance},
+    {exactly, "POINT_STYLE", appearance},
+    {exactly, "SYMBOL_STYLE", appearance},
+    {exactly, "SYMBOL_COLOUR", appearance},
+    {beginning, "TEXT_STYLE", appearance},
+    {exactly, "NULL_STYLE", appearance},
+    // Who, when, in which role, of which kind. What is signed, dated or classified bears identity,
+    // and so do the records that sign, date or classify it.
+    {exactly, "PERSON", management},
+    {exactly, "ORGANIZATION", management},
+    {exactly, "PERSON_AND_ORGANIZATION", management},
+    {exactly, "ADDRESS", management},
+    {exactly, "PERSONAL_ADDRESS", management},
+    {exactly, "ORGANIZATIONAL_ADDRESS", management},
+    {exactly, "DATE", management},
+    {exactly, "CALENDAR_DATE", management},
+    {exactly, "ORDINAL_DATE", management},
+    {exactly, "WEEK_OF_YEAR_AND_DAY_DATE", management},
+    {exactly, "DATE_AND_TIME", management},
+    {exactly, "LOCAL_TIME", management},
+    {exactly, "COORDINATED_UNIVERSAL_TIME_OFFSET", management},
+    {ending, "_ROLE", management},
+    {exactly, "APPROVAL_STATUS", management},
+    {exactly, "SECURITY_CLASSIFICATION_LEVEL", management},
+    {exactly, "DOCUMENT_TYPE", management},
+    {exactly, "CONTRACT_TYPE", management},
+};
+
+// Partial records that say nothing by themselves.
+constexpr std::string_view SUPERTYPES[] = {
+    "REPRESENTATION_ITEM",
+    "GEOMETRIC_REPRESENTATION_ITEM",
+    "POINT",
+    "CURVE",
+    "SURFACE",
+    "CONIC",
+    "PLACEMENT",
+    "FOUNDED_ITEM",
+};
+
+// Records that mean the very item which they refer to.
+constexpr Row NAMING[] = {
+    // Sets of items without topology: a curve drawn twice is two.
+    {ending, "GEOMETRIC_SET", identity},
+    {ending, "GEOMETRIC_CURVE_SET", identity},
+    // What is said of an item: how it looks, what it is called, what it is part of.
+    {ending, "STYLED_ITEM", identity},
+    {beginning, "ANNOTATION_", identity},
+    {exactly, "ITEM_IDENTIFIED_REPRESENTATION_USAGE", identity},
+    {exactly, "GEOMETRIC_ITEM_SPECIFIC_USAGE", identity},
+    {exactly, "DRAUGHTING_MODEL_ITEM_ASSOCIATION", identity},
+    // Where something is put: by this placement among a representation's items, not by its like.
+    {exactly, "ITEM_DEFINED_TRANSFORMATION", identity},
+    {exactly, "REPRESENTATION_MAP", identity},
+    {exactly, "MAPPED_ITEM", identity},
+};
+
+bool fits(const Row& row, std::string_view keyword) {
+  switch (row.match) {
+    case exactly:
+      return keyword == row.name;
+    case beginning:
+      return keyword.starts_with(row.name);
+    case ending:
+      break;
+  }
+  return keyword.ends_with(row.name);
+}
+
+Worth worth_of(std::string_view keyword) {
+  for (const Row& row : ROWS) {
+    if (fits(row, keyword)) return row.worth;
+  }
+  return identity;
+}
+
+bool is_supertype(std::string_view keyword) {
+  return std::find(std::begin(SUPERTYPES), std::end(SUPERTYPES), keyword) != std::end(SUPERTYPES);
+}
+
+}  // namespace
+
+Worth worth_of(const TypeTable& types, TypeId type) {
+  Worth worth = identity;
+  for (const std::string_view keyword : types.keywords(type)) {
+    if (types.is_complex(type) && is_supertype(keyword)) continue;
+    const Worth of_part = worth_of(keyword);
+    if (of_part == identity) return identity;
+    worth = of_part;
+  }
+  return worth;
+}
+
+bool names_items(std::string_view keyword) {
+  return std::any_of(std::begin(NAMING), std::end(NAMING),
+                     [&](const Row& row) { return fits(row, keyword); });
+}
+
+}  // namespace Kessel::Sameness

@@ -1,0 +1,106 @@
+// Findings as they are collected, and their kinds.
+#include "findings/finding_list.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+#include "check/check_text.h"
+#include "findings/finding_kinds.h"
+
+namespace Kessel::test {
+namespace {
+
+using enum FindingKind;
+
+Lines taken_from(FindingList& list) {
+  Lines lines;
+  for (const Finding& finding : list.take()) lines.push_back(describe(finding));
+  return lines;
+}
+
+TEST(FindingList, GoesByOffsetWithTheWholeFileFirst) {
+  FindingList list;
+  list.add(cut_record, {50, 3}, 7, "c");
+  list.add(joined_record, {10, 2}, 5, "a");
+  list.add(no_part, {}, 0, "whole");
+  list.add(repeated_number, {50, 3}, 7, "d");
+  EXPECT_EQ(taken_from(list),
+            (Lines{"warning no_part: whole", "2@10 error joined_record #5: a",
+                   "3@50 error cut_record #7: c", "3@50 error repeated_number #7: d"}));
+  EXPECT_EQ(taken_from(list), Lines());
+}
+
+TEST(FindingList, KeepsTwentyOfAKindAndCountsTheOthers) {
+  FindingList list;
+  Lines expected;
+  for (std::uint32_t i = 1; i <= 20; ++i) {
+    list.add(cut_record, {i, i}, i, "cut");
+    const std::string n = std::to_string(i);
+    expected.push_back(n + "@" + n + " error cut_record #" + n + ": cut");
+  }
+  FindingList twenty = list;
+  EXPECT_EQ(taken_from(twenty), expected);
+
+  FindingList more = list;
+  more.add(cut_record, {21, 21}, 21, "cut");
+  Lines with_one = expected;
+  with_one.push_back("21@21 error cut_record #21: And 1 more like the 20 that are listed: cut");
+  EXPECT_EQ(taken_from(more), with_one);
+
+  for (std::uint32_t i = 21; i < 12'366; ++i) list.add(cut_record, {i, i}, i, "cut");
+  list.add(no_root, {}, 0, "none");
+  expected.insert(expected.begin(), "error no_root: none");
+  expected.push_back(
+      "21@21 error cut_record #21 x12345: And 12,345 more like the 20 that are listed: cut");
+  EXPECT_EQ(taken_from(list), expected);
+}
+
+TEST(FindingList, GoesFileByFileAfterTheInput) {
+  FindingList list;
+  list.add(no_part, {10, 2}, 0, "input");
+  list.begin_file("z");
+  list.add(repeated_record, {50, 3}, 7, "b");
+  list.add(missing_record, {}, 8, "a");
+  list.begin_file("a");
+  list.add(repeated_record, {10, 2}, 7, "c");
+  Lines lines;
+  for (const Finding& finding : list.take()) lines.push_back(finding.file + ":" + finding.sentence);
+  EXPECT_EQ(lines, (Lines{":input", "z:a", "z:b", "a:c"}));
+}
+
+TEST(FindingList, CountsOfAKindOverAllFiles) {
+  FindingList list;
+  for (std::uint32_t i = 0; i < 25; ++i) {
+    list.begin_file(std::to_string(i));
+    list.add(missing_file, {}, 0, "gone");
+  }
+  const std::vector<Finding> findings = list.take();
+  ASSERT_EQ(findings.size(), 21u);
+  EXPECT_EQ(findings[20].file, "20");
+  EXPECT_EQ(findings[20].count, 5u);
+}
+
+TEST(FindingList, NumbersHaveCommasBetweenThousands) {
+  EXPECT_EQ(with_commas(0), "0");
+  EXPECT_EQ(with_commas(999), "999");
+  EXPECT_EQ(with_commas(1000), "1,000");
+  EXPECT_EQ(with_commas(18'446'744'073'709'551'615U), "18,446,744,073,709,551,615");
+}
+
+TEST(FindingKinds, EachHasANameOfItsOwn) {
+  std::set<std::string_view> names;
+  std::size_t count = 0;
+  for (auto kind = unreadable; kind <= foreign_file;
+       kind = static_cast<FindingKind>(static_cast<int>(kind) + 1)) {
+    names.insert(name_of(kind));
+    ++count;
+  }
+  EXPECT_EQ(names.size(), count);
+  EXPECT_EQ(name_of(unreadable), "unreadable");
+  EXPECT_EQ(name_of(no_root), "no_root");
+}
+
+}  // namespace
+}  // namespace Kessel::test

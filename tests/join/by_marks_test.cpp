@@ -1,0 +1,178 @@
+// Files of one split, with the marks that it leaves.
+#include <gtest/gtest.h>
+
+#include "join/joined_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+// An assembly #10 of the part #20. The input had a layer of a solid of each, #30.
+const std::string MARKED_ROOT =
+    MARKED + "/*1*/#1=PRODUCT_DEFINITION_CONTEXT('',$,'');\n" +
+    "/*2*/#2=REPRESENTATION_CONTEXT('','');\n" + product(3, "whole", "(#9,#10)", "#2") +
+    "#9=AXIS2_PLACEMENT_3D('up',$,$,$);\n#10=MANIFOLD_SOLID_BREP('own',$);\n"
+    "/*20*/#11=PRODUCT_DEFINITION('design','',#12,#1);\n"
+    "/*21*/#12=PRODUCT_DEFINITION_FORMATION('','',#13);\n"
+    "/*22*/#13=PRODUCT('part','part','',());\n"
+    "/*23*/#14=PRODUCT_DEFINITION_SHAPE('','',#11);\n"
+    "/*24*/#15=SHAPE_DEFINITION_REPRESENTATION(#14,#16);\n"
+    "/*~25*/#16=SHAPE_REPRESENTATION('',(#17),#2);\n"
+    "/*26*/#17=AXIS2_PLACEMENT_3D('o',$,$,$);\n"
+    "#18=NEXT_ASSEMBLY_USAGE_OCCURRENCE('u','','',#3,#11,$);\n"
+    "/*30*/#19=PRESENTATION_LAYER_ASSIGNMENT('l','',(#10));\n" +
+    made_block(20, "part.stp", "#16", "#11");
+
+const std::string MARKED_PART = MARKED +
+                                "/*1*/#1=PRODUCT_DEFINITION_CONTEXT('',$,'');\n"
+                                "/*2*/#2=REPRESENTATION_CONTEXT('','');\n"
+                                "/*20*/#3=PRODUCT_DEFINITION('design','',#4,#1);\n"
+                                "/*21*/#4=PRODUCT_DEFINITION_FORMATION('','',#5);\n"
+                                "/*22*/#5=PRODUCT('part','part','',());\n"
+                                "/*23*/#6=PRODUCT_DEFINITION_SHAPE('','',#3);\n"
+                                "/*24*/#7=SHAPE_DEFINITION_REPRESENTATION(#6,#8);\n"
+                                "/*25*/#8=SHAPE_REPRESENTATION('',(#9,#10),#2);\n"
+                                "/*26*/#9=AXIS2_PLACEMENT_3D('o',$,$,$);\n"
+                                "#10=MANIFOLD_SOLID_BREP('its',$);\n"
+                                "/*30*/#11=PRESENTATION_LAYER_ASSIGNMENT('l','',(#10));\n";
+
+const std::string INPUT =
+    "#1=PRODUCT_DEFINITION_CONTEXT('',$,'');\n"
+    "#2=REPRESENTATION_CONTEXT('','');\n"
+    "#3=PRODUCT_DEFINITION('design','',#4,#1);\n"
+    "#4=PRODUCT_DEFINITION_FORMATION('','',#5);\n"
+    "#5=PRODUCT('whole','whole','',());\n"
+    "#6=PRODUCT_DEFINITION_SHAPE('','',#3);\n"
+    "#7=SHAPE_DEFINITION_REPRESENTATION(#6,#8);\n"
+    "#8=SHAPE_REPRESENTATION('',(#9,#10),#2);\n"
+    "#9=AXIS2_PLACEMENT_3D('up',$,$,$);\n"
+    "#10=MANIFOLD_SOLID_BREP('own',$);\n"
+    "#11=PRODUCT_DEFINITION('design','',#12,#1);\n"
+    "#12=PRODUCT_DEFINITION_FORMATION('','',#13);\n"
+    "#13=PRODUCT('part','part','',());\n"
+    "#14=PRODUCT_DEFINITION_SHAPE('','',#11);\n"
+    "#15=SHAPE_DEFINITION_REPRESENTATION(#14,#19);\n"
+    "#16=AXIS2_PLACEMENT_3D('o',$,$,$);\n"
+    "#17=NEXT_ASSEMBLY_USAGE_OCCURRENCE('u','','',#3,#11,$);\n"
+    "#18=PRESENTATION_LAYER_ASSIGNMENT('l','',(#10,#20));\n"
+    "#19=SHAPE_REPRESENTATION('',(#16,#20),#2);\n"
+    "#20=MANIFOLD_SOLID_BREP('its',$);\n";
+
+TEST(JoinByMarks, RecordsOfOneNumberBecomeOne) {
+  JoinedFolder folder;
+  folder.file("root.stp", MARKED_ROOT);
+  folder.file("part.stp", MARKED_PART);
+  EXPECT_EQ(folder.data(), INPUT);
+  EXPECT_EQ(folder.joined().records, 20u);
+  EXPECT_EQ(folder.joined().bytes, read_file("out.stp").size());
+  ASSERT_EQ(folder.joined().inputs.size(), 2u);
+  EXPECT_EQ(folder.joined().inputs[0].path, folder.folder() / "root.stp");
+  EXPECT_EQ(folder.joined().inputs[0].records, 30u);
+  EXPECT_EQ(folder.joined().inputs[1].path, folder.folder() / "part.stp");
+  EXPECT_EQ(folder.joined().inputs[1].records, 11u);
+  EXPECT_TRUE(folder.joined().warnings.empty());
+}
+
+TEST(JoinByMarks, WholeFile) {
+  JoinedFolder folder;
+  folder.file("root.stp", MARKED_ROOT);
+  folder.file("part.stp", MARKED_PART);
+  folder.data();
+  EXPECT_EQ(without_time_stamps(read_file("out.stp")),
+            "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\n"
+            "FILE_NAME('out.stp','<time>',('me'),(''),'','','');\n"
+            "FILE_SCHEMA(('AP'));\nENDSEC;\nDATA;\n" +
+                INPUT + "ENDSEC;\nEND-ISO-10303-21;\n");
+}
+
+TEST(JoinByMarks, CopyThatSaysSomethingElseIsAWarning) {
+  JoinedFolder folder;
+  folder.file("root.stp", MARKED_ROOT);
+  std::string part = MARKED_PART;
+  part.replace(part.find("'part','part'"), 13, "'part','Part'");
+  folder.file("part.stp", part);
+  EXPECT_EQ(folder.data(), INPUT);
+  ASSERT_EQ(folder.joined().warnings.size(), 1u);
+  const Finding& warning = folder.joined().warnings.front();
+  EXPECT_EQ(warning.kind, FindingKind::copies_differ);
+  EXPECT_EQ(warning.file, "part.stp");
+  EXPECT_EQ(warning.instance, 5u);
+  EXPECT_EQ(warning.sentence,
+            "#5 says something else than its copy in another file, which is taken.");
+}
+
+TEST(JoinByMarks, CopyThatRefersToSomethingElseIsAWarning) {
+  JoinedFolder folder;
+  folder.file("root.stp", MARKED_ROOT);
+  std::string part = MARKED_PART;
+  part.replace(part.find("'',#3)"), 6, "'',#4)");
+  folder.file("part.stp", part);
+  EXPECT_EQ(folder.data(), INPUT);
+  ASSERT_EQ(folder.joined().warnings.size(), 1u);
+  EXPECT_EQ(folder.joined().warnings.front().kind, FindingKind::copies_differ);
+  EXPECT_EQ(folder.joined().warnings.front().instance, 6u);
+}
+
+TEST(JoinByMarks, StandInWithoutItsRecordStaysWithWhatItNeeds) {
+  JoinedFolder folder;
+  folder.file("root.stp", MARKED +
+                              "/*~5*/#1=SHAPE_REPRESENTATION('',(#2),#3);\n"
+                              "/*~*/#2=AXIS2_PLACEMENT_3D('',#4,$,$);\n"
+                              "#3=REPRESENTATION_CONTEXT('','');\n"
+                              "/*~*/#4=CARTESIAN_POINT('',(0.,0.,0.));\n"
+                              "/*~*/#5=CARTESIAN_POINT('',(1.,0.,0.));\n");
+  EXPECT_EQ(folder.data(),
+            "#1=SHAPE_REPRESENTATION('',(#2),#3);\n"
+            "#2=AXIS2_PLACEMENT_3D('',#4,$,$);\n"
+            "#3=REPRESENTATION_CONTEXT('','');\n"
+            "#4=CARTESIAN_POINT('',(0.,0.,0.));\n");
+  ASSERT_EQ(folder.joined().warnings.size(), 1u);
+  EXPECT_EQ(folder.joined().warnings.front().kind, FindingKind::stand_in_left);
+  EXPECT_EQ(folder.joined().warnings.front().sentence,
+            "#1 stands for a record that no file holds; it is taken itself.");
+}
+
+TEST(JoinByMarks, FilesOfDifferentSplitsAreJoinedByStructure) {
+  JoinedFolder folder;
+  folder.file("root.stp", MARKED_ROOT);
+  std::string part = MARKED_PART;
+  part.replace(part.find("0123456789abcdef"), 16, "fedcba9876543210");
+  folder.file("part.stp", part);
+  // Contexts and layers of two splits are not the same ones, whatever their numbers.
+  EXPECT_EQ(folder.data(),
+            "#1=PRODUCT_DEFINITION_CONTEXT('',$,'');\n"
+            "#2=REPRESENTATION_CONTEXT('','');\n"
+            "#3=PRODUCT_DEFINITION('design','',#4,#1);\n"
+            "#4=PRODUCT_DEFINITION_FORMATION('','',#5);\n"
+            "#5=PRODUCT('whole','whole','',());\n"
+            "#6=PRODUCT_DEFINITION_SHAPE('','',#3);\n"
+            "#7=SHAPE_DEFINITION_REPRESENTATION(#6,#8);\n"
+            "#8=SHAPE_REPRESENTATION('',(#9,#10),#2);\n"
+            "#9=AXIS2_PLACEMENT_3D('up',$,$,$);\n"
+            "#10=MANIFOLD_SOLID_BREP('own',$);\n"
+            "#11=NEXT_ASSEMBLY_USAGE_OCCURRENCE('u','','',#3,#15,$);\n"
+            "#12=PRESENTATION_LAYER_ASSIGNMENT('l','',(#10));\n"
+            "#13=PRODUCT_DEFINITION_CONTEXT('',$,'');\n"
+            "#14=REPRESENTATION_CONTEXT('','');\n"
+            "#15=PRODUCT_DEFINITION('design','',#16,#13);\n"
+            "#16=PRODUCT_DEFINITION_FORMATION('','',#17);\n"
+            "#17=PRODUCT('part','part','',());\n"
+            "#18=PRODUCT_DEFINITION_SHAPE('','',#15);\n"
+            "#19=SHAPE_DEFINITION_REPRESENTATION(#18,#20);\n"
+            "#20=SHAPE_REPRESENTATION('',(#21,#22),#14);\n"
+            "#21=AXIS2_PLACEMENT_3D('o',$,$,$);\n"
+            "#22=MANIFOLD_SOLID_BREP('its',$);\n"
+            "#23=PRESENTATION_LAYER_ASSIGNMENT('l','',(#22));\n");
+}
+
+TEST(JoinByMarks, RepeatedItemsOfAListStay) {
+  JoinedFolder folder;
+  folder.file("root.stp", MARKED +
+                              "/*1*/#1=PRESENTATION_LAYER_ASSIGNMENT('l','',(#2,#2));\n"
+                              "#2=MANIFOLD_SOLID_BREP('own',$);\n");
+  EXPECT_EQ(folder.data(),
+            "#1=PRESENTATION_LAYER_ASSIGNMENT('l','',(#2,#2));\n"
+            "#2=MANIFOLD_SOLID_BREP('own',$);\n");
+}
+
+}  // namespace
+}  // namespace Kessel::test

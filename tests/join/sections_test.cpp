@@ -1,0 +1,74 @@
+// Headers, anchors and references.
+#include <gtest/gtest.h>
+
+#include "join/joined_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+const std::string REFERENCE_TO_PART =
+    "#1=PRODUCT_DEFINITION('','',$,$);\n"
+    "#8=APPLIED_DOCUMENT_REFERENCE(#9,'',(#1));\n#9=DOCUMENT_FILE('part.stp','','',$,'',$);\n";
+
+TEST(JoinSections, AnchorsAndReferencesOfAllFiles) {
+  JoinedFolder folder;
+  folder.folder().write(
+      "root.stp",
+      exchange_file(REFERENCE_TO_PART + "#2=COLOUR_RGB('',1.,0.,0.);\n#3=A(#4);\n", "AP",
+                    "ANCHOR;\n<red>=#2;\n<document>=#9;\nENDSEC;\n"
+                    "REFERENCE;\n#4=<http://example.org/a.stp#x>;\nENDSEC;\n"));
+  folder.folder().write(
+      "part.stp",
+      exchange_file(
+          "#1=PRODUCT_DEFINITION('','',$,$);\n#2=COLOUR_RGB('',1.,0.,0.);\n#3=A(#5,#4);\n", "AP",
+          "ANCHOR;\n<its red>=#2 {tag:#1};\nENDSEC;\n"
+          "REFERENCE;\n#4=<http://example.org/a.stp#x>;\n#5=<b.stp#y>;\nENDSEC;\n"));
+  folder.data();
+  const std::string text = without_time_stamps(read_file("out.stp"));
+  // What anchors name stays by itself.
+  EXPECT_EQ(text.substr(text.find("ANCHOR;")),
+            "ANCHOR;\n<red>=#2;\n<its red>=#6 {tag:#5};\nENDSEC;\n"
+            "REFERENCE;\n#1=<http://example.org/a.stp#x>;\n#4=<b.stp#y>;\nENDSEC;\n"
+            "DATA;\n"
+            "#2=COLOUR_RGB('',1.,0.,0.);\n"
+            "#3=A(#1);\n"
+            "#5=PRODUCT_DEFINITION('','',$,$);\n"
+            "#6=COLOUR_RGB('',1.,0.,0.);\n"
+            "#7=A(#4,#1);\n"
+            "ENDSEC;\nEND-ISO-10303-21;\n");
+}
+
+TEST(JoinSections, NameOfTheOutputInItsHeader) {
+  JoinedFolder folder;
+  folder.file("root.stp", "#1=A();\n");
+  join("root.stp", "T\xC3\xBCr 'x'.stp");
+  const std::string text = without_time_stamps(read_file("T\xC3\xBCr 'x'.stp"));
+  EXPECT_EQ(text.substr(0, text.find("FILE_SCHEMA")),
+            "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\n"
+            "FILE_NAME('T\\X2\\00FC\\X0\\r ''x''.stp','<time>',('me'),(''),'','','');\n");
+}
+
+TEST(JoinSections, ParametersOfTheOnlyDataSection) {
+  JoinedFolder folder;
+  folder.folder().write("root.stp",
+                        "ISO-10303-21;\nHEADER;\nFILE_NAME();\nENDSEC;\nDATA('d',('AP'));\n"
+                        "#1=A();\nENDSEC;\nEND-ISO-10303-21;\n");
+  join("root.stp", "one.stp");
+  EXPECT_EQ(read_file("one.stp"),
+            "ISO-10303-21;\nHEADER;\nFILE_NAME();\nENDSEC;\nDATA('d',('AP'));\n"
+            "#1=A();\nENDSEC;\nEND-ISO-10303-21;\n");
+}
+
+TEST(JoinSections, SeveralDataSectionsBecomeOne) {
+  JoinedFolder folder;
+  folder.folder().write("root.stp",
+                        "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA('d',('AP'));\n#1=A(#2);\nENDSEC;\n"
+                        "DATA('e',('AP'));\n#2=B();\nENDSEC;\nEND-ISO-10303-21;\n");
+  join("root.stp", "one.stp");
+  EXPECT_EQ(read_file("one.stp"),
+            "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A(#2);\n#2=B();\nENDSEC;\n"
+            "END-ISO-10303-21;\n");
+}
+
+}  // namespace
+}  // namespace Kessel::test
