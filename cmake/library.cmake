@@ -25,6 +25,8 @@ foreach(folder
     join
     model
     naming
+    output
+    placement
     products
     reader
     sameness

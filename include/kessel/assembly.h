@@ -32,7 +32,7 @@ struct PartUse {
 /// the structure. Texts are valid UTF-8, decoded from exchange strings (ISO 10303-21, 6.4.3); bytes
 /// that are not UTF-8 are taken as ISO 8859-1.
 struct PartInfo {
-  std::uint32_t record = 0;  ///< instance number; 0 for a generated root, which has no record
+  std::uint64_t record = 0;  ///< instance number; 0 for a generated root, which has no record
   std::string id;            ///< the product's id; empty where the part leads to no product
   std::string name;          ///< the product's name
   std::string description;   ///< the product's description
@@ -49,9 +49,9 @@ struct PartInfo {
 struct Assembly {
   /// In the order of the file, a generated root last.
   std::vector<PartInfo> parts;
-  /// Indices of the parts where the structure begins: the root, or the only part of a file. Parts
-  /// that no root leads to, because they contain each other, are entered at one more part for each
-  /// such group; from all roots together every part can be reached.
+  /// Indices of the parts where the structure begins: one where there are parts, the only top or
+  /// the generated root above several. It leads to every part. Of parts that contain each other,
+  /// and that no other part contains, one is a top.
   std::vector<std::size_t> roots;
   /// Levels of parts: 1 for parts alone, 0 without parts. A generated root is no level.
   std::size_t depth = 0;
@@ -65,8 +65,8 @@ struct Assembly {
 /// (which get a generated root, as in a split), or with parts that contain each other is no error.
 ///
 /// Throws `std::invalid_argument` "Failed to open input file.", `InputError` (`kessel/errors.h`)
-/// for a file that cannot be read to its end or whose records take more than the memory limit, and
-/// `std::bad_alloc`. Works on the caller's thread.
+/// with the finding that check() gives for what is no regular file, cannot be read to its end or
+/// takes more than the memory limit, and `std::bad_alloc`. Works on the caller's thread.
 KESSEL_EXPORT Assembly read_assembly(const std::filesystem::path& in,
                                      const Options& options = Options());
 

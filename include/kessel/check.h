@@ -10,9 +10,12 @@
 
 namespace Kessel {
 
-/// Reads the exchange file `in` (ISO 10303-21) once, as a run reads it, and returns what it finds
-/// wrong or unusual, by ascending offset; findings on the whole file come first. An empty list
-/// means that nothing was found.
+/// Reads the exchange file `in` (ISO 10303-21, clear text) and returns what it finds wrong or
+/// unusual, by ascending offset; findings on the whole file come first. An empty list means that
+/// nothing was found.
+///
+/// An error is what makes it doubtful where records begin and end; there is at most one, and what
+/// stands behind it is not looked at. All else is a warning.
 ///
 /// Of each kind the first twenty findings are listed; one more, at the place of the next, says how
 /// many there are beyond (`Finding::count`). Of the options only the memory limit matters.

@@ -79,7 +79,7 @@ struct Difference {
 ///
 /// Of the options the memory limit, which goes for each file, and the progress matter: `reading` is
 /// both files together, `sorting` the comparison in steps. Time and memory are about linear in the
-/// records; some 120 bytes a record. Writes and prints nothing. Works on the caller's thread.
+/// records; some 95 bytes a record. Writes and prints nothing. Works on the caller's thread.
 ///
 /// Throws `InputError` for a file that cannot be read to its end or does not fit into memory; its
 /// finding names the file (`Finding::file`, UTF-8). Throws `std::bad_alloc`.

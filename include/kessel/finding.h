@@ -69,10 +69,11 @@ enum class FindingKind {
   reference_cycle,        ///< instances that refer to each other in a circle
 
   // product structure
-  unused_usage,       ///< a usage that joins no two parts
-  usage_cycle,        ///< parts that are components of each other
+  unused_usage,       ///< a usage that joins no two product definitions
+  usage_cycle,        ///< a usage whose component leads back to the assembly
   part_without_name,  ///< a part that leads to no product, after which its file would be named
-  no_part,            ///< nothing to split
+  foreign_shape,      ///< a record that puts parts of one product's shape into another's file
+  no_part,            ///< nothing to split: no product definition has a shape or a component
   one_part,           ///< nothing to split
   no_root,            ///< no part at the top: every part is a component of another
 
@@ -108,7 +109,7 @@ struct Finding {
   std::string sentence;        ///< plain English, ASCII
   std::uint64_t offset = 0;    ///< bytes from the beginning of the file
   std::uint64_t line = 0;      ///< line of `offset`, from 1; 0 for a finding on the whole file
-  std::uint32_t instance = 0;  ///< instance number in that file; 0 where none is concerned
+  std::uint64_t instance = 0;  ///< instance number in that file; 0 where none is concerned
   std::uint64_t count = 1;     ///< how many findings of the kind this one stands for
   /// The file of a split that it is about, its name in the output folder, UTF-8; "." for the folder
   /// itself. Empty for the input.

@@ -43,7 +43,7 @@ struct WrittenFile {
   /// As `Run` returns it, normalised without a look at the disk: where `outdir` goes up (`..`) from
   /// a link, it does not lead to the file.
   std::filesystem::path path;
-  std::uint32_t part = 0;     ///< number of the part's record in the input; 0 for a generated root
+  std::uint64_t part = 0;     ///< number of the part's record in the input; 0 for a generated root
   std::uint32_t records = 0;  ///< instances in the file
   std::uint64_t bytes = 0;    ///< the file's size
 };

@@ -20,6 +20,7 @@ bool is_about_the_file(FindingKind kind) {
 }  // namespace
 
 Finding explain(const Finding& refused, const std::filesystem::path& in, const Options& options) {
+  if (refused.kind == FindingKind::memory_limit) return refused;  // A check needs another amount.
   const std::vector<Finding> findings = check(in, options);
   const auto find = [&](auto fits) -> const Finding* {
     const auto found = std::find_if(findings.begin(), findings.end(), fits);

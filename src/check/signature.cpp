@@ -55,9 +55,9 @@ constexpr Signature SIGNATURES_BEHIND_BLANKS[] = {
 std::string sentence_for(FindingKind kind, const std::string& what) {
   switch (kind) {
     case compressed:
-      return "The file is compressed (" + what + ").";
+      return "The file is compressed (" + what + "); unpack it first.";
     case other_encoding:
-      return "The file is text in " + what + ", which is not read.";
+      return "The file is text in " + what + ", which is not read; save it as UTF-8.";
     default:
       return "The file is no exchange file: it is " + what + ".";
   }

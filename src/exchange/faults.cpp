@@ -7,17 +7,8 @@ namespace Kessel::Exchange {
 
 namespace {
 
-/// Finding::instance holds 32 bits; larger numbers stand in the sentence only.
-std::uint32_t instance_of(std::uint64_t number) {
-  return number > UINT32_MAX ? 0 : static_cast<std::uint32_t>(number);
-}
-
-std::uint32_t instance_of(const Record& record) {
-  return instance_of(record.number);
-}
-
 Finding make(FindingKind kind, Severity severity, std::string sentence, std::uint64_t offset,
-             std::uint32_t instance = 0) {
+             std::uint64_t instance = 0) {
   Finding finding;
   finding.kind = kind;
   finding.severity = severity;
@@ -29,12 +20,12 @@ Finding make(FindingKind kind, Severity severity, std::string sentence, std::uin
 }
 
 Finding error(FindingKind kind, std::string sentence, std::uint64_t offset,
-              std::uint32_t instance = 0) {
+              std::uint64_t instance = 0) {
   return make(kind, Severity::error, std::move(sentence), offset, instance);
 }
 
 Finding warning(FindingKind kind, std::string sentence, std::uint64_t offset,
-                std::uint32_t instance = 0) {
+                std::uint64_t instance = 0) {
   return make(kind, Severity::warning, std::move(sentence), offset, instance);
 }
 
@@ -68,7 +59,7 @@ Finding unclosed_comment(std::uint64_t offset) {
 
 Finding unclosed_list(const Record& record) {
   return error(FindingKind::unclosed_list, "A \"(\" in this record is not closed.", record.offset,
-               instance_of(record));
+               record.number);
 }
 
 Finding unclosed_record(const Statement& statement) {
@@ -108,7 +99,7 @@ Finding too_large_number(const Statement& statement) {
 Finding unsupported_scope(const Record& record) {
   return error(FindingKind::unsupported_scope,
                "This record has a scope (\"&SCOPE\"), which is not supported.", record.offset,
-               instance_of(record));
+               record.number);
 }
 
 Finding empty_statement(std::uint64_t offset) {
@@ -138,19 +129,18 @@ Finding dropped_signature(std::uint64_t offset) {
 }
 
 Finding unusual_record(const Record& record, std::string_view what) {
-  return warning(FindingKind::unusual_record, std::string(what), record.offset,
-                 instance_of(record));
+  return warning(FindingKind::unusual_record, std::string(what), record.offset, record.number);
 }
 
 Finding lone_backslash(const Statement& statement, std::uint64_t number) {
   return warning(FindingKind::lone_backslash,
                  "A string has a \"\\\" that begins no directive and is not doubled.",
-                 statement.offset, instance_of(number));
+                 statement.offset, number);
 }
 
 Finding foreign_bytes(const Statement& statement, std::uint64_t number) {
   return warning(FindingKind::not_utf8, "Bytes here are neither ASCII nor UTF-8.", statement.offset,
-                 instance_of(number));
+                 number);
 }
 
 }  // namespace Kessel::Exchange

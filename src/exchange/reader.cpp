@@ -1,5 +1,11 @@
 #include "exchange/reader.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include <bit>
+
 #include "check/signature.h"
 #include "exchange/characters.h"
 #include "exchange/faults.h"
@@ -13,12 +19,38 @@ namespace {
 constexpr std::string_view FIRST_WORD = "ISO-10303-21";
 constexpr std::string_view LAST_WORD = "END-ISO-10303-21";
 
+/// The first byte at or behind `p` that is in no keyword.
+const char* behind_keyword(const char* p, const char* end) {
+#if defined(__SSE2__)
+  // Fast path: sixteen bytes at once. A range of bytes is moved to the least signed values.
+  const auto all = [](int c) { return _mm_set1_epi8(static_cast<char>(c)); };
+  const auto is_below = [&](__m128i bytes, int first, int count) {
+    const __m128i moved = _mm_sub_epi8(bytes, all(first + 128));
+    return _mm_cmplt_epi8(moved, all(count - 128));
+  };
+  while (end - p >= 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i letters = is_below(_mm_or_si128(bytes, all(0x20)), 'a', 26);
+    const __m128i signs =
+        _mm_or_si128(_mm_cmpeq_epi8(bytes, all('_')), _mm_cmpeq_epi8(bytes, all('-')));
+    const __m128i in = _mm_or_si128(_mm_or_si128(letters, signs), is_below(bytes, '0', 10));
+    const auto mask = static_cast<unsigned>(_mm_movemask_epi8(in));
+    if (mask != 0xFFFF) return p + std::countr_one(mask);
+    p += 16;
+  }
+#endif
+  while (p != end && is_in_keyword(*p)) ++p;
+  return p;
+}
+
 /// The keyword that `text` begins with.
 std::string_view keyword_at_front(std::string_view text) {
-  std::size_t end = text.starts_with('!') ? 1 : 0;
-  if (end == text.size() || !begins_keyword(text[end])) return {};
-  while (end < text.size() && is_in_keyword(text[end])) ++end;
-  return text.substr(0, end);
+  const char* p = text.data();
+  const char* const end = p + text.size();
+  if (p != end && *p == '!') ++p;
+  if (p == end || !begins_keyword(*p)) return {};
+  p = behind_keyword(p, end);
+  return {text.data(), static_cast<std::size_t>(p - text.data())};
 }
 
 /// Whether `text` is the one word `word`, with nothing but blanks and comments behind it.
@@ -218,7 +250,7 @@ class Reading {
 
   bool take_record() {
     const std::vector<Mention>& mentions = cutter_.mentions();
-    if (mentions.empty() || mentions.front().begin != statement().text.data() + 1) {
+    if (!begins_with_name(statement(), mentions)) {
       if (statement().takes_in_record) return stop(unclosed_record(statement()));
       warn(passed_over(statement()));
       return true;
@@ -331,15 +363,14 @@ Record record_of(const Statement& statement, std::span<const Mention> mentions) 
   record.is_plain = statement.is_plain;
   const std::string_view text = statement.text;
   std::size_t at = static_cast<std::size_t>(mentions.front().end - text.data());
-  // Fast path: "#12=KEYWORD(".
-  if (at < text.size() && text[at] == '=') {
-    ++at;
-  } else {
-    at = behind_blanks(text, at);
-    if (at < text.size() && text[at] == '=') ++at;
-  }
+  const auto stands_at = [&](char c) { return at < text.size() && text[at] == c; };
+  // Mostly there is one blank, or none.
+  if (stands_at(' ')) ++at;
+  if (!stands_at('=')) at = behind_blanks(text, at);
+  if (stands_at('=')) ++at;
+  if (stands_at(' ')) ++at;
   if (at < text.size() && !begins_keyword(text[at])) at = behind_blanks(text, at);
-  record.body = text.substr(at);
+  record.body = {text.data() + at, text.size() - at};
   record.keyword = keyword_at_front(record.body);
   return record;
 }

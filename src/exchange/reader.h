@@ -74,6 +74,11 @@ Ending read_exchange_file(std::istream& in, const Limits& limits, Listener& list
 void read_records_at(std::istream& in, std::uint64_t offset, Section section, std::uint64_t count,
                      Listener& listener);
 
+/// Whether a statement begins with an instance name, which is the first of its `mentions` then.
+inline bool begins_with_name(const Statement& statement, std::span<const Mention> mentions) {
+  return !mentions.empty() && mentions.front().begin == statement.text.data() + 1;
+}
+
 /// The record that a statement which begins with an instance name is.
 Record record_of(const Statement& statement, std::span<const Mention> mentions);
 

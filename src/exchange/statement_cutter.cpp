@@ -38,7 +38,7 @@ std::uint64_t take_long_number(const char*& p) {
 ///
 /// Fast path for up to seven digits, which is nearly every number: eight bytes are taken at once,
 /// what is no digit is shifted out, and the digits are summed up in pairs, fours and eights.
-std::uint64_t take_number(const char*& p) {
+inline std::uint64_t take_number(const char*& p) {
   if constexpr (std::endian::native == std::endian::little) {
     constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
     std::uint64_t word = 0;
@@ -106,6 +106,27 @@ std::string_view StatementCutter::peek(std::size_t most) {
   return {buffer_.get() + begin_, std::min(most, end_ - begin_)};
 }
 
+/// Where the blanks, comments and print control directives at `p` end. `is_open` tells that a
+/// comment does not end; then it is that comment's beginning.
+inline const char* StatementCutter::find_lead_end(const char* p, bool& is_open) const {
+  const char* const end = buffer_.get() + end_;
+  for (;;) {
+    while (is_blank(*p)) ++p;  // Ends at the padding.
+    if (*p == '\\' && (p[1] == 'N' || p[1] == 'F') && p[2] == '\\') {
+      p += 3;
+      continue;
+    }
+    if (*p != '/' || p[1] != '*') return p;
+    const std::string_view rest(p, static_cast<std::size_t>(end - p));
+    const std::size_t close = rest.find("*/", 2);
+    if (close == std::string_view::npos) {
+      is_open = true;
+      return p;
+    }
+    p += close + 2;
+  }
+}
+
 Cut StatementCutter::next(Scrutiny scrutiny) {
   for (;;) {
     const char* const front = buffer_.get() + begin_;
@@ -145,27 +166,6 @@ void StatementCutter::begin_statement() {
   statement_.has_backslash = false;
   statement_.has_high_bytes = false;
   statement_.is_plain = true;
-}
-
-/// Where the blanks, comments and print control directives at `p` end. `is_open` tells that a
-/// comment does not end; then it is that comment's beginning.
-const char* StatementCutter::find_lead_end(const char* p, bool& is_open) const {
-  const char* const end = buffer_.get() + end_;
-  for (;;) {
-    while (is_blank(*p)) ++p;  // Ends at the padding.
-    if (*p == '\\' && (p[1] == 'N' || p[1] == 'F') && p[2] == '\\') {
-      p += 3;
-      continue;
-    }
-    if (*p != '/' || p[1] != '*') return p;
-    const std::string_view rest(p, static_cast<std::size_t>(end - p));
-    const std::size_t close = rest.find("*/", 2);
-    if (close == std::string_view::npos) {
-      is_open = true;
-      return p;
-    }
-    p += close + 2;
-  }
 }
 
 /// Takes the instance name at `p` in the statement that begins at `first`.

@@ -80,14 +80,15 @@ class Decoder {
     rest_ = behind;
   }
 
+  /// Takes a directive, or nothing.
   bool take_directive() {
     const std::string_view before = rest_;
-    if (take_print_control() || take_shift() || take_page() || take_byte() ||
-        take_run("\\X2\\", 4) || take_run("\\X4\\", 8)) {
-      return true;
-    }
-    rest_ = before;
-    return false;
+    const auto takes = [&](bool taken) {
+      if (!taken) rest_ = before;
+      return taken;
+    };
+    return takes(take_print_control()) || takes(take_shift()) || takes(take_page()) ||
+           takes(take_byte()) || takes(take_run("\\X2\\", 4)) || takes(take_run("\\X4\\", 8));
   }
 
   bool take_print_control() { return take(rest_, "\\N\\") || take(rest_, "\\F\\"); }

@@ -68,6 +68,7 @@ constexpr Row KINDS[] = {
     {unused_usage, "unused_usage", warning},
     {usage_cycle, "usage_cycle", error},
     {part_without_name, "part_without_name", error},
+    {foreign_shape, "foreign_shape", warning},
     {no_part, "no_part", warning},
     {one_part, "one_part", warning},
     {no_root, "no_root", error},
@@ -113,7 +114,7 @@ Severity severity_of(FindingKind kind) {
 }
 
 Finding make_finding(FindingKind kind, std::string sentence, std::uint64_t offset,
-                     std::uint64_t line, std::uint32_t instance) {
+                     std::uint64_t line, std::uint64_t instance) {
   return {kind, severity_of(kind), std::move(sentence), offset, line, instance, 1};
 }
 

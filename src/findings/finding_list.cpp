@@ -9,7 +9,7 @@
 
 namespace Kessel {
 
-void FindingList::add(FindingKind kind, Place place, std::uint32_t instance, std::string sentence) {
+void FindingList::add(FindingKind kind, Place place, std::uint64_t instance, std::string sentence) {
   add(make_finding(kind, std::move(sentence), place.offset, place.line, instance));
 }
 
@@ -42,7 +42,8 @@ std::vector<Finding> FindingList::take() {
   }
   kinds_.clear();
   const auto place = [](const Kept& kept) {
-    return std::tuple(kept.file, kept.finding.line != 0, kept.finding.offset);
+    const bool has_place = kept.finding.line != 0 || kept.finding.offset != 0;
+    return std::tuple(kept.file, has_place, kept.finding.offset);
   };
   std::stable_sort(kept_.begin(), kept_.end(),
                    [&](const Kept& left, const Kept& right) { return place(left) < place(right); });

@@ -22,7 +22,7 @@ class FindingList {
   void begin_file(std::string file);
 
   /// Adds a finding of the kind's usual severity.
-  void add(FindingKind kind, Place place, std::uint32_t instance, std::string sentence);
+  void add(FindingKind kind, Place place, std::uint64_t instance, std::string sentence);
   /// Adds a finding; it counts as many times as it says.
   void add(Finding finding);
 

@@ -9,12 +9,6 @@ namespace Kessel {
 
 namespace {
 
-/// The number of a record; 0 for one that 32 bits do not hold.
-std::uint32_t number_of(const Instances& instances, Index record) {
-  const std::uint64_t number = instances.number(record);
-  return number > UINT32_MAX ? 0 : static_cast<std::uint32_t>(number);
-}
-
 PartRole role_of(const Product& product) {
   if (product.usages.empty()) return PartRole::part;
   return product.has_bodies ? PartRole::assembly_with_bodies : PartRole::assembly;
@@ -31,7 +25,7 @@ class ComponentCounter {
       const ProductId component = all_.usages[usage].component;
       std::size_t& place = places_[component];
       if (place == 0) {
-        uses.push_back({component, 0, false});
+        uses.push_back({component, 0, all_.usages[usage].closes_circle});
         place = uses.size();
       }
       ++uses[place - 1].count;
@@ -46,8 +40,9 @@ class ComponentCounter {
 };
 
 /// The products that a split gives files, the root's first; NO_PRODUCT for a root that only holds
-/// several tops together.
+/// several tops together. There is nothing to split in fewer than two.
 std::vector<ProductId> products_with_files(const Products& all, AssemblyStyle style) {
+  if (all.products.size() < 2) return {};
   const ProductId root = all.tops.size() == 1 ? all.tops.front() : NO_PRODUCT;
   std::vector<ProductId> with_files{root};
   for (ProductId product = 0; product < all.products.size(); ++product) {
@@ -65,7 +60,7 @@ Assembly assembly_of(const InspectedFile& file, const Options& options) {
   ComponentCounter counter(all);
   for (const Product& product : all.products) {
     PartInfo& info = assembly.parts.emplace_back();
-    info.record = number_of(file.instances, product.definition);
+    info.record = file.instances.number(product.definition);
     info.id = product.id;
     info.name = product.name;
     info.description = product.description;

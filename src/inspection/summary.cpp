@@ -2,6 +2,8 @@
 #include "kessel/summary.h"
 
 #include <algorithm>
+#include <map>
+#include <string_view>
 #include <system_error>
 
 #include "inspection/assembly.h"
@@ -12,20 +14,23 @@ namespace Kessel {
 
 namespace {
 
-/// How many records have each type, the most frequent first, equally frequent ones by name.
-std::vector<TypeCount> count_types(const Instances& instances) {
+/// Counts all records, and those of each type, the most frequent first, equally frequent ones by
+/// name. A record without a type is one of no type.
+void count_records(const Instances& instances, Summary& summary) {
   std::vector<std::uint64_t> records(instances.types().size());
   for (Index record = 0; record < instances.size(); ++record) ++records[instances.type(record)];
-  std::vector<TypeCount> counts;
+  // "A(...)" and "(A(...))" have one name.
+  std::map<std::string_view, std::uint64_t> by_name;
   for (TypeId type = TypeTable::FIRST_OF_RECORDS; type < instances.types().size(); ++type) {
-    if (records[type] != 0) {
-      counts.push_back({std::string(instances.types().name(type)), records[type]});
-    }
+    summary.records += records[type];
+    if (records[type] != 0) by_name[instances.types().name(type)] += records[type];
   }
+  by_name.erase("");
+  std::vector<TypeCount>& counts = summary.types;
+  for (const auto& [name, count] : by_name) counts.push_back({std::string(name), count});
   std::sort(counts.begin(), counts.end(), [](const TypeCount& a, const TypeCount& b) {
     return a.records != b.records ? a.records > b.records : a.type < b.type;
   });
-  return counts;
 }
 
 void count_parts(const Assembly& assembly, Summary& summary) {
@@ -46,8 +51,7 @@ Summary read_summary(const std::filesystem::path& in, const Options& options) {
   std::error_code unknown;
   summary.bytes = std::filesystem::file_size(in, unknown);
   if (unknown) summary.bytes = 0;
-  summary.types = count_types(file.instances);
-  for (const TypeCount& type : summary.types) summary.records += type.records;
+  count_records(file.instances, summary);
   count_parts(assembly_of(file, options), summary);
   sum_up_units(file.instances, summary);
   return summary;

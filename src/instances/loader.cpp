@@ -48,8 +48,8 @@ void InstanceLoader::begin_section(Exchange::Section section, std::string_view p
 void InstanceLoader::record(const Exchange::Record& record) {
   const TypeId type = instances_.type_table_.type_of(record);
   const Index index = begin_record(type, record.number, record.offset);
-  const bool collects = instances_.type_table_.collects(type);
-  add_references(record.mentions, collects ? record.body : std::string_view());
+  if (instances_.type_table_.collects(type)) note_listed(record);
+  add_references(record.mentions);
   if (keeps_text(type)) keep(index, record.body);
   added(index, record);
   if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
@@ -58,13 +58,12 @@ void InstanceLoader::record(const Exchange::Record& record) {
 void InstanceLoader::entry(Exchange::Section section, const Exchange::Statement& entry,
                            std::span<const Exchange::Mention> mentions) {
   // A line of a reference section defines the instance that it begins with.
-  const bool defines =
-      section == Exchange::Section::reference && !mentions.empty() && entry.text.starts_with('#');
+  const bool defines = section == Exchange::Section::reference && begins_with_name(entry, mentions);
   const auto number = defines ? std::optional(mentions.front().number) : std::nullopt;
   const TypeId type =
       section == Exchange::Section::anchor ? TypeTable::ANCHOR_ENTRY : TypeTable::REFERENCE_ENTRY;
   const Index index = begin_record(type, number, entry.offset);
-  add_references(defines ? mentions.subspan(1) : mentions, {});
+  add_references(defines ? mentions.subspan(1) : mentions);
   keep(index, entry.text);
 }
 
@@ -100,16 +99,24 @@ Index InstanceLoader::begin_record(TypeId type, std::optional<std::uint64_t> num
 
 /// Until the numbers are resolved, a reference holds the number, and no mark: the marks of
 /// collectors' lists wait in a list of their own.
-void InstanceLoader::add_references(std::span<const Exchange::Mention> mentions,
-                                    std::string_view collector_body) {
-  std::vector<std::string_view> lists;
-  if (!collector_body.empty()) lists = collected_lists(collector_body);
+void InstanceLoader::add_references(std::span<const Exchange::Mention> mentions) {
   Column<Reference>& references = instances_.references_;
   for (const Exchange::Mention& mention : mentions) {
-    if (!lists.empty() && stands_in(mention.begin, lists)) listed_.push_back(references.size());
-    if (mention.number > UINT32_MAX)
+    if (mention.number > UINT32_MAX) {
       large_references_.push_back({references.size(), mention.number});
+    }
     references.push_back(Reference::unresolved(static_cast<std::uint32_t>(mention.number)));
+  }
+}
+
+/// Notes which of the references that are added next stand in a collector's list.
+void InstanceLoader::note_listed(const Exchange::Record& record) {
+  const std::vector<std::string_view> lists = collected_lists(record.body);
+  if (lists.empty()) return;
+  std::uint64_t place = instances_.references_.size();
+  for (const Exchange::Mention& mention : record.mentions) {
+    if (stands_in(mention.begin, lists)) listed_.push_back(place);
+    ++place;
   }
 }
 
@@ -135,12 +142,10 @@ void InstanceLoader::require_memory(std::uint64_t more) const {
                                                   std::to_string(memory_limit_) + "."));
 }
 
-bool InstanceLoader::keeps_text(TypeId type) {
+bool InstanceLoader::learn_keeping(TypeId type) {
   if (type >= keeps_.size()) keeps_.resize(type + 1, -1);
-  if (keeps_[type] < 0) {
-    const auto& keywords = instances_.type_table_.keywords(type);
-    keeps_[type] = std::any_of(keywords.begin(), keywords.end(), keeps_text_of);
-  }
+  const auto& keywords = instances_.type_table_.keywords(type);
+  keeps_[type] = std::any_of(keywords.begin(), keywords.end(), keeps_text_of);
   return keeps_[type] != 0;
 }
 

@@ -41,11 +41,16 @@ class InstanceLoader : public Exchange::Listener {
 
  private:
   Index begin_record(TypeId type, std::optional<std::uint64_t> number, std::uint64_t offset);
-  void add_references(std::span<const Exchange::Mention> mentions, std::string_view collector_body);
+  void add_references(std::span<const Exchange::Mention> mentions);
+  void note_listed(const Exchange::Record& record);
   void keep(Index index, std::string_view body);
   std::uint64_t needed_memory() const;
   void require_memory(std::uint64_t more = 0) const;
-  bool keeps_text(TypeId type);
+  bool keeps_text(TypeId type) {
+    const bool is_known = type < keeps_.size() && keeps_[type] >= 0;
+    return is_known ? keeps_[type] != 0 : learn_keeping(type);
+  }
+  bool learn_keeping(TypeId type);
   void enter_numbers();
   void resolve();
   void drop_repeated(std::istream& in);

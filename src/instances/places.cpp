@@ -17,23 +17,61 @@ class RecordKeeper final : public Exchange::Listener {
   /// `skip` records stand in front of it.
   explicit RecordKeeper(Index skip) : skip_(skip) {}
 
-  void record(const Exchange::Record& record) override { take(record.body, record.offset); }
+  void record(const Exchange::Record& record) override {
+    take(record.body, record.mentions, record.offset);
+  }
   void entry(Exchange::Section, const Exchange::Statement& entry,
              std::span<const Exchange::Mention> mentions) override {
-    const bool is_named = entry.text.starts_with('#') && !mentions.empty();
-    take(is_named ? record_of(entry, mentions).body : entry.text, entry.offset);
+    if (begins_with_name(entry, mentions)) {
+      record(record_of(entry, mentions));
+    } else {
+      take(entry.text, mentions, entry.offset);
+    }
   }
 
   PlacedText take_text() { return std::move(text_); }
 
  private:
-  void take(std::string_view body, std::uint64_t offset) {
-    if (skip_-- == 0) text_ = {std::string(body), offset};
+  void take(std::string_view body, std::span<const Exchange::Mention> mentions,
+            std::uint64_t offset) {
+    if (skip_-- != 0) return;
+    text_.body = body;
+    for (const Exchange::Mention& mention : mentions) text_.mentions.push_back(mention.number);
+    text_.offset = offset;
   }
 
   Index skip_;
   PlacedText text_;
 };
+
+Finding warning_about(const Instances& instances, Index record, const PlacedText& text,
+                      FindingKind kind, std::string sentence) {
+  Finding finding =
+      make_finding(kind, std::move(sentence), text.offset, 0, instances.number(record));
+  finding.severity = Severity::warning;
+  return finding;
+}
+
+/// "#5 refers to #9, which is not there."
+std::string missing_sentence(const Instances& instances, Index record, const PlacedText& text) {
+  constexpr std::size_t MOST_NAMED = 3;
+  std::vector<std::uint64_t> missing;
+  for (const std::uint64_t number : text.mentions) {
+    const bool is_new = std::find(missing.begin(), missing.end(), number) == missing.end();
+    if (is_new && instances.find(number) == NO_RECORD) missing.push_back(number);
+  }
+  const std::uint64_t number = instances.number(record);
+  std::string sentence =
+      number == 0 ? "This refers to " : "#" + std::to_string(number) + " refers to ";
+  const std::size_t named = missing.size() <= MOST_NAMED ? missing.size() : MOST_NAMED - 1;
+  for (std::size_t i = 0; i < named; ++i) {
+    const bool is_last = i + 1 == missing.size();
+    if (i != 0) sentence += is_last ? " and " : ", ";
+    sentence += "#" + std::to_string(missing[i]);
+  }
+  if (named < missing.size()) sentence += " and " + with_commas(missing.size() - named) + " others";
+  return sentence + (missing.size() == 1 ? ", which is not there." : ", which are not there.");
+}
 
 }  // namespace
 
@@ -47,12 +85,8 @@ PlacedText read_again(std::istream& in, const Instances& instances, Index record
 
 Finding warning_at(std::istream& in, const Instances& instances, Index record, FindingKind kind,
                    std::string sentence) {
-  const std::uint64_t number = instances.number(record);
-  Finding finding =
-      make_finding(kind, std::move(sentence), read_again(in, instances, record).offset, 0,
-                   static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number));
-  finding.severity = Severity::warning;
-  return finding;
+  return warning_about(instances, record, read_again(in, instances, record), kind,
+                       std::move(sentence));
 }
 
 std::vector<Finding> missing_instances(std::istream& in, const Instances& instances) {
@@ -69,9 +103,9 @@ std::vector<Finding> missing_instances(std::istream& in, const Instances& instan
       ++findings.back().count;
       continue;
     }
-    findings.push_back(
-        warning_at(in, instances, record, FindingKind::missing_instance,
-                   "This record refers to an instance that the file does not have."));
+    const PlacedText text = read_again(in, instances, record);
+    findings.push_back(warning_about(instances, record, text, FindingKind::missing_instance,
+                                     missing_sentence(instances, record, text)));
   }
   return findings;
 }

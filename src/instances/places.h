@@ -14,6 +14,7 @@ namespace Kessel {
 /// The body of a record, and where the record stands.
 struct PlacedText {
   std::string body;
+  std::vector<std::uint64_t> mentions;  ///< the numbers that it refers to, in order
   std::uint64_t offset = 0;
 };
 
@@ -24,8 +25,8 @@ PlacedText read_again(std::istream& in, const Instances& instances, Index record
 Finding warning_at(std::istream& in, const Instances& instances, Index record, FindingKind kind,
                    std::string sentence);
 
-/// Warnings for the first records that refer to numbers which no record has, and one more, about
-/// the next of them, whose count is that of all others.
+/// Warnings for the first records that refer to numbers which no record has, with the numbers, and
+/// one more, about the next of them, whose count is that of all others.
 std::vector<Finding> missing_instances(std::istream& in, const Instances& instances);
 
 /// Counts lines: sets those of all findings whose offset is not 0. Line feeds end lines.

@@ -25,10 +25,10 @@ class Comparison final : public Exchange::Listener {
 
   void entry(Exchange::Section, const Exchange::Statement& entry,
              std::span<const Exchange::Mention> mentions) override {
-    if (mentions.empty() || !entry.text.starts_with('#')) {
-      ++index_;
-    } else {
+    if (begins_with_name(entry, mentions)) {
       take(record_of(entry, mentions));
+    } else {
+      ++index_;
     }
   }
 
@@ -57,8 +57,7 @@ class Comparison final : public Exchange::Listener {
 
   void compare(std::string_view first, const Exchange::Record& second) {
     const std::string name = "#" + std::to_string(second.number);
-    const auto instance =
-        static_cast<std::uint32_t>(second.number > UINT32_MAX ? 0 : second.number);
+    const auto instance = second.number;
     if (first != second.body) {
       throw InputError(make_finding(FindingKind::two_texts_of_a_number,
                                     name + " has stood for another record already.", second.offset,

@@ -22,6 +22,13 @@ struct ShapeLink {
   Index representation = NO_RECORD;  ///< the shape representation
 };
 
+/// A product that another one shows by a mapped item (ISO 10303-43).
+struct MappedProduct {
+  Index item = NO_RECORD;
+  ProductId product = NO_PRODUCT;
+  bool closes_circle = false;  ///< as that of Usage
+};
+
 /// A product definition that has a shape or a place in the structure. What has neither is none of
 /// ours: materials, documents, drawing views, process plans.
 struct Product {
@@ -44,6 +51,9 @@ struct Product {
   /// Whether its representations have items of their own beside placements and what is mapped from
   /// other products' representations.
   bool has_bodies = false;
+  /// What its representations show of other products' representations by mapped items, without a
+  /// usage that says so.
+  std::vector<MappedProduct> mapped;
   /// Positions of the usages whose assembly it is, in the order of the file.
   std::vector<std::uint32_t> usages;
 };
@@ -75,7 +85,8 @@ struct Usage {
 struct Products {
   std::vector<Product> products;  ///< by position of the definition in the file
   std::vector<Usage> usages;      ///< by position in the file
-  /// The products that no usage uses, those apart that close circles; ascending. Every product can
+  /// The products that no usage uses and none shows by mapped items, those apart that close
+  /// circles; ascending. Every product can
   /// be reached from them, and there is at least one where there are products.
   std::vector<ProductId> tops;
 

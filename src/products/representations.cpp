@@ -55,7 +55,11 @@ class Owners {
     }
   }
 
-  bool has(Index representation) const { return owners_.contains(representation); }
+  /// The only product of a representation; NO_PRODUCT for none and several.
+  ProductId only(Index representation) const {
+    const auto found = owners_.find(representation);
+    return found == owners_.end() ? NO_PRODUCT : found->second;
+  }
   bool is_another(Index representation, ProductId product) const {
     const auto found = owners_.find(representation);
     return found != owners_.end() && found->second != product;
@@ -85,16 +89,19 @@ void follow_ties(const Ties& ties, const Owners& owners, ProductId id, Product& 
   }
 }
 
-/// Whether a mapped item shows another product's representation.
-bool maps_another(const Instances& instances, const Owners& owners, ProductId product, Index item) {
-  if (!instances.is(item, "MAPPED_ITEM")) return false;
+/// The representation of another product that a mapped item shows; NO_RECORD for none.
+Index mapped_from_another(const Instances& instances, const Owners& owners, ProductId product,
+                          Index item) {
+  if (!instances.is(item, "MAPPED_ITEM")) return NO_RECORD;
   for (const Reference map : instances.references(item)) {
     if (map.record() == NO_RECORD || !instances.is(map.record(), "REPRESENTATION_MAP")) continue;
     for (const Reference mapped : instances.references(map.record())) {
-      if (mapped.record() != NO_RECORD && owners.is_another(mapped.record(), product)) return true;
+      if (mapped.record() != NO_RECORD && owners.is_another(mapped.record(), product)) {
+        return mapped.record();
+      }
     }
   }
-  return false;
+  return NO_RECORD;
 }
 
 bool has_body(const Instances& instances, const Owners& owners, ProductId product,
@@ -103,8 +110,30 @@ bool has_body(const Instances& instances, const Owners& owners, ProductId produc
   return std::any_of(items.begin(), items.end(), [&](Reference item) {
     return item.is_listed() && item.record() != NO_RECORD &&
            !is_placement(instances, item.record()) &&
-           !maps_another(instances, owners, product, item.record());
+           mapped_from_another(instances, owners, product, item.record()) == NO_RECORD;
   });
+}
+
+/// Enters what `product` shows by mapped items of products that it has no usage of.
+void find_mapped(const Instances& instances, const Owners& owners, ProductId id,
+                 Products& products) {
+  Product& product = products.products[id];
+  const auto is_used = [&](ProductId other) {
+    return std::any_of(product.usages.begin(), product.usages.end(), [&](std::uint32_t usage) {
+      return products.usages[usage].component == other;
+    });
+  };
+  for (const auto* list : {&product.representations, &product.tied}) {
+    for (const Index representation : *list) {
+      for (const Reference item : instances.references(representation)) {
+        if (item.record() == NO_RECORD || !item.is_listed()) continue;
+        const Index mapped = mapped_from_another(instances, owners, id, item.record());
+        const ProductId other = mapped == NO_RECORD ? NO_PRODUCT : owners.only(mapped);
+        if (other == NO_PRODUCT || is_used(other)) continue;
+        product.mapped.push_back({item.record(), other});
+      }
+    }
+  }
 }
 
 }  // namespace
@@ -132,6 +161,7 @@ void find_representations(const Instances& instances, Products& products) {
     product.has_bodies =
         std::any_of(product.representations.begin(), product.representations.end(), shows) ||
         std::any_of(product.tied.begin(), product.tied.end(), shows);
+    find_mapped(instances, owners, id, products);
   }
 }
 

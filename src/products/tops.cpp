@@ -18,15 +18,18 @@ class Walk {
     open(top);
     while (!path_.empty()) {
       Step& step = path_.back();
-      const std::vector<std::uint32_t>& usages = all_.products[step.product].usages;
-      if (step.next == usages.size()) {
+      Product& product = all_.products[step.product];
+      const std::size_t next = step.next++;
+      if (next < product.usages.size()) {
+        Usage& usage = all_.usages[product.usages[next]];
+        follow(usage.component, usage.closes_circle);
+      } else if (next < product.usages.size() + product.mapped.size()) {
+        MappedProduct& mapped = product.mapped[next - product.usages.size()];
+        follow(mapped.product, mapped.closes_circle);
+      } else {
         states_[step.product] = State::done;
         path_.pop_back();
-        continue;
       }
-      Usage& usage = all_.usages[usages[step.next++]];
-      if (states_[usage.component] == State::open) usage.closes_circle = true;
-      if (states_[usage.component] == State::unseen) open(usage.component);
     }
   }
 
@@ -35,6 +38,10 @@ class Walk {
     ProductId product;
     std::size_t next = 0;
   };
+  void follow(ProductId component, bool& closes_circle) {
+    if (states_[component] == State::open) closes_circle = true;
+    if (states_[component] == State::unseen) open(component);
+  }
   void open(ProductId product) {
     states_[product] = State::open;
     path_.push_back({product});
@@ -49,6 +56,11 @@ std::vector<bool> used_products(const Products& all) {
   std::vector<bool> used(all.products.size());
   for (const Usage& usage : all.usages) {
     if (!usage.closes_circle) used[usage.component] = true;
+  }
+  for (const Product& product : all.products) {
+    for (const MappedProduct& mapped : product.mapped) {
+      if (!mapped.closes_circle) used[mapped.product] = true;
+    }
   }
   return used;
 }

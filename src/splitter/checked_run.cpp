@@ -2,7 +2,6 @@
 #include "splitter/checked_run.h"
 
 #include <memory>
-#include <system_error>
 
 #include "association/associate.h"
 #include "check/refusal.h"
@@ -13,6 +12,7 @@
 #include "kessel/errors.h"
 #include "reader/parse_file.h"
 #include "splitter/fresh_files.h"
+#include "splitter/input_stamp.h"
 #include "splitter/root_list.h"
 #include "splitter/written_files.h"
 #include "structure/process_parts.h"
@@ -32,11 +32,6 @@ struct CleanStatics {
 
 }  // namespace
 
-CheckedRun::Stamp CheckedRun::stamp() const {
-  std::error_code ignored;  // What cannot be looked at looks the same each time.
-  return {std::filesystem::file_size(in_, ignored), std::filesystem::last_write_time(in_, ignored)};
-}
-
 std::unique_ptr<Store> CheckedRun::read() const {
   try {
     return parse_file_checked(in_, options_);
@@ -47,7 +42,7 @@ std::unique_ptr<Store> CheckedRun::read() const {
 
 std::vector<WrittenFile> CheckedRun::write_to(const std::filesystem::path& outdir) {
   if (const auto finding = find_no_regular_file(in_)) throw InputError(*finding);
-  const Stamp before = stamp();
+  const InputStamp before(in_);
   const std::unique_ptr<Store> file = read();
 
   const CleanStatics statics;
@@ -57,7 +52,7 @@ std::vector<WrittenFile> CheckedRun::write_to(const std::filesystem::path& outdi
   throw_write_failure();
   associate_entities(*file, options_);
   write_parts(*file, outdir, options_);
-  if (stamp() != before) throw InputError(input_changed(0));
+  if (InputStamp(in_) != before) throw InputError(input_changed(0));
   return described_files(*file, outdir);
 }
 

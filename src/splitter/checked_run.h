@@ -1,7 +1,6 @@
 // A run that ends, and that says so when a file was not written whole.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <vector>
 
@@ -21,14 +20,6 @@ class CheckedRun {
   std::vector<WrittenFile> write_to(const std::filesystem::path& outdir);
 
  private:
-  /// How the input looks from outside, to notice that someone changes it.
-  struct Stamp {
-    std::uintmax_t size = 0;
-    std::filesystem::file_time_type written;
-    bool operator==(const Stamp&) const = default;
-  };
-  Stamp stamp() const;
-
   std::unique_ptr<Store> read() const;
 
   const std::filesystem::path& in_;

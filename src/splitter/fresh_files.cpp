@@ -27,6 +27,13 @@ fs::file_type look_at(const fs::path& path) {
                                                                    : std::errc::file_exists));
 }
 
+}  // namespace
+
+void require_fresh_file(const fs::path& path) {
+  const fs::file_type there = look_at(path);
+  if (there != fs::file_type::not_found) refuse(path, there);
+}
+
 void require_fresh_root_list(const fs::path& in) {
   const fs::file_type there = look_at(ROOT_LIST);
   if (there == fs::file_type::not_found) return;
@@ -36,14 +43,10 @@ void require_fresh_root_list(const fs::path& in) {
   }
 }
 
-}  // namespace
-
 void require_fresh_files(const Store& file, const fs::path& in, const fs::path& outdir) {
   for (const Part* part : file.parts) {
     if (part->path.empty()) continue;
-    const fs::path path = outdir / part->path;
-    const fs::file_type there = look_at(path);
-    if (there != fs::file_type::not_found) refuse(path, there);
+    require_fresh_file(outdir / part->path);
   }
   if (file.root != nullptr) require_fresh_root_list(in);
 }

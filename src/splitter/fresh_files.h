@@ -16,4 +16,8 @@ namespace Kessel {
 void require_fresh_files(const Store& file, const std::filesystem::path& in,
                          const std::filesystem::path& outdir);
 
+/// The same for one file that is about to be written, and for "roots.txt" of a split of `in`.
+void require_fresh_file(const std::filesystem::path& path);
+void require_fresh_root_list(const std::filesystem::path& in);
+
 }  // namespace Kessel

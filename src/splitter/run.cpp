@@ -7,6 +7,7 @@
 #include "kessel/file.h"
 #include "kessel/splitter.h"
 #include "splitter/checked_run.h"
+#include "splitter/split_by_placement.h"
 #include "splitter/written_files.h"
 
 namespace Kessel {
@@ -21,6 +22,7 @@ std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
 
 std::vector<WrittenFile> split(const std::filesystem::path& in, const std::filesystem::path& outdir,
                                const Options& options) {
+  if (options.assemblies != AssemblyStyle::classic) return split_by_placement(in, outdir, options);
   return CheckedRun(in, options).write_to(outdir);
 }
 

@@ -17,9 +17,9 @@ using Graph = std::vector<std::vector<std::uint32_t>>;
 using Cycles = std::map<std::uint32_t, std::size_t>;
 
 Cycles cycles_of(const Graph& graph) {
-  CycleSearch search(graph.size(), [&](std::uint32_t node) {
-    return std::span<const std::uint32_t>(graph[node]);
-  });
+  CycleSearch search(
+      graph.size(), [&](std::uint32_t node) { return std::span<const std::uint32_t>(graph[node]); },
+      [](std::uint32_t successor) { return successor; });
   for (std::uint32_t node = 0; node < graph.size(); ++node) search.visit(node);
   Cycles cycles;
   for (const Cycle& cycle : search.cycles()) {

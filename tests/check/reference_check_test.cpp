@@ -23,53 +23,47 @@ Lines found_in(const std::string& records) {
 // The first record behind the box with its lid stands in line 20.
 TEST(ReferenceCheck, MissingInstances) {
   EXPECT_EQ(found_in("#20=A(#1,#21,#21);\n#22=A(#13);\n"),
-            (Lines{"20 error missing_instance #20: #20 refers to #21, which is not there.",
-                   "20 error missing_instance #20: #20 refers to #21, which is not there.",
-                   "21 error missing_instance #22: #22 refers to #13, which is not there."}));
-  EXPECT_EQ(found_in("#20=A(#1048575);\n"),
-            (Lines{"20 error missing_instance #20: #20 refers to #1048575, which is not there."}));
+            (Lines{"20 warning missing_instance #20: #20 refers to #21, which is not there.",
+                   "21 warning missing_instance #22: #22 refers to #13, which is not there."}));
+  EXPECT_EQ(found_in("#20=A((#30,#31),#1,#30);\n#21=A(#30,#31,#32);\n#22=A(#30,#31,#32,#33);\n"),
+            (Lines{"20 warning missing_instance #20: #20 refers to #30 and #31, which are not "
+                   "there.",
+                   "21 warning missing_instance #21: #21 refers to #30, #31 and #32, which are not "
+                   "there.",
+                   "22 warning missing_instance #22: #22 refers to #30, #31 and 2 others, which "
+                   "are not there."}));
+  EXPECT_EQ(found_in("#20=A(#4294967297,#0);\n"),
+            (Lines{"20 warning missing_instance #20: #20 refers to #4294967297 and #0, which are "
+                   "not there."}));
 }
 
-TEST(ReferenceCheck, InstancesBeyondTheStore) {
-  const std::string BEYOND =
-      ", which is far beyond the highest number that is there; a split may fail over it.";
-  EXPECT_EQ(found_in("#20=A(#1048576);\n"),
-            (Lines{"20 error instance_beyond_store #20: #20 refers to #1048576" + BEYOND}));
-  EXPECT_EQ(found_in("#20=A(#4294967295,#9999999);\n"),
-            (Lines{"20 error instance_beyond_store #20: #20 refers to #4294967295" + BEYOND,
-                   "20 error instance_beyond_store #20: #20 refers to #9999999" + BEYOND}));
-  EXPECT_EQ(found_in("#20=A(#1048576);\n#1048577=A(#20);\n"),
-            (Lines{"20 error missing_instance #20: #20 refers to #1048576, which is not there."}));
+TEST(ReferenceCheck, NumbersInStringsAndCommentsAreNone) {
+  EXPECT_EQ(found_in("#20=A('#30 ;',/* #31; */#1);\n"), Lines());
 }
 
-TEST(ReferenceCheck, StructureIsCheckedBehindAReferenceBeyondTheStore) {
-  EXPECT_EQ(checked(exchange_file("#3=PRODUCT_DEFINITION('d','',#2000000,$);\n")),
-            (Lines{"warning no_part: There is nothing to split: no product definition leads to a "
-                   "product or a shape.",
-                   "8@158 error instance_beyond_store #3: #3 refers to #2000000, which is far "
-                   "beyond the highest number that is there; a split may fail over it."}));
+TEST(ReferenceCheck, NumbersOfSixtyFourBits) {
+  EXPECT_EQ(found_in("#18446744073709551615=A(#18446744073709551614);\n"),
+            (Lines{"20 warning missing_instance #18446744073709551615: #18446744073709551615 "
+                   "refers to #18446744073709551614, which is not there."}));
 }
 
-// The second reading comes to the texts of such records as well.
-TEST(ReferenceCheck, InstancesBeyondTheStoreInRecordsThatAreNotKept) {
-  const auto beyond = [](const std::string& number) {
-    return ": A split may fail over #" + number +
-           " in the text of the record, which is far beyond the highest number that is there.";
-  };
-  const std::string DROPPED =
-      " error record_without_type #2000000: The record is dropped, since no \"=\", type and \"(\" "
-      "stand behind its number.";
-  EXPECT_EQ(found_in("#2000000=();\n"),
-            (Lines{"20" + DROPPED, "20 error instance_beyond_store #2000000" + beyond("2000000")}));
-  EXPECT_EQ(found_in("#2000000=();\n#2000001=A();\n"), (Lines{"20" + DROPPED}));
-  EXPECT_EQ(found_in("#20=A(#9,#3000000);\n#20=B();\n"),
-            (Lines{"20 error instance_beyond_store #20" + beyond("3000000"),
-                   "21 error repeated_number #20: The number #20 was given to the record in line "
-                   "20 already, which loses its place to this one."}));
-  EXPECT_EQ(found_in("#20=A(#x,#3000000);\n"),
-            (Lines{"20 error malformed_reference #20: A \"#\" in the record has no number from 1 "
-                   "to 4,294,967,295 behind it; the references behind it are not seen.",
-                   "20 error instance_beyond_store #20" + beyond("3000000")}));
+TEST(ReferenceCheck, AnchorsAndReferencesOfOtherSections) {
+  EXPECT_EQ(checked("ISO-10303-21;\nHEADER;\nENDSEC;\nANCHOR;\n<top>=#30;\n<box>=#3;\nENDSEC;\n"
+                    "REFERENCE;\n#9=<other.stp#lid>;\nENDSEC;\nDATA;\n" +
+                    std::string(BOX_WITH_LID).replace(BOX_WITH_LID.find("#9="), 3, "#19=") +
+                    "#20=A(#9);\nENDSEC;\nEND-ISO-10303-21;\n"),
+            (Lines{"5@38 warning missing_instance: This refers to #30, which is not there."}));
+}
+
+TEST(ReferenceCheck, TwentyAreListedAndTheOthersCounted) {
+  std::string records;
+  for (int i = 0; i < 100; ++i) records += "#" + std::to_string(100 + i) + "=A(#99);\n";
+  const Lines found = found_in(records);
+  ASSERT_EQ(found.size(), 21u);
+  EXPECT_EQ(found[19], "39 warning missing_instance #119: #119 refers to #99, which is not there.");
+  EXPECT_EQ(found[20],
+            "40 warning missing_instance #120 x80: And 80 more like the 20 that are listed: #120 "
+            "refers to #99, which is not there.");
 }
 
 TEST(ReferenceCheck, Cycles) {
@@ -77,7 +71,7 @@ TEST(ReferenceCheck, Cycles) {
             (Lines{"20 warning reference_cycle #20: #20 refers to itself."}));
   EXPECT_EQ(
       found_in("#21=A(#20);\n#20=B(#21,#1);\n#22=C(#20,#21);\n"),
-      (Lines{"21 warning reference_cycle #20: #20 and 1 other record refer to each other in a "
+      (Lines{"20 warning reference_cycle #21: #21 and 1 other record refer to each other in a "
              "circle."}));
   EXPECT_EQ(
       found_in("#20=A(#21);\n#21=B(#22,#22);\n#22=C(#20,#22);\n#23=A(#24);\n#24=A(#23);\n"),

@@ -41,18 +41,21 @@ TEST_F(CheckCommand, CleanFile) {
 }
 
 TEST_F(CheckCommand, WarningsOnly) {
+  folder_.write("in.stp", exchange_file(std::string(CYCLE) + "#9=A('b;c',#10);\n"));
+  expect({"in.stp"}, 4,
+         "in.stp:15: warning: The component leads back to #6, the assembly that it is used in.\n"
+         "in.stp:16: warning: #9 refers to #10, which is not there.\n");
   folder_.write("in.stp", exchange_file(LID_ALONE));
-  expect({"in.stp"}, 4, "in.stp:10: warning: There is nothing to split: this is the only part.\n");
+  expect({"in.stp"}, 4,
+         "in.stp: warning: There is nothing to split: no product definition has a shape or a "
+         "component.\n");
 }
 
 TEST_F(CheckCommand, ErrorsAndWarnings) {
-  folder_.write("in.stp", exchange_file(std::string(CYCLE) + "#9=A('b;c',#10);\n"));
+  folder_.write("in.stp", exchange_file(std::string(CYCLE) + ";\n#9=A('b;c);\n"));
   expect({"in.stp"}, 1,
-         "in.stp: error: Every part is a component of another one: there is no root, and no file "
-         "shows how the parts fit together.\n"
-         "in.stp:10: error: The part #3 and 1 other are components of each other in a circle.\n"
-         "in.stp:16: warning: A string holds a \";\", which gets lost with the blanks around it.\n"
-         "in.stp:16: error: #9 refers to #10, which is not there.\n");
+         "in.stp:16: warning: Nothing stands in front of this \";\".\n"
+         "in.stp:17: error: A string in this statement is not closed up to the end of the file.\n");
 }
 
 TEST_F(CheckCommand, FileThatCannotBeRead) {
@@ -62,41 +65,42 @@ TEST_F(CheckCommand, FileThatCannotBeRead) {
 }
 
 TEST_F(CheckCommand, JsonHoldsEverythingThatIsKnown) {
-  const std::string text = exchange_file(std::string(CYCLE) + "#9=A(#10);\n");
+  const std::string text = exchange_file(";\n#18446744073709551615=A(#10);\n");
   folder_.write("in.stp", text);
-  EXPECT_EQ(
-      json_of("in.stp"),
-      Json({{"format", 1},
-            {"input", "in.stp"},
-            {"findings",
-             {{{"kind", "no_root"},
-               {"severity", "error"},
-               {"sentence",
-                "Every part is a component of another one: there is no root, and no file shows how "
-                "the parts fit together."},
-               {"offset", nullptr},
-               {"line", nullptr},
-               {"instance", nullptr},
-               {"count", 1}},
-              {{"kind", "usage_cycle"},
-               {"severity", "error"},
-               {"sentence", "The part #3 and 1 other are components of each other in a circle."},
-               {"offset", text.find("#3=")},
-               {"line", 10},
-               {"instance", 3},
-               {"count", 1}},
-              {{"kind", "missing_instance"},
-               {"severity", "error"},
-               {"sentence", "#9 refers to #10, which is not there."},
-               {"offset", text.find("#9=")},
-               {"line", 16},
-               {"instance", 9},
-               {"count", 1}}}}}));
+  const Json place = {{"offset", text.find("#1844")},
+                      {"line", 9},
+                      {"instance", 18'446'744'073'709'551'615U},
+                      {"count", 1}};
+  Json missing = {{"kind", "missing_instance"},
+                  {"severity", "warning"},
+                  {"sentence", "#18446744073709551615 refers to #10, which is not there."}};
+  missing.update(place);
+  EXPECT_EQ(json_of("in.stp"),
+            Json({{"format", 1},
+                  {"input", "in.stp"},
+                  {"findings",
+                   {{{"kind", "no_part"},
+                     {"severity", "warning"},
+                     {"sentence",
+                      "There is nothing to split: no product definition has a shape or a "
+                      "component."},
+                     {"offset", nullptr},
+                     {"line", nullptr},
+                     {"instance", nullptr},
+                     {"count", 1}},
+                    {{"kind", "empty_statement"},
+                     {"severity", "warning"},
+                     {"sentence", "Nothing stands in front of this \";\"."},
+                     {"offset", text.find("\n;\n") + 1},
+                     {"line", 8},
+                     {"instance", nullptr},
+                     {"count", 1}},
+                    missing}}}));
 }
 
 TEST_F(CheckCommand, JsonCountsWhatIsNotListed) {
   std::string records(BOX_WITH_LID);
-  for (int i = 0; i < 1500; ++i) records += "#=A();\n";
+  for (int i = 0; i < 1500; ++i) records += "A();\n";
   folder_.write("in.stp", exchange_file(records));
   const Json findings = json_of("in.stp")["findings"];
   ASSERT_EQ(findings.size(), 21u);

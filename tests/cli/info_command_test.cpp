@@ -132,7 +132,7 @@ TEST(InfoCommand, InputThatFailsDoesNotKeepOthersFromBeingShown) {
   EXPECT_EQ(run.out, run_velkstep({"info", "a.stp"}).out);
   EXPECT_EQ(run.errors,
             "velkstep: missing.stp: No such file or directory\n"
-            "velkstep: b.stp: no line ends the header with \"ENDSEC;\"\n");
+            "velkstep: b.stp:3: The HEADER section is not closed by \"ENDSEC;\".\n");
 }
 
 TEST(InfoCommand, NeedsAnInput) {

@@ -50,7 +50,7 @@ TEST(Input, StandardInputIsCalledSoInMessages) {
   const ProcessRun run = run_velkstep({"tree", "-"});
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.errors, "velkstep: standard input: no line ends the header with \"ENDSEC;\"\n");
+  EXPECT_EQ(run.errors, "velkstep: standard input: The file is empty.\n");
 }
 
 TEST(Input, PipeIsReadLikeAFile) {

@@ -48,7 +48,7 @@ TEST_F(MemoryLimitOption, SplitAndReportRefuseTheInputAndLeaveTheFolderAsItWas) 
       const ProcessRun run = with_limit("8MB", {command, "in.stp", outdir});
       EXPECT_EQ(run.exit_code, 1);
       EXPECT_EQ(run.out, "");
-      EXPECT_THAT(run.errors, MatchesRegex("velkstep: in.stp:20: " + sentence("8000000") + "\n"));
+      EXPECT_THAT(run.errors, MatchesRegex("velkstep: in.stp: " + sentence("8000000") + "\n"));
       EXPECT_EQ(tree_of(folder_.path()), before);
     }
   }
@@ -60,12 +60,22 @@ TEST_F(MemoryLimitOption, SplitAndReportDoWithEnough) {
   EXPECT_EQ(read_file("out/roots.txt"), "#1_part.stp\n");
 }
 
-TEST_F(MemoryLimitOption, CheckFindsTheSame) {
-  const ProcessRun refused = with_limit("8MB", {"check", "in.stp"});
+/// Two products whose names take nine million bytes.
+std::string long_names() {
+  const std::string name(4'500'000, 'x');
+  return exchange_file("#1=PRODUCT('" + name + "','','',());\n#2=PRODUCT('" + name +
+                       "','','',());\n");
+}
+
+TEST_F(MemoryLimitOption, CheckRefusesWhatNeedsMore) {
+  folder_.write("names.stp", long_names());
+  const ProcessRun refused = with_limit("8MB", {"check", "names.stp"});
   EXPECT_EQ(refused.exit_code, 1);
   EXPECT_EQ(refused.errors, "");
-  EXPECT_THAT(refused.out, MatchesRegex("in.stp:20: error: " + sentence("8000000") + "\n"));
-  EXPECT_EQ(with_limit("9MB", {"check", "in.stp"}).out, run_velkstep({"check", "in.stp"}).out);
+  EXPECT_THAT(refused.out, MatchesRegex("names.stp: error: The records need [0-9]+ bytes of "
+                                        "memory, and the limit is 8000000\\.\n"));
+  EXPECT_EQ(with_limit("10MB", {"check", "names.stp"}).out,
+            run_velkstep({"check", "names.stp"}).out);
 }
 
 TEST_F(MemoryLimitOption, VerifyAndJoinRefuseTheSame) {
@@ -84,6 +94,7 @@ TEST_F(MemoryLimitOption, VerifyAndJoinRefuseTheSame) {
 }
 
 TEST_F(MemoryLimitOption, SizesMayHaveUnits) {
+  folder_.write("names.stp", long_names());
   const struct {
     const char* size;
     const char* bytes;
@@ -91,12 +102,13 @@ TEST_F(MemoryLimitOption, SizesMayHaveUnits) {
                {"7MB", "7000000"},  {"7 MB", "7000000"},    {"7m", "7000000"},
                {"7MiB", "7340032"}, {"7000kB", "7000000"},  {"7000ki", "7168000"}};
   for (const auto& row : CASES) {
-    EXPECT_THAT(with_limit(row.size, {"check", "in.stp"}).out,
-                MatchesRegex(".*limit (is|of) " + std::string(row.bytes) + "( bytes)?\\.\n"))
+    EXPECT_THAT(with_limit(row.size, {"check", "names.stp"}).out,
+                MatchesRegex(".*limit is " + std::string(row.bytes) + "\\.\n"))
         << row.size;
   }
   for (const char* const enough : {"2GiB", "1TB", "15EiB", "9999999999999999999"}) {
-    EXPECT_EQ(with_limit(enough, {"check", "in.stp"}).out, run_velkstep({"check", "in.stp"}).out);
+    EXPECT_EQ(with_limit(enough, {"check", "names.stp"}).out,
+              run_velkstep({"check", "names.stp"}).out);
   }
 }
 

@@ -67,9 +67,9 @@ TEST_F(ReportCommand, DataHoldsPartsFilesAndUses) {
   const Json expected = Json::parse(R"({
     "input": "in.stp", "assemblies": "nested", "names": "record", "roots": [0],
     "parts": [
-      {"record": 3, "id": "box", "name": "box", "kind": "assembly", "file": "#1_part.stp",
+      {"record": "3", "id": "box", "name": "box", "kind": "assembly", "file": "#1_part.stp",
        "total": "1", "components": [{"part": 1, "count": 1}], "used_in": []},
-      {"record": 6, "id": "lid", "name": "lid", "kind": "part", "file": "#4_part.stp",
+      {"record": "6", "id": "lid", "name": "lid", "kind": "part", "file": "#4_part.stp",
        "total": "1", "components": [], "used_in": [{"part": 0, "count": 1}]}]})");
   Json data = Json::parse(data_text(read_file("out/report.html")));
   for (Json& part : data["parts"]) {

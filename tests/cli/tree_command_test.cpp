@@ -110,14 +110,15 @@ TEST_F(TreeCommand, PartsThatContainEachOtherEnd) {
             "   └─ hen  (assembly, #3, #1_part.stp)  (contains itself)\n");
 }
 
-TEST_F(TreeCommand, CycleBesideTheRootIsDrawnBelowIt) {
+TEST_F(TreeCommand, CycleBesideATopIsDrawnBesideIt) {
   EXPECT_EQ(tree_of(std::string(CYCLE) + product(11, "'a','a',''") + product(21, "'b','b',''") +
                     usage(30, 13, 23)),
-            "a  (assembly, #13, #11_part.stp)\n"
-            "└─ b  (part, #23, #21_part.stp)\n"
-            "hen  (assembly, #3, #1_part.stp)\n"
-            "└─ egg  (assembly, #6, #4_part.stp)\n"
-            "   └─ hen  (assembly, #3, #1_part.stp)  (contains itself)\n");
+            "(generated root)  (assembly, Root.stp)\n"
+            "├─ hen  (assembly, #3, #1_part.stp)\n"
+            "│  └─ egg  (assembly, #6, #4_part.stp)\n"
+            "│     └─ hen  (assembly, #3, #1_part.stp)  (contains itself)\n"
+            "└─ a  (assembly, #13, #11_part.stp)\n"
+            "   └─ b  (part, #23, #21_part.stp)\n");
 }
 
 TEST_F(TreeCommand, LadderOfSixtyLevelsIsSixtyLines) {
@@ -149,17 +150,18 @@ TEST_F(TreeCommand, HundredLevelsAreShownUnlessMoreAreAskedFor) {
 }
 
 TEST_F(TreeCommand, GeneratedRootBodiesIdsAndMissingNames) {
-  EXPECT_EQ(
-      tree_of(product(1, "'No. 1','Frame',''") + product(11, "'No. 2','',''") +
-              product(21, "'','',''") + usage(30, 3, 13) + usage(31, 3, 23) + shape(40, 3, true)),
-      "(generated root)  (assembly, Root.stp)\n"
-      "└─ Frame [No. 1]  (assembly with bodies, #3, #1_part.stp)\n"
-      "   ├─ No. 2  (part, #13, #11_part.stp)\n"
-      "   └─ (no name)  (part, #23, #21_part.stp)\n");
+  EXPECT_EQ(tree_of(product(1, "'No. 1','Frame',''") + product(11, "'No. 2','',''") +
+                    product(21, "'','',''") + product(51, "'lid','lid',''") + usage(30, 3, 13) +
+                    usage(31, 3, 23) + shape(40, 3, true) + shape(60, 53, true)),
+            "(generated root)  (assembly, Root.stp)\n"
+            "├─ Frame [No. 1]  (assembly with bodies, #3, #1_part.stp)\n"
+            "│  ├─ No. 2  (part, #13, #11_part.stp)\n"
+            "│  └─ (no name)  (part, #23, #21_part.stp)\n"
+            "└─ lid  (part, #53, #51_part.stp)\n");
 }
 
 TEST_F(TreeCommand, OnePartAloneHasNoFile) {
-  EXPECT_EQ(tree_of(std::string(LID_ALONE)), "lid  (part, #6)\n");
+  EXPECT_EQ(tree_of(std::string(LID_ALONE) + shape(10, 6, true)), "lid  (part, #6)\n");
 }
 
 TEST_F(TreeCommand, FileWithoutPartsIsNoFailure) {
@@ -167,7 +169,8 @@ TEST_F(TreeCommand, FileWithoutPartsIsNoFailure) {
   const ProcessRun run = run_velkstep({"tree", "in.stp"});
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.errors, "velkstep: in.stp: holds no part\n");
+  EXPECT_EQ(run.errors,
+            "velkstep: in.stp: holds no part: no product definition has a shape or a component\n");
 }
 
 TEST_F(TreeCommand, FormatsThatDoNotGoTogetherAreWrongUsage) {

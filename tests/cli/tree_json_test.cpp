@@ -39,16 +39,17 @@ TEST(TreeJson, BoxWithLid) {
 
 TEST(TreeJson, GeneratedRootHasNoRecordAndAssembliesMayHaveBodies) {
   const Json tree = tree_json_of(product(1, "'a','a',''") + product(11, "'b','b',''") +
-                                 usage(20, 3, 13) + shape(30, 3, true));
-  EXPECT_EQ(tree["roots"], Json({2}));
+                                 product(41, "'c','c',''") + usage(20, 3, 13) + shape(30, 3, true) +
+                                 shape(50, 43, true));
+  EXPECT_EQ(tree["roots"], Json({3}));
   EXPECT_EQ(tree["parts"][0]["kind"], "assembly with bodies");
-  EXPECT_EQ(tree["parts"][2]["record"], nullptr);
-  EXPECT_EQ(tree["parts"][2]["file"], "Root.stp");
-  EXPECT_EQ(tree["parts"][2]["kind"], "assembly");
+  EXPECT_EQ(tree["parts"][3]["record"], nullptr);
+  EXPECT_EQ(tree["parts"][3]["file"], "Root.stp");
+  EXPECT_EQ(tree["parts"][3]["kind"], "assembly");
 }
 
 TEST(TreeJson, OnePartAloneHasNoFile) {
-  const Json tree = tree_json_of(std::string(LID_ALONE));
+  const Json tree = tree_json_of(std::string(LID_ALONE) + shape(10, 6, true));
   EXPECT_EQ(tree["parts"].size(), 1u);
   EXPECT_EQ(tree["parts"][0]["file"], nullptr);
 }
@@ -76,6 +77,14 @@ TEST(TreeJson, LargestTotalIsExact) {
   const Json tree = tree_json_of(records);
   EXPECT_EQ(tree["parts"][60]["total"], std::uint64_t{1} << 60);
   EXPECT_EQ(tree["parts"][70]["total"], UINT64_MAX);
+}
+
+TEST(TreeJson, LargestNumberIsExact) {
+  std::string records(BOX_WITH_LID);
+  for (std::size_t at; (at = records.find("#6")) != std::string::npos;) {
+    records.replace(at, 2, "#18446744073709551615");
+  }
+  EXPECT_EQ(tree_json_of(records)["parts"][1]["record"], UINT64_MAX);
 }
 
 TEST(TreeJson, TextsAreKeptAndEscaped) {

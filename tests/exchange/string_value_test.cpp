@@ -62,6 +62,8 @@ TEST(StringValue, OfRunsThatAreNotClosed) {
 TEST(StringValue, OfLoneBackslashes) {
   EXPECT_EQ(string_value("'C:\\dir\\X\\\\S\\'"), "C:\\dir\\X\\S\\");
   EXPECT_EQ(string_value("'\\PJ\\\\X\\G0'"), "\\PJ\\X\\G0");
+  EXPECT_EQ(string_value(R"('\X\\X2\0027\X0\')"), R"(\X\X2\0027\X0\)")
+      << "nothing is taken of what is no directive";
 }
 
 TEST(StringValue, OfBytesThatAreNotUtf8) {

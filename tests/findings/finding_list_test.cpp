@@ -32,6 +32,26 @@ TEST(FindingList, GoesByOffsetWithTheWholeFileFirst) {
   EXPECT_EQ(taken_from(list), Lines());
 }
 
+// The lines of some may not be counted yet.
+TEST(FindingList, GoesByOffsetWhetherOrNotLinesAreKnown) {
+  FindingList list;
+  list.add(two_texts_of_a_number, {50, 3}, 7, "c");
+  list.add(same_text_twice, {60, 0}, 7, "d");
+  list.add(lone_backslash, {40, 0}, 5, "b");
+  list.add(missing_header, {0, 1}, 0, "a");
+  list.add(no_part, {}, 0, "whole");
+  EXPECT_EQ(taken_from(list),
+            (Lines{"warning no_part: whole", "1@0 error missing_header: a",
+                   "warning lone_backslash #5: b", "3@50 error two_texts_of_a_number #7: c",
+                   "warning same_text_twice #7: d"}));
+}
+
+TEST(FindingList, NumbersOfInstancesHaveSixtyFourBits) {
+  FindingList list;
+  list.add(lone_backslash, {40, 2}, 18'446'744'073'709'551'615U, "b");
+  EXPECT_EQ(list.take().at(0).instance, 18'446'744'073'709'551'615U);
+}
+
 TEST(FindingList, KeepsTwentyOfAKindAndCountsTheOthers) {
   FindingList list;
   Lines expected;

@@ -12,10 +12,9 @@ using testing::IsEmpty;
 
 TEST(ReadHeader, FindsEveryField) {
   const Header header = read_header(
-      "ISO-10303-21;\nHEADER;\n"
-      "FILE_DESCRIPTION(('first','second'),'2;1');\n"
-      "FILE_NAME('a.stp','2024-05-17T09:30:00',('Ann','Bob'),('Works'),'pre 1','orig 2','yes');\n"
-      "FILE_SCHEMA(('ONE { 1 0 }','TWO'));\nENDSEC;\n");
+      {"FILE_DESCRIPTION(('first','second'),'2;1')",
+       "FILE_NAME('a.stp','2024-05-17T09:30:00',('Ann','Bob'),('Works'),'pre 1','orig 2','yes')",
+       "FILE_SCHEMA(('ONE { 1 0 }','TWO'))"});
   EXPECT_THAT(header.description, ElementsAre("first", "second"));
   EXPECT_EQ(header.implementation_level, "2;1");
   EXPECT_EQ(header.name, "a.stp");
@@ -30,8 +29,8 @@ TEST(ReadHeader, FindsEveryField) {
 
 TEST(ReadHeader, CommentsMayStandAnywhere) {
   const Header header = read_header(
-      "/* FILE_NAME('wrong') it's */\nFILE_NAME(\n/* name */\n'C:/long pa\nth.step',\n"
-      "/* time, stamp */ '2021',\n/* author */ (/* none */''),(''),'',\n'',/* ( */ 'x');\n");
+      {"FILE_NAME/* it's */(\n/* name */\n'C:/long pa\nth.step',\n"
+       "/* time, stamp */ '2021',\n/* author */ (/* none */''),(''),'',\n'',/* ( */ 'x')"});
   EXPECT_EQ(header.name, "C:/long path.step");
   EXPECT_EQ(header.time_stamp, "2021");
   EXPECT_THAT(header.authors, ElementsAre(""));
@@ -39,23 +38,29 @@ TEST(ReadHeader, CommentsMayStandAnywhere) {
 }
 
 TEST(ReadHeader, TextsAreDecoded) {
-  const Header header = read_header("FILE_NAME('C:\\\\a \\X2\\00DC\\X0\\bung','',('O''Hara'),());");
+  const Header header =
+      read_header({"FILE_NAME('C:\\\\a \\X2\\00DC\\X0\\bung','',('O''Hara'),())"});
   EXPECT_EQ(header.name, "C:\\a Übung");
   EXPECT_THAT(header.authors, ElementsAre("O'Hara"));
   EXPECT_THAT(header.organisations, IsEmpty());
 }
 
 TEST(ReadHeader, WhatIsNotThereIsEmpty) {
-  for (const char* text : {"", "HEADER;\nENDSEC;\n", "FILE_NAME();FILE_SCHEMA($);", "FILE_NAME"}) {
-    const Header header = read_header(text);
-    EXPECT_EQ(header.name, "") << text;
-    EXPECT_THAT(header.authors, IsEmpty()) << text;
-    EXPECT_THAT(header.schemas, IsEmpty()) << text;
+  using Entities = std::vector<std::string>;
+  for (const Entities& entities :
+       {Entities{}, Entities{"FILE_NAME()", "FILE_SCHEMA($)"}, Entities{"FILE_NAME"},
+        Entities{"FILE_NAMES('a')", "file_schema(('a'))"}, Entities{"FILE_NAME(1.,.T.,'me')"}}) {
+    SCOPED_TRACE(testing::PrintToString(entities));
+    const Header header = read_header(entities);
+    EXPECT_EQ(header.name, "");
+    EXPECT_EQ(header.time_stamp, "");
+    EXPECT_THAT(header.authors, IsEmpty());
+    EXPECT_THAT(header.schemas, IsEmpty());
   }
 }
 
 TEST(ReadHeader, FirstEntityOfANameCounts) {
-  EXPECT_EQ(read_header("FILE_NAME('a');FILE_NAME('b');").name, "a");
+  EXPECT_EQ(read_header({"FILE_NAME('a')", "FILE_NAME('b')"}).name, "a");
 }
 
 }  // namespace

@@ -47,13 +47,14 @@ TEST(ReadSummary, BoxWithLid) {
   EXPECT_EQ(summary.depth, 2u);
 }
 
-TEST(ReadSummary, RecordsWithoutANumberOrTypeDoNotCount) {
-  const Summary summary = summary_of("#1=A();\n#0=A();\n#2=();\nA();\n#x=A();\n#3=B();\n#1=A();\n");
-  EXPECT_EQ(types_of(summary), "A 2\nB 1\n");
-  EXPECT_EQ(summary.records, 3u);
+TEST(ReadSummary, EveryRecordCountsAndThoseWithATypeUnderIt) {
+  const Summary summary =
+      summary_of("#1=A();\n#0=A();\n#2=();\nA();\n#x=A();\n#3=B();\n#1=A();\n#4=(A());\n");
+  EXPECT_EQ(types_of(summary), "A 3\nB 1\n");
+  EXPECT_EQ(summary.records, 5u);
 }
 
-TEST(ReadSummary, MoreTypesThanTheReaderRemembersAreAllCounted) {
+TEST(ReadSummary, ManyTypesAreAllCounted) {
   std::string records;
   for (int i = 1; i <= 6000; ++i) records += record(i, "T" + std::to_string(i % 3000) + "()");
   const Summary summary = summary_of(records);
@@ -73,7 +74,7 @@ TEST(ReadSummary, LongComplexInstancesAreCountedUnderTheirKeywords) {
 TEST(ReadSummary, AGeneratedRootIsNeitherPartNorAssembly) {
   const Summary summary =
       summary_of(product(1, "'a','a',''") + product(11, "'b','b',''") + product(21, "'c','c',''") +
-                 usage(30, 3, 13) + shape(40, 3, true));
+                 usage(30, 3, 13) + shape(40, 3, true) + shape(50, 23, true));
   EXPECT_EQ(summary.parts, 2u);
   EXPECT_EQ(summary.assemblies, 1u);
   EXPECT_EQ(summary.assemblies_with_bodies, 1u);
@@ -102,6 +103,16 @@ TEST(ReadSummary, ContextThatIsThereTwiceCountsOnce) {
       summary_of(context + context + record(2, "(LENGTH_UNIT()SI_UNIT($,.METRE.))"));
   ASSERT_EQ(summary.length_units.size(), 1u);
   EXPECT_EQ(summary.length_units[0].contexts, 1u);
+}
+
+TEST(ReadSummary, LinesOfOtherSectionsAreNoRecords) {
+  const ScratchFolder folder;
+  const Summary summary = read_summary(folder.write(
+      "in.stp",
+      "ISO-10303-21;\nHEADER;\nENDSEC;\nANCHOR;\n<a>=#1;\nENDSEC;\nREFERENCE;\n#9=<b.stp#b>;\n"
+      "ENDSEC;\nDATA;\n#1=A(#9);\nENDSEC;\nDATA;\n#2=A();\nENDSEC;\nEND-ISO-10303-21;\n"));
+  EXPECT_EQ(types_of(summary), "A 2\n");
+  EXPECT_EQ(summary.records, 2u);
 }
 
 TEST(ReadSummary, HeaderMayBeginInTheFirstLine) {

@@ -1,85 +1,129 @@
-// Inputs that a split would read for ever are refused; those that only look like them are not.
+// Files that no command reads: check, tree and info refuse them with the same sentence.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
-#include <stdexcept>
+#include <filesystem>
 #include <string>
-#include <vector>
 
+#include "inspection/products.h"
+#include "kessel/assembly.h"
+#include "kessel/check.h"
+#include "kessel/errors.h"
 #include "kessel/summary.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
 namespace {
 
+namespace fs = std::filesystem;
+
 const std::string HEADER = "ISO-10303-21;\nHEADER;\nENDSEC;\n";
-const std::string END = "ENDSEC;\nEND-ISO-10303-21;\n";
 
-/// Why `input` is refused; how many records it has when it is not.
-std::string outcome_of(const std::string& input) {
-  const ScratchFolder folder;
+/// A finding as "LINE KIND: SENTENCE".
+std::string text_of(const Finding& finding) {
+  return std::to_string(finding.line) + " " + std::string(name_of(finding.kind)) + ": " +
+         finding.sentence;
+}
+
+/// For which error `read` refuses something; empty where it does not.
+template <class Read>
+std::string refusal_of(Read read) {
   try {
-    return std::to_string(read_summary(folder.write("in.stp", input)).records) + " records";
-  } catch (const std::runtime_error& error) {
-    return error.what();
+    read();
+  } catch (const InputError& error) {
+    return text_of(error.finding());
   }
+  return "";
 }
 
-void expect_outcome(const std::vector<std::string>& inputs, const std::string& outcome) {
-  for (const std::string& input : inputs) EXPECT_EQ(outcome_of(input), outcome) << input;
+/// For which error check, read_assembly and read_summary refuse the file, all three alike.
+std::string refusal_of_file(const fs::path& in, const Options& options = {}) {
+  std::string found;
+  for (const Finding& finding : check(in, options)) {
+    if (finding.severity == Severity::error) found += text_of(finding);
+  }
+  EXPECT_EQ(refusal_of([&] { read_assembly(in, options); }), found);
+  EXPECT_EQ(refusal_of([&] { read_summary(in, options); }), found);
+  return found;
 }
 
-TEST(RefusedInput, HeaderThatNoLineEnds) {
-  expect_outcome(
-      {
-          "",
-          "\n",
-          "ISO-10303-21;\nHEADER;\n",
-          "ENDSEC;\n",  // the first line is not part of the header
-          "ISO-10303-21; HEADER; ENDSEC;\nDATA;\n",
-          "ISO-10303-21;\nHEADER;\nENDSEC;DATA;\n",
-          "ISO-10303-21;\nHEADER;\nENDSEC ;\nDATA;",
-          "ISO-10303-21;\nHEADER;\nENDSEC;/**/\n",
-          "ISO-10303-21;\rHEADER;\rENDSEC;\rDATA;\r",
-          "ISO-10303-21;\nHEADER;\nENDSEC\n;\n",
-      },
-      "no line ends the header with \"ENDSEC;\"");
+std::string refusal_of_text(const std::string& text, const Options& options = {}) {
+  const ScratchFolder folder;
+  return refusal_of_file(folder.write("in.stp", text), options);
 }
 
-TEST(RefusedInput, NothingBehindTheHeaderNotEvenTheEndOfItsLine) {
-  expect_outcome({"ISO-10303-21;\nHEADER;\nENDSEC;", "ISO-10303-21;\nHEADER;\nENDSEC;  "},
-                 "the file ends with its header");
+TEST(RefusedInput, FilesThatAreNoExchangeFiles) {
+  using namespace std::string_literals;
+  EXPECT_EQ(refusal_of_text(""), "0 empty_file: The file is empty.");
+  EXPECT_EQ(refusal_of_text("\x1F\x8B\b\0\0\0\0\0"s),
+            "0 compressed: The file is compressed (gzip); unpack it first.");
+  EXPECT_EQ(refusal_of_text("PK\x03\x04\x14\0"s),
+            "0 compressed: The file is compressed (zip); unpack it first.");
+  EXPECT_EQ(refusal_of_text("\xFF\xFEI\0S\0O\0"s),
+            "0 other_encoding: The file is text in UTF-16, which is not read; save it as UTF-8.");
+  EXPECT_EQ(refusal_of_text("I\0S\0O\0-\0"s),
+            "0 other_encoding: The file is text in UTF-16, which is not read; save it as UTF-8.");
+  EXPECT_EQ(refusal_of_text("solid\0\x01\x02"s),
+            "0 binary: The file is no exchange file: it is binary data.");
+  EXPECT_EQ(refusal_of_text("hello\n"),
+            "0 not_an_exchange_file: The file is no exchange file: it does not begin with "
+            "\"ISO-10303-21\".");
 }
 
-TEST(RefusedInput, EndThatNoSemicolonCloses) {
-  expect_outcome(
-      {
-          HEADER + "stray",
-          HEADER + "DATA;\n#1=A(",
-          HEADER + "DATA;\n#1=A()",
-          HEADER + "DATA;\n#1=A();\nENDSEC;\nEND-ISO-10303-21",
-          HEADER + "DATA;\n" + END + "/* bye */",
-          HEADER + "DATA;\n#1=A();\n#2=B(\n;\n" + END,
-          HEADER + "DATA;\n#1=A('x;\n" + END,
-          HEADER + "DATA;\n#1=A('x;y')",
-          HEADER + "DATA;\n#1=A() /* note */;\n" + END,
-          HEADER + "DATA;\n#1=A(;;\n" + END,
-          HEADER + "#;",
-      },
-      "the file does not end with a \";\" that closes a record or section");
+TEST(RefusedInput, WhatIsNoFile) {
+  const ScratchFolder folder;
+  ASSERT_EQ(::mkfifo("pipe", 0600), 0);
+  EXPECT_EQ(refusal_of_file("."), "0 unreadable: The file is a folder.");
+  EXPECT_EQ(refusal_of_file("pipe"),
+            "0 unreadable: The file is not a regular file, and the input is read twice.");
 }
 
-TEST(AcceptedInput, EndsAtASemicolonOrAnEmptyPiece) {
-  expect_outcome(
-      {HEADER, HEADER + "DATA;\n" + END, HEADER + "DATA;\nA(;/* #1=A( */ #2=A(;\n" + END},
-      "0 records");
-  expect_outcome(
-      {
-          HEADER + "DATA;\n#1=A();\nENDSEC;\nEND-ISO-10303-21;",
-          HEADER + "DATA;\n#1=A();",
-          HEADER + "DATA;\n#1=A('x;y;;z');\n" + END + " \r\n\t\n",
-          HEADER + "DATA;\n#1=A();;\nstray text #2=A(",
-      },
-      "1 records");
+TEST(RefusedInput, FilesThatBreakOff) {
+  EXPECT_EQ(refusal_of_text("ISO-10303-21;\n"),
+            "2 missing_header: The header section, \"HEADER;\", should begin here.");
+  EXPECT_EQ(refusal_of_text("ISO-10303-21;\nHEADER;\n"),
+            "3 unclosed_section: The HEADER section is not closed by \"ENDSEC;\".");
+  EXPECT_EQ(refusal_of_text(HEADER + "DATA;\n#1=A();\n"),
+            "6 unclosed_section: The DATA section is not closed by \"ENDSEC;\".");
+  EXPECT_EQ(refusal_of_text(HEADER + "DATA;\n#1=A("),
+            "5 unclosed_record: No \";\" closes this record up to the end of the file.");
+  EXPECT_EQ(refusal_of_text(HEADER + "DATA;\n#1=A('b;\n#2=C();\nENDSEC;\n"),
+            "5 unclosed_string: A string in this statement is not closed up to the end of the "
+            "file.");
+}
+
+TEST(RefusedInput, OneNumberWithTwoTexts) {
+  EXPECT_EQ(refusal_of_text(exchange_file("#1=A();\n#1=B();\n")),
+            "9 two_texts_of_a_number: #1 has stood for another record already.");
+}
+
+TEST(RefusedInput, MoreRecordsThanTheMemoryLimitHolds) {
+  std::string records;
+  for (int i = 1; i <= 20'000; ++i) records += record(i, "A(#1,#2,#3)");
+  const std::string found = refusal_of_text(exchange_file(records), {.memory_limit = 500'000});
+  EXPECT_TRUE(found.starts_with("0 memory_limit: The records need ")) << found;
+  EXPECT_TRUE(found.ends_with(" bytes of memory, and the limit is 500000.")) << found;
+  EXPECT_EQ(refusal_of_text(exchange_file(records), {.memory_limit = 5'000'000}), "");
+  EXPECT_EQ(refusal_of_text(exchange_file("#1=A('" + std::string(3'000'000, 'x') + "');\n"),
+                            {.memory_limit = 2'000'000}),
+            "8 memory_limit: What stands here in front of the next \";\" is longer than the memory "
+            "limit allows.");
+}
+
+// Only what makes it doubtful where records begin and end is refused.
+TEST(RefusedInput, AllElseIsRead) {
+  const std::string END = "ENDSEC;\nEND-ISO-10303-21;\n";
+  for (const std::string& text : {
+           HEADER,
+           HEADER + "DATA;\n" + END,
+           HEADER + "DATA;\n#1=A();;\nstray text;\n" + END,
+           HEADER + "DATA;\n#1=A(#2);\n" + END + "more",
+           HEADER + "DATA;\n#1=A('\xE9\\');\n#0=A();\nENDSEC;\nEND-ISO-10303-21",
+           "\xEF\xBB\xBFISO-10303-21; HEADER; ENDSEC; DATA; /* ; */ " + END,
+           "ISO-10303-21;\rHEADER;\rENDSEC;\rDATA;\r" + END,
+       }) {
+    EXPECT_EQ(refusal_of_text(text), "") << text;
+  }
 }
 
 }  // namespace

@@ -1,61 +1,18 @@
-// Real assemblies, whose structure is compared with that of a split.
+// Real assemblies, of which it is known what is in them.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <string>
 
 #include "kessel/assembly.h"
-#include "kessel/encoding.h"
-#include "kessel/file.h"
 #include "kessel/summary.h"
 #include "support/scratch_folder.h"
-#include "support/split_run.h"
 
 namespace Kessel::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Compares every part of the assembly with the one that a split finds.
-void expect_same_structure(const Assembly& assembly, const File& file) {
-  ASSERT_EQ(assembly.parts.size(), file.parts().size());
-  for (std::size_t i = 0; i < assembly.parts.size(); ++i) {
-    const PartInfo& info = assembly.parts[i];
-    const Part& part = *file.parts()[i];
-    SCOPED_TRACE(info.record);
-    EXPECT_EQ(info.file, part.path);
-    if (info.record == 0) {
-      EXPECT_EQ(file.root_part(), &part);
-      continue;
-    }
-    EXPECT_EQ(file.at(info.record), &part);
-    std::map<std::size_t, std::uint64_t> components;
-    for (const Part* child : part.children) ++components[child->list_position];
-    std::map<std::size_t, std::uint64_t> users;
-    for (const Part* parent : part.parents) ++users[parent->list_position];
-    ASSERT_EQ(info.components.size(), components.size());
-    for (const PartUse& use : info.components) EXPECT_EQ(use.count, components.at(use.part));
-    for (const PartUse& use : info.used_in) {
-      const bool generated = assembly.parts[use.part].record == 0;
-      EXPECT_EQ(use.count, generated ? 1 : users.at(use.part));
-    }
-  }
-}
-
-TEST(Samples, HaveTheStructureOfTheirSplit) {
-  const fs::path samples = samples_folder();
-  if (samples.empty()) GTEST_SKIP() << why_no_sample();
-  for (const auto& entry : fs::directory_iterator(samples)) {
-    SCOPED_TRACE(entry.path().filename());
-    const ScratchFolder folder;
-    const CapturedErrors ignored;
-    const std::unique_ptr<File> file(File::from(entry.path(), decode_step_to_utf8));
-    Part::free_statics();
-    expect_same_structure(read_assembly(entry.path()), *file);
-  }
-}
 
 TEST(Samples, SumUpToWhatIsKnownOfThem) {
   const fs::path samples = samples_folder();

@@ -5,23 +5,22 @@
 
 #include <sstream>
 
-#include "inspection/parameters.h"
+#include "instances/loader.h"
+#include "splitter/small_inputs.h"
 
 namespace Kessel::test {
 namespace {
 
-/// Sums up the units of some records, one per line; those that assign units are contexts.
+/// Sums up the units of some records, one per line.
 Summary units_of(const std::string& records) {
-  KeptTexts texts;
-  std::vector<std::uint32_t> contexts;
-  std::istringstream in(records);
-  for (std::string line; std::getline(in, line);) {
-    const std::uint32_t number = reference_value(line);
-    texts.keep(number, line);
-    if (line.find("GLOBAL_UNIT_ASSIGNED") != std::string::npos) contexts.push_back(number);
-  }
+  std::string data;
+  std::istringstream lines(records);
+  for (std::string line; std::getline(lines, line);) data += line + ";\n";
+  std::istringstream in(exchange_file(data));
+  Instances instances;
+  load_instances(in, instances);
   Summary summary;
-  sum_up_units(texts, contexts, summary);
+  sum_up_units(instances, summary);
   return summary;
 }
 

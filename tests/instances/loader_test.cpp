@@ -241,6 +241,14 @@ TEST(Loader, EntersAnchorsAndReferences) {
   EXPECT_EQ(all.section(5), Exchange::Section::data);
 }
 
+TEST(Loader, TakesNoOtherNameForThatOfAnEntry) {
+  const Loaded loaded = load_file(
+      "ISO-10303-21;HEADER;ENDSEC;REFERENCE;#PI=#1;ENDSEC;DATA;#1=A();ENDSEC;END-ISO-10303-21;");
+  EXPECT_EQ(loaded.instances.number(0), 0u);
+  EXPECT_EQ(loaded.instances.find(1), 1u);
+  EXPECT_THAT(references_of(loaded.instances, 0), ElementsAre("#1"));
+}
+
 TEST(Loader, SaysWhereErrorsAre) {
   const Finding finding = refusal_of(file_with("#1=A();\n#2=A((;\n"));
   EXPECT_EQ(finding.kind, FindingKind::unclosed_list);

@@ -1,6 +1,7 @@
 // What differs between documents.
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <sstream>
 #include <string_view>
 
@@ -67,12 +68,63 @@ std::string differences(const ShapeFigures& expected, const ShapeFigures& actual
   return report.text();
 }
 
+namespace {
+
+void compare(Report& report, const std::string& colour, const ColouredFaces& expected,
+             const ColouredFaces& actual, double length) {
+  report.compare("faces of colour " + colour, expected.faces, actual.faces);
+  report.compare("area of colour " + colour, expected.area, actual.area, std::abs(expected.area));
+  for (std::size_t axis = 0; axis < expected.moment.size(); ++axis) {
+    report.compare("place of colour " + colour, expected.moment[axis], actual.moment[axis],
+                   std::abs(expected.area) * length);
+  }
+}
+
+std::string colour_differences(const DocumentShape& expected, const DocumentShape& actual) {
+  Report report;
+  const double length = diagonal_of(expected.figures.box);
+  std::map<std::string, ColouredFaces> all = expected.colours;
+  all.insert(actual.colours.begin(), actual.colours.end());
+  const auto faces_of = [](const DocumentShape& shape, const std::string& colour) {
+    const auto found = shape.colours.find(colour);
+    return found == shape.colours.end() ? ColouredFaces() : found->second;
+  };
+  for (const auto& [colour, faces] : all) {
+    compare(report, colour, faces_of(expected, colour), faces_of(actual, colour), length);
+  }
+  return report.text();
+}
+
+}  // namespace
+
+std::string differences(const DocumentRemarks& expected, const DocumentRemarks& actual) {
+  Report report;
+  std::map<std::string, double> all = expected.layers;
+  all.insert(actual.layers.begin(), actual.layers.end());
+  const auto area_of = [](const DocumentRemarks& remarks, const std::string& layer) {
+    const auto found = remarks.layers.find(layer);
+    return found == remarks.layers.end() ? -1.0 : found->second;
+  };
+  for (const auto& [layer, area] : all) {
+    report.compare("area on layer " + layer, area_of(expected, layer), area_of(actual, layer),
+                   std::max(area, 1.0));
+  }
+  std::string text = report.text();
+  std::vector<std::string> changed;
+  std::set_symmetric_difference(expected.properties.begin(), expected.properties.end(),
+                                actual.properties.begin(), actual.properties.end(),
+                                std::back_inserter(changed));
+  for (const std::string& property : changed) text += "property " + property + '\n';
+  return text;
+}
+
 std::string differences(const DocumentShape& expected, const DocumentShape& actual) {
   std::string text;
   if (whole_tree(expected) != whole_tree(actual)) {
     text += "tree\n" + whole_tree(expected) + "became\n" + whole_tree(actual);
   }
-  return text + differences(expected.figures, actual.figures);
+  return text + differences(expected.figures, actual.figures) +
+         colour_differences(expected, actual);
 }
 
 std::string differences(const std::vector<DocumentShape>& expected,

@@ -77,6 +77,27 @@ TEST(Differences, FiguresMayDifferByAMillionthOfTheShape) {
             "bounding box 120 became 120.5\n");
 }
 
+TEST(Differences, ColoursAreComparedFaceByFace) {
+  DocumentShape red = frame();
+  red.colours["#FF0000FF"] = {6, 19200, {1, 2, 3}};
+  EXPECT_EQ(differences(red, red), "");
+  DocumentShape mixed = red;
+  mixed.colours["#FF0000FF"].faces = 5;
+  mixed.colours["none"] = {1, 0, {}};
+  EXPECT_EQ(differences(red, mixed),
+            "faces of colour #FF0000FF 6 became 5\nfaces of colour none 0 became 1\n");
+  EXPECT_EQ(differences(mixed, red),
+            "faces of colour #FF0000FF 5 became 6\nfaces of colour none 1 became 0\n");
+}
+
+TEST(Differences, LayersAndPropertiesAreCompared) {
+  const DocumentRemarks before{{{"1", 50}}, {"block area 7", "block volume 12"}};
+  EXPECT_EQ(differences(before, before), "");
+  EXPECT_EQ(differences(before, {{{"2", 50}}, {"block area 7"}}),
+            "area on layer 1 50 became -1\narea on layer 2 -1 became 50\n"
+            "property block volume 12\n");
+}
+
 TEST(Differences, FigureThatIsNoNumberDiffers) {
   DocumentShape other = frame();
   other.figures.volume = std::numeric_limits<double>::quiet_NaN();

@@ -2,16 +2,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
+#include <fstream>
 #include <ostream>
 
+#include "instances/loader.h"
 #include "interop/assemblies.h"
 #include "interop/kernel_reader.h"
-#include "kessel/encoding.h"
-#include "kessel/file.h"
 #include "kessel/splitter.h"
 #include "support/scratch_folder.h"
 #include "support/split_run.h"
+#include "products/file_names.h"
 
 namespace Kessel::test {
 namespace {
@@ -28,6 +28,15 @@ std::vector<fs::path> split(const fs::path& in, const Options& options,
 
 auto name_of_case = [](const auto& test) { return test_name(test.param); };
 
+/// What a reader sees of the root differently: tree, names, figures, colours of faces, layers,
+/// validation properties.
+std::string differences_of_root(const fs::path& in, const Options& options,
+                                const ScratchFolder& folder) {
+  const fs::path root = split(in, options, folder).at(0);
+  return differences(read_free_shapes(in), read_free_shapes(root)) +
+         differences(read_remarks(in), read_remarks(root));
+}
+
 class LeanSplit : public testing::TestWithParam<AssemblySource> {};
 class NestedSplit : public testing::TestWithParam<AssemblySource> {};
 
@@ -35,25 +44,27 @@ TEST_P(LeanSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
   if (in.empty()) GTEST_SKIP() << why_no_sample();
-  const fs::path root = split(in, {.assemblies = AssemblyStyle::lean}, folder).at(0);
-  EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
+  EXPECT_EQ(differences_of_root(in, {.assemblies = AssemblyStyle::lean}, folder), "");
 }
 
 TEST_P(NestedSplit, RootOpensAsTheOriginal) {
   const ScratchFolder folder;
   const fs::path in = file_of(GetParam(), folder);
   if (in.empty()) GTEST_SKIP() << why_no_sample();
-  const fs::path root = split(in, {.assemblies = AssemblyStyle::nested}, folder).at(0);
-  EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)), "");
+  EXPECT_EQ(differences_of_root(in, {.assemblies = AssemblyStyle::nested}, folder), "");
 }
 
 /// The file names of the assemblies that other assemblies use.
 std::vector<fs::path> sub_assembly_names(const fs::path& in) {
-  const std::unique_ptr<File> file(File::from(in, decode_step_to_utf8));
-  Part::free_statics();
+  std::ifstream file(in, std::ios::binary);
+  Instances instances;
+  load_instances(file, instances);
+  const Products products = find_products(instances);
+  const Placement placement = place_records(instances, products, AssemblyStyle::nested);
+  const auto all = file_names(instances, products, placement, NameStyle::record);
   std::vector<fs::path> names;
-  for (const Part* part : file->parts()) {
-    if (part != file->root_part() && !part->children.empty()) names.push_back(part->path);
+  for (FileId id = 1; id < placement.files.size(); ++id) {
+    if (!placement.files[id].links.empty()) names.emplace_back(all[id]);
   }
   return names;
 }
@@ -84,18 +95,7 @@ TEST_P(NestedSplit, FilesOfSubAssembliesOpenAsTheyAreInTheOriginal) {
   }
 }
 
-/// All but those whose root is known to open otherwise. In "mapped" the parts are mapped items,
-/// which the root of a lean split names without what they map: the kernel cannot read that.
-std::vector<AssemblySource> assemblies_for_lean() {
-  std::vector<AssemblySource> sources = all_assemblies();
-  std::erase_if(sources, [](const AssemblySource& source) {
-    return source.name == "mapped" || source.name == "own-bodies" || source.name == "root-bodies";
-  });
-  return sources;
-}
-
-INSTANTIATE_TEST_SUITE_P(Assemblies, LeanSplit, testing::ValuesIn(assemblies_for_lean()),
-                         name_of_case);
+INSTANTIATE_TEST_SUITE_P(Assemblies, LeanSplit, testing::ValuesIn(all_assemblies()), name_of_case);
 INSTANTIATE_TEST_SUITE_P(Assemblies, NestedSplit, testing::ValuesIn(all_assemblies()),
                          name_of_case);
 
@@ -194,7 +194,6 @@ INSTANTIATE_TEST_SUITE_P(Assemblies, SplitAfterProducts, testing::ValuesIn(split
                          name_of_named_split);
 
 constexpr AssemblyStyle CLASSIC = AssemblyStyle::classic;
-constexpr AssemblyStyle LEAN = AssemblyStyle::lean;
 
 // Classic: where a component's solid hangs on its shape by a relationship, the root repeats it, and
 // a reader finds it again as a free shape at the origin.
@@ -206,14 +205,6 @@ INSTANTIATE_TEST_SUITE_P(DetachedSolids, SplitWithKnownChange,
                                          KnownChange{{"spool-ramp.step"}, CLASSIC, 3, 2, 4},
                                          KnownChange{{"toolhead-mount.step"}, CLASSIC, 12, 12, 24},
                                          KnownChange{{"detached", 2}, CLASSIC, 4, 7, 10}),
-                         [](const auto& test) { return test_name(test.param.source); });
-
-// Classic and lean: an assembly with bodies among its shape's items has a file of its own for them,
-// and the root both refers to that file and lists the assembly's components. A reader takes one of
-// the two and finds the other as a free shape.
-INSTANTIATE_TEST_SUITE_P(OwnBodiesOfAssemblies, SplitWithKnownChange,
-                         testing::Values(KnownChange{{"own-bodies", 2}, LEAN, 3, 10, 10},
-                                         KnownChange{{"root-bodies", 2}, LEAN, 2, 3, 3}),
                          [](const auto& test) { return test_name(test.param.source); });
 
 }  // namespace

@@ -12,11 +12,23 @@
 #include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
 #include <TDocStd_Document.hxx>
+#include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
+#include <TopTools_DataMapOfShapeInteger.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS_Shape.hxx>
 #include <XCAFApp_Application.hxx>
+#include <XCAFDoc_Area.hxx>
+#include <XCAFDoc_Centroid.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_LayerTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
+#include <XCAFDoc_Volume.hxx>
+#include <XCAFPrs.hxx>
+#include <XCAFPrs_IndexedDataMapOfShapeStyle.hxx>
+#include <XCAFPrs_Style.hxx>
+#include <algorithm>
+#include <sstream>
 #include <stdexcept>
 
 namespace Kessel::test {
@@ -96,6 +108,51 @@ std::array<double, 6> box_of(const TopoDS_Shape& shape) {
   return corners;
 }
 
+GProp_GProps surface_of(const TopoDS_Shape& shape) {
+  GProp_GProps area;
+  BRepGProp::SurfaceProperties(shape, area);
+  return area;
+}
+
+/// The colours of all faces of `label`'s shape: what is said of a face counts more than what is
+/// said of something larger.
+std::map<std::string, ColouredFaces> colours_of(const TDF_Label& label) {
+  XCAFPrs_IndexedDataMapOfShapeStyle settings;
+  XCAFPrs::CollectStyleSettings(label, TopLoc_Location(), settings);
+  std::vector<int> order;
+  for (int i = 1; i <= settings.Extent(); ++i) order.push_back(i);
+  // Kinds of shapes are numbered from the largest to the smallest.
+  std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+    return settings.FindKey(a).ShapeType() < settings.FindKey(b).ShapeType();
+  });
+  TopTools_DataMapOfShapeInteger style_of;
+  for (const int i : order) {
+    if (!settings.FindFromIndex(i).IsSetColorSurf()) continue;
+    for (TopExp_Explorer at(settings.FindKey(i), TopAbs_FACE); at.More(); at.Next()) {
+      style_of.Bind(at.Current(), i);
+    }
+  }
+  std::map<std::string, ColouredFaces> colours;
+  TopTools_IndexedMapOfShape faces;
+  TopExp::MapShapes(XCAFDoc_ShapeTool::GetShape(label), TopAbs_FACE, faces);
+  for (int i = 1; i <= faces.Extent(); ++i) {
+    int style = 0;
+    std::string colour = "none";
+    if (style_of.Find(faces(i), style)) {
+      const Quantity_ColorRGBA said = settings.FindFromIndex(style).GetColorSurfRGBA();
+      colour = Quantity_ColorRGBA::ColorToHex(said).ToCString();
+    }
+    ColouredFaces& same = colours[colour];
+    const GProp_GProps area = surface_of(faces(i));
+    ++same.faces;
+    same.area += area.Mass();
+    same.moment[0] += area.Mass() * area.CentreOfMass().X();
+    same.moment[1] += area.Mass() * area.CentreOfMass().Y();
+    same.moment[2] += area.Mass() * area.CentreOfMass().Z();
+  }
+  return colours;
+}
+
 DocumentShape describe(const TDF_Label& label) {
   DocumentShape result;
   result.name = name_of(label);
@@ -111,10 +168,9 @@ DocumentShape describe(const TDF_Label& label) {
   figures.volume = volume.Mass();
   const gp_Pnt centre = volume.CentreOfMass();
   figures.centre_of_mass = {centre.X(), centre.Y(), centre.Z()};
-  GProp_GProps area;
-  BRepGProp::SurfaceProperties(shape, area);
-  figures.area = area.Mass();
+  figures.area = surface_of(shape).Mass();
   figures.box = box_of(shape);
+  result.colours = colours_of(label);
   return result;
 }
 
@@ -126,6 +182,9 @@ class ReadFile {
     const WorkingDirectory folder(path.parent_path());
     STEPCAFControl_Reader reader;
     reader.SetNameMode(true);
+    reader.SetColorMode(true);
+    reader.SetLayerMode(true);
+    reader.SetPropsMode(true);
     if (reader.ReadFile(("./" + path.filename().string()).c_str()) != IFSelect_RetDone) {
       throw std::runtime_error("the kernel cannot read " + path.string());
     }
@@ -133,6 +192,12 @@ class ReadFile {
     if (!reader.Transfer(target)) {
       throw std::runtime_error("the kernel cannot transfer " + path.string());
     }
+    // Shapes of assemblies know of what came from other files only then.
+    shapes()->UpdateAssemblies();
+  }
+
+  opencascade::handle<XCAFDoc_LayerTool> layers() const {
+    return XCAFDoc_DocumentTool::LayerTool(document_.get()->Main());
   }
 
   opencascade::handle<XCAFDoc_ShapeTool> shapes() const {
@@ -152,6 +217,41 @@ std::vector<DocumentShape> read_free_shapes(const std::filesystem::path& path) {
   std::vector<DocumentShape> shapes;
   for (const TDF_Label& label : labels) shapes.push_back(describe(label));
   return shapes;
+}
+
+DocumentRemarks read_remarks(const std::filesystem::path& path) {
+  const ReadFile file(path);
+  DocumentRemarks remarks;
+  TDF_LabelSequence layers;
+  file.layers()->GetLayerLabels(layers);
+  for (const TDF_Label& layer : layers) {
+    TCollection_ExtendedString name;
+    file.layers()->GetLayer(layer, name);
+    TDF_LabelSequence labels;
+    file.layers()->GetShapesOfLayer(layer, labels);
+    double area = 0;
+    for (const TDF_Label& label : labels) {
+      area += surface_of(XCAFDoc_ShapeTool::GetShape(label)).Mass();
+    }
+    remarks.layers[TCollection_AsciiString(name).ToCString()] += area;
+  }
+  TDF_LabelSequence labels;
+  file.shapes()->GetShapes(labels);
+  for (const TDF_Label& label : labels) {
+    const auto add = [&](const char* what, double value) {
+      std::ostringstream text;
+      text.precision(9);
+      text << name_of(label) << ' ' << what << ' ' << value;
+      remarks.properties.push_back(text.str());
+    };
+    double value = 0;
+    if (XCAFDoc_Volume::Get(label, value)) add("volume", value);
+    if (XCAFDoc_Area::Get(label, value)) add("area", value);
+    gp_Pnt centre;
+    if (XCAFDoc_Centroid::Get(label, centre)) add("centroid", centre.X() + centre.Y() + centre.Z());
+  }
+  std::sort(remarks.properties.begin(), remarks.properties.end());
+  return remarks;
 }
 
 std::vector<DocumentShape> read_assemblies(const std::filesystem::path& path) {

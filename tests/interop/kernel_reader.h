@@ -4,6 +4,7 @@
 
 #include <array>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -22,11 +23,26 @@ struct ShapeFigures {
   std::array<double, 6> box{};  ///< lowest corner, highest corner; zeros for an empty shape
 };
 
+/// The faces that have one colour: how many, each placement counted, and where they are.
+struct ColouredFaces {
+  int faces = 0;
+  double area = 0;
+  std::array<double, 3> moment{};  ///< of the area
+};
+
 /// One shape of a document: a part or an assembly.
 struct DocumentShape {
   std::string name;
   std::string tree;  ///< a line per component, "name -> what it uses", indented by level, in order
   ShapeFigures figures;
+  std::map<std::string, ColouredFaces> colours = {};  ///< by colour, as "#FF0000FF"
+};
+
+/// What a document says beside its shapes.
+struct DocumentRemarks {
+  std::map<std::string, double> layers;  ///< area of what is on each
+  /// Validation properties of every shape: "name volume 12.5".
+  std::vector<std::string> properties;
 };
 
 /// The free shapes of the file `path`: those that nothing in it uses. The file is read from its own
@@ -34,7 +50,10 @@ struct DocumentShape {
 /// kernel cannot read it.
 std::vector<DocumentShape> read_free_shapes(const std::filesystem::path& path);
 
-/// The same for every shape that has components, used or not.
+/// The layers and validation properties of the file `path`, read in the same way.
+DocumentRemarks read_remarks(const std::filesystem::path& path);
+
+/// The free shapes' like for every shape that has components, used or not.
 std::vector<DocumentShape> read_assemblies(const std::filesystem::path& path);
 
 /// The tree of a shape under its name, such as "cart\n  front axle -> axle\n    left -> wheel\n".
@@ -43,12 +62,15 @@ std::string whole_tree(const DocumentShape& shape);
 /// A line for each figure that differs, lengths by more than a millionth; empty for equal figures.
 std::string differences(const ShapeFigures& expected, const ShapeFigures& actual);
 
-/// The same for whole shapes: trees, then figures.
+/// The same for whole shapes: trees, then figures, then colours.
 std::string differences(const DocumentShape& expected, const DocumentShape& actual);
 
 /// The same for lists of shapes, in order.
 std::string differences(const std::vector<DocumentShape>& expected,
                         const std::vector<DocumentShape>& actual);
+
+/// A line for each layer or property that differs.
+std::string differences(const DocumentRemarks& expected, const DocumentRemarks& actual);
 
 /// The solids of all shapes.
 int count_solids(const std::vector<DocumentShape>& shapes);

@@ -2,28 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "products/loaded_text.h"
+#include "support/loaded_text.h"
+#include "support/product_records.h"
 
 namespace Kessel::test {
 namespace {
-
-/// A product whose definition is #n, product #n+1, version #n+2, shape #n+3, link #n+4 and
-/// representation #n+5 with the items `items`.
-std::string product(int n, const std::string& name, const std::string& items) {
-  const auto at = [n](int i) { return "#" + std::to_string(n + i); };
-  return at(0) + "=PRODUCT_DEFINITION('design',''," + at(2) + ",#1);\n" + at(1) + "=PRODUCT('id " +
-         name + "','" + name + "','about it',(#1));\n" + at(2) +
-         "=PRODUCT_DEFINITION_FORMATION('v1',''," + at(1) + ");\n" + at(3) +
-         "=PRODUCT_DEFINITION_SHAPE('',''," + at(0) + ");\n" + at(4) +
-         "=SHAPE_DEFINITION_REPRESENTATION(" + at(3) + "," + at(5) + ");\n" + at(5) +
-         "=SHAPE_REPRESENTATION('',(" + items + "),#2);\n";
-}
-
-std::string usage(int n, int assembly, int component) {
-  return "#" + std::to_string(n) + "=NEXT_ASSEMBLY_USAGE_OCCURRENCE('u" + std::to_string(n) +
-         "','left','',#" + std::to_string(assembly) + ",#" + std::to_string(component) +
-         ",'R1');\n";
-}
 
 const std::string COMMON =
     "#1=APPLICATION_CONTEXT('');\n#2=REPRESENTATION_CONTEXT('','');\n"
@@ -38,8 +21,9 @@ std::vector<std::string> names(const Products& all, const std::vector<ProductId>
 using Names = std::vector<std::string>;
 
 TEST(Products, DefinitionsWithShapesAndUsages) {
-  const LoadedText file(COMMON + product(10, "whole", "#3") + product(20, "bolt", "#3,#4") +
-                        usage(30, 10, 20) + usage(31, 10, 20));
+  const LoadedText file(COMMON + product_records(10, "whole", "#3") +
+                        product_records(20, "bolt", "#3,#4") + usage_record(30, 10, 20) +
+                        usage_record(31, 10, 20));
   const Products all = find_products(file.instances);
   ASSERT_EQ(all.products.size(), 2u);
   EXPECT_EQ(names(all, {0, 1}), (Names{"whole", "bolt"}));
@@ -67,13 +51,13 @@ TEST(Products, DefinitionsWithShapesAndUsages) {
 }
 
 TEST(Products, NamesAreDecoded) {
-  const LoadedText file(COMMON + product(10, "T\\X2\\00FC\\X0\\r; ''links''", "#4"));
+  const LoadedText file(COMMON + product_records(10, "T\\X2\\00FC\\X0\\r; ''links''", "#4"));
   EXPECT_EQ(find_products(file.instances).products.at(0).name, "T\u00fcr; 'links'");
 }
 
 TEST(Products, WhatHasNeitherShapeNorPlaceIsNone) {
   const LoadedText file(
-      COMMON + product(10, "bolt", "#4") +
+      COMMON + product_records(10, "bolt", "#4") +
       "#20=PRODUCT('m','Titanium','',(#1));\n#21=PRODUCT_DEFINITION_FORMATION('','',#20);\n"
       "#22=PRODUCT_DEFINITION('material','',#21,#1);\n"
       "#23=MAKE_FROM_USAGE_OPTION('','','',#10,#22,1,'',$);\n"
@@ -84,11 +68,11 @@ TEST(Products, WhatHasNeitherShapeNorPlaceIsNone) {
 }
 
 TEST(Products, ComponentsWithoutShapesAreProducts) {
-  const LoadedText file(COMMON + product(10, "whole", "#3") +
+  const LoadedText file(COMMON + product_records(10, "whole", "#3") +
                         "#20=PRODUCT('','glue','',(#1));\n"
                         "#21=PRODUCT_DEFINITION_FORMATION('','',#20);\n"
                         "#22=PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS('','',#21,#1,());\n" +
-                        usage(30, 10, 22));
+                        usage_record(30, 10, 22));
   const Products all = find_products(file.instances);
   ASSERT_EQ(all.products.size(), 2u);
   EXPECT_EQ(all.products[1].name, "glue");
@@ -97,7 +81,7 @@ TEST(Products, ComponentsWithoutShapesAreProducts) {
 
 TEST(Products, QuantitiesAndComplexUsages) {
   const LoadedText file(
-      COMMON + product(10, "whole", "#3") + product(20, "bolt", "#4") +
+      COMMON + product_records(10, "whole", "#3") + product_records(20, "bolt", "#4") +
       "#30=QUANTIFIED_ASSEMBLY_COMPONENT_USAGE('a','b','c',#10,#20,$,#31);\n"
       "#31=MEASURE_WITH_UNIT( COUNT_MEASURE( 4. ),#2);\n"
       "#32=(ASSEMBLY_COMPONENT_USAGE('R7')NEXT_ASSEMBLY_USAGE_OCCURRENCE()"
@@ -113,16 +97,16 @@ TEST(Products, QuantitiesAndComplexUsages) {
 }
 
 TEST(Products, UsagesOfDeeperLevelsAndOfNothingAreNoUsages) {
-  const LoadedText file(COMMON + product(10, "whole", "#3") + product(20, "bolt", "#4") +
-                        usage(30, 10, 20) +
+  const LoadedText file(COMMON + product_records(10, "whole", "#3") +
+                        product_records(20, "bolt", "#4") + usage_record(30, 10, 20) +
                         "#31=SPECIFIED_HIGHER_USAGE_OCCURRENCE('','','',#10,#20,$,#30,#30);\n" +
-                        usage(32, 10, 99) + usage(33, 10, 4));
+                        usage_record(32, 10, 99) + usage_record(33, 10, 4));
   EXPECT_EQ(find_products(file.instances).usages.size(), 1u);
 }
 
 TEST(Products, PlacementsOfUsages) {
-  const LoadedText file(COMMON + product(10, "whole", "#3") + product(20, "bolt", "#4") +
-                        usage(30, 10, 20) +
+  const LoadedText file(COMMON + product_records(10, "whole", "#3") +
+                        product_records(20, "bolt", "#4") + usage_record(30, 10, 20) +
                         "#31=PRODUCT_DEFINITION_SHAPE('','',#30);\n"
                         "#32=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#33,#31);\n"
                         "#33=(REPRESENTATION_RELATIONSHIP('','',#25,#15)"
@@ -141,8 +125,8 @@ TEST(Products, PlacementsOfUsages) {
 }
 
 TEST(Products, TiedRepresentationsBelongToTheProductUnlessAnotherHasThem) {
-  const LoadedText file(COMMON + product(10, "whole", "#3") + product(20, "bolt", "#3") +
-                        usage(30, 10, 20) +
+  const LoadedText file(COMMON + product_records(10, "whole", "#3") +
+                        product_records(20, "bolt", "#3") + usage_record(30, 10, 20) +
                         "#40=ADVANCED_BREP_SHAPE_REPRESENTATION('',(#4),#2);\n"
                         "#41=SHAPE_REPRESENTATION_RELATIONSHIP('','',#25,#40);\n"
                         "#42=SHAPE_REPRESENTATION_RELATIONSHIP('','',#15,#25);\n");
@@ -155,7 +139,7 @@ TEST(Products, TiedRepresentationsBelongToTheProductUnlessAnotherHasThem) {
 }
 
 TEST(Products, ThePropertyFormOfALink) {
-  std::string text = COMMON + product(10, "bolt", "#4");
+  std::string text = COMMON + product_records(10, "bolt", "#4");
   text.replace(text.find("SHAPE_DEFINITION_REPRESENTATION"),
                std::string("SHAPE_DEFINITION_REPRESENTATION").size(),
                "PROPERTY_DEFINITION_REPRESENTATION");
@@ -165,23 +149,36 @@ TEST(Products, ThePropertyFormOfALink) {
 }
 
 TEST(Products, WhatIsMappedFromAComponentIsNoBodyOfTheAssembly) {
-  const LoadedText file(COMMON + product(10, "whole", "#40") + product(20, "bolt", "#4") +
-                        usage(30, 10, 20) +
+  const LoadedText file(COMMON + product_records(10, "whole", "#40") +
+                        product_records(20, "bolt", "#4") + usage_record(30, 10, 20) +
                         "#40=MAPPED_ITEM('',#41,#3);\n#41=REPRESENTATION_MAP(#3,#25);\n");
   EXPECT_FALSE(find_products(file.instances).products[0].has_bodies);
 }
 
+TEST(Products, WhatIsMappedWithoutAUsageHasAPlaceInTheStructure) {
+  const LoadedText file(COMMON + product_records(10, "bolt", "#4") +
+                        product_records(20, "whole", "#40,#42") +
+                        "#40=MAPPED_ITEM('',#41,#3);\n#41=REPRESENTATION_MAP(#3,#15);\n"
+                        "#42=MAPPED_ITEM('',#41,#3);\n");
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(names(all, all.tops), (Names{"whole"}));
+  ASSERT_EQ(all.products[1].mapped.size(), 2u);
+  EXPECT_EQ(all.products[1].mapped[0].item, file.at(40));
+  EXPECT_EQ(all.products[1].mapped[0].product, 0u);
+}
+
 TEST(Products, SeveralTops) {
-  const LoadedText file(COMMON + product(10, "a", "#3") + product(20, "b", "#4") +
-                        product(30, "c", "#4") + usage(40, 30, 20));
+  const LoadedText file(COMMON + product_records(10, "a", "#3") + product_records(20, "b", "#4") +
+                        product_records(30, "c", "#4") + usage_record(40, 30, 20));
   const Products all = find_products(file.instances);
   EXPECT_EQ(names(all, all.tops), (Names{"a", "c"}));
 }
 
 TEST(Products, ACircleIsEnteredAtItsFirstProductAndClosedOnce) {
-  const LoadedText file(COMMON + product(10, "tail", "#4") + product(20, "a", "#3") +
-                        product(30, "b", "#4") + usage(40, 20, 30) + usage(41, 30, 20) +
-                        usage(42, 30, 10) + usage(43, 20, 20));
+  const LoadedText file(COMMON + product_records(10, "tail", "#4") +
+                        product_records(20, "a", "#3") + product_records(30, "b", "#4") +
+                        usage_record(40, 20, 30) + usage_record(41, 30, 20) +
+                        usage_record(42, 30, 10) + usage_record(43, 20, 20));
   const Products all = find_products(file.instances);
   EXPECT_EQ(names(all, all.tops), (Names{"a"}));
   EXPECT_FALSE(all.usages[0].closes_circle);

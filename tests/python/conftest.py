@@ -47,4 +47,7 @@ LONE_PART = (
     "#1=PRODUCT('lid','lid','',());\n"
     "#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
     "#3=PRODUCT_DEFINITION('d','',#2,$);\n"
+    "#10=PRODUCT_DEFINITION_SHAPE('','',#3);\n"
+    "#11=SHAPE_DEFINITION_REPRESENTATION(#10,#12);\n"
+    "#12=SHAPE_REPRESENTATION('',(),$);\n"
 )

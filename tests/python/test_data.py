@@ -60,6 +60,12 @@ def test_generated_root_has_no_record(write):
     assert [part["record"] for part in velkstep.tree(write("two.stp", two))["parts"]] == [3, 6, None]
 
 
+def test_numbers_have_64_bits(write):
+    large = LONE_PART.replace("#3", f"#{2**64 - 1}")
+    (part,) = velkstep.tree(write("large.stp", large))["parts"]
+    assert part["record"] == 2**64 - 1
+
+
 def test_unit_without_a_size_is_none_and_bytes_that_are_no_text_are_replaced(write):
     path = write("odd.stp", LONE_PART)
     path.write_bytes(path.read_bytes().replace(b"FILE_NAME(''", b"FILE_NAME('a\xff'"))

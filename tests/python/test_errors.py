@@ -45,8 +45,20 @@ def test_finding_in_a_line():
 
 def test_tree_of_a_file_without_an_end_to_its_header():
     Path("head.stp").write_text("ISO-10303-21;\nHEADER;\n")
-    with pytest.raises(velkstep.InputError, match='no line ends the header with "ENDSEC;"'):
+    with pytest.raises(velkstep.InputError) as caught:
         velkstep.tree("head.stp")
+    sentence = 'The HEADER section is not closed by "ENDSEC;".'
+    assert str(caught.value) == f"head.stp:3: {sentence}"
+    assert (caught.value.kind, caught.value.line) == ("unclosed_section", 3)
+
+
+@pytest.mark.parametrize("function", [velkstep.tree, velkstep.info])
+def test_finding_about_a_number_of_64_bits(function, write):
+    largest = "#18446744073709551615"
+    with pytest.raises(velkstep.InputError) as caught:
+        function(write("twice.stp", f"{largest}=A();\n{largest}=B();\n"))
+    assert caught.value.kind == "two_texts_of_a_number"
+    assert caught.value.record == 2**64 - 1
 
 
 def test_output_that_cannot_be_written(assembly):

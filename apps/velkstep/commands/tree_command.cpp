@@ -30,7 +30,8 @@ int tree(const TreeArguments& arguments) {
   return with_input(arguments.in, [&](const std::filesystem::path& path) {
     const Kessel::Assembly assembly = Kessel::read_assembly(path, {.names = arguments.names});
     if (assembly.parts.empty()) {
-      std::cerr << "velkstep: " << printable(shown_name(arguments.in)) << ": holds no part\n";
+      std::cerr << "velkstep: " << printable(shown_name(arguments.in))
+                << ": holds no part: no product definition has a shape or a component\n";
     }
     return print(formatted(assembly, arguments));
   });

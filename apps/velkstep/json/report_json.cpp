@@ -26,7 +26,7 @@ Json uses_on_page(const std::vector<Kessel::PartUse>& uses) {
 
 Json page_data(const FinishedSplit& split, const SplitArguments& arguments) {
   const Kessel::Assembly assembly = Kessel::read_assembly(split.input, arguments.options);
-  std::map<std::uint32_t, const Kessel::WrittenFile*> files;  // by record, 0 for a generated root
+  std::map<std::uint64_t, const Kessel::WrittenFile*> files;  // by record, 0 for a generated root
   for (const Kessel::WrittenFile& file : split.files) files[file.part] = &file;
 
   Json json;
@@ -39,7 +39,7 @@ Json page_data(const FinishedSplit& split, const SplitArguments& arguments) {
     const auto found = files.find(part.record);
     const Kessel::WrittenFile* file = found == files.end() ? nullptr : found->second;
     Json entry;
-    entry["record"] = part.record == 0 ? Json() : Json(part.record);
+    entry["record"] = part.record == 0 ? Json() : Json(std::to_string(part.record));
     entry["id"] = part.id;
     entry["name"] = part.name;
     entry["kind"] = role_name(part.role);

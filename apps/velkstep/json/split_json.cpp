@@ -12,12 +12,14 @@ namespace Velkstep {
 
 namespace {
 
-/// The parts at the other ends of uses, as indices into the list of files.
+/// The parts at the other ends of uses, as indices into the list of files; those without a file are
+/// left out.
 Json indices_of(const std::vector<Kessel::PartUse>& uses, const Kessel::Assembly& assembly,
-                const std::map<std::uint32_t, std::size_t>& file_of_record) {
+                const std::map<std::uint64_t, std::size_t>& file_of_record) {
   Json list = Json::array();
   for (const Kessel::PartUse& use : uses) {
-    list.push_back(file_of_record.at(assembly.parts[use.part].record));
+    const auto file = file_of_record.find(assembly.parts[use.part].record);
+    if (file != file_of_record.end()) list.push_back(file->second);
   }
   return list;
 }
@@ -26,9 +28,9 @@ Json indices_of(const std::vector<Kessel::PartUse>& uses, const Kessel::Assembly
 
 std::string split_json(const FinishedSplit& split, const SplitArguments& arguments) {
   const Kessel::Assembly assembly = Kessel::read_assembly(split.input, arguments.options);
-  std::map<std::uint32_t, const Kessel::PartInfo*> parts;  // by record, 0 for a generated root
+  std::map<std::uint64_t, const Kessel::PartInfo*> parts;  // by record, 0 for a generated root
   for (const Kessel::PartInfo& part : assembly.parts) parts[part.record] = &part;
-  std::map<std::uint32_t, std::size_t> file_of_record;
+  std::map<std::uint64_t, std::size_t> file_of_record;
   for (std::size_t i = 0; i < split.files.size(); ++i) file_of_record[split.files[i].part] = i;
 
   Json json;
@@ -40,7 +42,10 @@ std::string split_json(const FinishedSplit& split, const SplitArguments& argumen
   json["root"] = split.has_root ? Json(split.files.front().path.string()) : Json();
   json["files"] = Json::array();
   for (const Kessel::WrittenFile& file : split.files) {
-    const Kessel::PartInfo& part = *parts.at(file.part);
+    // The classic reading has files of materials and the like, which are no parts of the tree.
+    const auto found = parts.find(file.part);
+    Kessel::PartInfo part = found == parts.end() ? Kessel::PartInfo() : *found->second;
+    if (file.part == 0) part.role = Kessel::PartRole::assembly;
     Json entry;
     entry["file"] = file.path.string();
     entry["record"] = file.part == 0 ? Json() : Json(file.part);

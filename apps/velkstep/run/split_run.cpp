@@ -106,11 +106,6 @@ int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArg
   return EXIT_DONE;
 }
 
-int fail_at(const std::string& name, const Kessel::Finding& finding) {
-  return fail(finding.line == 0 ? name : name + ":" + std::to_string(finding.line),
-              finding.sentence);
-}
-
 void mention_warnings(const std::string& name, std::uint64_t warnings) {
   if (warnings == 0) return;
   std::cerr << "velkstep: " << printable(name) << ": " << counted(warnings, "warning", "warnings")

@@ -5,6 +5,7 @@
 #include <new>
 #include <system_error>
 
+#include "kessel/errors.h"
 #include "run/exit_codes.h"
 #include "system/input.h"
 #include "text/terminal.h"
@@ -32,6 +33,11 @@ int fail(std::string_view name, std::string_view reason) {
   return EXIT_FAILED;
 }
 
+int fail_at(const std::string& name, const Kessel::Finding& finding) {
+  return fail(finding.line == 0 ? name : name + ":" + std::to_string(finding.line),
+              finding.sentence);
+}
+
 std::string reason_of(const std::exception& error) {
   const auto* of_system = dynamic_cast<const std::system_error*>(&error);
   if (of_system != nullptr && of_system->code() == std::errc::not_enough_memory) {
@@ -56,6 +62,8 @@ template <class Run>
 int with_reasons(const std::string& argument, Run run) {
   try {
     return run();
+  } catch (const Kessel::InputError& error) {
+    return fail_at(shown_name(argument), error.finding());
   } catch (const std::exception& error) {
     return fail(shown_name(argument), reason_of(error));
   }

@@ -7,11 +7,16 @@
 #include <string>
 #include <string_view>
 
+#include "kessel/finding.h"
+
 namespace Velkstep {
 
 /// Prints "velkstep: NAME: REASON" on standard error and returns EXIT_FAILED. What NAME holds that
 /// is not for terminals is replaced.
 int fail(std::string_view name, std::string_view reason);
+
+/// The same for what was found in the input NAME, with its line: "NAME:12: REASON".
+int fail_at(const std::string& name, const Kessel::Finding& finding);
 
 /// Why something failed, in the words of fail().
 std::string reason_of(const std::exception& error);

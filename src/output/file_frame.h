@@ -1,0 +1,25 @@
+// What stands around the records of a file.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "instances/instances.h"
+
+namespace Kessel {
+
+/// The header section of the input, from "ISO-10303-21;" to its "ENDSEC;", for a file of the split:
+/// FILE_NAME (ISO 10303-21, 8.2.2) says `name` (UTF-8) and `time_stamp`. Where the sections of the
+/// input become one, entities that speak of sections speak of all.
+std::string make_header(const std::vector<std::string>& entities, std::string_view name,
+                        std::string_view time_stamp, bool has_one_section);
+
+/// The parameters of DATA for each of the input's data sections; one empty string where the
+/// sections become one, since they are all of one schema.
+std::vector<std::string> section_parameters(const Instances& instances);
+
+/// The names in FILE_SCHEMA, UTF-8.
+std::vector<std::string> schemas(const std::vector<std::string>& entities);
+
+}  // namespace Kessel

@@ -1,0 +1,33 @@
+// Texts of records with other numbers in them.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "exchange/statement_cutter.h"
+#include "instances/instances.h"
+#include "output/file_numbers.h"
+
+namespace Kessel {
+
+/// A text of the input with the instance names in it, and what they refer to, in the same order.
+struct MentioningText {
+  std::string_view text;
+  std::span<const Exchange::Mention> mentions;
+  std::span<const Reference> references;
+
+  /// The part of it that `part`, a view into `text`, takes.
+  MentioningText cut(std::string_view part) const;
+};
+
+/// Bytes that renumbered() may need for such a text.
+std::size_t renumbering_room(const MentioningText& text);
+
+/// Writes `text` to `out` with the numbers of `file`. A name that leads to no record keeps its
+/// number where no record of the file has it, else it gets one that none has. Returns the end.
+char* renumbered(const MentioningText& text, const FileNumbers& numbers, FileId file, char* out);
+
+/// Writes a number in decimal. Returns the end.
+char* write_decimal(std::uint64_t number, char* out);
+
+}  // namespace Kessel

@@ -1,0 +1,267 @@
+#include "output/split_writer.h"
+
+#include <algorithm>
+#include <optional>
+#include <unordered_map>
+
+#include "exchange/reader.h"
+#include "kessel/encoding.h"
+#include "kessel/errors.h"
+#include "model/progress_reporter.h"
+#include "output/file_frame.h"
+#include "output/file_numbers.h"
+#include "output/links.h"
+#include "output/made_records.h"
+#include "output/renumbered_text.h"
+#include "output/shared_lists.h"
+#include "output/text_files.h"
+#include "findings/refusals.h"
+#include "writer/frame.h"
+
+namespace Kessel {
+
+namespace {
+
+using Exchange::Section;
+
+/// "0123456789abcdef"
+std::string hexadecimal(std::uint64_t number) {
+  constexpr char DIGITS[] = "0123456789abcdef";
+  std::string text(16, '0');
+  for (std::size_t i = text.size(); i-- > 0; number >>= 4) text[i] = DIGITS[number & 15];
+  return text;
+}
+
+/// Copies each record into its files while the input is read again.
+class SplitWriter final : public Exchange::Listener {
+ public:
+  SplitWriter(std::istream& in, const SplitToWrite& split, const Options& options)
+      : split_(split),
+        instances_(split.instances),
+        stands_(split.placement.stands),
+        numbers_(split.instances, split.placement),
+        files_(split.paths),
+        sections_(section_parameters(split.instances)),
+        tails_(split.placement.files.size()),
+        open_sections_(split.placement.files.size()),
+        documents_(split.placement.files.size()),
+        reporter_(options, Stage::writing, size_for_progress(in, options)) {
+    begin_files();
+    make_links();
+  }
+
+  void begin_section(Section section, std::string_view) override {
+    section_ = section;
+    if (section == Section::data) ++data_sections_;
+  }
+
+  void record(const Exchange::Record& record) override {
+    const Index index = next(record.number, record.mentions.size());
+    const std::span<const Stand> stands = stands_.of(index);
+    const MentioningText body{record.body, record.mentions, instances_.references(index)};
+    if (stands.size() == 1) {
+      write_single(record, body, index, stands.front().file());
+    } else {
+      write_shared(record, body, index, stands);
+    }
+    if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
+  }
+
+  void entry(Section section, const Exchange::Statement& entry,
+             std::span<const Exchange::Mention> mentions) override {
+    const Index index = next_++;
+    if (index >= instances_.size()) throw InputError(input_changed(entry.offset));
+    const bool defines = instances_.type(index) == TypeTable::REFERENCE_ENTRY &&
+                         !mentions.empty() && entry.text.starts_with('#');
+    std::string_view text = entry.text;
+    if (defines) {
+      text.remove_prefix(static_cast<std::size_t>(mentions.front().end - text.data()));
+      mentions = mentions.subspan(1);
+    }
+    const MentioningText rest{text, mentions, instances_.references(index)};
+    for (const Stand stand : stands_.of(index)) {
+      const FileId file = stand.file();
+      open_section(file, section, 0);
+      std::string line;
+      if (defines) line = "#" + std::to_string(numbers_.of(index, file));
+      files_.write(file, line + renumbered(rest, numbers_, file) + ";\n");
+    }
+  }
+
+  std::vector<FileFigures> finish() {
+    if (next_ != instances_.size()) throw InputError(input_changed(0));
+    std::vector<FileFigures> figures;
+    for (FileId file = 0; file < tails_.size(); ++file) {
+      open_section(file, Section::data, last_section());
+      files_.write(file, tails_[file]);
+      files_.write(file, "ENDSEC;\nEND-ISO-10303-21;\n");
+      figures.push_back({numbers_.last(file), files_.size(file)});
+    }
+    files_.finish();
+    reporter_.report_end();
+    return figures;
+  }
+
+ private:
+  /// Which section of a file is open: none yet, or one of the input's.
+  struct OpenSection {
+    bool is_open = false;
+    Section kind = Section::header;
+    std::size_t data_section = 0;
+  };
+
+  Index next(std::uint64_t number, std::size_t mentions) {
+    const Index index = next_++;
+    if (index >= instances_.size() || instances_.number(index) != number ||
+        instances_.references(index).size() != mentions) {
+      throw InputError(input_changed(0));
+    }
+    return index;
+  }
+
+  std::size_t last_section() const { return sections_.size() - 1; }
+  std::size_t data_section() const { return std::min(data_sections_ - 1, last_section()); }
+
+  void begin_files() {
+    const std::string stamp = current_time_stamp();
+    for (FileId file = 0; file < tails_.size(); ++file) {
+      files_.write(
+          file, make_header(instances_.header(), split_.names[file], stamp, sections_.size() == 1));
+    }
+  }
+
+  void open_section(FileId file, Section kind, std::size_t data_section) {
+    OpenSection& open = open_sections_[file];
+    if (open.is_open && open.kind == kind && open.data_section == data_section) return;
+    if (open.is_open) files_.write(file, "ENDSEC;\n");
+    const bool is_first_data = kind == Section::data && !(open.is_open && open.kind == kind);
+    open = {true, kind, data_section};
+    if (kind == Section::anchor) files_.write(file, "ANCHOR;\n");
+    if (kind == Section::reference) files_.write(file, "REFERENCE;\n");
+    if (kind != Section::data) return;
+    files_.write(file, "DATA" + sections_[data_section] + ";\n");
+    if (!is_first_data) return;
+    files_.write(file, "/* velkstep split " + hexadecimal(split_.id) +
+                           ": the number in front of a record is its number in the file that was "
+                           "split */\n");
+  }
+
+  /// Fast path: nearly every record stands in one file, and only its numbers change.
+  void write_single(const Exchange::Record& record, const MentioningText& body, Index index,
+                    FileId file) {
+    open_section(file, section_, data_section());
+    const char* const behind_number = number_end(record.text);
+    const MentioningText rest{
+        record.text.substr(static_cast<std::size_t>(behind_number - record.text.data())),
+        body.mentions, body.references};
+    files_.write(file, renumbering_room(rest) + 32, [&](char* out) {
+      *out++ = '#';
+      out = write_decimal(numbers_.of_single(index), out);
+      out = renumbered(rest, numbers_, file, out);
+      *out++ = ';';
+      *out++ = '\n';
+      return out;
+    });
+  }
+
+  static const char* number_end(std::string_view text) {
+    const char* at = text.data() + 1;
+    const char* const end = text.data() + text.size();
+    while (at != end && *at >= '0' && *at <= '9') ++at;
+    return at;
+  }
+
+  void write_shared(const Exchange::Record& record, const MentioningText& body, Index index,
+                    std::span<const Stand> stands) {
+    const bool collects = instances_.types().collects(instances_.type(index));
+    std::optional<SharedLists> lists;
+    if (collects) lists.emplace(body, instances_, split_.placement, index);
+    const char* const behind_number = number_end(record.text);
+    const std::string_view equals(behind_number,
+                                  static_cast<std::size_t>(record.body.data() - behind_number));
+    const std::string number = std::to_string(record.number);
+    for (const Stand stand : stands) {
+      const FileId file = stand.file();
+      open_section(file, section_, data_section());
+      std::string text;
+      if (stand.role() == Role::stand_in || documents_[file].contains(index)) {
+        text = "/*~" + number + "*/#" + std::to_string(numbers_.of(index, file)) + "=" +
+               worded_anew(body, index, file);
+      } else {
+        if (stands.size() > 1) text = "/*" + number + "*/";
+        text.append("#").append(std::to_string(numbers_.of(index, file))).append(equals);
+        text += lists && lists->is_shortened(file) ? lists->body(numbers_, file)
+                                                   : renumbered(body, numbers_, file);
+      }
+      files_.write(file, text + ";\n");
+    }
+  }
+
+  std::string worded_anew(const MentioningText& body, Index index, FileId file) {
+    if (const auto document = documents_[file].find(index); document != documents_[file].end()) {
+      return documented_definition_body(body, numbers_, file, document->second);
+    }
+    if (is_context(index)) return external_context_body(body, numbers_, file);
+    MadeRecords made(numbers_, file);
+    std::string text = placeholder_body(body, instances_, numbers_, file, made);
+    tails_[file] += made.take();
+    return text;
+  }
+
+  bool is_context(Index index) const {
+    const auto& keywords = instances_.types().keywords(instances_.type(index));
+    return std::any_of(keywords.begin(), keywords.end(),
+                       [](std::string_view k) { return k.ends_with("_CONTEXT"); });
+  }
+
+  void make_links() {
+    const std::vector<std::string> names = schemas(instances_.header());
+    const LinkForm form = link_form(names);
+    const std::string format = data_format(names);
+    for (FileId file = 0; file < tails_.size(); ++file) {
+      MadeRecords made(numbers_, file);
+      Links links(made, form, format);
+      for (const ProductId id : split_.placement.files[file].links) {
+        const Product& component = split_.products.products[id];
+        const auto name_of = [&](Index record) {
+          return "#" + std::to_string(numbers_.of(record, file));
+        };
+        const auto& shown = component.representations;
+        const std::string document =
+            links.add(fspath_to_utf8(split_.paths[split_.placement.file_of[id]].filename()),
+                      name_of(component.definition), shown.empty() ? "" : name_of(shown.front()));
+        if (document.empty()) continue;
+        documents_[file].emplace(component.definition, document);
+      }
+      tails_[file] = made.take();
+    }
+  }
+
+  const SplitToWrite& split_;
+  const Instances& instances_;
+  const FileSets& stands_;
+  FileNumbers numbers_;
+  TextFiles files_;
+  std::vector<std::string> sections_;  // parameters of DATA
+  std::vector<std::string> tails_;     // by file: what the split made
+  std::vector<OpenSection> open_sections_;
+  // By file: definitions that get a document, and its name in the file.
+  std::vector<std::unordered_map<Index, std::string>> documents_;
+  ProgressReporter reporter_;
+  Index next_ = 0;
+  Section section_ = Section::header;
+  std::size_t data_sections_ = 0;
+};
+
+}  // namespace
+
+std::vector<FileFigures> write_split(std::istream& in, const SplitToWrite& split,
+                                     const Options& options) {
+  SplitWriter writer(in, split, options);
+  const Exchange::Limits limits{options.memory_limit, Exchange::Scrutiny::none};
+  const Exchange::Ending ending = Exchange::read_exchange_file(in, limits, writer);
+  if (ending.error || in.bad()) throw InputError(input_changed(ending.bytes));
+  return writer.finish();
+}
+
+}  // namespace Kessel

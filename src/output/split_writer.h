@@ -1,0 +1,42 @@
+// Writes the files of a split.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <istream>
+#include <string>
+#include <vector>
+
+#include "instances/instances.h"
+#include "kessel/options.h"
+#include "placement/placement.h"
+#include "products/products.h"
+
+namespace Kessel {
+
+/// What is written, and where to. All but `paths` must outlive the writing.
+struct SplitToWrite {
+  const Instances& instances;
+  const Products& products;
+  const Placement& placement;
+  std::uint64_t id = 0;                      ///< tells inputs apart
+  std::vector<std::filesystem::path> paths;  ///< by file
+  std::vector<std::string> names;            ///< what the headers say, by file, UTF-8
+};
+
+/// A file that was written.
+struct FileFigures {
+  std::uint32_t records = 0;
+  std::uint64_t bytes = 0;
+};
+
+/// Reads the input of `split.instances` again from `in` and writes every file. Throws OutputError
+/// when a file cannot be written whole, and InputError when the input is not the same any more.
+///
+/// Behind "DATA;" a comment names the split. A record that stands in several files has its number
+/// in the input in a comment in front, `/*12*/`; one with another text than the input's,
+/// `/*~12*/`; and one that the split made, `/*~*/`.
+std::vector<FileFigures> write_split(std::istream& in, const SplitToWrite& split,
+                                     const Options& options);
+
+}  // namespace Kessel

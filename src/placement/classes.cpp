@@ -1,0 +1,119 @@
+#include "placement/classes.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_set>
+
+namespace Kessel {
+
+namespace {
+
+enum class Match : std::uint8_t { exactly, ending };
+
+struct Row {
+  Match match;
+  std::string_view name;
+};
+
+using enum Match;
+
+// Contexts and units (ISO 10303-41, -43). PRESENTATION_STYLE_BY_CONTEXT is a style, and no context.
+constexpr Row SOFT_TYPES[] = {
+    {ending, "REPRESENTATION_CONTEXT"},
+    {ending, "_ASSIGNED_CONTEXT"},
+    {ending, "APPLICATION_CONTEXT"},
+    {exactly, "APPLICATION_CONTEXT_ELEMENT"},
+    {exactly, "PRODUCT_CONTEXT"},
+    {exactly, "PRODUCT_DEFINITION_CONTEXT"},
+    {exactly, "PRODUCT_CONCEPT_CONTEXT"},
+    {exactly, "LIBRARY_CONTEXT"},
+    {exactly, "DESIGN_CONTEXT"},
+    {exactly, "MECHANICAL_CONTEXT"},
+    {ending, "_UNIT"},
+    {ending, "_WITH_UNIT"},
+    {exactly, "DERIVED_UNIT_ELEMENT"},
+    {exactly, "DIMENSIONAL_EXPONENTS"},
+};
+
+bool is_soft(std::string_view keyword) {
+  return std::any_of(std::begin(SOFT_TYPES), std::end(SOFT_TYPES), [&](const Row& row) {
+    return row.match == exactly ? keyword == row.name : keyword.ends_with(row.name);
+  });
+}
+
+/// What a representation that only names an occurrence may consist of.
+bool is_plain_geometry(const Instances& instances, Index record) {
+  return is_placement(instances, record) || instances.is(record, "CARTESIAN_POINT") ||
+         instances.is(record, "DIRECTION");
+}
+
+}  // namespace
+
+Classes::Classes(const Instances& instances, const Products& products) : traits_(instances.size()) {
+  find_soft(instances);
+  for (ProductId id = 0; id < products.products.size(); ++id) {
+    const Product& product = products.products[id];
+    give(product.definition, DEFINING);
+    for (const Index shape : product.shapes) give(shape, DEFINING);
+    for (const ShapeLink& link : product.links) give(link.link, DEFINING);
+    for (const Index tie : product.ties) give(tie, DEFINING);
+    for (const auto* list : {&product.representations, &product.tied}) {
+      for (const Index representation : *list) {
+        give(representation, SHOWING);
+        owners_[representation].push_back(id);
+      }
+    }
+  }
+  for (const Usage& usage : products.usages) {
+    if (usage.closes_circle) continue;
+    give(usage.record, USED);
+    for (const Index record : usage.shapes) give(record, USED);
+    for (const Index record : usage.placements) give(record, USED);
+    for (const Index record : usage.relationships) give(record, USED);
+    for (const ShapeLink& link : usage.links) give(link.link, USED);
+  }
+  find_occurrence_names(instances, products);
+}
+
+std::span<const ProductId> Classes::owners(Index representation) const {
+  const auto found = owners_.find(representation);
+  if (found == owners_.end()) return {};
+  return found->second;
+}
+
+void Classes::find_soft(const Instances& instances) {
+  std::vector<bool> soft(instances.types().size());
+  for (TypeId type = 0; type < soft.size(); ++type) {
+    const auto& keywords = instances.types().keywords(type);
+    soft[type] = std::any_of(keywords.begin(), keywords.end(), is_soft);
+  }
+  for (Index record = 0; record < instances.size(); ++record) {
+    traits_[record] = soft[instances.type(record)] ? std::uint8_t{SOFT} : std::uint8_t{0};
+  }
+}
+
+/// A representation of placements alone that only a usage has is a name for the occurrence: styles
+/// that name it go with their items, and bring it along.
+void Classes::find_occurrence_names(const Instances& instances, const Products& products) {
+  for (const Usage& usage : products.usages) {
+    for (const ShapeLink& link : usage.links) {
+      if (has(link.representation, SHOWING)) continue;
+      std::vector<Index> open{link.representation};
+      std::unordered_set<Index> seen;
+      bool is_name = true;
+      while (is_name && !open.empty()) {
+        const Index record = open.back();
+        open.pop_back();
+        for (const Reference reference : instances.references(record)) {
+          const Index other = reference.record();
+          if (other == NO_RECORD || has(other, SOFT) || !seen.insert(other).second) continue;
+          is_name = is_name && is_plain_geometry(instances, other);
+          open.push_back(other);
+        }
+      }
+      if (is_name) give(link.representation, SOFT);
+    }
+  }
+}
+
+}  // namespace Kessel

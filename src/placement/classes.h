@@ -1,0 +1,58 @@
+// What kinds of records there are for the placement.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+#include "instances/column.h"
+#include "instances/instances.h"
+#include "products/products.h"
+
+namespace Kessel {
+
+/// What is known about a record, as bits.
+enum Trait : std::uint8_t {
+  /// A context or unit, or the name of an occurrence: comes along, and attracts nothing.
+  SOFT = 1,
+  /// A product leads to it.
+  OWNED = 2,
+  /// A usage, or what says its shape and place.
+  USED = 4,
+  /// A product's definition, shape, or what links these to representations.
+  DEFINING = 8,
+  /// A product's representation.
+  SHOWING = 16,
+  /// Leads, not only through soft records, to something owned or used.
+  BOUND = 32,
+  /// Somebody who is not soft refers to it. Known of records that are not bound.
+  NEEDED = 64,
+  /// Its definition leads to it, rather than its shape.
+  IDENTITY = 128,
+};
+
+/// The traits of all records, and who owns representations.
+class Classes {
+ public:
+  Classes(const Instances& instances, const Products& products);
+
+  bool has(Index record, unsigned traits) const { return (traits_[record] & traits) != 0; }
+  void give(Index record, unsigned traits) {
+    traits_[record] = static_cast<std::uint8_t>(traits_[record] | traits);
+  }
+  /// Not bound, not soft.
+  bool is_free(Index record) const { return !has(record, SOFT | OWNED | USED | BOUND); }
+
+  /// The products that a representation belongs to, ascending.
+  std::span<const ProductId> owners(Index representation) const;
+
+ private:
+  void find_soft(const Instances& instances);
+  void find_occurrence_names(const Instances& instances, const Products& products);
+
+  Column<std::uint8_t> traits_;
+  std::unordered_map<Index, std::vector<ProductId>> owners_;
+};
+
+}  // namespace Kessel

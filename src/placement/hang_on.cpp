@@ -1,0 +1,148 @@
+// Enters what leads to records that stand in files.
+#include <algorithm>
+
+#include "placement/placing.h"
+
+namespace Kessel {
+
+namespace {
+
+/// Goes through all records that nobody owns or uses, those that they refer to first.
+class HangingOn {
+ public:
+  explicit HangingOn(Placing& placing)
+      : placing_(placing), classes_(placing.classes), states_(placing.instances.size()) {}
+
+  void run() {
+    for (Index record = 0; record < placing_.instances.size(); ++record) visit(record);
+  }
+
+ private:
+  enum class State : std::uint8_t { unseen, open, done };
+  struct Step {
+    Index record;
+    std::size_t next;
+  };
+
+  bool is_open_question(Index record) const {
+    return states_[record] == State::unseen && !classes_.has(record, SOFT | OWNED | USED) &&
+           !placing_.is_repeated(record);
+  }
+
+  void visit(Index first) {
+    if (!is_open_question(first)) return;
+    open(first);
+    while (!path_.empty()) {
+      Step& step = path_.back();
+      const auto references = placing_.instances.references(step.record);
+      if (step.next == references.size()) {
+        const Index record = step.record;
+        path_.pop_back();
+        states_[record] = State::done;
+        decide(record);
+        continue;
+      }
+      const Index other = references[step.next++].record();
+      if (other != NO_RECORD && is_open_question(other)) open(other);
+    }
+  }
+
+  void open(Index record) {
+    states_[record] = State::open;
+    path_.push_back({record, 0});
+  }
+
+  bool is_bound(Index record) const {
+    return classes_.has(record, OWNED | USED | BOUND) && !classes_.has(record, SOFT);
+  }
+
+  void decide(Index record) {
+    fixed_.clear();
+    listed_.clear();
+    for (const Reference reference : placing_.instances.references(record)) {
+      if (reference.record() == NO_RECORD || !is_bound(reference.record())) continue;
+      (reference.is_listed() ? listed_ : fixed_).push_back(reference.record());
+    }
+    if (fixed_.empty() && listed_.empty()) return;
+    classes_.give(record, BOUND);
+    if (placing_.stands.is_placed(record)) return;
+    find_files();
+    for (const FileId file : files_) place(record, file);
+  }
+
+  /// The files in which all fixed references stand, and one of the listed ones if there are any.
+  /// One of all these must be the file's own, unless that is so nowhere.
+  void find_files() {
+    files_.clear();
+    // Fast path: a style of one face.
+    if (fixed_.size() == 1 && listed_.empty()) {
+      const auto stands = placing_.stands.of(fixed_.front());
+      if (stands.size() == 1) {
+        files_.push_back(stands.front().file());
+        return;
+      }
+    }
+    take_files(true);
+    if (files_.empty()) take_files(false);
+  }
+
+  void take_files(bool must_own) {
+    candidates_.clear();
+    const auto add_candidates = [&](Index record) {
+      for (const Stand stand : placing_.stands.of(record)) {
+        if (!must_own || stand.role() == Role::own) candidates_.push_back(stand.file());
+      }
+    };
+    for (const Index record : fixed_) add_candidates(record);
+    for (const Index record : listed_) add_candidates(record);
+    std::sort(candidates_.begin(), candidates_.end());
+    candidates_.erase(std::unique(candidates_.begin(), candidates_.end()), candidates_.end());
+    std::erase_if(candidates_, [&](FileId file) {
+      return std::any_of(fixed_.begin(), fixed_.end(),
+                         [&](Index record) { return !placing_.stands.has(record, file); });
+    });
+    if (!listed_.empty() && !fixed_.empty()) keep_files_of_items();
+    files_ = candidates_;
+  }
+
+  void keep_files_of_items() {
+    item_files_.clear();
+    for (const Index record : listed_) {
+      for (const Stand stand : placing_.stands.of(record)) item_files_.push_back(stand.file());
+    }
+    std::sort(item_files_.begin(), item_files_.end());
+    std::erase_if(candidates_, [&](FileId file) {
+      return !std::binary_search(item_files_.begin(), item_files_.end(), file);
+    });
+  }
+
+  /// Free items of a list with others come by themselves, or else are left over.
+  void place(Index record, FileId file) {
+    placing_.stands.add(record, file, Role::own);
+    for (const Reference reference : placing_.instances.references(record)) {
+      const Index other = reference.record();
+      if (other == NO_RECORD || is_bound(other)) continue;
+      if (reference.is_listed() && !listed_.empty() && !classes_.has(other, SOFT)) continue;
+      placing_.bring(other, file);
+    }
+  }
+
+  Placing& placing_;
+  Classes& classes_;
+  std::vector<State> states_;
+  std::vector<Step> path_;
+  std::vector<Index> fixed_;
+  std::vector<Index> listed_;
+  std::vector<FileId> files_;
+  std::vector<FileId> candidates_;
+  std::vector<FileId> item_files_;
+};
+
+}  // namespace
+
+void hang_on(Placing& placing) {
+  if (placing.products.products.empty()) return;
+  HangingOn(placing).run();
+}
+
+}  // namespace Kessel

@@ -1,0 +1,79 @@
+// Which record stands in which file of a split.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "instances/instances.h"
+#include "kessel/options.h"
+#include "placement/file_sets.h"
+#include "products/products.h"
+
+namespace Kessel {
+
+// What holds for the placement of every legal input; where two of these are in conflict, the first
+// one wins.
+//
+// 1. Closed. A record that stands in a file has every reference there that it has in the input,
+//    except that a collector (instances/collectors.h) keeps of its list those items that stand in
+//    the file. No list becomes empty. Stand-ins are the only exception: they refer to those of the
+//    placements that stand in the file, and to the context.
+// 2. Nothing lost. Every record stands whole in at least one file, and every item of a collector's
+//    list stands together with the collector in at least one file. What belongs to no product
+//    stands in the root's file.
+// 3. Nothing leaked, nothing doubled. What a product's definition, shape and representations lead
+//    to is its own, and stands in its file; what several products lead to, in each of theirs. No
+//    file holds another product's body, unless one of its records cannot be closed without it: an
+//    overriding style or an annotation that an assembly gives to a component's face. Each such
+//    record is warned of.
+// 4. Own bodies, no empty files. Lean has one file for the root and one for each part; what
+//    assemblies have of their own, bodies included, stands in the root's. Nested has a file for
+//    each product.
+// 5. Only products have files (products/products.h).
+// 6. Links. A file refers to the file of every component that it shows and that has a file of its
+//    own; the component's representation stands there as a placeholder.
+// 7. Refused is nothing. A usage that closes a circle stands in the root's file, without a link;
+//    several tops are held together by a root that no product has; whatever cannot be placed by a
+//    product goes to the assembly that needs the least added to hold it whole.
+//
+// How a place is found:
+// - Contexts and units come with whoever needs them, and attract nothing.
+// - A file holds what its products own, their usages with shapes and transformations, and of each
+//   component outside the file the definition, the shape, and the representation as a placeholder.
+// - What leads to such records stands where all of them stand and one is the file's own; of a
+//   collector's items one is enough.
+// - What leads to none (a colour, a person) comes with those that refer to it. If nobody does, it
+//   stands with one of its items, or else with the rarest of what it speaks of and others do, too.
+
+/// A file of a split.
+struct PlacedFile {
+  /// The products whose own records stand in it; none for a root that only holds tops together.
+  std::vector<ProductId> products;
+  /// The product that it is named after: the top of what stands in it; NO_PRODUCT for a root that
+  /// holds several tops together.
+  ProductId top = NO_PRODUCT;
+  /// The components whose files it refers to, in order of their first usage.
+  std::vector<ProductId> links;
+};
+
+/// Something about a placement that deserves a look.
+struct PlacementWarning {
+  enum class Kind : std::uint8_t {
+    closes_circle,  ///< a usage whose component leads back to its assembly
+    foreign_shape,  ///< stands in a file with parts of another product's shape
+  };
+  Kind kind;
+  Index record;
+};
+
+struct Placement {
+  std::vector<PlacedFile> files;  ///< the root's first, the others by product
+  std::vector<FileId> file_of;    ///< by product: where its own records stand
+  FileSets stands{0};
+  std::vector<PlacementWarning> warnings;
+};
+
+/// Places the records. `style` is lean or nested. Linear in the input and the outputs.
+Placement place_records(const Instances& instances, const Products& products, AssemblyStyle style);
+
+}  // namespace Kessel

@@ -1,0 +1,73 @@
+// The steps in which records are placed, and what they share.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "placement/classes.h"
+#include "placement/placement.h"
+
+namespace Kessel {
+
+/// What the steps work on.
+class Placing {
+ public:
+  Placing(const Instances& instances, const Products& products, Placement& placement);
+
+  /// Enters `record` into `file` with all that it leads to: representations of products become
+  /// placeholders, with their contexts, where they are not the file's own. Warns where parts of
+  /// another product's shape come along.
+  void bring(Index record, FileId file);
+
+  /// Gives `file`'s placeholders one of their placements each, where none stands there yet.
+  void give_placements(FileId file, std::span<const Index> placeholders);
+
+  bool is_repeated(Index record) const { return instances.type(record) == TypeTable::REPEATED; }
+  bool collects(Index record) const { return instances.types().collects(instances.type(record)); }
+  /// A representation that stands in `file` as a placeholder, or would.
+  bool is_placeholder(Index record, FileId file) const {
+    if (!classes.has(record, SHOWING)) return false;
+    const Stand* const stand = stands.find(record, file);
+    return stand == nullptr || stand->role() == Role::stand_in;
+  }
+  /// Whether it is of some product's shape: other than definitions, contexts, and what places it.
+  bool is_shape(Index record) const {
+    return classes.has(record, OWNED) &&
+           !classes.has(record, SOFT | IDENTITY | DEFINING | SHOWING) &&
+           !is_placement(instances, record) && !instances.is(record, "CARTESIAN_POINT") &&
+           !instances.is(record, "DIRECTION");
+  }
+  bool has_components(FileId file) const {
+    return file == 0 || !placement.files[file].links.empty();
+  }
+
+  const Instances& instances;
+  const Products& products;
+  Placement& placement;
+  FileSets& stands;
+  Classes classes;
+  /// The placeholders that bring() made since this was emptied last.
+  std::vector<Index> placeholders;
+
+ private:
+  void make_placeholder(Index representation, FileId file);
+
+  std::vector<Index> open_;
+};
+
+/// Says which products share a file: fills files, their products and links, and file_of.
+void plan_files(const Products& products, AssemblyStyle style, Placement& placement);
+
+/// Enters what products own, usages, and placeholders of components.
+void fill_files(Placing& placing);
+
+/// Enters what leads to records that stand in files, and finds out what is bound.
+void hang_on(Placing& placing);
+
+/// Enters what leads to nothing owned and nobody refers to.
+void place_free_records(Placing& placing);
+
+/// Enters all that stands nowhere yet, then every item that no list of its collector has.
+void place_left_overs(Placing& placing);
+
+}  // namespace Kessel

@@ -1,0 +1,211 @@
+#include "splitter/split_by_placement.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+
+#include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
+#include "instances/loader.h"
+#include "instances/places.h"
+#include "kessel/encoding.h"
+#include "kessel/errors.h"
+#include "output/split_writer.h"
+#include "placement/placement.h"
+#include "products/file_names.h"
+#include "products/products.h"
+#include "splitter/fresh_files.h"
+#include "splitter/input_stamp.h"
+#include "splitter/root_list.h"
+
+namespace Kessel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Tells inputs apart by their records' texts.
+class TextHash {
+ public:
+  void add(std::string_view text) {
+    const char* at = text.data();
+    std::size_t left = text.size();
+    for (; left >= sizeof(std::uint64_t); left -= sizeof(std::uint64_t)) {
+      std::uint64_t word = 0;
+      std::memcpy(&word, at, sizeof word);
+      mix(word);
+      at += sizeof word;
+    }
+    std::uint64_t last = text.size() << 56;
+    for (; left > 0; --left) last ^= std::uint64_t{static_cast<unsigned char>(*at++)} << (8 * left);
+    mix(last);
+  }
+  std::uint64_t value() const { return state_ ^ (state_ >> 29); }
+
+ private:
+  void mix(std::uint64_t word) {
+    state_ = (state_ ^ word) * 0x9E37'79B9'7F4A'7C15;
+    state_ ^= state_ >> 32;
+  }
+  std::uint64_t state_ = 0x1003'0210;
+};
+
+/// Loads, hashes the texts, and keeps what it is warned of.
+class SplitLoader final : public InstanceLoader {
+ public:
+  using InstanceLoader::InstanceLoader;
+  void warning(const Finding& finding) override { warnings_.add(finding); }
+  std::uint64_t hash() const { return hash_.value(); }
+  FindingList& warnings() { return warnings_; }
+
+ protected:
+  void added(Index, const Exchange::Record& record) override { hash_.add(record.text); }
+
+ private:
+  TextHash hash_;
+  FindingList warnings_;
+};
+
+Finding finding_for(std::istream& in, const Instances& instances, const PlacementWarning& warning) {
+  const std::uint64_t number = instances.number(warning.record);
+  const std::string name = "#" + std::to_string(number);
+  const std::uint64_t offset = read_again(in, instances, warning.record).offset;
+  Finding finding;
+  if (warning.kind == PlacementWarning::Kind::closes_circle) {
+    finding = make_finding(FindingKind::usage_cycle,
+                           "The component of the usage " + name +
+                               " leads back to its assembly; the usage stands in the root's file.",
+                           offset, 0, number);
+  } else {
+    finding = make_finding(
+        FindingKind::foreign_shape,
+        "The record " + name + " needs parts of other products' shapes, which stand with it.",
+        offset, 0, number);
+  }
+  finding.severity = Severity::warning;
+  return finding;
+}
+
+void require_products(const Products& products, std::vector<Finding>& warnings) {
+  if (products.products.empty()) {
+    warnings.push_back(make_finding(FindingKind::no_part, "The file holds no product."));
+  } else if (products.products.size() == 1) {
+    warnings.push_back(make_finding(FindingKind::one_part, "The file holds one product only."));
+  }
+}
+
+/// Leaves the name of the root's file to the host, in the working directory.
+void list_root(const std::string& name) {
+  errno = 0;
+  std::ofstream list(ROOT_LIST);
+  list << name << '\n';
+  list.close();
+  if (list.fail()) {
+    throw OutputError(ROOT_LIST, {errno != 0 ? errno : EIO, std::generic_category()});
+  }
+}
+
+void create_folder(const fs::path& outdir) {
+  std::error_code error;
+  fs::create_directories(outdir, error);
+  if (error) throw fs::filesystem_error("create_directories", outdir, error);
+}
+
+/// One split, step by step.
+class PlacedSplit {
+ public:
+  PlacedSplit(const fs::path& in, const fs::path& outdir, const Options& options)
+      : path_(in), outdir_(outdir), options_(options), in_(in, std::ios::binary) {
+    if (!in_.is_open()) throw std::invalid_argument("Failed to open input file.");
+  }
+
+  std::vector<WrittenFile> run() {
+    const InputStamp before(path_);
+    load();
+    products_ = find_products(instances_);
+    placement_ = place_records(instances_, products_, options_.assemblies);
+    warn();
+    if (placement_.files.size() < 2) return {};
+    std::vector<ProductId> tops;
+    for (const PlacedFile& file : placement_.files) tops.push_back(file.top);
+    names_ = file_names(instances_, products_, tops, options_.names);
+    for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
+    require_fresh_root_list(path_);
+    list_root(fspath_to_utf8(names_.front()));
+    std::vector<WrittenFile> files = write();
+    if (InputStamp(path_) != before) throw InputError(input_changed(0));
+    return files;
+  }
+
+ private:
+  void load() {
+    SplitLoader loader(instances_, options_, size_for_progress(in_, options_));
+    load_with(in_, loader, options_);
+    id_ = loader.hash();
+    for (Finding& finding : missing_instances(in_, instances_)) {
+      loader.warnings().add(std::move(finding));
+    }
+    warnings_ = loader.warnings().take();
+  }
+
+  void warn() {
+    if (!options_.warning) return;
+    for (const PlacementWarning& warning : placement_.warnings) {
+      warnings_.push_back(finding_for(in_, instances_, warning));
+    }
+    require_products(products_, warnings_);
+    set_lines(in_, warnings_);
+    for (const Finding& finding : warnings_) options_.warning(finding);
+  }
+
+  std::vector<WrittenFile> write() {
+    create_folder(outdir_);
+    SplitToWrite split{instances_, products_, placement_, id_, {}, {}};
+    for (const fs::path& name : names_) {
+      const fs::path path = outdir_ / name;
+      split.paths.push_back(path);
+      split.names.push_back(fspath_to_utf8(options_.folder_in_headers ? path : name));
+    }
+    const std::vector<FileFigures> figures = write_split(in_, split, options_);
+    std::vector<WrittenFile> files;
+    for (FileId file = 0; file < figures.size(); ++file) {
+      files.push_back({split.paths[file].lexically_normal(), record_of(file), figures[file].records,
+                       figures[file].bytes});
+    }
+    std::stable_sort(files.begin() + 1, files.end(),
+                     [](const auto& a, const auto& b) { return a.part < b.part; });
+    return files;
+  }
+
+  /// The number of the definition that the file is named after.
+  std::uint64_t record_of(FileId file) const {
+    const ProductId top = placement_.files[file].top;
+    return top == NO_PRODUCT ? 0 : instances_.number(products_.products[top].definition);
+  }
+
+  const fs::path& path_;
+  const fs::path& outdir_;
+  const Options& options_;
+  std::ifstream in_;
+  Instances instances_;
+  std::uint64_t id_ = 0;
+  std::vector<Finding> warnings_;
+  Products products_;
+  Placement placement_;
+  std::vector<fs::path> names_;
+};
+
+}  // namespace
+
+std::vector<WrittenFile> split_by_placement(const fs::path& in, const fs::path& outdir,
+                                            const Options& options) {
+  if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
+  return PlacedSplit(in, outdir, options).run();
+}
+
+}  // namespace Kessel

@@ -1,0 +1,19 @@
+// A split in the styles lean and nested.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "kessel/options.h"
+#include "kessel/splitter.h"
+
+namespace Kessel {
+
+/// Splits `in` by its products (see placement/placement.h). What `split` promises holds: nothing is
+/// written over, nothing is written before the input was read whole, every file that is returned
+/// was written whole. Without a second file nothing is written, and the list is empty.
+std::vector<WrittenFile> split_by_placement(const std::filesystem::path& in,
+                                            const std::filesystem::path& outdir,
+                                            const Options& options);
+
+}  // namespace Kessel

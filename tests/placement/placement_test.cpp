@@ -1,0 +1,334 @@
+#include "placement/placement.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "placement/check_placement.h"
+#include "support/loaded_text.h"
+#include "support/product_records.h"
+
+namespace Kessel::test {
+namespace {
+
+using testing::IsEmpty;
+
+/// A file with the records of `text`, placed. The root's file is 0, the others go by product.
+struct Placed {
+  explicit Placed(const std::string& text, AssemblyStyle style = AssemblyStyle::nested)
+      : file(SHARED_RECORDS + text),
+        products(find_products(file.instances)),
+        placement(place_records(file.instances, products, style)) {
+    EXPECT_THAT(check_placement(file.instances, products, placement), IsEmpty());
+  }
+
+  /// Where #number stands, such as "0 1g 2s": as a guest in file 1, as a stand-in in 2.
+  std::string at(std::uint64_t number) const {
+    std::ostringstream text;
+    for (const Stand stand : placement.stands.of(file.at(number))) {
+      text << (text.tellp() == 0 ? "" : " ") << stand.file();
+      if (stand.role() == Role::guest) text << 'g';
+      if (stand.role() == Role::stand_in) text << 's';
+    }
+    return text.str();
+  }
+
+  std::vector<std::string> links(FileId id) const {
+    std::vector<std::string> names;
+    for (const ProductId product : placement.files[id].links) {
+      names.push_back(products.products[product].name);
+    }
+    return names;
+  }
+
+  LoadedText file;
+  Products products;
+  Placement placement;
+};
+
+using Names = std::vector<std::string>;
+
+/// Car, wheel and tyre at #10, #20 and #30; solids at #40 (wheel) and #50 (tyre); usages at #60 and
+/// #70.
+const std::string CAR = product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") +
+                        product_records(30, "tyre", "#3,#50") + solid_records(40) +
+                        solid_records(50) + placed_usage_records(60, 10, 20) +
+                        placed_usage_records(70, 20, 30);
+
+TEST(Placement, NestedGivesEachProductAFile) {
+  const Placed car(CAR);
+  ASSERT_EQ(car.placement.files.size(), 3u);
+  EXPECT_EQ(car.links(0), Names{"wheel"});
+  EXPECT_EQ(car.links(1), Names{"tyre"});
+  EXPECT_EQ(car.links(2), Names{});
+  EXPECT_EQ(car.at(10), "0");  // definitions stand with those who use them
+  EXPECT_EQ(car.at(20), "0g 1");
+  EXPECT_EQ(car.at(21), "0g 1");
+  EXPECT_EQ(car.at(25), "0s 1");  // placeholders
+  EXPECT_EQ(car.at(35), "1s 2");
+  EXPECT_EQ(car.at(40), "1");  // bodies
+  EXPECT_EQ(car.at(41), "1");
+  EXPECT_EQ(car.at(50), "2");
+  EXPECT_EQ(car.at(62), "0");  // places of components
+  EXPECT_EQ(car.at(74), "1");
+  EXPECT_EQ(car.at(2), "0 1 2");  // contexts
+}
+
+TEST(Placement, LeanGivesFilesToPartsAndTheRootAllAssembliesOwnBodies) {
+  const Placed car(CAR, AssemblyStyle::lean);
+  ASSERT_EQ(car.placement.files.size(), 2u);
+  EXPECT_EQ(car.links(0), Names{"tyre"});
+  EXPECT_EQ(car.at(25), "0");
+  EXPECT_EQ(car.at(40), "0");
+  EXPECT_EQ(car.at(35), "0s 1");
+  EXPECT_EQ(car.at(50), "1");
+  EXPECT_EQ(car.at(74), "0");
+}
+
+TEST(Placement, OneProductIsOneFile) {
+  const Placed bolt(product_records(10, "bolt", "#3,#40") + solid_records(40));
+  EXPECT_EQ(bolt.placement.files.size(), 1u);
+  EXPECT_EQ(bolt.at(41), "0");
+}
+
+TEST(Placement, WithoutProductsAllIsInTheRoot) {
+  const Placed none(solid_records(40));
+  EXPECT_EQ(none.placement.files.size(), 1u);
+  EXPECT_EQ(none.at(41), "0");
+}
+
+TEST(Placement, SeveralTopsAreLinkedFromARootThatNoProductHas) {
+  const std::string text = product_records(10, "a", "#3,#40") + product_records(20, "b", "#3,#50") +
+                           solid_records(40) + solid_records(50);
+  for (const AssemblyStyle style : {AssemblyStyle::nested, AssemblyStyle::lean}) {
+    const Placed tops(text, style);
+    ASSERT_EQ(tops.placement.files.size(), 3u);
+    EXPECT_EQ(tops.placement.files[0].top, NO_PRODUCT);
+    EXPECT_EQ(tops.links(0), (Names{"a", "b"}));
+    EXPECT_EQ(tops.at(10), "0g 1");
+    EXPECT_EQ(tops.at(15), "0s 1");
+    EXPECT_EQ(tops.at(40), "1");
+  }
+}
+
+TEST(Placement, AUsageThatClosesACircleStandsInTheRootWithAWarning) {
+  const Placed circle(CAR + placed_usage_records(80, 30, 10));
+  EXPECT_EQ(circle.at(80), "0");
+  EXPECT_EQ(circle.at(82), "0");
+  EXPECT_EQ(circle.at(35), "0s 1s 2");
+  EXPECT_EQ(circle.links(2), Names{});
+  ASSERT_EQ(circle.placement.warnings.size(), 1u);
+  EXPECT_EQ(circle.placement.warnings[0].kind, PlacementWarning::Kind::closes_circle);
+  EXPECT_EQ(circle.placement.warnings[0].record, circle.file.at(80));
+}
+
+TEST(Placement, AProductThatUsesItself) {
+  const Placed self(product_records(10, "a", "#3,#40") + solid_records(40) +
+                    placed_usage_records(60, 10, 10));
+  EXPECT_EQ(self.placement.files.size(), 1u);
+  EXPECT_EQ(self.placement.warnings.size(), 1u);
+}
+
+TEST(Placement, UsagesAndComponentsWithoutShapes) {
+  const Placed bare(product_records(10, "car", "#3") +
+                    "#20=PRODUCT_DEFINITION('','',#22,#1);\n#21=PRODUCT('','glue','',(#1));\n"
+                    "#22=PRODUCT_DEFINITION_FORMATION('','',#21);\n" +
+                    usage_record(60, 10, 20));
+  ASSERT_EQ(bare.placement.files.size(), 2u);
+  EXPECT_EQ(bare.links(0), Names{"glue"});
+  EXPECT_EQ(bare.at(20), "0g 1");
+  EXPECT_EQ(bare.at(60), "0");
+}
+
+TEST(Placement, MappedItemsOfAComponentMapThePlaceholder) {
+  const Placed mapped(product_records(10, "car", "#3,#60") +
+                      product_records(20, "wheel", "#3,#40") + solid_records(40) +
+                      "#60=MAPPED_ITEM('',#61,#3);\n#61=REPRESENTATION_MAP(#3,#25);\n" +
+                      usage_record(62, 10, 20));
+  EXPECT_EQ(mapped.at(60), "0");
+  EXPECT_EQ(mapped.at(25), "0s 1");
+  EXPECT_EQ(mapped.at(40), "1");
+}
+
+TEST(Placement, WhatIsMappedWithoutAUsageStandsWithBoth) {
+  const Placed mapped(product_records(10, "car", "#3,#60") +
+                      product_records(20, "wheel", "#3,#40") + solid_records(40) +
+                      "#60=MAPPED_ITEM('',#61,#3);\n#61=REPRESENTATION_MAP(#3,#25);\n");
+  ASSERT_EQ(mapped.placement.files.size(), 2u);
+  EXPECT_EQ(mapped.at(40), "0 1");
+  EXPECT_EQ(mapped.at(20), "0g 1");
+}
+
+TEST(Placement, ABodyOfTwoProductsStandsWithBoth) {
+  const Placed shared(product_records(10, "car", "#3") + product_records(20, "left", "#3,#40") +
+                      product_records(30, "right", "#3,#40") + solid_records(40) +
+                      placed_usage_records(60, 10, 20) + placed_usage_records(70, 10, 30));
+  EXPECT_EQ(shared.at(41), "1 2");
+}
+
+TEST(Placement, TiedRepresentationsOfAComponentAreTiedPlaceholders) {
+  const Placed tied(product_records(10, "car", "#3") + product_records(20, "wheel", "#3") +
+                    solid_records(40) + usage_record(60, 10, 20) +
+                    "#61=PRODUCT_DEFINITION_SHAPE('','',#60);\n"
+                    "#62=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#63,#61);\n"
+                    "#63=(REPRESENTATION_RELATIONSHIP('','',#66,#15)"
+                    "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)"
+                    "SHAPE_REPRESENTATION_RELATIONSHIP());\n"
+                    "#64=ITEM_DEFINED_TRANSFORMATION('','',#3,#3);\n"
+                    "#65=SHAPE_REPRESENTATION_RELATIONSHIP('','',#25,#66);\n"
+                    "#66=ADVANCED_BREP_SHAPE_REPRESENTATION('',(#40,#3),#2);\n");
+  EXPECT_EQ(tied.at(66), "0s 1");
+  EXPECT_EQ(tied.at(25), "0s 1");
+  EXPECT_EQ(tied.at(65), "0g 1");
+  EXPECT_EQ(tied.at(40), "1");
+}
+
+TEST(Placement, APlaceThatNamesARepresentationOfNoProduct) {
+  const Placed loose(product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") +
+                     solid_records(40) + solid_records(50) + usage_record(60, 10, 20) +
+                     "#61=PRODUCT_DEFINITION_SHAPE('','',#60);\n"
+                     "#62=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#63,#61);\n"
+                     "#63=(REPRESENTATION_RELATIONSHIP('','',#66,#15)"
+                     "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)"
+                     "SHAPE_REPRESENTATION_RELATIONSHIP());\n"
+                     "#64=ITEM_DEFINED_TRANSFORMATION('','',#3,#3);\n"
+                     "#66=SHAPE_REPRESENTATION('',(#50),#2);\n");
+  EXPECT_EQ(loose.at(66), "0");
+  EXPECT_EQ(loose.at(51), "0");
+}
+
+TEST(Placement, APlaceThatNoUsageNamesGoesToTheAssembly) {
+  const Placed bare(product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") +
+                    solid_records(40) + usage_record(60, 10, 20) +
+                    "#63=(REPRESENTATION_RELATIONSHIP('','',#25,#15)"
+                    "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)"
+                    "SHAPE_REPRESENTATION_RELATIONSHIP());\n"
+                    "#64=ITEM_DEFINED_TRANSFORMATION('','',#3,#3);\n");
+  EXPECT_EQ(bare.at(63), "0");
+  EXPECT_EQ(bare.at(64), "0");
+  EXPECT_EQ(bare.at(25), "0s 1");
+}
+
+TEST(Placement, ARelationAcrossLevelsStandsOnAPlaceholder) {
+  const Placed across(CAR + "#90=SHAPE_REPRESENTATION_RELATIONSHIP('','',#15,#35);\n");
+  EXPECT_EQ(across.at(90), "0");
+  EXPECT_EQ(across.at(35), "0s 1s 2");
+  EXPECT_EQ(across.at(50), "2");
+}
+
+TEST(Placement, StylesGoWithTheirItems) {
+  const Placed styled(CAR +
+                      "#80=STYLED_ITEM('',(#81),#41);\n#81=PRESENTATION_STYLE_ASSIGNMENT((#82));\n"
+                      "#82=COLOUR_RGB('',1.,0.,0.);\n#83=STYLED_ITEM('',(#84),#51);\n"
+                      "#84=PRESENTATION_STYLE_ASSIGNMENT((#82));\n"
+                      "#85=OVER_RIDING_STYLED_ITEM('',(#84),#51,#83);\n");
+  EXPECT_EQ(styled.at(80), "1");
+  EXPECT_EQ(styled.at(81), "1");
+  EXPECT_EQ(styled.at(82), "1 2");
+  EXPECT_EQ(styled.at(83), "2");
+  EXPECT_EQ(styled.at(85), "2");
+}
+
+TEST(Placement, CollectorsAreSharedOut) {
+  const Placed shared(CAR +
+                      "#80=PRESENTATION_LAYER_ASSIGNMENT('1','',(#40,#50));\n"
+                      "#81=PRODUCT_RELATED_PRODUCT_CATEGORY('part',$,(#11,#21,#31));\n"
+                      "#82=CC_DESIGN_APPROVAL(#83,(#32));\n#83=APPROVAL(#84,'');\n"
+                      "#84=APPROVAL_STATUS('approved');\n#85=APPROVAL_DATE_TIME(#86,#83);\n"
+                      "#86=CALENDAR_DATE(2020,1,1);\n");
+  EXPECT_EQ(shared.at(80), "1 2");
+  EXPECT_EQ(shared.at(81), "0 1 2");
+  EXPECT_EQ(shared.at(82), "2");
+  EXPECT_EQ(shared.at(83), "2");
+  EXPECT_EQ(shared.at(85), "2");
+  EXPECT_EQ(shared.at(86), "2");
+}
+
+TEST(Placement, AnApprovalOfAClassificationStandsWithIt) {
+  const Placed approved(CAR +
+                        "#80=CC_DESIGN_SECURITY_CLASSIFICATION(#81,(#22));\n"
+                        "#81=SECURITY_CLASSIFICATION('','',#82);\n"
+                        "#82=SECURITY_CLASSIFICATION_LEVEL('secret');\n"
+                        "#83=CC_DESIGN_APPROVAL(#84,(#81));\n#84=APPROVAL(#85,'');\n"
+                        "#85=APPROVAL_STATUS('approved');\n");
+  EXPECT_EQ(approved.at(81), "1");
+  EXPECT_EQ(approved.at(83), "1");
+  EXPECT_EQ(approved.at(84), "1");
+}
+
+TEST(Placement, ASharedPersonDoesNotSpreadApprovals) {
+  const Placed approved(
+      CAR +
+      "#80=CC_DESIGN_APPROVAL(#81,(#22));\n#81=APPROVAL(#82,'');\n#82=APPROVAL_STATUS('');\n"
+      "#83=APPROVAL_PERSON_ORGANIZATION(#84,#81,$);\n#84=PERSON('',$,$,$,$,$);\n"
+      "#90=CC_DESIGN_APPROVAL(#91,(#32));\n#91=APPROVAL(#92,'');\n#92=APPROVAL_STATUS('');\n"
+      "#93=APPROVAL_PERSON_ORGANIZATION(#84,#91,$);\n");
+  EXPECT_EQ(approved.at(83), "1");
+  EXPECT_EQ(approved.at(93), "2");
+  EXPECT_EQ(approved.at(84), "1 2");
+}
+
+TEST(Placement, WhatSpeaksOfContextsStandsWhereTheyDo) {
+  const Placed spoken(CAR + "#80=APPLICATION_PROTOCOL_DEFINITION('','',2000,#1);\n");
+  EXPECT_EQ(spoken.at(80), "0 1 2");
+}
+
+TEST(Placement, MaterialsAndDocumentsHaveNoFiles) {
+  const Placed material(CAR +
+                        "#80=PRODUCT_DEFINITION('','',#82,#1);\n#81=PRODUCT('','iron','',(#1));\n"
+                        "#82=PRODUCT_DEFINITION_FORMATION('','',#81);\n"
+                        "#83=MAKE_FROM_USAGE_OPTION('','','',#30,#80,1,'',$);\n");
+  EXPECT_EQ(material.placement.files.size(), 3u);
+  EXPECT_EQ(material.at(80), "2");
+  EXPECT_EQ(material.at(83), "2");
+}
+
+TEST(Placement, WhatBelongsToNobodyIsInTheRoot) {
+  const Placed loose(CAR +
+                     "#80=PLANE('',#81);\n#81=AXIS2_PLACEMENT_3D('',#82,$,$);\n"
+                     "#82=CARTESIAN_POINT('',(1.,0.,0.));\n");
+  EXPECT_EQ(loose.at(80), "0");
+  EXPECT_EQ(loose.at(82), "0");
+}
+
+TEST(Placement, AnOverridingStyleOfAnAssemblyBringsTheFaceWithAWarning) {
+  const Placed styled(CAR +
+                      "#80=STYLED_ITEM('',(#82),#51);\n#82=PRESENTATION_STYLE_ASSIGNMENT(());\n"
+                      "#81=CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(#82),#51,#80,(#62));\n");
+  EXPECT_EQ(styled.at(81), "0");
+  EXPECT_EQ(styled.at(51), "0g 2");
+  EXPECT_EQ(styled.at(50), "2");
+  ASSERT_EQ(styled.placement.warnings.size(), 1u);
+  EXPECT_EQ(styled.placement.warnings[0].kind, PlacementWarning::Kind::foreign_shape);
+  EXPECT_EQ(styled.placement.warnings[0].record, styled.file.at(81));
+}
+
+TEST(Placement, RelationsOfTwoComponentsStandInTheirAssembly) {
+  const Placed related(product_records(10, "car", "#3") + product_records(20, "a", "#3,#40") +
+                       product_records(30, "b", "#3,#50") + solid_records(40) + solid_records(50) +
+                       placed_usage_records(60, 10, 20) + placed_usage_records(70, 10, 30) +
+                       "#80=SHAPE_ASPECT('','',#23,.T.);\n#81=SHAPE_ASPECT('','',#33,.T.);\n"
+                       "#82=SHAPE_ASPECT_RELATIONSHIP('','',#80,#81);\n");
+  EXPECT_EQ(related.at(80), "0 1");
+  EXPECT_EQ(related.at(82), "0");
+}
+
+TEST(Placement, UsagesOfDeeperLevelsStandWhereTheLeastIsAdded) {
+  const Placed deeper(CAR + "#80=SPECIFIED_HIGHER_USAGE_OCCURRENCE('','','',#10,#30,$,#60,#70);\n");
+  EXPECT_EQ(deeper.at(80), "0");
+  EXPECT_EQ(deeper.at(70), "0 1");
+  EXPECT_EQ(deeper.at(50), "2");
+}
+
+TEST(Placement, TheSameTwice) {
+  const Placed once(CAR);
+  const Placed again(CAR);
+  for (Index record = 0; record < once.file.instances.size(); ++record) {
+    const auto number = once.file.instances.number(record);
+    EXPECT_EQ(once.at(number), again.at(number));
+  }
+}
+
+}  // namespace
+}  // namespace Kessel::test
