@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "exchange/reader.h"
+#include "findings/refusals.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
@@ -15,7 +16,7 @@
 #include "output/renumbered_text.h"
 #include "output/shared_lists.h"
 #include "output/text_files.h"
-#include "findings/refusals.h"
+#include "reader/text.h"
 #include "writer/frame.h"
 
 namespace Kessel {
@@ -56,9 +57,14 @@ class SplitWriter final : public Exchange::Listener {
   }
 
   void record(const Exchange::Record& record) override {
-    const Index index = next(record.number, record.mentions.size());
+    const Index index = next_++;
+    if (index >= instances_.size()) throw InputError(input_changed(record.offset));
     const std::span<const Stand> stands = stands_.of(index);
     const MentioningText body{record.body, record.mentions, instances_.references(index)};
+    if (instances_.number(index) != record.number ||
+        body.references.size() != record.mentions.size()) {
+      throw InputError(input_changed(record.offset));
+    }
     if (stands.size() == 1) {
       write_single(record, body, index, stands.front().file());
     } else {
@@ -110,15 +116,6 @@ class SplitWriter final : public Exchange::Listener {
     std::size_t data_section = 0;
   };
 
-  Index next(std::uint64_t number, std::size_t mentions) {
-    const Index index = next_++;
-    if (index >= instances_.size() || instances_.number(index) != number ||
-        instances_.references(index).size() != mentions) {
-      throw InputError(input_changed(0));
-    }
-    return index;
-  }
-
   std::size_t last_section() const { return sections_.size() - 1; }
   std::size_t data_section() const { return std::min(data_sections_ - 1, last_section()); }
 
@@ -156,7 +153,7 @@ class SplitWriter final : public Exchange::Listener {
         body.mentions, body.references};
     files_.write(file, renumbering_room(rest) + 32, [&](char* out) {
       *out++ = '#';
-      out = write_decimal(numbers_.of_single(index), out);
+      out = write_number(out, numbers_.of_single(index));
       out = renumbered(rest, numbers_, file, out);
       *out++ = ';';
       *out++ = '\n';

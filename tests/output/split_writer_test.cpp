@@ -156,7 +156,7 @@ class SplitWriting : public testing::TestWithParam<AssemblySource> {};
 TEST_P(SplitWriting, EachFileHasItsRecordsAsTheyAreInTheInput) {
   const ScratchFolder folder;
   const fs::path path = file_of(GetParam(), folder);
-  if (path.empty()) GTEST_SKIP() << "no such sample";
+  if (path.empty()) GTEST_SKIP() << why_no_sample();
   for (const AssemblyStyle style : {AssemblyStyle::lean, AssemblyStyle::nested}) {
     std::ifstream in(path, std::ios::binary);
     Instances instances;
