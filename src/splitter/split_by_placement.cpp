@@ -96,11 +96,15 @@ Finding finding_for(std::istream& in, const Instances& instances, const Placemen
   return finding;
 }
 
-void require_products(const Products& products, std::vector<Finding>& warnings) {
+void require_products(const Products& products, const Placement& placement,
+                      std::vector<Finding>& warnings) {
   if (products.products.empty()) {
     warnings.push_back(make_finding(FindingKind::no_part, "The file holds no product."));
   } else if (products.products.size() == 1) {
     warnings.push_back(make_finding(FindingKind::one_part, "The file holds one product only."));
+  } else if (placement.files.size() < 2) {
+    warnings.push_back(make_finding(FindingKind::one_part,
+                                    "The file holds one product only, and what it is made of."));
   }
 }
 
@@ -164,7 +168,7 @@ class PlacedSplit {
     for (const PlacementWarning& warning : placement_.warnings) {
       warnings_.push_back(finding_for(in_, instances_, warning));
     }
-    require_products(products_, warnings_);
+    require_products(products_, placement_, warnings_);
     set_lines(in_, warnings_);
     for (const Finding& finding : warnings_) options_.warning(finding);
   }
