@@ -140,7 +140,7 @@ class Rewriter {
 std::optional<TextReference> first_reference(std::string_view text) {
   const char* const end = text.data() + text.size();
   const char* begin = text.data();
-  if (!text.starts_with('#')) begin = find_reference(begin, end);  // Nearly every record does.
+  if (begin == end || *begin != '#') begin = find_reference(begin, end);  // Nearly never.
   if (begin == nullptr) return std::nullopt;
   const char* p = ++begin;
   const std::uint32_t number = read_number(p, end);
@@ -157,10 +157,8 @@ void find_references(std::string_view text, std::vector<TextReference>& found) {
 
 void find_references(const Exchange::Record& record, std::vector<TextReference>& found) {
   found.clear();
-  const char* own = record.text.data() + 1;
-  const char* own_end = own;
-  const std::uint32_t number = read_number(own_end, record.text.data() + record.text.size());
-  found.push_back(reference_at(record.text, number, own, own_end));
+  found.push_back(reference_at(record.text, static_cast<std::uint32_t>(record.number),
+                               record.text.data() + 1, record.behind_number));
   for (const Exchange::Mention& other : record.mentions) {
     if (other.number == 0 || other.number > UINT32_MAX) continue;
     found.push_back(reference_at(record.text, static_cast<std::uint32_t>(other.number), other.begin,
@@ -184,6 +182,22 @@ char* rewrite_record(std::string_view record, const std::vector<TextReference>& 
   Rewriter rewriter(record, slots, part, out);
   rewriter.put_number(references.front(), own_number);
   for (const TextReference& other : std::span(references).subspan(1)) rewriter.put_reference(other);
+  return rewriter.finish();
+}
+
+std::size_t rewriting_room(const Exchange::Record& record) {
+  return record.text.size() + (1 + record.mentions.size()) * NUMBER_ROOM + CHUNK;
+}
+
+char* rewrite_record(const Exchange::Record& record, std::uint32_t own_number, Slots slots,
+                     Part* part, char* out) {
+  const std::string_view text = record.text;
+  Rewriter rewriter(text, slots, part, out);
+  rewriter.put_number(reference_at(text, 0, text.data() + 1, record.behind_number), own_number);
+  for (const Exchange::Mention& other : record.mentions) {
+    rewriter.put_reference(
+        reference_at(text, static_cast<std::uint32_t>(other.number), other.begin, other.end));
+  }
   return rewriter.finish();
 }
 
