@@ -12,6 +12,7 @@
 
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/join.h"
 #include "kessel/splitter.h"
 #include "kessel/summary.h"
 #include "plain_data.h"
@@ -93,12 +94,25 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
   return diff_dict(difference, a.string(), b.string());
 }
 
+py::dict join(const fs::path& root, const fs::path& out, bool replace, bool follow_outside,
+              const py::object& progress) {
+  require_function(progress);
+  Kessel::JoinOptions options;
+  options.replace = replace;
+  options.follow_outside = follow_outside;
+  options.progress = progress_for(progress);
+  Kessel::Joined joined;
+  run_alone(root, [&] { joined = Kessel::join(root, out, options); });
+  return join_dict(joined, root.string(), out.string());
+}
+
 }  // namespace
 
 }  // namespace Velkstep
 
 PYBIND11_MODULE(_velkstep, module) {
   module.def("diff", &Velkstep::diff);
+  module.def("join", &Velkstep::join);
   module.def("split", &Velkstep::split);
   module.def("tree", &Velkstep::tree);
   module.def("info", &Velkstep::info);

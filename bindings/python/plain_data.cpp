@@ -124,7 +124,33 @@ py::dict product_dict(const Kessel::ProductDifference& product) {
                   "types"_a = list_of(product.types, type_dict));
 }
 
+py::dict input_dict(const Kessel::JoinedInput& input) {
+  return py::dict("file"_a = text(input.path.string()), "records"_a = input.records);
+}
+
+py::object line_or_none(const Kessel::Finding& finding, std::uint64_t number) {
+  return finding.line == 0 ? py::object(py::none()) : py::object(py::int_(number));
+}
+
+py::dict finding_dict(const Kessel::Finding& finding) {
+  return py::dict("kind"_a = text(std::string(Kessel::name_of(finding.kind))),
+                  "severity"_a = finding.severity == Kessel::Severity::error ? "error" : "warning",
+                  "sentence"_a = text(finding.sentence),
+                  "offset"_a = line_or_none(finding, finding.offset),
+                  "line"_a = line_or_none(finding, finding.line),
+                  "instance"_a = number_or_none(finding.instance), "count"_a = finding.count,
+                  "file"_a = text(finding.file));
+}
+
 }  // namespace
+
+py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
+                   const std::string& output) {
+  return py::dict("format"_a = FORMAT, "input"_a = text(root), "output"_a = text(output),
+                  "records"_a = joined.records, "bytes"_a = joined.bytes,
+                  "inputs"_a = list_of(joined.inputs, input_dict),
+                  "findings"_a = list_of(joined.warnings, finding_dict));
+}
 
 py::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
                    const std::string& b) {

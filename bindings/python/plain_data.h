@@ -7,6 +7,7 @@
 
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/join.h"
 #include "kessel/summary.h"
 
 namespace Velkstep {
@@ -17,6 +18,10 @@ pybind11::dict tree_dict(const Kessel::Assembly& assembly, const std::string& in
 /// What differs between `a` and `b`. Needs the interpreter's lock.
 pybind11::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
                          const std::string& b);
+
+/// What was joined into `output` from `root` on. Needs the interpreter's lock.
+pybind11::dict join_dict(const Kessel::Joined& joined, const std::string& root,
+                         const std::string& output);
 
 /// Header and counts of `input`. Needs the interpreter's lock.
 pybind11::dict info_dict(const Kessel::Summary& summary, const std::string& input);

@@ -92,6 +92,13 @@ KESSEL_EXPORT kessel_result* kessel_split(const char* in, const char* outdir,
 KESSEL_EXPORT kessel_result* kessel_diff(const char* a, const char* b,
                                          const struct kessel_options* options);
 
+/* Joins the exchange file `root` and those that it refers to into the file `out`, as Kessel::join
+   does (kessel/join.h), which must not be there. Of the options the memory limit and the progress
+   function matter. Prints nothing. Returns a result as kessel_split does; its only file is `out`.
+ */
+KESSEL_EXPORT kessel_result* kessel_join(const char* root, const char* out,
+                                         const struct kessel_options* options);
+
 /* 1 where kessel_diff found that the files say the same, else 0; 0 for null, for every status but
    KESSEL_DONE, and for the result of a split. */
 KESSEL_EXPORT int kessel_is_same(const kessel_result* result);

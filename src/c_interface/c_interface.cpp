@@ -15,6 +15,7 @@
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
+#include "kessel/join.h"
 #include "kessel/kessel.h"
 #include "kessel/options.h"
 #include "kessel/splitter.h"
@@ -108,6 +109,19 @@ void compare(kessel_result& result, const char* a, const char* b, const kessel_o
   result.is_same = diff(path_a, path_b, to_options(known_options(options))).is_same;
 }
 
+void join_into(kessel_result& result, const char* root, const char* out,
+               const kessel_options* options) {
+  const std::filesystem::path input = path_of(root, "The path of the input is missing.");
+  const std::filesystem::path output = path_of(out, "The path of the output is missing.");
+  const Options choices = to_options(known_options(options));
+  JoinOptions join_options;
+  join_options.memory_limit = choices.memory_limit;
+  join_options.progress = choices.progress;
+  std::vector<std::string> files = {fspath_to_utf8(output)};
+  join(input, output, join_options);
+  result.files = std::move(files);
+}
+
 /// Notes how a split ended. Needs no memory that might be missing.
 void end(kessel_result& result, kessel_status status, const char* error) noexcept {
   try {
@@ -174,6 +188,12 @@ kessel_result* kessel_split(const char* in, const char* outdir, const kessel_opt
 kessel_result* kessel_diff(const char* a, const char* b, const kessel_options* options) {
   return Kessel::guarded("The comparison was cancelled.",
                          [&](kessel_result& result) { Kessel::compare(result, a, b, options); });
+}
+
+kessel_result* kessel_join(const char* root, const char* out, const kessel_options* options) {
+  return Kessel::guarded("The joining was cancelled.", [&](kessel_result& result) {
+    Kessel::join_into(result, root, out, options);
+  });
 }
 
 int kessel_is_same(const kessel_result* result) {

@@ -53,7 +53,7 @@ class BufferedText {
 class SecondReading final : public Exchange::Listener {
  public:
   SecondReading(const FileSet& files, std::size_t file, const Records& records,
-                const SharedLists& lists, Numbering& numbering, BufferedText& out,
+                const JoinedLists& lists, Numbering& numbering, BufferedText& out,
                 const std::function<void(std::uint64_t)>& progress)
       : file_(files[file]),
         position_(file),
@@ -108,7 +108,7 @@ class SecondReading final : public Exchange::Listener {
   const JoinedFile& file_;
   const std::size_t position_;
   const Records& records_;
-  const SharedLists& lists_;
+  const JoinedLists& lists_;
   Numbering& numbering_;
   BufferedText& out_;
   const std::function<void(std::uint64_t)>& progress_;
@@ -120,7 +120,7 @@ class SecondReading final : public Exchange::Listener {
 /// Writes the joined file part by part.
 class JoinedWriter {
  public:
-  JoinedWriter(const FileSet& files, const Records& records, const SharedLists& lists,
+  JoinedWriter(const FileSet& files, const Records& records, const JoinedLists& lists,
                Numbering& numbering, std::ostream& out)
       : files_(files), records_(records), lists_(lists), numbering_(numbering), out_(out) {}
 
@@ -198,14 +198,14 @@ class JoinedWriter {
 
   const FileSet& files_;
   const Records& records_;
-  const SharedLists& lists_;
+  const JoinedLists& lists_;
   Numbering& numbering_;
   BufferedText out_;
 };
 
 }  // namespace
 
-void write_joined(const FileSet& files, const Records& records, const SharedLists& lists,
+void write_joined(const FileSet& files, const Records& records, const JoinedLists& lists,
                   Numbering& numbering, const std::string& name, std::ostream& out,
                   const std::function<void(std::uint64_t)>& progress) {
   try {

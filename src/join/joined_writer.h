@@ -14,7 +14,7 @@ namespace Kessel {
 /// references of all files, and what is written of their records. `progress` is told how many
 /// bytes of all files were read. Throws InputError where a file was changed or cannot be read.
 /// Looks for no errors of `out` but to stop when there is one.
-void write_joined(const FileSet& files, const Records& records, const SharedLists& lists,
+void write_joined(const FileSet& files, const Records& records, const JoinedLists& lists,
                   Numbering& numbering, const std::string& name, std::ostream& out,
                   const std::function<void(std::uint64_t)>& progress);
 

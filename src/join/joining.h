@@ -9,7 +9,7 @@
 #include "join/numbering.h"
 #include "join/records.h"
 #include "join/residue.h"
-#include "join/shared_lists.h"
+#include "join/joined_lists.h"
 
 namespace Kessel {
 
@@ -42,7 +42,7 @@ class Joining {
   FileSet files_;
   Records records_;
   Documents documents_;
-  SharedLists lists_;
+  JoinedLists lists_;
   Numbering numbering_;
 };
 

@@ -11,7 +11,7 @@ namespace {
 
 class Residue {
  public:
-  Residue(const FileSet& files, const SharedLists& lists, Records& records)
+  Residue(const FileSet& files, const JoinedLists& lists, Records& records)
       : files_(files), lists_(lists), records_(records) {}
 
   void remove(const Documents& documents) {
@@ -141,13 +141,13 @@ class Residue {
   }
 
   const FileSet& files_;
-  const SharedLists& lists_;
+  const JoinedLists& lists_;
   Records& records_;
 };
 
 }  // namespace
 
-void remove_residue(const FileSet& files, const Documents& documents, const SharedLists& lists,
+void remove_residue(const FileSet& files, const Documents& documents, const JoinedLists& lists,
                     Records& records) {
   Residue(files, lists, records).remove(documents);
 }

@@ -3,7 +3,7 @@
 
 #include "join/by_structure.h"
 #include "join/records.h"
-#include "join/shared_lists.h"
+#include "join/joined_lists.h"
 
 namespace Kessel {
 
@@ -12,7 +12,7 @@ namespace Kessel {
 /// - what only these, or records that stand for others, needed;
 /// - what a split made, unless something written refers to it.
 /// So no reference of what is written leads to what is not.
-void remove_residue(const FileSet& files, const Documents& documents, const SharedLists& lists,
+void remove_residue(const FileSet& files, const Documents& documents, const JoinedLists& lists,
                     Records& records);
 
 }  // namespace Kessel

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <type_traits>
+
+#include "reader/text.h"
 
 namespace Kessel {
 
@@ -15,16 +18,24 @@ std::uint64_t missing_number(std::uint64_t number, std::uint32_t last) {
   return number == 0 || number > last ? number : number + last;
 }
 
-/// Pieces between references are short, and copies of a fixed size take no call: copies a block
-/// where both sides have room for it.
-constexpr std::size_t BLOCK = 32;
-
-inline char* copy(const char* from, const char* to, const char* readable_end, char* out) {
+/// Fast path for pieces between references, which are short: two copies of a fixed size, which
+/// overlap and take no call.
+inline char* copy(const char* from, const char* to, char* out) {
   const auto size = static_cast<std::size_t>(to - from);
-  if (size <= BLOCK && readable_end - from >= static_cast<std::ptrdiff_t>(BLOCK)) {
-    std::memcpy(out, from, BLOCK);
-  } else {
+  const auto copy_twice = [&](auto width) {
+    std::memcpy(out, from, width);
+    std::memcpy(out + size - width, to - width, width);
+  };
+  if (size > 32) {
     std::memcpy(out, from, size);
+  } else if (size >= 16) {
+    copy_twice(std::integral_constant<std::size_t, 16>());
+  } else if (size >= 8) {
+    copy_twice(std::integral_constant<std::size_t, 8>());
+  } else if (size >= 4) {
+    copy_twice(std::integral_constant<std::size_t, 4>());
+  } else {
+    for (std::size_t i = 0; i < size; ++i) out[i] = from[i];
   }
   return out + size;
 }
@@ -44,11 +55,7 @@ MentioningText MentioningText::cut(std::string_view part) const {
 }
 
 std::size_t renumbering_room(const MentioningText& text) {
-  return text.text.size() + text.mentions.size() * MOST_DIGITS + BLOCK;
-}
-
-char* write_decimal(std::uint64_t number, char* out) {
-  return std::to_chars(out, out + MOST_DIGITS, number).ptr;
+  return text.text.size() + text.mentions.size() * MOST_DIGITS;
 }
 
 char* renumbered(const MentioningText& text, const FileNumbers& numbers, FileId file, char* out) {
@@ -56,19 +63,21 @@ char* renumbered(const MentioningText& text, const FileNumbers& numbers, FileId 
   const char* const end = from + text.text.size();
   for (std::size_t i = 0; i < text.mentions.size(); ++i) {
     const Exchange::Mention& mention = text.mentions[i];
-    out = copy(from, mention.begin, end, out);
+    out = copy(from, mention.begin, out);
     from = mention.end;
     const Index record = text.references[i].record();
     const std::uint32_t number = record == NO_RECORD ? 0 : numbers.of(record, file);
     if (number != 0) {
-      out = write_decimal(number, out);
+      out = write_number(out, number);
     } else if (mention.number == 0) {
-      out = copy(mention.begin, mention.end, end, out);  // "#0", or more digits than any name has
+      out = copy(mention.begin, mention.end, out);  // "#0", or more digits than any name has
     } else {
-      out = write_decimal(missing_number(mention.number, numbers.last(file)), out);
+      out =
+          std::to_chars(out, out + MOST_DIGITS, missing_number(mention.number, numbers.last(file)))
+              .ptr;
     }
   }
-  return copy(from, end, end, out);
+  return copy(from, end, out);
 }
 
 }  // namespace Kessel

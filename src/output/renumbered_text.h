@@ -27,7 +27,4 @@ std::size_t renumbering_room(const MentioningText& text);
 /// number where no record of the file has it, else it gets one that none has. Returns the end.
 char* renumbered(const MentioningText& text, const FileNumbers& numbers, FileId file, char* out);
 
-/// Writes a number in decimal. Returns the end.
-char* write_decimal(std::uint64_t number, char* out);
-
 }  // namespace Kessel

@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "exchange/reader.h"
+#include "findings/refusals.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
@@ -15,7 +16,7 @@
 #include "output/renumbered_text.h"
 #include "output/shared_lists.h"
 #include "output/text_files.h"
-#include "findings/refusals.h"
+#include "reader/text.h"
 #include "writer/frame.h"
 
 namespace Kessel {
@@ -56,9 +57,14 @@ class SplitWriter final : public Exchange::Listener {
   }
 
   void record(const Exchange::Record& record) override {
-    const Index index = next(record.number, record.mentions.size());
+    const Index index = next_++;
+    if (index >= instances_.size()) throw InputError(input_changed(record.offset));
     const std::span<const Stand> stands = stands_.of(index);
     const MentioningText body{record.body, record.mentions, instances_.references(index)};
+    if (instances_.number(index) != record.number ||
+        body.references.size() != record.mentions.size()) {
+      throw InputError(input_changed(record.offset));
+    }
     if (stands.size() == 1) {
       write_single(record, body, index, stands.front().file());
     } else {
@@ -110,15 +116,6 @@ class SplitWriter final : public Exchange::Listener {
     std::size_t data_section = 0;
   };
 
-  Index next(std::uint64_t number, std::size_t mentions) {
-    const Index index = next_++;
-    if (index >= instances_.size() || instances_.number(index) != number ||
-        instances_.references(index).size() != mentions) {
-      throw InputError(input_changed(0));
-    }
-    return index;
-  }
-
   std::size_t last_section() const { return sections_.size() - 1; }
   std::size_t data_section() const { return std::min(data_sections_ - 1, last_section()); }
 
@@ -150,13 +147,21 @@ class SplitWriter final : public Exchange::Listener {
   void write_single(const Exchange::Record& record, const MentioningText& body, Index index,
                     FileId file) {
     open_section(file, section_, data_section());
+    write_whole(record, body, {}, numbers_.of_single(index), file);
+  }
+
+  /// Writes the record with its text, `mark` in front.
+  void write_whole(const Exchange::Record& record, const MentioningText& body,
+                   std::string_view mark, std::uint32_t number, FileId file) {
     const char* const behind_number = number_end(record.text);
     const MentioningText rest{
         record.text.substr(static_cast<std::size_t>(behind_number - record.text.data())),
         body.mentions, body.references};
-    files_.write(file, renumbering_room(rest) + 32, [&](char* out) {
+    constexpr std::size_t FRAME = 32;  // "#", the number, and ";" with a line feed
+    files_.write(file, mark.size() + renumbering_room(rest) + FRAME, [&](char* out) {
+      out = std::copy(mark.begin(), mark.end(), out);
       *out++ = '#';
-      out = write_decimal(numbers_.of_single(index), out);
+      out = write_number(out, number);
       out = renumbered(rest, numbers_, file, out);
       *out++ = ';';
       *out++ = '\n';
@@ -176,24 +181,23 @@ class SplitWriter final : public Exchange::Listener {
     const bool collects = instances_.types().collects(instances_.type(index));
     std::optional<SharedLists> lists;
     if (collects) lists.emplace(body, instances_, split_.placement, index);
-    const char* const behind_number = number_end(record.text);
-    const std::string_view equals(behind_number,
-                                  static_cast<std::size_t>(record.body.data() - behind_number));
     const std::string number = std::to_string(record.number);
+    const std::string mark = stands.size() > 1 ? "/*" + number + "*/" : "";
     for (const Stand stand : stands) {
       const FileId file = stand.file();
       open_section(file, section_, data_section());
-      std::string text;
+      const std::uint32_t in_file = numbers_.of(index, file);
       if (stand.role() == Role::stand_in || documents_[file].contains(index)) {
-        text = "/*~" + number + "*/#" + std::to_string(numbers_.of(index, file)) + "=" +
-               worded_anew(body, index, file);
+        files_.write(file, "/*~" + number + "*/#" + std::to_string(in_file) + "=" +
+                               worded_anew(body, index, file) + ";\n");
+      } else if (lists && lists->is_shortened(file)) {
+        const char* const behind_number = number_end(record.text);
+        const std::string equals(behind_number, record.body.data());
+        files_.write(file, mark + "#" + std::to_string(in_file) + equals +
+                               lists->body(numbers_, file) + ";\n");
       } else {
-        if (stands.size() > 1) text = "/*" + number + "*/";
-        text.append("#").append(std::to_string(numbers_.of(index, file))).append(equals);
-        text += lists && lists->is_shortened(file) ? lists->body(numbers_, file)
-                                                   : renumbered(body, numbers_, file);
+        write_whole(record, body, mark, in_file, file);
       }
-      files_.write(file, text + ";\n");
     }
   }
 

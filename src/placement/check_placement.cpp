@@ -87,6 +87,7 @@ class Check {
   void check_bodies() {
     std::unordered_map<Index, std::unordered_set<FileId>> homes;
     for (ProductId id = 0; id < products_.products.size(); ++id) add_homes(id, homes);
+    const std::unordered_set<Index> identities = below_definitions();
     const bool has_excuses =
         std::any_of(placement_.warnings.begin(), placement_.warnings.end(),
                     [](const PlacementWarning& warning) {
@@ -96,11 +97,30 @@ class Check {
       for (const FileId file : files) {
         if (!placement_.stands.has(body, file)) say(file, body, "is a body that is missing");
       }
-      if (has_excuses) continue;
+      if (has_excuses || identities.contains(body)) continue;
       for (const Stand stand : placement_.stands.of(body)) {
         if (!files.contains(stand.file())) say(stand.file(), body, "is another product's body");
       }
     }
+  }
+
+  /// What definitions lead to goes wherever they go; in sound files no body is among it.
+  std::unordered_set<Index> below_definitions() const {
+    std::vector<Index> open;
+    for (const Product& product : products_.products) {
+      open.push_back(product.definition);
+      open.insert(open.end(), product.shapes.begin(), product.shapes.end());
+    }
+    std::unordered_set<Index> seen(open.begin(), open.end());
+    while (!open.empty()) {
+      const Index record = open.back();
+      open.pop_back();
+      for (const Reference reference : instances_.references(record)) {
+        const Index other = reference.record();
+        if (other != NO_RECORD && seen.insert(other).second) open.push_back(other);
+      }
+    }
+    return seen;
   }
 
   bool is_solid(Index record) const {

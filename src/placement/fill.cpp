@@ -68,13 +68,25 @@ class OwnRecords {
     below_.begin(file);
     file_ = file;
     guests_ = &guests;
-    const auto& ids = placing_.placement.files[file].products;
+    const std::vector<ProductId> ids = with_mapped(placing_.placement.files[file].products);
     for (const ProductId id : ids) enter_definition(placing_.products.products[id]);
     for (const ProductId id : ids) enter_core(placing_.products.products[id]);
     follow(OWNED);
   }
 
  private:
+  /// And the products that these show by mapped items: they stand with both, since no reader knows
+  /// how to map what is in another file.
+  std::vector<ProductId> with_mapped(std::vector<ProductId> ids) const {
+    std::unordered_set<ProductId> seen(ids.begin(), ids.end());
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+      for (const MappedProduct& mapped : placing_.products.products[ids[i]].mapped) {
+        if (seen.insert(mapped.product).second) ids.push_back(mapped.product);
+      }
+    }
+    return ids;
+  }
+
   void own(Index record, unsigned traits) {
     placing_.classes.give(record, traits);
     if (placing_.stands.add(record, file_, Role::own)) open_.push_back(record);
@@ -191,15 +203,6 @@ void bring_definition(Placing& placing, const Product& product, FileId file) {
   for (const ShapeLink& link : product.links) placing.bring(link.link, file);
 }
 
-/// Products that are mapped without being used stand with their bodies.
-void bring_mapped(Placing& placing, FileId file) {
-  for (const ProductId id : placing.placement.files[file].products) {
-    for (const MappedProduct& mapped : placing.products.products[id].mapped) {
-      bring_definition(placing, placing.products.products[mapped.product], file);
-    }
-  }
-}
-
 void bring_components(Placing& placing, FileId file) {
   for (const ProductId id : placing.placement.files[file].links) {
     const Product& component = placing.products.products[id];
@@ -230,7 +233,6 @@ void fill_files(Placing& placing) {
       for (const Index record : found->second) placing.bring(record, file);
     }
     bring_components(placing, file);
-    bring_mapped(placing, file);
     for (const Index guest : guests[file]) placing.bring(guest, file);
     const std::vector<Index> made = std::move(placing.placeholders);
     placing.placeholders = {};

@@ -52,7 +52,7 @@ struct Product {
   /// other products' representations.
   bool has_bodies = false;
   /// What its representations show of other products' representations by mapped items, without a
-  /// usage that says so.
+  /// usage that says so. Such products have no components.
   std::vector<MappedProduct> mapped;
   /// Positions of the usages whose assembly it is, in the order of the file.
   std::vector<std::uint32_t> usages;

@@ -114,7 +114,7 @@ bool has_body(const Instances& instances, const Owners& owners, ProductId produc
   });
 }
 
-/// Enters what `product` shows by mapped items of products that it has no usage of.
+/// Enters what `product` shows by mapped items of parts that it has no usage of.
 void find_mapped(const Instances& instances, const Owners& owners, ProductId id,
                  Products& products) {
   Product& product = products.products[id];
@@ -130,6 +130,7 @@ void find_mapped(const Instances& instances, const Owners& owners, ProductId id,
         const Index mapped = mapped_from_another(instances, owners, id, item.record());
         const ProductId other = mapped == NO_RECORD ? NO_PRODUCT : owners.only(mapped);
         if (other == NO_PRODUCT || is_used(other)) continue;
+        if (!products.products[other].usages.empty()) continue;
         product.mapped.push_back({item.record(), other});
       }
     }

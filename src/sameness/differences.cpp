@@ -73,10 +73,14 @@ void append_uncovered(std::vector<Found>& found, Found::Kind kind, const std::ve
   }
 }
 
-void name_product(const ComparedFile& file, Index definition, ProductDifference& difference) {
-  const Product& product = file.products.products[file.products.find(definition)];
-  difference.id = product.id;
-  difference.name = product.name;
+/// The id and name of what `definition` defines. Returns false where that is no product of the
+/// file.
+bool name_product(const ComparedFile& file, Index definition, ProductDifference& difference) {
+  const ProductId id = file.products.find(definition);
+  if (id == NO_PRODUCT) return false;
+  difference.id = file.products.products[id].id;
+  difference.name = file.products.products[id].name;
+  return true;
 }
 
 class Report {
@@ -180,12 +184,14 @@ class Report {
     for (auto& [key, types] : products_) {
       ProductDifference product;
       const auto [in_a, in_b] = key;
+      bool is_named = false;
       if (in_a != NO_RECORD) {
-        name_product(a_.file, in_a, product);
+        is_named = name_product(a_.file, in_a, product);
         product.definition_in_a = a_.file.instances.number(in_a);
       }
       if (in_b != NO_RECORD) {
-        if (in_a == NO_RECORD) name_product(b_.file, in_b, product);
+        // A definition may correspond to a record that defines no product.
+        if (!is_named) name_product(b_.file, in_b, product);
         product.definition_in_b = b_.file.instances.number(in_b);
       }
       for (auto& [name, type] : types) {

@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <vector>
 
-#include "model/store.h"
 #include "kessel/options.h"
 #include "kessel/splitter.h"
+#include "model/store.h"
 
 namespace Kessel {
 

@@ -17,10 +17,10 @@
 #include "kessel/errors.h"
 #include "output/split_writer.h"
 #include "placement/placement.h"
-#include "products/file_names.h"
 #include "products/products.h"
 #include "splitter/fresh_files.h"
 #include "splitter/input_stamp.h"
+#include "splitter/placed_names.h"
 #include "splitter/root_list.h"
 
 namespace Kessel {
@@ -34,20 +34,23 @@ class TextHash {
  public:
   void add(std::string_view text) {
     const char* at = text.data();
-    std::size_t left = text.size();
-    for (; left >= sizeof(std::uint64_t); left -= sizeof(std::uint64_t)) {
-      std::uint64_t word = 0;
-      std::memcpy(&word, at, sizeof word);
-      mix(word);
-      at += sizeof word;
+    const char* const end = at + text.size();
+    for (; end - at >= 8; at += 8) mix(word_at(at));
+    if (text.size() >= 8) {
+      mix(word_at(end - 8));  // Some bytes twice, in one step.
+    } else {
+      for (; at != end; ++at) mix(static_cast<unsigned char>(*at));
     }
-    std::uint64_t last = text.size() << 56;
-    for (; left > 0; --left) last ^= std::uint64_t{static_cast<unsigned char>(*at++)} << (8 * left);
-    mix(last);
+    mix(text.size());
   }
   std::uint64_t value() const { return state_ ^ (state_ >> 29); }
 
  private:
+  static std::uint64_t word_at(const char* at) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+  }
   void mix(std::uint64_t word) {
     state_ = (state_ ^ word) * 0x9E37'79B9'7F4A'7C15;
     state_ ^= state_ >> 32;
@@ -75,17 +78,18 @@ Finding finding_for(std::istream& in, const Instances& instances, const Placemen
   const std::uint64_t number = instances.number(warning.record);
   const std::string name = "#" + std::to_string(number);
   const std::uint64_t offset = read_again(in, instances, warning.record).offset;
+  const auto instance = static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
   Finding finding;
   if (warning.kind == PlacementWarning::Kind::closes_circle) {
     finding = make_finding(FindingKind::usage_cycle,
                            "The component of the usage " + name +
                                " leads back to its assembly; the usage stands in the root's file.",
-                           offset, 0, number);
+                           offset, 0, instance);
   } else {
     finding = make_finding(
         FindingKind::foreign_shape,
         "The record " + name + " needs parts of other products' shapes, which stand with it.",
-        offset, 0, number);
+        offset, 0, instance);
   }
   finding.severity = Severity::warning;
   return finding;
@@ -100,7 +104,7 @@ void require_products(const Products& products, std::vector<Finding>& warnings) 
 }
 
 /// Leaves the name of the root's file to the host, in the working directory.
-void list_root(const std::string& name) {
+void write_root_list(const std::string& name) {
   errno = 0;
   std::ofstream list(ROOT_LIST);
   list << name << '\n';
@@ -131,12 +135,10 @@ class PlacedSplit {
     placement_ = place_records(instances_, products_, options_.assemblies);
     warn();
     if (placement_.files.size() < 2) return {};
-    std::vector<ProductId> tops;
-    for (const PlacedFile& file : placement_.files) tops.push_back(file.top);
-    names_ = file_names(instances_, products_, tops, options_.names);
+    names_ = placed_names(instances_, products_, placement_, options_.names);
     for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
     require_fresh_root_list(path_);
-    list_root(fspath_to_utf8(names_.front()));
+    write_root_list(fspath_to_utf8(names_.front()));
     std::vector<WrittenFile> files = write();
     if (InputStamp(path_) != before) throw InputError(input_changed(0));
     return files;
@@ -167,9 +169,8 @@ class PlacedSplit {
     create_folder(outdir_);
     SplitToWrite split{instances_, products_, placement_, id_, {}, {}};
     for (const fs::path& name : names_) {
-      const fs::path path = outdir_ / name;
-      split.paths.push_back(path);
-      split.names.push_back(fspath_to_utf8(options_.folder_in_headers ? path : name));
+      split.paths.push_back(outdir_ / name);
+      split.names.push_back(fspath_to_utf8(options_.folder_in_headers ? split.paths.back() : name));
     }
     const std::vector<FileFigures> figures = write_split(in_, split, options_);
     std::vector<WrittenFile> files;
@@ -183,9 +184,11 @@ class PlacedSplit {
   }
 
   /// The number of the definition that the file is named after.
-  std::uint64_t record_of(FileId file) const {
+  std::uint32_t record_of(FileId file) const {
     const ProductId top = placement_.files[file].top;
-    return top == NO_PRODUCT ? 0 : instances_.number(products_.products[top].definition);
+    if (top == NO_PRODUCT) return 0;
+    const std::uint64_t number = instances_.number(products_.products[top].definition);
+    return static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
   }
 
   const fs::path& path_;

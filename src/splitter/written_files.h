@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <vector>
 
-#include "model/store.h"
 #include "kessel/splitter.h"
+#include "model/store.h"
 
 namespace Kessel {
 

@@ -35,7 +35,8 @@ std::string what_changed(const ChangedRecord& changed) {
   const ChangedParameter& first = changed.parameters.front();
   const std::string where = "parameter " + std::to_string(first.place) + " of " + first.keyword;
   if (first.in_a == first.in_b) return where + " leads to another record";
-  return where + " is " + shown_parameter(first.in_b) + " in place of " + shown_parameter(first.in_a);
+  return where + " is " + shown_parameter(first.in_b) + " in place of " +
+         shown_parameter(first.in_a);
 }
 
 class DifferenceReport {

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "exchange/reader.h"
+#include "findings/finding_kinds.h"
 #include "instances/loader.h"
 #include "join/external_references.h"
 #include "kessel/errors.h"
-#include "findings/finding_kinds.h"
 #include "products/products.h"
 
 namespace Kessel {

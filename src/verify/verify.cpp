@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
 #include "instances/places.h"
 #include "join/fresh_file.h"
@@ -18,7 +19,6 @@
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "findings/finding_kinds.h"
 #include "verify/differences.h"
 #include "verify/split_folder.h"
 #include "verify/stand_ins.h"

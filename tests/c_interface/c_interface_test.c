@@ -300,6 +300,14 @@ static int cancel(void* context, enum kessel_stage stage, uint64_t done, uint64_
   return stage == KESSEL_SORTING;
 }
 
+static int cancel_at_once(void* context, enum kessel_stage stage, uint64_t done, uint64_t total) {
+  (void)context;
+  (void)stage;
+  (void)done;
+  (void)total;
+  return 1;
+}
+
 static void comparing(void) {
   struct kessel_options options;
   write_file("other.stp", "#1=A();\n");
@@ -314,6 +322,36 @@ static void comparing(void) {
   EXPECT(compared(ASSEMBLY, ASSEMBLY, &options, KESSEL_CANCELLED,
                   "The comparison was cancelled.") == 0);
   EXPECT(kessel_is_same(NULL) == 0);
+}
+
+/* Joins into "one.stp" and expects how that ended, and which files there are. */
+static void expect_joined(const char* root, const struct kessel_options* options,
+                          enum kessel_status status, const char* error, size_t files) {
+  kessel_result* result = kessel_join(root, "one.stp", options);
+  EXPECT(kessel_status_of(result) == status);
+  EXPECT_TEXT(kessel_error_of(result), error);
+  EXPECT(kessel_file_count(result) == files);
+  EXPECT(kessel_is_same(result) == 0);
+  if (files == 1) EXPECT_TEXT(kessel_file(result, 0), "one.stp");
+  kessel_free(result);
+}
+
+static void joining(void) {
+  struct kessel_options options;
+  write_file("alone.stp", "#7=A();\n");
+  write_file("root.stp",
+             "#1=PRODUCT_DEFINITION('','',$,$);\n#2=DOCUMENT_FILE('part.stp','','',$,'',$);\n"
+             "#3=APPLIED_DOCUMENT_REFERENCE(#2,'',(#1));\n");
+  kessel_default_options(&options, sizeof options);
+  options.progress = cancel_at_once;
+  expect_joined("alone.stp", &options, KESSEL_CANCELLED, "The joining was cancelled.", 0);
+  expect_joined("root.stp", NULL, KESSEL_INPUT_ERROR,
+                "Files that are referred to are missing: \"part.stp\".", 0);
+  expect_joined(NULL, NULL, KESSEL_BAD_ARGUMENT, "The path of the input is missing.", 0);
+  expect_joined("alone.stp", NULL, KESSEL_DONE, "", 1);
+  expect_joined("alone.stp", NULL, KESSEL_OUTPUT_ERROR, "one.stp: cannot be written: File exists",
+                0);
+  EXPECT(compared("alone.stp", "one.stp", NULL, KESSEL_DONE, "") == 1);
 }
 
 static void null_arguments(void) {
@@ -343,6 +381,7 @@ static const struct {
     {"output_errors", output_errors},
     {"progress", progress},
     {"cancelling", cancelling},
+    {"joining", joining},
     {"older_options", older_options},
     {"newer_options", newer_options},
     {"comparing", comparing},

@@ -9,9 +9,9 @@
 #include "interop/assemblies.h"
 #include "interop/kernel_reader.h"
 #include "kessel/splitter.h"
+#include "splitter/placed_names.h"
 #include "support/scratch_folder.h"
 #include "support/split_run.h"
-#include "products/file_names.h"
 
 namespace Kessel::test {
 namespace {
@@ -21,9 +21,7 @@ namespace fs = std::filesystem;
 /// Splits `in` into the folder "out" of `folder` and returns the files, the root's first.
 std::vector<fs::path> split(const fs::path& in, const Options& options,
                             const ScratchFolder& folder) {
-  std::vector<fs::path> files = split_paths(in, folder / "out", options);
-  Part::free_statics();
-  return files;
+  return split_paths(in, folder / "out", options);
 }
 
 auto name_of_case = [](const auto& test) { return test_name(test.param); };
@@ -61,10 +59,10 @@ std::vector<fs::path> sub_assembly_names(const fs::path& in) {
   load_instances(file, instances);
   const Products products = find_products(instances);
   const Placement placement = place_records(instances, products, AssemblyStyle::nested);
-  const auto all = file_names(instances, products, placement, NameStyle::record);
+  const auto all = placed_names(instances, products, placement, NameStyle::record);
   std::vector<fs::path> names;
   for (FileId id = 1; id < placement.files.size(); ++id) {
-    if (!placement.files[id].links.empty()) names.emplace_back(all[id]);
+    if (!placement.files[id].links.empty()) names.push_back(all[id]);
   }
   return names;
 }
@@ -95,8 +93,8 @@ TEST_P(NestedSplit, FilesOfSubAssembliesOpenAsTheyAreInTheOriginal) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Assemblies, LeanSplit, testing::ValuesIn(all_assemblies()), name_of_case);
-INSTANTIATE_TEST_SUITE_P(Assemblies, NestedSplit, testing::ValuesIn(all_assemblies()),
+INSTANTIATE_TEST_SUITE_P(Assemblies, LeanSplit, testing::ValuesIn(every_assembly()), name_of_case);
+INSTANTIATE_TEST_SUITE_P(Assemblies, NestedSplit, testing::ValuesIn(every_assembly()),
                          name_of_case);
 
 class ClassicSplit : public testing::TestWithParam<AssemblySource> {};

@@ -156,7 +156,7 @@ class SplitWriting : public testing::TestWithParam<AssemblySource> {};
 TEST_P(SplitWriting, EachFileHasItsRecordsAsTheyAreInTheInput) {
   const ScratchFolder folder;
   const fs::path path = file_of(GetParam(), folder);
-  if (path.empty()) GTEST_SKIP() << "no such sample";
+  if (path.empty()) GTEST_SKIP() << why_no_sample();
   for (const AssemblyStyle style : {AssemblyStyle::lean, AssemblyStyle::nested}) {
     std::ifstream in(path, std::ios::binary);
     Instances instances;
@@ -169,7 +169,7 @@ TEST_P(SplitWriting, EachFileHasItsRecordsAsTheyAreInTheInput) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Assemblies, SplitWriting, testing::ValuesIn(all_assemblies()),
+INSTANTIATE_TEST_SUITE_P(Assemblies, SplitWriting, testing::ValuesIn(every_assembly()),
                          [](const auto& test) { return test_name(test.param); });
 
 std::string written(const std::string& text, const ScratchFolder& folder, FileId wanted) {

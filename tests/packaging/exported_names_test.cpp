@@ -66,6 +66,7 @@ const std::set<std::string> INTERFACE = {
     "kessel_file_count",
     "kessel_free",
     "kessel_is_same",
+    "kessel_join",
     "kessel_split",
     "kessel_status_of",
 #endif

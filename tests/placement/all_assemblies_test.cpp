@@ -16,7 +16,7 @@ class PlacementOf : public testing::TestWithParam<AssemblySource> {};
 TEST_P(PlacementOf, HoldsInBothStyles) {
   const ScratchFolder folder;
   const std::filesystem::path path = file_of(GetParam(), folder);
-  if (path.empty()) GTEST_SKIP() << "no such sample";
+  if (path.empty()) GTEST_SKIP() << why_no_sample();
   std::ifstream in(path, std::ios::binary);
   Instances instances;
   load_instances(in, instances);
@@ -28,7 +28,7 @@ TEST_P(PlacementOf, HoldsInBothStyles) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Assemblies, PlacementOf, testing::ValuesIn(all_assemblies()),
+INSTANTIATE_TEST_SUITE_P(Assemblies, PlacementOf, testing::ValuesIn(every_assembly()),
                          [](const auto& test) { return test_name(test.param); });
 
 }  // namespace

@@ -97,3 +97,21 @@ def test_diff_names_the_file_that_cannot_be_read(assembly):
     with pytest.raises(velkstep.InputError) as caught:
         velkstep.diff(assembly, "missing.step")
     assert str(caught.value.path) == "missing.step"
+
+
+def test_join_of_one_file_says_the_same(assembly, tmp_path):
+    out = tmp_path / "one.step"
+    joined = velkstep.join(assembly, out)
+    assert joined["input"] == str(assembly) and joined["output"] == str(out)
+    assert joined["bytes"] == out.stat().st_size
+    assert [entry["records"] for entry in joined["inputs"]] == [joined["records"]]
+    assert joined["findings"] == []
+    assert velkstep.diff(assembly, out)["same"]
+
+
+def test_join_names_missing_files_and_replaces_only_on_request(write, tmp_path):
+    root = write("root.stp", LONE_PART)
+    out = write("out.stp", "precious")
+    with pytest.raises(velkstep.OutputError):
+        velkstep.join(root, out)
+    assert velkstep.join(root, out, replace=True)["inputs"][0]["file"] == str(root)

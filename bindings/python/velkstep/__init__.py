@@ -13,9 +13,9 @@ from typing import Callable, Literal, Optional, Union
 
 from . import _velkstep
 from .errors import InputError, OutputError
-from .shapes import Difference, Info, Tree
+from .shapes import Difference, Info, Joined, Tree
 
-__all__ = ["InputError", "OutputError", "diff", "info", "split", "tree"]
+__all__ = ["InputError", "OutputError", "diff", "info", "join", "split", "tree"]
 
 StrPath = Union[str, "os.PathLike[str]"]
 Assemblies = Literal["classic", "lean", "nested"]
@@ -64,6 +64,25 @@ def info(input: StrPath) -> Info:
     Raises InputError and MemoryError.
     """
     return _velkstep.info(input)
+
+
+def join(
+    root: StrPath,
+    out: StrPath,
+    replace: bool = False,
+    follow_outside: bool = False,
+    progress: Optional[Progress] = None,
+) -> Joined:
+    """Joins `root` and the files that it refers to into the file `out`.
+
+    Returns what `velkstep join --json` prints. `out` appears when it is finished, or not at all;
+    what is there already is replaced only with `replace`. Files outside of the root's folder are
+    read only with `follow_outside`. `progress` is called with "reading" and "writing" and bytes of
+    the files; it can end the joining as that of split can.
+
+    Raises InputError, whose message names all files that are missing; OutputError and MemoryError.
+    """
+    return _velkstep.join(root, out, replace, follow_outside, progress)
 
 
 def diff(a: StrPath, b: StrPath, progress: Optional[Progress] = None) -> Difference:

@@ -2,7 +2,7 @@ import os
 import pathlib
 from typing import Callable, Optional, Union
 
-from .shapes import Difference, Info, Tree
+from .shapes import Difference, Info, Joined, Tree
 
 _StrPath = Union[str, "os.PathLike[str]"]
 
@@ -15,6 +15,13 @@ def split(
 ) -> list[pathlib.Path]: ...
 def tree(input: _StrPath, names: str) -> Tree: ...
 def info(input: _StrPath) -> Info: ...
+def join(
+    root: _StrPath,
+    out: _StrPath,
+    replace: bool,
+    follow_outside: bool,
+    progress: Optional[Callable[..., object]],
+) -> Joined: ...
 def diff(
     a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]
 ) -> Difference: ...

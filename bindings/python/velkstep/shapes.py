@@ -142,3 +142,35 @@ class Difference(TypedDict):
     records_in_a: int
     records_in_b: int
     products: list[ProductDifference]
+
+
+class JoinedInput(TypedDict):
+    """A file that was joined with others."""
+
+    file: str
+    records: int
+
+
+class Finding(TypedDict):
+    """What deserves a look, and where."""
+
+    kind: str
+    severity: str
+    sentence: str
+    offset: int | None
+    line: int | None
+    instance: int | None
+    count: int
+    file: str
+
+
+class Joined(TypedDict):
+    """What was joined from which files."""
+
+    format: int
+    input: str
+    output: str
+    records: int
+    bytes: int
+    inputs: list[JoinedInput]
+    findings: list[Finding]

@@ -1,4 +1,4 @@
-#include "join/shared_lists.h"
+#include "join/joined_lists.h"
 
 #include <unordered_set>
 
@@ -19,7 +19,7 @@ std::vector<Node> listed_by(const FileSet& files, const Records& records, Node n
 
 }  // namespace
 
-SharedLists::SharedLists(const FileSet& files, const Records& records) {
+JoinedLists::JoinedLists(const FileSet& files, const Records& records) {
   const std::vector<Node>& united = records.united();
   for (std::size_t first = 0; first < united.size();) {
     const Node text = records.text_of(united[first]);

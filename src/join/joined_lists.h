@@ -10,10 +10,10 @@
 namespace Kessel {
 
 /// What collectors' lists gain by the lists of the records that became one with them.
-class SharedLists {
+class JoinedLists {
  public:
   /// Looks at what was united; after Records::settle(). Both must outlive it.
-  SharedLists(const FileSet& files, const Records& records);
+  JoinedLists(const FileSet& files, const Records& records);
 
   /// What the list of the record `text` lacks, as texts, in the order of the files; each once.
   std::span<const Node> more_of(Node text) const {

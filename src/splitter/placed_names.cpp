@@ -1,0 +1,29 @@
+#include "splitter/placed_names.h"
+
+#include "products/file_names.h"
+
+namespace Kessel {
+
+std::vector<std::filesystem::path> placed_names(const Instances& instances,
+                                                const Products& products,
+                                                const Placement& placement, NameStyle style) {
+  // Names are given out in the order of the products, a root that none has last.
+  std::vector<ProductId> tops;
+  std::vector<FileId> files;
+  for (ProductId product = 0; product < placement.file_of.size(); ++product) {
+    const FileId file = placement.file_of[product];
+    if (placement.files[file].top != product) continue;
+    tops.push_back(product);
+    files.push_back(file);
+  }
+  if (placement.files.front().top == NO_PRODUCT) {
+    tops.push_back(NO_PRODUCT);
+    files.push_back(0);
+  }
+  const std::vector<std::filesystem::path> given = file_names(instances, products, tops, style);
+  std::vector<std::filesystem::path> names(placement.files.size());
+  for (std::size_t i = 0; i < files.size(); ++i) names[files[i]] = given[i];
+  return names;
+}
+
+}  // namespace Kessel

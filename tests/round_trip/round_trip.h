@@ -1,0 +1,33 @@
+// Splits a file, looks at what came out, and puts it together again.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "kessel/options.h"
+
+namespace Kessel::test {
+
+/// What is wrong with the split of the exchange file `in` in the style `assemblies`, lean or nested,
+/// a sentence each; empty where nothing is:
+/// - the placement keeps its invariants (check_placement);
+/// - every file that is written is an exchange file of which nothing is unusual but the input was,
+///   and no reference in it leads nowhere unless the input has such references;
+/// - joined again, the files say what the input says (diff), and verify finds nothing;
+/// - splitting again gives the same bytes, time stamps apart.
+/// Works in the folders "split", "again" and the file "joined.stp" of the working directory, which
+/// it empties first. Throws as split() does for what cannot be read; everything later is a fault.
+std::vector<std::string> round_trip_faults(const std::filesystem::path& in,
+                                           AssemblyStyle assemblies);
+
+/// The first seed and how many for tests of generated files: from the environment variables
+/// VELKSTEP_FIRST_SEED and VELKSTEP_RANDOM_SEEDS, else 1 and `usual`.
+struct Seeds {
+  std::uint64_t first;
+  std::uint64_t count;
+};
+Seeds seeds_to_try(std::uint64_t usual);
+
+}  // namespace Kessel::test
