@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <span>
+#include <type_traits>
 #include <utility>
 
 #include "reader/references.h"
@@ -41,6 +42,25 @@ TextReference reference_at(std::string_view text, std::uint32_t number, const ch
 /// Pieces of text are copied in blocks of this size.
 constexpr std::size_t CHUNK = 32;
 
+/// Copies up to a block in pieces of fixed size, which overlap.
+inline void copy_end(const char* text, std::size_t size, char* out) {
+  const auto copy_twice = [&](auto width) {
+    std::memcpy(out, text, width);
+    std::memcpy(out + size - width, text + size - width, width);
+  };
+  if (size >= 16) {
+    copy_twice(std::integral_constant<std::size_t, 16>());
+  } else if (size >= 8) {
+    copy_twice(std::integral_constant<std::size_t, 8>());
+  } else if (size >= 4) {
+    copy_twice(std::integral_constant<std::size_t, 4>());
+  } else if (size != 0) {
+    out[0] = text[0];
+    out[size / 2] = text[size / 2];
+    out[size - 1] = text[size - 1];
+  }
+}
+
 /// Copies `size` bytes, and perhaps up to a block more where `readable` allows that: copies of
 /// fixed size take no call. Returns the end of the copy.
 inline char* copy_text(const char* text, std::size_t size, std::size_t readable, char* out) {
@@ -52,7 +72,7 @@ inline char* copy_text(const char* text, std::size_t size, std::size_t readable,
   } else if (readable >= CHUNK) {
     std::memcpy(out, text, CHUNK);
   } else {
-    std::memcpy(out, text, size);
+    copy_end(text, size, out);
   }
   return out + size;
 }
