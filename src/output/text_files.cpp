@@ -32,7 +32,7 @@ TextFiles::TextFiles(std::vector<std::filesystem::path> paths)
       most_held_(std::clamp(paths_.size() * 16 * KIB, 4 * MIB, 64 * MIB)) {}
 
 void TextFiles::make_room(Pending& pending, std::size_t room) {
-  const std::size_t larger = std::max({LEAST_ROOM, 2 * pending.room, pending.size + room});
+  const std::size_t larger = std::max({LEAST_ROOM, 4 * pending.room, pending.size + room});
   auto bytes = std::make_unique_for_overwrite<char[]>(larger);
   std::copy_n(pending.bytes.get(), pending.size, bytes.get());
   pending.bytes = std::move(bytes);

@@ -73,7 +73,7 @@ std::string_view whole_first_string(std::string_view record) {
   return record.substr(begin, end - begin);
 }
 
-RecordLoader::Ends::Ends(std::string_view name) {
+inline RecordLoader::Ends::Ends(std::string_view name) {
   const char* const end = name.data() + name.size();
   head = load_word(name.data(), end);
   if (name.size() > 8) tail = load_word(end - 8, end);
@@ -181,7 +181,8 @@ void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
   most_numbers_ = (memory_limit_ - without_numbers) / sizeof(unsigned);
 }
 
-Entity* RecordLoader::create_record_entity(unsigned id, const Type& type, std::string_view record) {
+inline Entity* RecordLoader::create_record_entity(unsigned id, const Type& type,
+                                                  std::string_view record) {
   if (type.keep == Keep::nothing) return store_.put<Entity>(id);
   const std::size_t room = type.ids->capacity();
   type.ids->push_back(id);
@@ -206,7 +207,7 @@ void RecordLoader::keep_name(unsigned id, std::string_view type, std::string_vie
   }
 }
 
-const RecordLoader::Type& RecordLoader::type_of(std::string_view name) {
+inline const RecordLoader::Type& RecordLoader::type_of(std::string_view name) {
   if (name.size() > MAX_CACHED_LENGTH) return uncached_ = look_up(name);
   const Ends ends(name);
   std::uint64_t hash = (ends.head + name.size()) * 0x9E3779B97F4A7C15;
