@@ -147,13 +147,21 @@ class SplitWriter final : public Exchange::Listener {
   void write_single(const Exchange::Record& record, const MentioningText& body, Index index,
                     FileId file) {
     open_section(file, section_, data_section());
+    write_whole(record, body, {}, numbers_.of_single(index), file);
+  }
+
+  /// Writes the record with its text, `mark` in front.
+  void write_whole(const Exchange::Record& record, const MentioningText& body,
+                   std::string_view mark, std::uint32_t number, FileId file) {
     const char* const behind_number = number_end(record.text);
     const MentioningText rest{
         record.text.substr(static_cast<std::size_t>(behind_number - record.text.data())),
         body.mentions, body.references};
-    files_.write(file, renumbering_room(rest) + 32, [&](char* out) {
+    constexpr std::size_t FRAME = 32;  // "#", the number, and ";" with a line feed
+    files_.write(file, mark.size() + renumbering_room(rest) + FRAME, [&](char* out) {
+      out = std::copy(mark.begin(), mark.end(), out);
       *out++ = '#';
-      out = write_number(out, numbers_.of_single(index));
+      out = write_number(out, number);
       out = renumbered(rest, numbers_, file, out);
       *out++ = ';';
       *out++ = '\n';
@@ -173,24 +181,23 @@ class SplitWriter final : public Exchange::Listener {
     const bool collects = instances_.types().collects(instances_.type(index));
     std::optional<SharedLists> lists;
     if (collects) lists.emplace(body, instances_, split_.placement, index);
-    const char* const behind_number = number_end(record.text);
-    const std::string_view equals(behind_number,
-                                  static_cast<std::size_t>(record.body.data() - behind_number));
     const std::string number = std::to_string(record.number);
+    const std::string mark = stands.size() > 1 ? "/*" + number + "*/" : "";
     for (const Stand stand : stands) {
       const FileId file = stand.file();
       open_section(file, section_, data_section());
-      std::string text;
+      const std::uint32_t in_file = numbers_.of(index, file);
       if (stand.role() == Role::stand_in || documents_[file].contains(index)) {
-        text = "/*~" + number + "*/#" + std::to_string(numbers_.of(index, file)) + "=" +
-               worded_anew(body, index, file);
+        files_.write(file, "/*~" + number + "*/#" + std::to_string(in_file) + "=" +
+                               worded_anew(body, index, file) + ";\n");
+      } else if (lists && lists->is_shortened(file)) {
+        const char* const behind_number = number_end(record.text);
+        const std::string equals(behind_number, record.body.data());
+        files_.write(file, mark + "#" + std::to_string(in_file) + equals +
+                               lists->body(numbers_, file) + ";\n");
       } else {
-        if (stands.size() > 1) text = "/*" + number + "*/";
-        text.append("#").append(std::to_string(numbers_.of(index, file))).append(equals);
-        text += lists && lists->is_shortened(file) ? lists->body(numbers_, file)
-                                                   : renumbered(body, numbers_, file);
+        write_whole(record, body, mark, in_file, file);
       }
-      files_.write(file, text + ";\n");
     }
   }
 

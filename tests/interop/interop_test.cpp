@@ -95,8 +95,8 @@ TEST_P(NestedSplit, FilesOfSubAssembliesOpenAsTheyAreInTheOriginal) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Assemblies, LeanSplit, testing::ValuesIn(all_assemblies()), name_of_case);
-INSTANTIATE_TEST_SUITE_P(Assemblies, NestedSplit, testing::ValuesIn(all_assemblies()),
+INSTANTIATE_TEST_SUITE_P(Assemblies, LeanSplit, testing::ValuesIn(every_assembly()), name_of_case);
+INSTANTIATE_TEST_SUITE_P(Assemblies, NestedSplit, testing::ValuesIn(every_assembly()),
                          name_of_case);
 
 class ClassicSplit : public testing::TestWithParam<AssemblySource> {};

@@ -169,7 +169,7 @@ TEST_P(SplitWriting, EachFileHasItsRecordsAsTheyAreInTheInput) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Assemblies, SplitWriting, testing::ValuesIn(all_assemblies()),
+INSTANTIATE_TEST_SUITE_P(Assemblies, SplitWriting, testing::ValuesIn(every_assembly()),
                          [](const auto& test) { return test_name(test.param); });
 
 std::string written(const std::string& text, const ScratchFolder& folder, FileId wanted) {

@@ -28,7 +28,7 @@ TEST_P(PlacementOf, HoldsInBothStyles) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Assemblies, PlacementOf, testing::ValuesIn(all_assemblies()),
+INSTANTIATE_TEST_SUITE_P(Assemblies, PlacementOf, testing::ValuesIn(every_assembly()),
                          [](const auto& test) { return test_name(test.param); });
 
 }  // namespace

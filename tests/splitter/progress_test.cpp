@@ -138,7 +138,10 @@ TEST(Split, GeneratedRootStandsForNoRecord) {
       "#3=PRODUCT_DEFINITION('d','',#2,$);\n"
       "#4=PRODUCT('lid','lid','',());\n"
       "#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
-      "#6=PRODUCT_DEFINITION('d','',#5,$);\n";
+      "#6=PRODUCT_DEFINITION('d','',#5,$);\n"
+      "#7=PRODUCT_DEFINITION_SHAPE('','',#3);\n#8=SHAPE_DEFINITION_REPRESENTATION(#7,#11);\n"
+      "#9=PRODUCT_DEFINITION_SHAPE('','',#6);\n#10=SHAPE_DEFINITION_REPRESENTATION(#9,#12);\n"
+      "#11=SHAPE_REPRESENTATION('',(),$);\n#12=SHAPE_REPRESENTATION('',(),$);\n";
   for (const AssemblyStyle style :
        {AssemblyStyle::classic, AssemblyStyle::lean, AssemblyStyle::nested}) {
     SCOPED_TRACE(static_cast<int>(style));
