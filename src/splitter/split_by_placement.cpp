@@ -15,6 +15,7 @@
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
+#include "model/progress_reporter.h"
 #include "output/split_writer.h"
 #include "placement/placement.h"
 #include "products/products.h"
@@ -135,8 +136,11 @@ class PlacedSplit {
   std::vector<WrittenFile> run() {
     const InputStamp before(path_);
     load();
+    ProgressReporter sorting(options_, Stage::sorting, 2);
     products_ = find_products(instances_);
+    sorting.report(1);
     placement_ = place_records(instances_, products_, options_.assemblies);
+    sorting.report_end();
     warn();
     if (placement_.files.size() < 2) return {};
     names_ = placed_names(instances_, products_, placement_, options_.names);
