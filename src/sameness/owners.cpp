@@ -132,9 +132,10 @@ OwnerOfOne owner_from_below(const Instances& instances, const Fingerprints& fing
   return is_mixed ? OwnerOfOne{NO_RECORD, of_list.is_certain} : of_list;
 }
 
-/// A style of an item that several products own is theirs, too.
-void share_styles(const Instances& instances, std::vector<FurtherOwner>& further, Index record,
-                  std::size_t searched) {
+/// A style of an item that several products own is theirs, too, whatever else it names: returns the
+/// item, or NO_RECORD for none.
+Index share_styles(const Instances& instances, std::vector<FurtherOwner>& further, Index record,
+                   std::size_t searched) {
   const auto begin = further.begin();
   const auto end = further.begin() + static_cast<std::ptrdiff_t>(searched);
   for (const Reference reference : instances.references(record)) {
@@ -146,8 +147,9 @@ void share_styles(const Instances& instances, std::vector<FurtherOwner>& further
       of_style.push_back({record, i->owner});
     }
     further.insert(further.end(), of_style.begin(), of_style.end());
-    return;
+    return key.record;
   }
+  return NO_RECORD;
 }
 
 }  // namespace
@@ -169,7 +171,10 @@ Owners::Owners(const Instances& instances, const Fingerprints& fingerprints, con
     owners_[record] = owner.owner;
     is_certain_[record] = owner.is_certain;
     if (searched != 0 && has_in_name(instances, record, "STYLED_ITEM")) {
-      share_styles(instances, further_, record, searched);
+      const Index item = share_styles(instances, further_, record, searched);
+      if (item == NO_RECORD) continue;
+      owners_[record] = owners_[item];
+      is_certain_[record] = false;
     }
   }
   std::sort(further_.begin(), further_.end());

@@ -199,6 +199,8 @@ bool is_supertype(std::string_view keyword) {
 }  // namespace
 
 Worth worth_of(const TypeTable& types, TypeId type) {
+  // A line of a reference section is no more than the resource that it names.
+  if (type == TypeTable::REFERENCE_ENTRY) return management;
   Worth worth = identity;
   for (const std::string_view keyword : types.keywords(type)) {
     if (types.is_complex(type) && is_supertype(keyword)) continue;

@@ -22,8 +22,9 @@ enum class Worth : std::uint8_t {
   management,  ///< persons, organisations, dates, roles, kinds and states (ISO 10303-41)
 };
 
-/// What a record of that type is worth. A complex instance is a value when each of its partial
-/// records is one, or is only an abstract supertype of one.
+/// What a record of that type is worth. A line of a reference section is a value. A complex
+/// instance is a value when each of its partial records is one, or is only an abstract supertype of
+/// one.
 Worth worth_of(const TypeTable& types, TypeId type);
 
 /// Which of its references give identity to geometry, because they mean this item, not its value:

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 #include <random>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Kessel::test {
@@ -26,7 +28,20 @@ class Records {
     return {bodies_.size() - 1};
   }
 
-  std::string text(std::mt19937_64& random, bool shuffled) const {
+  /// A record that another file holds.
+  Ref add_external(const std::string& uri) {
+    const Ref external = add("<" + uri + ">");
+    externals_.push_back(external.record);
+    return external;
+  }
+
+  /// A name for a record, for other files.
+  void add_anchor(const std::string& name, Ref record) { anchors_.push_back({name, record}); }
+
+  /// The sections of an exchange file behind the header. Records are shared out to data sections
+  /// by chance, one for each of `sections`, the parameters behind DATA.
+  std::string text(std::mt19937_64& random, bool shuffled,
+                   const std::vector<std::string>& sections) const {
     std::vector<std::size_t> order(bodies_.size());
     std::iota(order.begin(), order.end(), 0);
     std::vector<std::uint64_t> numbers(bodies_.size());
@@ -38,12 +53,29 @@ class Records {
       for (std::uint64_t& number : numbers) number = number * step + 7;
     }
     std::string text;
-    for (const std::size_t record : order) {
-      text += "#" + std::to_string(numbers[record]) + "=";
-      for (const Piece& piece : bodies_[record]) {
-        text += piece.is_reference ? "#" + std::to_string(numbers[piece.record]) : piece.text;
+    if (!anchors_.empty()) {
+      text += "ANCHOR;\n";
+      for (const auto& [name, ref] : anchors_) {
+        text += "<" + name + ">=#" + std::to_string(numbers[ref.record]) + ";\n";
       }
-      text += ";\n";
+      text += "ENDSEC;\n";
+    }
+    if (!externals_.empty()) {
+      text += "REFERENCE;\n";
+      for (const std::size_t record : externals_) text += line(record, numbers);
+      text += "ENDSEC;\n";
+    }
+    std::vector<std::string> data(sections.size());
+    for (const std::size_t record : order) {
+      const bool is_external =
+          std::find(externals_.begin(), externals_.end(), record) != externals_.end();
+      if (is_external) continue;
+      const std::size_t section =
+          sections.size() == 1 ? 0 : static_cast<std::size_t>(random() % sections.size());
+      data[section] += line(record, numbers);
+    }
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+      text += "DATA" + sections[i] + ";\n" + data[i] + "ENDSEC;\n";
     }
     return text;
   }
@@ -54,6 +86,13 @@ class Records {
     std::size_t record;
     std::string text;
   };
+  std::string line(std::size_t record, const std::vector<std::uint64_t>& numbers) const {
+    std::string text = "#" + std::to_string(numbers[record]) + "=";
+    for (const Piece& piece : bodies_[record]) {
+      text += piece.is_reference ? "#" + std::to_string(numbers[piece.record]) : piece.text;
+    }
+    return text + ";\n";
+  }
   static void append(std::vector<Piece>& body, const std::string& text) {
     body.push_back({false, 0, text});
   }
@@ -72,7 +111,26 @@ class Records {
   }
 
   std::vector<std::vector<Piece>> bodies_;
+  std::vector<std::size_t> externals_;
+  std::vector<std::pair<std::string, Ref>> anchors_;
 };
+
+/// What a file may obey, and how it calls itself.
+struct Schema {
+  const char* name;
+  const char* application;
+  const char* protocol;
+};
+constexpr Schema SCHEMAS[] = {
+    {"AUTOMOTIVE_DESIGN { 1 0 10303 214 3 1 1 }", "automotive design", "automotive_design"},
+    {"CONFIG_CONTROL_DESIGN", "configuration controlled 3d designs", "config_control_design"},
+    {"AP242_MANAGED_MODEL_BASED_3D_ENGINEERING_MIM_LF { 1 0 10303 442 1 1 4 }",
+     "managed model based 3d engineering", "ap242_managed_model_based_3d_engineering"},
+};
+
+/// What products may be called beside "same" and "p0": exchange strings' bodies.
+constexpr const char* ODD_NAMES[] = {"a;b", "''", "\\X2\\652F67B6\\X0\\", "T\\X\\FCr", "x/y",
+                                     "/*",  ""};
 
 /// What is known of a product while its file is made.
 struct MadeProduct {
@@ -106,11 +164,9 @@ class Maker {
     make_properties();
     make_management();
     make_documents();
+    if (traits_.sections && chance(8)) make_anchors();
     if (traits_.lost_records) make_lost_records();
-    return "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\n"
-           "FILE_NAME('random','2026-01-01T00:00:00',(''),(''),'','','');\n"
-           "FILE_SCHEMA(('AUTOMOTIVE_DESIGN { 1 0 10303 214 3 1 1 }'));\nENDSEC;\nDATA;\n" +
-           records_.text(random_, traits_.shuffled && chance(2)) + "ENDSEC;\nEND-ISO-10303-21;\n";
+    return file();
   }
 
  private:
@@ -132,13 +188,35 @@ class Maker {
     return records_.add(pieces...);
   }
 
+  /// The header and the sections. Several data sections have names, and obey one schema or two.
+  std::string file() {
+    const std::string schema = std::string("'") + schema_.name + "'";
+    std::string schemas = schema;
+    std::vector<std::string> sections{""};
+    if (traits_.sections && chance(8)) {
+      const std::string second = chance(2) ? schema : "'SECOND_SCHEMA'";
+      if (second != schema) schemas += "," + second;
+      sections = {"('one',(" + schema + "))", "('two',(" + second + "))"};
+    }
+    return "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'4;1');\n"
+           "FILE_NAME('random','2026-01-01T00:00:00',(''),(''),'','','');\nFILE_SCHEMA((" +
+           schemas + "));\nENDSEC;\n" +
+           records_.text(random_, traits_.shuffled && chance(2), sections) + "END-ISO-10303-21;\n";
+  }
+
+  bool is_ap203() const { return schema_.name == std::string_view("CONFIG_CONTROL_DESIGN"); }
+
   void make_common() {
-    application_ = add("APPLICATION_CONTEXT('automotive design')");
-    add("APPLICATION_PROTOCOL_DEFINITION('international standard','automotive_design',2000,",
+    if (traits_.schemas) schema_ = SCHEMAS[below(std::size(SCHEMAS))];
+    application_ = add(std::string("APPLICATION_CONTEXT('") + schema_.application + "')");
+    add(std::string("APPLICATION_PROTOCOL_DEFINITION('international standard','") +
+            schema_.protocol + "',2000,",
         application_, ")");
-    product_context_ = add("PRODUCT_CONTEXT('',", application_, ",'mechanical')");
+    product_context_ = add(is_ap203() ? "MECHANICAL_CONTEXT(''," : "PRODUCT_CONTEXT('',",
+                           application_, ",'mechanical')");
     definition_context_ =
-        add("PRODUCT_DEFINITION_CONTEXT('part definition',", application_, ",'design')");
+        add(is_ap203() ? "DESIGN_CONTEXT(''," : "PRODUCT_DEFINITION_CONTEXT('part definition',",
+            application_, ",'design')");
     length_ = add("(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.METRE.))");
     angle_ = add("(NAMED_UNIT(*)PLANE_ANGLE_UNIT()SI_UNIT($,.RADIAN.))");
     shared_context_ = make_context();
@@ -191,15 +269,28 @@ class Maker {
   void make_product(std::size_t i) {
     MadeProduct made;
     // Definitions often say the same word for word, and so do products.
-    const std::string name = chance(4) ? "same" : "p" + std::to_string(i);
+    std::string name = chance(4) ? "same" : "p" + std::to_string(i);
+    if (chance(10)) name = ODD_NAMES[below(std::size(ODD_NAMES))];
     made.product = add("PRODUCT('" + name + "','" + name + "','',(", product_context_, "))");
-    made.formation = add("PRODUCT_DEFINITION_FORMATION('','',", made.product, ")");
-    made.definition =
-        add("PRODUCT_DEFINITION('design','',", made.formation, ",", definition_context_, ")");
+    made.formation = is_ap203() ? add("PRODUCT_DEFINITION_FORMATION_WITH_SPECIFIED_SOURCE('','',",
+                                      made.product, ",.MADE.)")
+                                : add("PRODUCT_DEFINITION_FORMATION('','',", made.product, ")");
+    made.definition = make_definition(made.formation);
     made.context = chance(3) ? shared_context_ : make_context();
     made.has_shape = !chance(10);
     if (made.has_shape) make_shape(made);
     products_.push_back(made);
+  }
+
+  /// Some definitions of AP203 have documents already.
+  Ref make_definition(Ref formation) {
+    if (!is_ap203() || !chance(8)) {
+      return add("PRODUCT_DEFINITION('design','',", formation, ",", definition_context_, ")");
+    }
+    const Ref document =
+        add("DOCUMENT('d','d','',", add("DOCUMENT_TYPE('cad_filename of old')"), ")");
+    return add("PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS('design','',", formation, ",",
+               definition_context_, ",(", document, "))");
   }
 
   void make_shape(MadeProduct& made) {
@@ -455,6 +546,19 @@ class Maker {
     add("MAKE_FROM_USAGE_OPTION('','','',", any(products_).definition, ",", definition, ",1,'',$)");
   }
 
+  /// Names for other files, and a style that another file holds.
+  void make_anchors() {
+    for (const MadeProduct& product : products_) {
+      if (chance(2)) add_anchor(product.definition);
+      if (!product.faces.empty() && chance(2)) add_anchor(product.faces[0]);
+      if (!product.solids.empty() && chance(3)) {
+        const Ref style = records_.add_external("styles.stp#style" + std::to_string(below(3)));
+        add("STYLED_ITEM('',(", style, "),", product.solids[0], ")");
+      }
+    }
+  }
+  void add_anchor(Ref record) { records_.add_anchor("a" + std::to_string(anchors_++), record); }
+
   void make_lost_records() {
     while (chance(2))
       add("GENERAL_PROPERTY('nobody','refers to it','" + std::to_string(below(9)) + "')");
@@ -471,7 +575,9 @@ class Maker {
 
   std::mt19937_64 random_;
   AssemblyTraits traits_;
+  Schema schema_ = SCHEMAS[0];
   Records records_;
+  std::size_t anchors_ = 0;
   Ref application_, product_context_, definition_context_, length_, angle_, shared_context_;
   Ref colour_, style_;
   Refs directions_;

@@ -11,6 +11,8 @@ struct AssemblyTraits {
   bool several_tops = true;
   bool circles = true;
   bool lost_records = true;  ///< records that belong to no product
+  bool schemas = true;       ///< those of AP203, with its own records, and AP242 beside AP214
+  bool sections = true;      ///< anchors, references to other files, two data sections
   bool shuffled = true;      ///< records in any order, numbers with gaps and in any order
 };
 
@@ -18,8 +20,8 @@ struct AssemblyTraits {
 /// components, own bodies of assemblies, shapes tied by relationships, several representations,
 /// mapped items, bodies of several products; colours, overriding styles, layers, invisibility;
 /// properties, product manufacturing information, usages with shapes of their own; approvals,
-/// dates, persons, categories, documents, materials. Every reference leads to a record. The same
-/// seed gives the same text.
+/// dates, persons, categories, documents, materials; names with all characters. Every reference
+/// leads to a record. The same seed gives the same text.
 std::string random_assembly(std::uint64_t seed, const AssemblyTraits& traits = {});
 
 }  // namespace Kessel::test
