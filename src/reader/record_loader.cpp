@@ -98,9 +98,16 @@ void RecordLoader::add(const Exchange::Record& record) {
 /// Enters `record` by `text`, what there is of it for those who know no comments; its type stands
 /// behind `equals`.
 void RecordLoader::load(const Exchange::Record& record, std::string_view text, std::size_t equals) {
+  const auto id = static_cast<unsigned>(record.number);
   const std::string_view name = record_type(equals, text);
-  if (name.empty()) return;
-  enter(static_cast<unsigned>(record.number), name, text, numbers_);
+  if (!name.empty()) {
+    enter(id, name, text, numbers_);
+    return;
+  }
+  // Nothing leads on from it, but its number is taken: another record under it is one too many.
+  if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id, 1);
+  store_.make_room(id);
+  store_.put<Entity>(id);
 }
 
 /// Enters a record with the type `name`, which is in its text `record`. Returns the number by which

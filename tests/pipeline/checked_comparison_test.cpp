@@ -1,7 +1,8 @@
-// The checked form on random files, in the classic reading, against what a plain splitter makes of
-// them.
+// The checked form on random files: in the classic reading beside what a plain splitter makes of
+// them, in the standard's beside what the check says.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -9,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "kessel/check.h"
 #include "kessel/errors.h"
 #include "kessel/part.h"
 #include "kessel/splitter.h"
@@ -34,12 +36,12 @@ struct CheckedRun {
   std::map<std::string, std::string> files;
 };
 
-/// Runs on the "in.stp" of the working directory, in the classic reading.
-CheckedRun run_checked() {
+/// Runs on the "in.stp" of the working directory.
+CheckedRun run_checked(Reading reading) {
   CheckedRun run;
   run.messages = printed_by([&] {
     try {
-      for (const fs::path& path : split_paths("in.stp", "out", {.reading = Reading::classic})) {
+      for (const fs::path& path : split_paths("in.stp", "out", {.reading = reading})) {
         run.result.push_back(path.string());
       }
     } catch (const InputError& error) {
@@ -58,6 +60,10 @@ CheckedRun run_checked() {
   return run;
 }
 
+bool is_error(const Finding& finding) {
+  return finding.severity == Severity::error;
+}
+
 TEST(CheckedComparison, ClassicReadingRefusesWhatWouldNotReturnAndElseWritesTheSame) {
   std::map<std::string, int> tally;
   for (std::uint64_t seed = 1; seed <= SEEDS; ++seed) {
@@ -66,7 +72,7 @@ TEST(CheckedComparison, ClassicReadingRefusesWhatWouldNotReturnAndElseWritesTheS
     const std::optional<naive::Outcome> expected = expected_outcome(input);
     const ScratchFolder folder;
     folder.write("in.stp", input);
-    const CheckedRun run = run_checked();
+    const CheckedRun run = run_checked(Reading::classic);
     if (run.refusal) {
       EXPECT_FALSE(expected.has_value()) << "would return";
       EXPECT_TRUE(run.files.empty());
@@ -100,6 +106,37 @@ TEST(CheckedComparison, ClassicReadingRefusesWhatWouldNotReturnAndElseWritesTheS
   EXPECT_GE(tally["exception"], 30);
   EXPECT_GE(tally["written"], 400);
   Part::free_statics();
+}
+
+TEST(CheckedComparison, StandardReadingRefusesWhatTheCheckCallsAnError) {
+  std::map<std::string, int> tally;
+  for (std::uint64_t seed = 1; seed <= SEEDS; ++seed) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    const ScratchFolder folder;
+    folder.write("in.stp", random_exchange_file(seed));
+    const std::vector<Finding> findings = check("in.stp");
+    const auto error = std::find_if(findings.begin(), findings.end(), is_error);
+    const CheckedRun run = run_checked(Reading::standard);
+    if (!run.refusal) {
+      EXPECT_TRUE(error == findings.end()) << error->sentence;
+      ++tally["accepted"];
+      continue;
+    }
+    EXPECT_TRUE(run.files.empty());
+    EXPECT_EQ(run.messages, "");
+    // Legal, but more than the records of this style can have.
+    if (run.refusal->kind == FindingKind::record_number_too_large) {
+      ++tally["large number"];
+      continue;
+    }
+    ASSERT_TRUE(error != findings.end()) << run.refusal->sentence;
+    EXPECT_EQ(name_of(run.refusal->kind), name_of(error->kind));
+    EXPECT_EQ(run.refusal->line, error->line);
+    ++tally["refused"];
+  }
+  EXPECT_GE(tally["refused"], 10);
+  EXPECT_GE(tally["large number"], 5);
+  EXPECT_GE(tally["accepted"], 400);
 }
 
 }  // namespace
