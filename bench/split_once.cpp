@@ -1,31 +1,58 @@
 // Splits one file through the library, and does nothing else: the process that whole-run figures
 // are taken of.
 //
-//     split_once [--checked|--limited] IN OUTDIR
+//     split_once [FORM] IN OUTDIR
 //
-// --checked: with the checked form; --limited: the same with a memory limit of 64 GiB.
+// FORM: see FORMS below; without it, the two-argument form runs.
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <exception>
+#include <iterator>
 #include <string_view>
 
 #include "kessel/splitter.h"
 
 namespace {
 
+/// A way to split: an option of this program, and those of the library.
+struct Form {
+  std::string_view name;
+  Kessel::Options options;
+};
+
+using Kessel::AssemblyStyle;
+using Kessel::Reading;
+
+const Form FORMS[] = {
+    {"--checked", {.reading = Reading::classic}},
+    {"--limited", {.reading = Reading::classic, .memory_limit = 64ULL << 30U}},
+    {"--standard", {.reading = Reading::standard}},
+    {"--nested", {.assemblies = AssemblyStyle::nested}},
+    {"--lean", {.assemblies = AssemblyStyle::lean}},
+};
+
+const Form* find_form(std::string_view name) {
+  const Form* const end = std::end(FORMS);
+  const Form* const found =
+      std::find_if(FORMS, end, [&](const Form& form) { return form.name == name; });
+  return found == end ? nullptr : found;
+}
+
 /// How many files were written.
-std::size_t run(std::string_view form, const char* in, const char* outdir) {
-  if (form == "--checked") return Kessel::split(in, outdir).size();
-  if (form == "--limited") return Kessel::split(in, outdir, {.memory_limit = 64ULL << 30U}).size();
+std::size_t run(const Form* form, const char* in, const char* outdir) {
+  if (form != nullptr) return Kessel::split(in, outdir, form->options).size();
   return Kessel::Run(in, outdir).size();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string_view form = argc == 4 ? argv[1] : "";
-  if (argc != 3 && form != "--checked" && form != "--limited") {
-    std::fputs("usage: split_once [--checked|--limited] IN OUTDIR\n", stderr);
+  const Form* const form = argc == 4 ? find_form(argv[1]) : nullptr;
+  if (argc != 3 && form == nullptr) {
+    std::fputs("usage: split_once [FORM] IN OUTDIR\nforms:", stderr);
+    for (const Form& known : FORMS) std::fprintf(stderr, " %s", known.name.data());
+    std::fputs("\n", stderr);
     return 2;
   }
   try {

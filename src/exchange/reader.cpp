@@ -20,7 +20,7 @@ constexpr std::string_view FIRST_WORD = "ISO-10303-21";
 constexpr std::string_view LAST_WORD = "END-ISO-10303-21";
 
 /// The first byte at or behind `p` that is in no keyword.
-const char* behind_keyword(const char* p, const char* end) {
+inline const char* behind_keyword(const char* p, const char* end) {
 #if defined(__SSE2__)
   // Fast path: sixteen bytes at once. A range of bytes is moved to the least signed values.
   const auto all = [](int c) { return _mm_set1_epi8(static_cast<char>(c)); };
@@ -44,7 +44,7 @@ const char* behind_keyword(const char* p, const char* end) {
 }
 
 /// The keyword that `text` begins with.
-std::string_view keyword_at_front(std::string_view text) {
+inline std::string_view keyword_at_front(std::string_view text) {
   const char* p = text.data();
   const char* const end = p + text.size();
   if (p != end && *p == '!') ++p;
@@ -86,6 +86,35 @@ bool defines_two(std::string_view text) {
     if (word.kind == WordKind::equals) ++definitions;
   }
   return definitions > 1;
+}
+
+/// Where the body of the record `text` begins, whose number ends in front of `at`.
+inline const char* find_body(std::string_view text, const char* at) {
+  const char* const end = text.data() + text.size();
+  // Fast path: nobody writes "=" in another way.
+  if (end - at > 4 && at[0] == ' ' && at[1] == '=' && at[2] == ' ' && begins_keyword(at[3])) {
+    return at + 3;
+  }
+  if (end - at > 4 && at[0] == '=' && begins_keyword(at[1])) return at + 1;
+  std::size_t place = behind_blanks(text, static_cast<std::size_t>(at - text.data()));
+  if (place < text.size() && text[place] == '=') place = behind_blanks(text, place + 1);
+  return text.data() + place;
+}
+
+inline Record make_record(const Statement& statement, std::span<const Mention> mentions) {
+  Record record;
+  record.number = mentions.front().number;
+  record.behind_number = mentions.front().end;
+  record.lead = statement.lead;
+  record.text = statement.text;
+  record.mentions = mentions.subspan(1);
+  record.offset = statement.offset;
+  record.is_plain = statement.is_plain;
+  const char* const body = find_body(record.text, record.behind_number);
+  const char* const end = record.text.data() + record.text.size();
+  record.body = {body, static_cast<std::size_t>(end - body)};
+  record.keyword = keyword_at_front(record.body);
+  return record;
 }
 
 /// One reading: goes from section to section.
@@ -255,7 +284,7 @@ class Reading {
       warn(passed_over(statement()));
       return true;
     }
-    const Record record = record_of(statement(), mentions);
+    const Record record = make_record(statement(), mentions);
     if (is_full() && !scrutinise(record)) return false;
     listener_.record(record);
     return --left_ != 0;
@@ -263,6 +292,15 @@ class Reading {
 
   /// Looks for what makes a record doubtful or unusual.
   bool scrutinise(const Record& record) {
+    const Statement& here = statement();
+    const bool is_usual = !here.takes_in_record && here.depth == 0 && record.number != 0 &&
+                          !here.has_too_large_number && !here.has_backslash &&
+                          !here.has_high_bytes && !record.keyword.empty() && has_equals(record);
+    return is_usual || scrutinise_closely(record);
+  }
+
+  /// The same for a record in which there is something to say a word about.
+  bool scrutinise_closely(const Record& record) {
     if (record.body.starts_with('&')) return stop(unsupported_scope(record));
     if (statement().takes_in_record) return stop(unclosed_record(statement()));
     if (statement().depth > 0) return stop(unclosed_list(record));
@@ -291,9 +329,11 @@ class Reading {
 
   /// Whether "=" follows the record's number.
   bool has_equals(const Record& record) const {
-    const char* const behind_number = cutter_.mentions().front().end;
-    if (behind_number == record.text.data() + record.text.size()) return false;
-    if (*behind_number == '=') return true;
+    const char* const behind_number = record.behind_number;
+    // Fast path: no comment ends with "=".
+    const char* before_body = record.body.data();
+    if (before_body[-1] == ' ') --before_body;
+    if (before_body > behind_number && before_body[-1] == '=') return true;
     const std::size_t at =
         behind_blanks(record.text, static_cast<std::size_t>(behind_number - record.text.data()));
     return at < record.text.size() && record.text[at] == '=';
@@ -354,25 +394,7 @@ class Reading {
 }  // namespace
 
 Record record_of(const Statement& statement, std::span<const Mention> mentions) {
-  Record record;
-  record.number = mentions.front().number;
-  record.lead = statement.lead;
-  record.text = statement.text;
-  record.mentions = mentions.subspan(1);
-  record.offset = statement.offset;
-  record.is_plain = statement.is_plain;
-  const std::string_view text = statement.text;
-  std::size_t at = static_cast<std::size_t>(mentions.front().end - text.data());
-  const auto stands_at = [&](char c) { return at < text.size() && text[at] == c; };
-  // Mostly there is one blank, or none.
-  if (stands_at(' ')) ++at;
-  if (!stands_at('=')) at = behind_blanks(text, at);
-  if (stands_at('=')) ++at;
-  if (stands_at(' ')) ++at;
-  if (at < text.size() && !begins_keyword(text[at])) at = behind_blanks(text, at);
-  record.body = {text.data() + at, text.size() - at};
-  record.keyword = keyword_at_front(record.body);
-  return record;
+  return make_record(statement, mentions);
 }
 
 Ending read_exchange_file(std::istream& in, const Limits& limits, Listener& listener) {

@@ -18,10 +18,11 @@ enum class Section : std::uint8_t { header, anchor, reference, data };
 
 /// A record "#12=PRODUCT(...)" of a data section. Views are valid during the call.
 struct Record {
-  std::uint64_t number = 0;  ///< of the instance; 0 for "#0" and what is above 2^64-1
-  std::string_view lead;     ///< blanks and comments in front
-  std::string_view text;     ///< all of it but the ";", as it stands, from its "#" on
-  std::string_view body;     ///< the end of `text` that begins behind "=" and blanks
+  std::uint64_t number = 0;             ///< of the instance; 0 for "#0" and what is above 2^64-1
+  std::string_view lead;                ///< blanks and comments in front
+  std::string_view text;                ///< all of it but the ";", as it stands, from its "#" on
+  const char* behind_number = nullptr;  ///< where the number's digits end in `text`
+  std::string_view body;                ///< the end of `text` that begins behind "=" and blanks
   std::string_view keyword;  ///< that `body` begins with, "!" included; empty for a complex one
   std::span<const Mention> mentions;  ///< the instance names in `body`, in order
   std::uint64_t offset = 0;           ///< of `text`, in bytes from the input's beginning

@@ -79,6 +79,7 @@ StatementCutter::StatementCutter(std::istream& in, std::uint64_t position, std::
 /// not where the input has ended, or no more may be held.
 bool StatementCutter::refill() {
   if (ended_) return false;
+  block_ = nullptr;
   const std::size_t left = end_ - begin_;
   if (left == capacity_) {
     if (left >= max_held_) return false;
@@ -106,9 +107,9 @@ std::string_view StatementCutter::peek(std::size_t most) {
   return {buffer_.get() + begin_, std::min(most, end_ - begin_)};
 }
 
-/// Where the blanks, comments and print control directives at `p` end. `is_open` tells that a
-/// comment does not end; then it is that comment's beginning.
-inline const char* StatementCutter::find_lead_end(const char* p, bool& is_open) const {
+/// Where the blanks, comments and print control directives at `p`, which is no blank, end.
+/// `is_open` tells that a comment does not end; then it is that comment's beginning.
+const char* StatementCutter::find_long_lead_end(const char* p, bool& is_open) const {
   const char* const end = buffer_.get() + end_;
   for (;;) {
     while (is_blank(*p)) ++p;  // Ends at the padding.
@@ -131,10 +132,15 @@ Cut StatementCutter::next(Scrutiny scrutiny) {
   for (;;) {
     const char* const front = buffer_.get() + begin_;
     bool is_open = false;
-    const char* const first = find_lead_end(front, is_open);
+    const char* first = front;
+    while (is_blank(*first)) ++first;  // Ends at the padding.
+    if (*first == '/' || *first == '\\') {
+      first = find_long_lead_end(first, is_open);
+      block_ = nullptr;  // There may be marks in it.
+    }
     const char* at = first;
-    begin_statement();
     Scan scanned = Scan::more;
+    begin_statement();
     if (!is_open) {
       scanned = knows_resources_             ? scan_plainly(first, at)
                 : scrutiny == Scrutiny::full ? scan<true>(first, at)
@@ -149,9 +155,12 @@ Cut StatementCutter::next(Scrutiny scrutiny) {
     statement_.lead = {front, length(front, first)};
     statement_.text = without_blanks_behind({first, length(first, end)});
     statement_.offset = offset() + statement_.lead.size();
-    if (scanned != Scan::closed && !ended_) return Cut::too_long;
-    begin_ = length(buffer_.get(), end) + (scanned == Scan::closed ? 1 : 0);
-    if (scanned == Scan::closed) return Cut::statement;
+    if (scanned == Scan::closed) {
+      begin_ = length(buffer_.get(), end) + 1;
+      return Cut::statement;
+    }
+    if (!ended_) return Cut::too_long;
+    begin_ = length(buffer_.get(), end);
     if (is_open || scanned == Scan::in_comment) return Cut::unclosed_comment;
     if (scanned == Scan::in_string) return Cut::unclosed_string;
     return statement_.text.empty() ? Cut::end : Cut::unclosed_text;
@@ -168,19 +177,24 @@ void StatementCutter::begin_statement() {
   statement_.is_plain = true;
 }
 
-/// Takes the instance name at `p` in the statement that begins at `first`.
-template <bool full>
-inline void StatementCutter::mention(const char* first, const char*& p) {
-  if (full && statement_.depth <= 0 && p != first) statement_.takes_in_record = true;
+/// Takes the instance name at `p`, which moves behind it.
+[[gnu::always_inline]] inline void StatementCutter::mention(const char*& p) {
   const char* const begin = ++p;
   const std::uint64_t number = take_number(p);
-  // "#NAME" is a constant's name (ISO 10303-21, 6.4.4.4), and stays as it is.
-  statement_.is_plain &= number != 0;
-  if (p == begin) return;
-  mentions_.push_back({number, begin, p});
-  if (number == 0) {
-    statement_.has_too_large_number |= std::any_of(begin, p, [](char c) { return c != '0'; });
+  if (number != 0) {
+    mentions_.push_back({number, begin, p});
+  } else {
+    mention_unusual(begin, p);
   }
+}
+
+/// The same for the name whose digits stand at [begin, p), where they say no usable number.
+[[gnu::noinline]] void StatementCutter::mention_unusual(const char* begin, const char* p) {
+  // "#NAME" is a constant's name (ISO 10303-21, 6.4.4.4), and stays as it is.
+  statement_.is_plain = false;
+  if (p == begin) return;
+  mentions_.push_back({0, begin, p});
+  statement_.has_too_large_number |= std::any_of(begin, p, [](char c) { return c != '0'; });
 }
 
 /// Notes which bytes stand in a text that is passed over.
@@ -191,8 +205,9 @@ void StatementCutter::look_at(const char* from, const char* to) {
   }
 }
 
-/// Looks for the ";" byte by byte; the way in sections with resources.
+/// Looks for the ";" byte by byte; the way in sections with resources, and past comments.
 StatementCutter::Scan StatementCutter::scan_plainly(const char* from, const char*& at) {
+  block_ = nullptr;
   const char* const end = buffer_.get() + end_;
   for (const char* p = from; p < end;) {
     const char* const here = p;
@@ -216,7 +231,8 @@ StatementCutter::Scan StatementCutter::scan_plainly(const char* from, const char
       if (close == std::string_view::npos) return Scan::more;
       p += close + 1;
     } else if (*p == '#') {
-      mention<true>(from, p);
+      if (statement_.depth <= 0 && p != from) statement_.takes_in_record = true;
+      mention(p);
     } else {
       if (*p == '(') ++statement_.depth;
       if (*p == ')') --statement_.depth;
@@ -235,85 +251,102 @@ __m128i all(char c) {
   return _mm_set1_epi8(c);
 }
 
-/// A bit for each of the sixteen bytes of `block` that is one of "#", "'", "/", ";", and, for full
-/// scrutiny, "(" or ")". A "+" may be among them, too: it differs from "#" in one bit only, as "'"
-/// and "/" do.
-template <bool full>
-unsigned marks_in(__m128i block) {
-  const __m128i cleared = _mm_and_si128(block, all(static_cast<char>(~0x0C)));
-  __m128i marks = _mm_or_si128(_mm_cmpeq_epi8(cleared, all('#')), _mm_cmpeq_epi8(block, all(';')));
-  if constexpr (full) {
-    const __m128i even = _mm_and_si128(block, all(static_cast<char>(~0x01)));
-    marks = _mm_or_si128(marks, _mm_cmpeq_epi8(even, all('(')));
-  }
-  return static_cast<unsigned>(_mm_movemask_epi8(marks));
+std::uint64_t bits_of(__m128i bytes, int place) {
+  return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(bytes))} << (16 * place);
+}
+
+/// For each bit the parity of all bits up to it, itself included.
+std::uint64_t parities(std::uint64_t bits) {
+  for (int distance = 1; distance < 64; distance *= 2) bits ^= bits << distance;
+  return bits;
 }
 
 }  // namespace
 
+/// Finds the marks in the 64 bytes at `block`: "#", "/", ";" and, for full scrutiny, "(" and ")"
+/// outside strings. A "+" may be among them, too: it differs from "#" in one bit only, as "'" and
+/// "/" do. So is an apostrophe behind a backslash, which may belong to a directive.
+template <bool full>
+inline void StatementCutter::find_marks(const char* block) {
+  std::uint64_t marks = 0;
+  std::uint64_t apostrophes = 0;
+  std::uint64_t unusual = 0;
+  for (int i = 0; i < 4; ++i) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block) + i);
+    const __m128i cleared = _mm_and_si128(bytes, all(static_cast<char>(~0x0C)));
+    __m128i found =
+        _mm_or_si128(_mm_cmpeq_epi8(cleared, all('#')), _mm_cmpeq_epi8(bytes, all(';')));
+    if constexpr (full) {
+      const __m128i even = _mm_and_si128(bytes, all(static_cast<char>(~0x01)));
+      found = _mm_or_si128(found, _mm_cmpeq_epi8(even, all('(')));
+      unusual |= bits_of(_mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, all('\\'))), i);
+    }
+    marks |= bits_of(found, i);
+    apostrophes |= bits_of(_mm_cmpeq_epi8(bytes, all('\'')), i);
+  }
+  if ((apostrophes | in_string_) != 0) {
+    if constexpr (!full) {
+      for (int i = 0; i < 4; ++i) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block) + i);
+        unusual |= bits_of(_mm_cmpeq_epi8(bytes, all('\\')), i);
+      }
+    }
+    const std::uint64_t strings = parities(apostrophes) ^ in_string_;
+    in_string_ = 0 - (strings >> 63);
+    const std::uint64_t before = block_ != nullptr && block[-1] == '\\' ? 1 : 0;
+    marks = (marks & ~apostrophes & ~strings) | (apostrophes & (unusual << 1 | before));
+  }
+  block_ = block;
+  marks_ = marks;
+  unusual_ = unusual;
+}
+
 /// The same as scan_plainly(), from mark to mark.
 ///
-/// Fast path: the marks of sixteen bytes are found at once. Inside a string all but the apostrophe
-/// are passed over; a doubled one closes it and opens it again, which comes to the same.
+/// Fast path: the marks of sixty-four bytes are found at once, and what stands behind the ";" is
+/// the next statement's. What needs a closer look, a comment or an apostrophe in a directive, has
+/// its whole statement looked at byte by byte.
 template <bool full>
 StatementCutter::Scan StatementCutter::scan(const char* from, const char*& at) {
   const char* const end = buffer_.get() + end_;
-  const char* string = nullptr;  // Where the string begins that `block` is in.
-  __m128i backslashes = _mm_setzero_si128();
-  __m128i high = _mm_setzero_si128();
-  for (const char* block = from; block < end;) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block));
-    const char* next_block = block + 16;
-    if constexpr (full) {
-      backslashes = _mm_or_si128(backslashes, _mm_cmpeq_epi8(bytes, all('\\')));
-      high = _mm_or_si128(high, bytes);
-    }
-    for (unsigned marks = marks_in<full>(bytes); marks != 0; marks &= marks - 1) {
-      const char* p = block + std::countr_zero(marks);
+  if (block_ == nullptr || from - block_ >= 64 || has_full_marks_ != full) {
+    if (from >= end) return Scan::more;
+    block_ = nullptr;
+    in_string_ = 0;
+    has_full_marks_ = full;
+    find_marks<full>(from);
+  }
+  int depth = 0;
+  std::uint64_t unusual = unusual_;
+  for (;;) {
+    for (std::uint64_t marks = marks_; marks != 0;) {
+      const char* p = block_ + std::countr_zero(marks);
+      marks &= marks - 1;
       const char c = *p;
-      if (string != nullptr) {
-        if (c != '\'') continue;
-        if (p[-1] != '\\') {
-          string = nullptr;
-          continue;
-        }
-        // A backslash in front: the apostrophe may belong to a directive.
-        const std::size_t behind =
-            behind_string({string, static_cast<std::size_t>(end - string)}, 0);
-        if (behind == std::string_view::npos) return Scan::in_string;
-        next_block = string + behind;
-        statement_.is_plain = false;
-        if constexpr (full) look_at(p, next_block);
-        string = nullptr;
-        break;
-      }
-      if (c == '\'') {
-        string = p;
-      } else if (c == '#') {
-        mention<full>(from, p);
+      if (c == '#') {
+        if (full && depth <= 0 && p != from) statement_.takes_in_record = true;
+        mention(p);
+      } else if (full && (c & ~1) == '(') {
+        depth += c == '(' ? 1 : -1;
       } else if (c == ';') {
-        if constexpr (full) {
-          statement_.has_backslash |= _mm_movemask_epi8(backslashes) != 0;
-          statement_.has_high_bytes |= _mm_movemask_epi8(high) != 0;
-        }
+        marks_ = marks;
+        statement_.depth = depth;
+        if (full && unusual != 0) look_at(from, p);
         at = p;
         return Scan::closed;
-      } else if (c == '/') {
-        if (p[1] != '*') continue;
-        const std::string_view rest(p, static_cast<std::size_t>(end - p));
-        const std::size_t close = rest.find("*/", 2);
-        if (close == std::string_view::npos) return Scan::in_comment;
-        next_block = p + close + 2;
-        statement_.is_plain = false;
-        if constexpr (full) look_at(p, next_block);
-        break;
-      } else if (full && c != '+') {
-        statement_.depth += c == '(' ? 1 : -1;
+      } else if ((c == '/' && p[1] == '*') || (c == '\'' && p[-1] == '\\')) {
+        begin_statement();
+        return scan_plainly(from, at);
       }
     }
-    block = next_block;
+    const char* const next = block_ + 64;
+    if (next >= end) break;
+    find_marks<full>(next);
+    unusual |= unusual_;
   }
-  return string != nullptr ? Scan::in_string : Scan::more;
+  statement_.depth = depth;
+  block_ = nullptr;
+  return in_string_ != 0 ? Scan::in_string : Scan::more;
 }
 
 #else

@@ -76,7 +76,10 @@ class StatementCutter {
   /// The first bytes of the input, as many as there are up to `most`; takes none of them.
   std::string_view peek(std::size_t most);
   /// Passes over `count` bytes, which peek() has shown.
-  void pass_over(std::size_t count) { begin_ += count; }
+  void pass_over(std::size_t count) {
+    begin_ += count;
+    block_ = nullptr;
+  }
 
   /// The offset behind all that was taken.
   std::uint64_t offset() const { return passed_ + begin_; }
@@ -84,13 +87,15 @@ class StatementCutter {
  private:
   enum class Scan : std::uint8_t { closed, more, in_string, in_comment };
   bool refill();
-  const char* find_lead_end(const char* p, bool& is_open) const;
+  const char* find_long_lead_end(const char* p, bool& is_open) const;
+  template <bool full>
+  void find_marks(const char* block);
   template <bool full>
   Scan scan(const char* from, const char*& at);
   Scan scan_plainly(const char* from, const char*& at);
   void begin_statement();
-  template <bool full>
-  void mention(const char* first, const char*& p);
+  void mention(const char*& p);
+  void mention_unusual(const char* begin, const char* p);
   void look_at(const char* from, const char* to);
 
   std::istream& in_;
@@ -104,6 +109,13 @@ class StatementCutter {
   std::uint64_t passed_;  // bytes of the input in front of the buffer
   Statement statement_;
   std::vector<Mention> mentions_;
+
+  // What is known of the 64 bytes that are looked at.
+  const char* block_ = nullptr;  // null for none
+  std::uint64_t marks_ = 0;      // a bit for each byte that may matter and was not dealt with
+  std::uint64_t unusual_ = 0;    // a bit for each backslash and high byte; full scrutiny only
+  std::uint64_t in_string_ = 0;  // all ones where a string goes on behind the block, else 0
+  bool has_full_marks_ = false;  // those of full scrutiny
 };
 
 }  // namespace Kessel::Exchange

@@ -28,7 +28,8 @@ namespace Kessel {
 //    record is warned of.
 // 4. Own bodies, no empty files. Lean has one file for the root and one for each part; what
 //    assemblies have of their own, bodies included, stands in the root's. Nested has a file for
-//    each product.
+//    each product. But what no usage uses and another product shows by a mapped item has no file of
+//    its own, since no reader would come to that: it stands with all that show it.
 // 5. Only products have files (products/products.h).
 // 6. Links. A file refers to the file of every component that it shows and that has a file of its
 //    own; the component's representation stands there as a placeholder.

@@ -23,6 +23,24 @@ void add_links(const Products& products, const Placement& placement, FileId id, 
   for (const ProductId top : products.tops) link(top);
 }
 
+/// Gives what is only shown by other products to the files of those.
+void give_shown(const Products& products, Placement& placement) {
+  std::vector<bool> is_placed(products.products.size());
+  for (const PlacedFile& file : placement.files) {
+    for (const ProductId product : file.products) is_placed[product] = true;
+  }
+  std::vector<ProductId> path;
+  for (ProductId product = 0; product < is_placed.size(); ++product) {
+    ProductId at = product;
+    for (; !is_placed[at]; at = products.products[at].shown_by) path.push_back(at);
+    for (; !path.empty(); path.pop_back()) {
+      placement.file_of[path.back()] = placement.file_of[at];
+      placement.files[placement.file_of[at]].products.push_back(path.back());
+      is_placed[path.back()] = true;
+    }
+  }
+}
+
 }  // namespace
 
 void plan_files(const Products& products, AssemblyStyle style, Placement& placement) {
@@ -41,9 +59,11 @@ void plan_files(const Products& products, AssemblyStyle style, Placement& placem
       placement.files.front().products.push_back(product);
       continue;
     }
+    if (products.products[product].shown_by != NO_PRODUCT) continue;
     placement.file_of[product] = static_cast<FileId>(placement.files.size());
     placement.files.push_back({{product}, product, {}});
   }
+  give_shown(products, placement);
   for (FileId id = 0; id < placement.files.size(); ++id) {
     add_links(products, placement, id, placement.files[id]);
   }

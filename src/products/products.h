@@ -54,6 +54,9 @@ struct Product {
   /// What its representations show of other products' representations by mapped items, without a
   /// usage that says so. Such products have no components.
   std::vector<MappedProduct> mapped;
+  /// The first product that shows it so, where no usage uses it: it is a piece of that one's shape,
+  /// in the file of which it stands. NO_PRODUCT for all others.
+  ProductId shown_by = NO_PRODUCT;
   /// Positions of the usages whose assembly it is, in the order of the file.
   std::vector<std::uint32_t> usages;
 };
@@ -86,8 +89,8 @@ struct Products {
   std::vector<Product> products;  ///< by position of the definition in the file
   std::vector<Usage> usages;      ///< by position in the file
   /// The products that no usage uses and none shows by mapped items, those apart that close
-  /// circles; ascending. Every product can
-  /// be reached from them, and there is at least one where there are products.
+  /// circles; ascending. Every product can be reached from them, and there is at least one where
+  /// there are products.
   std::vector<ProductId> tops;
 
   /// The product with that definition; NO_PRODUCT for none.

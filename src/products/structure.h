@@ -30,7 +30,7 @@ std::vector<Usage> find_usages(const Instances& instances, const Shapes& shapes,
 /// Fills representations, tied, ties and has_bodies of all products.
 void find_representations(const Instances& instances, Products& products);
 
-/// Fills closes_circle and tops.
+/// Fills closes_circle, shown_by and tops.
 void find_tops(Products& products);
 
 /// Whether `record` is a product definition: by its type, or since it has a version.

@@ -57,12 +57,31 @@ std::vector<bool> used_products(const Products& all) {
   for (const Usage& usage : all.usages) {
     if (!usage.closes_circle) used[usage.component] = true;
   }
-  for (const Product& product : all.products) {
-    for (const MappedProduct& mapped : product.mapped) {
-      if (!mapped.closes_circle) used[mapped.product] = true;
+  return used;
+}
+
+/// Fills shown_by.
+void find_shown(Products& all, const std::vector<bool>& used) {
+  for (Product& product : all.products) product.shown_by = NO_PRODUCT;
+  for (ProductId product = 0; product < all.products.size(); ++product) {
+    for (const MappedProduct& mapped : all.products[product].mapped) {
+      ProductId& shown_by = all.products[mapped.product].shown_by;
+      const bool is_first = shown_by == NO_PRODUCT && !used[mapped.product];
+      if (is_first && !mapped.closes_circle) shown_by = product;
     }
   }
-  return used;
+}
+
+/// The products that are neither used nor shown, ascending.
+std::vector<ProductId> highest(Products& all) {
+  const std::vector<bool> used = used_products(all);
+  find_shown(all, used);
+  std::vector<ProductId> some;
+  for (ProductId product = 0; product < all.products.size(); ++product) {
+    const bool is_shown = all.products[product].shown_by != NO_PRODUCT;
+    if (!used[product] && !is_shown) some.push_back(product);
+  }
+  return some;
 }
 
 }  // namespace
@@ -71,18 +90,11 @@ std::vector<bool> used_products(const Products& all) {
 /// in the order of the file.
 void find_tops(Products& all) {
   Walk walk(all);
-  const std::vector<bool> used = used_products(all);
-  const auto count = static_cast<ProductId>(all.products.size());
-  for (ProductId product = 0; product < count; ++product) {
-    if (!used[product]) walk.from(product);
-  }
-  for (ProductId product = 0; product < count; ++product) {
+  for (const ProductId product : highest(all)) walk.from(product);
+  for (ProductId product = 0; product < all.products.size(); ++product) {
     if (!walk.has_seen(product)) walk.from(product);
   }
-  const std::vector<bool> still_used = used_products(all);
-  for (ProductId product = 0; product < count; ++product) {
-    if (!still_used[product]) all.tops.push_back(product);
-  }
+  all.tops = highest(all);
 }
 
 }  // namespace Kessel

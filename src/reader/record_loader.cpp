@@ -2,6 +2,7 @@
 #include "reader/record_loader.h"
 
 #include <cstring>
+#include <optional>
 #include <span>
 #include <tuple>
 
@@ -12,6 +13,28 @@
 #include "reader/text.h"
 
 namespace Kessel {
+
+namespace {
+
+/// record_type() for nearly every record: `from` is followed by " = " or "=", by letters, and by
+/// "(" or " (". No value for any other.
+inline std::optional<std::string_view> usual_type(std::size_t from, std::string_view record) {
+  const char* begin = record.data() + from;
+  const char* const end = record.data() + record.size();
+  if (end - begin < 4) return std::nullopt;
+  if (*begin == ' ') ++begin;
+  if (*begin != '=') return std::nullopt;
+  ++begin;
+  if (*begin == ' ') ++begin;
+  if (*begin < 'A') return std::nullopt;  // No white space, and no "(".
+  const char* open = find_byte(begin, end, '(');
+  if (open == end) return std::nullopt;
+  if (open[-1] == ' ') --open;
+  if (is_space(open[-1])) return std::nullopt;
+  return std::string_view(begin, static_cast<std::size_t>(open - begin));
+}
+
+}  // namespace
 
 std::string_view record_type(std::size_t from, std::string_view record) {
   const char* const record_end = record.data() + record.size();
@@ -74,7 +97,8 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
       });
   if (last == first) return {Loading::no_number};
   const auto behind_own = static_cast<std::size_t>(own_end - record.data());
-  const std::string_view name = record_type(behind_own, record);
+  const std::optional<std::string_view> usual = usual_type(behind_own, record);
+  const std::string_view name = usual ? *usual : record_type(behind_own, record);
   if (name.empty()) return {Loading::no_type};
 
   Added added{whole ? Loading::whole : Loading::references_cut, *first, name};
@@ -82,26 +106,49 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
   return added;
 }
 
+namespace {
+
+/// Whether `keyword` is all that stands between "=" and "(", blanks apart.
+bool stands_alone(std::string_view keyword, const Exchange::Record& record) {
+  if (keyword.empty()) return false;
+  const char* before = keyword.data();
+  if (is_space(before[-1])) --before;
+  const char* behind = keyword.data() + keyword.size();
+  const char* const end = record.text.data() + record.text.size();
+  if (behind != end && is_space(*behind)) ++behind;
+  return before[-1] == '=' && behind != end && *behind == '(';
+}
+
+}  // namespace
+
 void RecordLoader::add(const Exchange::Record& record) {
-  numbers_.clear();  // Its room stays.
+  if (numbers_.size() < record.mentions.size()) numbers_.resize(record.mentions.size());
+  unsigned* const first = numbers_.data();
+  unsigned* last = first;
   for (const Exchange::Mention& mention : record.mentions) {
-    if (mention.number != 0) numbers_.push_back(static_cast<unsigned>(mention.number));
+    if (mention.number != 0) *last++ = static_cast<unsigned>(mention.number);
+  }
+  const std::span<const unsigned> references(first, last);
+  if (record.is_plain && stands_alone(record.keyword, record)) {
+    enter(static_cast<unsigned>(record.number), record.keyword, record.text, references);
+    return;
   }
   const std::size_t equals = record.text.rfind('=', record.text.size() - record.body.size());
   if (record.is_plain && equals != std::string_view::npos) {
-    load(record, record.text, equals);
+    load(record, record.text, equals, references);
   } else {
-    load(record, "=" + Exchange::without_comments(record.body), 0);
+    load(record, "=" + Exchange::without_comments(record.body), 0, references);
   }
 }
 
 /// Enters `record` by `text`, what there is of it for those who know no comments; its type stands
 /// behind `equals`.
-void RecordLoader::load(const Exchange::Record& record, std::string_view text, std::size_t equals) {
+void RecordLoader::load(const Exchange::Record& record, std::string_view text, std::size_t equals,
+                        std::span<const unsigned> references) {
   const auto id = static_cast<unsigned>(record.number);
   const std::string_view name = record_type(equals, text);
   if (!name.empty()) {
-    enter(id, name, text, numbers_);
+    enter(id, name, text, references);
     return;
   }
   // Nothing leads on from it, but its number is taken: another record under it is one too many.

@@ -65,7 +65,8 @@ class RecordLoader {
   void add(const Exchange::Record& record);
 
  private:
-  void load(const Exchange::Record& record, std::string_view text, std::size_t equals);
+  void load(const Exchange::Record& record, std::string_view text, std::size_t equals,
+            std::span<const unsigned> references);
   std::uint32_t enter(unsigned id, std::string_view name, std::string_view record,
                       std::span<const unsigned> references);
   /// The first and last eight bytes of a name, which is all of it up to sixteen. Together with the

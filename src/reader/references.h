@@ -48,13 +48,15 @@ template <class Visit>
 bool for_each_reference(std::string_view text, Visit visit) {
   if (text.size() < 16) return for_each_reference_plainly(text, visit);
   const char* const end = text.data() + text.size();
+  const char* const last_block = end - 16;
   bool inside_literal = false;
-  for (const char* block = text.data(); block < end; block += 16) {
+  for (const char* block = text.data();; block += 16) {
     unsigned marks;
-    if (end - block >= 16) {
+    if (block <= last_block) {
       marks = marks_in_block(block);
     } else {  // The last sixteen bytes, without those that were in the block before.
-      marks = marks_in_block(end - 16) >> (16 - (end - block));
+      if (block >= end) return true;
+      marks = marks_in_block(last_block) >> (block - last_block);
     }
     for (; marks != 0; marks &= marks - 1) {
       const char* p = block + std::countr_zero(marks);
@@ -68,7 +70,6 @@ bool for_each_reference(std::string_view text, Visit visit) {
       }
     }
   }
-  return true;
 }
 
 #else

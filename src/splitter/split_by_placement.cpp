@@ -15,6 +15,7 @@
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
+#include "model/progress_reporter.h"
 #include "output/split_writer.h"
 #include "placement/placement.h"
 #include "products/products.h"
@@ -95,11 +96,15 @@ Finding finding_for(std::istream& in, const Instances& instances, const Placemen
   return finding;
 }
 
-void require_products(const Products& products, std::vector<Finding>& warnings) {
+void require_products(const Products& products, const Placement& placement,
+                      std::vector<Finding>& warnings) {
   if (products.products.empty()) {
     warnings.push_back(make_finding(FindingKind::no_part, "The file holds no product."));
   } else if (products.products.size() == 1) {
     warnings.push_back(make_finding(FindingKind::one_part, "The file holds one product only."));
+  } else if (placement.files.size() < 2) {
+    warnings.push_back(make_finding(FindingKind::one_part,
+                                    "The file holds one product only, and what it is made of."));
   }
 }
 
@@ -131,8 +136,11 @@ class PlacedSplit {
   std::vector<WrittenFile> run() {
     const InputStamp before(path_);
     load();
+    ProgressReporter sorting(options_, Stage::sorting, 2);
     products_ = find_products(instances_);
+    sorting.report(1);
     placement_ = place_records(instances_, products_, options_.assemblies);
+    sorting.report_end();
     warn();
     if (placement_.files.size() < 2) return {};
     names_ = placed_names(instances_, products_, placement_, options_.names);
@@ -160,7 +168,7 @@ class PlacedSplit {
     for (const PlacementWarning& warning : placement_.warnings) {
       warnings_.push_back(finding_for(in_, instances_, warning));
     }
-    require_products(products_, warnings_);
+    require_products(products_, placement_, warnings_);
     set_lines(in_, warnings_);
     for (const Finding& finding : warnings_) options_.warning(finding);
   }

@@ -105,7 +105,8 @@ void GatheredOutput::look_for_cold_parts() {
 }
 
 /// Makes room for `room` bytes more: the room of a text that was passed on, which is memory that
-/// the system has mapped already, or else twice what there was.
+/// the system has mapped already, or else four times what there was: a text that grows to its end
+/// by doubling is copied three times as much.
 void GatheredOutput::make_room(Text& text, std::size_t room) {
   const std::size_t needed = text.size + room;
   Text larger;
@@ -113,7 +114,7 @@ void GatheredOutput::make_room(Text& text, std::size_t room) {
     larger = std::move(spare_.back());
     spare_.pop_back();
   } else {
-    larger.room = std::max({MIN_ROOM, 2 * text.room, needed});
+    larger.room = std::max({MIN_ROOM, 4 * text.room, needed});
     larger.bytes = std::make_unique_for_overwrite<char[]>(larger.room);
   }
   std::copy_n(text.bytes.get(), text.size, larger.bytes.get());

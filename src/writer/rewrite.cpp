@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <span>
+#include <type_traits>
 #include <utility>
 
 #include "reader/references.h"
@@ -41,6 +42,25 @@ TextReference reference_at(std::string_view text, std::uint32_t number, const ch
 /// Pieces of text are copied in blocks of this size.
 constexpr std::size_t CHUNK = 32;
 
+/// Copies up to a block in pieces of fixed size, which overlap.
+inline void copy_end(const char* text, std::size_t size, char* out) {
+  const auto copy_twice = [&](auto width) {
+    std::memcpy(out, text, width);
+    std::memcpy(out + size - width, text + size - width, width);
+  };
+  if (size >= 16) {
+    copy_twice(std::integral_constant<std::size_t, 16>());
+  } else if (size >= 8) {
+    copy_twice(std::integral_constant<std::size_t, 8>());
+  } else if (size >= 4) {
+    copy_twice(std::integral_constant<std::size_t, 4>());
+  } else if (size != 0) {
+    out[0] = text[0];
+    out[size / 2] = text[size / 2];
+    out[size - 1] = text[size - 1];
+  }
+}
+
 /// Copies `size` bytes, and perhaps up to a block more where `readable` allows that: copies of
 /// fixed size take no call. Returns the end of the copy.
 inline char* copy_text(const char* text, std::size_t size, std::size_t readable, char* out) {
@@ -52,7 +72,7 @@ inline char* copy_text(const char* text, std::size_t size, std::size_t readable,
   } else if (readable >= CHUNK) {
     std::memcpy(out, text, CHUNK);
   } else {
-    std::memcpy(out, text, size);
+    copy_end(text, size, out);
   }
   return out + size;
 }
@@ -140,7 +160,7 @@ class Rewriter {
 std::optional<TextReference> first_reference(std::string_view text) {
   const char* const end = text.data() + text.size();
   const char* begin = text.data();
-  if (!text.starts_with('#')) begin = find_reference(begin, end);  // Nearly every record does.
+  if (begin == end || *begin != '#') begin = find_reference(begin, end);  // Nearly never.
   if (begin == nullptr) return std::nullopt;
   const char* p = ++begin;
   const std::uint32_t number = read_number(p, end);
@@ -157,10 +177,8 @@ void find_references(std::string_view text, std::vector<TextReference>& found) {
 
 void find_references(const Exchange::Record& record, std::vector<TextReference>& found) {
   found.clear();
-  const char* own = record.text.data() + 1;
-  const char* own_end = own;
-  const std::uint32_t number = read_number(own_end, record.text.data() + record.text.size());
-  found.push_back(reference_at(record.text, number, own, own_end));
+  found.push_back(reference_at(record.text, static_cast<std::uint32_t>(record.number),
+                               record.text.data() + 1, record.behind_number));
   for (const Exchange::Mention& other : record.mentions) {
     if (other.number == 0 || other.number > UINT32_MAX) continue;
     found.push_back(reference_at(record.text, static_cast<std::uint32_t>(other.number), other.begin,
@@ -184,6 +202,22 @@ char* rewrite_record(std::string_view record, const std::vector<TextReference>& 
   Rewriter rewriter(record, slots, part, out);
   rewriter.put_number(references.front(), own_number);
   for (const TextReference& other : std::span(references).subspan(1)) rewriter.put_reference(other);
+  return rewriter.finish();
+}
+
+std::size_t rewriting_room(const Exchange::Record& record) {
+  return record.text.size() + (1 + record.mentions.size()) * NUMBER_ROOM + CHUNK;
+}
+
+char* rewrite_record(const Exchange::Record& record, std::uint32_t own_number, Slots slots,
+                     Part* part, char* out) {
+  const std::string_view text = record.text;
+  Rewriter rewriter(text, slots, part, out);
+  rewriter.put_number(reference_at(text, 0, text.data() + 1, record.behind_number), own_number);
+  for (const Exchange::Mention& other : record.mentions) {
+    rewriter.put_reference(
+        reference_at(text, static_cast<std::uint32_t>(other.number), other.begin, other.end));
+  }
   return rewriter.finish();
 }
 

@@ -63,6 +63,12 @@ std::size_t rewriting_room(std::string_view record);
 char* rewrite_record(std::string_view record, const TextReference& own, std::uint32_t own_number,
                      Slots slots, Part* part, char* out);
 
+/// The same for a record of a standard reading, whose references the reader has found; all are
+/// numbers from 1 to 4,294,967,295.
+std::size_t rewriting_room(const Exchange::Record& record);
+char* rewrite_record(const Exchange::Record& record, std::uint32_t own_number, Slots slots,
+                     Part* part, char* out);
+
 /// Appends the record `text` of `record`, a presentation representation, with its item list made
 /// anew from those references of the record that `part` holds. The context, being a reference,
 /// stands among them; outputs depend on it. Without an item list in the text (the second "(",

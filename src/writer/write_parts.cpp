@@ -49,8 +49,7 @@ class RecordWriter {
     if (!own) return;
     const Entity* entity = slot_at(slots_, own->number);
     if (entity == nullptr || entity->part_numbers.empty()) return;
-    if (entity->part_numbers.size() == 1 && !is_presentation(*entity) &&
-        record.size() <= SHORT_RECORD) {
+    if (goes_into_one_file(*entity) && record.size() <= SHORT_RECORD) {
       const auto [part, number] = entity->part_numbers.front();
       write_to_only_part(record, *own, *part, number);
     } else {
@@ -61,9 +60,12 @@ class RecordWriter {
 
   /// The same for a record of a standard reading.
   void write(const Exchange::Record& record) {
-    if (record.is_plain) return write(record.text);
     const Entity* entity = slot_at(slots_, static_cast<std::uint32_t>(record.number));
     if (entity == nullptr || entity->part_numbers.empty()) return;
+    if (record.is_plain && has_common_numbers(record)) {
+      if (goes_into_one_file(*entity)) return write_to_only_part(record, *entity);
+      return write(record.text);
+    }
     if (is_remade(*entity)) {
       const std::string bare = Exchange::without_comments(record.text);
       find_references(bare, references_);
@@ -83,11 +85,31 @@ class RecordWriter {
   /// The texts of thousands of parts are far apart in memory: so many are called for in advance.
   static constexpr int EXPECTED_AHEAD = 4;
 
-  /// Fast path: nearly every record goes into one file, with no change but the numbers.
+  /// The same where the references were not found yet.
   void write_to_only_part(std::string_view record, const TextReference& own, Part& part,
                           std::uint32_t number) {
     output_.write_in_place(part, rewriting_room(record) + RECORD_END.size(), [&](char* out) {
       return end_record(rewrite_record(record, own, number, slots_, &part, out));
+    });
+  }
+
+  static bool has_common_numbers(const Exchange::Record& record) {
+    return std::all_of(
+        record.mentions.begin(), record.mentions.end(),
+        [](const Exchange::Mention& mention) { return mention.number <= UINT32_MAX; });
+  }
+
+  /// Whether the record goes into one file with no change but the numbers.
+  static bool goes_into_one_file(const Entity& entity) {
+    return entity.part_numbers.size() == 1 && !is_presentation(entity);
+  }
+
+  /// Fast path: nearly every record does.
+  void write_to_only_part(const Exchange::Record& record, const Entity& entity) {
+    const auto [part, number] = entity.part_numbers.front();
+    const std::size_t room = rewriting_room(record) + RECORD_END.size();
+    output_.write_in_place(*part, room, [&, part = part, number = number](char* out) {
+      return end_record(rewrite_record(record, number, slots_, part, out));
     });
   }
 

@@ -90,12 +90,21 @@ static void defaults(void) {
   EXPECT_FILES(NULL, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
 }
 
+/* Whether the beginning of a file has a text. */
+static int file_has(const char* path, const char* text) {
+  char begin[8192];
+  size_t size = 0;
+  FILE* file = fopen(path, "r");
+  if (file == NULL) abort();
+  size = fread(begin, 1, sizeof begin - 1, file);
+  begin[size] = '\0';
+  fclose(file);
+  return strstr(begin, text) != NULL;
+}
+
 static void choices(void) {
   struct kessel_options options = default_options();
-  struct stat classic;
-  struct stat lean;
   EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
-  EXPECT(stat("out/#21_part.stp", &classic) == 0);
   options.names = KESSEL_NAMES_PRODUCT;
   options.assemblies = KESSEL_ASSEMBLIES_NESTED;
   EXPECT_FILES(&options, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
@@ -140,9 +149,8 @@ static void choices(void) {
   kessel_free(kessel_split("solid.stp", "classic", &options));
   options.assemblies = KESSEL_ASSEMBLIES_LEAN;
   kessel_free(kessel_split("solid.stp", "lean", &options));
-  EXPECT(stat("classic/#1_part.stp", &classic) == 0);
-  EXPECT(stat("lean/#1_part.stp", &lean) == 0);
-  EXPECT(lean.st_size < classic.st_size);
+  EXPECT(file_has("classic/#1_part.stp", "MANIFOLD_SOLID_BREP"));
+  EXPECT(!file_has("lean/#1_part.stp", "MANIFOLD_SOLID_BREP"));
 }
 
 static void nothing_to_split(void) {
@@ -186,8 +194,7 @@ static void input_errors(void) {
   EXPECT_FAILURE("empty.stp", "out", NULL, KESSEL_INPUT_ERROR, "The file is empty.");
   options.memory_limit = 1;
   EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_INPUT_ERROR,
-                 "The header, a record or other text in front of a \";\" is longer than the memory "
-                 "limit of 1 bytes.");
+                 "With instance #1 the records need 34820 bytes of memory, and the limit is 1.");
   EXPECT(access("out", F_OK) != 0);
 }
 

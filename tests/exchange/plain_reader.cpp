@@ -291,7 +291,7 @@ class Reading {
   }
 
   void warn(const std::string& kind, std::size_t at, const std::string& number = "0") {
-    add("warning " + kind + place(at) + '#' + (is_above(number, "4294967295") ? "0" : number));
+    add("warning " + kind + place(at) + '#' + number);
   }
 
   std::string text_of(const Statement& s) const {

@@ -167,7 +167,7 @@ TEST(Loader, TakesAScatteredRecordOnceThatIsThereTwice) {
   const Loaded loaded = load("#18446744073709551615=A();\n#1=A();\n#18446744073709551615=A();\n");
   EXPECT_EQ(loaded.instances.find(18446744073709551615u), 0u);
   EXPECT_EQ(loaded.instances.type(2), TypeTable::REPEATED);
-  EXPECT_THAT(lines_of(loaded.warnings), ElementsAre("same_text_twice 4 #0"));
+  EXPECT_THAT(lines_of(loaded.warnings), ElementsAre("same_text_twice 4 #18446744073709551615"));
 }
 
 TEST(Loader, RefusesOneNumberWithTwoTexts) {
@@ -208,8 +208,8 @@ TEST(Loader, NamesTheFirstMissingInstancesAndCountsTheOthers) {
   EXPECT_EQ(loaded.warnings[19].count, 1u);
   EXPECT_EQ(loaded.warnings[20].count, 10u);
   EXPECT_EQ(loaded.warnings[20].sentence,
-            "And 10 more like the 20 that are listed: This record refers to an instance that the "
-            "file does not have.");
+            "And 10 more like the 20 that are listed: #21 refers to #100 and #200, which are not "
+            "there.");
   for (const Finding& warning : loaded.warnings) EXPECT_EQ(warning.severity, Severity::warning);
 }
 

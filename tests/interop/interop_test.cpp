@@ -30,7 +30,9 @@ auto name_of_case = [](const auto& test) { return test_name(test.param); };
 /// validation properties.
 std::string differences_of_root(const fs::path& in, const Options& options,
                                 const ScratchFolder& folder) {
-  const fs::path root = split(in, options, folder).at(0);
+  const auto files = split(in, options, folder);
+  if (files.empty()) return "";  // One part, with what it shows by mapped items.
+  const fs::path root = files.at(0);
   return differences(read_free_shapes(in), read_free_shapes(root)) +
          differences(read_remarks(in), read_remarks(root));
 }

@@ -82,7 +82,7 @@ const std::set<std::string> INTERFACE = {
     "Kessel::join(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::JoinOptions const&)",
     "Kessel::read_assembly(std::filesystem::path const&, Kessel::Options const&)",
-    "Kessel::read_summary(std::filesystem::path const&)",
+    "Kessel::read_summary(std::filesystem::path const&, Kessel::Options const&)",
     "Kessel::split(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::Options const&)",
     "Kessel::verify(std::filesystem::path const&, std::filesystem::path const&, "

@@ -151,14 +151,43 @@ TEST(Placement, MappedItemsOfAComponentMapThePlaceholder) {
   EXPECT_EQ(mapped.at(40), "1");
 }
 
-TEST(Placement, WhatIsMappedWithoutAUsageStandsWithBoth) {
+TEST(Placement, WhatIsOnlyMappedStandsWithWhatMapsIt) {
   const Placed mapped(product_records(10, "car", "#3,#60") +
                       product_records(20, "wheel", "#3,#40") + solid_records(40) +
                       "#60=MAPPED_ITEM('',#61,#3);\n#61=REPRESENTATION_MAP(#3,#25);\n");
-  ASSERT_EQ(mapped.placement.files.size(), 2u);
-  EXPECT_EQ(mapped.at(40), "0 1");
-  EXPECT_EQ(mapped.at(20), "0 1");
+  EXPECT_EQ(mapped.placement.files.size(), 1u);
+  EXPECT_EQ(mapped.at(20), "0");
+  EXPECT_EQ(mapped.at(40), "0");
   EXPECT_TRUE(mapped.placement.warnings.empty());
+}
+
+/// A lamp of two lights, each of which shows a bulb by a mapped item.
+const std::string LAMP =
+    product_records(10, "lamp", "#3") + product_records(20, "left", "#3,#60") +
+    product_records(30, "right", "#3,#62") + product_records(50, "bulb", "#3,#40") +
+    solid_records(40) + placed_usage_records(70, 10, 20) + placed_usage_records(80, 10, 30) +
+    "#60=MAPPED_ITEM('',#61,#3);\n#61=REPRESENTATION_MAP(#3,#55);\n#62=MAPPED_ITEM('',#61,#3);\n" +
+    "#90=PRODUCT_CATEGORY('','');\n#91=PRODUCT_RELATED_PRODUCT_CATEGORY('part',$,(#51));\n"
+    "#92=PRODUCT_CATEGORY_RELATIONSHIP('','',#90,#91);\n";
+
+TEST(Placement, WhatSeveralProductsMapStandsWithEach) {
+  for (const AssemblyStyle style : {AssemblyStyle::nested, AssemblyStyle::lean}) {
+    const Placed lamp(LAMP, style);
+    ASSERT_EQ(lamp.placement.files.size(), 3u);
+    EXPECT_EQ(lamp.links(0), (Names{"left", "right"}));
+    EXPECT_EQ(lamp.at(50), "1 2");
+    EXPECT_EQ(lamp.at(40), "1 2");
+    EXPECT_EQ(lamp.at(92), "1 2");
+    EXPECT_EQ(lamp.links(1), Names{});
+  }
+}
+
+TEST(Placement, WhatIsMappedHereAndUsedThereHasAFileOfItsOwn) {
+  const Placed lamp(LAMP + placed_usage_records(100, 10, 50));
+  ASSERT_EQ(lamp.placement.files.size(), 4u);
+  EXPECT_EQ(lamp.links(0), (Names{"left", "right", "bulb"}));
+  EXPECT_EQ(lamp.at(40), "1 2 3");
+  EXPECT_EQ(lamp.at(50), "0g 1 2 3");
 }
 
 TEST(Placement, ABodyOfTwoProductsStandsWithBoth) {

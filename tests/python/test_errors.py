@@ -76,8 +76,8 @@ def test_files_that_are_there_already(assembly):
     texts = [file.read_bytes() for file in files]
     with pytest.raises(velkstep.OutputError) as caught:
         velkstep.split(assembly, "out")
-    assert str(caught.value) == "out/bolt.stp: cannot be written: File exists"
-    assert (caught.value.path, caught.value.errno) == (Path("out/bolt.stp"), errno.EEXIST)
+    assert str(caught.value) == "out/joint.stp: cannot be written: File exists"
+    assert (caught.value.path, caught.value.errno) == (Path("out/joint.stp"), errno.EEXIST)
     assert [file.read_bytes() for file in files] == texts
 
 
