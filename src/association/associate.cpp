@@ -1,19 +1,18 @@
 // Decides which instances each part's file receives, and under which numbers.
 #include "association/associate.h"
 
+#include <cstddef>
+#include <span>
+
 #include "association/passes.h"
 #include "model/progress_reporter.h"
 
 namespace Kessel {
 
 void associate_entities(const Store& store, const Options& options) {
-  const std::vector<Pass> passes = association_passes(options.assemblies);
+  const std::span<const Pass> passes = association_passes();
   ProgressReporter reporter(options, Stage::sorting, passes.size() + 1);
-  if (options.assemblies == AssemblyStyle::nested) {
-    recognise_own_files(store);
-  } else {
-    initiate_recognition(store);
-  }
+  initiate_recognition(store);
   for (std::size_t i = 0; i < passes.size(); ++i) {
     run_pass(store, passes[i]);
     reporter.report(i + 1);

@@ -7,7 +7,7 @@
 namespace Kessel {
 
 /// Enters the parts of `store`, which are linked and classified, into the `part_numbers` of its
-/// records: recognition, the passes of the style in their order, and the instances that no pass
+/// records: recognition, the passes in their order, and the instances that no pass
 /// reached. Throws as the rules do.
 void associate_entities(const Store& store, const Options& options = {});
 
@@ -15,10 +15,6 @@ void associate_entities(const Store& store, const Options& options = {});
 /// Without a root, only the latter. Unlike the rules, this gives no number back when the definition
 /// holds the part already; a gap in the root's numbers is part of the output.
 void initiate_recognition(const Store& store);
-
-/// Where every assembly has a file of its own: enters each part's definition into its own file
-/// only. Its parents' files get it with their usages. A generated root has no definition.
-void recognise_own_files(const Store& store);
 
 /// Lets every instance without a part take the parts of what it refers to, in ascending order of
 /// numbers; one that gains nothing queues again behind the others. The visits are limited to five

@@ -61,20 +61,4 @@ void through_usages(const Store& store, const Pass& pass, const SelectedTypes& s
   });
 }
 
-void spread_to_leaves(const Store& store, const Pass&, const SelectedTypes& selected) {
-  for_each_type(selected, [&](std::string_view type) { gather_and_spread_to_leaves(store, type); });
-}
-
-void styles_to_items(const Store& store, const Pass&, const SelectedTypes& selected) {
-  for_each_type(selected, [&](std::string_view type) { styles_to_their_items(store, type); });
-}
-
-void usages_to_assemblies(const Store& store, const Pass&, const SelectedTypes& selected) {
-  for_each_type(selected, [&](std::string_view type) { usages_to_their_assemblies(store, type); });
-}
-
-void tops_to_root(const Store& store, const Pass&, const SelectedTypes& selected) {
-  for_each_type(selected, [&](std::string_view type) { tops_to_generated_root(store, type); });
-}
-
 }  // namespace Kessel::Rules

@@ -25,18 +25,12 @@ const Pass PASSES[] = {
                "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
      .rule = from_child_and_down,
      .filter = ASSEMBLIES,
-     .n = 0,
-     .in = In::classic_and_lean},
-    {.types = {"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
-               "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
-     .rule = usages_to_assemblies,
-     .in = In::nested},
+     .n = 0},
     {.types = {"MAKE_FROM_USAGE_OPTION"}, .rule = gather_and_spread},
     {.types = {"NEXT_ASSEMBLY_USAGE_OCCURRENCE"},
      .rule = through_usages,
      .n = 0,
-     .other = {"PRODUCT_DEFINITION"},
-     .in = In::classic_and_lean},
+     .other = {"PRODUCT_DEFINITION"}},
     {.types = {"MULTI_LEVEL_REFERENCE_DESIGNATOR"}, .rule = from_children},
     // The reader keeps no record of this type, so the pass selects nothing; outputs depend on that.
     {.types = {"APPLICATION_PROTOCOL_DEFINITION"}, .rule = from_children},
@@ -66,10 +60,7 @@ const Pass PASSES[] = {
      .other = placements_and_contexts},
     {.types = {"CONTEXT_DEPENDENT_SHAPE_REPRESENTATION"}, .rule = both_ways},
     {.types = transformations, .rule = to_children_outside, .other = shape_representations},
-    {.types = {"SHAPE_REPRESENTATION_RELATIONSHIP"},
-     .rule = gather_and_spread,
-     .in = In::classic_and_nested},
-    {.types = {"SHAPE_REPRESENTATION_RELATIONSHIP"}, .rule = spread_to_leaves, .in = In::lean},
+    {.types = {"SHAPE_REPRESENTATION_RELATIONSHIP"}, .rule = gather_and_spread},
     {.types = {"CONSTRUCTIVE_GEOMETRY_REPRESENTATION"},
      .rule = gather_and_spread,
      .filter = LEAVES},
@@ -87,16 +78,9 @@ const Pass PASSES[] = {
      .n = 0,
      .other = {"GENERAL_PROPERTY"}},
     // presentation
-    {.types = {"STYLED_ITEM"}, .rule = gather_and_spread, .in = In::classic},
-    {.types = {"OVER_RIDING_STYLED_ITEM"}, .rule = gather_and_spread, .in = In::classic},
-    {.types = {"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"},
-     .rule = gather_and_spread,
-     .in = In::classic},
-    {.types = {"STYLED_ITEM"}, .rule = styles_to_items, .in = In::lean_and_nested},
-    {.types = {"OVER_RIDING_STYLED_ITEM"}, .rule = styles_to_items, .in = In::lean_and_nested},
-    {.types = {"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"},
-     .rule = styles_to_items,
-     .in = In::lean_and_nested},
+    {.types = {"STYLED_ITEM"}, .rule = gather_and_spread},
+    {.types = {"OVER_RIDING_STYLED_ITEM"}, .rule = gather_and_spread},
+    {.types = {"CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"}, .rule = gather_and_spread},
     {.types = {"MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION", "DRAUGHTING_MODEL"},
      .rule = from_children,
      .filter = LEAVES},
@@ -121,31 +105,7 @@ const Pass PASSES[] = {
     {.types = {"PLY_ORIENTATION_ANGLE", "LAID_ORIENTATION_ANGLE", "DRAPED_ORIENTATION_ANGLE"},
      .rule = gather_and_spread},
     {.types = units, .rule = gather_and_spread},
-    // nested: every part has all that is its own; now the assemblies get, through their usages, the
-    // definition, shape and placements of their components
-    {.types = {"ASSEMBLY_COMPONENT_USAGE", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
-               "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE"},
-     .rule = to_descendants,
-     .in = In::nested},
-    {.types = {"PRODUCT_DEFINITION", "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS"},
-     .rule = tops_to_root,
-     .in = In::nested},
-    {.types = {"PRODUCT_DEFINITION_SHAPE"}, .rule = from_child, .n = 0, .in = In::nested},
-    {.types = {"SHAPE_DEFINITION_REPRESENTATION"}, .rule = both_ways, .in = In::nested},
-    {.types = shape_representations,
-     .rule = to_children_inside,
-     .other = placements_and_contexts,
-     .in = In::nested},
-    {.types = {"CONTEXT_DEPENDENT_SHAPE_REPRESENTATION"}, .rule = both_ways, .in = In::nested},
-    {.types = transformations,
-     .rule = to_children_outside,
-     .other = shape_representations,
-     .in = In::nested},
 };
-
-bool belongs_to(In in, AssemblyStyle style) {
-  return (static_cast<unsigned>(in) >> static_cast<unsigned>(style) & 1) != 0;
-}
 
 TypeNameSet shape_representation_types(const std::set<std::string>& file_types) {
   TypeNameSet names = types_ending_with(file_types, "SHAPE_REPRESENTATION");
@@ -177,16 +137,8 @@ TypeNameSet TypeSelection::resolve(const std::set<std::string>& file_types) cons
   return {names.begin(), names.end()};
 }
 
-std::vector<Pass> association_passes(AssemblyStyle style) {
-  std::vector<Pass> passes;
-  for (const Pass& pass : PASSES) {
-    if (!belongs_to(pass.in, style)) continue;
-    passes.push_back(pass);
-    // Nested, every part starts in its own file alone: what a filter for leaves keeps out of the
-    // assemblies is not on its way there, and an assembly's own bodies must come through.
-    if (style == AssemblyStyle::nested && pass.filter == LEAVES) passes.back().filter = ALL_PARTS;
-  }
-  return passes;
+std::span<const Pass> association_passes() {
+  return PASSES;
 }
 
 void run_pass(const Store& store, const Pass& pass) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -34,23 +35,8 @@ void to_children_outside(const Store&, const Pass&, const SelectedTypes&);
 /// Over nodes of the other type.
 void through_relationships(const Store&, const Pass&, const SelectedTypes&);
 void through_usages(const Store&, const Pass&, const SelectedTypes&);
-void spread_to_leaves(const Store&, const Pass&, const SelectedTypes&);
-void styles_to_items(const Store&, const Pass&, const SelectedTypes&);
-void usages_to_assemblies(const Store&, const Pass&, const SelectedTypes&);
-void tops_to_root(const Store&, const Pass&, const SelectedTypes&);
 
 }  // namespace Rules
-
-/// The styles that a pass belongs to: a bit for each, by the style's value.
-enum class In : std::uint8_t {
-  classic = 1 << static_cast<int>(AssemblyStyle::classic),
-  lean = 1 << static_cast<int>(AssemblyStyle::lean),
-  nested = 1 << static_cast<int>(AssemblyStyle::nested),
-  classic_and_lean = classic | lean,  ///< where one file holds the whole structure
-  classic_and_nested = classic | nested,
-  lean_and_nested = lean | nested,  ///< where geometry stays in its component's file
-  every_style = classic | lean | nested,
-};
 
 /// Sets of types that depend on the file's own type names.
 enum class TypeGroup {
@@ -81,11 +67,10 @@ struct Pass {
   KindFilter filter = ALL_PARTS;
   std::uint16_t n = 0;       ///< the reference that rules with a position look at
   TypeSelection other = {};  ///< child types or node type, for the rules that have one
-  In in = In::every_style;
 };
 
-/// The passes of a style between recognition and the instances that nothing reached, in order.
-std::vector<Pass> association_passes(AssemblyStyle style = AssemblyStyle::classic);
+/// The passes between recognition and the instances that nothing reached, in order.
+std::span<const Pass> association_passes();
 
 /// Runs one pass over `file`.
 void run_pass(const Store& store, const Pass& pass);

@@ -13,11 +13,4 @@ void initiate_recognition(const Store& store) {
   }
 }
 
-void recognise_own_files(const Store& store) {
-  for (Part* part : store.parts) {
-    if (part == store.root && store.root_generated) continue;
-    part->part_numbers.add(part, ++part->last_instance_number);
-  }
-}
-
 }  // namespace Kessel

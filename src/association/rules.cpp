@@ -1,13 +1,11 @@
 // The rules that move parts along the references of one record.
 #include "association/rules.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
 #include "findings/messages.h"
 #include "model/slots.h"
-#include "structure/leaf.h"
 
 namespace Kessel {
 
@@ -50,18 +48,6 @@ void take_from_child(Slots slots, Entity& record, std::uint16_t n, KindFilter fi
     return;
   }
   adopt_parts(slot_at(slots, references[n]), &record, filter);
-}
-
-/// What a styled item styles: its last reference, or, where it overrides another styled item, the
-/// one in front of that (ISO 10303-46). Null when there is none.
-const Entity* styled_object(Slots slots, const Entity& styled_item) {
-  const Entity* before = nullptr;
-  for (const std::uint32_t reference : styled_item.references()) {
-    const Entity* next = slot_at(slots, reference);
-    if (next != nullptr && next->type().ends_with("STYLED_ITEM")) return before;
-    before = next;
-  }
-  return before;
 }
 
 /// What most walks never exceed on one level, which saves them growing a list step by step.
@@ -159,47 +145,6 @@ void gather_and_spread(const Store& store, std::string_view type, KindFilter fil
   for_each_record(store, type, [&](Entity& record) {
     gather(store.entities, record, filter);
     spread(store, record, filter);
-  });
-}
-
-void gather_and_spread_to_leaves(const Store& store, std::string_view type) {
-  for_each_record(store, type, [&](Entity& record) {
-    const auto references = record.references();
-    const bool leaf_reaches =
-        std::any_of(references.begin(), references.end(), [&](std::uint32_t reference) {
-          const Entity* below = slot_at(store.entities, reference);
-          return below != nullptr && first_leaf(*below) != nullptr;
-        });
-    const KindFilter filter = leaf_reaches ? LEAVES : ALL_PARTS;
-    gather(store.entities, record, filter);
-    spread(store, record, filter);
-  });
-}
-
-void styles_to_their_items(const Store& store, std::string_view type) {
-  for_each_record(store, type, [&](Entity& record) {
-    adopt_parts(styled_object(store.entities, record), &record, ALL_PARTS);
-    spread(store, record, ALL_PARTS);
-  });
-}
-
-void usages_to_their_assemblies(const Store& store, std::string_view type) {
-  for_each_record(store, type, [&](Entity& usage) {
-    if (!usage.refer_any()) return;
-    auto* assembly = dynamic_cast<Part*>(slot_at(store.entities, usage.references().front()));
-    if (assembly == nullptr || usage.part_numbers.contains(assembly)) return;
-    usage.part_numbers.add(assembly, ++assembly->last_instance_number);
-  });
-}
-
-void tops_to_generated_root(const Store& store, std::string_view type) {
-  Part* root = store.root;
-  if (root == nullptr || !root->children.empty()) return;  // A root that was found has components.
-  for_each_record(store, type, [&](Entity& record) {
-    auto* part = dynamic_cast<Part*>(&record);
-    if (part == nullptr || !part->parents.empty() || part->part_numbers.contains(root)) return;
-    part->part_numbers.add(root, ++root->last_instance_number);
-    spread(store, *part, ALL_PARTS);
   });
 }
 

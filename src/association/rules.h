@@ -54,22 +54,6 @@ void propagate_both_ways(const Store& store, std::string_view type, KindFilter f
 void gather_and_spread(const Store& store, std::string_view type, KindFilter filter);
 void gather_and_spread(const Store& store, const TypeNameSet& types, KindFilter filter);
 
-/// Like gather_and_spread() for all parts, except that a record which a leaf part reaches moves
-/// leaf parts only: geometry that a component's file holds stays out of its assemblies' files.
-void gather_and_spread_to_leaves(const Store& store, std::string_view type);
-
-/// Each styled item of the type takes the parts of the item that it styles and spreads them to its
-/// styles. Unlike gather_and_spread(), parts do not come from a style that other parts share, nor
-/// from there into the geometry.
-void styles_to_their_items(const Store& store, std::string_view type);
-
-/// Each usage record of the type takes the part that its first reference, the assembly, is.
-void usages_to_their_assemblies(const Store& store, std::string_view type);
-
-/// Gives the definitions of the type that no assembly uses, and what is below them, to a generated
-/// root; does nothing where the root is one of the parts.
-void tops_to_generated_root(const Store& store, std::string_view type);
-
 /// Each record of the type takes the parts of its `n`-th reference (the line of
 /// `propagate_from_child` where there is none), then spreads its own to everything below it.
 void propagate_from_child_and_down(const Store& store, std::string_view type, std::uint16_t n,

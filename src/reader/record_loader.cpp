@@ -145,9 +145,16 @@ void RecordLoader::add(const Exchange::Record& record) {
 /// behind `equals`.
 void RecordLoader::load(const Exchange::Record& record, std::string_view text, std::size_t equals,
                         std::span<const unsigned> references) {
+  const auto id = static_cast<unsigned>(record.number);
   const std::string_view name = record_type(equals, text);
-  if (name.empty()) return;
-  enter(static_cast<unsigned>(record.number), name, text, references);
+  if (!name.empty()) {
+    enter(id, name, text, references);
+    return;
+  }
+  // Nothing leads on from it, but its number is taken: another record under it is one too many.
+  if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id, 1);
+  store_.make_room(id);
+  store_.put<Entity>(id);
 }
 
 /// Enters a record with the type `name`, which is in its text `record`. Returns the number by which

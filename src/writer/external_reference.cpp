@@ -40,12 +40,6 @@ class BlockWriter {
 
 }  // namespace
 
-const Part* defined_part(Slots slots, ReachabilitySearch& search, const Entity& link) {
-  const auto references = link.references();
-  if (references.empty()) return nullptr;
-  return dynamic_cast<const Part*>(slots[find_definition(search, references.front())]);
-}
-
 std::string make_external_reference(Slots slots, ReachabilitySearch& search, Part* target,
                                     const Entity& link, std::string_view file_name) {
   const std::string name = "'" + std::string(file_name) + "'";

@@ -11,11 +11,6 @@
 
 namespace Kessel {
 
-/// The part whose shape `link`, a shape definition representation, gives: the part at the
-/// definition that its first reference leads to; null when there is none. `search` runs over
-/// `slots`.
-const Part* defined_part(Slots slots, ReachabilitySearch& search, const Entity& link);
-
 /// The eleven records (ISO 10303-21 text, each with ";" and a line end) that attach the file called
 /// `file_name` (an exchange-string body) to `target`'s copies of a component's shape representation
 /// and product definition, as an external document reference (ISO 10303-41). `link` is the shape

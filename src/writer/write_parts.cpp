@@ -40,8 +40,8 @@ StringEncoder encoder_of_names(NameStyle names) {
 /// Writes input records into the files of the parts that hold them.
 class RecordWriter {
  public:
-  RecordWriter(Slots slots, GatheredOutput& output, AssemblyStyle style, StringEncoder encode)
-      : slots_(slots), output_(output), style_(style), encode_(encode), search_(slots) {}
+  RecordWriter(Slots slots, GatheredOutput& output, StringEncoder encode)
+      : slots_(slots), output_(output), encode_(encode), search_(slots) {}
 
   /// Writes one record, as RecordCutter gives it, under the numbers of each part's file.
   void write(std::string_view record) {
@@ -139,11 +139,10 @@ class RecordWriter {
       expect_next();
       std::string_view text = record;
       const std::vector<TextReference>* references = &references_;
-      if (link) {
-        if (const auto file = file_to_refer_to(*part, entity)) {
-          write_external_reference(*part, entity, *file);
-        }
-      } else if (context && part->part_kind != LEAF_PART) {
+      const bool assembly = part->part_kind != LEAF_PART;
+      if (link && assembly) {
+        write_external_reference(*part, entity);
+      } else if (context && assembly) {
         external_text_ = make_context_external(std::string(record), entity);
         find_references(external_text_, external_references_);
         text = external_text_;
@@ -167,22 +166,11 @@ class RecordWriter {
     return std::copy(RECORD_END.begin(), RECORD_END.end(), out);
   }
 
-  /// The component whose file a reference block in front of `link`, a shape definition
-  /// representation, names in `part`'s file: no value for no block, null for a block that names no
-  /// file. Nested, every file but the component's own refers to it; else every assembly does, to
-  /// the first leaf part that holds the link.
-  std::optional<const Part*> file_to_refer_to(const Part& part, const Entity& link) {
-    if (style_ == AssemblyStyle::nested) {
-      const Part* owner = defined_part(slots_, search_, link);
-      if (owner == nullptr || owner == &part) return std::nullopt;
-      return owner;
-    }
-    if (part.part_kind == LEAF_PART) return std::nullopt;
-    return first_leaf(link);
-  }
-
-  void write_external_reference(Part& part, const Entity& link, const Part* component) {
+  /// Writes the block in front of `link`, a shape definition representation, that names in an
+  /// assembly's file the first leaf part that holds the link, or no file where none does.
+  void write_external_reference(Part& part, const Entity& link) {
     output_.write(part, [&](std::string& out) {
+      const Part* component = first_leaf(link);
       const std::string name = component == nullptr ? "" : encode_(component->get_utf8_filename());
       out += make_external_reference(slots_, search_, &part, link, name);
     });
@@ -190,7 +178,6 @@ class RecordWriter {
 
   Slots slots_;
   GatheredOutput& output_;
-  AssemblyStyle style_;
   StringEncoder encode_;
   ReachabilitySearch search_;
   std::vector<TextReference> references_;
@@ -241,7 +228,7 @@ void write_parts(Store& store, const std::filesystem::path& outdir, const Option
     output.make_sure_of(*part);
   }
 
-  RecordWriter writer(store.entities, output, options.assemblies, encode);
+  RecordWriter writer(store.entities, output, encode);
   if (store.reading == Reading::standard) {
     read_again_as_standard(store, options,
                            [&](const Exchange::Record& record) { writer.write(record); });

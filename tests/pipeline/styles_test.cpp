@@ -1,12 +1,10 @@
-// What holds for the files of each style, whatever the assembly: where geometry stands, that
-// nothing is lost, that every file is complete in itself.
+// What holds for the files of each style, whatever the assembly: every file is complete in itself,
+// and names files that are there. Of classic also where geometry stands.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <functional>
-#include <map>
 #include <memory>
 #include <ostream>
 #include <set>
@@ -17,20 +15,16 @@
 #include "association/associate.h"
 #include "interop/assemblies.h"
 #include "kessel/encoding.h"
+#include "kessel/splitter.h"
 #include "model/store.h"
 #include "reader/parse_file.h"
 #include "structure/process_parts.h"
 #include "support/scratch_folder.h"
-#include "writer/write_parts.h"
 
 namespace Kessel::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr AssemblyStyle CLASSIC = AssemblyStyle::classic;
-constexpr AssemblyStyle LEAN = AssemblyStyle::lean;
-constexpr AssemblyStyle NESTED = AssemblyStyle::nested;
 
 /// One instance of a data section, as far as the tests look at it.
 struct Instance {
@@ -150,63 +144,26 @@ const std::set<std::string_view> GEOMETRY = {
     "VERTEX_POINT",
 };
 
-/// A file after its split into the folder "out".
-class Split {
- public:
-  Split(const fs::path& in, AssemblyStyle style, const ScratchFolder& folder)
-      : out_(folder / "out"), file_(parse_file(in)) {
-    process_parts(*file_, decode_step_to_utf8);
-    associate_entities(*file_, {.assemblies = style});
-    write_parts(*file_, out_, {.assemblies = style});
-    Part::free_statics();
-  }
-
-  const Store& file() const { return *file_; }
-
-  /// The paths of all files, in the order of the parts.
-  std::vector<fs::path> paths() const {
-    std::vector<fs::path> paths;
-    for (const Part* part : file_->parts) paths.push_back(out_ / part->path);
-    return paths;
-  }
-
-  /// The numbers of the original's instances that stand in some file.
-  std::set<unsigned> written() const {
-    std::set<unsigned> numbers;
-    file_->entities.for_each_in_use([&](std::size_t number, const Entity* entity) {
-      if (entity == nullptr || entity->part_numbers.empty()) return;
-      numbers.insert(static_cast<unsigned>(number));
-    });
-    return numbers;
-  }
-
- private:
-  fs::path out_;
-  std::unique_ptr<Store> file_;
-};
-
-/// How many geometric instances of the original stand in files of both kinds, by type.
-std::map<std::string, int> geometry_in_both(const fs::path& in, const Store& file,
-                                            const std::function<bool(const Part&)>& is_assembly) {
-  std::map<std::string, int> both;
+/// Whether a classic split of `in` puts geometric instances into files of both kinds.
+bool repeats_geometry(const fs::path& in) {
+  const std::unique_ptr<Store> file = parse_file(in);
+  process_parts(*file, decode_step_to_utf8);
+  associate_entities(*file);
+  Part::free_statics();
   for (const Instance& instance : instances_of(in)) {
-    const Entity* entity = file.at(instance.number);
+    const bool geometric =
+        std::any_of(instance.types.begin(), instance.types.end(),
+                    [](const std::string& type) { return GEOMETRY.contains(type); });
+    const Entity* entity = geometric ? file->at(instance.number) : nullptr;
     if (entity == nullptr) continue;
     bool in_assembly = false;
     bool in_leaf = false;
-    for (const auto& [part, number] : entity->part_numbers) {
-      (is_assembly(*part) ? in_assembly : in_leaf) = true;
+    for (const auto [part, number] : entity->part_numbers.entries()) {
+      (part->part_kind == ASSEMBLY_PART ? in_assembly : in_leaf) = true;
     }
-    if (!in_assembly || !in_leaf) continue;
-    for (const std::string& type : instance.types) {
-      if (GEOMETRY.contains(type)) ++both[type];
-    }
+    if (in_assembly && in_leaf) return true;
   }
-  return both;
-}
-
-bool is_assembly_part(const Part& part) {
-  return part.part_kind == ASSEMBLY_PART;
+  return false;
 }
 
 /// A line for everything that is wrong with a written file: numbers defined twice, references to
@@ -239,7 +196,8 @@ std::set<std::string> referred_files(const std::vector<Instance>& instances) {
 }
 
 std::string style_name(AssemblyStyle style) {
-  return style == CLASSIC ? "classic" : style == LEAN ? "lean" : "nested";
+  using enum AssemblyStyle;
+  return style == classic ? "classic" : style == lean ? "lean" : "nested";
 }
 
 struct Case {
@@ -252,64 +210,31 @@ void PrintTo(const Case& example, std::ostream* out) {
 }
 
 /// An assembly in a style; `in_` is empty for a sample that is not there.
-class Styles : public testing::TestWithParam<Case> {
+class EveryStyle : public testing::TestWithParam<Case> {
  protected:
   void SetUp() override {
     in_ = file_of(GetParam().source, folder_);
     if (in_.empty()) GTEST_SKIP() << why_no_sample();
   }
 
-  AssemblyStyle style() const { return GetParam().style; }
-
   ScratchFolder folder_;
   fs::path in_;
 };
 
-class EveryStyle : public Styles {};
-class LeanAndNested : public Styles {};
-class NestedStyle : public Styles {};
-class ClassicStyle : public Styles {};
-
-TEST_P(EveryStyle, FilesAreCompleteInThemselves) {
-  const Split split(in_, style(), folder_);
-  for (const fs::path& path : split.paths()) {
-    EXPECT_EQ(flaws_of(instances_of(path)), "") << path.filename();
-  }
-}
-
-TEST_P(EveryStyle, ReferenceBlocksNameWrittenFiles) {
-  const Split split(in_, style(), folder_);
+TEST_P(EveryStyle, FilesAreCompleteAndReferenceBlocksNameWrittenFiles) {
+  const auto files = split(in_, folder_ / "out", {.assemblies = GetParam().style});
   std::set<std::string> referred;
-  for (const fs::path& path : split.paths()) referred.merge(referred_files(instances_of(path)));
+  for (const WrittenFile& file : files) {
+    const std::vector<Instance> instances = instances_of(file.path);
+    EXPECT_EQ(flaws_of(instances), "") << file.path.filename();
+    referred.merge(referred_files(instances));
+  }
   EXPECT_FALSE(referred.empty());
   std::set<std::string> missing;
   for (const std::string& name : referred) {
     if (!fs::is_regular_file(folder_ / "out" / decode_step_to_utf8(name))) missing.insert(name);
   }
   EXPECT_EQ(missing, std::set<std::string>{});
-}
-
-TEST_P(LeanAndNested, GeometryStandsInAssembliesOrInLeaves) {
-  const Split split(in_, style(), folder_);
-  EXPECT_EQ(geometry_in_both(in_, split.file(), is_assembly_part), (std::map<std::string, int>{}));
-}
-
-TEST_P(LeanAndNested, WriteEveryRecordThatClassicWrites) {
-  const Split split(in_, style(), folder_);
-  const ScratchFolder other;
-  const Split classic(in_, CLASSIC, other);
-  const std::set<unsigned> written = split.written();
-  std::set<unsigned> lost;
-  for (const unsigned number : classic.written()) {
-    if (!written.contains(number)) lost.insert(number);
-  }
-  EXPECT_EQ(lost, std::set<unsigned>{});
-}
-
-TEST_P(NestedStyle, AssembliesShareNoGeometryWithTheirComponents) {
-  const Split split(in_, style(), folder_);
-  const auto has_components = [](const Part& part) { return !part.children.empty(); };
-  EXPECT_EQ(geometry_in_both(in_, split.file(), has_components), (std::map<std::string, int>{}));
 }
 
 // The solids of these hang on their components' shapes by relationships, which take every part, the
@@ -319,31 +244,35 @@ const std::set<std::string> DETACHED = {
     "filament-sensor.step", "spool-ramp.step", "toolhead-mount.step",
 };
 
-TEST_P(ClassicStyle, OnlyDetachedGeometryStandsInAssembliesAndInLeaves) {
-  const Split split(in_, style(), folder_);
-  const bool repeats = !geometry_in_both(in_, split.file(), is_assembly_part).empty();
-  EXPECT_EQ(repeats, DETACHED.contains(GetParam().source.name));
-}
+class Classic : public testing::TestWithParam<AssemblySource> {};
 
-std::string case_name(const testing::TestParamInfo<Case>& test) {
-  return test_name(test.param.source) + "_" + style_name(test.param.style);
+TEST_P(Classic, OnlyDetachedGeometryStandsInAssembliesAndInLeaves) {
+  const ScratchFolder folder;
+  const fs::path in = file_of(GetParam(), folder);
+  if (in.empty()) GTEST_SKIP() << why_no_sample();
+  EXPECT_EQ(repeats_geometry(in), DETACHED.contains(GetParam().name));
 }
 
 /// Every assembly in each of the styles.
-std::vector<Case> cases(std::initializer_list<AssemblyStyle> styles) {
+std::vector<Case> cases() {
   std::vector<Case> all;
   for (const AssemblySource& source : all_assemblies()) {
-    for (const AssemblyStyle style : styles) all.push_back({source, style});
+    for (const AssemblyStyle style :
+         {AssemblyStyle::classic, AssemblyStyle::lean, AssemblyStyle::nested}) {
+      all.push_back({source, style});
+    }
   }
   return all;
 }
 
-INSTANTIATE_TEST_SUITE_P(Assemblies, EveryStyle, testing::ValuesIn(cases({CLASSIC, LEAN, NESTED})),
-                         case_name);
-INSTANTIATE_TEST_SUITE_P(Assemblies, LeanAndNested, testing::ValuesIn(cases({LEAN, NESTED})),
-                         case_name);
-INSTANTIATE_TEST_SUITE_P(Assemblies, NestedStyle, testing::ValuesIn(cases({NESTED})), case_name);
-INSTANTIATE_TEST_SUITE_P(Assemblies, ClassicStyle, testing::ValuesIn(cases({CLASSIC})), case_name);
+INSTANTIATE_TEST_SUITE_P(Assemblies, EveryStyle, testing::ValuesIn(cases()),
+                         [](const testing::TestParamInfo<Case>& test) {
+                           return test_name(test.param.source) + "_" + style_name(test.param.style);
+                         });
+INSTANTIATE_TEST_SUITE_P(Assemblies, Classic, testing::ValuesIn(all_assemblies()),
+                         [](const testing::TestParamInfo<AssemblySource>& test) {
+                           return test_name(test.param);
+                         });
 
 }  // namespace
 }  // namespace Kessel::test
