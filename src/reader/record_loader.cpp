@@ -61,7 +61,8 @@ RecordLoader::RecordLoader(Store& store, std::uint64_t memory_limit)
   untyped_names_.reserve(CACHE_SIZE);  // Never grows beyond: views into it stay valid.
 }
 
-RecordLoader::Added RecordLoader::add(std::string_view record) {
+RecordLoader::Added RecordLoader::add(std::string_view record, std::uint64_t offset) {
+  offset_ = offset;
   // Room for a text that is nothing but references, so that none of them needs a check.
   if (numbers_.size() <= record.size() / 2) numbers_.resize(record.size() / 2 + 1);
   unsigned* const first = numbers_.data();
@@ -83,6 +84,7 @@ RecordLoader::Added RecordLoader::add(std::string_view record) {
 }
 
 void RecordLoader::add(const Exchange::Record& record) {
+  offset_ = record.offset;
   numbers_.clear();  // Its room stays.
   for (const Exchange::Mention& mention : record.mentions) {
     if (mention.number != 0) numbers_.push_back(static_cast<unsigned>(mention.number));
@@ -128,7 +130,7 @@ void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
   }
   const std::uint64_t without_numbers = store_.entities.bytes_with(id) + beside_slots;
   const std::uint64_t needed = without_numbers + numbers * sizeof(unsigned);
-  if (needed > memory_limit_) throw InputError(too_much_memory(needed, memory_limit_, id));
+  if (needed > memory_limit_) throw InputError(too_much_memory(needed, memory_limit_, id, offset_));
   summed_page_ = page;
   summed_beside_slots_ = beside_slots;
   most_numbers_ = (memory_limit_ - without_numbers) / sizeof(unsigned);
