@@ -44,7 +44,7 @@ enum class Reading {
   standard,
   /// As `Run` reads, which outputs that hosts compare depend on: a ";" ends a record wherever it
   /// stands, a line ends the header, comments are text. Where no comment and no ";" in a string is
-  /// in the way, both see the same.
+  /// in the way, both see the same. For `AssemblyStyle::classic` only.
   classic,
 };
 

@@ -68,6 +68,9 @@ struct WrittenFile {
 ///
 /// However it ends, no stream stays open and no name stays taken.
 ///
+/// Throws `std::invalid_argument` also where `options` have `Reading::classic` with a style of
+/// assemblies other than the classic one; nothing is read then.
+///
 /// Returns the files in the order of `Run`'s list, with what was written about each part.
 KESSEL_EXPORT std::vector<WrittenFile> split(const std::filesystem::path& in,
                                              const std::filesystem::path& outdir,

@@ -1,36 +1,44 @@
 // Why a run refuses an input.
 #include "check/refusal.h"
 
-#include <algorithm>
+#include <fstream>
+#include <optional>
+#include <string>
 #include <vector>
 
-#include "kessel/check.h"
+#include "check/signature.h"
+#include "exchange/faults.h"
+#include "instances/places.h"
 
 namespace Kessel {
 
 namespace {
 
-/// What the file is, rather than what follows from that.
-bool is_about_the_file(FindingKind kind) {
-  using enum FindingKind;
-  return kind == empty_file || kind == compressed || kind == other_encoding || kind == binary ||
-         kind == not_an_exchange_file;
+/// What the file is, where that is none to be read.
+std::optional<Finding> find_other_file(std::istream& in) {
+  std::string head(HEAD_SIZE, '\0');
+  in.read(head.data(), static_cast<std::streamsize>(head.size()));
+  if (in.bad()) return std::nullopt;
+  head.resize(static_cast<std::size_t>(in.gcount()));
+  if (head.empty()) return Exchange::empty_file();
+  return recognise(head);
+}
+
+/// Whether `kind` is no matter of what the file holds.
+bool is_for_itself(FindingKind kind) {
+  return kind == FindingKind::memory_limit || kind == FindingKind::unreadable;
 }
 
 }  // namespace
 
-Finding explain(const Finding& refused, const std::filesystem::path& in, const Options& options) {
-  if (refused.kind == FindingKind::memory_limit) return refused;  // A check needs another amount.
-  const std::vector<Finding> findings = check(in, options);
-  const auto find = [&](auto fits) -> const Finding* {
-    const auto found = std::find_if(findings.begin(), findings.end(), fits);
-    return found == findings.end() ? nullptr : &*found;
-  };
-  const Finding* same = find([&](const Finding& finding) { return finding.kind == refused.kind; });
-  if (same == nullptr) {
-    same = find([](const Finding& finding) { return is_about_the_file(finding.kind); });
+Finding explain(const Finding& refused, const std::filesystem::path& in) {
+  std::ifstream file(in, std::ios::binary);
+  if (!is_for_itself(refused.kind)) {
+    if (auto other = find_other_file(file)) return *other;
   }
-  return same == nullptr ? refused : *same;
+  std::vector<Finding> found{refused};
+  set_lines(file, found);
+  return found.front();
 }
 
 }  // namespace Kessel

@@ -16,11 +16,12 @@ Finding no_data(std::uint64_t offset) {
   return make_finding(FindingKind::nothing_after_header, "The file ends with its header.", offset);
 }
 
-Finding header_as_data() {
+Finding header_as_data(std::uint64_t offset) {
   return make_finding(FindingKind::header_is_read_as_data,
                       "The header, which this line ends, holds a \";\" in front of a \"#\" or of "
                       "another \";\"; when the file is read again, data seems to begin or to end "
-                      "there.");
+                      "there.",
+                      offset);
 }
 
 Finding unclosed_text(std::uint64_t offset) {
@@ -43,12 +44,13 @@ Finding too_long(std::uint64_t limit, std::uint64_t offset) {
                       offset);
 }
 
-Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t instance) {
+Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t instance,
+                        std::uint64_t offset) {
   return make_finding(FindingKind::memory_limit,
                       "With instance #" + std::to_string(instance) + " the records need " +
                           std::to_string(needed) + " bytes of memory, and the limit is " +
                           std::to_string(limit) + ".",
-                      0, 0, instance);
+                      offset, 0, instance);
 }
 
 Finding input_changed(std::uint64_t offset) {

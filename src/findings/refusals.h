@@ -14,8 +14,8 @@ Finding no_header_end(std::uint64_t offset);
 /// Nothing, not even the end of its line, stands behind the header.
 Finding no_data(std::uint64_t offset);
 
-/// The second reading takes some of the header for data.
-Finding header_as_data();
+/// The second reading takes some of the header for data; the line at `offset` ends it.
+Finding header_as_data(std::uint64_t offset);
 
 /// The input ended inside a text that is no record and begins at `offset`; no ";" closes it.
 Finding unclosed_text(std::uint64_t offset);
@@ -26,8 +26,9 @@ Finding unclosed_record(std::uint32_t instance, bool is_whole, std::uint64_t off
 /// A line, the header, or what stands in front of a ";" is longer than `limit` bytes.
 Finding too_long(std::uint64_t limit, std::uint64_t offset);
 
-/// The store needs `needed` bytes for a record with the number `instance`.
-Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t instance);
+/// The store needs `needed` bytes for a record with the number `instance`, which is at `offset`.
+Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t instance,
+                        std::uint64_t offset);
 
 /// The second reading does not find what the first one did; it came to `offset`.
 Finding input_changed(std::uint64_t offset);

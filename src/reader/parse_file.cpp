@@ -2,6 +2,7 @@
 #include "reader/parse_file.h"
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
 
@@ -28,6 +29,28 @@ void require_readable(std::ifstream& input) {
   throw InputError(input.bad() ? unreadable_file("cannot be read to its end") : finding);
 }
 
+/// Takes the lines up to the one that ends the header. Returns where that one begins.
+std::uint64_t read_header(Store& store, RecordCutter& cutter, std::uint64_t memory_limit) {
+  std::optional<std::uint64_t> almost;  // Where the header would end, were it not for the line.
+  const auto take_line = [&] {
+    const std::string_view line = cutter.next_line();
+    const std::size_t end = line.find("ENDSEC");
+    if (!almost && end != std::string_view::npos) almost = cutter.place_of(line).offset + end;
+    return line;
+  };
+  store.first_line = take_line();
+  for (;;) {
+    if (store.checked && cutter.input_ended()) {
+      refuse(store.input, no_header_end(almost.value_or(cutter.offset())));
+    }
+    const std::string_view line = take_line();
+    store.header.append(line).append("\n");
+    if (store.header.size() > memory_limit)
+      throw InputError(too_long(memory_limit, cutter.offset()));
+    if (line.ends_with("ENDSEC;")) return cutter.place_of(line).offset;
+  }
+}
+
 void read(Store& store, const Options& options) {
   require_readable(store.input);
 
@@ -36,14 +59,7 @@ void read(Store& store, const Options& options) {
   const std::uint64_t memory_limit = options.memory_limit;
   RecordCutter cutter(store.input);
   cutter.limit_memory(memory_limit);
-  store.first_line = cutter.next_line();
-  while (!store.header.ends_with("ENDSEC;\n")) {
-    if (store.checked && cutter.input_ended()) refuse(store.input, no_header_end(cutter.offset()));
-    store.header += cutter.next_line();
-    store.header += '\n';
-    if (store.header.size() > memory_limit)
-      throw InputError(too_long(memory_limit, cutter.offset()));
-  }
+  const std::uint64_t end_of_header = read_header(store, cutter, memory_limit);
   if (store.checked && cutter.input_ended()) refuse(store.input, no_data(cutter.offset()));
 
   RecordLoader loader(store, memory_limit);
@@ -55,7 +71,7 @@ void read(Store& store, const Options& options) {
     if (store.checked && cutter.input_ended()) {
       refuse(store.input, unclosed(record, cutter.place_of(record).offset));
     }
-    loader.add(record);
+    loader.add(record, cutter.place_of(record).offset);
     has_records = true;
     if (reporter.is_due(cutter.offset())) reporter.report(cutter.offset());
   }
@@ -65,7 +81,7 @@ void read(Store& store, const Options& options) {
     // A record that begins in the header is complete where the first one of the data is.
     if (second == SecondReading::begin_of_data && !has_records &&
         !second_reading_ends(store.input, store.entities.size(), memory_limit)) {
-      refuse(store.input, header_as_data());
+      refuse(store.input, header_as_data(end_of_header));
     }
     if (second == SecondReading::passed_over) store.read_up_to = cutter.offset();
   }

@@ -84,7 +84,8 @@ RecordLoader::RecordLoader(Store& store, std::uint64_t memory_limit)
   untyped_names_.reserve(CACHE_SIZE);  // Never grows beyond: views into it stay valid.
 }
 
-RecordLoader::Added RecordLoader::add(std::string_view record) {
+RecordLoader::Added RecordLoader::add(std::string_view record, std::uint64_t offset) {
+  offset_ = offset;
   // Room for a text that is nothing but references, so that none of them needs a check.
   if (numbers_.size() <= record.size() / 2) numbers_.resize(record.size() / 2 + 1);
   unsigned* const first = numbers_.data();
@@ -122,6 +123,7 @@ bool stands_alone(std::string_view keyword, const Exchange::Record& record) {
 }  // namespace
 
 void RecordLoader::add(const Exchange::Record& record) {
+  offset_ = record.offset;
   if (numbers_.size() < record.mentions.size()) numbers_.resize(record.mentions.size());
   unsigned* const first = numbers_.data();
   unsigned* last = first;
@@ -182,7 +184,7 @@ void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
   }
   const std::uint64_t without_numbers = store_.entities.bytes_with(id) + beside_slots;
   const std::uint64_t needed = without_numbers + numbers * sizeof(unsigned);
-  if (needed > memory_limit_) throw InputError(too_much_memory(needed, memory_limit_, id));
+  if (needed > memory_limit_) throw InputError(too_much_memory(needed, memory_limit_, id, offset_));
   summed_page_ = page;
   summed_beside_slots_ = beside_slots;
   most_numbers_ = (memory_limit_ - without_numbers) / sizeof(unsigned);

@@ -56,9 +56,9 @@ class RecordLoader {
 
   /// Adds one record as RecordCutter gives it. Drops, without a word, what has no number from 1 to
   /// 4,294,967,295 or no type. References are collected up to the first that is not such a number.
-  /// Returns what was added, for callers that look further into it. Throws InputError where the
-  /// store would need more memory than it may take.
-  Added add(std::string_view record);
+  /// Returns what was added, for callers that look further into it. Throws InputError, which tells
+  /// `offset` as the record's place, where the store would need more memory than it may take.
+  Added add(std::string_view record, std::uint64_t offset = 0);
 
   /// Adds one record of a standard reading. Its number and references are from 1 to 4,294,967,295,
   /// but for references that are 0, which lead nowhere and are passed over.
@@ -99,6 +99,7 @@ class RecordLoader {
 
   Store& store_;
   std::uint64_t memory_limit_;
+  std::uint64_t offset_ = 0;      // Where the record stands that is added.
   std::uint64_t kept_bytes_ = 0;  // What is kept elsewhere than in the arena and the slots.
   // Where the sum for the memory limit was made last, and how many numbers it leaves room for.
   std::size_t summed_page_ = 0;

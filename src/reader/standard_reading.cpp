@@ -134,11 +134,11 @@ class RepeatedRecords final : public Exchange::Listener {
 /// Hands on records, the first under each number.
 class RecordReader final : public Exchange::Listener {
  public:
-  RecordReader(const Store& store, const Options& options,
+  RecordReader(Store& store, const Options& options,
                const std::function<void(const Exchange::Record&)>& write)
       : repeated_(store.repeated),
         write_(write),
-        reporter_(options, Stage::writing, store.read_up_to.value_or(0)) {}
+        reporter_(options, Stage::writing, size_for_progress(store.input, options)) {}
 
   void record(const Exchange::Record& record) override {
     if (!repeated_.empty()) {
@@ -189,6 +189,8 @@ void read_as_standard(Store& store, const Options& options) {
 void read_again_as_standard(Store& store, const Options& options,
                             const std::function<void(const Exchange::Record&)>& write) {
   const Exchange::Limits limits{options.memory_limit, Exchange::Scrutiny::none};
+  store.input.clear();
+  store.input.seekg(0);
   RecordReader reader(store, options, write);
   const Exchange::Ending ending = read_exchange_file(store.input, limits, reader);
   if (ending.error || store.input.bad() || ending.bytes != store.read_up_to) {

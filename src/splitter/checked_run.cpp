@@ -36,7 +36,7 @@ std::unique_ptr<Store> CheckedRun::read() const {
   try {
     return parse_file_checked(in_, options_);
   } catch (const InputError& error) {
-    throw InputError(explain(error.finding(), in_, options_));
+    throw InputError(explain(error.finding(), in_));
   }
 }
 

@@ -1,6 +1,7 @@
 // The entry point of hosts.
 #include <filesystem>
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
 #include "kessel/encoding.h"
@@ -22,8 +23,13 @@ std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
 
 std::vector<WrittenFile> split(const std::filesystem::path& in, const std::filesystem::path& outdir,
                                const Options& options) {
-  if (options.assemblies != AssemblyStyle::classic) return split_by_placement(in, outdir, options);
-  return CheckedRun(in, options).write_to(outdir);
+  if (options.assemblies == AssemblyStyle::classic) return CheckedRun(in, options).write_to(outdir);
+  if (options.reading == Reading::classic) {
+    throw std::invalid_argument(
+        "The classic reading is for the classic style of assemblies; the others need the standard "
+        "one.");
+  }
+  return split_by_placement(in, outdir, options);
 }
 
 }  // namespace Kessel

@@ -1,5 +1,5 @@
-// Inputs that the library would read for ever are refused in one line; those that only look like
-// them are not.
+// Inputs that the library would read for ever in the classic reading are refused in one line; those
+// that only look like them are not. The standard reading knows where they end.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -17,10 +17,11 @@ const std::string HEADER = "ISO-10303-21;\nHEADER;\nENDSEC;\n";
 const std::string END = "ENDSEC;\nEND-ISO-10303-21;\n";
 
 /// Splits `input`. A command that does not refuse an endless input is stopped by its limit.
-ProcessRun split(const std::string& input) {
+ProcessRun split(const std::string& input, const std::string& reading) {
   const ScratchFolder folder;
   folder.write("in.stp", input);
-  const ProcessRun run = run_velkstep({"split", "in.stp", "out"}, {.most_cpu_seconds = 5});
+  const ProcessRun run =
+      run_velkstep({"split", "--reading=" + reading, "in.stp", "out"}, {.most_cpu_seconds = 5});
   if (run.exit_code == 1) {
     EXPECT_FALSE(std::filesystem::exists("out"));
     EXPECT_FALSE(std::filesystem::exists("roots.txt"));
@@ -28,19 +29,40 @@ ProcessRun split(const std::string& input) {
   return run;
 }
 
-struct Refusal {
+/// What stands for a reading to the end.
+const std::string READ = "";
+
+/// Expects that the reading refuses `input` for `reason`, which is what stands behind the file's
+/// name, or that it reads it to its end.
+void expect_outcome(const std::string& input, const std::string& reading,
+                    const std::string& reason) {
+  SCOPED_TRACE(reading + ": " + input);
+  const ProcessRun run = split(input, reading);
+  EXPECT_EQ(run.out, "");
+  if (reason != READ) {
+    EXPECT_EQ(run.exit_code, 1);
+    EXPECT_EQ(run.errors, "velkstep: in.stp" + reason + "\n");
+  } else {
+    EXPECT_EQ(run.exit_code, 3);
+    EXPECT_EQ(run.errors, NO_ROOT);
+  }
+}
+
+struct Outcome {
   std::string input;
-  std::string reason;  ///< behind the file's name
+  std::string classic;   ///< why the classic reading refuses it, or READ
+  std::string standard;  ///< the same of the standard one
 };
 
-void expect_refused(const std::vector<Refusal>& refusals) {
-  for (const auto& [input, reason] : refusals) {
-    SCOPED_TRACE(input);
-    const ProcessRun run = split(input);
-    EXPECT_EQ(run.exit_code, 1);
-    EXPECT_EQ(run.out, "");
-    EXPECT_EQ(run.errors, "velkstep: in.stp" + reason + "\n");
+void expect_outcomes(const std::vector<Outcome>& outcomes) {
+  for (const auto& [input, classic, standard] : outcomes) {
+    expect_outcome(input, "classic", classic);
+    expect_outcome(input, "standard", standard);
   }
+}
+
+std::string unclosed_section(const std::string& name, int line) {
+  return ":" + std::to_string(line) + ": The " + name + " section is not closed by \"ENDSEC;\".";
 }
 
 TEST(EndlessInput, HeaderThatNoLineEnds) {
@@ -49,26 +71,28 @@ TEST(EndlessInput, HeaderThatNoLineEnds) {
   };
   const std::string OTHER =
       ": The file is no exchange file: it does not begin with \"ISO-10303-21\".";
-  expect_refused({
-      {"", ": The file is empty."},
-      {"\n", OTHER},
-      {"ISO-10303-21;\nHEADER;\n", in_line(3)},
-      {"ENDSEC;\n", OTHER},  // the first line is not part of the header
-      {"ISO-10303-21; HEADER; ENDSEC;\nDATA;\n", in_line(1)},
-      {"ISO-10303-21;\nHEADER;\nENDSEC;DATA;\n", in_line(3)},   // something else ends the line
-      {"ISO-10303-21;\nHEADER;\nENDSEC ;\nDATA;", in_line(3)},  // not the same text
-      {"ISO-10303-21;\nHEADER;\nendsec;\n", in_line(4)},
-      {"ISO-10303-21;\nHEADER;\nENDSEC;/**/\n", in_line(3)},
+  expect_outcomes({
+      {"", ": The file is empty.", ": The file is empty."},
+      {"\n", OTHER, OTHER},
+      {"ISO-10303-21;\nHEADER;\n", in_line(3), unclosed_section("HEADER", 3)},
+      {"ENDSEC;\n", OTHER, OTHER},  // the first line is not part of the header
+      {"ISO-10303-21; HEADER; ENDSEC;\nDATA;\n", in_line(1), unclosed_section("DATA", 3)},
+      // something else ends the line
+      {"ISO-10303-21;\nHEADER;\nENDSEC;DATA;\n", in_line(3), unclosed_section("DATA", 4)},
+      // not the same text
+      {"ISO-10303-21;\nHEADER;\nENDSEC ;\nDATA;", in_line(3), unclosed_section("DATA", 4)},
+      {"ISO-10303-21;\nHEADER;\nendsec;\n", in_line(4), unclosed_section("HEADER", 4)},
+      {"ISO-10303-21;\nHEADER;\nENDSEC;/**/\n", in_line(3), READ},
       // a line ends at a line feed only
-      {"ISO-10303-21;\rHEADER;\rENDSEC;\rDATA;\r", in_line(1)},
-      {"ISO-10303-21;\nHEADER;\nENDSEC\n;\n", in_line(3)},
+      {"ISO-10303-21;\rHEADER;\rENDSEC;\rDATA;\r", in_line(1), unclosed_section("DATA", 1)},
+      {"ISO-10303-21;\nHEADER;\nENDSEC\n;\n", in_line(3), READ},
   });
 }
 
 TEST(EndlessInput, NothingBehindTheHeaderNotEvenTheEndOfItsLine) {
   const std::string FOUND = ":3: The file ends with its header.";
-  expect_refused(
-      {{"ISO-10303-21;\nHEADER;\nENDSEC;", FOUND}, {"ISO-10303-21;\nHEADER;\nENDSEC;  ", FOUND}});
+  expect_outcomes({{"ISO-10303-21;\nHEADER;\nENDSEC;", FOUND, READ},
+                   {"ISO-10303-21;\nHEADER;\nENDSEC;  ", FOUND, READ}});
 }
 
 TEST(EndlessInput, TextBehindTheLastSemicolon) {
@@ -77,28 +101,41 @@ TEST(EndlessInput, TextBehindTheLastSemicolon) {
   };
   const std::string OPEN = ": No \")\" and \";\" close this record up to the end of the file.";
   const std::string NO_SEMICOLON = ": No \";\" closes this record, the file's last.";
-  expect_refused({
-      {HEADER + "stray", in_line(4)},
-      {HEADER + "DATA;\n#1=A(", ":5" + OPEN},
-      {HEADER + "DATA;\n#1=A()", ":5" + NO_SEMICOLON},  // a last record without its ";"
-      {HEADER + "DATA;\n#1=A()\n", ":5" + NO_SEMICOLON},
-      {HEADER + "DATA;\n#1=A();\nENDSEC;\nEND-ISO-10303-21", in_line(7)},
-      {HEADER + "DATA;\n" + END + "stray\n", in_line(7)},
-      {HEADER + "DATA;\n" + END + "/* bye */", in_line(7)},
-      {exchange_file(BOX_WITH_LID) + "stray", in_line(22)},
+  const std::string CUT = ":5: No \";\" closes this record up to the end of the file.";
+  expect_outcomes({
+      {HEADER + "stray", in_line(4), ":4: No \";\" closes this text up to the end of the file."},
+      {HEADER + "DATA;\n#1=A(", ":5" + OPEN, CUT},
+      {HEADER + "DATA;\n#1=A()", ":5" + NO_SEMICOLON, CUT},  // a last record without its ";"
+      {HEADER + "DATA;\n#1=A()\n", ":5" + NO_SEMICOLON, CUT},
+      {HEADER + "DATA;\n#1=A();\nENDSEC;\nEND-ISO-10303-21", in_line(7), READ},
+      {HEADER + "DATA;\n" + END + "stray\n", in_line(7), READ},
+      {HEADER + "DATA;\n" + END + "/* bye */", in_line(7), READ},
   });
+}
+
+TEST(EndlessInput, TextBehindAnAssembly) {
+  const std::string input = exchange_file(BOX_WITH_LID) + "stray";
+  expect_outcome(input, "classic", ":22: No \";\" closes this text, the file's last.");
+  const ProcessRun run = split(input, "standard");
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.out, "out/#1_part.stp\nout/#4_part.stp\n");
+  EXPECT_EQ(run.errors,
+            "velkstep: in.stp: 1 warning; nothing is lost, and velkstep check says what it is "
+            "about\n");
 }
 
 TEST(EndlessInput, LastRecordWithoutItsParenthesis) {
   const std::string OPEN = ": No \")\" and \";\" close this record up to the end of the file.";
-  expect_refused({
-      {HEADER + "DATA;\n#1=A();\n#2=B(\n;\n" + END, ":6" + OPEN},
-      {HEADER + "DATA;\n#1=A('x';\n" + END, ":5" + OPEN},
-      {HEADER + "DATA;\n#1=A();\n#2;", ":6" + OPEN},
-      {HEADER + "DATA;\n#1=A() /* note */;\n" + END, ":5" + OPEN},
+  const std::string LIST = ": A \"(\" in this record is not closed.";
+  expect_outcomes({
+      {HEADER + "DATA;\n#1=A();\n#2=B(\n;\n" + END, ":6" + OPEN, ":6" + LIST},
+      {HEADER + "DATA;\n#1=A('x';\n" + END, ":5" + OPEN, ":5" + LIST},
+      {HEADER + "DATA;\n#1=A();\n#2;", ":6" + OPEN, unclosed_section("DATA", 6)},
+      {HEADER + "DATA;\n#1=A() /* note */;\n" + END, ":5" + OPEN, READ},
       // an empty piece inside a record does not end the data
-      {HEADER + "DATA;\n#1=A(;;\n" + END, ":5" + OPEN},
-      {HEADER + "#;", ":4" + OPEN},
+      {HEADER + "DATA;\n#1=A(;;\n" + END, ":5" + OPEN, ":5" + LIST},
+      {HEADER + "#;", ":4" + OPEN,
+       ":4: A record stands here, outside of the data section; \"DATA;\" may be missing."},
   });
 }
 
@@ -108,20 +145,17 @@ TEST(EndlessInput, HeaderThatIsReadAsData) {
       ":4: The header, which this line ends, holds a \";\" in front of a \"#\" or of another "
       "\";\"; when the file is read again, data seems to begin or to end there.";
   const std::string header = "ISO-10303-21;\nHEADER;\n#x;\nENDSEC;\n";
-  expect_refused({
-      {header + "DATA;\n" + END, reason},
-      {header + "DATA;;\n" + END, reason},
-      {header + "DATA;;\n#1=A();\n#2=A(\n;" + END, reason},  // it ends that one, but not the next
+  expect_outcomes({
+      {header + "DATA;\n" + END, reason, unclosed_section("HEADER", 3)},
+      {header + "DATA;;\n" + END, reason, unclosed_section("HEADER", 3)},
+      // it ends that one, but not the next
+      {header + "DATA;;\n#1=A();\n#2=A(\n;" + END, reason, unclosed_section("HEADER", 3)},
   });
 }
 
-/// Expects that the input is read to its end, in which there is no part.
+/// Expects that both readings come to the end of the input, in which there is no part.
 void expect_read(const std::string& input) {
-  SCOPED_TRACE(input);
-  const ProcessRun run = split(input);
-  EXPECT_EQ(run.exit_code, 3);
-  EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.errors, NO_ROOT);
+  expect_outcomes({{input, READ, READ}});
 }
 
 TEST(InputThatEnds, HeaderOnly) {
@@ -131,13 +165,16 @@ TEST(InputThatEnds, HeaderOnly) {
 // What stands behind the end of the data may close it.
 TEST(InputThatEnds, HeaderThatBeginsARecord) {
   const std::string end_of_data = "ENDSEC;\nDATA;;\n#1=A();\n" + END;
-  expect_read("ISO-10303-21;\nHEADER;\n#x;\n" + end_of_data);
-  expect_read("ISO-10303-21;\nHEADER;\n#7;\n" + end_of_data);
-  const ProcessRun run = split("ISO-10303-21;\nHEADER;\n#99999999;\n" + end_of_data);
+  const std::string STANDARD = unclosed_section("HEADER", 3);
+  expect_outcomes({{"ISO-10303-21;\nHEADER;\n#x;\n" + end_of_data, READ, STANDARD},
+                   {"ISO-10303-21;\nHEADER;\n#7;\n" + end_of_data, READ, STANDARD}});
+  const std::string far = "ISO-10303-21;\nHEADER;\n#99999999;\n" + end_of_data;
+  const ProcessRun run = split(far, "classic");
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_EQ(run.errors, std::string(NO_ROOT) +
                             "velkstep: in.stp: a record refers to an instance far beyond the "
                             "highest number; velkstep check finds it\n");
+  expect_outcome(far, "standard", STANDARD);
 }
 
 TEST(InputThatEnds, HeaderMayEndInTheMiddleOfALineOfItsOwn) {
@@ -150,11 +187,12 @@ TEST(InputThatEnds, LastSemicolonMayEndTheFileOrBlanksMayFollow) {
 }
 
 TEST(InputThatEnds, LastRecordMayEndTheFile) {
-  expect_read(HEADER + "DATA;\n#1=A();");
+  expect_outcomes({{HEADER + "DATA;\n#1=A();", READ, unclosed_section("DATA", 5)}});
 }
 
 TEST(InputThatEnds, NothingBehindAnEmptyPieceMatters) {
-  expect_read(HEADER + "DATA;\n#1=A();;\nstray text #2=A(");
+  expect_outcomes({{HEADER + "DATA;\n#1=A();;\nstray text #2=A(", READ,
+                    ":6: No \";\" closes this text up to the end of the file."}});
 }
 
 TEST(InputThatEnds, PiecesOfARecordMayLackTheirParenthesis) {
@@ -162,7 +200,8 @@ TEST(InputThatEnds, PiecesOfARecordMayLackTheirParenthesis) {
 }
 
 TEST(InputThatEnds, PiecesThatAreNoRecordsMayLackAnything) {
-  expect_read(HEADER + "DATA;\nA(;/* #1=A( */ #2=A(;\n" + END);
+  expect_outcomes({{HEADER + "DATA;\nA(;/* #1=A( */ #2=A(;\n" + END, READ,
+                    ":5: A \"(\" in this record is not closed."}});
 }
 
 }  // namespace

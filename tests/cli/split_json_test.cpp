@@ -41,7 +41,7 @@ TEST_F(SplitOutput, JsonHoldsTheFilesAndHowTheyHangTogether) {
                                            {"kind", "assembly"},
                                            {"parents", Json::array()},
                                            {"children", {1}},
-                                           {"records", 22},
+                                           {"records", 31},
                                            {"bytes", fs::file_size("out/box.stp")}},
                                           {{"file", "lid.stp"},
                                            {"record", 6},
@@ -60,7 +60,13 @@ TEST_F(SplitOutput, JsonOfAGeneratedRootAndOfNoRoot) {
                                         "#3=PRODUCT_DEFINITION('d','',#2,$);\n"
                                         "#4=PRODUCT('lid','lid','',());\n"
                                         "#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
-                                        "#6=PRODUCT_DEFINITION('d','',#5,$);\n"));
+                                        "#6=PRODUCT_DEFINITION('d','',#5,$);\n"
+                                        "#7=PRODUCT_DEFINITION_SHAPE('','',#3);\n"
+                                        "#8=PRODUCT_DEFINITION_SHAPE('','',#6);\n"
+                                        "#9=SHAPE_DEFINITION_REPRESENTATION(#7,#11);\n"
+                                        "#10=SHAPE_DEFINITION_REPRESENTATION(#8,#12);\n"
+                                        "#11=SHAPE_REPRESENTATION('',(),$);\n"
+                                        "#12=SHAPE_REPRESENTATION('',(),$);\n"));
   const Json json = Json::parse(run_velkstep({"split", "--json", "in.stp", "out"}).out);
   EXPECT_EQ(json["root"], "Root.stp");
   EXPECT_EQ(json["files"][0]["record"], Json());

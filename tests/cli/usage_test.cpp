@@ -95,6 +95,10 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
       {{"diff", "in.stp"}, "B is required"},
       {{"split", "in.stp", "out", "more"}, "The following argument was not expected: more"},
       {{"split", "--fast", "in.stp", "out"}, "The following argument was not expected: --fast"},
+      {{"split", "--reading=classic", "--assemblies=lean", "in.stp", "out"},
+       "--reading=classic: needs --assemblies=classic"},
+      {{"report", "--assemblies=nested", "--reading=classic", "in.stp", "out"},
+       "--reading=classic: needs --assemblies=classic"},
   };
   for (const auto& row : CASES) {
     SCOPED_TRACE(row.reason);

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -132,6 +133,13 @@ TEST_F(CheckedRunTest, InputsThatHaveNothingToSplitStayWhatTheyAre) {
             NO_ROOT);
 }
 
+void expect_at(const Finding& finding, FindingKind kind, std::uint64_t line, std::uint64_t offset) {
+  EXPECT_EQ(finding.kind, kind);
+  EXPECT_EQ(finding.line, line);
+  EXPECT_EQ(finding.offset, offset);
+  EXPECT_EQ(finding.severity, Severity::error);
+}
+
 TEST_F(CheckedRunTest, InputsThatWouldBeReadForEverAreRefused) {
   using enum FindingKind;
   const struct {
@@ -155,30 +163,77 @@ TEST_F(CheckedRunTest, InputsThatWouldBeReadForEverAreRefused) {
   for (const auto& row : CASES) {
     SCOPED_TRACE(row.text);
     const fs::path in = folder_.write("in.stp", row.text);
-    const Finding finding = refused(in);
-    EXPECT_EQ(finding.kind, row.kind);
-    EXPECT_EQ(finding.line, row.line);
-    EXPECT_EQ(finding.offset, row.offset);
-    EXPECT_EQ(finding.severity, Severity::error);
+    expect_at(refused(in, {.reading = Reading::classic}), row.kind, row.line, row.offset);
+  }
+}
+
+TEST_F(CheckedRunTest, InputsInWhichItIsDoubtfulWhereRecordsEndAreRefused) {
+  using enum FindingKind;
+  const struct {
+    std::string text;
+    FindingKind kind;
+    std::uint64_t line;
+    std::uint64_t offset;
+  } CASES[] = {
+      {"", empty_file, 0, 0},
+      {"\x1F\x8B\x08 and more", compressed, 0, 0},
+      {std::string("\xFF\xFEI\0S\0O\0", 8), other_encoding, 0, 0},
+      {"\x01\x02\x03", binary, 0, 0},
+      {"hello\n", not_an_exchange_file, 0, 0},
+      {"ISO-10303-21;\nHEADER;\nENDSEC", unclosed_text, 3, 22},
+      {HEADER + "DATA;\n#1=A();\n stray", unclosed_text, 6, 45},
+      {HEADER + "DATA;\n#1=A(\n", unclosed_record, 5, 36},
+      {HEADER + "DATA;\n#1=A();\n#2=B(;\n" + END, unclosed_list, 6, 44},
+      {"ISO-10303-21;\nHEADER;\n#x;\nENDSEC;\nDATA;\n" + END, unclosed_section, 3, 22},
+  };
+  for (const auto& row : CASES) {
+    SCOPED_TRACE(row.text);
+    const fs::path in = folder_.write("in.stp", row.text);
+    expect_at(refused(in), row.kind, row.line, row.offset);
   }
 }
 
 TEST_F(CheckedRunTest, RefusalIsAFindingOfTheCheck) {
-  const fs::path in = folder_.write("in.stp", HEADER + "#0=A();\n#1=A();;#2=B();\n");
-  printed_by(
-      [&] { EXPECT_THAT(split_paths(in, "out", Options()), IsEmpty()) << "the data ends before"; });
-  fs::remove_all("out");
-  folder_.write("in.stp", HEADER + "#0=A();\n#1=A();\n#2=B(");
+  const fs::path in = folder_.write("in.stp", HEADER + "DATA;\n#1=A(9);\n#2=B(;\n" + END);
   const Finding finding = refused(in);
   const std::vector<Finding> found = check(in);
-  ASSERT_EQ(found.size(), 2u);
-  EXPECT_EQ(found[1].sentence, finding.sentence);
-  EXPECT_EQ(found[1].instance, finding.instance);
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(found[0].sentence, finding.sentence);
+  EXPECT_EQ(found[0].instance, finding.instance);
   EXPECT_EQ(finding.instance, 2u);
-  EXPECT_EQ(found[1].offset, finding.offset);
-  EXPECT_EQ(finding.offset, 46u);
-  EXPECT_EQ(found[1].line, finding.line);
+  EXPECT_EQ(found[0].offset, finding.offset);
+  EXPECT_EQ(finding.offset, 45u);
+  EXPECT_EQ(found[0].line, finding.line);
   EXPECT_EQ(finding.line, 6u);
+}
+
+TEST_F(CheckedRunTest, ClassicReadingLooksNoFurtherThanAnEmptyPiece) {
+  const Options classic{.reading = Reading::classic};
+  const fs::path in = folder_.write("in.stp", HEADER + "#0=A();\n#1=A();;#2=B(");
+  printed_by([&] { EXPECT_THAT(split_paths(in, "out", classic), IsEmpty()); });
+  fs::remove_all("out");
+  folder_.write("in.stp", HEADER + "#0=A();\n#1=A();\n#2=B(");
+  const Finding finding = refused(in, classic);
+  expect_at(finding, FindingKind::unclosed_record, 6, 46);
+  EXPECT_EQ(finding.instance, 2u);
+}
+
+TEST_F(CheckedRunTest, ClassicReadingIsForTheClassicStyleOnly) {
+  const fs::path in = write_box();
+  for (const AssemblyStyle style : {AssemblyStyle::lean, AssemblyStyle::nested}) {
+    try {
+      split_paths(in, "out", {.reading = Reading::classic, .assemblies = style});
+      ADD_FAILURE() << "no exception";
+    } catch (const std::invalid_argument& error) {
+      EXPECT_STREQ(error.what(),
+                   "The classic reading is for the classic style of assemblies; the others need "
+                   "the standard one.");
+    }
+    EXPECT_FALSE(fs::exists("out"));
+    EXPECT_FALSE(fs::exists("roots.txt"));
+  }
+  EXPECT_THAT(split_paths(in, "out", {.reading = Reading::classic}),
+              ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
 }
 
 TEST_F(CheckedRunTest, WhatIsNoRegularFileIsRefusedUnopened) {
@@ -197,14 +252,19 @@ TEST_F(CheckedRunTest, MemoryLimitBoundsTheStore) {
   std::string records(BOX_WITH_LID);
   for (unsigned i = 1; i <= 1000; ++i) records += "#" + std::to_string(i << 22U) + "=A();\n";
   const fs::path in = folder_.write("in.stp", exchange_file(records));
-  const Finding finding = refused(in, {.memory_limit = 20'000'000});
-  EXPECT_EQ(finding.kind, FindingKind::memory_limit);
-  // A page of 32 KiB and 8 KiB of the table of pages for each such number.
-  EXPECT_EQ(finding.instance, 482u << 22U);
-  EXPECT_EQ(finding.line, 19u + 482u);
+  for (const Reading reading : {Reading::standard, Reading::classic}) {
+    SCOPED_TRACE(static_cast<int>(reading));
+    const Finding finding = refused(in, {.reading = reading, .memory_limit = 20'000'000});
+    EXPECT_EQ(finding.kind, FindingKind::memory_limit);
+    // A page of 32 KiB and 8 KiB of the table of pages for each such number.
+    EXPECT_EQ(finding.instance, 482u << 22U);
+    EXPECT_EQ(finding.line, 19u + 482u);
 
-  EXPECT_THAT(split_paths(in, "out", {.memory_limit = 50'000'000}),
-              ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
+    EXPECT_THAT(split_paths(in, "out", {.reading = reading, .memory_limit = 50'000'000}),
+                ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
+    fs::remove_all("out");
+    fs::remove("roots.txt");
+  }
 }
 
 TEST_F(CheckedRunTest, MemoryLimitBoundsRecordsAndTextsToo) {

@@ -53,6 +53,18 @@ void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies)
 
 }  // namespace
 
+namespace {
+
+/// Refuses choices that make no sense together.
+void require_fit(const Kessel::Options& options) {
+  if (options.reading == Kessel::Reading::classic &&
+      options.assemblies != Kessel::AssemblyStyle::classic) {
+    throw CLI::ValidationError("--reading=classic", "needs --assemblies=classic");
+  }
+}
+
+}  // namespace
+
 void add_reading_option(CLI::App* command, Kessel::Reading& reading) {
   add_choice(command, "--reading", reading, READINGS,
              "How IN is cut into records: as ISO 10303-21 has it (standard), or as hosts of "
@@ -72,6 +84,7 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
                     "Replace files in OUTDIR that are called as the new ones");
   command->add_flag("--quiet", arguments.quiet, "Print nothing but errors");
   add_progress_option(command, arguments.progress);
+  command->parse_complete_callback([&options = arguments.options] { require_fit(options); });
 }
 
 }  // namespace Velkstep
