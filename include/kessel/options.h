@@ -15,11 +15,14 @@ enum class AssemblyStyle {
   /// reference to every leaf part's file. Where a component's solid hangs on its shape by a shape
   /// representation relationship, the root repeats it. A sub-assembly's file has no data.
   classic,
-  /// The same, but an assembly's file holds no geometry that a leaf part's file holds.
+  /// One file for the whole structure, the root's, which also holds what assemblies have of their
+  /// own, bodies included, and one for each part, to which it refers. A sub-assembly has no file. A
+  /// body stands where its product does, and every record of the input in some file.
   lean,
   /// Each assembly's file is an assembly that opens by itself: its own definition and bodies, the
   /// usages that start from it, and of its direct components the definition, shape and placements,
-  /// with a reference to each component's file, be that a part or a sub-assembly.
+  /// with a reference to each component's file, be that a part or a sub-assembly. As in lean, a
+  /// body stands where its product does, and every record of the input in some file.
   nested,
 };
 
