@@ -219,8 +219,13 @@ TEST_F(HostileSizes, ProductNameOf10Megabytes) {
   const std::string name = "lid " + std::string(10'000'000, 'x');
   add_record(4, "PRODUCT('" + name + "','','',())");
   close();
-  const ProcessRun run =
-      run_velkstep({"split", "--names", "product", "in.stp", "out"}, SMALL_STACK);
+  const ProcessRun refused =
+      run_velkstep({"split", "--names", "product", "in.stp", "standard"}, SMALL_STACK);
+  EXPECT_EQ(refused.exit_code, 1);
+  EXPECT_EQ(refused.errors, "velkstep: in.stp:20: #4 has stood for another record already.\n");
+  // The classic reading takes the second record under a number.
+  const ProcessRun run = run_velkstep(
+      {"split", "--reading=classic", "--names", "product", "in.stp", "out"}, SMALL_STACK);
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.out, "out/box.stp\nout/" + name.substr(0, 139) + ".stp\n");
 }
