@@ -4,8 +4,8 @@
 #include <string>
 #include <tuple>
 
-#include "findings/finding_list.h"
 #include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
 
 namespace Kessel {
 

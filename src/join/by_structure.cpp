@@ -11,8 +11,8 @@
 #include "exchange/lexer.h"
 #include "instances/places.h"
 
-#include "kessel/errors.h"
 #include "findings/finding_kinds.h"
+#include "kessel/errors.h"
 #include "products/products.h"
 #include "products/structure.h"
 

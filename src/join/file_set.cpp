@@ -5,14 +5,14 @@
 #include <memory>
 #include <system_error>
 
-#include "findings/input_file.h"
 #include "exchange/characters.h"
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
+#include "findings/finding_kinds.h"
+#include "findings/input_file.h"
+#include "findings/refusals.h"
 #include "join/marked_loader.h"
 #include "kessel/errors.h"
-#include "findings/finding_kinds.h"
-#include "findings/refusals.h"
 
 namespace Kessel {
 

@@ -9,9 +9,9 @@
 #include "exchange/parameters.h"
 #include "exchange/reader.h"
 #include "exchange/string_value.h"
+#include "findings/refusals.h"
 #include "join/joined_text.h"
 #include "kessel/errors.h"
-#include "findings/refusals.h"
 #include "writer/frame.h"
 
 namespace Kessel {

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "join/file_set.h"
+#include "join/joined_lists.h"
 #include "join/numbering.h"
 #include "join/records.h"
 #include "join/residue.h"
-#include "join/joined_lists.h"
 
 namespace Kessel {
 

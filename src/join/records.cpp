@@ -4,8 +4,8 @@
 #include <tuple>
 #include <utility>
 
-#include "kessel/errors.h"
 #include "findings/finding_kinds.h"
+#include "kessel/errors.h"
 
 namespace Kessel {
 

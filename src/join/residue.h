@@ -2,8 +2,8 @@
 #pragma once
 
 #include "join/by_structure.h"
-#include "join/records.h"
 #include "join/joined_lists.h"
+#include "join/records.h"
 
 namespace Kessel {
 

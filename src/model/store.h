@@ -55,9 +55,9 @@ struct Store {
 
   NameStyle name_style = NameStyle::record;
   std::unordered_map<unsigned, std::string> names;  ///< first strings, where files are called so
-  Reading reading = Reading::classic;  ///< how the input is read, both times
-  std::set<std::uint32_t> repeated;    ///< standard reading: numbers of records that say the same
-  bool checked = false;  ///< whether a run ends with an error where a host's goes on
+  Reading reading = Reading::classic;               ///< how the input is read, both times
+  std::set<std::uint32_t> repeated;  ///< standard reading: numbers of records that say the same
+  bool checked = false;              ///< whether a run ends with an error where a host's goes on
   std::optional<std::uint64_t> read_up_to;  ///< checked: where the data ended in the first reading
 
   /// Slot `id`. Throws `std::out_of_range` "invalid vector subscript" beyond the last slot.

@@ -25,8 +25,8 @@ std::string test_name(const AssemblySource& source);
 /// All samples of more than one part, the example, and small generated shapes.
 std::vector<AssemblySource> all_assemblies();
 
-/// The same, and samples that are hard: styles of usages, mapped items, management data, a skeleton.
-/// For splits by placement.
+/// The same, and samples that are hard: styles of usages, mapped items, management data, a
+/// skeleton. For splits by placement.
 std::vector<AssemblySource> every_assembly();
 
 /// The assembly's file, which is written into `folder` if it is generated; an empty path when it is

@@ -12,7 +12,7 @@ namespace Kessel::test {
 
 /// A whole exchange file.
 inline std::string whole_file(std::string_view data, std::string_view schema = "AP",
-                                 std::string_view sections = "") {
+                              std::string_view sections = "") {
   return "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\n"
          "FILE_NAME('in.stp','2026-01-01T00:00:00+00:00',('me'),(''),'','','');\n"
          "FILE_SCHEMA(('" +

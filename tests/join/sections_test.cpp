@@ -13,16 +13,15 @@ const std::string REFERENCE_TO_PART =
 TEST(JoinSections, AnchorsAndReferencesOfAllFiles) {
   JoinedFolder folder;
   folder.folder().write(
-      "root.stp",
-      whole_file(REFERENCE_TO_PART + "#2=COLOUR_RGB('',1.,0.,0.);\n#3=A(#4);\n", "AP",
-                    "ANCHOR;\n<red>=#2;\n<document>=#9;\nENDSEC;\n"
-                    "REFERENCE;\n#4=<http://example.org/a.stp#x>;\nENDSEC;\n"));
+      "root.stp", whole_file(REFERENCE_TO_PART + "#2=COLOUR_RGB('',1.,0.,0.);\n#3=A(#4);\n", "AP",
+                             "ANCHOR;\n<red>=#2;\n<document>=#9;\nENDSEC;\n"
+                             "REFERENCE;\n#4=<http://example.org/a.stp#x>;\nENDSEC;\n"));
   folder.folder().write(
       "part.stp",
-      whole_file(
-          "#1=PRODUCT_DEFINITION('','',$,$);\n#2=COLOUR_RGB('',1.,0.,0.);\n#3=A(#5,#4);\n", "AP",
-          "ANCHOR;\n<its red>=#2 {tag:#1};\nENDSEC;\n"
-          "REFERENCE;\n#4=<http://example.org/a.stp#x>;\n#5=<b.stp#y>;\nENDSEC;\n"));
+      whole_file("#1=PRODUCT_DEFINITION('','',$,$);\n#2=COLOUR_RGB('',1.,0.,0.);\n#3=A(#5,#4);\n",
+                 "AP",
+                 "ANCHOR;\n<its red>=#2 {tag:#1};\nENDSEC;\n"
+                 "REFERENCE;\n#4=<http://example.org/a.stp#x>;\n#5=<b.stp#y>;\nENDSEC;\n"));
   folder.data();
   const std::string text = without_time_stamps(read_file("out.stp"));
   // What anchors name stays by itself.

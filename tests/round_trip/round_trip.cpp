@@ -125,8 +125,8 @@ class RoundTrip {
       const auto text = [](const WrittenFile& file) {
         return without_time_stamps(read_file(file.path));
       };
-      const bool is_same = files[i].path.filename() == again[i].path.filename() &&
-                           text(files[i]) == text(again[i]);
+      const bool is_same =
+          files[i].path.filename() == again[i].path.filename() && text(files[i]) == text(again[i]);
       if (!is_same) say("split again, " + files[i].path.filename().string() + " is another");
     }
   }

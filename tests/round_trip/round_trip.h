@@ -10,8 +10,8 @@
 
 namespace Kessel::test {
 
-/// What is wrong with the split of the exchange file `in` in the style `assemblies`, lean or nested,
-/// a sentence each; empty where nothing is:
+/// What is wrong with the split of the exchange file `in` in the style `assemblies`, lean or
+/// nested, a sentence each; empty where nothing is:
 /// - the placement keeps its invariants (check_placement);
 /// - every file that is written is an exchange file of which nothing is unusual but the input was,
 ///   and no reference in it leads nowhere unless the input has such references;

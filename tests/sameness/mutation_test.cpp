@@ -173,9 +173,8 @@ TEST(Mutations, GraphsThatLookAlikeAllOverAreToldApart) {
 
 INSTANTIATE_TEST_SUITE_P(Real, Samples,
                          testing::Values(Sample{"cube-inch.step", 100},
-                                         Sample{"io1-tu-203.stp", 50},
-                                         Sample{"dm1-pe-214.stp", 30}, Sample{"dm1-id-214.stp", 30},
-                                         Sample{"as1-oc-214.stp", 3}),
+                                         Sample{"io1-tu-203.stp", 50}, Sample{"dm1-pe-214.stp", 30},
+                                         Sample{"dm1-id-214.stp", 30}, Sample{"as1-oc-214.stp", 3}),
                          [](const auto& sample) {
                            std::string name = sample.param.name;
                            for (char& c : name) c = std::isalnum(c) ? c : '_';
