@@ -90,7 +90,8 @@ TEST_F(MemoryLimits, ForcedSplitLeavesWhatWasThere) {
 }
 
 TEST_F(MemoryLimits, OtherCommandsSayIt) {
-  ASSERT_EQ(run_velkstep({"split", "in.stp", "out"}).exit_code, 0);
+  // A classic split has no place for the points, which verify would say.
+  ASSERT_EQ(run_velkstep({"split", "--assemblies=nested", "in.stp", "out"}).exit_code, 0);
   for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
            {"check", "in.stp"},
            {"tree", "in.stp"},
