@@ -180,6 +180,8 @@ class PlacedSplit {
       split.paths.push_back(outdir_ / name);
       split.names.push_back(fspath_to_utf8(options_.folder_in_headers ? split.paths.back() : name));
     }
+    in_.clear();
+    in_.seekg(0);  // The second reading's progress is measured from here.
     const std::vector<FileFigures> figures = write_split(in_, split, options_);
     std::vector<WrittenFile> files;
     for (FileId file = 0; file < figures.size(); ++file) {
