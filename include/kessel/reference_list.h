@@ -32,9 +32,12 @@ class ReferenceList {
     if (owns_vector()) delete owned();
   }
 
-  /// Views `packed`, a count followed by that many numbers, which must outlive the list. For a list
-  /// that nobody has asked for its vector.
-  void view(const std::uint32_t* packed) { bits_ = reinterpret_cast<std::uintptr_t>(packed); }
+  /// Views `packed`, a count followed by that many numbers, which must outlive the list. A vector
+  /// that the list had goes.
+  void view(const std::uint32_t* packed) {
+    if (owns_vector()) delete owned();
+    bits_ = reinterpret_cast<std::uintptr_t>(packed);
+  }
 
   /// The numbers; valid until the list changes.
   std::span<const std::uint32_t> numbers() const {
