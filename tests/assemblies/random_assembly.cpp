@@ -530,7 +530,7 @@ class Maker {
       add("CC_DESIGN_APPROVAL(", approval, ",(", security, "))");
     }
     const Ref category = add("PRODUCT_RELATED_PRODUCT_CATEGORY('part',$,", some(all_products), ")");
-    const Ref above = add("PRODUCT_CATEGORY('part','specification')");
+    const Ref above = add("PRODUCT_CATEGORY('part','kind')");
     if (chance(2)) add("PRODUCT_CATEGORY_RELATIONSHIP('','',", above, ",", category, ")");
   }
 
