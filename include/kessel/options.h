@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <limits>
 
@@ -75,6 +76,12 @@ struct Options {
   /// Whether the name of a file in its own header (ISO 10303-21, 8.2.2) has the output folder in
   /// front, as the caller gave it.
   bool folder_in_headers = true;
+  /// The folder from which the input's names of other files are seen; empty for the one that it
+  /// lies in. For inputs that are copies of something.
+  std::filesystem::path input_folder = {};
+  /// The folder in which the files of a split are going to lie, from which their names of other files
+  /// are seen; empty for the one that they are written into.
+  std::filesystem::path output_folder = {};
   /// Bytes that may be kept of the input in memory: records, the table of their numbers,
   /// references, types, and the names of products where files are called after them. Also the bytes
   /// that the header, or a record or whatever else stands in front of a ";", may have as text. It

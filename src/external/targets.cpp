@@ -29,6 +29,18 @@ bool is_below(const fs::path& path, const fs::path& folder) {
          folder.end();
 }
 
+std::vector<std::string> names_of_targets(const std::vector<ExternalReference>& references) {
+  std::vector<std::string> names;
+  for (const ExternalReference& reference : references) {
+    for (const FileName& name : reference.names) {
+      names.push_back(utf8_of_path(path_of_utf8(name.name).filename()));
+    }
+  }
+  std::sort(names.begin(), names.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+  return names;
+}
+
 std::string missing_target_sentence(const std::string& name) {
   return "The file " + Kessel::quoted(name) + " that is referred to is not there.";
 }

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "external/external_references.h"
 
@@ -18,6 +19,9 @@ struct Target {
 /// Looks for the file of `reference`, which stands in a file in `folder`; empty for the working
 /// directory. `reference` must outlive the result.
 Target find_target(const std::filesystem::path& folder, const ExternalReference& reference);
+
+/// What the files may be called that references lead to, without their folders, UTF-8; ascending.
+std::vector<std::string> names_of_targets(const std::vector<ExternalReference>& references);
 
 /// What is said of a file that is not there; `name` is UTF-8.
 std::string missing_target_sentence(const std::string& name);

@@ -10,7 +10,7 @@
 namespace Kessel {
 
 InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options)
-    : folder(in.parent_path()) {
+    : folder(options.input_folder.empty() ? in.parent_path() : options.input_folder) {
   if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
   std::ifstream file(in, std::ios::in | std::ios::binary);
   if (!file.is_open()) throw std::invalid_argument("Failed to open input file.");

@@ -104,10 +104,40 @@ struct Structure {
   PlacementReader placements;
 };
 
+/// The copies of a record that the files of one split have, known by their marks.
+class MarkedCopies {
+ public:
+  MarkedCopies(const FileSet& files, Records& records) {
+    for (std::size_t i = 0; i < files.size(); ++i) {
+      for (const JoinedFile::Marked& marked : files[i].marked) {
+        const Node node = records.node(i, marked.record);
+        copies_.emplace_back(records.leader(node), node);
+      }
+    }
+    std::sort(copies_.begin(), copies_.end());
+    for (const auto& [leader, node] : copies_) leaders_.emplace_back(node, leader);
+    std::sort(leaders_.begin(), leaders_.end());
+  }
+
+  /// Calls `look` with `node` and its copies.
+  template <class Look>
+  void for_each(Node node, Look look) const {
+    const auto known = std::lower_bound(leaders_.begin(), leaders_.end(), std::pair(node, Node{0}));
+    if (known == leaders_.end() || known->first != node) return look(node);
+    const Node leader = known->second;
+    auto copy = std::lower_bound(copies_.begin(), copies_.end(), std::pair(leader, Node{0}));
+    for (; copy != copies_.end() && copy->first == leader; ++copy) look(copy->second);
+  }
+
+ private:
+  std::vector<std::pair<Node, Node>> copies_;   // leader, copy
+  std::vector<std::pair<Node, Node>> leaders_;  // copy, leader
+};
+
 class StructuralUnion {
  public:
   StructuralUnion(const FileSet& files, Records& records)
-      : files_(files), records_(records), structures_(files.size()) {}
+      : files_(files), records_(records), copies_(files, records), structures_(files.size()) {}
 
   Documents unite() {
     Documents documents;
@@ -187,9 +217,11 @@ class StructuralUnion {
   void counterpart(std::size_t from, Index here, std::size_t to, Index there) {
     if (here == NO_RECORD || there == NO_RECORD) return;
     const Node node = records_.node(from, here);
-    if (records_.standing(node) == Standing::whole) {
-      records_.set_standing(node, Standing::counterpart);
-    }
+    copies_.for_each(node, [&](Node copy) {
+      if (records_.standing(copy) == Standing::whole) {
+        records_.set_standing(copy, Standing::counterpart);
+      }
+    });
     records_.unite(node, records_.node(to, there));
   }
 
@@ -215,6 +247,7 @@ class StructuralUnion {
 
   const FileSet& files_;
   Records& records_;
+  const MarkedCopies copies_;
   std::vector<std::unique_ptr<Structure>> structures_;
   std::set<std::pair<Node, Node>> done_;
 };

@@ -1,6 +1,7 @@
 #include "join/residue.h"
 
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "instances/users.h"
@@ -108,6 +109,21 @@ class Residue {
     }
   }
 
+  /// By file: whether it has one of the documents, or a file of the same split has.
+  std::vector<bool> files_that_refer(const Documents& documents) const {
+    std::vector<bool> refers(files_.size());
+    std::set<std::uint64_t> splits;
+    for (const Node document : documents) {
+      const std::size_t file = records_.file_of(document);
+      refers[file] = true;
+      if (files_[file].split) splits.insert(*files_[file].split);
+    }
+    for (std::size_t i = 0; i < files_.size(); ++i) {
+      if (files_[i].split && splits.contains(*files_[i].split)) refers[i] = true;
+    }
+    return refers;
+  }
+
   /// Removes what had users in a file that refers to others, and has none left.
   void remove_what_nobody_needs(const Documents& documents) {
     Column<std::uint32_t> users(records_.size());
@@ -115,8 +131,7 @@ class Residue {
       if (!records_.is_written(records_.node(file, record))) return;
       for_each_target(file, record, [&](Node target) { ++users[target]; });
     });
-    std::vector<bool> refers(files_.size());
-    for (const Node document : documents) refers[records_.file_of(document)] = true;
+    const std::vector<bool> refers = files_that_refer(documents);
     std::vector<Node> unused;
     const auto look = [&](Node target) {
       if (users[target] == 0 && records_.is_written(target) && refers[records_.file_of(target)]) {

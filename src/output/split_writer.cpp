@@ -59,16 +59,19 @@ class SplitWriter final : public Exchange::Listener {
   void record(const Exchange::Record& record) override {
     const Index index = next_++;
     if (index >= instances_.size()) throw InputError(input_changed(record.offset));
-    const std::span<const Stand> stands = stands_.of(index);
-    const MentioningText body{record.body, record.mentions, instances_.references(index)};
     if (instances_.number(index) != record.number ||
-        body.references.size() != record.mentions.size()) {
+        instances_.references(index).size() != record.mentions.size()) {
       throw InputError(input_changed(record.offset));
     }
-    if (stands.size() == 1) {
-      write_single(record, body, index, stands.front().file());
+    if (const auto edits = split_.edits.of(index); !edits.empty()) {
+      const EditedText edited(record.text, record.body, record.mentions, edits);
+      Exchange::Record other = record;
+      other.text = edited.text();
+      other.body = edited.body();
+      other.mentions = edited.mentions();
+      write(other, index);
     } else {
-      write_shared(record, body, index, stands);
+      write(record, index);
     }
     if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
   }
@@ -79,7 +82,9 @@ class SplitWriter final : public Exchange::Listener {
     if (index >= instances_.size()) throw InputError(input_changed(entry.offset));
     const bool defines = instances_.type(index) == TypeTable::REFERENCE_ENTRY &&
                          !mentions.empty() && entry.text.starts_with('#');
-    std::string_view text = entry.text;
+    const EditedText edited(entry.text, entry.text, mentions, split_.edits.of(index));
+    std::string_view text = edited.text();
+    mentions = edited.mentions();
     if (defines) {
       text.remove_prefix(static_cast<std::size_t>(mentions.front().end - text.data()));
       mentions = mentions.subspan(1);
@@ -141,6 +146,16 @@ class SplitWriter final : public Exchange::Listener {
     files_.write(file, "/* velkstep split " + hexadecimal(split_.id) +
                            ": the number in front of a record is its number in the file that was "
                            "split */\n");
+  }
+
+  void write(const Exchange::Record& record, Index index) {
+    const std::span<const Stand> stands = stands_.of(index);
+    const MentioningText body{record.body, record.mentions, instances_.references(index)};
+    if (stands.size() == 1) {
+      write_single(record, body, index, stands.front().file());
+    } else {
+      write_shared(record, body, index, stands);
+    }
   }
 
   /// Fast path: nearly every record stands in one file, and only its numbers change.

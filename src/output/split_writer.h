@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "external/text_edits.h"
 #include "instances/instances.h"
 #include "kessel/options.h"
 #include "placement/placement.h"
@@ -22,6 +23,7 @@ struct SplitToWrite {
   std::uint64_t id = 0;                      ///< tells inputs apart
   std::vector<std::filesystem::path> paths;  ///< by file
   std::vector<std::string> names;            ///< what the headers say, by file, UTF-8
+  TextEdits edits = {};                      ///< other texts for strings of the input
 };
 
 /// A file that was written.

@@ -1,6 +1,7 @@
 #include "products/file_names.h"
 
 #include <map>
+#include <set>
 #include <string>
 
 #include "naming/file_stem.h"
@@ -27,16 +28,23 @@ class RecordNames {
  public:
   explicit RecordNames(const Instances& instances) : instances_(instances) {}
 
-  std::string take(const Product& product) {
-    const std::string stem = "#" + number_of(instances_, product) + "_part";
-    const unsigned count = ++taken_[stem];
-    return stem + (count == 1 ? "" : "_(" + std::to_string(count) + ")_") +
-           std::string(FILE_EXTENSION);
+  std::string take(const std::string& stem) {
+    for (unsigned& count = taken_[stem];;) {
+      std::string name = stem + (++count == 1 ? "" : "_(" + std::to_string(count) + ")_") +
+                         std::string(FILE_EXTENSION);
+      if (!reserved_.contains(caseless_name(name))) return name;
+    }
   }
+  std::string take(const Product& product) {
+    return take("#" + number_of(instances_, product) + "_part");
+  }
+
+  void reserve(const std::string& name) { reserved_.insert(caseless_name(name)); }
 
  private:
   const Instances& instances_;
   std::map<std::string, unsigned> taken_;
+  std::set<std::string> reserved_;
 };
 
 /// What a product is called, for a file.
@@ -50,17 +58,21 @@ std::string stem_of(const Instances& instances, const Product& product, FileName
 
 std::vector<std::filesystem::path> file_names(const Instances& instances, const Products& all,
                                               std::span<const ProductId> products,
-                                              NameStyle style) {
+                                              NameStyle style,
+                                              const std::vector<std::string>& referred) {
   const FileNameSet set = style == NameStyle::product ? FileNameSet::ascii : FileNameSet::unicode;
   RecordNames record_names(instances);
   UniqueNames unique_names;
+  for (const std::string& name : referred) {
+    record_names.reserve(name);
+    unique_names.reserve(name);
+  }
   std::vector<std::filesystem::path> names;
   names.reserve(products.size());
   for (const ProductId id : products) {
     std::string name;
     if (style == NameStyle::record) {
-      name = id == NO_PRODUCT ? std::string(ROOT) + std::string(FILE_EXTENSION)
-                              : record_names.take(all.products[id]);
+      name = id == NO_PRODUCT ? record_names.take(ROOT) : record_names.take(all.products[id]);
     } else {
       name = unique_names.take(id == NO_PRODUCT ? ROOT : stem_of(instances, all.products[id], set));
     }

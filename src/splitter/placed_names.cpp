@@ -6,7 +6,8 @@ namespace Kessel {
 
 std::vector<std::filesystem::path> placed_names(const Instances& instances,
                                                 const Products& products,
-                                                const Placement& placement, NameStyle style) {
+                                                const Placement& placement, NameStyle style,
+                                                const std::vector<std::string>& referred) {
   // Names are given out in the order of the products, a root that none has last.
   std::vector<ProductId> tops;
   std::vector<FileId> files;
@@ -20,7 +21,7 @@ std::vector<std::filesystem::path> placed_names(const Instances& instances,
     tops.push_back(NO_PRODUCT);
     files.push_back(0);
   }
-  const std::vector<std::filesystem::path> given = file_names(instances, products, tops, style);
+  const std::vector<std::filesystem::path> given = file_names(instances, products, tops, style, referred);
   std::vector<std::filesystem::path> names(placement.files.size());
   for (std::size_t i = 0; i < files.size(); ++i) names[files[i]] = given[i];
   return names;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "kessel/options.h"
@@ -9,9 +10,11 @@
 
 namespace Kessel {
 
-/// The names of the files of `placement`, without a folder, as products/file_names.h has it.
+/// The names of the files of `placement`, without a folder, as products/file_names.h has it; none
+/// is one of `referred`.
 std::vector<std::filesystem::path> placed_names(const Instances& instances,
                                                 const Products& products,
-                                                const Placement& placement, NameStyle style);
+                                                const Placement& placement, NameStyle style,
+                                                const std::vector<std::string>& referred = {});
 
 }  // namespace Kessel

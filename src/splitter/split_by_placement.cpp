@@ -7,6 +7,9 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "external/external_references.h"
+#include "external/repointing.h"
+#include "external/targets.h"
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
@@ -138,12 +141,14 @@ class PlacedSplit {
     load();
     ProgressReporter sorting(options_, Stage::sorting, 2);
     products_ = find_products(instances_);
+    references_ = find_external_references(instances_, products_);
     sorting.report(1);
     placement_ = place_records(instances_, products_, options_.assemblies);
     sorting.report_end();
     warn();
     if (placement_.files.size() < 2) return {};
-    names_ = placed_names(instances_, products_, placement_, options_.names);
+    names_ = placed_names(instances_, products_, placement_, options_.names,
+                          names_of_targets(references_));
     for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
     require_fresh_root_list(path_);
     write_root_list(fspath_to_utf8(names_.front()));
@@ -168,6 +173,13 @@ class PlacedSplit {
     for (const PlacementWarning& warning : placement_.warnings) {
       warnings_.push_back(finding_for(in_, instances_, warning));
     }
+    for (const ExternalReference& reference : references_) {
+      const Target target = find_target(input_folder(), reference);
+      if (target.is_there) continue;
+      warnings_.push_back(warning_at(in_, instances_, reference.document,
+                                     FindingKind::missing_target,
+                                     missing_target_sentence(target.name->name)));
+    }
     require_products(products_, placement_, warnings_);
     set_lines(in_, warnings_);
     for (const Finding& finding : warnings_) options_.warning(finding);
@@ -175,7 +187,11 @@ class PlacedSplit {
 
   std::vector<WrittenFile> write() {
     create_folder(outdir_);
-    SplitToWrite split{instances_, products_, placement_, id_, {}, {}};
+    const fs::path& final_folder =
+        options_.output_folder.empty() ? outdir_ : options_.output_folder;
+    SplitToWrite split{instances_, products_, placement_, id_, {}, {}, {}};
+    split.edits = TextEdits(
+        repoint(references_, without_links(input_folder()), without_links(final_folder)));
     for (const fs::path& name : names_) {
       split.paths.push_back(outdir_ / name);
       split.names.push_back(fspath_to_utf8(options_.folder_in_headers ? split.paths.back() : name));
@@ -191,6 +207,10 @@ class PlacedSplit {
     std::stable_sort(files.begin() + 1, files.end(),
                      [](const auto& a, const auto& b) { return a.part < b.part; });
     return files;
+  }
+
+  fs::path input_folder() const {
+    return options_.input_folder.empty() ? path_.parent_path() : options_.input_folder;
   }
 
   /// The number of the definition that the file is named after.
@@ -209,6 +229,7 @@ class PlacedSplit {
   std::uint64_t id_ = 0;
   std::vector<Finding> warnings_;
   Products products_;
+  std::vector<ExternalReference> references_;
   Placement placement_;
   std::vector<fs::path> names_;
 };

@@ -27,7 +27,9 @@ std::string check_text(const std::string& in, const std::vector<Finding>& findin
 
 int check(const CheckArguments& arguments) {
   return with_path(arguments.in, [&](const std::filesystem::path& path) {
-    const std::vector<Finding> findings = Kessel::check(path, arguments.options);
+    Kessel::Options options = arguments.options;
+    options.input_folder = folder_of(arguments.in);
+    const std::vector<Finding> findings = Kessel::check(path, options);
     const int printed = print(arguments.json ? check_json(findings, arguments.in)
                                              : check_text(arguments.in, findings));
     return printed != EXIT_DONE ? printed : exit_code_of(findings);

@@ -18,7 +18,7 @@ int info(const InfoArguments& arguments) {
   int code = EXIT_DONE;
   for (const std::string& in : arguments.in) {
     const int this_code = with_input(in, [&](const std::filesystem::path& path) {
-      const Kessel::Summary summary = Kessel::read_summary(path);
+      const Kessel::Summary summary = Kessel::read_summary(path, {.input_folder = folder_of(in)});
       if (arguments.json) return print(info_json(summary, in));
       const int printed = print(gap + info_text(summary, shown_name(in), colours));
       gap = "\n";

@@ -28,7 +28,8 @@ std::string formatted(const Kessel::Assembly& assembly, const TreeArguments& arg
 
 int tree(const TreeArguments& arguments) {
   return with_input(arguments.in, [&](const std::filesystem::path& path) {
-    const Kessel::Assembly assembly = Kessel::read_assembly(path, {.names = arguments.names});
+    const Kessel::Assembly assembly = Kessel::read_assembly(
+        path, {.names = arguments.names, .input_folder = folder_of(arguments.in)});
     if (assembly.parts.empty()) {
       std::cerr << "velkstep: " << printable(shown_name(arguments.in))
                 << ": holds no part: no product definition has a shape or a component\n";

@@ -54,6 +54,8 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
   Kessel::Options options = arguments.options;
   options.warning = [&](const Kessel::Finding& finding) { warnings += finding.count; };
   options.folder_in_headers = false;
+  options.input_folder = folder_of(arguments.in);
+  options.output_folder = fs::absolute(arguments.outdir);
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = [&](const Kessel::Progress& progress) {
     throw_if_interrupted();

@@ -55,6 +55,11 @@ std::string shown_name(const std::string& argument) {
   return argument == "-" ? "standard input" : argument;
 }
 
+std::filesystem::path folder_of(const std::string& argument) {
+  if (argument == "-") return std::filesystem::current_path();
+  return std::filesystem::absolute(argument).parent_path();
+}
+
 namespace {
 
 /// What `run` returns; its exceptions are printed as by fail().
