@@ -18,6 +18,11 @@ struct JoinOptions {
   std::uint64_t memory_limit = Options::NO_LIMIT;
   /// Whether a file in another folder than the root's, or in one below that, may be read.
   bool follow_outside = false;
+  /// Whether references stay whose files are not there; else those are an error.
+  bool allow_missing = false;
+  /// Whether files may obey other schemas than the root; the output obeys the root's. Else such
+  /// files are an error. What stands behind a schema's name in braces makes no difference.
+  bool allow_mixed_schemas = false;
   /// Whether an output that is there already is replaced.
   bool replace = false;
   /// Told how far it has come, as Options::progress; the total of Stage::reading grows with the
@@ -42,7 +47,8 @@ struct Joined {
 };
 
 /// Reads the exchange file `root` and the files that it refers to through any number of levels
-/// (external document references, ISO 10303-41; the 'cad_filename' documents of ISO 10303-203),
+/// (external document references, ISO 10303-41, of managed documents as well; the 'cad_filename'
+/// documents of ISO 10303-203; names of anchors in reference sections, ISO 10303-21, 11),
 /// each of them once, and writes one exchange file `out` that holds what all of them say and
 /// refers to no other: each component's definition and shape take the place of what stood for them,
 /// reference blocks go, records are numbered from 1.
@@ -59,9 +65,10 @@ struct Joined {
 /// Throws `InputError` for a file that cannot be read (its finding has the file's name), for files
 /// that are missing or lie outside of the root's folder (one finding names all of them), that refer
 /// to each other in a circle, that obey another schema than the root, or that hold nothing that the
-/// reference could mean, and for one that was changed meanwhile. Throws `OutputError` where `out`
-/// cannot be written, is there already and not to be replaced, is a folder, or is one of the
-/// inputs; and `std::bad_alloc`.
+/// reference could mean, and for one that was changed meanwhile. A reference that stays, since
+/// nothing is missed there, is written as it is seen from the output's folder. Throws `OutputError`
+/// where `out` cannot be written, is there already and not to be replaced, is a folder, or is one
+/// of the inputs; and `std::bad_alloc`.
 KESSEL_EXPORT Joined join(const std::filesystem::path& root, const std::filesystem::path& out,
                           const JoinOptions& options = {});
 

@@ -15,6 +15,7 @@
 #include "kessel/errors.h"
 #include "products/products.h"
 #include "products/structure.h"
+#include "products/units.h"
 
 namespace Kessel {
 
@@ -144,11 +145,16 @@ class StructuralUnion {
     for (std::size_t i = 0; i < files_.size(); ++i) {
       for (const FileReference& reference : files_[i].references) {
         if (files_[i].is_of_split_of(files_[reference.target])) continue;
+        if (reference.what.is_to_anchor()) continue;
         unite(i, reference);
         documents.push_back(records_.node(i, reference.what.document));
+        for (const Index record : reference.what.managing) {
+          documents.push_back(records_.node(i, record));
+        }
       }
     }
     std::sort(documents.begin(), documents.end());
+    documents.erase(std::unique(documents.begin(), documents.end()), documents.end());
     return documents;
   }
 
@@ -172,6 +178,8 @@ class StructuralUnion {
     for (std::size_t i = 0; i < shapes.size(); ++i) {
       const ShapeLink& shape = there.links[std::min(i, there.links.size() - 1)];
       counterpart(from, shapes[i].shape, to, shape.shape);
+      // What is measured in other units stays in a representation of its own.
+      if (differ_in_units(from, shapes[i].representation, to, shape.representation)) continue;
       counterpart(from, shapes[i].link, to, shape.link);
       counterpart(from, shapes[i].representation, to, shape.representation);
       unite_placements(from, shapes[i].representation, to, shape.representation);
@@ -212,6 +220,12 @@ class StructuralUnion {
               "them.");
     finding.file = files_[to].name;
     throw InputError(finding);
+  }
+
+  bool differ_in_units(std::size_t from, Index here, std::size_t to, Index there) const {
+    const double unit_here = length_unit_of(files_[from].instances, here);
+    const double unit_there = length_unit_of(files_[to].instances, there);
+    return unit_here != 0 && unit_there != 0 && unit_here != unit_there;
   }
 
   void counterpart(std::size_t from, Index here, std::size_t to, Index there) {

@@ -10,8 +10,10 @@
 #include "exchange/string_value.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
+#include "instances/places.h"
 #include "join/marked_loader.h"
 #include "kessel/errors.h"
 
@@ -44,7 +46,8 @@ std::string schema_of(const Instances& instances) {
   return {};
 }
 
-FileSet::FileSet(const fs::path& root, const JoinOptions& options) : options_(options) {
+FileSet::FileSet(const fs::path& root, const JoinOptions& options, const Following& following)
+    : options_(options), following_(following) {
   if (auto finding = find_no_regular_file(root)) {
     finding->file = utf8_of_path(root.filename());
     throw InputError(*finding);
@@ -101,12 +104,16 @@ void FileSet::load(JoinedFile& file) {
 
 /// Loads what the file refers to, and notes what is not there.
 void FileSet::follow(std::size_t from) {
+  MissingTargets missing;
   const Products products = find_products(files_[from]->instances);
   const fs::path folder = files_[from]->path.parent_path();
   const std::string referrer =
       from == 0 ? std::string() : " (referred to by \"" + files_[from]->name + "\")";
   for (ExternalReference& reference : find_external_references(files_[from]->instances, products)) {
-    if (reference.is_to_anchor()) continue;
+    if (following_.only_made && !files_[from]->is_made(reference.document)) {
+      files_[from]->kept.push_back(std::move(reference));
+      continue;
+    }
     const Target target = find_target(folder, reference);
     const Identity identity = without_links(target.path);
     const std::string sentence = "\"" + target.name->name + "\"" + referrer;
@@ -114,6 +121,11 @@ void FileSet::follow(std::size_t from) {
                                                   ? &outside_
                                               : !target.is_there ? &missing_
                                                                  : nullptr;
+    if (trouble == &missing_ && options_.allow_missing) {
+      missing.emplace_back(reference.document, target.name->name);
+      files_[from]->kept.push_back(std::move(reference));
+      continue;
+    }
     if (trouble == nullptr) {
       const std::size_t file = enter(target.path, identity);
       files_[from]->references.push_back({std::move(reference), file});
@@ -121,6 +133,21 @@ void FileSet::follow(std::size_t from) {
       trouble->push_back(sentence);
     }
   }
+  warn_of_missing(*files_[from], missing);
+}
+
+void FileSet::warn_of_missing(const JoinedFile& file, const MissingTargets& missing) {
+  if (missing.empty()) return;
+  std::ifstream in(file.path, std::ios::in | std::ios::binary);
+  FindingList findings;
+  findings.begin_file(file.name);
+  for (const auto& [record, name] : missing) {
+    findings.add(warning_at(in, file.instances, record, FindingKind::missing_target,
+                            missing_target_sentence(name)));
+  }
+  std::vector<Finding> found = findings.take();
+  set_lines(in, found);
+  warnings_.insert(warnings_.end(), found.begin(), found.end());
 }
 
 bool FileSet::is_outside(const Identity& identity) const {
@@ -179,7 +206,7 @@ void FileSet::require_no_circle() const {
   }
 }
 
-void FileSet::require_one_schema() const {
+void FileSet::require_one_schema() {
   const std::string expected = schema_of(root().instances);
   for (const auto& file : files_) {
     const std::string schema = schema_of(file->instances);
@@ -188,7 +215,9 @@ void FileSet::require_one_schema() const {
         make_finding(FindingKind::mixed_schemas, "The file obeys the schema \"" + schema +
                                                      "\", the root \"" + expected + "\".");
     finding.file = file->name;
-    throw InputError(finding);
+    if (!options_.allow_mixed_schemas) throw InputError(finding);
+    finding.severity = Severity::warning;
+    warnings_.push_back(std::move(finding));
   }
 }
 

@@ -6,6 +6,7 @@
 #include <list>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "join/joined_file.h"
@@ -13,16 +14,28 @@
 
 namespace Kessel {
 
+/// Which references lead to files that are joined.
+struct Following {
+  /// Of files of a split, only those that the split made; the others stay.
+  bool only_made = false;
+};
+
 /// Files, each loaded once, in the order in which references lead to them; the root is the first.
 class FileSet {
  public:
   /// Loads `root` and whatever it refers to. Throws InputError as `join` does, but for what the
   /// files hold. `options` must outlive it.
-  FileSet(const std::filesystem::path& root, const JoinOptions& options);
+  FileSet(const std::filesystem::path& root, const JoinOptions& options,
+          const Following& following = {});
 
   std::size_t size() const { return files_.size(); }
   const JoinedFile& operator[](std::size_t i) const { return *files_[i]; }
   const JoinedFile& root() const { return *files_.front(); }
+
+  void edit(std::size_t file, TextEdits edits) { files_[file]->edits = std::move(edits); }
+
+  /// What deserves a look about the references.
+  const std::vector<Finding>& warnings() const { return warnings_; }
 
  private:
   /// What a file is known by, whatever way leads to it.
@@ -30,18 +43,23 @@ class FileSet {
 
   std::size_t enter(const std::filesystem::path& path, const Identity& identity);
   void load(JoinedFile& file);
+  /// Documents, and the names of their files.
+  using MissingTargets = std::vector<std::pair<Index, std::string>>;
   void follow(std::size_t from);
+  void warn_of_missing(const JoinedFile& file, const MissingTargets& missing);
   bool is_outside(const Identity& identity) const;
   void require_all_files() const;
   void require_no_circle() const;
-  void require_one_schema() const;
+  void require_one_schema();
 
   const JoinOptions& options_;
+  const Following following_;
   std::filesystem::path folder_;  // the root's, without links
   std::vector<std::unique_ptr<JoinedFile>> files_;
   std::map<Identity, std::size_t> known_;
   std::vector<std::string> missing_;  // with who refers to them
   std::vector<std::string> outside_;
+  std::vector<Finding> warnings_;
   std::uint64_t memory_ = 0;
   std::uint64_t bytes_ = 0;  // of the files that were loaded
 };

@@ -3,6 +3,8 @@
 
 #include <system_error>
 
+#include "external/repointing.h"
+#include "external/targets.h"
 #include "join/finished_file.h"
 #include "join/joining.h"
 #include "kessel/errors.h"
@@ -21,6 +23,17 @@ void refuse_to_replace_inputs(const FileSet& files, const std::filesystem::path&
   }
 }
 
+/// References that stay lead to where they led, seen from the folder of `out`.
+void keep_references(Joining& joining, const std::filesystem::path& out) {
+  const std::filesystem::path to = without_links(std::filesystem::absolute(out).parent_path());
+  for (std::size_t i = 0; i < joining.files().size(); ++i) {
+    const JoinedFile& file = joining.files()[i];
+    if (file.kept.empty()) continue;
+    const auto from = without_links(std::filesystem::absolute(file.path).parent_path());
+    joining.edit(i, TextEdits(repoint(file.kept, from, to)));
+  }
+}
+
 }  // namespace
 
 Joined join(const std::filesystem::path& root, const std::filesystem::path& out,
@@ -28,6 +41,7 @@ Joined join(const std::filesystem::path& root, const std::filesystem::path& out,
   FinishedFile file(out, options.replace);
   Joining joining(root, options);
   refuse_to_replace_inputs(joining.files(), out);
+  keep_references(joining, out);
   const std::u8string name = out.filename().u8string();
   joining.write({name.begin(), name.end()}, file.stream());
   Joined joined;

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <span>
 #include <string_view>
 #include <system_error>
 
@@ -74,6 +75,16 @@ class SecondReading final : public Exchange::Listener {
     if (record.offset >= due_) tell(record.offset);
     const Node node = records_.node(position_, index);
     if (!records_.is_written(node)) return;
+    if (const auto edits = file_.edits.of(index); !edits.empty()) {
+      const EditedText edited(record.text, record.body, record.mentions, edits);
+      write(edited.body(), edited.mentions(), index, node);
+    } else {
+      write(record.body, record.mentions, index, node);
+    }
+  }
+
+  void write(std::string_view body, std::span<const Exchange::Mention> mentions, Index index,
+             Node node) {
     std::string& out = out_.text();
     out.append("#").append(std::to_string(numbering_.of(node))).append("=");
     const auto more = lists_.more_of(node);
@@ -81,9 +92,9 @@ class SecondReading final : public Exchange::Listener {
         !more.empty() || (!file_.references.empty() &&
                           file_.instances.types().collects(file_.instances.type(index)));
     if (is_list_rewritten) {
-      text_.append_collector(record.body, record.mentions, more, out);
+      text_.append_collector(body, mentions, more, out);
     } else {
-      text_.append(record.body, record.mentions, out);
+      text_.append(body, mentions, out);
     }
     out += ";\n";
     out_.flush_if_long();
@@ -169,7 +180,9 @@ class JoinedWriter {
         if (instances.type(entry) != type) continue;
         if (!records_.is_written(records_.node(file, entry))) continue;
         std::string line;
-        text.append_entry(instances.kept_body(entry), line);
+        const EditedText edited(instances.kept_body(entry), instances.kept_body(entry), {},
+                                files_[file].edits.of(entry));
+        text.append_entry(edited.text(), line);
         const auto [place, is_new] = written.insert(std::move(line));
         if (!is_new) continue;
         if (written.size() == 1) out_.text() += begin;

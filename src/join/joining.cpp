@@ -9,9 +9,10 @@
 
 namespace Kessel {
 
-Joining::Joining(const std::filesystem::path& root, const JoinOptions& options)
+Joining::Joining(const std::filesystem::path& root, const JoinOptions& options,
+                 const Following& following)
     : options_(options),
-      files_(root, options),
+      files_(root, options, following),
       records_(files_),
       documents_(unite()),
       lists_(files_, records_),
@@ -20,6 +21,7 @@ Joining::Joining(const std::filesystem::path& root, const JoinOptions& options)
 Documents Joining::unite() {
   unite_by_marks(files_, records_);
   Documents documents = unite_by_structure(files_, records_);
+  unite_anchors(files_, records_);
   unite_reference_entries(files_, records_);
   unite_equal_values(files_, records_);
   records_.settle();
@@ -41,7 +43,9 @@ std::vector<Node> Joining::nodes_by_number() const {
 }
 
 std::vector<Finding> Joining::doubts() const {
-  return doubts_about_marks(files_, records_);
+  std::vector<Finding> doubts = files_.warnings();
+  for (Finding& doubt : doubts_about_marks(files_, records_)) doubts.push_back(std::move(doubt));
+  return doubts;
 }
 
 void Joining::write(const std::string& name, std::ostream& out) {

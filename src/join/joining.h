@@ -3,6 +3,7 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "join/file_set.h"
@@ -18,9 +19,12 @@ class Joining {
  public:
   /// Loads `root` and what it refers to, and decides what becomes one and what goes. Throws as
   /// `join`. `options` must outlive it.
-  Joining(const std::filesystem::path& root, const JoinOptions& options);
+  Joining(const std::filesystem::path& root, const JoinOptions& options,
+          const Following& following = {});
 
   const FileSet& files() const { return files_; }
+  /// Gives strings of the file at position `file` other texts.
+  void edit(std::size_t file, TextEdits edits) { files_.edit(file, std::move(edits)); }
   const Records& records() const { return records_; }
   /// How many records are written.
   std::uint64_t record_count() const { return numbering_.count(); }

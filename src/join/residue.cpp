@@ -1,5 +1,6 @@
 #include "join/residue.h"
 
+#include <map>
 #include <memory>
 #include <set>
 #include <vector>
@@ -55,40 +56,51 @@ class Residue {
   /// A record means nothing without what it refers to, but for the items of a collector's list:
   /// that goes with the last of them.
   void remove_with_users(const Documents& documents) {
-    std::size_t file_of_users = files_.size();
-    std::unique_ptr<Users> users;
     std::vector<Node> gone;
     for (const Node document : documents) {
       remove(document, gone);
-      const std::size_t file = records_.file_of(document);
-      if (file != file_of_users) users = std::make_unique<Users>(files_[file].instances);
-      file_of_users = file;
       while (!gone.empty()) {
         const Node node = gone.back();
         gone.pop_back();
-        for (const Index user : users->of(records_.index_of(node))) {
-          if (loses_its_meaning(file, user)) remove(records_.node(file, user), gone);
+        const std::size_t file = records_.file_of(node);
+        for (const Index user : users_in(file).of(records_.index_of(node))) {
+          const Node of_it = records_.node(file, user);
+          if (loses_its_meaning(records_.text_of(of_it))) remove(of_it, gone);
         }
       }
     }
+    users_.clear();
   }
 
+  const Users& users_in(std::size_t file) {
+    std::unique_ptr<Users>& users = users_[file];
+    if (!users) users = std::make_unique<Users>(files_[file].instances);
+    return *users;
+  }
+
+  /// Removes what `node` has become. Who refers to it is to be looked at in its file and in that of
+  /// its text.
   void remove(Node node, std::vector<Node>& gone) {
-    if (!records_.is_text(node) || is_gone(node)) return;
-    records_.set_standing(node, Standing::gone);
-    gone.push_back(node);
+    const Node text = records_.text_of(node);
+    if (is_gone(text)) return;
+    records_.set_standing(text, Standing::gone);
+    gone.push_back(text);
+    if (text != node) gone.push_back(node);
   }
 
-  bool loses_its_meaning(std::size_t file, Index record) const {
-    if (!lists_.more_of(records_.node(file, record)).empty()) return false;
+  bool loses_its_meaning(Node text) const {
+    const std::size_t file = records_.file_of(text);
     bool has_items = false;
-    for (const Reference reference : files_[file].instances.references(record)) {
+    bool lost_items = false;
+    for (const Reference reference : files_[file].instances.references(records_.index_of(text))) {
       if (reference.record() == NO_RECORD) continue;
       const bool gone = is_gone(records_.text_of(records_.node(file, reference.record())));
       if (gone && !reference.is_listed()) return true;
+      lost_items |= gone;
       has_items |= !gone && reference.is_listed();
     }
-    return !has_items;
+    for (const Node item : lists_.more_of(text)) (is_gone(item) ? lost_items : has_items) = true;
+    return lost_items && !has_items;
   }
 
   /// What was made is written where something that is written refers to it.
@@ -158,6 +170,7 @@ class Residue {
   const FileSet& files_;
   const JoinedLists& lists_;
   Records& records_;
+  std::map<std::size_t, std::unique_ptr<Users>> users_;  // by file
 };
 
 }  // namespace

@@ -20,6 +20,7 @@
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "verify/differences.h"
+#include "verify/kept_references.h"
 #include "verify/split_folder.h"
 #include "verify/stand_ins.h"
 
@@ -49,7 +50,9 @@ class SplitCheck {
  private:
   void check_files(const fs::path& root, SplitFolder& folder) {
     try {
-      joining_.emplace(root, join_options_);
+      // What the input refers to is no part of the split.
+      joining_.emplace(root, join_options_, Following{.only_made = true});
+      edit_kept_references(in_, options_, outdir_, *joining_);
       check_joined_files();
       verification_.files += folder.check_others(joined_names(), findings_);
       compare();

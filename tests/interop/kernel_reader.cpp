@@ -8,6 +8,7 @@
 #include <Message_Messenger.hxx>
 #include <Message_Printer.hxx>
 #include <STEPCAFControl_Reader.hxx>
+#include <STEPCAFControl_Writer.hxx>
 #include <TCollection_AsciiString.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
@@ -185,7 +186,7 @@ class ReadFile {
     reader.SetColorMode(true);
     reader.SetLayerMode(true);
     reader.SetPropsMode(true);
-    if (reader.ReadFile(("./" + path.filename().string()).c_str()) != IFSelect_RetDone) {
+    if (reader.ReadFile(path.c_str()) != IFSelect_RetDone) {
       throw std::runtime_error("the kernel cannot read " + path.string());
     }
     opencascade::handle<TDocStd_Document> target = document_.get();
@@ -199,6 +200,8 @@ class ReadFile {
   opencascade::handle<XCAFDoc_LayerTool> layers() const {
     return XCAFDoc_DocumentTool::LayerTool(document_.get()->Main());
   }
+
+  const opencascade::handle<TDocStd_Document>& document() const { return document_.get(); }
 
   opencascade::handle<XCAFDoc_ShapeTool> shapes() const {
     return XCAFDoc_DocumentTool::ShapeTool(document_.get()->Main());
@@ -252,6 +255,18 @@ DocumentRemarks read_remarks(const std::filesystem::path& path) {
   }
   std::sort(remarks.properties.begin(), remarks.properties.end());
   return remarks;
+}
+
+void write_several_files(const std::filesystem::path& from, const std::filesystem::path& root) {
+  const ReadFile file(from);
+  const WorkingDirectory folder(root.parent_path());
+  STEPCAFControl_Writer writer;
+  writer.SetNameMode(true);
+  writer.SetColorMode(true);
+  if (!writer.Transfer(file.document(), STEPControl_AsIs, "part_") ||
+      writer.Write(root.filename().c_str()) != IFSelect_RetDone) {
+    throw std::runtime_error("the kernel cannot write " + root.string());
+  }
 }
 
 std::vector<DocumentShape> read_assemblies(const std::filesystem::path& path) {

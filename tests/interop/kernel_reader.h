@@ -46,8 +46,8 @@ struct DocumentRemarks {
 };
 
 /// The free shapes of the file `path`: those that nothing in it uses. The file is read from its own
-/// folder, which is the working directory for that time. Throws `std::runtime_error` when the
-/// kernel cannot read it.
+/// folder, which is the working directory for that time, by its path as it is. Throws
+/// `std::runtime_error` when the kernel cannot read it.
 std::vector<DocumentShape> read_free_shapes(const std::filesystem::path& path);
 
 /// The layers and validation properties of the file `path`, read in the same way.
@@ -71,6 +71,10 @@ std::string differences(const std::vector<DocumentShape>& expected,
 
 /// A line for each layer or property that differs.
 std::string differences(const DocumentRemarks& expected, const DocumentRemarks& actual);
+
+/// Lets the kernel read the file `from` and write what it holds as several files: the root, `root`,
+/// and beside it one for each part. Throws `std::runtime_error` when it cannot.
+void write_several_files(const std::filesystem::path& from, const std::filesystem::path& root);
 
 /// The solids of all shapes.
 int count_solids(const std::vector<DocumentShape>& shapes);

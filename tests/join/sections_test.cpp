@@ -21,20 +21,22 @@ TEST(JoinSections, AnchorsAndReferencesOfAllFiles) {
       whole_file("#1=PRODUCT_DEFINITION('','',$,$);\n#2=COLOUR_RGB('',1.,0.,0.);\n#3=A(#5,#4);\n",
                  "AP",
                  "ANCHOR;\n<its red>=#2 {tag:#1};\nENDSEC;\n"
-                 "REFERENCE;\n#4=<http://example.org/a.stp#x>;\n#5=<b.stp#y>;\nENDSEC;\n"));
+                 "REFERENCE;\n#4=<http://example.org/a.stp#x>;\n#5=<http://example.org/"
+                 "b.stp#y>;\nENDSEC;\n"));
   folder.data();
   const std::string text = without_time_stamps(read_file("out.stp"));
   // What anchors name stays by itself.
-  EXPECT_EQ(text.substr(text.find("ANCHOR;")),
-            "ANCHOR;\n<red>=#2;\n<its red>=#6 {tag:#5};\nENDSEC;\n"
-            "REFERENCE;\n#1=<http://example.org/a.stp#x>;\n#4=<b.stp#y>;\nENDSEC;\n"
-            "DATA;\n"
-            "#2=COLOUR_RGB('',1.,0.,0.);\n"
-            "#3=A(#1);\n"
-            "#5=PRODUCT_DEFINITION('','',$,$);\n"
-            "#6=COLOUR_RGB('',1.,0.,0.);\n"
-            "#7=A(#4,#1);\n"
-            "ENDSEC;\nEND-ISO-10303-21;\n");
+  EXPECT_EQ(
+      text.substr(text.find("ANCHOR;")),
+      "ANCHOR;\n<red>=#2;\n<its red>=#6 {tag:#5};\nENDSEC;\n"
+      "REFERENCE;\n#1=<http://example.org/a.stp#x>;\n#4=<http://example.org/b.stp#y>;\nENDSEC;\n"
+      "DATA;\n"
+      "#2=COLOUR_RGB('',1.,0.,0.);\n"
+      "#3=A(#1);\n"
+      "#5=PRODUCT_DEFINITION('','',$,$);\n"
+      "#6=COLOUR_RGB('',1.,0.,0.);\n"
+      "#7=A(#4,#1);\n"
+      "ENDSEC;\nEND-ISO-10303-21;\n");
 }
 
 TEST(JoinSections, NameOfTheOutputInItsHeader) {

@@ -87,6 +87,10 @@ void add_join_command(CLI::App& app, Action& action) {
   command->add_flag("--force", arguments->force, "Replace OUT if it is there");
   command->add_flag("--follow-outside", arguments->follow_outside,
                     "Also read files outside of ROOT's folder");
+  command->add_flag("--allow-missing", arguments->allow_missing,
+                    "Keep references to files that are not there");
+  command->add_flag("--allow-mixed-schemas", arguments->allow_mixed_schemas,
+                    "Also take files of other schemas than ROOT's, which OUT is of");
   add_memory_limit_option(command, arguments->memory_limit);
   command->add_flag("--quiet", arguments->quiet, "Print nothing but warnings and errors");
   add_progress_option(command, arguments->progress);

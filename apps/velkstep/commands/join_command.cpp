@@ -28,6 +28,8 @@ Kessel::Joined join_quietly(const JoinArguments& arguments) {
   Kessel::JoinOptions options;
   options.memory_limit = arguments.memory_limit;
   options.follow_outside = arguments.follow_outside;
+  options.allow_missing = arguments.allow_missing;
+  options.allow_mixed_schemas = arguments.allow_mixed_schemas;
   options.replace = arguments.force;
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = [&](const Kessel::Progress& progress) {

@@ -16,6 +16,8 @@ struct JoinArguments {
   std::uint64_t memory_limit = Kessel::Options::NO_LIMIT;
   bool force = false;
   bool follow_outside = false;
+  bool allow_missing = false;
+  bool allow_mixed_schemas = false;
   bool quiet = false;
   bool json = false;
   ShowProgress progress = ShowProgress::automatic;

@@ -1,4 +1,4 @@
-#include "inspection/values.h"
+#include "products/values.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,0 +1,73 @@
+#include "verify/kept_references.h"
+
+#include <fstream>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "external/repointing.h"
+#include "external/targets.h"
+#include "instances/loader.h"
+
+namespace Kessel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The input's texts by what a split may write for them.
+class InputTexts {
+ public:
+  InputTexts(const fs::path& in, const Options& options, const fs::path& outdir) {
+    Instances instances;
+    std::ifstream file(in, std::ios::in | std::ios::binary);
+    Options quiet;
+    quiet.memory_limit = options.memory_limit;
+    load_instances(file, instances, quiet);
+    const fs::path from = without_links(
+        options.input_folder.empty() ? fs::absolute(in).parent_path() : options.input_folder);
+    const fs::path to = without_links(outdir);
+    const auto references = find_external_references(instances, find_products(instances));
+    for (const ExternalReference& reference : references) {
+      for (const FileName& name : reference.names) {
+        texts_.emplace(repointed(name.text, from, to, reference.is_to_anchor()), name.text);
+        const fs::path copy = path_of_utf8(name.name).filename();
+        if (name.text == name.name) copies_.emplace(utf8_of_path(copy), name.text);
+      }
+    }
+  }
+
+  /// The input's text for `text`; the same where nothing else is known.
+  const std::string& of(const std::string& text) const {
+    for (const auto* const known : {&texts_, &copies_}) {
+      if (const auto found = known->find(text); found != known->end()) return found->second;
+    }
+    return text;
+  }
+
+ private:
+  std::map<std::string, std::string> texts_;
+  std::map<std::string, std::string> copies_;
+};
+
+}  // namespace
+
+void edit_kept_references(const fs::path& in, const Options& options, const fs::path& outdir,
+                          Joining& joining) {
+  std::unique_ptr<InputTexts> texts;
+  for (std::size_t i = 0; i < joining.files().size(); ++i) {
+    const JoinedFile& file = joining.files()[i];
+    std::vector<TextEdit> edits;
+    for (const ExternalReference& reference : file.kept) {
+      if (!texts) texts = std::make_unique<InputTexts>(in, options, outdir);
+      for (const FileName& name : reference.names) {
+        const std::string& text = texts->of(name.text);
+        if (text != name.text) edits.push_back({name.record, name.keyword, name.parameter, text});
+      }
+    }
+    joining.edit(i, TextEdits(std::move(edits)));
+  }
+}
+
+}  // namespace Kessel
