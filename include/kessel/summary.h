@@ -55,7 +55,8 @@ struct Summary {
   std::vector<UnitUse> plane_angle_units;  ///< in radians, likewise
 };
 
-/// Reads the exchange file `in` once and sums it up. Of the options the memory limit matters.
+/// Reads the exchange file `in` once and sums it up. Of the options the memory limit and
+/// `warning` matter.
 /// Prints, writes and throws as `read_assembly`.
 KESSEL_EXPORT Summary read_summary(const std::filesystem::path& in, const Options& options = {});
 

@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <stdexcept>
+#include <vector>
 
 #include "findings/input_file.h"
 #include "instances/loader.h"
@@ -13,8 +14,10 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
   if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
   std::ifstream file(in, std::ios::in | std::ios::binary);
   if (!file.is_open()) throw std::invalid_argument("Failed to open input file.");
-  InstanceLoader loader(instances, options);
-  load_with(file, loader, options);
+  const std::vector<Finding> warnings = load_instances(file, instances, options);
+  if (options.warning) {
+    for (const Finding& finding : warnings) options.warning(finding);
+  }
   products = find_products(instances);
 }
 
