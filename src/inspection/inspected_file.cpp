@@ -10,7 +10,8 @@
 
 namespace Kessel {
 
-InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options) {
+InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options)
+    : folder(in.parent_path()) {
   if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
   std::ifstream file(in, std::ios::in | std::ios::binary);
   if (!file.is_open()) throw std::invalid_argument("Failed to open input file.");
@@ -19,6 +20,7 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
     for (const Finding& finding : warnings) options.warning(finding);
   }
   products = find_products(instances);
+  references = find_external_references(instances, products);
 }
 
 }  // namespace Kessel
