@@ -20,6 +20,7 @@ foreach(folder
     encoding
     exchange
     findings
+    geometry
     inspection
     instances
     join
