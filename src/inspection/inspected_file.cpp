@@ -15,11 +15,13 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
 
 void InspectedFile::read(const std::filesystem::path& in, const Options& options,
                          InstanceLoader& loader) {
+  folder = in.parent_path();
   if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
   std::ifstream file(in, std::ios::in | std::ios::binary);
   if (!file.is_open()) throw std::invalid_argument("Failed to open input file.");
   load_with(file, loader, options);
   products = find_products(instances);
+  references = find_external_references(instances, products);
 }
 
 }  // namespace Kessel
