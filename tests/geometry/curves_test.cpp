@@ -55,7 +55,7 @@ const CurveCase CURVES[] = {
     {"hyperbola",
      "#51=HYPERBOLA('',#31,1.,1.);\n#50=TRIMMED_CURVE('',#51,(PARAMETER_VALUE(0.)),"
      "(PARAMETER_VALUE(1.)),.T.,.PARAMETER.);\n",
-     1.3151196,
+     1.3171893821380716,
      {1, 0, 0},
      {1.5430806348152437, 1.1752011936438014, 0}},
     {"trimmed_line",
