@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "products/units.h"
+#include "geometry/units.h"
 
 namespace Kessel {
 
@@ -28,9 +28,10 @@ std::vector<UnitUse> most_used_first(const Tally& tally) {
 void sum_up_units(const Instances& instances, Summary& summary) {
   Tally lengths;
   Tally plane_angles;
-  for (const Index context : instances.kept_with(UNIT_ASSIGNING_CONTEXT)) {
-    for (const AssignedUnit& unit : units_of(instances, context)) {
-      ++(unit.is_length ? lengths : plane_angles)[{unit.name, unit.factor}];
+  for (const Index context : instances.kept_with("GLOBAL_UNIT_ASSIGNED_CONTEXT")) {
+    for (const Geometry::Unit& unit : Geometry::assigned_units(instances, context)) {
+      const bool is_length = unit.kind == Geometry::Unit::Kind::length;
+      ++(is_length ? lengths : plane_angles)[{unit.name, unit.factor}];
     }
   }
   summary.length_units = most_used_first(lengths);

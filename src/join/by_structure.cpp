@@ -9,13 +9,12 @@
 #include <utility>
 
 #include "exchange/lexer.h"
-#include "instances/places.h"
-
 #include "findings/finding_kinds.h"
+#include "geometry/units.h"
+#include "instances/places.h"
 #include "kessel/errors.h"
 #include "products/products.h"
 #include "products/structure.h"
-#include "products/units.h"
 
 namespace Kessel {
 
@@ -70,7 +69,7 @@ class PlacementReader {
 /// What joining wants to know of a file by its structure.
 struct Structure {
   explicit Structure(const JoinedFile& file)
-      : products(find_products(file.instances)), placements(file) {
+      : products(find_products(file.instances)), units(file.instances), placements(file) {
     if (products.products.empty()) add_bare_definitions(file.instances);
     tops = products.tops;
     std::vector<ProductId> shown;
@@ -102,6 +101,7 @@ struct Structure {
 
   Products products;
   std::vector<ProductId> tops;  ///< those with a shape, if there are such
+  Geometry::UnitTable units;
   PlacementReader placements;
 };
 
@@ -222,9 +222,9 @@ class StructuralUnion {
     throw InputError(finding);
   }
 
-  bool differ_in_units(std::size_t from, Index here, std::size_t to, Index there) const {
-    const double unit_here = length_unit_of(files_[from].instances, here);
-    const double unit_there = length_unit_of(files_[to].instances, there);
+  bool differ_in_units(std::size_t from, Index here, std::size_t to, Index there) {
+    const double unit_here = structure(from).units.of(here).metres;
+    const double unit_there = structure(to).units.of(there).metres;
     return unit_here != 0 && unit_there != 0 && unit_here != unit_there;
   }
 

@@ -26,7 +26,7 @@ std::string shown_name(const std::string& argument);
 
 /// The absolute path of the folder from which an input's names of other files are seen: the one that
 /// it lies in, or the working directory for standard input.
-std::filesystem::path folder_of(const std::string& argument);
+std::filesystem::path folder_of_input(const std::string& argument);
 
 /// Calls `look(path)` with a path where the input `argument` ("-" for standard input) can be read
 /// and returns what it returns. Its exceptions, and those of an input that cannot be read, are
@@ -36,8 +36,10 @@ int with_input(const std::string& argument,
 
 /// The same for commands to which a file that cannot be read is a finding: only what can be read
 /// just once, or is compressed, is looked at first. All else is called with the path as it is.
+/// Where it is an archive that cannot be unpacked, `refused` is called in place of `look`.
 int with_path(const std::string& argument,
-              const std::function<int(const std::filesystem::path&)>& look);
+              const std::function<int(const std::filesystem::path&)>& look,
+              const std::function<int(const Kessel::Finding&)>& refused);
 
 /// Prints `text` on standard output. Returns EXIT_DONE, or fails when it cannot be written.
 int print(std::string_view text);

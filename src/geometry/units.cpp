@@ -1,13 +1,13 @@
-#include "products/units.h"
+#include "geometry/units.h"
 
 #include <cmath>
+#include <string_view>
 #include <utility>
 
 #include "exchange/parameters.h"
-#include "products/parameter_reader.h"
-#include "products/values.h"
+#include "exchange/values.h"
 
-namespace Kessel {
+namespace Kessel::Geometry {
 
 namespace {
 
@@ -84,27 +84,48 @@ double factor_of(const Instances& instances, UnitRecord unit) {
   return 0;
 }
 
+constexpr std::string_view ASSIGNING = "GLOBAL_UNIT_ASSIGNED_CONTEXT";
+
+/// The context of a representation is the last that it refers to.
+Index context_of(const Instances& instances, Index representation) {
+  const auto references = instances.references(representation);
+  for (auto reference = references.rbegin(); reference != references.rend(); ++reference) {
+    const Index record = reference->record();
+    if (record != NO_RECORD && instances.is(record, ASSIGNING)) return record;
+  }
+  return NO_RECORD;
+}
+
 }  // namespace
 
-std::vector<AssignedUnit> units_of(const Instances& instances, Index context) {
-  std::vector<AssignedUnit> units;
-  const auto assigned =
-      Exchange::parameters_of(instances.kept_body(context), UNIT_ASSIGNING_CONTEXT);
+std::vector<Unit> assigned_units(const Instances& instances, Index context) {
+  std::vector<Unit> units;
+  const auto assigned = Exchange::parameters_of(instances.kept_body(context), ASSIGNING);
   for (const std::string_view item : Exchange::items_of(Exchange::parameter(assigned, 0))) {
     const UnitRecord unit(body_of(instances, item));
     if (!unit.is_length && !unit.is_plane_angle) continue;
-    units.push_back({unit.name(), factor_of(instances, unit), unit.is_length});
+    const auto kind = unit.is_length ? Unit::Kind::length : Unit::Kind::plane_angle;
+    units.push_back({kind, unit.name(), factor_of(instances, unit)});
   }
   return units;
 }
 
-double length_unit_of(const Instances& instances, Index representation) {
-  const Index context = ParameterReader(instances, representation, "REPRESENTATION").record(2);
-  if (context == NO_RECORD || !instances.is(context, UNIT_ASSIGNING_CONTEXT)) return 0;
-  for (const AssignedUnit& unit : units_of(instances, context)) {
-    if (unit.is_length) return unit.factor;
+const RepresentationUnits& UnitTable::of(Index representation) {
+  const Index context = context_of(instances_, representation);
+  const auto [place, is_new] = by_context_.try_emplace(context);
+  RepresentationUnits& units = place->second;
+  if (!is_new || context == NO_RECORD) return units;
+  bool has_angle = false;
+  for (Unit& unit : assigned_units(instances_, context)) {
+    if (unit.kind == Unit::Kind::length && units.name.empty() && units.metres == 0) {
+      units.name = std::move(unit.name);
+      units.metres = unit.factor;
+    } else if (unit.kind == Unit::Kind::plane_angle && !has_angle && unit.factor > 0) {
+      units.angle = unit.factor;
+      has_angle = true;
+    }
   }
-  return 0;
+  return units;
 }
 
-}  // namespace Kessel
+}  // namespace Kessel::Geometry
