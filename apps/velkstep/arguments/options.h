@@ -14,10 +14,10 @@ namespace Velkstep {
 void add_split_arguments(CLI::App* command, SplitArguments& arguments);
 
 /// Adds `--names`, for commands that name files as a split would.
-void add_names_option(CLI::App* command, Kessel::NameStyle& names);
+CLI::Option* add_names_option(CLI::App* command, Kessel::NameStyle& names);
 
 /// Adds `--reading`, for commands that split.
-void add_reading_option(CLI::App* command, Kessel::Reading& reading);
+CLI::Option* add_reading_option(CLI::App* command, Kessel::Reading& reading);
 
 /// Adds `--memory-limit`, for `Kessel::Options::memory_limit`: bytes, or a number with a unit,
 /// where k is 1000 and Ki is 1024.
