@@ -92,7 +92,7 @@ enum class FindingKind {
   changed_listed_file,   ///< it is, but with other bytes than the split wrote
   wrong_split_list,      ///< the list of the split says nothing that can be read
 
-  // files that are joined
+  // files that refer to others
   missing_target,     ///< the file to which a reference leads is not there
   target_outside,     ///< a reference leads out of the folder of the file that is joined
   file_cycle,         ///< files that refer to each other in a circle
