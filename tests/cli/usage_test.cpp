@@ -97,7 +97,7 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
       {{"split", "--assemblies=nestd", "in.stp"},
        " split: --assemblies: nestd: did you mean nested?"},
       {{"split", "--names=other", "in.stp"},
-       " split: --names: other: none of product, product-unicode, record"},
+       " split: --names: other: none of record, product, product-unicode"},
       {{"split", "in"},
        " split: in: its name does not tell what to call its folder; -o OUTDIR "
        "names one"},
