@@ -26,7 +26,7 @@ class SplitCommand : public testing::Test {
   void expect_failure(const std::string& in, const std::string& outdir, const std::string& line,
                       std::vector<std::string> options = {}) {
     options.insert(options.begin(), "split");
-    options.insert(options.end(), {in, outdir});
+    options.insert(options.end(), {in, "-o", outdir});
     const ProcessRun run = run_velkstep(options);
     EXPECT_EQ(run.exit_code, 1);
     EXPECT_EQ(run.out, "");
