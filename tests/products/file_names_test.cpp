@@ -39,19 +39,19 @@ std::vector<std::string> named(const std::string& records, NameStyle style) {
 
 using Names = std::vector<std::string>;
 
-const std::string PRODUCTS =
+const std::string PRODUCTS_WITH_NAMES =
     called(10, "'K-1','bolt'") + called(20, "'K-2','Bolt'") + called(30, "'K-3',''") +
     called(40, "'K-4',$") + called(50, "'K-5','?'") + called(60, "'',''") + called(70, "'#','-'") +
     called(80, "'K-8','#744'") + called(90, "'K-9','\\X2\\652F\\X0\\'") + called(100, "'K','Root'");
 
 TEST(FileNames, AreProductsNamesThenIdsThenNumbers) {
-  EXPECT_EQ(named(PRODUCTS, NameStyle::product),
+  EXPECT_EQ(named(PRODUCTS_WITH_NAMES, NameStyle::product),
             (Names{"bolt.stp", "Bolt (2).stp", "K-3.stp", "K-4.stp", "K-5.stp", "part 60.stp",
                    "part 70.stp", "_744.stp", "U652F.stp", "Root.stp", "Root (2).stp"}));
 }
 
 TEST(FileNames, MayHaveAnyCharacters) {
-  EXPECT_EQ(named(PRODUCTS, NameStyle::product_unicode),
+  EXPECT_EQ(named(PRODUCTS_WITH_NAMES, NameStyle::product_unicode),
             (Names{"bolt.stp", "Bolt (2).stp", "K-3.stp", "K-4.stp", "K-5.stp", "part 60.stp",
                    "part 70.stp", "_744.stp", "支.stp", "Root.stp", "Root (2).stp"}));
 }
