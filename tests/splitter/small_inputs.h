@@ -103,7 +103,7 @@ inline constexpr std::string_view LID_RECORDS =
 /// What stands in "box.stp" of a nested split, with names of products: the lid's shape is a
 /// placeholder at the origin, and a block points at the lid's file.
 inline constexpr std::string_view NESTED_BOX_RECORDS =
-    "/* velkstep split 2b6faf753cbe46c2: the number in front of a record is"
+    "/* velkstep split 5e5068dcac85482d: the number in front of a record is"
     " its number in the file that was split */\n"
     "#1=PRODUCT('box','box','',());\n"
     "#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
@@ -139,7 +139,7 @@ inline constexpr std::string_view NESTED_BOX_RECORDS =
 
 /// The same of "lid.stp".
 inline constexpr std::string_view NESTED_LID_RECORDS =
-    "/* velkstep split 2b6faf753cbe46c2: the number in front of a record is"
+    "/* velkstep split 5e5068dcac85482d: the number in front of a record is"
     " its number in the file that was split */\n"
     "/*4*/#1=PRODUCT('lid','lid','',());\n"
     "/*5*/#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
