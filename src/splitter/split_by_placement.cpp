@@ -195,7 +195,7 @@ class PlacedSplit {
         repoint(references_, without_links(input_folder()), without_links(final_folder)));
     for (const fs::path& name : names_) {
       split.paths.push_back(outdir_ / name);
-      split.names.push_back(fspath_to_utf8(options_.folder_in_headers ? split.paths.back() : name));
+      split.names.push_back(fspath_to_utf8(options_.folder_in_headers.value_or("") / name));
     }
     in_.clear();
     in_.seekg(0);  // The second reading's progress is measured from here.
