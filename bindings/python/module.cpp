@@ -61,15 +61,25 @@ void require_function(const py::object& progress) {
 
 std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
                             const std::string& assemblies, const std::string& names,
-                            const std::string& reading, const py::object& progress) {
+                            const std::string& reading, const py::object& progress,
+                            const std::string& references, bool follow_outside) {
   require_function(progress);
   Kessel::Options options;
+  if (references != "keep" && references != "follow" && references != "copy") {
+    throw py::value_error("references: neither 'keep' nor 'follow' nor 'copy'");
+  }
+  options.follow_references = references == "follow";
+  options.copy_references = references == "copy";
+  options.follow_outside = follow_outside;
   options.assemblies = style_of("assemblies", assemblies, ASSEMBLIES);
   options.names = style_of("names", names, NAMES);
   options.reading = style_of("reading", reading, READINGS);
   if (options.reading == Kessel::Reading::classic &&
       options.assemblies != Kessel::AssemblyStyle::classic) {
     throw py::value_error("reading: 'classic' needs assemblies='classic'");
+  }
+  if (references != "keep" && options.assemblies == Kessel::AssemblyStyle::classic) {
+    throw py::value_error("references: the classic style keeps them");
   }
   options.progress = progress_for(progress);
   std::vector<fs::path> files;
@@ -105,9 +115,11 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
 }
 
 py::dict join(const fs::path& root, const fs::path& out, bool replace, bool follow_outside,
-              const py::object& progress) {
+              const py::object& progress, bool allow_missing, bool allow_mixed_schemas) {
   require_function(progress);
   Kessel::JoinOptions options;
+  options.allow_missing = allow_missing;
+  options.allow_mixed_schemas = allow_mixed_schemas;
   options.replace = replace;
   options.follow_outside = follow_outside;
   options.progress = progress_for(progress);

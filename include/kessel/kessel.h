@@ -47,6 +47,13 @@ enum kessel_status {
   KESSEL_FAILED = 7     /* anything else */
 };
 
+/* What a split does with references of the input to other files. */
+enum kessel_references {
+  KESSEL_REFERENCES_KEEP = 0,   /* its files refer to them as well */
+  KESSEL_REFERENCES_FOLLOW = 1, /* Kessel::Options::follow_references */
+  KESSEL_REFERENCES_COPY = 2    /* Kessel::Options::copy_references */
+};
+
 /* What a split is busy with: Kessel::Stage. */
 enum kessel_stage {
   KESSEL_READING = 0, /* done and total are bytes of the input */
@@ -72,6 +79,10 @@ struct kessel_options {
   kessel_progress progress; /* null for none */
   void* progress_context;   /* handed to `progress` as it is */
   int32_t reading;          /* an enum kessel_reading */
+  int32_t references;       /* an enum kessel_references; of a split */
+  int32_t follow_outside;   /* not 0: Kessel::Options::follow_outside, and that of a joining */
+  int32_t allow_missing;    /* not 0: Kessel::JoinOptions::allow_missing */
+  int32_t allow_mixed_schemas; /* not 0: Kessel::JoinOptions::allow_mixed_schemas */
 };
 
 /* How a split ended and what it wrote. */
@@ -104,8 +115,8 @@ KESSEL_EXPORT kessel_result* kessel_diff(const char* a, const char* b,
                                          const struct kessel_options* options);
 
 /* Joins the exchange file `root` and those that it refers to into the file `out`, as Kessel::join
-   does (kessel/join.h), which must not be there. Of the options the memory limit and the progress
-   function matter. Prints nothing. Returns a result as kessel_split does; its only file is `out`.
+   does (kessel/join.h), which must not be there. Of the options the memory limit, the progress
+   function and the last three matter. Prints nothing. Returns a result as kessel_split does; its only file is `out`.
  */
 KESSEL_EXPORT kessel_result* kessel_join(const char* root, const char* out,
                                          const struct kessel_options* options);

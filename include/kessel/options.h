@@ -95,8 +95,16 @@ struct Options {
   /// The folder from which the input's names of other files are seen; empty for the one that it
   /// lies in. For inputs that are copies of something.
   std::filesystem::path input_folder = {};
-  /// The folder in which the files of a split are going to lie, from which their names of other files
-  /// are seen; empty for the one that they are written into.
+  /// Whether the files that the input refers to are read and split with it, as if all were one file
+  /// (see `join`); else a split refers to them. Not for `AssemblyStyle::classic`.
+  bool follow_references = false;
+  /// Whether the files that the input refers to, and those that these refer to in turn, are copied
+  /// into the folder of the split. Not for `AssemblyStyle::classic`.
+  bool copy_references = false;
+  /// Whether files outside of the input's folder may be followed or copied.
+  bool follow_outside = false;
+  /// The folder in which the files of a split are going to lie, from which their names of other
+  /// files are seen; empty for the one that they are written into.
   std::filesystem::path output_folder = {};
   /// Bytes that may be kept of the input in memory: records, the table of their numbers,
   /// references, types, and the names of products where files are called after them. Also the bytes

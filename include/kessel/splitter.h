@@ -46,6 +46,7 @@ struct WrittenFile {
   std::uint64_t part = 0;     ///< number of the part's record in the input; 0 for a generated root
   std::uint32_t records = 0;  ///< instances in the file
   std::uint64_t bytes = 0;    ///< the file's size
+  bool is_copy = false;       ///< of a file that the input refers to; of no part then
 };
 
 /// The checked form of `Run`, with choices; the default ones give the same files. What differs:
@@ -69,7 +70,13 @@ struct WrittenFile {
 /// However it ends, no stream stays open and no name stays taken.
 ///
 /// Throws `std::invalid_argument` also where `options` have `Reading::classic` with a style of
-/// assemblies other than the classic one; nothing is read then.
+/// assemblies other than the classic one, or follow or copy references with that one; nothing is
+/// read then.
+///
+/// Where the input refers to other files (see `join`), lean and nested splits do so as well, by
+/// names as they are seen from where the files lie, and no file gets the name of one that the input
+/// refers to. With `Options::follow_references` all are split as one file instead, which is made in
+/// the system's folder for temporary ones; with `Options::copy_references` the files are copied.
 ///
 /// Returns the files in the order of `Run`'s list, with what was written about each part.
 KESSEL_EXPORT std::vector<WrittenFile> split(const std::filesystem::path& in,

@@ -66,7 +66,17 @@ Options to_options(const kessel_options& given) {
   if (given.reading == KESSEL_READING_CLASSIC && given.assemblies != KESSEL_ASSEMBLIES_CLASSIC) {
     throw BadArgument("The classic reading is for the classic style of assemblies only.");
   }
+  if (given.references < KESSEL_REFERENCES_KEEP || given.references > KESSEL_REFERENCES_COPY) {
+    throw BadArgument("There is no such choice for references.");
+  }
+  if (given.references != KESSEL_REFERENCES_KEEP &&
+      given.assemblies == KESSEL_ASSEMBLIES_CLASSIC) {
+    throw BadArgument("The classic style neither follows nor copies references.");
+  }
   Options options;
+  options.follow_references = given.references == KESSEL_REFERENCES_FOLLOW;
+  options.copy_references = given.references == KESSEL_REFERENCES_COPY;
+  options.follow_outside = given.follow_outside != 0;
   options.assemblies = static_cast<AssemblyStyle>(given.assemblies);
   options.names = static_cast<NameStyle>(given.names);
   options.reading = static_cast<Reading>(given.reading);
@@ -121,7 +131,11 @@ void join_into(kessel_result& result, const char* root, const char* out,
   const std::filesystem::path input = path_of(root, "The path of the input is missing.");
   const std::filesystem::path output = path_of(out, "The path of the output is missing.");
   const Options choices = to_options(known_options(options));
+  const kessel_options known = known_options(options);
   JoinOptions join_options;
+  join_options.follow_outside = known.follow_outside != 0;
+  join_options.allow_missing = known.allow_missing != 0;
+  join_options.allow_mixed_schemas = known.allow_mixed_schemas != 0;
   join_options.memory_limit = choices.memory_limit;
   join_options.progress = choices.progress;
   std::vector<std::string> files = {fspath_to_utf8(output)};

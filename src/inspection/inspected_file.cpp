@@ -4,9 +4,11 @@
 #include <stdexcept>
 #include <vector>
 
+#include "external/targets.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "instances/places.h"
+#include "join/followed_input.h"
 #include "kessel/errors.h"
 
 namespace Kessel {
@@ -36,6 +38,12 @@ void tell_warnings(const std::filesystem::path& in, const Instances& instances,
 }  // namespace
 
 InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options) {
+  if (options.follow_references) {
+    const FollowedInput whole(in, options);
+    *this = InspectedFile(whole.path(), whole.options_for_path());
+    names_of_others = whole.names();
+    return;
+  }
   NotedLoader loader(instances, options);
   read(in, options, loader);
   tell_warnings(in, instances, loader.warnings, options);
@@ -43,13 +51,14 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
 
 void InspectedFile::read(const std::filesystem::path& in, const Options& options,
                          InstanceLoader& loader) {
-  folder = options.input_folder.empty() ? in.parent_path() : options.input_folder;
+  folder = folder_of_references(in, options);
   if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
   std::ifstream file(in, std::ios::in | std::ios::binary);
   if (!file.is_open()) throw std::invalid_argument("Failed to open input file.");
   load_with(file, loader, options);
   products = find_products(instances);
   references = find_external_references(instances, products);
+  names_of_others = names_of_targets(references);
 }
 
 }  // namespace Kessel

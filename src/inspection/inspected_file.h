@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "external/external_references.h"
@@ -15,7 +16,8 @@ namespace Kessel {
 struct InspectedFile {
   /// Nothing yet.
   InspectedFile() = default;
-  /// Reads `in` once. Throws as read_assembly() does.
+  /// Reads `in` once; with Options::follow_references, together with what it refers to. Throws as
+  /// read_assembly() does.
   InspectedFile(const std::filesystem::path& in, const Options& options);
 
   /// The same with a loader of one's own, which fills `instances`.
@@ -26,6 +28,8 @@ struct InspectedFile {
   Instances instances;
   Products products;
   std::vector<ExternalReference> references;
+  /// What the files are called that it refers to, or that were read with it, UTF-8.
+  std::vector<std::string> names_of_others;
 };
 
 }  // namespace Kessel

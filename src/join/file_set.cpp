@@ -54,7 +54,8 @@ FileSet::FileSet(const fs::path& root, const JoinOptions& options, const Followi
   }
   // The folder is that of the name which the caller gives, even if that is a link.
   std::error_code ignored;
-  folder_ = without_links(fs::absolute(root, ignored).parent_path());
+  folder_ = without_links(following.root_folder.empty() ? fs::absolute(root, ignored).parent_path()
+                                                        : following.root_folder);
   enter(root, without_links(root));
   for (std::size_t i = 0; i < files_.size(); ++i) follow(i);
   require_all_files();
@@ -106,7 +107,9 @@ void FileSet::load(JoinedFile& file) {
 void FileSet::follow(std::size_t from) {
   MissingTargets missing;
   const Products products = find_products(files_[from]->instances);
-  const fs::path folder = files_[from]->path.parent_path();
+  const fs::path folder = from == 0 && !following_.root_folder.empty()
+                              ? following_.root_folder
+                              : files_[from]->path.parent_path();
   const std::string referrer =
       from == 0 ? std::string() : " (referred to by \"" + files_[from]->name + "\")";
   for (ExternalReference& reference : find_external_references(files_[from]->instances, products)) {

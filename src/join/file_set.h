@@ -18,6 +18,8 @@ namespace Kessel {
 struct Following {
   /// Of files of a split, only those that the split made; the others stay.
   bool only_made = false;
+  /// The folder from which the root's references are seen; empty for the one that it lies in.
+  std::filesystem::path root_folder = {};
 };
 
 /// Files, each loaded once, in the order in which references lead to them; the root is the first.

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "join/followed_input.h"
 #include "kessel/encoding.h"
 #include "kessel/file.h"
 #include "kessel/splitter.h"
@@ -23,13 +24,21 @@ std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
 
 std::vector<WrittenFile> split(const std::filesystem::path& in, const std::filesystem::path& outdir,
                                const Options& options) {
-  if (options.assemblies == AssemblyStyle::classic) return CheckedRun(in, options).write_to(outdir);
+  if (options.assemblies == AssemblyStyle::classic) {
+    if (options.follow_references || options.copy_references) {
+      throw std::invalid_argument(
+          "References are neither followed nor copied in the classic style of assemblies.");
+    }
+    return CheckedRun(in, options).write_to(outdir);
+  }
   if (options.reading == Reading::classic) {
     throw std::invalid_argument(
         "The classic reading is for the classic style of assemblies; the others need the standard "
         "one.");
   }
-  return split_by_placement(in, outdir, options);
+  if (!options.follow_references) return split_by_placement(in, outdir, options);
+  const FollowedInput whole(in, options);
+  return split_by_placement(whole.path(), outdir, whole.options_for_path(), whole.names());
 }
 
 }  // namespace Kessel

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 
@@ -17,12 +18,14 @@
 #include "findings/refusals.h"
 #include "instances/loader.h"
 #include "instances/places.h"
+#include "join/followed_input.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
 #include "output/split_writer.h"
 #include "placement/placement.h"
 #include "products/products.h"
+#include "splitter/copied_references.h"
 #include "splitter/fresh_files.h"
 #include "splitter/input_stamp.h"
 #include "splitter/placed_names.h"
@@ -132,8 +135,9 @@ void create_folder(const fs::path& outdir) {
 /// One split, step by step.
 class PlacedSplit {
  public:
-  PlacedSplit(const fs::path& in, const fs::path& outdir, const Options& options)
-      : path_(in), outdir_(outdir), options_(options), in_(in, std::ios::binary) {
+  PlacedSplit(const fs::path& in, const fs::path& outdir, const Options& options,
+              const std::vector<std::string>& taken)
+      : path_(in), outdir_(outdir), options_(options), taken_(taken), in_(in, std::ios::binary) {
     if (!in_.is_open()) throw std::invalid_argument("Failed to open input file.");
   }
 
@@ -148,12 +152,16 @@ class PlacedSplit {
     sorting.report_end();
     warn();
     if (placement_.files.size() < 2) return {};
-    names_ = placed_names(instances_, products_, placement_, options_.names,
-                          names_of_targets(references_));
-    for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
+    from_ = without_links(folder_of_references(path_, options_));
+    to_ = without_links(options_.output_folder.empty() ? outdir_ : options_.output_folder);
+    if (options_.copy_references) copies_.emplace(references_, from_, to_, options_);
+    name_files();
     require_fresh_root_list(path_);
     write_root_list(fspath_to_utf8(names_.front()));
     std::vector<WrittenFile> files = write();
+    if (copies_) {
+      for (WrittenFile& copy : copies_->write(outdir_)) files.push_back(std::move(copy));
+    }
     if (InputStamp(path_) != before) throw InputError(input_changed(0));
     return files;
   }
@@ -175,7 +183,7 @@ class PlacedSplit {
       warnings_.push_back(finding_for(in_, instances_, warning));
     }
     for (const ExternalReference& reference : references_) {
-      const Target target = find_target(input_folder(), reference);
+      const Target target = find_target(folder_of_references(path_, options_), reference);
       if (target.is_there) continue;
       warnings_.push_back(warning_at(in_, instances_, reference.document,
                                      FindingKind::missing_target,
@@ -188,11 +196,8 @@ class PlacedSplit {
 
   std::vector<WrittenFile> write() {
     create_folder(outdir_);
-    const fs::path& final_folder =
-        options_.output_folder.empty() ? outdir_ : options_.output_folder;
     SplitToWrite split{instances_, products_, placement_, id_, {}, {}, {}};
-    split.edits = TextEdits(
-        repoint(references_, without_links(input_folder()), without_links(final_folder)));
+    split.edits = copies_ ? copies_->edits_of_input() : TextEdits(repoint(references_, from_, to_));
     for (const fs::path& name : names_) {
       split.paths.push_back(outdir_ / name);
       split.names.push_back(fspath_to_utf8(options_.folder_in_headers.value_or("") / name));
@@ -203,15 +208,25 @@ class PlacedSplit {
     std::vector<WrittenFile> files;
     for (FileId file = 0; file < figures.size(); ++file) {
       files.push_back({split.paths[file].lexically_normal(), record_of(file), figures[file].records,
-                       figures[file].bytes});
+                       figures[file].bytes, false});
     }
     std::stable_sort(files.begin() + 1, files.end(),
                      [](const auto& a, const auto& b) { return a.part < b.part; });
     return files;
   }
 
-  fs::path input_folder() const {
-    return options_.input_folder.empty() ? path_.parent_path() : options_.input_folder;
+  /// No file takes the name of one that the input refers to, nor that of a copy.
+  void name_files() {
+    std::vector<std::string> referred = names_of_targets(references_);
+    referred.insert(referred.end(), taken_.begin(), taken_.end());
+    if (copies_) {
+      for (const std::string& name : copies_->new_names()) {
+        referred.push_back(name);
+        require_fresh_file(outdir_ / path_of_utf8(name));
+      }
+    }
+    names_ = placed_names(instances_, products_, placement_, options_.names, referred);
+    for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
   }
 
   /// The number of the definition that the file is named after.
@@ -225,6 +240,7 @@ class PlacedSplit {
   const fs::path& path_;
   const fs::path& outdir_;
   const Options& options_;
+  const std::vector<std::string>& taken_;
   std::ifstream in_;
   Instances instances_;
   std::uint64_t id_ = 0;
@@ -233,14 +249,18 @@ class PlacedSplit {
   std::vector<ExternalReference> references_;
   Placement placement_;
   std::vector<fs::path> names_;
+  fs::path from_;  // The folders from which references are seen: the input's and the split's.
+  fs::path to_;
+  std::optional<CopiedReferences> copies_;
 };
 
 }  // namespace
 
 std::vector<WrittenFile> split_by_placement(const fs::path& in, const fs::path& outdir,
-                                            const Options& options) {
+                                            const Options& options,
+                                            const std::vector<std::string>& taken) {
   if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
-  return PlacedSplit(in, outdir, options).run();
+  return PlacedSplit(in, outdir, options, taken).run();
 }
 
 }  // namespace Kessel

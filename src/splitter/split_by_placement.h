@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "kessel/options.h"
@@ -11,9 +12,11 @@ namespace Kessel {
 
 /// Splits `in` by its products (see placement/placement.h). What `split` promises holds: nothing is
 /// written over, nothing is written before the input was read whole, every file that is returned
-/// was written whole. Without a second file nothing is written, and the list is empty.
+/// was written whole. No file gets a name of `taken`. Without a second file nothing is written, and
+/// the list is empty.
 std::vector<WrittenFile> split_by_placement(const std::filesystem::path& in,
                                             const std::filesystem::path& outdir,
-                                            const Options& options);
+                                            const Options& options,
+                                            const std::vector<std::string>& taken = {});
 
 }  // namespace Kessel

@@ -52,9 +52,9 @@ std::vector<WrittenFile> described_files(const Store& store, const std::filesyst
     std::error_code unknown;
     const std::uintmax_t bytes = std::filesystem::file_size(path, unknown);
     const std::uint32_t record = records[part.list_position];
-    add_in_order(
-        written, store.root, part,
-        WrittenFile{path.lexically_normal(), record, instances(part, record), unknown ? 0 : bytes});
+    add_in_order(written, store.root, part,
+                 WrittenFile{path.lexically_normal(), record, instances(part, record),
+                             unknown ? 0 : bytes, false});
   });
   return written;
 }

@@ -3,10 +3,14 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
+#include <stdexcept>
 #include <vector>
 
 #include "external/repointing.h"
+#include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/errors.h"
 #include "kessel/join.h"
 #include "kessel/splitter.h"
 #include "kessel/verify.h"
@@ -14,6 +18,7 @@
 #include "support/folder_tree.h"
 #include "support/product_records.h"
 #include "support/scratch_folder.h"
+#include "support/small_disk.h"
 
 namespace Kessel::test {
 namespace {
@@ -91,6 +96,11 @@ class KeptReferences : public testing::TestWithParam<AssemblyStyle> {
     folder_.write("in/in.stp", exchange_file(REFERRING));
     folder_.write("in/lid.stp", part_in_a_file("lid"));
     folder_.write("in/T\xC3\xBCr/hinge.stp", part_in_a_file("hinge"));
+  }
+
+  std::vector<WrittenFile> split_with(Options options, const fs::path& outdir) {
+    options.assemblies = GetParam();
+    return split("in/in.stp", outdir, options);
   }
 
   std::vector<fs::path> split_to(const fs::path& outdir, NameStyle names = NameStyle::product) {
@@ -217,6 +227,147 @@ TEST_P(KeptReferences, OfASplitThatIsSplitAgain) {
   }
   EXPECT_EQ(more, (std::vector<std::string>{"APPLICATION_CONTEXT", "REPRESENTATION_CONTEXT"}));
   EXPECT_TRUE(is_verified("first/middle.stp", "second"));
+}
+
+// The lid's file refers to a pin's in turn, and the hinge's name is taken twice.
+TEST_P(KeptReferences, CopiesLieBesideTheSplitWithWhatTheyReferTo) {
+  fs::create_directory("in/more");
+  folder_.write("in/lid.stp",
+                exchange_file(SHARED_RECORDS + product_records(10, "lid", "#3") +
+                              product_records(20, "pin", "#3") + usage_record(60, 10, 20) +
+                              "/* a comment */ " + reference(70, "more/hinge.stp", 20)));
+  folder_.write("in/more/hinge.stp", part_in_a_file("pin"));
+  const std::vector<WrittenFile> files = split_with({.copy_references = true}, "out");
+  const std::size_t written = 4;
+  ASSERT_EQ(files.size(), written + 3);
+  for (std::size_t i = 0; i < files.size(); ++i) EXPECT_EQ(files[i].is_copy, i >= written);
+  EXPECT_EQ(names_in("out"),
+            (std::set<std::string>{"whole.stp", "own.stp", "lid (2).stp", "hinge (3).stp",
+                                   "lid.stp", "hinge.stp", "hinge (2).stp"}));
+  EXPECT_EQ(files[written].path, "out/lid.stp");
+  EXPECT_EQ(files[written].records, 21u);
+  EXPECT_EQ(files[written].bytes, fs::file_size("out/lid.stp"));
+  // Only names change.
+  std::string expected = read_file("in/lid.stp");
+  for (std::size_t at = 0; (at = expected.find("more/hinge.stp")) != std::string::npos;) {
+    expected.replace(at, 14, "hinge (2).stp");
+  }
+  EXPECT_EQ(read_file("out/lid.stp"), expected);
+  EXPECT_EQ(read_file("out/hinge.stp"), read_file("in/T\xC3\xBCr/hinge.stp"));
+  EXPECT_EQ(read_file("out/hinge (2).stp"), read_file("in/more/hinge.stp"));
+  const std::string hinge = read_file("out/hinge (3).stp");
+  EXPECT_NE(hinge.find("=DOCUMENT_FILE('hinge.stp','about it',"), std::string::npos) << hinge;
+  fs::rename("out", "moved");
+  EXPECT_TRUE(leads_to_the_same("moved/whole.stp"));
+  EXPECT_TRUE(is_verified("in/in.stp", "moved"));
+}
+
+TEST_P(KeptReferences, CopiesAndFollowedFilesStayInTheFolder) {
+  fs::rename("in/lid.stp", "lid.stp");
+  std::string input = REFERRING;
+  for (std::size_t at = 0; (at = input.find("'lid.stp'", at)) != std::string::npos; at += 12) {
+    input.replace(at, 9, "'../lid.stp'");
+  }
+  folder_.write("in/in.stp", exchange_file(input));
+  for (const bool follow : {true, false}) {
+    Options options;
+    (follow ? options.follow_references : options.copy_references) = true;
+    try {
+      split_with(options, "out");
+      ADD_FAILURE() << "nothing was refused";
+    } catch (const InputError& error) {
+      EXPECT_EQ(error.finding().kind, FindingKind::target_outside);
+      EXPECT_EQ(error.finding().sentence,
+                "References lead out of the folder of the file: \"../lid.stp\".");
+    }
+    EXPECT_FALSE(fs::exists("out"));
+  }
+  const std::vector<WrittenFile> files =
+      split_with({.copy_references = true, .follow_outside = true}, "out");
+  EXPECT_EQ(read_file("out/lid.stp"), read_file("lid.stp"));
+  fs::remove("lid.stp");
+  const JoinOptions within{.replace = true};
+  join(files.front().path, "again.stp", within);
+  EXPECT_NE(read_file("out/lid (2).stp").find("=DOCUMENT_FILE('lid.stp',"), std::string::npos);
+}
+
+TEST_P(KeptReferences, WhatCannotBeCopiedEndsTheSplitBeforeItWrites) {
+  folder_.write("in/lid.stp", "no exchange file");
+  for (const bool follow : {true, false}) {
+    Options options;
+    (follow ? options.follow_references : options.copy_references) = true;
+    try {
+      split_with(options, "out");
+      ADD_FAILURE() << "nothing was refused";
+    } catch (const InputError& error) {
+      EXPECT_EQ(error.finding().kind, FindingKind::not_an_exchange_file);
+      EXPECT_EQ(fs::path(error.finding().file).filename(), "lid.stp");
+    }
+    EXPECT_FALSE(fs::exists("out"));
+  }
+  folder_.write("in/lid.stp", part_in_a_file("lid"));
+  fs::create_directory("out");
+  folder_.write("out/lid.stp", "somebody's");
+  EXPECT_THROW(split_with({.copy_references = true}, "out"), OutputError);
+  EXPECT_EQ(names_in("out"), std::set<std::string>{"lid.stp"});
+  EXPECT_EQ(read_file("out/lid.stp"), "somebody's");
+}
+
+TEST_P(KeptReferences, CopiesThatLieThereAlreadyStay) {
+  split_with({.copy_references = true}, "in");
+  EXPECT_EQ(read_file("in/lid.stp"), part_in_a_file("lid"));
+  EXPECT_NE(read_file("in/hinge (2).stp").find("=DOCUMENT_FILE('hinge.stp','about it',"),
+            std::string::npos);
+  EXPECT_EQ(read_file("in/hinge.stp"), part_in_a_file("hinge"));
+}
+
+TEST_P(KeptReferences, FollowedFilesAreSplitAsOne) {
+  const std::vector<WrittenFile> files = split_with({.follow_references = true}, "in");
+  // No file takes the place of one that was read.
+  EXPECT_EQ(read_file("in/lid.stp"), part_in_a_file("lid"));
+  ASSERT_EQ(files.size(), 4u);
+  EXPECT_EQ(files[0].path, "in/whole.stp");
+  EXPECT_TRUE(fs::exists("in/lid (2).stp"));
+  EXPECT_NE(read_file("in/lid (2).stp").find("MANIFOLD_SOLID_BREP"), std::string::npos);
+  const JoinOptions within{.replace = true};
+  join("in/in.stp", "whole.stp", within);
+  join("in/whole.stp", "again.stp", within);
+  EXPECT_TRUE(diff("whole.stp", "again.stp").is_same);
+  const Assembly assembly =
+      read_assembly("in/in.stp", {.assemblies = GetParam(), .follow_references = true});
+  ASSERT_EQ(assembly.parts.size(), 4u);
+  for (const PartInfo& part : assembly.parts) {
+    EXPECT_TRUE(part.external_file.empty());
+    EXPECT_TRUE(std::any_of(files.begin(), files.end(), [&](const WrittenFile& file) {
+      return file.part == part.record && file.path.filename() == part.file;
+    })) << part.name;
+  }
+}
+
+TEST_P(KeptReferences, CopyThatDoesNotFitOntoTheDisk) {
+  std::string lid = part_in_a_file("lid");
+  lid.insert(lid.find("DATA;"), "/*" + std::string(300000, 'x') + "*/\n");
+  folder_.write("in/lid.stp", lid);
+  const SmallDisk disk("disk", "size=128k");
+  if (!disk.is_there()) GTEST_SKIP() << "needs a small disk";
+  try {
+    split_with({.copy_references = true}, "disk");
+    ADD_FAILURE() << "nothing was said";
+  } catch (const OutputError& error) {
+    EXPECT_EQ(error.path(), "disk/lid.stp");
+    EXPECT_EQ(error.reason(), std::errc::no_space_on_device);
+  }
+}
+
+TEST(ClassicStyle, NeitherFollowsNorCopies) {
+  const ScratchFolder folder;
+  folder.write("in.stp", exchange_file(REFERRING));
+  Options options = Options::classic();
+  options.follow_references = true;
+  EXPECT_THROW(split("in.stp", "out", options), std::invalid_argument);
+  options.follow_references = false;
+  options.copy_references = true;
+  EXPECT_THROW(split("in.stp", "out", options), std::invalid_argument);
 }
 
 INSTANTIATE_TEST_SUITE_P(Styles, KeptReferences,

@@ -87,6 +87,26 @@ void require_fit(const Kessel::Options& options) {
       options.assemblies != Kessel::AssemblyStyle::classic) {
     throw CLI::ValidationError("--reading=classic", "needs --assemblies=classic");
   }
+  if ((options.follow_references || options.copy_references) &&
+      options.assemblies == Kessel::AssemblyStyle::classic) {
+    throw CLI::ValidationError(options.follow_references ? "--follow" : "--copy-references",
+                               "does not go with --assemblies=classic");
+  }
+}
+
+/// What becomes of files that IN refers to.
+void add_reference_options(CLI::App* command, Kessel::Options& options) {
+  CLI::Option* const follow =
+      command->add_flag("--follow", options.follow_references,
+                        "Split IN and the files that it refers to as one assembly");
+  command
+      ->add_flag(
+          "--copy-references", options.copy_references,
+          "Copy the files that IN refers to into OUTDIR, in place of referring to them where "
+          "they are")
+      ->excludes(follow);
+  command->add_flag("--follow-outside", options.follow_outside,
+                    "Also follow or copy files outside of IN's folder");
 }
 
 }  // namespace
@@ -131,6 +151,7 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
                    "each. Without it, lamp.step is split into lamp")
       ->type_name("OUTDIR");
   add_style_options(command, arguments.options);
+  add_reference_options(command, arguments.options);
   add_memory_limit_option(command, arguments.options.memory_limit);
   command->add_flag("-f,--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");

@@ -25,9 +25,13 @@ Json uses_on_page(const std::vector<Kessel::PartUse>& uses) {
 }
 
 Json page_data(const FinishedSplit& split, const SplitArguments& arguments) {
-  const Kessel::Assembly assembly = Kessel::read_assembly(split.input, arguments.options);
+  Kessel::Options options = arguments.options;
+  options.input_folder = folder_of_input(arguments.in);
+  const Kessel::Assembly assembly = Kessel::read_assembly(split.input, options);
   std::map<std::uint64_t, const Kessel::WrittenFile*> files;  // by record, 0 for a generated root
-  for (const Kessel::WrittenFile& file : split.files) files[file.part] = &file;
+  for (const Kessel::WrittenFile& file : split.files) {
+    if (!file.is_copy) files[file.part] = &file;
+  }
 
   Json json;
   json["input"] = std::filesystem::path(shown_name(arguments.in)).filename().string();

@@ -5,6 +5,7 @@
 #include "json/documents.h"
 #include "json/json_line.h"
 #include "kessel/assembly.h"
+#include "run/with_input.h"
 #include "run/words.h"
 #include "text/part_label.h"
 
@@ -28,11 +29,15 @@ Json indices_of(const std::vector<Kessel::PartUse>& uses, const Kessel::Assembly
 
 std::string split_json(const FinishedSplit& split, const SplitArguments& arguments,
                        const std::string& page) {
-  const Kessel::Assembly assembly = Kessel::read_assembly(split.input, arguments.options);
+  Kessel::Options options = arguments.options;
+  options.input_folder = folder_of_input(arguments.in);
+  const Kessel::Assembly assembly = Kessel::read_assembly(split.input, options);
   std::map<std::uint64_t, const Kessel::PartInfo*> parts;  // by record, 0 for a generated root
   for (const Kessel::PartInfo& part : assembly.parts) parts[part.record] = &part;
   std::map<std::uint64_t, std::size_t> file_of_record;
-  for (std::size_t i = 0; i < split.files.size(); ++i) file_of_record[split.files[i].part] = i;
+  for (std::size_t i = 0; i < split.files.size(); ++i) {
+    if (!split.files[i].is_copy) file_of_record[split.files[i].part] = i;
+  }
 
   Json json;
   json["format"] = JSON_FORMAT;
@@ -45,7 +50,7 @@ std::string split_json(const FinishedSplit& split, const SplitArguments& argumen
   json["files"] = Json::array();
   for (const Kessel::WrittenFile& file : split.files) {
     // The classic reading has files of materials and the like, which are no parts of the tree.
-    const auto found = parts.find(file.part);
+    const auto found = file.is_copy ? parts.end() : parts.find(file.part);
     Kessel::PartInfo part = found == parts.end() ? Kessel::PartInfo() : *found->second;
     if (file.part == 0) part.role = Kessel::PartRole::assembly;
     Json entry;
@@ -53,7 +58,7 @@ std::string split_json(const FinishedSplit& split, const SplitArguments& argumen
     entry["record"] = file.part == 0 ? Json() : Json(file.part);
     entry["id"] = part.id;
     entry["name"] = part.name;
-    entry["kind"] = role_name(part.role);
+    entry["kind"] = file.is_copy ? "copy" : role_name(part.role);
     entry["parents"] = indices_of(part.used_in, assembly, file_of_record);
     entry["children"] = indices_of(part.components, assembly, file_of_record);
     entry["records"] = file.records;

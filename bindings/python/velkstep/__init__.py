@@ -20,6 +20,7 @@ __all__ = ["CLASSIC", "InputError", "OutputError", "diff", "info", "join", "spli
 StrPath = Union[str, "os.PathLike[str]"]
 Assemblies = Literal["classic", "lean", "nested"]
 Names = Literal["record", "product", "product-unicode"]
+References = Literal["keep", "follow", "copy"]
 Reading = Literal["standard", "classic"]
 Stage = Literal["reading", "sorting", "writing"]
 Progress = Callable[[Stage, int, int], object]
@@ -44,6 +45,8 @@ def split(
     names: Names = "product",
     reading: Reading = "standard",
     progress: Optional[Progress] = None,
+    references: References = "keep",
+    follow_outside: bool = False,
 ) -> list[pathlib.Path]:
     """Splits the file `input` into files under `outdir`, and returns their paths, the root's first.
 
@@ -51,6 +54,10 @@ def split(
     the files is there already, in whatever form, nothing is written and OutputError is raised.
     "roots.txt" with the root's file name goes into the working directory, over an earlier one.
     Sentences about problems in the data go to standard error.
+
+    Other files that `input` refers to are referred to from `outdir` as well ("keep"), are split with
+    it as one assembly ("follow"), or copied into `outdir` ("copy"); those outside of its folder are
+    followed or copied with `follow_outside` only. The classic style keeps names as they are.
 
     `progress` is called with the stage and how much of it is done of what total: bytes of the input
     for "reading" and "writing", passes for "sorting". An exception that it raises ends the split
@@ -64,7 +71,7 @@ def split(
     Raises InputError, OutputError, MemoryError; ValueError for a choice that there is not, and for an
     `outdir` that is not UTF-8.
     """
-    return _velkstep.split(input, outdir, assemblies, names, reading, progress)
+    return _velkstep.split(input, outdir, assemblies, names, reading, progress, references, follow_outside)
 
 
 def tree(input: StrPath, names: Names = "product") -> Tree:
@@ -90,17 +97,23 @@ def join(
     replace: bool = False,
     follow_outside: bool = False,
     progress: Optional[Progress] = None,
+    allow_missing: bool = False,
+    allow_mixed_schemas: bool = False,
 ) -> Joined:
     """Joins `root` and the files that it refers to into the file `out`.
 
     Returns what `velkstep join --json` prints. `out` appears when it is finished, or not at all;
     what is there already is replaced only with `replace`. Files outside of the root's folder are
-    read only with `follow_outside`. `progress` is called with "reading" and "writing" and bytes of
+    read only with `follow_outside`. References to files that are not there stay with
+    `allow_missing`, and files may obey other schemas than the root with `allow_mixed_schemas`.
+    `progress` is called with "reading" and "writing" and bytes of
     the files; it can end the joining as that of split can.
 
     Raises InputError, whose message names all files that are missing; OutputError and MemoryError.
     """
-    return _velkstep.join(root, out, replace, follow_outside, progress)
+    return _velkstep.join(
+        root, out, replace, follow_outside, progress, allow_missing, allow_mixed_schemas
+    )
 
 
 def diff(a: StrPath, b: StrPath, progress: Optional[Progress] = None) -> Difference:

@@ -13,6 +13,8 @@ def split(
     names: str,
     reading: str,
     progress: Optional[Callable[..., object]],
+    references: str,
+    follow_outside: bool,
 ) -> list[pathlib.Path]: ...
 def tree(input: _StrPath, names: str) -> Tree: ...
 def info(input: _StrPath) -> Info: ...
@@ -22,6 +24,8 @@ def join(
     replace: bool,
     follow_outside: bool,
     progress: Optional[Callable[..., object]],
+    allow_missing: bool,
+    allow_mixed_schemas: bool,
 ) -> Joined: ...
 def diff(
     a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]

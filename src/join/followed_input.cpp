@@ -1,0 +1,60 @@
+#include "join/followed_input.h"
+
+#include <system_error>
+
+#include "external/targets.h"
+#include "join/joining.h"
+#include "kessel/errors.h"
+
+namespace Kessel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path temporary_folder() {
+  std::error_code error;
+  fs::path folder = fs::temp_directory_path(error);
+  if (error) throw OutputError(folder, error);
+  return folder;
+}
+
+}  // namespace
+
+fs::path folder_of_references(const fs::path& in, const Options& options) {
+  return options.input_folder.empty() ? in.parent_path() : options.input_folder;
+}
+
+FollowedInput::FollowedInput(const fs::path& in, const Options& options)
+    : options_(options), fresh_(temporary_folder()) {
+  if (fresh_.error()) throw OutputError(fresh_.path(), fresh_.error());
+  JoinOptions join_options;
+  join_options.memory_limit = options.memory_limit;
+  join_options.follow_outside = options.follow_outside;
+  join_options.progress = options.progress;
+  Joining joining(in, join_options, {.root_folder = folder_of_references(in, options)});
+  for (std::size_t i = 0; i < joining.files().size(); ++i) {
+    names_.push_back(utf8_of_path(joining.files()[i].path.filename()));
+  }
+  joining.write(utf8_of_path(in.filename()), fresh_.stream());
+  fresh_.close();
+  if (fresh_.error()) throw OutputError(fresh_.path(), fresh_.error());
+  if (options_.input_name.empty()) options_.input_name = utf8_of_path(in.filename());
+}
+
+Options FollowedInput::options_for_path() const {
+  Options options = options_;
+  options.follow_references = false;
+  if (options_.warning) {
+    // Nobody knows the lines and numbers of the joined file.
+    options.warning = [tell = options_.warning](Finding finding) {
+      finding.offset = 0;
+      finding.line = 0;
+      finding.instance = 0;
+      tell(finding);
+    };
+  }
+  return options;
+}
+
+}  // namespace Kessel

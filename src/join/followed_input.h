@@ -1,0 +1,37 @@
+// An input together with the files that it refers to.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "join/fresh_file.h"
+#include "kessel/options.h"
+
+namespace Kessel {
+
+/// Where what is read from `in` finds other files: Options::input_folder, or the folder of `in`.
+std::filesystem::path folder_of_references(const std::filesystem::path& in, const Options& options);
+
+/// One exchange file of all that an input and the files that it refers to say, in the system's
+/// folder for temporary files, as long as the object lives.
+class FollowedInput {
+ public:
+  /// Joins them as `join` does; of the options the memory limit, the progress, the input's folder
+  /// and `follow_outside` matter. Throws InputError as `join`, and OutputError where there is no
+  /// room.
+  FollowedInput(const std::filesystem::path& in, const Options& options);
+
+  const std::filesystem::path& path() const { return fresh_.path(); }
+  /// What the files are called, without their folders, UTF-8.
+  const std::vector<std::string>& names() const { return names_; }
+  /// The options with which to read path() in place of the input.
+  Options options_for_path() const;
+
+ private:
+  Options options_;
+  FreshFile fresh_;
+  std::vector<std::string> names_;
+};
+
+}  // namespace Kessel

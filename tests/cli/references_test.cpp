@@ -1,0 +1,99 @@
+// Inputs that refer to other files, on the command line.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <string>
+
+#include "cli/run_process.h"
+#include "inspection/products.h"
+#include "support/folder_tree.h"
+#include "support/scratch_folder.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::json;
+
+/// The box with a lid, whose shape is in the file "lid.stp" beside it.
+class InputWithReferences : public testing::Test {
+ protected:
+  InputWithReferences() {
+    fs::create_directory("in");
+    folder_.write("in/in.stp", exchange_file(INPUT));
+    folder_.write("in/lid.stp",
+                  exchange_file("#1=PRODUCT('lid','lid','',());\n"
+                                "#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
+                                "#3=PRODUCT_DEFINITION('d','',#2,$);\n"
+                                "#4=PRODUCT_DEFINITION_SHAPE('','',#3);\n"
+                                "#5=SHAPE_DEFINITION_REPRESENTATION(#4,#6);\n"
+                                "#6=SHAPE_REPRESENTATION('lid',(#7),#8);\n"
+                                "#7=MANIFOLD_SOLID_BREP('its',$);\n"
+                                "#8=GEOMETRIC_REPRESENTATION_CONTEXT('id','3D',3);\n"));
+  }
+
+  static inline const std::string INPUT = std::string(BOX_WITH_LID) +
+                                          "#20=DOCUMENT_FILE('lid.stp','','',$,'',$);\n"
+                                          "#21=APPLIED_DOCUMENT_REFERENCE(#20,'',(#6));\n";
+  ScratchFolder folder_;
+};
+
+TEST_F(InputWithReferences, NamesAreSeenFromTheFolderThatFilesArriveIn) {
+  const ProcessRun run = run_velkstep({"split", "in/in.stp", "-o", "far/out"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.errors, "");
+  EXPECT_NE(read_file("far/out/lid (2).stp").find("=DOCUMENT_FILE('../../in/lid.stp',"),
+            std::string::npos);
+  fs::remove("in/lid.stp");
+  const ProcessRun missing = run_velkstep({"split", "in/in.stp", "-o", "out"});
+  EXPECT_EQ(missing.exit_code, 0);
+  EXPECT_EQ(missing.errors,
+            "velkstep: in/in.stp: 1 warning; nothing is lost, and velkstep check says what it is "
+            "about\n");
+}
+
+TEST_F(InputWithReferences, CopiesArriveWithTheFiles) {
+  const ProcessRun run =
+      run_velkstep({"split", "in/in.stp", "-o", "out", "--copy-references", "--json"});
+  EXPECT_EQ(run.exit_code, 0) << run.errors;
+  const Json files = Json::parse(run.out)["files"];
+  ASSERT_EQ(files.size(), 3u);
+  EXPECT_EQ(files[2]["file"], "lid.stp");
+  EXPECT_EQ(files[2]["kind"], "copy");
+  EXPECT_EQ(files[2]["record"], nullptr);
+  EXPECT_EQ(files[2]["parents"], Json::array());
+  EXPECT_EQ(files[0]["children"], Json::array({1}));
+  EXPECT_EQ(read_file("out/lid.stp"), read_file("in/lid.stp"));
+  EXPECT_EQ(run_velkstep({"verify", "in/in.stp", "out"}).exit_code, 0);
+}
+
+TEST_F(InputWithReferences, FollowedAsOneAssembly) {
+  const ProcessRun run = run_velkstep({"split", "in/in.stp", "-o", "out", "--follow", "--json"});
+  EXPECT_EQ(run.exit_code, 0) << run.errors;
+  EXPECT_EQ(Json::parse(run.out)["files"].size(), 2u);
+  EXPECT_NE(read_file("out/lid (2).stp").find("MANIFOLD_SOLID_BREP('its',$)"), std::string::npos);
+  EXPECT_EQ(
+      run_velkstep({"split", "in/in.stp", "-o", "o", "--follow", "--copy-references"}).exit_code,
+      2);
+  EXPECT_EQ(
+      run_velkstep({"split", "in/in.stp", "-o", "o", "--follow", "--assemblies=classic"}).exit_code,
+      2);
+}
+
+TEST_F(InputWithReferences, JoinKeepsWhatIsMissingWhereAsked) {
+  fs::remove("in/lid.stp");
+  EXPECT_EQ(run_velkstep({"join", "in/in.stp", "-o", "one.stp"}).exit_code, 1);
+  const ProcessRun run = run_velkstep({"join", "in/in.stp", "-o", "one.stp", "--allow-missing"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_NE(
+      run.errors.find("in/in.stp:20: warning: The file \"lid.stp\" that is referred to is not "
+                      "there.\n"),
+      std::string::npos)
+      << run.errors;
+  EXPECT_NE(read_file("one.stp").find("=DOCUMENT_FILE('in/lid.stp',"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace Kessel::test
