@@ -19,6 +19,7 @@ foreach(folder
     check
     encoding
     exchange
+    extract
     findings
     inspection
     instances
