@@ -19,8 +19,10 @@ foreach(folder
     check
     encoding
     exchange
+    external
     extract
     findings
+    geometry
     inspection
     instances
     join
