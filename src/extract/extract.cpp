@@ -2,12 +2,12 @@
 #include "kessel/extract.h"
 
 #include <algorithm>
-#include <system_error>
+#include <optional>
 
 #include "extract/extraction.h"
+#include "extract/fresh_folder.h"
 #include "extract/part_names.h"
 #include "inspection/inspected_file.h"
-#include "kessel/errors.h"
 
 namespace Kessel {
 
@@ -34,6 +34,7 @@ ExtractedFile extract(const fs::path& in, const std::string& part, const fs::pat
 
 std::vector<ExtractedFile> extract_each(const fs::path& in, const std::vector<std::string>& parts,
                                         const fs::path& outdir, const ExtractOptions& options) {
+  std::optional<FreshFolder> folder;  // Goes behind the files in it.
   Extraction extraction(in, options);
   std::vector<ProductId> products;
   for (const std::string& part : parts) {
@@ -45,9 +46,7 @@ std::vector<ExtractedFile> extract_each(const fs::path& in, const std::vector<st
   if (options.bodies) {
     for (const ProductId product : products) extraction.require_bodies(product);
   }
-  std::error_code error;
-  fs::create_directories(outdir, error);
-  if (error) throw OutputError(outdir, error);
+  folder.emplace(outdir);
   for (const ProductId product : products) {
     if (options.bodies) {
       extraction.write_bodies(product, outdir);

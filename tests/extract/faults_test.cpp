@@ -90,6 +90,10 @@ TEST_F(ExtractFaults, InputThatCannotBeRead) {
 TEST_F(ExtractFaults, UnknownPart) {
   EXPECT_THROW(extract("in.stp", "tyre", "out.stp"), PartError);
   EXPECT_THROW(extract_each("in.stp", {"wheel", "tyre"}, "out"), PartError);
+  options.progress = [](const Progress& progress) {
+    if (progress.stage == Stage::writing) throw 1;
+  };
+  EXPECT_THROW(extract_each("in.stp", {"wheel"}, "out/deep/", options), int);
   EXPECT_EQ(names_in("."), Names{"in.stp"});
 }
 

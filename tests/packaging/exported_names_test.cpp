@@ -81,7 +81,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::encode_utf8_to_step(std::string_view)",
     "Kessel::extract(std::filesystem::path const&, std::string const&, std::filesystem::path "
     "const&, Kessel::ExtractOptions const&)",
-    "Kessel::extract_each(std::filesystem::path const&, std::vector<std::string> const&, "
+    "Kessel::extract_each(std::filesystem::path const&, std::vector<std::string, "
+    "std::allocator<std::string >> const&, "
     "std::filesystem::path const&, Kessel::ExtractOptions const&)",
     "Kessel::read_parts(std::filesystem::path const&, Kessel::ExtractOptions const&)",
     "Kessel::fspath_to_utf8(std::filesystem::path const&)",
@@ -154,7 +155,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::Part::_filenames",
     "Kessel::Part::_opened_files",
 
-    "Kessel::PartError::PartError(std::string const&, std::vector<Kessel::NamedPart>)",
+    "Kessel::PartError::PartError(std::string const&, std::vector<Kessel::NamedPart, "
+    "std::allocator<Kessel::NamedPart>>)",
     "Kessel::PartError::PartError(Kessel::PartError const&)",
     "Kessel::PartError::~PartError()",
     "Kessel::PartError::candidates() const",
