@@ -67,13 +67,13 @@ expect_splits() {
 assemblies/flaky.stp
 assemblies/lamp.step" "$(inputs_of_results)"
   expect "lines" 3 "$(wc -l < results.jsonl)"
-  expect "files" "parts/assemblies/a b/joint.stp/#11_part.stp
-parts/assemblies/a b/joint.stp/#1_part.stp
-parts/assemblies/a b/joint.stp/#21_part.stp
+  expect "files" "parts/assemblies/a b/joint.stp/bolt.stp
+parts/assemblies/a b/joint.stp/joint.stp
+parts/assemblies/a b/joint.stp/nut.stp
 parts/assemblies/a b/joint.stp/roots.txt
-parts/assemblies/flaky.stp/#11_part.stp
-parts/assemblies/flaky.stp/#1_part.stp
-parts/assemblies/flaky.stp/#21_part.stp
+parts/assemblies/flaky.stp/bolt.stp
+parts/assemblies/flaky.stp/joint.stp
+parts/assemblies/flaky.stp/nut.stp
 parts/assemblies/flaky.stp/roots.txt" \
     "$(find parts -type f ! -path '*lamp*' | LC_ALL=C sort)"
   expect "files of the lamp" 15 "$(find parts/assemblies/lamp.step -type f | wc -l)"

@@ -51,7 +51,9 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
                                             const SplitArguments& arguments, Warnings& warnings) {
   Kessel::Options options = arguments.options;
   warnings.listen(options);
-  options.folder_in_headers = false;
+  if (options.assemblies == Kessel::AssemblyStyle::classic) {
+    options.folder_in_headers = arguments.outdir;  // The library sees another one.
+  }
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = [&](const Kessel::Progress& progress) {
     throw_if_interrupted();
