@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "join/fresh_file.h"
 #include "kessel/options.h"
+#include "output/fresh_file.h"
 
 namespace Kessel {
 

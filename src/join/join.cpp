@@ -5,9 +5,9 @@
 
 #include "external/repointing.h"
 #include "external/targets.h"
-#include "join/finished_file.h"
 #include "join/joining.h"
 #include "kessel/errors.h"
+#include "output/finished_file.h"
 
 namespace Kessel {
 

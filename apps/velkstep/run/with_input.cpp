@@ -9,6 +9,7 @@
 #include "kessel/errors.h"
 #include "run/exit_codes.h"
 #include "system/input.h"
+#include "system/interruption.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -37,6 +38,14 @@ int fail(std::string_view name, std::string_view reason) {
 int fail_at(const std::string& name, const Kessel::Finding& finding) {
   return fail(finding.line == 0 ? name : name + ":" + std::to_string(finding.line),
               finding.sentence);
+}
+
+int fail_to_write(const Kessel::OutputError& error) {
+  if (error.reason() == std::errc::file_exists) {
+    return fail(error.path().string(),
+                "is there already; --force replaces it, unless it is an input");
+  }
+  return fail(error.path().string(), "cannot be written: " + error.reason().message());
 }
 
 std::string reason_of(const std::exception& error) {
@@ -68,6 +77,8 @@ template <class Run>
 int with_reasons(const std::string& argument, Run run) {
   try {
     return run();
+  } catch (const Interrupted&) {
+    throw;
   } catch (const Kessel::InputError& error) {
     return fail_at(shown_name(argument), error.finding());
   } catch (const std::exception& error) {
