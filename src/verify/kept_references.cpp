@@ -9,6 +9,7 @@
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "instances/loader.h"
+#include "kessel/errors.h"
 
 namespace Kessel {
 
@@ -68,6 +69,35 @@ void edit_kept_references(const fs::path& in, const Options& options, const fs::
     }
     joining.edit(i, TextEdits(std::move(edits)));
   }
+}
+
+std::set<fs::path> files_behind_kept_references(const Joining& joining) {
+  std::set<fs::path> files;
+  std::vector<fs::path> open;
+  const auto enter = [&](const std::vector<ExternalReference>& references, const fs::path& folder) {
+    for (const ExternalReference& reference : references) {
+      const Target target = find_target(folder, reference);
+      if (!target.is_there) continue;
+      const fs::path path = without_links(target.path);
+      if (files.insert(path).second) open.push_back(path);
+    }
+  };
+  for (std::size_t i = 0; i < joining.files().size(); ++i) {
+    enter(joining.files()[i].kept, joining.files()[i].path.parent_path());
+  }
+  while (!open.empty()) {
+    const fs::path path = std::move(open.back());
+    open.pop_back();
+    std::ifstream in(path, std::ios::in | std::ios::binary);
+    Instances instances;
+    try {
+      load_instances(in, instances);
+    } catch (const InputError&) {
+      continue;  // It is no part of the split.
+    }
+    enter(find_external_references(instances, find_products(instances)), path.parent_path());
+  }
+  return files;
 }
 
 }  // namespace Kessel

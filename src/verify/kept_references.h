@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <set>
 
 #include "join/joining.h"
 #include "kessel/options.h"
@@ -13,5 +14,9 @@ namespace Kessel {
 /// in something else. Throws InputError where the input cannot be read.
 void edit_kept_references(const std::filesystem::path& in, const Options& options,
                           const std::filesystem::path& outdir, Joining& joining);
+
+/// The files to which kept references lead, and those that these refer to in turn, as far as they
+/// can be read: paths without links.
+std::set<std::filesystem::path> files_behind_kept_references(const Joining& joining);
 
 }  // namespace Kessel

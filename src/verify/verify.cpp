@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "external/targets.h"
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
 #include "instances/places.h"
@@ -101,6 +102,10 @@ class SplitCheck {
     std::set<fs::path> names;
     for (std::size_t i = 0; i < joining_->files().size(); ++i) {
       names.insert(joining_->files()[i].path.lexically_relative(outdir_).lexically_normal());
+    }
+    // Copies of files that the input refers to.
+    for (const fs::path& path : files_behind_kept_references(*joining_)) {
+      if (path.parent_path() == without_links(outdir_)) names.insert(path.filename());
     }
     return names;
   }
