@@ -11,6 +11,7 @@ set(expected
   kessel/assembly.h
   kessel/check.h
   kessel/diff.h
+  kessel/drawing.h
   kessel/encoding.h
   kessel/entity.h
   kessel/errors.h
@@ -19,6 +20,7 @@ set(expected
   kessel/file.h
   kessel/finding.h
   kessel/join.h
+  kessel/picture.h
   kessel/kessel.h
   kessel/number_map.h
   kessel/options.h
