@@ -33,7 +33,7 @@ TEST_F(PictureCommand, DrawsTheWholeOrAPart) {
   EXPECT_EQ(whole.errors, "");
   EXPECT_THAT(read_file("lamp.svg"), HasSubstr("<title>Desk lamp</title>"));
   const ProcessRun part = run({"--part", "Desk lamp/Boom/Arm", "--view=top", "-o", "arm.svg"});
-  EXPECT_EQ(part.out, "arm.svg: Arm, 14 lines\n");
+  EXPECT_EQ(part.out, "arm.svg: Arm, 16 lines\n");
   EXPECT_EQ(run({"--quiet", "--part=#640", "--view=top", "-o", "same.svg"}).out, "");
   EXPECT_EQ(read_file("same.svg"), read_file("arm.svg"));
   EXPECT_EQ(names_in("."), (std::set<std::string>{"arm.svg", "lamp.svg", "same.svg"}));
@@ -49,7 +49,7 @@ TEST_F(PictureCommand, SaysAsJsonWhatItDrew) {
                             {"name", "Arm"},
                             {"view", "top"},
                             {"places", 3},
-                            {"lines", 14},
+                            {"lines", 16},
                             {"left_out", 0},
                             {"dropped", 0},
                             {"bytes", read_file("arm.svg").size()}}));

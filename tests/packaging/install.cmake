@@ -20,11 +20,11 @@ set(expected
   kessel/file.h
   kessel/finding.h
   kessel/join.h
-  kessel/picture.h
   kessel/kessel.h
   kessel/number_map.h
   kessel/options.h
   kessel/part.h
+  kessel/picture.h
   kessel/reference_list.h
   kessel/splitter.h
   kessel/summary.h
