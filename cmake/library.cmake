@@ -19,7 +19,9 @@ foreach(folder
     check
     encoding
     exchange
+    external
     findings
+    geometry
     inspection
     instances
     join

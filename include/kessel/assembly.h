@@ -37,7 +37,10 @@ struct PartInfo {
   std::string name;          ///< the product's name
   std::string description;   ///< the product's description
   PartRole role = PartRole::part;
-  std::filesystem::path file;       ///< the name that a split gives its file; empty for none
+  std::filesystem::path file;  ///< the name that a split gives its file; empty for none
+  /// The file that holds its shape where this one refers to another for it (external document
+  /// reference, ISO 10303-41): its name as seen from this file's folder, UTF-8; empty for none.
+  std::string external_file;
   std::vector<PartUse> components;  ///< each one once, in the order in which it is first used
   std::vector<PartUse> used_in;     ///< the parts that have it as a component, in list order
   /// How often it occurs in the whole, counted along every path from the roots, each of which
@@ -59,7 +62,7 @@ struct Assembly {
 
 /// Reads the product structure of the exchange file `in` (ISO 10303-21, clear text), which is read
 /// once. `options` are those of the split that the parts' file names are for; the memory limit
-/// counts.
+/// counts, and `warning` is told what about the reading deserves a look.
 ///
 /// Prints nothing and writes nothing. A file without parts, with one part alone, with several tops
 /// (which get a generated root, as in a split), or with parts that contain each other is no error.

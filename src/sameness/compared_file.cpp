@@ -3,11 +3,15 @@
 #include <cerrno>
 #include <fstream>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
+#include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
+#include "instances/places.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
 
@@ -15,10 +19,36 @@ namespace Kessel::Sameness {
 
 namespace {
 
-[[noreturn]] void refuse(Finding finding, const std::filesystem::path& in) {
+void set_file(Finding& finding, const std::filesystem::path& in) {
   const std::u8string name = in.u8string();
   finding.file.assign(name.begin(), name.end());
+}
+
+[[noreturn]] void refuse(Finding finding, const std::filesystem::path& in) {
+  set_file(finding, in);
   throw InputError(finding);
+}
+
+/// Loads, and keeps what it is warned of.
+class WarnedFingerprintLoader final : public FingerprintLoader {
+ public:
+  using FingerprintLoader::FingerprintLoader;
+  void warning(const Finding& finding) override { warnings_.add(finding); }
+  std::vector<Finding> take_warnings() { return warnings_.take(); }
+
+ private:
+  FindingList warnings_;
+};
+
+/// Tells `options.warning`, of which file.
+void warn(std::istream& stream, const std::filesystem::path& in, std::vector<Finding> warnings,
+          const Options& options) {
+  if (!options.warning) return;
+  set_lines(stream, warnings);
+  for (Finding& warning : warnings) {
+    set_file(warning, in);
+    options.warning(warning);
+  }
 }
 
 }  // namespace
@@ -37,9 +67,10 @@ std::ifstream open_file(const std::filesystem::path& in) {
 void read_file(const std::filesystem::path& in, ComparedFile& file, const Options& options) {
   std::ifstream stream = open_file(in);
   try {
-    FingerprintLoader loader(file.instances, file.fingerprints, options,
-                             size_for_progress(stream, options));
+    WarnedFingerprintLoader loader(file.instances, file.fingerprints, options,
+                                   size_for_progress(stream, options));
     load_with(stream, loader, options);
+    warn(stream, in, loader.take_warnings(), options);
   } catch (const InputError& error) {
     refuse(error.finding(), in);
   }

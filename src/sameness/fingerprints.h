@@ -34,7 +34,7 @@ struct Fingerprints {
 };
 
 /// Reads a file into `instances` and takes the hash of each record's text on the way.
-class FingerprintLoader final : public InstanceLoader {
+class FingerprintLoader : public InstanceLoader {
  public:
   /// Both must outlive it; `options` and `total` are as for InstanceLoader.
   FingerprintLoader(Instances& instances, Fingerprints& fingerprints, const Options& options,
