@@ -11,6 +11,7 @@ def split(
     outdir: _StrPath,
     assemblies: str,
     names: str,
+    reading: str,
     progress: Optional[Callable[..., object]],
 ) -> list[pathlib.Path]: ...
 def tree(input: _StrPath, names: str) -> Tree: ...
