@@ -11,6 +11,7 @@ set(expected
   kessel/assembly.h
   kessel/check.h
   kessel/diff.h
+  kessel/drawing.h
   kessel/encoding.h
   kessel/entity.h
   kessel/errors.h
@@ -23,6 +24,7 @@ set(expected
   kessel/number_map.h
   kessel/options.h
   kessel/part.h
+  kessel/picture.h
   kessel/reference_list.h
   kessel/splitter.h
   kessel/summary.h
