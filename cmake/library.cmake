@@ -30,6 +30,7 @@ foreach(folder
     products
     reader
     sameness
+    shrink
     splitter
     structure
     verify

@@ -3,7 +3,7 @@
 
 #include <system_error>
 
-#include "join/finished_file.h"
+#include "output/finished_file.h"
 #include "join/joining.h"
 #include "kessel/errors.h"
 

@@ -12,36 +12,12 @@
 #include "findings/refusals.h"
 #include "join/joined_text.h"
 #include "kessel/errors.h"
+#include "output/buffered_text.h"
 #include "writer/frame.h"
 
 namespace Kessel {
 
 namespace {
-
-/// Thrown where there is no use in reading on.
-struct OutputFailed {};
-
-/// Text goes to the stream in blocks of about so many bytes.
-constexpr std::size_t BLOCK = std::size_t{1} << 18;
-
-/// Text on its way to a stream.
-class BufferedText {
- public:
-  explicit BufferedText(std::ostream& out) : out_(out) {}
-  std::string& text() { return text_; }
-  void flush_if_long() {
-    if (text_.size() >= BLOCK) flush();
-  }
-  void flush() {
-    out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-    text_.clear();
-    if (!out_) throw OutputFailed();
-  }
-
- private:
-  std::ostream& out_;
-  std::string text_;
-};
 
 [[noreturn]] void throw_changed(const JoinedFile& file, std::uint64_t offset) {
   Finding finding = input_changed(offset);

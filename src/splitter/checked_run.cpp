@@ -12,7 +12,7 @@
 #include "kessel/errors.h"
 #include "reader/parse_file.h"
 #include "splitter/fresh_files.h"
-#include "splitter/input_stamp.h"
+#include "findings/input_stamp.h"
 #include "splitter/root_list.h"
 #include "splitter/written_files.h"
 #include "structure/process_parts.h"

@@ -20,7 +20,7 @@
 #include "placement/placement.h"
 #include "products/products.h"
 #include "splitter/fresh_files.h"
-#include "splitter/input_stamp.h"
+#include "findings/input_stamp.h"
 #include "splitter/placed_names.h"
 #include "splitter/root_list.h"
 

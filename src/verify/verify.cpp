@@ -14,7 +14,7 @@
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
 #include "instances/places.h"
-#include "join/fresh_file.h"
+#include "output/fresh_file.h"
 #include "join/joining.h"
 #include "kessel/diff.h"
 #include "kessel/encoding.h"

@@ -1,6 +1,5 @@
 #include "round_trip/round_trip.h"
 
-#include <cstdlib>
 #include <exception>
 #include <fstream>
 
@@ -137,20 +136,10 @@ class RoundTrip {
   std::vector<std::string> faults_;
 };
 
-std::uint64_t number_from_environment(const char* name, std::uint64_t otherwise) {
-  const char* text = std::getenv(name);
-  return text == nullptr ? otherwise : std::strtoull(text, nullptr, 10);
-}
-
 }  // namespace
 
 std::vector<std::string> round_trip_faults(const fs::path& in, AssemblyStyle assemblies) {
   return RoundTrip(in, assemblies).run();
-}
-
-Seeds seeds_to_try(std::uint64_t usual) {
-  return {number_from_environment("VELKSTEP_FIRST_SEED", 1),
-          number_from_environment("VELKSTEP_RANDOM_SEEDS", usual)};
 }
 
 }  // namespace Kessel::test

@@ -1,4 +1,4 @@
-#include "join/fresh_file.h"
+#include "output/fresh_file.h"
 
 #include <cerrno>
 #include <cstdio>

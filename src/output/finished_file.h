@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <ostream>
 
-#include "join/fresh_file.h"
+#include "output/fresh_file.h"
 
 namespace Kessel {
 
