@@ -19,6 +19,7 @@ foreach(folder
     check
     encoding
     exchange
+    external
     findings
     inspection
     instances

@@ -59,9 +59,11 @@ py::dict part_dict(const Kessel::PartInfo& part) {
   if (part.record != 0) record = py::int_(part.record);
   py::object file = py::none();
   if (!part.file.empty()) file = text(part.file.string());
+  py::object external_file = py::none();
+  if (!part.external_file.empty()) external_file = text(part.external_file);
   return py::dict("record"_a = record, "id"_a = text(part.id), "name"_a = text(part.name),
                   "description"_a = text(part.description), "kind"_a = role_name(part.role),
-                  "file"_a = file, "total"_a = part.total,
+                  "file"_a = file, "external_file"_a = external_file, "total"_a = part.total,
                   "components"_a = list_of(part.components, use_dict),
                   "used_in"_a = list_of(part.used_in, use_dict));
 }
@@ -124,6 +126,11 @@ py::dict product_dict(const Kessel::ProductDifference& product) {
                   "types"_a = list_of(product.types, type_dict));
 }
 
+py::dict referenced_file_dict(const Kessel::ReferencedFile& file) {
+  return py::dict("file"_a = text(file.name), "references"_a = file.references,
+                  "is_there"_a = file.is_there);
+}
+
 py::dict input_dict(const Kessel::JoinedInput& input) {
   return py::dict("file"_a = text(input.path.string()), "records"_a = input.records);
 }
@@ -176,7 +183,8 @@ py::dict info_dict(const Kessel::Summary& summary, const std::string& input) {
       "parts"_a = summary.parts, "assemblies"_a = summary.assemblies,
       "assemblies_with_bodies"_a = summary.assemblies_with_bodies, "depth"_a = summary.depth,
       "length_units"_a = units(summary.length_units, "metres"),
-      "plane_angle_units"_a = units(summary.plane_angle_units, "radians"));
+      "plane_angle_units"_a = units(summary.plane_angle_units, "radians"),
+      "external_files"_a = list_of(summary.references, referenced_file_dict));
 }
 
 }  // namespace Velkstep

@@ -37,7 +37,10 @@ struct PartInfo {
   std::string name;          ///< the product's name
   std::string description;   ///< the product's description
   PartRole role = PartRole::part;
-  std::filesystem::path file;       ///< the name that a split gives its file; empty for none
+  std::filesystem::path file;  ///< the name that a split gives its file; empty for none
+  /// The file that holds its shape where this one refers to another for it (external document
+  /// reference, ISO 10303-41): its name as seen from this file's folder, UTF-8; empty for none.
+  std::string external_file;
   std::vector<PartUse> components;  ///< each one once, in the order in which it is first used
   std::vector<PartUse> used_in;     ///< the parts that have it as a component, in list order
   /// How often it occurs in the whole, counted along every path from the roots, each of which

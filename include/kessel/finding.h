@@ -89,7 +89,7 @@ enum class FindingKind {
   wrong_root_list,       ///< "roots.txt" does not hold the name of a file that is there
   foreign_file,          ///< an exchange file with records to which no other refers
 
-  // files that are joined
+  // files that refer to others
   missing_target,     ///< the file to which a reference leads is not there
   target_outside,     ///< a reference leads out of the folder of the file that is joined
   file_cycle,         ///< files that refer to each other in a circle

@@ -41,6 +41,14 @@ struct UnitUse {
   std::uint64_t contexts = 0;  ///< geometric contexts that assign it
 };
 
+/// Another file that the file refers to: by documents of components (external document reference,
+/// ISO 10303-41), or by names in its reference section (ISO 10303-21, 11).
+struct ReferencedFile {
+  std::string name;              ///< as seen from the file's folder, UTF-8
+  std::uint64_t references = 0;  ///< how many lead there
+  bool is_there = false;         ///< as a regular file
+};
+
 /// Counts and header of one exchange file. Owns everything that it holds.
 struct Summary {
   Header header;
@@ -53,6 +61,7 @@ struct Summary {
   std::size_t depth = 0;                   ///< `Assembly::depth`
   std::vector<UnitUse> length_units;       ///< in metres, the one of most contexts first
   std::vector<UnitUse> plane_angle_units;  ///< in radians, likewise
+  std::vector<ReferencedFile> references;  ///< each file once, in the order in which it is met
 };
 
 /// Reads the exchange file `in` once and sums it up. Of the options the memory limit matters.

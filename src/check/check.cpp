@@ -31,7 +31,8 @@ class CheckedLoader final : public InstanceLoader {
   FindingList& findings_;
 };
 
-std::vector<Finding> check_records(std::istream& in, const Options& options) {
+std::vector<Finding> check_records(std::istream& in, const std::filesystem::path& folder,
+                                   const Options& options) {
   FindingList findings;
   Instances instances;
   CheckedLoader loader(instances, options, findings);
@@ -44,7 +45,7 @@ std::vector<Finding> check_records(std::istream& in, const Options& options) {
   }
   if (is_read) {
     check_references(in, instances, findings);
-    check_structure(in, instances, findings);
+    check_structure(in, instances, folder, findings);
   }
   std::vector<Finding> found = findings.take();
   set_lines(in, found);
@@ -61,7 +62,7 @@ std::vector<Finding> check(const std::filesystem::path& in, const Options& optio
     const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
     return {unreadable_file("cannot be opened: " + reason.message())};
   }
-  return check_records(file, options);
+  return check_records(file, in.parent_path(), options);
 }
 
 }  // namespace Kessel

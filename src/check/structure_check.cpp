@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "external/external_references.h"
+#include "external/targets.h"
 #include "instances/places.h"
 #include "products/products.h"
 #include "products/structure.h"
@@ -38,9 +40,21 @@ void check_circles(std::istream& in, const Instances& instances, const Products&
   }
 }
 
+/// References to files that are not there.
+void check_targets(std::istream& in, const Instances& instances, const Products& products,
+                   const std::filesystem::path& folder, FindingList& findings) {
+  for (const ExternalReference& reference : find_external_references(instances, products)) {
+    const Target target = find_target(folder, reference);
+    if (target.is_there) continue;
+    findings.add(warning_at(in, instances, reference.document, missing_target,
+                            missing_target_sentence(target.name->name)));
+  }
+}
+
 }  // namespace
 
-void check_structure(std::istream& in, const Instances& instances, FindingList& findings) {
+void check_structure(std::istream& in, const Instances& instances,
+                     const std::filesystem::path& folder, FindingList& findings) {
   const Products products = find_products(instances);
   if (products.products.empty()) {
     Finding finding;
@@ -55,6 +69,7 @@ void check_structure(std::istream& in, const Instances& instances, FindingList& 
   }
   check_usages(in, instances, products, findings);
   check_circles(in, instances, products, findings);
+  check_targets(in, instances, products, folder, findings);
 }
 
 }  // namespace Kessel

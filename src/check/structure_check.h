@@ -1,6 +1,7 @@
 // Checks the product structure.
 #pragma once
 
+#include <filesystem>
 #include <istream>
 
 #include "findings/finding_list.h"
@@ -8,7 +9,9 @@
 
 namespace Kessel {
 
-/// Adds to `findings` what a split of `instances`, read from `in`, has to pass over or cannot do.
-void check_structure(std::istream& in, const Instances& instances, FindingList& findings);
+/// Adds to `findings` what a split of `instances`, read from `in` in `folder`, has to pass over or
+/// cannot do, and which files are not there that the input refers to.
+void check_structure(std::istream& in, const Instances& instances,
+                     const std::filesystem::path& folder, FindingList& findings);
 
 }  // namespace Kessel

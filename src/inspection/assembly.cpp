@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "external/targets.h"
 #include "inspection/walk.h"
 #include "products/file_names.h"
 
@@ -69,6 +70,12 @@ Assembly assembly_of(const InspectedFile& file, const Options& options) {
     info.description = product.description;
     info.role = role_of(product);
     info.components = counter.count(product);
+  }
+  for (const ExternalReference& reference : file.references) {
+    const ProductId product =
+        reference.definition == NO_RECORD ? NO_PRODUCT : all.find(reference.definition);
+    if (product == NO_PRODUCT || !assembly.parts[product].external_file.empty()) continue;
+    assembly.parts[product].external_file = find_target(file.folder, reference).name->name;
   }
   if (all.tops.size() > 1) {
     PartInfo& root = assembly.parts.emplace_back();

@@ -9,13 +9,15 @@
 
 namespace Kessel {
 
-InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options) {
+InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options)
+    : folder(in.parent_path()) {
   if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
   std::ifstream file(in, std::ios::in | std::ios::binary);
   if (!file.is_open()) throw std::invalid_argument("Failed to open input file.");
   InstanceLoader loader(instances, options);
   load_with(file, loader, options);
   products = find_products(instances);
+  references = find_external_references(instances, products);
 }
 
 }  // namespace Kessel

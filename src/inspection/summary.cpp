@@ -6,6 +6,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "external/targets.h"
 #include "inspection/assembly.h"
 #include "inspection/header.h"
 #include "inspection/units.h"
@@ -42,6 +43,16 @@ void count_parts(const Assembly& assembly, Summary& summary) {
   summary.depth = assembly.depth;
 }
 
+void list_references(const InspectedFile& file, Summary& summary) {
+  std::map<std::string_view, std::size_t> places;
+  for (const ExternalReference& reference : file.references) {
+    const Target target = find_target(file.folder, reference);
+    const auto [place, is_new] = places.emplace(target.name->name, summary.references.size());
+    if (is_new) summary.references.push_back({target.name->name, 0, target.is_there});
+    ++summary.references[place->second].references;
+  }
+}
+
 }  // namespace
 
 Summary read_summary(const std::filesystem::path& in, const Options& options) {
@@ -54,6 +65,7 @@ Summary read_summary(const std::filesystem::path& in, const Options& options) {
   count_records(file.instances, summary);
   count_parts(assembly_of(file, options), summary);
   sum_up_units(file.instances, summary);
+  list_references(file, summary);
   return summary;
 }
 

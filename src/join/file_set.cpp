@@ -8,6 +8,7 @@
 #include "exchange/characters.h"
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
+#include "external/targets.h"
 #include "findings/finding_kinds.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
@@ -19,23 +20,6 @@ namespace Kessel {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string utf8_text(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
-/// The path that UTF-8 text gives. Text that is none gives one of the same bytes.
-fs::path path_of(const std::string& utf8) {
-  return fs::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
-/// The path without links; lexically where the system cannot say.
-fs::path without_links(const fs::path& path) {
-  std::error_code error;
-  fs::path plain = fs::weakly_canonical(fs::absolute(path, error), error);
-  return error ? fs::absolute(path).lexically_normal() : plain;
-}
 
 /// `names`, with commas and in quotation marks.
 std::string listed_names(const std::vector<std::string>& names) {
@@ -62,7 +46,7 @@ std::string schema_of(const Instances& instances) {
 
 FileSet::FileSet(const fs::path& root, const JoinOptions& options) : options_(options) {
   if (auto finding = find_no_regular_file(root)) {
-    finding->file = utf8_text(root.filename());
+    finding->file = utf8_of_path(root.filename());
     throw InputError(*finding);
   }
   // The folder is that of the name which the caller gives, even if that is a link.
@@ -80,8 +64,8 @@ std::size_t FileSet::enter(const fs::path& path, const Identity& identity) {
   if (!is_new) return place->second;
   auto file = std::make_unique<JoinedFile>();
   file->path = path;
-  file->name =
-      files_.empty() ? utf8_text(path.filename()) : utf8_text(identity.lexically_relative(folder_));
+  file->name = files_.empty() ? utf8_of_path(path.filename())
+                              : utf8_of_path(identity.lexically_relative(folder_));
   load(*file);
   files_.push_back(std::move(file));
   return place->second;
@@ -122,23 +106,17 @@ void FileSet::follow(std::size_t from) {
   const std::string referrer =
       from == 0 ? std::string() : " (referred to by \"" + files_[from]->name + "\")";
   for (ExternalReference& reference : find_external_references(files_[from]->instances, products)) {
-    const auto found =
-        std::find_if(reference.names.begin(), reference.names.end(), [&](const std::string& name) {
-          std::error_code ignored;
-          return fs::is_regular_file(folder / path_of(name), ignored);
-        });
-    const bool is_there = found != reference.names.end();
-    const std::string& name = is_there ? *found : reference.names.front();
-    const fs::path path = folder / path_of(name);
-    const Identity identity = without_links(path);
-    const std::string sentence = "\"" + name + "\"" + referrer;
+    if (reference.is_to_anchor()) continue;
+    const Target target = find_target(folder, reference);
+    const Identity identity = without_links(target.path);
+    const std::string sentence = "\"" + target.name->name + "\"" + referrer;
     std::vector<std::string>* const trouble = !options_.follow_outside && is_outside(identity)
                                                   ? &outside_
-                                              : !is_there ? &missing_
-                                                          : nullptr;
+                                              : !target.is_there ? &missing_
+                                                                 : nullptr;
     if (trouble == nullptr) {
-      const std::size_t target = enter(path, identity);
-      files_[from]->references.push_back({std::move(reference), target});
+      const std::size_t file = enter(target.path, identity);
+      files_[from]->references.push_back({std::move(reference), file});
     } else if (std::find(trouble->begin(), trouble->end(), sentence) == trouble->end()) {
       trouble->push_back(sentence);
     }
@@ -146,8 +124,7 @@ void FileSet::follow(std::size_t from) {
 }
 
 bool FileSet::is_outside(const Identity& identity) const {
-  return std::mismatch(folder_.begin(), folder_.end(), identity.begin(), identity.end()).first !=
-         folder_.end();
+  return !is_below(identity, folder_);
 }
 
 void FileSet::require_all_files() const {
@@ -187,7 +164,7 @@ void FileSet::require_no_circle() const {
       auto first = std::find_if(way.begin(), way.end(),
                                 [&](const Step& on_it) { return on_it.file == target; });
       for (; first != way.end(); ++first) {
-        names.push_back("\"" + utf8_text(files_[first->file]->path.filename()) + "\"");
+        names.push_back("\"" + utf8_of_path(files_[first->file]->path.filename()) + "\"");
       }
       throw InputError(make_finding(
           FindingKind::file_cycle,

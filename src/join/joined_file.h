@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "external/external_references.h"
 #include "instances/instances.h"
 #include "join/digest.h"
-#include "join/external_references.h"
 #include "join/mark.h"
 
 namespace Kessel {

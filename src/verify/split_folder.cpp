@@ -6,9 +6,10 @@
 #include <vector>
 
 #include "exchange/reader.h"
+#include "external/external_references.h"
+#include "external/targets.h"
 #include "findings/finding_kinds.h"
 #include "instances/loader.h"
-#include "join/external_references.h"
 #include "kessel/errors.h"
 #include "products/products.h"
 
@@ -126,8 +127,8 @@ std::optional<fs::path> SplitFolder::unreferenced_file() const {
     if (instances.size() != 0) with_records.insert(name);
     const Products products = find_products(instances);
     for (const ExternalReference& reference : find_external_references(instances, products)) {
-      for (const std::string& target : reference.names) {
-        referenced.insert(fs::path(std::u8string(target.begin(), target.end())).lexically_normal());
+      for (const FileName& target : reference.names) {
+        referenced.insert(path_of_utf8(target.name).lexically_normal());
       }
     }
   }

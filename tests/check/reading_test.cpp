@@ -50,7 +50,7 @@ TEST(Reading, LegalFilesHaveNoFindings) {
   expect_findings({
       {"\xEF\xBB\xBF" + DATA + END, {}},
       {"/* note; */ " + DATA + END + " /* bye */ \n", {}},
-      {BEGIN + "ANCHOR;<a>=#3;ENDSEC;REFERENCE;#50=<b.stp#c;d>;ENDSEC;" +
+      {BEGIN + "ANCHOR;<a>=#3;ENDSEC;REFERENCE;#50=<http://b/a.stp#c;d>;ENDSEC;" +
            DATA.substr(BEGIN.size()) + END,
        {}},
   });

@@ -49,7 +49,7 @@ TEST(ReferenceCheck, NumbersOfSixtyFourBits) {
 
 TEST(ReferenceCheck, AnchorsAndReferencesOfOtherSections) {
   EXPECT_EQ(checked("ISO-10303-21;\nHEADER;\nENDSEC;\nANCHOR;\n<top>=#30;\n<box>=#3;\nENDSEC;\n"
-                    "REFERENCE;\n#9=<other.stp#lid>;\nENDSEC;\nDATA;\n" +
+                    "REFERENCE;\n#9=<http://example.org/other.stp#lid>;\nENDSEC;\nDATA;\n" +
                     std::string(BOX_WITH_LID).replace(BOX_WITH_LID.find("#9="), 3, "#19=") +
                     "#20=A(#9);\nENDSEC;\nEND-ISO-10303-21;\n"),
             (Lines{"5@38 warning missing_instance: This refers to #30, which is not there."}));

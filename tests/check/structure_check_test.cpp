@@ -100,5 +100,21 @@ TEST(StructureCheck, PartWithoutAProduct) {
             Lines());
 }
 
+TEST(StructureCheck, FilesThatAreNotThere) {
+  const ScratchFolder folder;
+  const std::string records = std::string(BOX_WITH_LID) +
+                              "#20=DOCUMENT_FILE('lid.stp','','',$,'',$);\n"
+                              "#21=APPLIED_DOCUMENT_REFERENCE(#20,'',(#6));\n";
+  const std::filesystem::path in = folder.write("in.stp", exchange_file(records));
+  const std::vector<Finding> findings = check(in);
+  ASSERT_EQ(findings.size(), 1u);
+  EXPECT_EQ(describe(findings.front()),
+            place_of("#20=", exchange_file(records)) +
+                "warning missing_target #20: The file \"lid.stp\" that is referred to is not "
+                "there.");
+  folder.write("lid.stp", "");
+  EXPECT_TRUE(check(in).empty());
+}
+
 }  // namespace
 }  // namespace Kessel::test

@@ -96,7 +96,8 @@ TEST(InfoCommand, PrintsOneObjectAsJson) {
     "length_units": [
       {"name": "INCH", "metres": 0.0254, "contexts": 1},
       {"name": "millimetre", "metres": 0.001, "contexts": 1}],
-    "plane_angle_units": [{"name": "radian", "radians": 1.0, "contexts": 1}]
+    "plane_angle_units": [{"name": "radian", "radians": 1.0, "contexts": 1}],
+    "external_files": []
   })"));
 }
 

@@ -215,5 +215,19 @@ TEST_F(TreeCommand, HelpNamesEveryFormat) {
   }
 }
 
+TEST_F(TreeCommand, FileOfAShapeThatIsElsewhereStandsBesideThePart) {
+  const ScratchFolder folder;
+  folder.write("in.stp", exchange_file(std::string(BOX_WITH_LID) +
+                                       "#20=DOCUMENT_FILE('lid.stp','','',$,'',$);\n"
+                                       "#21=APPLIED_DOCUMENT_REFERENCE(#20,'',(#6));\n"));
+  EXPECT_EQ(run_velkstep({"tree", "in.stp"}).out,
+            "box  (assembly, #3, #1_part.stp)\n"
+            "└─ lid  (part, #6, #4_part.stp, shape in lid.stp)\n");
+  const std::string info = run_velkstep({"info", "in.stp"}).out;
+  EXPECT_NE(info.find("  Refers to           1 file\n                      lid.stp (not there)\n"),
+            std::string::npos)
+      << info;
+}
+
 }  // namespace
 }  // namespace Kessel::test

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "inspection/products.h"
+#include "kessel/assembly.h"
 #include "kessel/summary.h"
 #include "support/scratch_folder.h"
 
@@ -126,6 +127,30 @@ TEST(ReadSummary, HeaderMayBeginInTheFirstLine) {
   EXPECT_EQ(summary.records, 0u);
   EXPECT_EQ(summary.types.size(), 0u);
   EXPECT_EQ(summary.depth, 0u);
+}
+
+TEST(ReadSummary, FilesThatAreReferredTo) {
+  const ScratchFolder folder;
+  const std::string records = std::string(BOX_WITH_LID) +
+                              "#20=DOCUMENT_FILE('lid.stp','','',$,'',$);\n"
+                              "#21=APPLIED_DOCUMENT_REFERENCE(#20,'',(#6));\n"
+                              "#22=DOCUMENT_FILE('box.stp','','',$,'',$);\n"
+                              "#23=APPLIED_DOCUMENT_REFERENCE(#22,'',(#3));\n"
+                              "#24=DOCUMENT_FILE('lid.stp','','',$,'',$);\n"
+                              "#25=APPLIED_DOCUMENT_REFERENCE(#24,'',(#6));\n";
+  folder.write("box.stp", "");
+  const std::filesystem::path in = folder.write("in.stp", exchange_file(records));
+  const Summary summary = read_summary(in);
+  ASSERT_EQ(summary.references.size(), 2u);
+  EXPECT_EQ(summary.references[0].name, "lid.stp");
+  EXPECT_EQ(summary.references[0].references, 2u);
+  EXPECT_FALSE(summary.references[0].is_there);
+  EXPECT_EQ(summary.references[1].name, "box.stp");
+  EXPECT_EQ(summary.references[1].references, 1u);
+  EXPECT_TRUE(summary.references[1].is_there);
+  const Assembly assembly = read_assembly(in);
+  EXPECT_EQ(assembly.parts[0].external_file, "box.stp");
+  EXPECT_EQ(assembly.parts[1].external_file, "lid.stp");
 }
 
 }  // namespace

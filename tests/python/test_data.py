@@ -39,6 +39,7 @@ def test_tree_of_a_small_file(assembly):
         "description": "",
         "kind": "assembly",
         "file": "joint.stp",
+        "external_file": None,
         "total": 1,
         "components": [
             {"part": 0, "count": 1, "closes_cycle": False},

@@ -78,6 +78,14 @@ void add_types(Lines& lines, const std::vector<Kessel::TypeCount>& types) {
   }
 }
 
+void add_references(Lines& lines, const std::vector<Kessel::ReferencedFile>& references) {
+  if (references.empty()) return;
+  lines.add("Refers to", counted(references.size(), "file", "files"));
+  for (const Kessel::ReferencedFile& file : references) {
+    lines.add("", file.is_there ? file.name : file.name + " (not there)");
+  }
+}
+
 }  // namespace
 
 std::string info_text(const Kessel::Summary& summary, const std::string& name,
@@ -97,6 +105,7 @@ std::string info_text(const Kessel::Summary& summary, const std::string& name,
   lines.add("Depth", counted(summary.depth, "level", "levels"));
   lines.add("Length", units(summary.length_units, "m"));
   lines.add("Plane angle", units(summary.plane_angle_units, "rad"));
+  add_references(lines, summary.references);
   return colours.bold(printable(name)) + '\n' + std::move(lines).text();
 }
 

@@ -5,6 +5,7 @@
 
 #include "formats/tree_formats.h"
 #include "text/part_label.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -104,6 +105,7 @@ class Drawing {
     std::string facts(role_name(part.role));
     if (part.record != 0) facts += ", " + record_of(part);
     if (!part.file.empty()) facts += ", " + file_of(part);
+    if (!part.external_file.empty()) facts += ", shape in " + printable(part.external_file);
     return text + "  " + colours_.dim("(" + facts + ")");
   }
 

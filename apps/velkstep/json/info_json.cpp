@@ -42,6 +42,15 @@ Json units_json(const std::vector<Kessel::UnitUse>& uses, const char* measured_i
   return list;
 }
 
+Json references_json(const std::vector<Kessel::ReferencedFile>& references) {
+  Json list = Json::array();
+  for (const Kessel::ReferencedFile& file : references) {
+    list.push_back(
+        {{"file", file.name}, {"references", file.references}, {"is_there", file.is_there}});
+  }
+  return list;
+}
+
 }  // namespace
 
 std::string info_json(const Kessel::Summary& summary, const std::string& input) {
@@ -59,6 +68,7 @@ std::string info_json(const Kessel::Summary& summary, const std::string& input) 
   json["depth"] = summary.depth;
   json["length_units"] = units_json(summary.length_units, "metres");
   json["plane_angle_units"] = units_json(summary.plane_angle_units, "radians");
+  json["external_files"] = references_json(summary.references);
   return json_line(json);
 }
 

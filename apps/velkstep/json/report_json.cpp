@@ -46,6 +46,7 @@ Json page_data(const FinishedSplit& split, const SplitArguments& arguments) {
     entry["file"] = file == nullptr ? std::string() : file->path.string();
     entry["records"] = file == nullptr ? Json() : Json(file->records);
     entry["bytes"] = file == nullptr ? Json() : Json(file->bytes);
+    if (!part.external_file.empty()) entry["external_file"] = part.external_file;
     entry["total"] = total_of(part);  // Text, since numbers of a script end at 2^53.
     entry["components"] = uses_on_page(part.components);
     entry["used_in"] = uses_on_page(part.used_in);

@@ -23,6 +23,7 @@ Json part_json(const Kessel::PartInfo& part) {
   json["description"] = part.description;
   json["kind"] = role_name(part.role);
   json["file"] = part.file.empty() ? Json() : Json(part.file.string());
+  json["external_file"] = part.external_file.empty() ? Json() : Json(part.external_file);
   json["total"] = part.total;
   json["components"] = uses_json(part.components);
   json["used_in"] = uses_json(part.used_in);

@@ -26,6 +26,7 @@ function show_details(index, choose) {
     add("Records", number_text(part.records));
   }
   add("Kind", part.kind);
+  if (part.external_file !== undefined) add("Shape in", part.external_file);
   if (part.id !== "") add("Id", part.id);
   if (part.record !== null) add("Record", `#${part.record}`);
   add("Uses in the whole", part.total);

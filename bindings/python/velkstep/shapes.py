@@ -22,6 +22,7 @@ class Part(TypedDict):
     description: str
     kind: str
     file: str | None
+    external_file: str | None
     total: int
     components: list[Use]
     used_in: list[Use]
@@ -75,6 +76,14 @@ class AngleUnit(TypedDict):
     contexts: int
 
 
+class ReferencedFile(TypedDict):
+    """Another file that a file refers to."""
+
+    file: str
+    references: int
+    is_there: bool
+
+
 class Info(TypedDict):
     """What a file says about itself, and counts."""
 
@@ -91,6 +100,7 @@ class Info(TypedDict):
     depth: int
     length_units: list[LengthUnit]
     plane_angle_units: list[AngleUnit]
+    external_files: list[ReferencedFile]
 
 
 class ChangedParameter(TypedDict):

@@ -1,4 +1,4 @@
-#include "join/external_references.h"
+#include "external/external_references.h"
 
 #include <algorithm>
 #include <iterator>
@@ -7,6 +7,7 @@
 
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
+#include "external/resource.h"
 #include "products/structure.h"
 
 namespace Kessel {
@@ -47,8 +48,10 @@ class DocumentSearch {
     for (const Index record : instances_.kept()) {
       if (is_document(record)) documents_[record];
     }
-    if (documents_.empty()) return {};
-    for (const Index record : instances_.kept()) look_at(record);
+    if (!documents_.empty()) {
+      for (const Index record : instances_.kept()) look_at(record);
+      for (const Index record : instances_.kept_with(DOCUMENTED)) look_at_managed_files(record);
+    }
     std::vector<ExternalReference> references;
     for (auto& [document, found] : documents_) {
       if (auto reference = reference_of(document, found); !reference.names.empty()) {
@@ -59,9 +62,13 @@ class DocumentSearch {
   }
 
  private:
+  static constexpr std::string_view IDENTIFICATION = "APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT";
+  static constexpr std::string_view DOCUMENTED = "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS";
+
   struct Found {
-    std::vector<std::string> places;  // as identifications say
+    std::vector<FileName> names;  // as identifications say
     std::vector<Index> representations;
+    std::vector<Index> managing;
     Index definition = NO_RECORD;
     bool is_cad_file = false;  // said of a definition's document
   };
@@ -94,10 +101,12 @@ class DocumentSearch {
       look_at_property(record);
     } else if (instances_.is(record, "APPLIED_DOCUMENT_REFERENCE")) {
       look_at_reference(record);
-    } else if (instances_.is(record, "APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT")) {
+    } else if (instances_.is(record, IDENTIFICATION)) {
       look_at_identification(record);
-    } else if (instances_.is(record, "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS")) {
+    } else if (instances_.is(record, DOCUMENTED)) {
       look_at_definition(record);
+    } else if (instances_.is(record, "DOCUMENT_PRODUCT_EQUIVALENCE")) {
+      look_at_equivalence(record);
     }
   }
 
@@ -136,24 +145,65 @@ class DocumentSearch {
     }
   }
 
+  /// A managed document is what a product, version or definition says about it.
+  void look_at_equivalence(Index record) {
+    const auto references = instances_.references(record);
+    if (references.size() < 2 || references[1].record() == NO_RECORD) return;
+    const Index document = references[0].record();
+    if (found(document) != nullptr) managed_[references[1].record()] = document;
+  }
+
+  /// The files of a managed document belong to what that is tied to.
+  void look_at_managed_files(Index record) {
+    std::vector<Index> managing{record};
+    const Index version = first_reference(instances_, record, "PRODUCT_DEFINITION_FORMATION");
+    if (version != NO_RECORD) {
+      managing.push_back(version);
+      managing.push_back(first_reference(instances_, version, "PRODUCT"));
+    }
+    for (std::size_t level = 0; level < managing.size(); ++level) {
+      const auto equivalent = managed_.find(managing[level]);
+      if (equivalent == managed_.end()) continue;
+      managing.push_back(equivalent->second);
+      std::erase(managing, NO_RECORD);
+      for (const Reference reference : instances_.references(record)) {
+        Found* const file = found(reference.record());
+        if (file == nullptr || file->definition != NO_RECORD) continue;
+        file->definition = documents_[equivalent->second].definition;
+        file->managing = managing;
+      }
+      return;
+    }
+  }
+
   /// The name of the file, and where that is: (name, role, source, documents).
   void look_at_identification(Index record) {
-    constexpr std::string_view KEYWORD = "APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT";
-    const std::string name = text(record, KEYWORD, 0);
-    std::string source;
+    const std::string name = text(record, IDENTIFICATION, 0);
+    std::vector<FileName> names;
+    const auto add = [&](std::string path, const std::string& said, Index by,
+                         std::string_view keyword) {
+      names.push_back({std::move(path), said, by, keyword, 0});
+    };
+    std::vector<FileName> of_sources;
     for (const Reference reference : instances_.references(record)) {
-      if (reference.record() != NO_RECORD && instances_.is(reference.record(), "EXTERNAL_SOURCE")) {
-        source = text(reference.record(), "EXTERNAL_SOURCE", 0);
+      const Index at = reference.record();
+      if (at == NO_RECORD || !instances_.is(at, "EXTERNAL_SOURCE")) continue;
+      const std::string source = text(at, "EXTERNAL_SOURCE", 0);
+      if (!name.empty() && !source.empty() && source != name) {
+        add(source.ends_with('/') ? source + name : source + "/" + name, source, at,
+            "EXTERNAL_SOURCE");
+      }
+      if (is_called_as_exchange_file(source) || (!source.empty() && source == name)) {
+        of_sources.push_back({source, source, at, "EXTERNAL_SOURCE", 0});
       }
     }
+    if (!name.empty()) add(name, name, record, IDENTIFICATION);
+    names.insert(names.end(), of_sources.begin(), of_sources.end());
     for (const Reference reference : instances_.references(record)) {
       Found* const document = reference.is_listed() ? found(reference.record()) : nullptr;
-      if (document == nullptr) continue;
-      if (!name.empty() && !source.empty() && source != name) {
-        document->places.push_back(source.ends_with('/') ? source + name : source + "/" + name);
+      if (document != nullptr) {
+        document->names.insert(document->names.end(), names.begin(), names.end());
       }
-      if (!name.empty()) document->places.push_back(name);
-      if (is_called_as_exchange_file(source)) document->places.push_back(source);
     }
   }
 
@@ -162,45 +212,70 @@ class DocumentSearch {
     reference.document = document;
     reference.definition = found.definition;
     reference.representations = found.representations;
+    reference.managing = found.managing;
     if (reference.definition == NO_RECORD && !found.representations.empty()) {
       const auto shown = shown_.find(found.representations.front());
       if (shown != shown_.end()) reference.definition = shown->second;
     }
-    reference.names = found.places;
-    const bool is_file = instances_.is(document, "DOCUMENT_FILE");
-    std::string name = text(document, is_file ? "DOCUMENT_FILE" : "DOCUMENT", 0);
-    // In a complex instance it is the document that has the name.
-    if (name.empty()) name = text(document, "DOCUMENT", 0);
-    if (!name.empty()) reference.names.push_back(std::move(name));
+    reference.names = found.names;
+    add_own_names(document, found.is_cad_file, reference.names);
     const bool is_exchange_file =
-        std::any_of(reference.names.begin(), reference.names.end(), is_called_as_exchange_file);
+        std::any_of(reference.names.begin(), reference.names.end(),
+                    [](const FileName& one) { return is_called_as_exchange_file(one.name); });
     const bool is_definition_of_shape = !found.representations.empty();
     if (!is_definition_of_shape && !found.is_cad_file &&
         (found.definition == NO_RECORD || !is_exchange_file)) {
       reference.names.clear();
     }
-    remove_repeats(reference.names);
     return reference;
   }
 
-  static void remove_repeats(std::vector<std::string>& names) {
-    std::vector<std::string> once;
-    for (std::string& name : names) {
-      if (std::find(once.begin(), once.end(), name) == once.end()) once.push_back(std::move(name));
+  /// The document's id, and its name where that can be a file's.
+  void add_own_names(Index document, bool is_cad_file, std::vector<FileName>& names) const {
+    // In a complex instance it is the document that has them.
+    const std::string_view keyword = instances_.types().is_complex(instances_.type(document)) ||
+                                             !instances_.is(document, "DOCUMENT_FILE")
+                                         ? "DOCUMENT"
+                                         : "DOCUMENT_FILE";
+    const std::string id = text(document, keyword, 0);
+    if (!id.empty()) names.push_back({id, id, document, keyword, 0});
+    const std::string name = text(document, keyword, 1);
+    if (is_called_as_exchange_file(name) || (is_cad_file && !name.empty())) {
+      names.push_back({name, name, document, keyword, 1});
     }
-    names = std::move(once);
   }
 
   const Instances& instances_;
   std::map<Index, Index> shown_;  // definitions by their representations
   std::map<Index, Found> documents_;
+  std::map<Index, Index> managed_;  // documents by what they are equivalent to
 };
+
+/// The reference in a line of a reference section; without names where it names no file's anchor.
+ExternalReference reference_of_entry(const Instances& instances, Index entry) {
+  ExternalReference reference;
+  const Resource resource = resource_in(instances.kept_body(entry));
+  if (resource.anchor.empty() || resource.path.empty()) return reference;
+  reference.document = entry;
+  reference.anchor = decoded_uri(resource.anchor);
+  reference.names.push_back({decoded_uri(resource.path), std::string(resource.path), entry, {}, 0});
+  return reference;
+}
 
 }  // namespace
 
 std::vector<ExternalReference> find_external_references(const Instances& instances,
                                                         const Products& products) {
-  return DocumentSearch(instances, products).search();
+  std::vector<ExternalReference> references = DocumentSearch(instances, products).search();
+  std::vector<ExternalReference> of_entries;
+  for (const Index entry : instances.kept()) {
+    if (instances.type(entry) != TypeTable::REFERENCE_ENTRY) continue;
+    ExternalReference reference = reference_of_entry(instances, entry);
+    if (!reference.names.empty()) of_entries.push_back(std::move(reference));
+  }
+  references.insert(references.begin(), std::make_move_iterator(of_entries.begin()),
+                    std::make_move_iterator(of_entries.end()));
+  return references;
 }
 
 }  // namespace Kessel

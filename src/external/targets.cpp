@@ -1,0 +1,48 @@
+#include "external/targets.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "findings/finding_list.h"
+
+namespace Kessel {
+
+namespace fs = std::filesystem;
+
+fs::path path_of_utf8(const std::string& utf8) {
+  return fs::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+std::string utf8_of_path(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+fs::path without_links(const fs::path& path) {
+  std::error_code error;
+  fs::path plain = fs::weakly_canonical(fs::absolute(path, error), error);
+  return error ? fs::absolute(path).lexically_normal() : plain;
+}
+
+bool is_below(const fs::path& path, const fs::path& folder) {
+  return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first ==
+         folder.end();
+}
+
+std::string missing_target_sentence(const std::string& name) {
+  return "The file " + Kessel::quoted(name) + " that is referred to is not there.";
+}
+
+Target find_target(const fs::path& folder, const ExternalReference& reference) {
+  const auto path_of = [&](const FileName& one) { return folder / path_of_utf8(one.name); };
+  const auto found =
+      std::find_if(reference.names.begin(), reference.names.end(), [&](const FileName& one) {
+        std::error_code ignored;
+        return fs::is_regular_file(path_of(one), ignored);
+      });
+  const bool is_there = found != reference.names.end();
+  const FileName& name = is_there ? *found : reference.names.front();
+  return {&name, path_of(name), is_there};
+}
+
+}  // namespace Kessel
