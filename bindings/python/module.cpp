@@ -13,6 +13,7 @@
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
 #include "kessel/join.h"
+#include "kessel/shrink.h"
 #include "kessel/splitter.h"
 #include "kessel/summary.h"
 #include "plain_data.h"
@@ -56,9 +57,10 @@ void require_function(const py::object& progress) {
 
 std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
                             const std::string& assemblies, const std::string& names,
-                            const py::object& progress) {
+                            const py::object& progress, bool shrink) {
   require_function(progress);
   Kessel::Options options;
+  options.shrink = shrink;
   options.assemblies = style_of("assemblies", assemblies, ASSEMBLIES);
   options.names = style_of("names", names, NAMES);
   options.progress = progress_for(progress);
@@ -95,15 +97,31 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
 }
 
 py::dict join(const fs::path& root, const fs::path& out, bool replace, bool follow_outside,
-              const py::object& progress) {
+              const py::object& progress, bool shrink) {
   require_function(progress);
   Kessel::JoinOptions options;
+  options.shrink = shrink;
   options.replace = replace;
   options.follow_outside = follow_outside;
   options.progress = progress_for(progress);
   Kessel::Joined joined;
   run_alone(root, [&] { joined = Kessel::join(root, out, options); });
   return join_dict(joined, root.string(), out.string());
+}
+
+py::dict shrink(const fs::path& input, const fs::path& out, bool replace, bool drop_unreachable,
+                bool renumber, const py::object& progress) {
+  require_function(progress);
+  Kessel::ShrinkOptions options;
+  options.replace = replace;
+  options.drop_unreachable = drop_unreachable;
+  options.renumber = renumber;
+  options.progress = progress_for(progress);
+  std::vector<Kessel::Finding> warnings;
+  options.warning = [&](const Kessel::Finding& finding) { warnings.push_back(finding); };
+  Kessel::Shrunk shrunk;
+  run_alone(input, [&] { shrunk = Kessel::shrink(input, out, options); });
+  return shrink_dict(shrunk, warnings, input.string(), out.string());
 }
 
 }  // namespace
@@ -113,6 +131,7 @@ py::dict join(const fs::path& root, const fs::path& out, bool replace, bool foll
 PYBIND11_MODULE(_velkstep, module) {
   module.def("diff", &Velkstep::diff);
   module.def("join", &Velkstep::join);
+  module.def("shrink", &Velkstep::shrink);
   module.def("split", &Velkstep::split);
   module.def("tree", &Velkstep::tree);
   module.def("info", &Velkstep::info);

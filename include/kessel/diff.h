@@ -77,8 +77,9 @@ struct Difference {
 /// Which records differ is told as briefly as a linear search finds: a record that says something
 /// else but stands in the same place is changed, not one less and one more.
 ///
-/// Of the options the memory limit, which goes for each file, and the progress matter: `reading` is
-/// both files together, `sorting` the comparison in steps. Time and memory are about linear in the
+/// Of the options the memory limit, which goes for each file, the progress and the warnings matter:
+/// `reading` is both files together, `sorting` the comparison in steps; warnings tell what is
+/// unusual in either file, and name it. Time and memory are about linear in the
 /// records; some 95 bytes a record. Writes and prints nothing. Works on the caller's thread.
 ///
 /// Throws `InputError` for a file that cannot be read to its end or does not fit into memory; its

@@ -72,6 +72,9 @@ struct Options {
   Reading reading = Reading::standard;
   AssemblyStyle assemblies = AssemblyStyle::classic;
   NameStyle names = NameStyle::record;
+  /// Whether records that say the same become one first, as `shrink` does (kessel/shrink.h). Goes
+  /// with the styles lean and nested only.
+  bool shrink = false;
   /// Whether the name of a file in its own header (ISO 10303-21, 8.2.2) has the output folder in
   /// front, as the caller gave it.
   bool folder_in_headers = true;

@@ -3,11 +3,13 @@
 #include <cerrno>
 #include <fstream>
 #include <system_error>
+#include <utility>
 
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
+#include "instances/places.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
 
@@ -15,10 +17,26 @@ namespace Kessel::Sameness {
 
 namespace {
 
+std::string utf8_of(const std::filesystem::path& path) {
+  const std::u8string name = path.u8string();
+  return {name.begin(), name.end()};
+}
+
 [[noreturn]] void refuse(Finding finding, const std::filesystem::path& in) {
-  const std::u8string name = in.u8string();
-  finding.file.assign(name.begin(), name.end());
+  finding.file = utf8_of(in);
   throw InputError(finding);
+}
+
+/// Tells the host what the reading found, and which references lead nowhere.
+void warn(std::istream& stream, const std::filesystem::path& in, const Instances& instances,
+          FindingList& found, const Options& options) {
+  for (Finding& finding : missing_instances(stream, instances)) found.add(std::move(finding));
+  std::vector<Finding> warnings = found.take();
+  set_lines(stream, warnings);
+  for (Finding& finding : warnings) {
+    finding.file = utf8_of(in);
+    options.warning(finding);
+  }
 }
 
 }  // namespace
@@ -40,6 +58,7 @@ void read_file(const std::filesystem::path& in, ComparedFile& file, const Option
     FingerprintLoader loader(file.instances, file.fingerprints, options,
                              size_for_progress(stream, options));
     load_with(stream, loader, options);
+    if (options.warning) warn(stream, in, file.instances, loader.warnings(), options);
   } catch (const InputError& error) {
     refuse(error.finding(), in);
   }

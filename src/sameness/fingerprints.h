@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <istream>
 
+#include "findings/finding_list.h"
 #include "instances/column.h"
 #include "instances/instances.h"
 #include "instances/loader.h"
@@ -43,12 +44,16 @@ class FingerprintLoader final : public InstanceLoader {
         instances_(instances),
         fingerprints_(fingerprints) {}
 
+  void warning(const Finding& finding) override { warnings_.add(finding); }
+  FindingList& warnings() { return warnings_; }
+
  protected:
   void added(Index index, const Exchange::Record& record) override;
 
  private:
   const Instances& instances_;
   Fingerprints& fingerprints_;
+  FindingList warnings_;
 };
 
 /// Fills in the rest, once the file is read.

@@ -53,6 +53,8 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
     expect_line(
         run.out,
         "  join                        Join ROOT and the files that it refers to into one file");
+    expect_line(run.out,
+                "  shrink                      Write IN again, without what it says twice");
     EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
   }
 }

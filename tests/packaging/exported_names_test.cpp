@@ -61,12 +61,16 @@ const std::set<std::string> INTERFACE = {
 #if C_INTERFACE
     "kessel_default_options",
     "kessel_diff",
+    "kessel_difference_at",
+    "kessel_difference_count",
     "kessel_error_of",
     "kessel_file",
     "kessel_file_count",
     "kessel_free",
     "kessel_is_same",
     "kessel_join",
+    "kessel_shrink",
+    "kessel_shrunk_of",
     "kessel_split",
     "kessel_status_of",
 #endif
@@ -83,6 +87,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::JoinOptions const&)",
     "Kessel::read_assembly(std::filesystem::path const&, Kessel::Options const&)",
     "Kessel::read_summary(std::filesystem::path const&, Kessel::Options const&)",
+    "Kessel::shrink(std::filesystem::path const&, std::filesystem::path const&, "
+    "Kessel::ShrinkOptions const&)",
     "Kessel::split(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::Options const&)",
     "Kessel::verify(std::filesystem::path const&, std::filesystem::path const&, "

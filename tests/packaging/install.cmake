@@ -23,6 +23,7 @@ set(expected
   kessel/options.h
   kessel/part.h
   kessel/reference_list.h
+  kessel/shrink.h
   kessel/splitter.h
   kessel/summary.h
   kessel/verify.h)

@@ -8,7 +8,10 @@
 #include "assemblies/random_assembly.h"
 #include "interop/assemblies.h"
 #include "kessel/diff.h"
+#include "kessel/join.h"
 #include "kessel/shrink.h"
+#include "kessel/splitter.h"
+#include "kessel/verify.h"
 #include "shrink/plain_check.h"
 #include "support/scratch_folder.h"
 #include "support/seeds.h"
@@ -40,6 +43,45 @@ std::vector<std::string> faults(const fs::path& in, bool is_taken_apart) {
     faults.emplace_back("renumbered, says something else");
   }
   return faults;
+}
+
+/// What is wrong with a split and a join that shrink what they write.
+std::vector<std::string> faults_of_split_and_join(const fs::path& in, AssemblyStyle style) {
+  Options options;
+  options.assemblies = style;
+  options.shrink = true;
+  options.folder_in_headers = false;
+  fs::remove_all("split");
+  fs::remove("roots.txt");
+  const std::vector<WrittenFile> files = split(in, "split", options);
+  JoinOptions join_options;
+  join_options.replace = true;
+  std::vector<std::string> faults;
+  if (!files.empty()) {
+    fs::rename("roots.txt", "split/roots.txt");
+    const Joined joined = join(files.front().path, "joined.stp", join_options);
+    for (const Finding& warning : joined.warnings) faults.push_back(warning.sentence);
+    for (const Finding& finding : verify(in, "split").findings) faults.push_back(finding.sentence);
+    ShrinkOptions shrink_options;
+    shrink_options.replace = true;
+    const Shrunk small = shrink("joined.stp", "small.stp", shrink_options);
+    if (small.records_after != small.records_before) faults.emplace_back("was not shrunk whole");
+    if (!diff(in, "joined.stp").is_same) faults.emplace_back("split and joined, is another");
+  }
+  join_options.shrink = true;
+  join(in, "alone.stp", join_options);
+  if (!diff(in, "alone.stp").is_same) faults.emplace_back("joined, is another");
+  return faults;
+}
+
+TEST(RandomAssemblies, AreTheSameWhenSplitAndJoinedAndShrunk) {
+  const auto [first, count] = seeds_to_try(30);
+  const ScratchFolder folder;
+  for (std::uint64_t seed = first; seed < first + count; ++seed) {
+    folder.write("in.stp", random_assembly(seed));
+    const AssemblyStyle style = seed % 2 == 0 ? AssemblyStyle::lean : AssemblyStyle::nested;
+    EXPECT_THAT(faults_of_split_and_join("in.stp", style), testing::IsEmpty()) << "seed " << seed;
+  }
 }
 
 TEST(RandomAssemblies, AreTheSameWhenShrunk) {

@@ -61,6 +61,9 @@ void require_fit(const Kessel::Options& options) {
       options.assemblies != Kessel::AssemblyStyle::classic) {
     throw CLI::ValidationError("--reading=classic", "needs --assemblies=classic");
   }
+  if (options.shrink && options.assemblies == Kessel::AssemblyStyle::classic) {
+    throw CLI::ValidationError("--shrink", "needs --assemblies=lean or nested");
+  }
 }
 
 }  // namespace
@@ -80,6 +83,8 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
   add_names_option(command, arguments.options.names);
   add_reading_option(command, arguments.options.reading);
   add_memory_limit_option(command, arguments.options.memory_limit);
+  command->add_flag("--shrink", arguments.options.shrink,
+                    "Make records that say the same one first, as shrink does");
   command->add_flag("--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");
   command->add_flag("--quiet", arguments.quiet, "Print nothing but errors");

@@ -8,6 +8,7 @@
 #include "kessel/errors.h"
 #include "run/exit_codes.h"
 #include "system/input.h"
+#include "system/interruption.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -62,6 +63,8 @@ template <class Run>
 int with_reasons(const std::string& argument, Run run) {
   try {
     return run();
+  } catch (const Interrupted&) {
+    throw;
   } catch (const Kessel::InputError& error) {
     return fail_at(shown_name(argument), error.finding());
   } catch (const std::exception& error) {

@@ -2,7 +2,7 @@ import os
 import pathlib
 from typing import Callable, Optional, Union
 
-from .shapes import Difference, Info, Joined, Tree
+from .shapes import Difference, Info, Joined, Shrunk, Tree
 
 _StrPath = Union[str, "os.PathLike[str]"]
 
@@ -12,6 +12,7 @@ def split(
     assemblies: str,
     names: str,
     progress: Optional[Callable[..., object]],
+    shrink: bool,
 ) -> list[pathlib.Path]: ...
 def tree(input: _StrPath, names: str) -> Tree: ...
 def info(input: _StrPath) -> Info: ...
@@ -21,7 +22,16 @@ def join(
     replace: bool,
     follow_outside: bool,
     progress: Optional[Callable[..., object]],
+    shrink: bool,
 ) -> Joined: ...
+def shrink(
+    input: _StrPath,
+    out: _StrPath,
+    replace: bool,
+    drop_unreachable: bool,
+    renumber: bool,
+    progress: Optional[Callable[..., object]],
+) -> Shrunk: ...
 def diff(
     a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]
 ) -> Difference: ...
