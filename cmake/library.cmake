@@ -21,6 +21,7 @@ foreach(folder
     exchange
     external
     findings
+    geometry
     inspection
     instances
     join

@@ -62,7 +62,7 @@ struct Assembly {
 
 /// Reads the product structure of the exchange file `in` (ISO 10303-21, clear text), which is read
 /// once. `options` are those of the split that the parts' file names are for; the memory limit
-/// counts.
+/// counts, and `warning` is told what about the reading deserves a look.
 ///
 /// Prints nothing and writes nothing. A file without parts, with one part alone, with several tops
 /// (which get a generated root, as in a split), or with parts that contain each other is no error.

@@ -78,9 +78,10 @@ struct Difference {
 /// else but stands in the same place is changed, not one less and one more.
 ///
 /// Of the options the memory limit, which goes for each file, the progress and the warnings matter:
-/// `reading` is both files together, `sorting` the comparison in steps; warnings tell what is
-/// unusual in either file, and name it. Time and memory are about linear in the
-/// records; some 95 bytes a record. Writes and prints nothing. Works on the caller's thread.
+/// `reading` is both files together, `sorting` the comparison in steps; `warning` is told what
+/// about the reading of a file deserves a look, with that file (`Finding::file`, UTF-8). Time and
+/// memory are about linear in the records; some 95 bytes a record. Writes and prints nothing. Works
+/// on the caller's thread.
 ///
 /// Throws `InputError` for a file that cannot be read to its end or does not fit into memory; its
 /// finding names the file (`Finding::file`, UTF-8). Throws `std::bad_alloc`.

@@ -64,7 +64,8 @@ struct Summary {
   std::vector<ReferencedFile> references;  ///< each file once, in the order in which it is met
 };
 
-/// Reads the exchange file `in` once and sums it up. Of the options the memory limit matters.
+/// Reads the exchange file `in` once and sums it up. Of the options the memory limit and
+/// `warning` matter.
 /// Prints, writes and throws as `read_assembly`.
 KESSEL_EXPORT Summary read_summary(const std::filesystem::path& in, const Options& options = {});
 

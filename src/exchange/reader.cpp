@@ -101,7 +101,8 @@ inline const char* find_body(std::string_view text, const char* at) {
   return text.data() + place;
 }
 
-inline Record make_record(const Statement& statement, std::span<const Mention> mentions) {
+inline Record make_record(const Statement& statement, std::span<const Mention> mentions,
+                          Scrutiny scrutiny) {
   Record record;
   record.number = mentions.front().number;
   record.behind_number = mentions.front().end;
@@ -113,7 +114,7 @@ inline Record make_record(const Statement& statement, std::span<const Mention> m
   const char* const body = find_body(record.text, record.behind_number);
   const char* const end = record.text.data() + record.text.size();
   record.body = {body, static_cast<std::size_t>(end - body)};
-  record.keyword = keyword_at_front(record.body);
+  if (scrutiny == Scrutiny::full) record.keyword = keyword_at_front(record.body);
   return record;
 }
 
@@ -284,7 +285,7 @@ class Reading {
       warn(passed_over(statement()));
       return true;
     }
-    const Record record = make_record(statement(), mentions);
+    const Record record = make_record(statement(), mentions, limits_.scrutiny);
     if (is_full() && !scrutinise(record)) return false;
     listener_.record(record);
     return --left_ != 0;
@@ -394,7 +395,7 @@ class Reading {
 }  // namespace
 
 Record record_of(const Statement& statement, std::span<const Mention> mentions) {
-  return make_record(statement, mentions);
+  return make_record(statement, mentions, Scrutiny::full);
 }
 
 Ending read_exchange_file(std::istream& in, const Limits& limits, Listener& listener) {

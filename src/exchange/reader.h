@@ -23,7 +23,8 @@ struct Record {
   std::string_view text;                ///< all of it but the ";", as it stands, from its "#" on
   const char* behind_number = nullptr;  ///< where the number's digits end in `text`
   std::string_view body;                ///< the end of `text` that begins behind "=" and blanks
-  std::string_view keyword;  ///< that `body` begins with, "!" included; empty for a complex one
+  /// That `body` begins with, "!" included; empty for a complex one. With full scrutiny only.
+  std::string_view keyword;
   std::span<const Mention> mentions;  ///< the instance names in `body`, in order
   std::uint64_t offset = 0;           ///< of `text`, in bytes from the input's beginning
   bool is_plain = true;               ///< Statement::is_plain

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "exchange/parameters.h"
-#include "inspection/values.h"
+#include "exchange/values.h"
 
 namespace Kessel {
 

@@ -2,19 +2,51 @@
 
 #include <fstream>
 #include <stdexcept>
+#include <vector>
 
+#include "findings/finding_list.h"
 #include "findings/input_file.h"
-#include "instances/loader.h"
+#include "instances/places.h"
 #include "kessel/errors.h"
 
 namespace Kessel {
 
-InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options)
-    : folder(in.parent_path()) {
+namespace {
+
+/// Loads, and keeps what it is warned of.
+class NotedLoader final : public InstanceLoader {
+ public:
+  using InstanceLoader::InstanceLoader;
+  void warning(const Finding& finding) override { warnings.add(finding); }
+
+  FindingList warnings;
+};
+
+/// Tells `options.warning` of these and of references that lead nowhere, with their lines.
+void tell_warnings(const std::filesystem::path& in, const Instances& instances,
+                   FindingList& warnings, const Options& options) {
+  if (!options.warning) return;
+  std::ifstream file(in, std::ios::in | std::ios::binary);
+  for (const Finding& finding : missing_instances(file, instances)) warnings.add(finding);
+  std::vector<Finding> all = warnings.take();
+  set_lines(file, all);
+  for (const Finding& finding : all) options.warning(finding);
+}
+
+}  // namespace
+
+InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options) {
+  NotedLoader loader(instances, options);
+  read(in, options, loader);
+  tell_warnings(in, instances, loader.warnings, options);
+}
+
+void InspectedFile::read(const std::filesystem::path& in, const Options& options,
+                         InstanceLoader& loader) {
+  folder = in.parent_path();
   if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
   std::ifstream file(in, std::ios::in | std::ios::binary);
   if (!file.is_open()) throw std::invalid_argument("Failed to open input file.");
-  InstanceLoader loader(instances, options);
   load_with(file, loader, options);
   products = find_products(instances);
   references = find_external_references(instances, products);

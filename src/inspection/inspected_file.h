@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "external/external_references.h"
-#include "instances/instances.h"
+#include "instances/loader.h"
 #include "kessel/options.h"
 #include "products/products.h"
 
@@ -13,8 +13,13 @@ namespace Kessel {
 
 /// Its records, products and references to other files.
 struct InspectedFile {
+  /// Nothing yet.
+  InspectedFile() = default;
   /// Reads `in` once. Throws as read_assembly() does.
   InspectedFile(const std::filesystem::path& in, const Options& options);
+
+  /// The same with a loader of one's own, which fills `instances`.
+  void read(const std::filesystem::path& in, const Options& options, InstanceLoader& loader);
 
   /// The folder that names in it are seen from.
   std::filesystem::path folder;

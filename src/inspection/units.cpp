@@ -2,91 +2,15 @@
 #include "inspection/units.h"
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <string>
-#include <string_view>
 #include <utility>
 
-#include "exchange/parameters.h"
-#include "inspection/values.h"
+#include "geometry/units.h"
 
 namespace Kessel {
 
 namespace {
-
-constexpr std::pair<std::string_view, int> SI_PREFIXES[] = {
-    {"EXA", 18},  {"PETA", 15},  {"TERA", 12},   {"GIGA", 9},   {"MEGA", 6},   {"KILO", 3},
-    {"HECTO", 2}, {"DECA", 1},   {"DECI", -1},   {"CENTI", -2}, {"MILLI", -3}, {"MICRO", -6},
-    {"NANO", -9}, {"PICO", -12}, {"FEMTO", -15}, {"ATTO", -18},
-};
-
-/// The power of ten that a prefix stands for; 0 for none.
-int exponent_of(std::string_view prefix) {
-  for (const auto& [name, exponent] : SI_PREFIXES) {
-    if (name == prefix) return exponent;
-  }
-  return 0;
-}
-
-void append_lower(std::string& out, std::string_view name) {
-  for (const char c : name) out += c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
-/// What a unit's record says, entity by entity.
-struct UnitRecord {
-  explicit UnitRecord(std::string_view body) {
-    for (const auto& [keyword, list] : Exchange::partial_records(body)) {
-      is_length = is_length || keyword == "LENGTH_UNIT";
-      is_plane_angle = is_plane_angle || keyword == "PLANE_ANGLE_UNIT";
-      if (keyword == "SI_UNIT") si = Exchange::items_of(list);
-      if (keyword == "CONVERSION_BASED_UNIT") conversion = Exchange::items_of(list);
-    }
-  }
-  std::string name() const {
-    if (!conversion.empty()) return text_value(conversion[0]);
-    std::string name;
-    append_lower(name, enumeration_value(Exchange::parameter(si, 0)));
-    append_lower(name, enumeration_value(Exchange::parameter(si, 1)));
-    return name;
-  }
-
-  bool is_length = false;
-  bool is_plane_angle = false;
-  Exchange::Parameters si;          // prefix, name
-  Exchange::Parameters conversion;  // name, measure
-};
-
-/// The body of the record that `parameter` names.
-std::string_view body_of(const Instances& instances, std::string_view parameter) {
-  const Index record = instances.find(Exchange::instance_of(parameter));
-  return record == NO_RECORD ? std::string_view() : instances.kept_body(record);
-}
-
-/// The size of a unit in metres or radians; 0 where its conversions do not lead there.
-double factor_of(const Instances& instances, UnitRecord unit) {
-  constexpr int MOST_CONVERSIONS = 10;  // More than any unit needs: they may go in a circle.
-  double value = 1;
-  for (int conversion = 0; conversion < MOST_CONVERSIONS; ++conversion) {
-    if (!unit.si.empty()) {
-      // Positive powers of ten are exact, so that 25.4 mm become what 0.0254 is in a program.
-      const int exponent = exponent_of(enumeration_value(unit.si[0]));
-      const double power = std::pow(10.0, std::abs(exponent));
-      const double factor = exponent < 0 ? value / power : value * power;
-      return std::isfinite(factor) ? factor : 0;
-    }
-    const std::string_view body = body_of(instances, Exchange::parameter(unit.conversion, 1));
-    Exchange::Parameters measure;
-    for (const auto& [keyword, list] : Exchange::partial_records(body)) {
-      if (keyword.ends_with("MEASURE_WITH_UNIT") && measure.empty()) {
-        measure = Exchange::items_of(list);
-      }
-    }
-    value *= number_value(Exchange::parameter(measure, 0));
-    unit = UnitRecord(body_of(instances, Exchange::parameter(measure, 1)));
-  }
-  return 0;
-}
 
 /// How many contexts assign each unit, by name and factor.
 using Tally = std::map<std::pair<std::string, double>, std::uint64_t>;
@@ -102,15 +26,12 @@ std::vector<UnitUse> most_used_first(const Tally& tally) {
 }  // namespace
 
 void sum_up_units(const Instances& instances, Summary& summary) {
-  constexpr std::string_view ASSIGNING = "GLOBAL_UNIT_ASSIGNED_CONTEXT";
   Tally lengths;
   Tally plane_angles;
-  for (const Index context : instances.kept_with(ASSIGNING)) {
-    const auto assigned = Exchange::parameters_of(instances.kept_body(context), ASSIGNING);
-    for (const std::string_view item : Exchange::items_of(Exchange::parameter(assigned, 0))) {
-      const UnitRecord unit(body_of(instances, item));
-      if (!unit.is_length && !unit.is_plane_angle) continue;
-      ++(unit.is_length ? lengths : plane_angles)[{unit.name(), factor_of(instances, unit)}];
+  for (const Index context : instances.kept_with("GLOBAL_UNIT_ASSIGNED_CONTEXT")) {
+    for (const Geometry::Unit& unit : Geometry::assigned_units(instances, context)) {
+      const bool is_length = unit.kind == Geometry::Unit::Kind::length;
+      ++(is_length ? lengths : plane_angles)[{unit.name, unit.factor}];
     }
   }
   summary.length_units = most_used_first(lengths);

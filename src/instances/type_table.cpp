@@ -1,6 +1,7 @@
 #include "instances/type_table.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "exchange/parameters.h"
 #include "instances/collectors.h"
@@ -9,18 +10,44 @@ namespace Kessel {
 
 namespace {
 
-constexpr std::size_t CACHE_SIZE = 1024;
+constexpr int CACHE_BITS = 10;
 
-std::size_t cache_place(std::string_view name) {
-  const auto at = [&](std::size_t i) { return static_cast<unsigned char>(name[i]); };
-  const std::size_t size = name.size();
-  return (at(0) + at(size / 2) * 7 + at(size - 1) * 31 + at(size / 3) * 57 + size * 131) %
-         CACHE_SIZE;
+template <class Word>
+std::uint64_t word_at(const char* place) {
+  Word word = 0;
+  std::memcpy(&word, place, sizeof word);
+  return word;
 }
 
 }  // namespace
 
-TypeTable::TypeTable() : cache_(CACHE_SIZE) {
+inline TypeTable::Ends::Ends(std::string_view name) {
+  const char* const begin = name.data();
+  const char* const end = begin + name.size();
+  if (name.size() >= 8) {
+    first = word_at<std::uint64_t>(begin);
+    last = word_at<std::uint64_t>(end - 8);
+  } else if (name.size() >= 4) {
+    first = word_at<std::uint32_t>(begin);
+    last = word_at<std::uint32_t>(end - 4);
+  } else {
+    for (const char c : name) first = first << 8 | static_cast<unsigned char>(c);
+  }
+}
+
+inline TypeId TypeTable::look_up(Known& known, const Ends& ends, std::string_view keyword) {
+  // Names of up to sixteen bytes are their ends.
+  const std::size_t size = keyword.size();
+  if (known.ends == ends && known.name.size() == size &&
+      (size <= 16 || std::memcmp(known.name.data() + 8, keyword.data() + 8, size - 16) == 0)) {
+    return known.type;
+  }
+  const TypeId type = enter(keyword, false);
+  known = {ends, types_[type].name, type};
+  return type;
+}
+
+TypeTable::TypeTable() : cache_(std::size_t{1} << CACHE_BITS) {
   enter("<anchor>", false);
   enter("<reference>", false);
   enter("<repeated>", false);
@@ -28,14 +55,16 @@ TypeTable::TypeTable() : cache_(CACHE_SIZE) {
 
 TypeId TypeTable::type_of(const Exchange::Record& record) {
   if (!record.keyword.empty()) {
-    Known& known = cache_[cache_place(record.keyword)];
-    if (known.name == record.keyword) return known.type;
-    const TypeId type = enter(record.keyword, false);
-    known = {types_[type].name, type};
-    return type;
+    const Ends ends(record.keyword);
+    const std::uint64_t mixed = (ends.first + ends.last * 31) * 0x9E37'79B9'7F4A'7C15;
+    return look_up(cache_[mixed >> (64 - CACHE_BITS)], ends, record.keyword);
   }
+  return type_of_complex(record.body);
+}
+
+TypeId TypeTable::type_of_complex(std::string_view body) {
   scratch_.clear();
-  for (const Exchange::PartialRecord& partial : Exchange::partial_records(record.body)) {
+  for (const Exchange::PartialRecord& partial : Exchange::partial_records(body)) {
     if (!scratch_.empty()) scratch_ += ' ';
     scratch_ += partial.keyword;
   }

@@ -50,6 +50,7 @@ class TypeTable {
     bool is_complex = false;
     bool collects = false;
   };
+  TypeId type_of_complex(std::string_view body);
   TypeId enter(std::string_view name, bool is_complex);
 
   std::deque<Type> types_;
@@ -57,12 +58,20 @@ class TypeTable {
   std::deque<std::string> keys_;
   std::string scratch_;
   std::uint64_t bytes_ = 0;
-  // The types met last, by a hash of their names' ends.
+  /// The first and the last eight bytes of a name, which overlap in a short one.
+  struct Ends {
+    explicit Ends(std::string_view name);
+    bool operator==(const Ends&) const = default;
+    std::uint64_t first = 0;
+    std::uint64_t last = 0;
+  };
   struct Known {
+    Ends ends{{}};
     std::string_view name;
     TypeId type = 0;
   };
-  std::vector<Known> cache_;
+  TypeId look_up(Known& known, const Ends& ends, std::string_view keyword);
+  std::vector<Known> cache_;  // the types met last, by a hash of their names' ends
 };
 
 }  // namespace Kessel

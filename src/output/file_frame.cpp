@@ -14,15 +14,18 @@ std::string_view keyword_of(std::string_view entity) {
   return records.empty() ? std::string_view() : records.front().keyword;
 }
 
+Exchange::Parameters first_list(std::string_view entity) {
+  const auto records = Exchange::partial_records(entity);
+  return records.empty() ? Exchange::Parameters() : Exchange::items_of(records.front().list);
+}
+
 /// `entity` with parameter `i` replaced.
 std::string with_parameter(const std::string& entity, std::size_t i, std::string_view text) {
-  const auto records = Exchange::partial_records(entity);
-  if (records.empty()) return entity;
-  const Exchange::Parameters parameters = Exchange::items_of(records.front().list);
-  if (i >= parameters.size() || parameters[i].empty()) return entity;
+  const std::string_view parameter = Exchange::parameter(first_list(entity), i);
+  if (parameter.empty()) return entity;
   std::string changed = entity;
-  changed.replace(static_cast<std::size_t>(parameters[i].data() - entity.data()),
-                  parameters[i].size(), text);
+  changed.replace(static_cast<std::size_t>(parameter.data() - entity.data()), parameter.size(),
+                  text);
   return changed;
 }
 
@@ -49,23 +52,35 @@ std::string for_one_section(const std::string& entity) {
 
 }  // namespace
 
-std::string make_header(const std::vector<std::string>& entities, std::string_view name,
-                        std::string_view time_stamp, bool has_one_section) {
-  std::vector<std::string> lines;
+HeaderForm::HeaderForm(const std::vector<std::string>& entities, std::string_view time_stamp,
+                       bool has_one_section)
+    : pieces_{"ISO-10303-21;\nHEADER;\n"} {
+  std::vector<std::string> said;
   for (const std::string& entity : entities) {
-    std::string line = has_one_section ? for_one_section(entity) : entity;
-    if (keyword_of(line) == "FILE_NAME") {
-      line = with_parameter(line, 0, Exchange::string_literal(name));
-      line = with_parameter(line, 1, "'" + std::string(time_stamp) + "'");
+    if (keyword_of(entity) == "FILE_NAME") {
+      const std::string line = with_parameter(entity, 1, "'" + std::string(time_stamp) + "'");
+      const std::string_view name = Exchange::parameter(first_list(line), 0);
+      if (!name.empty()) {
+        const auto begin = static_cast<std::size_t>(name.data() - line.data());
+        pieces_.back().append(line, 0, begin);
+        pieces_.push_back(line.substr(begin + name.size()) + ";\n");
+        continue;
+      }
     }
+    const std::string line = has_one_section ? for_one_section(entity) : entity;
     // What each of several sections said may now be said once.
-    const bool is_again = line != entity && keyword_of(line) != "FILE_NAME" &&
-                          std::find(lines.begin(), lines.end(), line) != lines.end();
-    if (!is_again) lines.push_back(std::move(line));
+    if (line != entity && std::find(said.begin(), said.end(), line) != said.end()) continue;
+    pieces_.back() += line + ";\n";
+    said.push_back(line);
   }
-  std::string text = "ISO-10303-21;\nHEADER;\n";
-  for (const std::string& line : lines) text.append(line).append(";\n");
-  return text + "ENDSEC;\n";
+  pieces_.back() += "ENDSEC;\n";
+}
+
+std::string HeaderForm::with_name(std::string_view name) const {
+  const std::string literal = Exchange::string_literal(name);
+  std::string text = pieces_.front();
+  for (std::size_t i = 1; i < pieces_.size(); ++i) text.append(literal).append(pieces_[i]);
+  return text;
 }
 
 std::vector<std::string> section_parameters(const Instances& instances) {

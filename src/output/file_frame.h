@@ -9,11 +9,20 @@
 
 namespace Kessel {
 
-/// The header section of the input, from "ISO-10303-21;" to its "ENDSEC;", for a file of the split:
-/// FILE_NAME (ISO 10303-21, 8.2.2) says `name` (UTF-8) and `time_stamp`. Where the sections of the
+/// The header section of the input, from "ISO-10303-21;" to its "ENDSEC;", for files of the split:
+/// FILE_NAME (ISO 10303-21, 8.2.2) says the file's name and `time_stamp`. Where the sections of the
 /// input become one, entities that speak of sections speak of all.
-std::string make_header(const std::vector<std::string>& entities, std::string_view name,
-                        std::string_view time_stamp, bool has_one_section);
+class HeaderForm {
+ public:
+  HeaderForm(const std::vector<std::string>& entities, std::string_view time_stamp,
+             bool has_one_section);
+
+  /// The header of the file that is called `name` (UTF-8).
+  std::string with_name(std::string_view name) const;
+
+ private:
+  std::vector<std::string> pieces_;  // the name stands between them
+};
 
 /// The parameters of DATA for each of the input's data sections; one empty string where the
 /// sections become one, since they are all of one schema.

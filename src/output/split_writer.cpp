@@ -120,16 +120,20 @@ class SplitWriter final : public Exchange::Listener {
   std::size_t data_section() const { return std::min(data_sections_ - 1, last_section()); }
 
   void begin_files() {
-    const std::string stamp = current_time_stamp();
+    const HeaderForm form(instances_.header(), current_time_stamp(), sections_.size() == 1);
     for (FileId file = 0; file < tails_.size(); ++file) {
-      files_.write(
-          file, make_header(instances_.header(), split_.names[file], stamp, sections_.size() == 1));
+      files_.write(file, form.with_name(split_.names[file]));
     }
   }
 
   void open_section(FileId file, Section kind, std::size_t data_section) {
     OpenSection& open = open_sections_[file];
     if (open.is_open && open.kind == kind && open.data_section == data_section) return;
+    open_next_section(file, kind, data_section);
+  }
+
+  [[gnu::noinline]] void open_next_section(FileId file, Section kind, std::size_t data_section) {
+    OpenSection& open = open_sections_[file];
     if (open.is_open) files_.write(file, "ENDSEC;\n");
     const bool is_first_data = kind == Section::data && !(open.is_open && open.kind == kind);
     open = {true, kind, data_section};
@@ -153,7 +157,7 @@ class SplitWriter final : public Exchange::Listener {
   /// Writes the record with its text, `mark` in front.
   void write_whole(const Exchange::Record& record, const MentioningText& body,
                    std::string_view mark, std::uint32_t number, FileId file) {
-    const char* const behind_number = number_end(record.text);
+    const char* const behind_number = record.behind_number;
     const MentioningText rest{
         record.text.substr(static_cast<std::size_t>(behind_number - record.text.data())),
         body.mentions, body.references};
@@ -167,13 +171,6 @@ class SplitWriter final : public Exchange::Listener {
       *out++ = '\n';
       return out;
     });
-  }
-
-  static const char* number_end(std::string_view text) {
-    const char* at = text.data() + 1;
-    const char* const end = text.data() + text.size();
-    while (at != end && *at >= '0' && *at <= '9') ++at;
-    return at;
   }
 
   void write_shared(const Exchange::Record& record, const MentioningText& body, Index index,
@@ -191,8 +188,7 @@ class SplitWriter final : public Exchange::Listener {
         files_.write(file, "/*~" + number + "*/#" + std::to_string(in_file) + "=" +
                                worded_anew(body, index, file) + ";\n");
       } else if (lists && lists->is_shortened(file)) {
-        const char* const behind_number = number_end(record.text);
-        const std::string equals(behind_number, record.body.data());
+        const std::string equals(record.behind_number, record.body.data());
         files_.write(file, mark + "#" + std::to_string(in_file) + equals +
                                lists->body(numbers_, file) + ";\n");
       } else {

@@ -22,14 +22,11 @@ const Stand* FileSets::find(Index record, FileId file) const {
   return found == stands.end() || found->file() != file ? nullptr : &*found;
 }
 
-bool FileSets::add(Index record, FileId file, Role role) {
+/// For a record that stands somewhere already.
+bool FileSets::add_to_list(Index record, FileId file, Role role) {
+  if (has(record, file)) return false;
   Stand& first = first_[record];
   const Stand added(file, role);
-  if (first.bits_ == NOWHERE) {
-    first = added;
-    return true;
-  }
-  if (has(record, file)) return false;
   if ((first.bits_ & 3) != LIST) {
     const auto place = static_cast<std::uint32_t>(lists_.size());
     lists_.push_back({first});

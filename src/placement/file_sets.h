@@ -54,7 +54,15 @@ class FileSets {
 
   /// Enters `record` into `file`. Returns false, and changes nothing, where it stands there
   /// already.
-  bool add(Index record, FileId file, Role role);
+  bool add(Index record, FileId file, Role role) {
+    Stand& first = first_[record];
+    if (first.bits_ == NOWHERE) {  // Fast path: so do nearly all, and stay there.
+      first = Stand(file, role);
+      return true;
+    }
+    return first.bits_ >> 2 == file && (first.bits_ & 3) != LIST ? false
+                                                                 : add_to_list(record, file, role);
+  }
   /// Changes the role of a record that stands in `file`.
   void set_role(Index record, FileId file, Role role);
 
@@ -63,6 +71,8 @@ class FileSets {
  private:
   static constexpr std::uint32_t LIST = 3;
   static constexpr std::uint32_t NOWHERE = 0xFFFF'FFFF;
+
+  bool add_to_list(Index record, FileId file, Role role);
 
   Column<Stand> first_;  // or LIST and the position of the list
   std::vector<std::vector<Stand>> lists_;

@@ -4,9 +4,11 @@
 #include <fstream>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
+#include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
 #include "instances/places.h"
@@ -17,25 +19,35 @@ namespace Kessel::Sameness {
 
 namespace {
 
-std::string utf8_of(const std::filesystem::path& path) {
-  const std::u8string name = path.u8string();
-  return {name.begin(), name.end()};
+void set_file(Finding& finding, const std::filesystem::path& in) {
+  const std::u8string name = in.u8string();
+  finding.file.assign(name.begin(), name.end());
 }
 
 [[noreturn]] void refuse(Finding finding, const std::filesystem::path& in) {
-  finding.file = utf8_of(in);
+  set_file(finding, in);
   throw InputError(finding);
 }
 
-/// Tells the host what the reading found, and which references lead nowhere.
-void warn(std::istream& stream, const std::filesystem::path& in, const Instances& instances,
-          FindingList& found, const Options& options) {
-  for (Finding& finding : missing_instances(stream, instances)) found.add(std::move(finding));
-  std::vector<Finding> warnings = found.take();
+/// Loads, and keeps what it is warned of.
+class WarnedFingerprintLoader final : public FingerprintLoader {
+ public:
+  using FingerprintLoader::FingerprintLoader;
+  void warning(const Finding& finding) override { warnings_.add(finding); }
+  std::vector<Finding> take_warnings() { return warnings_.take(); }
+
+ private:
+  FindingList warnings_;
+};
+
+/// Tells `options.warning`, of which file.
+void warn(std::istream& stream, const std::filesystem::path& in, std::vector<Finding> warnings,
+          const Options& options) {
+  if (!options.warning) return;
   set_lines(stream, warnings);
-  for (Finding& finding : warnings) {
-    finding.file = utf8_of(in);
-    options.warning(finding);
+  for (Finding& warning : warnings) {
+    set_file(warning, in);
+    options.warning(warning);
   }
 }
 
@@ -55,10 +67,10 @@ std::ifstream open_file(const std::filesystem::path& in) {
 void read_file(const std::filesystem::path& in, ComparedFile& file, const Options& options) {
   std::ifstream stream = open_file(in);
   try {
-    FingerprintLoader loader(file.instances, file.fingerprints, options,
-                             size_for_progress(stream, options));
+    WarnedFingerprintLoader loader(file.instances, file.fingerprints, options,
+                                   size_for_progress(stream, options));
     load_with(stream, loader, options);
-    if (options.warning) warn(stream, in, file.instances, loader.warnings(), options);
+    warn(stream, in, loader.take_warnings(), options);
   } catch (const InputError& error) {
     refuse(error.finding(), in);
   }

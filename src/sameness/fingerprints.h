@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <istream>
 
-#include "findings/finding_list.h"
 #include "instances/column.h"
 #include "instances/instances.h"
 #include "instances/loader.h"
@@ -35,7 +34,7 @@ struct Fingerprints {
 };
 
 /// Reads a file into `instances` and takes the hash of each record's text on the way.
-class FingerprintLoader final : public InstanceLoader {
+class FingerprintLoader : public InstanceLoader {
  public:
   /// Both must outlive it; `options` and `total` are as for InstanceLoader.
   FingerprintLoader(Instances& instances, Fingerprints& fingerprints, const Options& options,
@@ -44,16 +43,12 @@ class FingerprintLoader final : public InstanceLoader {
         instances_(instances),
         fingerprints_(fingerprints) {}
 
-  void warning(const Finding& finding) override { warnings_.add(finding); }
-  FindingList& warnings() { return warnings_; }
-
  protected:
   void added(Index index, const Exchange::Record& record) override;
 
  private:
   const Instances& instances_;
   Fingerprints& fingerprints_;
-  FindingList warnings_;
 };
 
 /// Fills in the rest, once the file is read.

@@ -75,9 +75,9 @@ TEST_F(CompressedInput, ZipAsTheStandardHasIt) {
 
 TEST_F(CompressedInput, ZipThatDoesNotSayWhichFileIsMeant) {
   make(std::string(ZIP) + "two.zip a.stp in.stp b.stp other.stp");
-  expect_refused("two.zip", "the archive holds 2 files, not one exchange file: a.stp, b.stp");
+  expect_refused("two.zip", "The archive holds 2 files, not one exchange file: a.stp, b.stp.");
   make(std::string(ZIP) + "none.zip");
-  expect_refused("none.zip", "the archive holds no file");
+  expect_refused("none.zip", "The archive holds no file.");
 }
 
 TEST_F(CompressedInput, EveryCommandReadsIt) {
@@ -95,14 +95,31 @@ TEST_F(CompressedInput, EveryCommandReadsIt) {
 
 TEST_F(CompressedInput, DamagedArchiveIsAnError) {
   make("gzip -c in.stp | head -c 200 > cut.gz");
-  expect_refused("cut.gz", "the archive cannot be unpacked: truncated gzip input");
+  expect_refused("cut.gz", "The archive cannot be unpacked: truncated gzip input.");
+}
+
+TEST_F(CompressedInput, CheckFindsWhatOthersRefuse) {
+  make("gzip -c in.stp | head -c 200 > cut.gz");
+  const ProcessRun text = run_velkstep({"check", "cut.gz"});
+  EXPECT_EQ(text.exit_code, 1);
+  EXPECT_EQ(text.out, "cut.gz: error: The archive cannot be unpacked: truncated gzip input.\n");
+  const ProcessRun json = run_velkstep({"check", "--json", "cut.gz"});
+  EXPECT_NE(json.out.find("\"kind\":\"compressed\",\"severity\":\"error\""), std::string::npos)
+      << json.out;
+  EXPECT_EQ(run_velkstep({"verify", "cut.gz", "out"}).out, text.out);
+}
+
+TEST_F(CompressedInput, NothingCompressedIsAnEmptyFile) {
+  make(": | gzip > nothing.gz");
+  expect_refused("nothing.gz", "The file is empty.");
+  EXPECT_EQ(run_velkstep({"check", "nothing.gz"}).out, "nothing.gz: error: The file is empty.\n");
 }
 
 TEST_F(CompressedInput, SmallArchiveDoesNotBecomeAHugeFile) {
   make("head -c 300000000 /dev/zero | gzip -9 > bomb.gz");
   ASSERT_LT(fs::file_size("bomb.gz"), 1'000'000u);
   expect_refused("bomb.gz",
-                 "the archive becomes larger than 268435456 bytes; unpack it first if it should");
+                 "The archive becomes larger than 268435456 bytes; unpack it first if it should.");
 }
 
 TEST_F(CompressedInput, NothingStaysBehind) {

@@ -121,7 +121,8 @@ TEST_F(MemoryLimitOption, WrongSizesAreWrongUsage) {
       const ProcessRun run = with_limit(wrong, arguments);
       EXPECT_EQ(run.exit_code, 2) << wrong;
       EXPECT_EQ(run.out, "");
-      EXPECT_THAT(run.errors, MatchesRegex("[^\n]+\nRun with --help for more information.\n"));
+      EXPECT_THAT(run.errors, MatchesRegex("velkstep [^\n]+: --memory-limit: [^\n]+\n"
+                                           "velkstep [a-z]+ --help says how to use it.\n"));
       EXPECT_FALSE(fs::exists("out"));
     }
   }

@@ -81,13 +81,15 @@ TEST(ManualPage, SaysWhatTheHelpSays) {
   const std::string help = run_velkstep({"--help"}).out;
   std::size_t found = 0;
   for (const char* text : {"3", "nothing to split: the file holds one part or none",
-                           "Split IN into one file per part under OUTDIR"}) {
+                           "Split each IN into one file per part"}) {
     EXPECT_NE(help.find(text), std::string::npos) << text;
     found += page.find(text) != std::string::npos ? 1 : 0;
   }
   EXPECT_EQ(found, 3u) << page;
   EXPECT_NE(page.find("--names record|product|product-unicode"), std::string::npos) << page;
   EXPECT_NE(page.find("--memory-limit SIZE"), std::string::npos) << page;
+  EXPECT_NE(page.find("velkstep info [OPTIONS] IN...\n"), std::string::npos) << page;
+  EXPECT_NE(page.find("--depth N\n"), std::string::npos) << page;
   EXPECT_EQ(page.find('@'), std::string::npos) << "a mark was not replaced";
 }
 

@@ -32,7 +32,7 @@ class SafeOutput : public testing::Test {
 
   static ProcessRun split(std::vector<std::string> options = {}) {
     options.insert(options.begin(), "split");
-    options.insert(options.end(), {"in.stp", "out"});
+    options.insert(options.end(), {"in.stp", "-o", "out"});
     return run_velkstep(options);
   }
 

@@ -21,7 +21,7 @@ class SplitCommand : public testing::Test {
  protected:
   /// Expects that the command fails with this one line.
   void expect_failure(const std::string& in, const std::string& outdir, const std::string& line) {
-    const ProcessRun run = run_velkstep({"split", in, outdir});
+    const ProcessRun run = run_velkstep({"split", in, "-o", outdir});
     EXPECT_EQ(run.exit_code, 1);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.errors, line);

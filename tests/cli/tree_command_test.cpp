@@ -173,6 +173,33 @@ TEST_F(TreeCommand, FileWithoutPartsIsNoFailure) {
             "velkstep: in.stp: holds no part: no product definition has a shape or a component\n");
 }
 
+TEST_F(TreeCommand, FileThatEndsTooEarlySaysSo) {
+  std::string text = exchange_file(BOX_WITH_LID);
+  text.resize(text.find("END-ISO"));
+  folder_.write("in.stp", text);
+  for (const char* command : {"tree", "info"}) {
+    const ProcessRun run = run_velkstep({command, "in.stp"});
+    EXPECT_EQ(run.exit_code, 0);
+    EXPECT_EQ(run.errors,
+              "velkstep: in.stp: 1 warning; nothing is lost, and velkstep check says what it is "
+              "about\n");
+  }
+}
+
+TEST_F(TreeCommand, ColoursAreAsAskedFor) {
+  folder_.write("in.stp", exchange_file(BOX_WITH_LID));
+  const std::string plain = run_velkstep({"tree", "in.stp"}).out;
+  const ProcessSetting without = {.environment = {{"NO_COLOR", "1"}}};
+  const std::string bold = run_velkstep({"tree", "--color=always", "in.stp"}, without).out;
+  EXPECT_TRUE(bold.starts_with("\x1B[1mbox\x1B[0m  \x1B[2m(assembly")) << bold;
+  const ProcessSetting terminal = {.terminal = true, .environment = {{"TERM", "xterm"}}};
+  const ProcessSetting no_color = {.terminal = true,
+                                   .environment = {{"TERM", "xterm"}, {"NO_COLOR", "1"}}};
+  EXPECT_EQ(run_velkstep({"tree", "in.stp"}, terminal).out, bold);
+  EXPECT_EQ(run_velkstep({"tree", "--color=auto", "in.stp"}, no_color).out, plain);
+  EXPECT_EQ(run_velkstep({"tree", "--color=never", "in.stp"}, terminal).out, plain);
+}
+
 TEST_F(TreeCommand, FormatsThatDoNotGoTogetherAreWrongUsage) {
   const std::vector<std::vector<std::string>> CASES = {
       {"--json", "--dot"},
@@ -187,7 +214,7 @@ TEST_F(TreeCommand, FormatsThatDoNotGoTogetherAreWrongUsage) {
       {"--depth=deep"},
       {"--depth"},
       {"--tree"},
-      {"more.stp"},
+      {"--sort=name"},
   };
   for (std::vector<std::string> arguments : CASES) {
     SCOPED_TRACE(testing::PrintToString(arguments));

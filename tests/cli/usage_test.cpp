@@ -37,16 +37,16 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
     EXPECT_EQ(run.exit_code, 0);
     EXPECT_EQ(run.errors, "");
     expect_line(run.out, "Usage: velkstep [OPTIONS] SUBCOMMAND");
+    expect_line(run.out, "  split                       Split each IN into one file per part");
     expect_line(run.out,
-                "  split                       Split IN into one file per part under OUTDIR");
+                "  report                      Split each IN, and write a page about its parts, "
+                "report.html");
     expect_line(run.out,
-                "  report                      Split IN, and write a page about its parts, "
-                "OUTDIR/report.html");
-    expect_line(run.out, "  tree                        Show how the parts of IN are put together");
+                "  tree                        Show how the parts of each IN are put together");
     expect_line(run.out,
                 "  info                        Show what the header of each IN says, and count "
                 "what it holds");
-    expect_line(run.out, "  check                       Say what is wrong or unusual in IN");
+    expect_line(run.out, "  check                       Say what is wrong or unusual in each IN");
     expect_line(
         run.out,
         "  verify                      Check the files that IN was split into under OUTDIR");
@@ -63,10 +63,10 @@ TEST(Usage, HelpOfCheckNamesItsArgumentsAndExitCodes) {
   const ProcessRun run = run_velkstep({"check", "--help"});
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors, "");
-  expect_line(run.out, "Usage: velkstep check [OPTIONS] IN");
+  expect_line(run.out, "Usage: velkstep check [OPTIONS] IN...");
   expect_line(run.out,
-              "  IN TEXT REQUIRED            The exchange file to check; - reads standard input");
-  expect_line(run.out, "  --json                      Print one line of JSON");
+              "  IN TEXT ... REQUIRED        The exchange files to check; - reads standard input");
+  expect_line(run.out, "  --json                      Print one line of JSON for each file");
   EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
 }
 
@@ -74,10 +74,10 @@ TEST(Usage, HelpOfSplitNamesItsArgumentsAndExitCodes) {
   const ProcessRun run = run_velkstep({"split", "--help"});
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors, "");
-  expect_line(run.out, "Usage: velkstep split [OPTIONS] IN OUTDIR");
-  expect_line(run.out,
-              "  IN TEXT REQUIRED            The exchange file to split; - reads standard input");
-  expect_line(run.out, "  OUTDIR TEXT REQUIRED        The folder for the files; created as needed");
+  expect_line(run.out, "Usage: velkstep split [OPTIONS] IN...");
+  for (const char* option : {"-o,--output OUTDIR", "-j,--jobs N=0", "-f,--force", "-q,--quiet"}) {
+    EXPECT_NE(run.out.find(std::string("\n  ") + option + " "), std::string::npos) << option;
+  }
   EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
 }
 
@@ -87,27 +87,48 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
     std::vector<std::string> arguments;
     const char* reason;
   } CASES[] = {
-      {{}, "A subcommand is required"},
-      {{"cut", "in.stp", "out"}, "A subcommand is required"},
-      {{"split"}, "IN is required"},
-      {{"split", "in.stp"}, "OUTDIR is required"},
-      {{"check"}, "IN is required"},
-      {{"check", "in.stp", "out"}, "The following argument was not expected: out"},
-      {{"verify", "in.stp"}, "OUTDIR is required"},
-      {{"diff", "in.stp"}, "B is required"},
-      {{"split", "in.stp", "out", "more"}, "The following argument was not expected: more"},
-      {{"split", "--fast", "in.stp", "out"}, "The following argument was not expected: --fast"},
+      {{}, ": a command is required"},
+      {{"splt", "in.stp", "out"}, ": splt: did you mean split?"},
+      {{"vreify", "in.stp", "out"}, ": vreify: did you mean verify?"},
+      {{"bake", "in.stp"}, ": bake: no such command"},
+      {{"--verson"}, ": --verson: did you mean --version?"},
+      {{"split"}, " split: IN is required"},
+      {{"split", "--forse", "in.stp"}, " split: --forse: did you mean --force?"},
+      {{"split", "--asemblies=lean", "in.stp"}, " split: --asemblies: did you mean --assemblies?"},
+      {{"split", "--fast", "in.stp", "out"}, " split: --fast: no such option"},
+      {{"split", "--assemblies=nestd", "in.stp"},
+       " split: --assemblies: nestd: did you mean nested?"},
+      {{"split", "--names=other", "in.stp"},
+       " split: --names: other: none of record, product, product-unicode"},
+      {{"split", "in"},
+       " split: in: its name does not tell what to call its folder; -o OUTDIR "
+       "names one"},
+      {{"split", "-"}, " split: standard input has no name for a folder; -o OUTDIR names one"},
+      {{"split", "a/in.stp", "b/in.STEP.gz", "c.stp", "-oout"},
+       " split: a/in.stp and b/in.STEP.gz would both go into out/in; split them one by one, each "
+       "with its own -o OUTDIR"},
+      {{"split", "a.stp", "b.stp", "."}, " split: . is a folder; -o . puts the files there"},
+      {{"check"}, " check: IN is required"},
+      {{"check", "-", "-"}, " check: standard input can be read only once"},
+      {{"check", "--jobs=many", "a.stp"}, " check: --jobs: is not a number of 0 or more: many"},
+      {{"tree", "--depth=-1", "a.stp"}, " tree: --depth: is not a number of 0 or more: -1"},
+      {{"verify", "in.stp"}, " verify: OUTDIR is required"},
+      {{"verify", "in.stp", "out", "more"},
+       " verify: The following argument was not expected: more"},
+      {{"diff", "in.stp"}, " diff: B is required"},
       {{"split", "--reading=classic", "--assemblies=lean", "in.stp", "out"},
-       "--reading=classic: needs --assemblies=classic"},
+       " split: --reading=classic: needs --assemblies=classic"},
       {{"report", "--assemblies=nested", "--reading=classic", "in.stp", "out"},
-       "--reading=classic: needs --assemblies=classic"},
+       " report: --reading=classic: needs --assemblies=classic"},
   };
   for (const auto& row : CASES) {
     SCOPED_TRACE(row.reason);
     const ProcessRun run = run_velkstep(row.arguments);
     EXPECT_EQ(run.exit_code, 2);
     EXPECT_EQ(run.out, "");
-    EXPECT_EQ(run.errors, std::string(row.reason) + "\nRun with --help for more information.\n");
+    const std::string reason = row.reason;
+    const std::string name = "velkstep" + reason.substr(0, reason.find(':'));
+    EXPECT_EQ(run.errors, "velkstep" + reason + "\n" + name + " --help says how to use it.\n");
     EXPECT_TRUE(std::filesystem::is_empty("."));
   }
 }

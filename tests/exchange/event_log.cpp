@@ -50,9 +50,9 @@ class Log final : public Listener {
   }
   void record(const Record& record) override {
     add("record" + place(record.offset) + std::to_string(record.number) + '|' +
-        std::string(record.lead) + '|' + std::string(record.text) + '|' +
-        std::string(record.keyword) + '|' + std::string(record.body) + '|' +
-        numbers_in(record.mentions));
+        std::string(record.lead) + '|' + std::string(record.text) + '|' + std::string(record.body) +
+        '|' + numbers_in(record.mentions));
+    if (!record.keyword.empty()) add("keyword " + std::string(record.keyword));
   }
   void entry(Section section, const Statement& entry, std::span<const Mention> mentions) override {
     add("entry " + name_of(section) + place(entry.offset) + std::string(entry.lead) + '|' +

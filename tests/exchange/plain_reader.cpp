@@ -502,10 +502,12 @@ class Reading {
     if (!has_equals) warn("unusual_record", s_.begin, number);
     if (word_of(body).empty() && !has(body, 0, "(")) warn("unusual_record", s_.begin, number);
     warn_of_bytes(number);
-    std::string line = "record" + place(s_.begin) + number + '|' + lead_of(s_) + '|' + text + '|' +
-                       std::string(word_of(body)) + '|' + body + '|';
+    std::string line =
+        "record" + place(s_.begin) + number + '|' + lead_of(s_) + '|' + text + '|' + body + '|';
     for (std::size_t k = 1; k < s_.names.size(); ++k) line += ' ' + s_.names[k].number;
     add(line);
+    const std::string keyword(word_of(body));
+    if (!keyword.empty()) add("keyword " + keyword);
     return true;
   }
 

@@ -10,23 +10,24 @@ namespace Kessel::test {
 namespace {
 
 TEST(FileFrame, TheHeaderNamesTheFileAndTheTime) {
-  EXPECT_EQ(
-      make_header({"FILE_DESCRIPTION(('a;b'),'2;1')",
-                   "FILE_NAME( 'in.stp' , '1999' ,('me'),(''),'','','')", "FILE_SCHEMA(('X'))"},
-                  "T\u00fcr's.stp", "2020", true),
-      "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION(('a;b'),'2;1');\n"
-      "FILE_NAME( 'T\\X2\\00FC\\X0\\r''s.stp' , '2020' ,('me'),(''),'','','');\n"
-      "FILE_SCHEMA(('X'));\nENDSEC;\n");
+  const HeaderForm form(
+      {"FILE_DESCRIPTION(('a;b'),'2;1')", "FILE_NAME( 'in.stp' , '1999' ,('me'),(''),'','','')",
+       "FILE_SCHEMA(('X'))"},
+      "2020", true);
+  EXPECT_EQ(form.with_name("T\u00fcr's.stp"),
+            "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION(('a;b'),'2;1');\n"
+            "FILE_NAME( 'T\\X2\\00FC\\X0\\r''s.stp' , '2020' ,('me'),(''),'','','');\n"
+            "FILE_SCHEMA(('X'));\nENDSEC;\n");
 }
 
 TEST(FileFrame, WhatSpeaksOfSectionsSpeaksOfAllWhereTheyBecomeOne) {
   const std::vector<std::string> entities = {"SECTION_LANGUAGE('A','de')",
                                              "SECTION_LANGUAGE('B','de')",
                                              "FILE_POPULATION('X','INCLUDE_ALL',('A','B'))"};
-  EXPECT_EQ(make_header(entities, "", "", true),
+  EXPECT_EQ(HeaderForm(entities, "", true).with_name(""),
             "ISO-10303-21;\nHEADER;\nSECTION_LANGUAGE($,'de');\n"
             "FILE_POPULATION('X','INCLUDE_ALL',$);\nENDSEC;\n");
-  EXPECT_EQ(make_header(entities, "", "", false),
+  EXPECT_EQ(HeaderForm(entities, "", false).with_name(""),
             "ISO-10303-21;\nHEADER;\nSECTION_LANGUAGE('A','de');\nSECTION_LANGUAGE('B','de');\n"
             "FILE_POPULATION('X','INCLUDE_ALL',('A','B'));\nENDSEC;\n");
 }

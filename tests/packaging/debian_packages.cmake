@@ -1,6 +1,9 @@
 # Makes the Debian packages, installs them on this machine, splits with what was installed, and
 # removes them again. Needs root, and leaves a machine alone that has the packages already.
 set(PACKAGES velkstep libvelkstepsplitter-dev libvelkstepsplitter${MAJOR})
+if(MODULE)
+  list(PREPEND PACKAGES python3-velkstep)
+endif()
 
 execute_process(COMMAND id -u OUTPUT_VARIABLE user OUTPUT_STRIP_TRAILING_WHITESPACE)
 execute_process(COMMAND dpkg-query -W ${PACKAGES} OUTPUT_VARIABLE installed ERROR_QUIET)
@@ -18,7 +21,8 @@ file(MAKE_DIRECTORY ${FOLDER})
 run(COMMAND ${CPACK} -G DEB -B ${FOLDER} --config ${BUILD}/CPackConfig.cmake OUTPUT_QUIET)
 file(GLOB files ${FOLDER}/*.deb)
 list(LENGTH files count)
-if(NOT count EQUAL 3)
+list(LENGTH PACKAGES expected)
+if(NOT count EQUAL expected)
   message(FATAL_ERROR "Packages: ${files}")
 endif()
 
@@ -33,6 +37,15 @@ if(status EQUAL 0)
   if(NOT split_status EQUAL 0 OR NOT count EQUAL 14)
     set(problem "split ended with ${split_status} and printed:\n${printed}")
   endif()
+  if(MODULE)
+    execute_process(COMMAND /usr/bin/python3 -Bc
+      "import sys, velkstep; print(velkstep.__file__, len(velkstep.split(*sys.argv[1:])))"
+      ${EXAMPLE} ${FOLDER}/module RESULT_VARIABLE status OUTPUT_VARIABLE printed)
+    if(NOT status EQUAL 0 OR
+        NOT printed MATCHES "^/usr/lib/python3/dist-packages/velkstep/__init__.py [0-9]+\n$")
+      string(APPEND problem "\nthe module ended with ${status} and printed:\n${printed}")
+    endif()
+  endif()
   execute_process(COMMAND sh -c "ldconfig -p | grep libVelkStepSplitter.so.${MAJOR}"
     RESULT_VARIABLE found OUTPUT_QUIET)
   if(NOT found EQUAL 0)
@@ -46,7 +59,7 @@ if(NOT status EQUAL 0)
   string(APPEND problem "\ndpkg --purge ended with ${status}")
 endif()
 file(GLOB left /usr/bin/velkstep /usr/lib/libVelkStepSplitter* /usr/lib/*/libVelkStepSplitter*
-  /usr/include/kessel /usr/share/man/man1/velkstep* /usr/lib/pkgconfig/velkstepsplitter.pc)
+  /usr/include/kessel /usr/lib/python3/dist-packages/velkstep /usr/share/man/man1/velkstep* /usr/lib/pkgconfig/velkstepsplitter.pc)
 if(problem OR left)
   message(FATAL_ERROR "${problem}\nleft behind: ${left}")
 endif()

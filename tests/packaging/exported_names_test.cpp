@@ -86,6 +86,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::join(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::JoinOptions const&)",
     "Kessel::read_assembly(std::filesystem::path const&, Kessel::Options const&)",
+    "Kessel::read_drawing(std::filesystem::path const&, Kessel::DrawingOptions const&, "
+    "Kessel::Options const&)",
     "Kessel::read_summary(std::filesystem::path const&, Kessel::Options const&)",
     "Kessel::shrink(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::ShrinkOptions const&)",
@@ -93,6 +95,9 @@ const std::set<std::string> INTERFACE = {
     "Kessel::Options const&)",
     "Kessel::verify(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::Options const&)",
+    "Kessel::visit_places(Kessel::Drawing const&, unsigned long, unsigned long, "
+    "std::function<void (Kessel::PlacedPart const&)> const&)",
+    "Kessel::whole_box(Kessel::Drawing const&, unsigned long)",
 
     "Kessel::Entity::Entity()",
     "Kessel::Entity::Entity(Kessel::Entity&&)",

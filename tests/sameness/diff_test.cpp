@@ -89,20 +89,6 @@ TEST_F(Diff, NumbersAndOrderDoNotMatter) {
   EXPECT_EQ(difference(a, b), "same");
 }
 
-TEST_F(Diff, WarningsNameTheFile) {
-  folder_.write("a.stp", file_of("#1=A(#9);\n#2=B();\n#2=B();\n"));
-  folder_.write("b.stp", file_of("#1=A(#8);\n#2=B();\n"));
-  std::vector<std::string> told;
-  Options options;
-  options.warning = [&](const Finding& finding) {
-    told.push_back(finding.file + ":" + std::to_string(finding.line) + " " +
-                   std::string(name_of(finding.kind)));
-  };
-  EXPECT_TRUE(diff("a.stp", "b.stp", options).is_same);
-  EXPECT_EQ(told, (std::vector<std::string>{"a.stp:8 missing_instance", "a.stp:10 same_text_twice",
-                                            "b.stp:8 missing_instance"}));
-}
-
 TEST_F(Diff, AChangedLiteralIsOneChange) {
   const std::string rest = CONTEXTS + product(10, "bolt", "#20");
   EXPECT_EQ(difference(rest + body(20, "1."), rest + body(20, "2.")),

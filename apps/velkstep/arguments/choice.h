@@ -2,9 +2,11 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <string>
 #include <vector>
 
+#include "arguments/near_miss.h"
 #include "run/words.h"
 
 namespace Velkstep {
@@ -25,8 +27,12 @@ CLI::Option* add_choice(CLI::App* command, const std::string& name, Value& value
       if (word == given) value = meaning;
     }
   };
+  const auto fault = [words](const std::string& given) {
+    return std::find(words.begin(), words.end(), given) == words.end() ? no_choice(given, words)
+                                                                       : std::string();
+  };
   return command->add_option_function<std::string>(name, choose, description)
-      ->check(CLI::IsMember(words).description(""))
+      ->check(CLI::Validator(fault, ""))
       ->type_name(all)
       ->default_str(word_for(choices, value));
 }

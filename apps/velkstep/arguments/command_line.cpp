@@ -1,20 +1,81 @@
 #include "arguments/command_line.h"
 
+#include <iostream>
+
 #include "arguments/commands.h"
+#include "arguments/near_miss.h"
 #include "run/exit_codes.h"
+#include "run/wrong_usage.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
+
+namespace {
+
+std::vector<std::string> commands_of(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands({})) names.push_back(command->get_name());
+  return names;
+}
+
+std::vector<std::string> flags_of(const CLI::App& app) {
+  std::vector<std::string> flags;
+  for (const CLI::Option* option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) flags.push_back("--" + name);
+  }
+  return flags;
+}
+
+/// What is to be said about a word that nothing is called.
+std::string unknown(const std::string& typed, const std::vector<std::string>& words) {
+  const std::string meant = near_miss(typed, words);
+  const std::string what = typed.starts_with("-") ? "option" : "command";
+  return printable(typed) + (meant.empty() ? ": no such " + what : ": did you mean " + meant + "?");
+}
+
+/// What is wrong with the arguments of `command`, which is the program itself where none was found.
+std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::ParseError& error) {
+  const std::vector<std::string> left = command.remaining();
+  const std::string typed =
+      left.empty() ? std::string() : left.front().substr(0, left.front().find('='));
+  if (&command == &app) {
+    if (left.empty()) return "a command is required";
+    return unknown(typed, typed.starts_with("-") ? flags_of(app) : commands_of(app));
+  }
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && typed.starts_with("-")) {
+    return unknown(typed, flags_of(command));
+  }
+  return error.what();
+}
+
+/// Says what is wrong with the arguments, and where help is.
+int refuse(const std::string& command, const std::string& sentence) {
+  std::cerr << command << ": " << sentence << "\n" << command << " --help says how to use it.\n";
+  return EXIT_WRONG_USAGE;
+}
+
+}  // namespace
 
 int run_command_line(int argc, char** argv) {
   CLI::App app;
   Action action;
   add_commands(app, action);
+  const auto command = [&]() -> const CLI::App& {
+    const auto chosen = app.get_subcommands();
+    return chosen.empty() ? app : *chosen.front();
+  };
+  const auto name = [&] {
+    return &command() == &app ? "velkstep" : "velkstep " + command().get_name();
+  };
   try {
     app.parse(argc, argv);
+    return action();
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? EXIT_DONE : EXIT_WRONG_USAGE;
+    if (error.get_exit_code() == 0) return app.exit(error);  // Help, or the version.
+    return refuse(name(), sentence(app, command(), error));
+  } catch (const WrongUsage& error) {
+    return refuse(name(), printable(error.what()));
   }
-  return action();
 }
 
 }  // namespace Velkstep

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "arguments/choice.h"
 #include "arguments/options.h"
 #include "commands/check_command.h"
 #include "commands/diff_command.h"
@@ -40,19 +41,17 @@ Command<Arguments> add_command(CLI::App& app, Action& action, int (*run)(const A
 
 void add_split_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
-      add_command(app, action, split, "split", "Split IN into one file per part under OUTDIR");
+      add_command(app, action, split, "split", "Split each IN into one file per part");
   add_split_arguments(command, *arguments);
-  command->add_flag("--json", arguments->json,
-                    "Print one line of JSON in place of the files' paths");
 }
 
 void add_check_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
-      add_command(app, action, check, "check", "Say what is wrong or unusual in IN");
-  command->add_option("IN", arguments->in, "The exchange file to check; - reads standard input")
-      ->required();
+      add_command(app, action, check, "check", "Say what is wrong or unusual in each IN");
+  add_inputs(command, arguments->in, arguments->jobs,
+             "The exchange files to check; - reads standard input");
   add_memory_limit_option(command, arguments->options.memory_limit);
-  command->add_flag("--json", arguments->json, "Print one line of JSON");
+  command->add_flag("--json", arguments->json, "Print one line of JSON for each file");
 }
 
 void add_diff_command(CLI::App& app, Action& action) {
@@ -63,6 +62,7 @@ void add_diff_command(CLI::App& app, Action& action) {
   command->add_option("B", arguments->b, "Another; - reads standard input")->required();
   command->add_flag("--summary", arguments->summary, "Count what differs in place of listing it");
   add_memory_limit_option(command, arguments->options.memory_limit);
+  add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
 
@@ -88,13 +88,13 @@ void add_join_command(CLI::App& app, Action& action) {
   command->add_option("-o,--output", arguments->out, "The file to write")
       ->type_name("OUT")
       ->required();
-  command->add_flag("--force", arguments->force, "Replace OUT if it is there");
+  command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   command->add_flag("--follow-outside", arguments->follow_outside,
                     "Also read files outside of ROOT's folder");
   command->add_flag("--shrink", arguments->shrink,
                     "Make records of the result that say the same one");
   add_memory_limit_option(command, arguments->memory_limit);
-  command->add_flag("--quiet", arguments->quiet, "Print nothing but warnings and errors");
+  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but warnings and errors");
   add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
@@ -110,28 +110,33 @@ void add_shrink_command(CLI::App& app, Action& action) {
                     "Leave out values, geometry and contexts that nothing leads to");
   command->add_flag("--renumber", arguments->renumber,
                     "Number the records from 1, in place of keeping their numbers");
-  command->add_flag("--force", arguments->force, "Replace OUT if it is there");
+  command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   add_memory_limit_option(command, arguments->memory_limit);
-  command->add_flag("--quiet", arguments->quiet, "Print nothing but warnings and errors");
+  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but warnings and errors");
   add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
 
 void add_tree_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
-      add_command(app, action, tree, "tree", "Show how the parts of IN are put together");
-  command->add_option("IN", arguments->in, "The exchange file; - reads standard input")->required();
+      add_command(app, action, tree, "tree", "Show how the parts of each IN are put together");
+  add_inputs(command, arguments->in, arguments->jobs, "The exchange files; - reads standard input");
   CLI::Option* depth =
       command->add_option("--depth", arguments->depth, "Levels to show below the root")
           ->type_name("N")
-          ->check(CLI::NonNegativeNumber)
+          ->check(CLI::Validator(fault_of_count, ""))
           ->capture_default_str();
   add_names_option(command, arguments->names);
-  CLI::Option* json = command->add_flag("--json", arguments->json, "Print one line of JSON");
+  CLI::Option* json =
+      command->add_flag("--json", arguments->json, "Print one line of JSON for each file");
   CLI::Option* dot = command->add_flag("--dot", arguments->dot, "Print a graph for Graphviz");
   CLI::Option* bom = command->add_flag("--bom", arguments->bom,
                                        "List the parts that have a shape, with total quantities");
   command->add_flag("--csv", arguments->csv, "With --bom: as comma-separated values")->needs(bom);
+  add_choice(command, "--sort", arguments->order, PARTS_ORDERS,
+             "With --bom: sort by name, or by quantity, the most frequent first")
+      ->needs(bom);
+  add_colour_option(command, arguments->colours);
   json->excludes(dot)->excludes(bom)->excludes(depth);
   dot->excludes(bom);
   bom->excludes(depth);
@@ -140,15 +145,15 @@ void add_tree_command(CLI::App& app, Action& action) {
 void add_info_command(CLI::App& app, Action& action) {
   const auto [command, arguments] = add_command(
       app, action, info, "info", "Show what the header of each IN says, and count what it holds");
-  command->add_option("IN", arguments->in, "The exchange files; - reads standard input")
-      ->required();
+  add_inputs(command, arguments->in, arguments->jobs, "The exchange files; - reads standard input");
+  add_colour_option(command, arguments->colours);
   command->add_flag("--json", arguments->json, "Print one line of JSON for each file");
 }
 
 void add_report_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, report, "report",
-                  "Split IN, and write a page about its parts, OUTDIR/report.html");
+                  "Split each IN, and write a page about its parts, report.html");
   add_split_arguments(command, *arguments);
 }
 

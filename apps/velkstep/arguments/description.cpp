@@ -22,6 +22,7 @@ OptionDescription describe(const CLI::Option& option) {
   if (option.get_positional()) {
     description.value = option.get_name(true);
     description.is_folder = description.value == "OUTDIR";
+    if (option.get_items_expected_max() > 1) description.value += "...";
   } else if (option.get_type_size() != 0) {
     description.value = option.get_type_name();
     if (description.value.find('|') != std::string::npos) {

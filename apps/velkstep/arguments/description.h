@@ -8,7 +8,8 @@ namespace Velkstep {
 
 struct OptionDescription {
   std::vector<std::string> flags;  ///< "-h", "--help"; none for a positional argument
-  std::string value;               ///< what its value is called, such as "N"; empty for a flag
+  std::string value;  ///< what its value is called, such as "N", "IN..." where there may be
+                      ///< several; empty for a flag
   std::vector<std::string> words;  ///< what its value can be; empty for any
   std::string preset;
   std::string text;

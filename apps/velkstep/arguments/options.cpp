@@ -37,6 +37,29 @@ void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
       ->type_name("SIZE");
 }
 
+std::string fault_of_count(const std::string& count) {
+  constexpr std::size_t MOST_DIGITS = 18;
+  const bool is_number = !count.empty() && count.size() <= MOST_DIGITS &&
+                         count.find_first_not_of("0123456789") == std::string::npos;
+  return is_number ? std::string() : "is not a number of 0 or more: " + count;
+}
+
+void add_colour_option(CLI::App* command, ColourChoice& colours) {
+  add_choice(
+      command, "--color", colours, COLOURS,
+      "Mark text for terminals: where standard output is one and NO_COLOR is not set (auto), "
+      "or in any case (always)");
+}
+
+void add_inputs(CLI::App* command, std::vector<std::string>& inputs, std::size_t& jobs,
+                const std::string& description) {
+  command->add_option("IN", inputs, description)->required();
+  command->add_option("-j,--jobs", jobs, "How many inputs to work on at once; 0 for one per core")
+      ->type_name("N")
+      ->check(CLI::Validator(fault_of_count, ""))
+      ->capture_default_str();
+}
+
 void add_progress_option(CLI::App* command, ShowProgress& progress) {
   add_choice(command, "--progress", progress, PROGRESS,
              "Show on standard error how far the run has come: on a terminal, when it takes longer "
@@ -75,19 +98,25 @@ void add_reading_option(CLI::App* command, Kessel::Reading& reading) {
 }
 
 void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
-  command->add_option("IN", arguments.in, "The exchange file to split; - reads standard input")
-      ->required();
-  command->add_option("OUTDIR", arguments.outdir, "The folder for the files; created as needed")
-      ->required();
+  add_inputs(command, arguments.inputs, arguments.jobs,
+             "The exchange files to split; - reads standard input. A second one that is no file is "
+             "OUTDIR");
+  command
+      ->add_option("-o,--output", arguments.output,
+                   "The folder for the files, created as needed; of several inputs, for one folder "
+                   "each. Without it, lamp.step is split into lamp")
+      ->type_name("OUTDIR");
   add_assemblies_option(command, arguments.options.assemblies);
   add_names_option(command, arguments.options.names);
   add_reading_option(command, arguments.options.reading);
   add_memory_limit_option(command, arguments.options.memory_limit);
   command->add_flag("--shrink", arguments.options.shrink,
                     "Make records that say the same one first, as shrink does");
-  command->add_flag("--force", arguments.force,
+  command->add_flag("-f,--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");
-  command->add_flag("--quiet", arguments.quiet, "Print nothing but errors");
+  command->add_flag("-q,--quiet", arguments.quiet, "Print nothing but errors");
+  command->add_flag("--json", arguments.json,
+                    "Print one line of JSON for each file in place of paths");
   add_progress_option(command, arguments.progress);
   command->parse_complete_callback([&options = arguments.options] { require_fit(options); });
 }

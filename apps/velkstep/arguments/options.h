@@ -2,11 +2,15 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <cstddef>
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "kessel/options.h"
 #include "run/split_arguments.h"
 #include "text/progress_bar.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -19,11 +23,21 @@ void add_names_option(CLI::App* command, Kessel::NameStyle& names);
 /// Adds `--reading`, for commands that split.
 void add_reading_option(CLI::App* command, Kessel::Reading& reading);
 
+/// What is wrong with a count; empty for nothing. For checks of options.
+std::string fault_of_count(const std::string& count);
+
 /// Adds `--memory-limit`, for `Kessel::Options::memory_limit`: bytes, or a number with a unit,
 /// where k is 1000 and Ki is 1024.
 void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit);
 
 /// Adds `--progress`, for commands that take long.
 void add_progress_option(CLI::App* command, ShowProgress& progress);
+
+/// Adds `--color`, for commands that print for people.
+void add_colour_option(CLI::App* command, ColourChoice& colours);
+
+/// Adds `IN...`, described by `description`, and how many are worked on at once.
+void add_inputs(CLI::App* command, std::vector<std::string>& inputs, std::size_t& jobs,
+                const std::string& description);
 
 }  // namespace Velkstep

@@ -1,4 +1,4 @@
-// velkstep check IN
+// velkstep check IN...
 #include "commands/check_command.h"
 
 #include <filesystem>
@@ -7,6 +7,7 @@
 #include "formats/findings.h"
 #include "json/documents.h"
 #include "kessel/check.h"
+#include "run/each_input.h"
 #include "run/exit_codes.h"
 #include "run/with_input.h"
 
@@ -23,15 +24,25 @@ std::string check_text(const std::string& in, const std::vector<Finding>& findin
   return text;
 }
 
+int print_findings(const std::vector<Finding>& findings, const std::string& in, bool json) {
+  const int printed = print(json ? check_json(findings, in) : check_text(in, findings));
+  return printed != EXIT_DONE ? printed : exit_code_of(findings);
+}
+
+int check_one(const std::string& in, const CheckArguments& arguments) {
+  return with_path(
+      in,
+      [&](const std::filesystem::path& path) {
+        return print_findings(Kessel::check(path, arguments.options), in, arguments.json);
+      },
+      [&](const Finding& refused) { return print_findings({refused}, in, arguments.json); });
+}
+
 }  // namespace
 
 int check(const CheckArguments& arguments) {
-  return with_path(arguments.in, [&](const std::filesystem::path& path) {
-    const std::vector<Finding> findings = Kessel::check(path, arguments.options);
-    const int printed = print(arguments.json ? check_json(findings, arguments.in)
-                                             : check_text(arguments.in, findings));
-    return printed != EXIT_DONE ? printed : exit_code_of(findings);
-  });
+  return for_each_input({.inputs = arguments.in, .jobs = arguments.jobs},
+                        [&](std::size_t i) { return check_one(arguments.in[i], arguments); });
 }
 
 }  // namespace Velkstep

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "kessel/options.h"
+#include "text/progress_bar.h"
 
 namespace Velkstep {
 
@@ -13,6 +14,7 @@ struct DiffArguments {
   Kessel::Options options;
   bool json = false;
   bool summary = false;
+  ShowProgress progress = ShowProgress::automatic;
 };
 
 /// Compares two files and prints what differs. Returns EXIT_DONE where they say the same,

@@ -7,26 +7,32 @@
 #include "formats/info_formats.h"
 #include "json/documents.h"
 #include "kessel/summary.h"
-#include "run/exit_codes.h"
+#include "run/each_input.h"
+#include "run/warnings.h"
 #include "run/with_input.h"
 
 namespace Velkstep {
 
+namespace {
+
+int info_one(const std::string& in, const Colours& colours, bool json) {
+  return with_input(in, [&](const std::filesystem::path& path) {
+    Warnings warnings;
+    Kessel::Options options;
+    warnings.listen(options);
+    const Kessel::Summary summary = Kessel::read_summary(path, options);
+    warnings.mention(in);
+    return print(json ? info_json(summary, in) : info_text(summary, shown_name(in), colours));
+  });
+}
+
+}  // namespace
+
 int info(const InfoArguments& arguments) {
-  const Colours colours;
-  std::string gap;
-  int code = EXIT_DONE;
-  for (const std::string& in : arguments.in) {
-    const int this_code = with_input(in, [&](const std::filesystem::path& path) {
-      const Kessel::Summary summary = Kessel::read_summary(path);
-      if (arguments.json) return print(info_json(summary, in));
-      const int printed = print(gap + info_text(summary, shown_name(in), colours));
-      gap = "\n";
-      return printed;
-    });
-    if (this_code != EXIT_DONE) code = this_code;
-  }
-  return code;
+  const Colours colours(arguments.colours);
+  return for_each_input(
+      {.inputs = arguments.in, .jobs = arguments.jobs, .gap = arguments.json ? "" : "\n"},
+      [&](std::size_t i) { return info_one(arguments.in[i], colours, arguments.json); });
 }
 
 }  // namespace Velkstep

@@ -1,13 +1,18 @@
 // velkstep info IN...
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
+
+#include "text/terminal.h"
 
 namespace Velkstep {
 
 struct InfoArguments {
   std::vector<std::string> in;
+  std::size_t jobs = 0;
+  ColourChoice colours = ColourChoice::automatic;
   bool json = false;
 };
 

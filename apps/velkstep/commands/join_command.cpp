@@ -48,7 +48,7 @@ std::string joined_text(const JoinArguments& arguments, const Kessel::Joined& jo
 }  // namespace
 
 int join(const JoinArguments& arguments) {
-  return with_path(arguments.root, [&](const fs::path& root) {
+  const auto join_from = [&](const fs::path& root) {
     try {
       hold_interruptions();
       refuse_to_replace(arguments.root, arguments.out);
@@ -63,6 +63,9 @@ int join(const JoinArguments& arguments) {
     } catch (const Kessel::OutputError& error) {
       return refuse_output(error);
     }
+  };
+  return with_path(arguments.root, join_from, [&](const Kessel::Finding& finding) {
+    return fail_at(shown_name(arguments.root), finding);
   });
 }
 

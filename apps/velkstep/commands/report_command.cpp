@@ -1,4 +1,4 @@
-// velkstep report IN OUTDIR
+// velkstep report IN... [-o OUTDIR]
 #include "commands/report_command.h"
 
 #include <cerrno>
@@ -7,7 +7,8 @@
 #include <system_error>
 
 #include "formats/report_page.h"
-#include "run/exit_codes.h"
+#include "json/documents.h"
+#include "run/split_plan.h"
 #include "run/split_run.h"
 #include "system/staged_output.h"
 
@@ -29,17 +30,23 @@ void write_page(const FinishedSplit& split, const SplitArguments& arguments) {
   }
 }
 
-}  // namespace
-
-int report(const SplitArguments& arguments) {
+int report_one(const SplitArguments& arguments) {
   return run_split(arguments, [&](const FinishedSplit& split) {
     write_page(split, arguments);
     Delivery delivery = {.text = {}, .more = {REPORT_FILE}};
-    if (!arguments.quiet) {
+    if (arguments.json) {
+      delivery.text = split_json(split, arguments, REPORT_FILE);
+    } else if (!arguments.quiet) {
       delivery.text = shown_path(arguments.outdir, REPORT_FILE) + '\n';
     }
     return delivery;
   });
+}
+
+}  // namespace
+
+int report(const SplitArguments& arguments) {
+  return for_each_split(arguments, report_one);
 }
 
 }  // namespace Velkstep

@@ -1,11 +1,11 @@
-// velkstep split IN OUTDIR
+// velkstep split IN... [-o OUTDIR]
 #include "commands/split_command.h"
 
 #include <filesystem>
 #include <string>
 
 #include "json/documents.h"
-#include "run/exit_codes.h"
+#include "run/split_plan.h"
 #include "run/split_run.h"
 
 namespace Velkstep {
@@ -21,9 +21,7 @@ std::string list_of(const FinishedSplit& split, const std::filesystem::path& out
   return list;
 }
 
-}  // namespace
-
-int split(const SplitCommandArguments& arguments) {
+int split_one(const SplitArguments& arguments) {
   return run_split(arguments, [&](const FinishedSplit& split) {
     Delivery delivery;
     if (arguments.json) {
@@ -33,6 +31,12 @@ int split(const SplitCommandArguments& arguments) {
     }
     return delivery;
   });
+}
+
+}  // namespace
+
+int split(const SplitArguments& arguments) {
+  return for_each_split(arguments, split_one);
 }
 
 }  // namespace Velkstep

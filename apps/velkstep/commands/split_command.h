@@ -1,16 +1,12 @@
-// velkstep split IN OUTDIR
+// velkstep split IN... [-o OUTDIR]
 #pragma once
 
 #include "run/split_arguments.h"
 
 namespace Velkstep {
 
-struct SplitCommandArguments : SplitArguments {
-  bool json = false;
-};
-
-/// Splits `arguments.in` into files under `arguments.outdir` and prints their paths on standard
-/// output, the root's first.
-int split(const SplitCommandArguments& arguments);
+/// Splits every input into files of its own folder and prints their paths on standard output, the
+/// root's first.
+int split(const SplitArguments& arguments);
 
 }  // namespace Velkstep

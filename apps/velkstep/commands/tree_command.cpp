@@ -1,4 +1,4 @@
-// velkstep tree IN
+// velkstep tree IN...
 #include "commands/tree_command.h"
 
 #include <filesystem>
@@ -8,33 +8,60 @@
 #include "formats/tree_formats.h"
 #include "json/documents.h"
 #include "kessel/assembly.h"
-#include "run/exit_codes.h"
+#include "run/each_input.h"
+#include "run/warnings.h"
 #include "run/with_input.h"
 
 namespace Velkstep {
 
 namespace {
 
-std::string formatted(const Kessel::Assembly& assembly, const TreeArguments& arguments) {
-  if (arguments.json) return tree_json(assembly, arguments.in);
-  if (arguments.dot) return tree_dot(assembly, arguments.depth, arguments.in);
-  if (arguments.csv) return parts_list_csv(assembly);
-  const Colours colours;
-  if (arguments.bom) return parts_list_text(assembly, colours);
-  return tree_text(assembly, arguments.depth, colours);
+/// Text for people about one of several files begins with its name.
+std::string titled(const std::string& in, const std::string& text, const TreeArguments& arguments,
+                   const Colours& colours) {
+  if (arguments.in.size() == 1) return text;
+  return colours.bold(printable(shown_name(in))) + '\n' + text;
+}
+
+std::string formatted(const Kessel::Assembly& assembly, const std::string& in,
+                      const TreeArguments& arguments, const Colours& colours) {
+  if (arguments.json) return tree_json(assembly, in);
+  if (arguments.dot) return tree_dot(assembly, arguments.depth, in);
+  if (arguments.csv) {
+    const bool is_alone = arguments.in.size() == 1;
+    return is_alone ? parts_list_csv_heading() + parts_list_csv(assembly, arguments.order)
+                    : parts_list_csv(assembly, arguments.order, in);
+  }
+  return titled(in,
+                arguments.bom ? parts_list_text(assembly, arguments.order, colours)
+                              : tree_text(assembly, arguments.depth, colours),
+                arguments, colours);
+}
+
+int tree_of_one(const std::string& in, const TreeArguments& arguments, const Colours& colours) {
+  return with_input(in, [&](const std::filesystem::path& path) {
+    Warnings warnings;
+    Kessel::Options options{.names = arguments.names};
+    warnings.listen(options);
+    const Kessel::Assembly assembly = Kessel::read_assembly(path, options);
+    if (assembly.parts.empty()) {
+      std::cerr << "velkstep: " << printable(shown_name(in))
+                << ": holds no part: no product definition has a shape or a component\n";
+    }
+    warnings.mention(in);
+    return print(formatted(assembly, in, arguments, colours));
+  });
 }
 
 }  // namespace
 
 int tree(const TreeArguments& arguments) {
-  return with_input(arguments.in, [&](const std::filesystem::path& path) {
-    const Kessel::Assembly assembly = Kessel::read_assembly(path, {.names = arguments.names});
-    if (assembly.parts.empty()) {
-      std::cerr << "velkstep: " << printable(shown_name(arguments.in))
-                << ": holds no part: no product definition has a shape or a component\n";
-    }
-    return print(formatted(assembly, arguments));
-  });
+  const Colours colours(arguments.colours);
+  EachInput each{.inputs = arguments.in, .jobs = arguments.jobs};
+  if (arguments.csv) each.heading = parts_list_csv_heading("input");
+  if (!arguments.json && !arguments.dot && !arguments.csv) each.gap = "\n";
+  return for_each_input(
+      each, [&](std::size_t i) { return tree_of_one(arguments.in[i], arguments, colours); });
 }
 
 }  // namespace Velkstep

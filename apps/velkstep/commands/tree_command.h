@@ -1,15 +1,18 @@
-// velkstep tree IN
+// velkstep tree IN...
 #pragma once
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
+#include "formats/tree_formats.h"
 #include "kessel/options.h"
 
 namespace Velkstep {
 
 struct TreeArguments {
-  std::string in;
+  std::vector<std::string> in;
+  std::size_t jobs = 0;
   // Deeper than products are; what is nested deeper gets too wide to read.
   std::size_t depth = 100;
   Kessel::NameStyle names = Kessel::NameStyle::record;
@@ -17,9 +20,11 @@ struct TreeArguments {
   bool dot = false;
   bool bom = false;
   bool csv = false;
+  PartsOrder order = PartsOrder::file;
+  ColourChoice colours = ColourChoice::automatic;
 };
 
-/// Prints how the parts of `arguments.in` are put together.
+/// Prints how the parts of each input are put together; of several, below its name.
 int tree(const TreeArguments& arguments);
 
 }  // namespace Velkstep

@@ -37,14 +37,29 @@ std::string verify_text(const VerifyArguments& arguments, const Verification& ve
 
 }  // namespace
 
+namespace {
+
+int print_verification(const VerifyArguments& arguments, const Verification& verification) {
+  const int printed =
+      print(arguments.json ? verify_json(verification, arguments.in, arguments.outdir)
+                           : verify_text(arguments, verification));
+  return printed != EXIT_DONE ? printed : exit_code_of(verification.findings);
+}
+
+}  // namespace
+
 int verify(const VerifyArguments& arguments) {
-  return with_path(arguments.in, [&](const std::filesystem::path& path) {
-    const Verification verification = Kessel::verify(path, arguments.outdir, arguments.options);
-    const int printed =
-        print(arguments.json ? verify_json(verification, arguments.in, arguments.outdir)
-                             : verify_text(arguments, verification));
-    return printed != EXIT_DONE ? printed : exit_code_of(verification.findings);
-  });
+  return with_path(
+      arguments.in,
+      [&](const std::filesystem::path& path) {
+        return print_verification(arguments,
+                                  Kessel::verify(path, arguments.outdir, arguments.options));
+      },
+      [&](const Finding& refused) {
+        Verification verification;
+        verification.findings.push_back(refused);
+        return print_verification(arguments, verification);
+      });
 }
 
 }  // namespace Velkstep

@@ -104,8 +104,6 @@ std::string schemas_text(const Difference& difference) {
 
 std::string diff_text(const Difference& difference) {
   std::string text = schemas_text(difference);
-  if (!difference.is_certain)
-    text += "They may differ: symmetrical all over, they look the same.\n";
   for (const ProductDifference& product : difference.products) {
     text += product_title(product) + ":\n";
     for (const TypeDifference& type : product.types) text += type_text(type);

@@ -38,42 +38,85 @@ std::string csv_record(const std::vector<std::string>& fields) {
   return out + "\r\n";
 }
 
-constexpr std::size_t COLUMNS = 6;
-using Row = std::array<std::string, COLUMNS>;
+constexpr std::array HEADINGS = {"Quantity", "Name", "Id", "Kind", "Record", "File"};
+using Row = std::array<std::string, HEADINGS.size()>;
+
+Row headings() {
+  Row row;
+  std::copy(HEADINGS.begin(), HEADINGS.end(), row.begin());
+  return row;
+}
+
+Row row_of(const PartInfo& part) {
+  return {total_of(part),  title_of(part), printable(part.id), std::string(role_name(part.role)),
+          record_of(part), file_of(part)};
+}
+
+std::string in_small_letters(const PartInfo& part) {
+  std::string title = title_of(part);
+  for (char& c : title) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return title;
+}
+
+std::vector<const PartInfo*> listed_parts(const Kessel::Assembly& assembly, PartsOrder order) {
+  std::vector<const PartInfo*> parts;
+  for (const PartInfo& part : assembly.parts) {
+    if (is_listed(part)) parts.push_back(&part);
+  }
+  const auto by_name = [](const PartInfo* a, const PartInfo* b) {
+    return in_small_letters(*a) < in_small_letters(*b);
+  };
+  const auto by_quantity = [](const PartInfo* a, const PartInfo* b) { return a->total > b->total; };
+  if (order != PartsOrder::file) std::stable_sort(parts.begin(), parts.end(), by_name);
+  if (order == PartsOrder::quantity) std::stable_sort(parts.begin(), parts.end(), by_quantity);
+  return parts;
+}
 
 }  // namespace
 
-std::string parts_list_text(const Kessel::Assembly& assembly, const Colours& colours) {
-  std::vector<Row> rows = {{"Quantity", "Name", "Id", "Kind", "Record", "File"}};
-  for (const PartInfo& part : assembly.parts) {
-    if (!is_listed(part)) continue;
-    rows.push_back({total_of(part), title_of(part), printable(part.id),
-                    std::string(role_name(part.role)), record_of(part), file_of(part)});
-  }
-  std::array<std::size_t, COLUMNS> widths = {};
+std::string parts_list_text(const Kessel::Assembly& assembly, PartsOrder order,
+                            const Colours& colours) {
+  std::vector<Row> rows = {headings()};
+  for (const PartInfo* part : listed_parts(assembly, order)) rows.push_back(row_of(*part));
+  std::array<std::size_t, HEADINGS.size()> widths = {};
   for (const Row& row : rows) {
-    for (std::size_t i = 0; i < COLUMNS; ++i)
+    for (std::size_t i = 0; i < row.size(); ++i)
       widths[i] = std::max(widths[i], display_width(row[i]));
   }
   std::string out;
   for (const Row& row : rows) {
     std::string line = padded_left(row[0], widths[0]);
-    for (std::size_t i = 1; i < COLUMNS; ++i) line += "  " + padded_right(row[i], widths[i]);
+    for (std::size_t i = 1; i < row.size(); ++i) line += "  " + padded_right(row[i], widths[i]);
     line.erase(line.find_last_not_of(' ') + 1);
     out += (&row == &rows.front() ? colours.bold(line) : line) + '\n';
   }
   return out;
 }
 
-std::string parts_list_csv(const Kessel::Assembly& assembly) {
-  std::string out = csv_record({"quantity", "name", "id", "description", "kind", "record", "file"});
-  for (const PartInfo& part : assembly.parts) {
-    if (!is_listed(part)) continue;
-    out += csv_record({std::to_string(part.total), printable(part.name), printable(part.id),
-                       printable(part.description), std::string(role_name(part.role)),
-                       std::to_string(part.record), file_of(part)});
+std::string parts_list_csv(const Kessel::Assembly& assembly, PartsOrder order,
+                           const std::string& input) {
+  std::string out;
+  for (const PartInfo* part : listed_parts(assembly, order)) {
+    Row row = row_of(*part);
+    row[0] = std::to_string(part->total);
+    row[4] = std::to_string(part->record);
+    std::vector<std::string> fields(row.begin(), row.end());
+    if (!input.empty()) fields.insert(fields.begin(), printable(input));
+    out += csv_record(fields);
   }
   return out;
+}
+
+std::string parts_list_csv_heading(const std::string& input) {
+  std::vector<std::string> fields;
+  if (!input.empty()) fields.push_back(input);
+  for (std::string heading : HEADINGS) {
+    heading.front() = static_cast<char>(heading.front() - 'A' + 'a');
+    fields.push_back(heading);
+  }
+  return csv_record(fields);
 }
 
 }  // namespace Velkstep

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "kessel/assembly.h"
+#include "text/part_label.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -18,10 +19,17 @@ std::string tree_text(const Kessel::Assembly& assembly, std::size_t depth, const
 /// node, each use one edge.
 std::string tree_dot(const Kessel::Assembly& assembly, std::size_t depth, const std::string& name);
 
-/// All parts that have a shape of their own, with their total quantities, in columns.
-std::string parts_list_text(const Kessel::Assembly& assembly, const Colours& colours);
+/// All parts, assemblies where they have bodies of their own, with their total quantities, in
+/// columns. Each product definition has a line of its own, also where several have one name.
+std::string parts_list_text(const Kessel::Assembly& assembly, PartsOrder order,
+                            const Colours& colours);
 
-/// The same list as comma-separated values (RFC 4180), in UTF-8.
-std::string parts_list_csv(const Kessel::Assembly& assembly);
+/// The same columns as comma-separated values (RFC 4180), in UTF-8: quantities and records without
+/// signs in front. `input`, unless it is empty, is the value of a column in front of the others.
+std::string parts_list_csv(const Kessel::Assembly& assembly, PartsOrder order,
+                           const std::string& input = {});
+
+/// The record of headings above that; `input` is the heading of the column in front.
+std::string parts_list_csv_heading(const std::string& input = {});
 
 }  // namespace Velkstep

@@ -48,9 +48,10 @@ std::string info_json(const Kessel::Summary& summary, const std::string& input);
 /// The product structure.
 std::string tree_json(const Kessel::Assembly& assembly, const std::string& input);
 
-/// The input, how it was split, the root's file, and each file with its part. Reads the input
-/// again; throws as `Kessel::read_assembly`.
-std::string split_json(const FinishedSplit& split, const SplitArguments& arguments);
+/// The input, how it was split, the root's file, and each file with its part; and the name of the
+/// page about it, unless that is empty. Reads the input again; throws as `Kessel::read_assembly`.
+std::string split_json(const FinishedSplit& split, const SplitArguments& arguments,
+                       const std::string& page = {});
 
 /// What the scripts of the report page read: a split's parts and files, as JSON that no name in it
 /// can end as an element of a page. Reads the input again; throws as `Kessel::read_assembly`.

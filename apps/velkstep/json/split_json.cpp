@@ -26,7 +26,8 @@ Json indices_of(const std::vector<Kessel::PartUse>& uses, const Kessel::Assembly
 
 }  // namespace
 
-std::string split_json(const FinishedSplit& split, const SplitArguments& arguments) {
+std::string split_json(const FinishedSplit& split, const SplitArguments& arguments,
+                       const std::string& page) {
   const Kessel::Assembly assembly = Kessel::read_assembly(split.input, arguments.options);
   std::map<std::uint64_t, const Kessel::PartInfo*> parts;  // by record, 0 for a generated root
   for (const Kessel::PartInfo& part : assembly.parts) parts[part.record] = &part;
@@ -40,6 +41,7 @@ std::string split_json(const FinishedSplit& split, const SplitArguments& argumen
   json["assemblies"] = word_of(arguments.options.assemblies);
   json["names"] = word_of(arguments.options.names);
   json["root"] = split.has_root ? Json(split.files.front().path.string()) : Json();
+  if (!page.empty()) json["report"] = page;
   json["files"] = Json::array();
   for (const Kessel::WrittenFile& file : split.files) {
     // The classic reading has files of materials and the like, which are no parts of the tree.

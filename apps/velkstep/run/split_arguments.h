@@ -1,8 +1,10 @@
 // What commands that split are asked for.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "kessel/options.h"
 #include "text/progress_bar.h"
@@ -10,11 +12,15 @@
 namespace Velkstep {
 
 struct SplitArguments {
-  std::string in;  ///< "-" for standard input
-  std::filesystem::path outdir;
+  std::vector<std::string> inputs;  ///< "-" for standard input; the last may be the folder
+  std::filesystem::path output;     ///< the folder for all; empty where none was named
+  std::size_t jobs = 0;             ///< how many inputs to work on at once; 0 for one per core
+  std::string in;                   ///< the one that is split
+  std::filesystem::path outdir;     ///< where its files go
   Kessel::Options options;
   bool force = false;
   bool quiet = false;
+  bool json = false;
   ShowProgress progress = ShowProgress::automatic;
 };
 

@@ -11,14 +11,13 @@
 
 #include "kessel/errors.h"
 #include "run/exit_codes.h"
+#include "run/warnings.h"
 #include "run/with_input.h"
 #include "system/descriptor.h"
 #include "system/input.h"
 #include "system/interruption.h"
 #include "system/patient_output.h"
 #include "system/staged_output.h"
-#include "text/counted.h"
-#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -47,12 +46,11 @@ class WorkingDirectory {
   Descriptor before_;  // Its path may be too long, or gone.
 };
 
-/// Splits into `folder`, "roots.txt" as well. Adds up in `warnings` what the library warned of.
+/// Splits into `folder`, "roots.txt" as well.
 std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::path& in,
-                                            const SplitArguments& arguments,
-                                            std::uint64_t& warnings) {
+                                            const SplitArguments& arguments, Warnings& warnings) {
   Kessel::Options options = arguments.options;
-  options.warning = [&](const Kessel::Finding& finding) { warnings += finding.count; };
+  warnings.listen(options);
   options.folder_in_headers = false;
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = [&](const Kessel::Progress& progress) {
@@ -106,12 +104,6 @@ int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArg
   return EXIT_DONE;
 }
 
-void mention_warnings(const std::string& name, std::uint64_t warnings) {
-  if (warnings == 0) return;
-  std::cerr << "velkstep: " << printable(name) << ": " << counted(warnings, "warning", "warnings")
-            << "; nothing is lost, and velkstep check says what it is about\n";
-}
-
 }  // namespace
 
 std::string shown_path(const fs::path& outdir, const std::string& name) {
@@ -131,12 +123,12 @@ int run_split(const SplitArguments& arguments,
     FinishedSplit split;
     split.input = fs::absolute(input.path());
     split.folder = staged.folder();
-    std::uint64_t warnings = 0;
+    Warnings warnings;
     split.files = split_into(split.folder, split.input, arguments, warnings);
     split.has_root = fs::exists(split.folder / ROOTS_FILE);
     if (split.files.empty()) return EXIT_NOTHING_TO_SPLIT;  // The library has said why.
     const int exit_code = deliver(split, prepare(split), arguments, staged);
-    if (exit_code == EXIT_DONE && !arguments.quiet) mention_warnings(name, warnings);
+    if (exit_code == EXIT_DONE && !arguments.quiet) warnings.mention(arguments.in);
     return exit_code;
   } catch (const Interrupted&) {
     throw;

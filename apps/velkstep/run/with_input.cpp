@@ -3,6 +3,7 @@
 
 #include <iostream>
 #include <new>
+#include <optional>
 #include <system_error>
 
 #include "kessel/errors.h"
@@ -83,9 +84,18 @@ int with_input(const std::string& argument,
 }
 
 int with_path(const std::string& argument,
-              const std::function<int(const std::filesystem::path&)>& look) {
-  if (needs_a_copy(argument)) return with_input(argument, look);
-  return with_reasons(argument, [&] { return look(argument); });
+              const std::function<int(const std::filesystem::path&)>& look,
+              const std::function<int(const Kessel::Finding&)>& refused) {
+  return with_reasons(argument, [&] {
+    if (!needs_a_copy(argument)) return look(argument);
+    std::optional<Input> input;
+    try {
+      input.emplace(argument);
+    } catch (const Kessel::InputError& error) {
+      return refused(error.finding());
+    }
+    return look(input->path());
+  });
 }
 
 int print(std::string_view text) {

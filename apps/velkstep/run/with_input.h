@@ -32,8 +32,10 @@ int with_input(const std::string& argument,
 
 /// The same for commands to which a file that cannot be read is a finding: only what can be read
 /// just once, or is compressed, is looked at first. All else is called with the path as it is.
+/// Where it is an archive that cannot be unpacked, `refused` is called in place of `look`.
 int with_path(const std::string& argument,
-              const std::function<int(const std::filesystem::path&)>& look);
+              const std::function<int(const std::filesystem::path&)>& look,
+              const std::function<int(const Kessel::Finding&)>& refused);
 
 /// Prints `text` on standard output. Returns EXIT_DONE, or fails when it cannot be written.
 int print(std::string_view text);

@@ -25,6 +25,18 @@ const Choices<ShowProgress> PROGRESS = {
     {"never", ShowProgress::never},
 };
 
+const Choices<ColourChoice> COLOURS = {
+    {"auto", ColourChoice::automatic},
+    {"always", ColourChoice::always},
+    {"never", ColourChoice::never},
+};
+
+const Choices<PartsOrder> PARTS_ORDERS = {
+    {"file", PartsOrder::file},
+    {"name", PartsOrder::name},
+    {"quantity", PartsOrder::quantity},
+};
+
 std::string word_of(Kessel::AssemblyStyle style) {
   return word_for(ASSEMBLY_STYLES, style);
 }

@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "kessel/options.h"
+#include "text/part_label.h"
 #include "text/progress_bar.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -18,6 +20,8 @@ extern const Choices<Kessel::AssemblyStyle> ASSEMBLY_STYLES;
 extern const Choices<Kessel::NameStyle> NAME_STYLES;
 extern const Choices<Kessel::Reading> READINGS;
 extern const Choices<ShowProgress> PROGRESS;
+extern const Choices<ColourChoice> COLOURS;
+extern const Choices<PartsOrder> PARTS_ORDERS;
 
 /// The word that stands for `value`.
 template <class Value>

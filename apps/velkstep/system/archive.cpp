@@ -10,10 +10,10 @@
 #include <array>
 #include <cctype>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "kessel/errors.h"
 #include "system/write_all.h"
 
 namespace Velkstep {
@@ -42,6 +42,14 @@ std::string in_small_letters(std::string_view text) {
   return small;
 }
 
+[[noreturn]] void refuse(const std::string& sentence) {
+  Kessel::Finding finding;
+  finding.kind = Kessel::FindingKind::compressed;
+  finding.severity = Kessel::Severity::error;
+  finding.sentence = sentence;
+  throw Kessel::InputError(finding);
+}
+
 /// One reading of an archive, from its beginning.
 class Archive {
  public:
@@ -50,6 +58,7 @@ class Archive {
     ::archive_read_support_filter_all(archive_.get());
     ::archive_read_support_format_zip(archive_.get());
     ::archive_read_support_format_raw(archive_.get());
+    ::archive_read_support_format_empty(archive_.get());  // What is compressed may be nothing.
     constexpr std::size_t BLOCK = std::size_t{64} * 1024;
     require(::archive_read_open_fd(archive_.get(), file, BLOCK));
   }
@@ -63,6 +72,9 @@ class Archive {
     } while (::archive_entry_filetype(entry_) == AE_IFDIR);
     return true;
   }
+
+  /// Whether there is nothing to unpack: no archive, and no byte.
+  bool is_nothing() const { return ::archive_format(archive_.get()) == ARCHIVE_FORMAT_EMPTY; }
 
   std::string name() const {
     const char* name = ::archive_entry_pathname(entry_);
@@ -80,8 +92,8 @@ class Archive {
   void require(int result) const {
     if (result >= ARCHIVE_OK) return;
     const char* reason = ::archive_error_string(archive_.get());
-    throw std::runtime_error(std::string("the archive cannot be unpacked: ") +
-                             (reason == nullptr ? "it is damaged" : reason));
+    refuse(std::string("The archive cannot be unpacked: ") +
+           (reason == nullptr ? "it is damaged" : reason) + ".");
   }
 
   std::unique_ptr<archive, int (*)(archive*)> archive_;
@@ -111,17 +123,18 @@ std::size_t find_exchange_file(const std::vector<std::string>& names) {
     (is_called_as_exchange_file(names[i]) ? found : others).push_back(i);
   }
   if (found.empty()) found = others;
-  if (found.empty()) throw std::runtime_error("the archive holds no file");
+  if (found.empty()) refuse("The archive holds no file.");
   if (found.size() == 1) return found.front();
-  throw std::runtime_error("the archive holds " + std::to_string(found.size()) +
-                           " files, not one exchange file: " + names[found[0]] + ", " +
-                           names[found[1]] + (found.size() > 2 ? ", ..." : ""));
+  refuse("The archive holds " + std::to_string(found.size()) + " files, not one exchange file: " +
+         names[found[0]] + ", " + names[found[1]] + (found.size() > 2 ? ", ..." : "") + ".");
 }
 
+/// The names of an archive's files; one without a name for what is compressed by itself.
 std::vector<std::string> names_in(int file) {
   Archive archive(file);
   std::vector<std::string> names;
   while (archive.next()) names.push_back(archive.name());
+  if (names.empty() && archive.is_nothing()) names.emplace_back();
   return names;
 }
 
@@ -143,15 +156,17 @@ void unpack(int from, int to) {
   const std::size_t wanted = find_exchange_file(names_in(from));
   Archive archive(from);
   for (std::size_t i = 0; i <= wanted; ++i) {
-    if (!archive.next()) throw std::runtime_error("the archive was changed while it was read");
+    if (archive.next()) continue;
+    if (archive.is_nothing()) return;
+    refuse("The archive was changed while it was read.");
   }
   const std::uint64_t most = most_bytes_of(from);
   std::uint64_t bytes = 0;
   for (std::string_view block = archive.read(); !block.empty(); block = archive.read()) {
     bytes += block.size();
     if (bytes > most) {
-      throw std::runtime_error("the archive becomes larger than " + std::to_string(most) +
-                               " bytes; unpack it first if it should");
+      refuse("The archive becomes larger than " + std::to_string(most) +
+             " bytes; unpack it first if it should.");
     }
     write_all(to, block);
   }

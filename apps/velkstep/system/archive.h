@@ -20,8 +20,8 @@ inline constexpr std::uint64_t MOST_TIMES_ITS_SIZE = 250;
 /// Unpacks the exchange file in the file `from`, which can be sought in, to `to`. Of an archive
 /// with several files it is the root of the standard's own form (ISO 10303-21:2016, Annex A:
 /// "ISO-10303.p21"), or the only one whose name ends as an exchange file's does.
-/// Throws `std::runtime_error` with the reason where the archive is damaged, holds no exchange file
-/// or more than one, or becomes too large.
+/// Throws `Kessel::InputError` where the archive is damaged, holds no exchange file or more than
+/// one, or becomes too large.
 void unpack(int from, int to);
 
 }  // namespace Velkstep

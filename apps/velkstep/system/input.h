@@ -16,8 +16,9 @@ bool needs_a_copy(const std::string& argument);
 /// however the process ends; so is what is compressed (see system/archive.h), unpacked.
 class Input {
  public:
-  /// `argument` is a path, or "-" for standard input. Throws `std::runtime_error` with the reason
-  /// when there is nothing that can be read.
+  /// `argument` is a path, or "-" for standard input. Throws `Kessel::InputError` for an
+  /// archive that cannot be unpacked, and `std::runtime_error` with the reason when there is
+  /// nothing else that can be read.
   explicit Input(const std::string& argument);
 
   /// Where to read it.

@@ -21,6 +21,10 @@ class Interrupted : public std::exception {
 /// that are ignored) wait until somebody asks for them, and SIGPIPE is ignored.
 void hold_interruptions();
 
+/// Undoes that, for a process that begins as a copy of one that holds them. Throws `Interrupted`
+/// when one has come.
+void stop_holding_interruptions();
+
 /// Whether one of these signals has come.
 bool is_interrupted();
 

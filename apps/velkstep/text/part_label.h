@@ -1,4 +1,4 @@
-// What parts are called on paper.
+// What parts are called on paper, and how lists sort them.
 #pragma once
 
 #include <string>
@@ -7,6 +7,13 @@
 #include "kessel/assembly.h"
 
 namespace Velkstep {
+
+/// In which order a list of parts has them.
+enum class PartsOrder {
+  file,      ///< as in the file
+  name,      ///< by name, whether in capital or small letters
+  quantity,  ///< the most frequent first, equally frequent ones by name
+};
 
 /// "part", "assembly" or "assembly with bodies".
 std::string_view role_name(Kessel::PartRole role);

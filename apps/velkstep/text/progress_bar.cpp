@@ -28,17 +28,23 @@ constexpr std::array<StageShare, 3> STAGES = {{
 
 constexpr int WIDTH = 30;
 
+std::string bar_of(double share) {
+  const int full = static_cast<int>(share * WIDTH);
+  return "[" + std::string(static_cast<std::size_t>(full), '#') +
+         std::string(static_cast<std::size_t>(WIDTH - full), ' ') + "] ";
+}
+
+double share_of(std::uint64_t done, std::uint64_t total) {
+  return total == 0 ? 0.0 : static_cast<double>(done) / static_cast<double>(total);
+}
+
 }  // namespace
 
 std::string progress_line(const Kessel::Progress& progress, double seconds) {
   const StageShare& stage = STAGES[static_cast<std::size_t>(progress.stage)];
-  const double of_stage = progress.total == 0 ? 0.0
-                                              : static_cast<double>(progress.done) /
-                                                    static_cast<double>(progress.total);
+  const double of_stage = share_of(progress.done, progress.total);
   const double share = stage.begin + of_stage * (stage.end - stage.begin);
-  const int full = static_cast<int>(share * WIDTH);
-  std::string line = "[" + std::string(static_cast<std::size_t>(full), '#') +
-                     std::string(static_cast<std::size_t>(WIDTH - full), ' ') + "] ";
+  std::string line = bar_of(share);
   std::array<char, 64> text{};
   std::snprintf(text.data(), text.size(), "%3d%% %s", static_cast<int>(share * 100), stage.name);
   line += text.data();
@@ -58,17 +64,37 @@ ProgressBar::ProgressBar(ShowProgress show)
       last_(begin_) {}
 
 ProgressBar::~ProgressBar() {
-  if (shown_) std::cerr << "\r\x1b[K" << std::flush;
+  wipe();
 }
 
 void ProgressBar::show(const Kessel::Progress& progress) {
+  if (!is_due()) return;
+  const std::chrono::duration<double> seconds = last_ - begin_;
+  show_line(progress_line(progress, seconds.count()));
+}
+
+void ProgressBar::show(std::size_t done, std::size_t inputs) {
+  if (!is_due()) return;
+  show_line(bar_of(share_of(done, inputs)) + std::to_string(done) + " of " +
+            std::to_string(inputs) + " inputs");
+}
+
+void ProgressBar::wipe() {
+  if (shown_) std::cerr << "\r\x1b[K" << std::flush;
+  shown_ = false;
+}
+
+bool ProgressBar::is_due() {
   constexpr auto PAUSE = std::chrono::milliseconds(50);
   const Clock::time_point now = Clock::now();
-  if (!wanted_ || now - begin_ < patience_ || (shown_ && now - last_ < PAUSE)) return;
+  if (!wanted_ || now - begin_ < patience_ || (shown_ && now - last_ < PAUSE)) return false;
   last_ = now;
+  return true;
+}
+
+void ProgressBar::show_line(const std::string& line) {
   shown_ = true;
-  const std::chrono::duration<double> seconds = now - begin_;
-  std::cerr << '\r' << progress_line(progress, seconds.count()) << "\x1b[K" << std::flush;
+  std::cerr << '\r' << line << "\x1b[K" << std::flush;
 }
 
 }  // namespace Velkstep

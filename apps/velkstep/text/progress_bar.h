@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <string>
 
 #include "kessel/options.h"
@@ -22,8 +23,17 @@ class ProgressBar {
 
   void show(const Kessel::Progress& progress);
 
+  /// The same for several inputs, `done` of which are finished.
+  void show(std::size_t done, std::size_t inputs);
+
+  /// Makes room for other lines.
+  void wipe();
+
  private:
   using Clock = std::chrono::steady_clock;
+
+  bool is_due();
+  void show_line(const std::string& line);
 
   bool wanted_;
   Clock::duration patience_;  // how long a run lasts before the bar appears

@@ -91,7 +91,8 @@ std::string spaces_up_to(std::string_view text, std::size_t width) {
   return std::string(width > taken ? width - taken : 0, ' ');
 }
 
-bool colours_are_wanted() {
+bool colours_are_wanted(ColourChoice choice) {
+  if (choice != ColourChoice::automatic) return choice == ColourChoice::always;
   const char* no_color = std::getenv("NO_COLOR");
   if (no_color != nullptr && *no_color != '\0') return false;
   const char* terminal = std::getenv("TERM");
@@ -131,7 +132,7 @@ std::string padded_left(std::string_view text, std::size_t width) {
   return spaces_up_to(text, width) + std::string(text);
 }
 
-Colours::Colours() : wanted_(colours_are_wanted()) {}
+Colours::Colours(ColourChoice choice) : wanted_(colours_are_wanted(choice)) {}
 
 std::string Colours::marked(std::string_view code, std::string_view text) const {
   if (!wanted_ || text.empty()) return std::string(text);

@@ -19,10 +19,14 @@ std::size_t display_width(std::string_view text);
 std::string padded_right(std::string_view text, std::size_t width);
 std::string padded_left(std::string_view text, std::size_t width);
 
-/// Marks text where standard output is a terminal that knows how, unless NO_COLOR says otherwise.
+/// Whether text is marked: automatically where standard output is a terminal that knows how, unless
+/// NO_COLOR says otherwise.
+enum class ColourChoice { automatic, always, never };
+
+/// Marks text.
 class Colours {
  public:
-  Colours();
+  explicit Colours(ColourChoice choice);
   std::string bold(std::string_view text) const { return marked("1", text); }
   std::string dim(std::string_view text) const { return marked("2", text); }
 

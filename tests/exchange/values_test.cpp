@@ -1,5 +1,5 @@
 // What parameters say.
-#include "inspection/values.h"
+#include "exchange/values.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "inspection/values.h"
+#include "exchange/values.h"
 
 #include <charconv>
 #include <cmath>
@@ -25,16 +25,25 @@ std::string_view enumeration_value(std::string_view parameter) {
   return parameter.substr(1, parameter.size() - 2);
 }
 
-double number_value(std::string_view parameter) {
-  const auto typed = Exchange::partial_records(parameter);
+std::optional<double> number_or_none(std::string_view parameter) {
+  // Most numbers have no type in front.
+  const bool is_typed = !parameter.empty() && parameter.back() == ')';
+  const auto typed =
+      is_typed ? Exchange::partial_records(parameter) : std::vector<Exchange::PartialRecord>();
   if (!typed.empty()) {
     const Exchange::Parameters parameters = Exchange::items_of(typed.front().list);
     parameter = Exchange::parameter(parameters, 0);
   }
   if (parameter.starts_with('+')) parameter.remove_prefix(1);
   double value = 0;
-  std::from_chars(parameter.data(), parameter.data() + parameter.size(), value);
-  return std::isfinite(value) ? value : 0;  // "INF" and "NAN" are numbers to from_chars().
+  const auto [end, error] =
+      std::from_chars(parameter.data(), parameter.data() + parameter.size(), value);
+  if (error != std::errc() || !std::isfinite(value)) return std::nullopt;  // It reads "INF", too.
+  return value;
+}
+
+double number_value(std::string_view parameter) {
+  return number_or_none(parameter).value_or(0);
 }
 
 }  // namespace Kessel

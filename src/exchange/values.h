@@ -1,6 +1,7 @@
 // What parameters say (ISO 10303-21, 6.4).
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,5 +21,8 @@ std::string_view enumeration_value(std::string_view parameter);
 
 /// A finite number, typed ("LENGTH_MEASURE(2.54)") or not; 0 for all else.
 double number_value(std::string_view parameter);
+
+/// The same; none for all else.
+std::optional<double> number_or_none(std::string_view parameter);
 
 }  // namespace Kessel

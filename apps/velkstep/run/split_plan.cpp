@@ -1,0 +1,114 @@
+#include "run/split_plan.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <map>
+#include <string_view>
+#include <system_error>
+
+#include "run/each_input.h"
+#include "run/with_input.h"
+
+namespace Velkstep {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array<std::string_view, 6> COMPRESSED_ENDINGS = {".gz", ".zip", ".bz2",
+                                                                ".xz", ".zst", ".zstd"};
+constexpr std::array<std::string_view, 5> EXCHANGE_ENDINGS = {".step", ".stp", ".p21", ".stpnc",
+                                                              ".stpz"};
+
+/// Takes the one of `endings` off that `name` has, in capital or small letters. Returns whether.
+template <class Endings>
+bool take_off(std::string& name, const Endings& endings) {
+  const auto ends_with = [&](std::string_view ending) {
+    return name.size() >= ending.size() &&
+           std::equal(ending.rbegin(), ending.rend(), name.rbegin(), [](char a, char b) {
+             return a == std::tolower(static_cast<unsigned char>(b));
+           });
+  };
+  const auto found = std::find_if(endings.begin(), endings.end(), ends_with);
+  if (found == endings.end()) return false;
+  name.resize(name.size() - found->size());
+  return true;
+}
+
+/// The folder for an input that needs one of its own below `folder`.
+fs::path folder_of(const std::string& in, const fs::path& folder) {
+  if (in == "-") throw WrongUsage("standard input has no name for a folder; -o OUTDIR names one");
+  const std::string stem = stem_of(in);
+  if (stem.empty()) {
+    throw WrongUsage(in + ": its name does not tell what to call its folder; -o OUTDIR names one");
+  }
+  return folder / stem;
+}
+
+void refuse_folders(const std::vector<std::string>& inputs) {
+  for (const std::string& in : inputs) {
+    std::error_code error;
+    if (fs::is_directory(in, error)) {
+      throw WrongUsage(in + " is a folder; -o " + in + " puts the files there");
+    }
+  }
+}
+
+/// No two inputs go into one folder.
+void require_own_folders(const std::vector<SplitArguments>& plan) {
+  std::map<fs::path, std::string> inputs;
+  for (const SplitArguments& one : plan) {
+    const auto [before, is_new] = inputs.emplace(one.outdir.lexically_normal(), one.in);
+    if (is_new) continue;
+    throw WrongUsage(before->second + " and " + one.in + " would both go into " +
+                     one.outdir.string() + "; split them one by one, each with its own -o OUTDIR");
+  }
+}
+
+}  // namespace
+
+std::string stem_of(const std::string& in) {
+  std::string name = fs::path(in).filename().string();
+  const bool was_compressed = take_off(name, COMPRESSED_ENDINGS);
+  const bool was_exchange = take_off(name, EXCHANGE_ENDINGS);
+  const bool is_name = !name.empty() && name != "." && name != "..";
+  return is_name && (was_compressed || was_exchange) ? name : std::string();
+}
+
+std::vector<SplitArguments> plan_splits(const SplitArguments& arguments) {
+  std::vector<std::string> inputs = arguments.inputs;
+  fs::path folder = arguments.output;
+  std::error_code error;
+  if (folder.empty() && inputs.size() == 2 && !fs::is_regular_file(inputs[1], error)) {
+    folder = inputs[1];
+    inputs.pop_back();
+    if (folder.empty()) throw WrongUsage("OUTDIR is empty");
+  }
+  const bool is_one = inputs.size() == 1;
+  if (!is_one) refuse_folders(inputs);
+  std::vector<SplitArguments> plan;
+  for (const std::string& in : inputs) {
+    plan.push_back(arguments);
+    plan.back().in = in;
+    plan.back().outdir = is_one && !folder.empty() ? folder : folder_of(in, folder);
+  }
+  require_own_folders(plan);
+  return plan;
+}
+
+int for_each_split(const SplitArguments& arguments,
+                   const std::function<int(const SplitArguments&)>& split_one) {
+  std::vector<SplitArguments> plan = plan_splits(arguments);
+  EachInput each;
+  each.jobs = arguments.jobs;
+  each.summary = !arguments.quiet;
+  each.progress = arguments.quiet ? ShowProgress::never : arguments.progress;
+  for (SplitArguments& one : plan) {
+    each.inputs.push_back(one.in);
+    if (plan.size() > 1) one.progress = ShowProgress::never;  // Theirs would not be seen.
+  }
+  return for_each_input(each, [&](std::size_t i) { return split_one(plan[i]); });
+}
+
+}  // namespace Velkstep

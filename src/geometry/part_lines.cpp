@@ -1,0 +1,277 @@
+#include "geometry/part_lines.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "geometry/edges.h"
+#include "geometry/mapping.h"
+#include "geometry/placement_reader.h"
+#include "geometry/tessellation.h"
+
+namespace Kessel::Geometry {
+
+namespace {
+
+// How often a part may show others by mapped items, and through how many of them.
+constexpr std::size_t MOST_PLACES = 100'000;
+constexpr std::size_t MOST_LEVELS = 32;
+
+/// What is no shape but helps to construct one.
+bool is_auxiliary(const Instances& instances, Index representation) {
+  return instances.is(representation, "CONSTRUCTIVE_GEOMETRY_REPRESENTATION");
+}
+
+}  // namespace
+
+/// Representations that are shown together, and where.
+struct PartLines::Place {
+  std::vector<ShownRoot> roots;
+  struct Setting {
+    Frame frame;     ///< from the representation's coordinates to the part's
+    double stretch;  ///< by how much at most it makes lengths longer
+    RepresentationUnits units;
+  };
+  std::vector<Setting> settings;  // one per root
+  std::vector<Index> way;         // the mapped representations that lead here
+
+  void add(Index record, const Colour& colour, const Frame& frame,
+           const RepresentationUnits& units) {
+    roots.push_back({record, colour});
+    const double stretch = std::max({length(frame.x), length(frame.y), length(frame.z)});
+    settings.push_back({frame, stretch, units});
+  }
+};
+
+/// One going through a product's representations.
+struct PartLines::Pass {
+  explicit Pass(const GeometryRecords& records) : lists(records) {}
+
+  DrawnPart* part = nullptr;
+  double chord = 0;
+  std::uint64_t points_left = 0;
+  bool has_curves = false;  ///< whether any line would be another one with another chord
+  ProductId product = NO_PRODUCT;
+  std::vector<Place> open;
+  std::size_t places = 0;
+  // Of the place that is drawn.
+  DrawnPieces pieces;
+  TriangleMesh mesh;
+  std::vector<const ShownItem*> mesh_items;
+  CoordinateLists lists;
+};
+
+PartLines::PartLines(const GeometryRecords& records, const Owners& owners, const StyleTable& styles,
+                     UnitTable& units, const DrawingOptions& options, Budget& budget)
+    : records_(records),
+      owners_(owners),
+      units_(units),
+      options_(options),
+      budget_(budget),
+      finder_(records, styles, budget),
+      points_left_(options.most_points) {}
+
+void PartLines::draw(ProductId product, DrawnPart& part) {
+  Pass rough(records_);
+  rough.part = &part;
+  rough.product = product;
+  rough.chord = std::numeric_limits<double>::infinity();
+  rough.points_left = points_left_;
+  draw_all(rough);
+  if (rough.has_curves && !part.box.is_empty()) {
+    const double diagonal = distance({part.box.low[0], part.box.low[1], part.box.low[2]},
+                                     {part.box.high[0], part.box.high[1], part.box.high[2]});
+    const bool is_absolute = options_.tolerance_metres > 0 && part.unit_metres > 0;
+    part.lines.clear();
+    part.points.clear();
+    part.box = {};
+    part.dropped = 0;
+    Pass fine(records_);
+    fine.part = &part;
+    fine.product = product;
+    fine.chord = is_absolute ? options_.tolerance_metres / part.unit_metres
+                             : std::max(options_.tolerance, 1e-9) * diagonal;
+    fine.points_left = points_left_;
+    draw_all(fine);
+  }
+  points_left_ -= part.points.size();
+  part.lines.shrink_to_fit();
+  part.points.shrink_to_fit();
+}
+
+void PartLines::draw_all(Pass& pass) {
+  Place top;
+  const RepresentationUnits* units = nullptr;
+  for (const Index representation : owners_.representations(pass.product)) {
+    if (is_auxiliary(records_.instances(), representation)) continue;
+    const RepresentationUnits& own = units_.of(representation);
+    if (units == nullptr || units->metres <= 0) units = &own;
+    top.add(representation, {}, {}, own);
+    top.way.push_back(representation);
+  }
+  if (units == nullptr) return;
+  pass.part->unit = units->name;
+  pass.part->unit_metres = units->metres;
+  for (auto& setting : top.settings) {
+    setting.stretch = setting.units.to(*units);
+    setting.frame = scaled(setting.stretch, setting.frame);
+  }
+  pass.open.push_back(std::move(top));
+  while (!pass.open.empty()) {
+    const Place place = std::move(pass.open.back());
+    pass.open.pop_back();
+    draw_place(place, pass);
+  }
+}
+
+void PartLines::draw_place(const Place& place, Pass& pass) {
+  std::vector<ShownItem> items;
+  try {
+    const auto found = finder_.find(place.roots);
+    items.assign(found.begin(), found.end());
+  } catch (const BadGeometry&) {
+    ++pass.part->dropped;
+    return;
+  }
+  pass.pieces = {};
+  pass.mesh = {};
+  pass.mesh_items.clear();
+  const std::size_t first_open = pass.open.size();
+  for (const ShownItem& item : items) {
+    try {
+      draw_item(item, place, pass);
+    } catch (const BadGeometry&) {
+      ++pass.part->dropped;
+    }
+  }
+  // The first mapped item is opened first.
+  std::reverse(pass.open.begin() + static_cast<std::ptrdiff_t>(first_open), pass.open.end());
+  try {
+    draw_mesh(place, pass);
+  } catch (const BadGeometry&) {
+    ++pass.part->dropped;
+  }
+}
+
+void PartLines::draw_item(const ShownItem& item, const Place& place, Pass& pass) {
+  const Place::Setting& setting = place.settings[item.root];
+  const Fineness fineness{pass.chord / setting.stretch, &budget_};
+  const CurveReading reading{records_, setting.units.angle, fineness};
+  scratch_.clear();
+  switch (item.role) {
+    case Role::edge:
+      if (!trace_edge(reading, item.record, scratch_)) pass.has_curves = true;
+      return add_line(item, scratch_, place, pass);
+    case Role::curve:
+      pass.has_curves = true;
+      trace_curve(reading, item.record, scratch_);
+      return add_line(item, scratch_, place, pass);
+    case Role::loop:
+      for (const Reference point : records_.instances().references(item.record)) {
+        require(point.record() != NO_RECORD);
+        scratch_.push_back(read_point(records_, point.record()));
+      }
+      require(scratch_.size() >= 2);
+      scratch_.push_back(scratch_.front());
+      return draw_pieces(item, scratch_, place, pass);
+    case Role::strip:
+      if (is_drawn_exactly(item)) return;
+      for (const Points& strip : read_strips(records_, item.record, pass.lists, budget_)) {
+        draw_pieces(item, strip, place, pass);
+      }
+      return;
+    case Role::triangles:
+      if (is_drawn_exactly(item)) return;
+      pass.mesh_items.push_back(&item);
+      return pass.mesh.add(records_, item.record, pass.lists, budget_);
+    case Role::mapped:
+      return open_mapped(item, place, pass);
+    case Role::moved:
+      return open_moved(item, place, pass);
+    default:
+      return;
+  }
+}
+
+bool PartLines::is_drawn_exactly(const ShownItem& item) const {
+  const Index exact = pictured_item(records_, item.record);
+  return exact != NO_RECORD && finder_.has(exact);
+}
+
+void PartLines::open_place(Place place, Pass& pass) {
+  require(pass.places < MOST_PLACES && place.way.size() <= MOST_LEVELS);
+  ++pass.places;
+  pass.open.push_back(std::move(place));
+}
+
+void PartLines::open_mapped(const ShownItem& item, const Place& place, Pass& pass) {
+  const Mapping mapping = read_mapping(records_, item.record);
+  const ProductId mapped = owners_.of(mapping.representation);
+  // What stands for a component is drawn with it.
+  if (mapped != NO_PRODUCT && owners_.uses(pass.product, mapped)) return;
+  const auto is_on_way = std::find(place.way.begin(), place.way.end(), mapping.representation);
+  require(is_on_way == place.way.end());
+  const Place::Setting& here = place.settings[item.root];
+  const RepresentationUnits units = units_.of(mapping.representation);
+  const Frame frame = after(
+      here.frame, frame_between(records_, mapping.origin, mapping.target, units.to(here.units)));
+  Place there;
+  there.way = place.way;
+  there.way.push_back(mapping.representation);
+  for (const Index representation : owners_.shown_with(mapping.representation)) {
+    if (is_auxiliary(records_.instances(), representation)) continue;
+    const RepresentationUnits& own = units_.of(representation);
+    there.add(representation, item.colour, after(frame, scaled(own.to(units), Frame())), own);
+  }
+  open_place(std::move(there), pass);
+}
+
+void PartLines::open_moved(const ShownItem& item, const Place& place, Pass& pass) {
+  const Place::Setting& here = place.settings[item.root];
+  Place there;
+  there.way = place.way;
+  there.way.push_back(item.record);
+  const Frame frame = after(here.frame, read_frame(records_, reposition_of(records_, item.record)));
+  there.add(item.record, item.colour, frame, here.units);
+  open_place(std::move(there), pass);
+}
+
+void PartLines::draw_pieces(const ShownItem& item, const Points& points, const Place& place,
+                            Pass& pass) {
+  budget_.spend(points.size());
+  pass.pieces.draw(points, [&](const Points& way) { add_line(item, way, place, pass); });
+}
+
+void PartLines::draw_mesh(const Place& place, Pass& pass) {
+  const std::vector<TriangleMesh::Piece> all = pass.mesh.outline();
+  for (std::size_t i = 0; i < all.size();) {
+    const std::size_t face = all[i].face;
+    std::vector<TriangleMesh::Piece> of_face;
+    for (; i < all.size() && all[i].face == face; ++i) of_face.push_back(all[i]);
+    for (const Points& way : join_pieces(of_face)) {
+      draw_pieces(*pass.mesh_items[face], way, place, pass);
+    }
+  }
+}
+
+void PartLines::add_line(const ShownItem& item, const Points& points, const Place& place,
+                         Pass& pass) {
+  require(points.size() >= 2 && points.size() <= pass.points_left);
+  DrawnPart& part = *pass.part;
+  const Frame& frame = place.settings[item.root].frame;
+  const std::size_t first = part.points.size();
+  for (const Vector& point : points) {
+    const Vector moved = frame.point(point);
+    if (!is_finite(moved)) {
+      part.points.resize(first);
+      throw BadGeometry();
+    }
+    part.points.push_back({moved.x, moved.y, moved.z});
+  }
+  pass.points_left -= points.size();
+  for (std::size_t i = first; i < part.points.size(); ++i) part.box.add(part.points[i]);
+  part.lines.push_back(
+      {records_.instances().number(item.record), item.colour.rgb, first, points.size()});
+}
+
+}  // namespace Kessel::Geometry

@@ -1,0 +1,49 @@
+// The lines of one product.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "geometry/curve.h"
+#include "geometry/owners.h"
+#include "geometry/shown_items.h"
+#include "geometry/units.h"
+#include "kessel/drawing.h"
+
+namespace Kessel::Geometry {
+
+/// Draws products one after the other.
+class PartLines {
+ public:
+  PartLines(const GeometryRecords& records, const Owners& owners, const StyleTable& styles,
+            UnitTable& units, const DrawingOptions& options, Budget& budget);
+
+  /// Fills the lines of `part`, its box, unit and what was dropped, from the product's
+  /// representations.
+  void draw(ProductId product, DrawnPart& part);
+
+ private:
+  struct Place;
+  struct Pass;
+  void draw_all(Pass& pass);
+  void draw_place(const Place& place, Pass& pass);
+  void draw_item(const ShownItem& item, const Place& place, Pass& pass);
+  bool is_drawn_exactly(const ShownItem& item) const;
+  void open_place(Place place, Pass& pass);
+  void open_mapped(const ShownItem& item, const Place& place, Pass& pass);
+  void open_moved(const ShownItem& item, const Place& place, Pass& pass);
+  void draw_pieces(const ShownItem& item, const Points& points, const Place& place, Pass& pass);
+  void draw_mesh(const Place& place, Pass& pass);
+  void add_line(const ShownItem& item, const Points& points, const Place& place, Pass& pass);
+
+  const GeometryRecords& records_;
+  const Owners& owners_;
+  UnitTable& units_;
+  const DrawingOptions& options_;
+  Budget& budget_;
+  ItemFinder finder_;
+  std::uint64_t points_left_;
+  Points scratch_;
+};
+
+}  // namespace Kessel::Geometry

@@ -1,0 +1,89 @@
+// Reads a file with what it draws.
+#include "kessel/drawing.h"
+
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "findings/finding_kinds.h"
+#include "geometry/draw_products.h"
+#include "inspection/assembly.h"
+#include "inspection/inspected_file.h"
+#include "instances/loader.h"
+#include "kessel/errors.h"
+
+namespace Kessel {
+
+namespace {
+
+/// Keeps what geometry is read from, too.
+class DrawingLoader final : public InstanceLoader {
+ public:
+  DrawingLoader(Instances& instances, Geometry::GeometryRecords& records, const Options& options,
+                std::uint64_t total)
+      : InstanceLoader(instances, options, total),
+        instances_(instances),
+        records_(records),
+        limit_(options.memory_limit) {}
+
+ private:
+  void added(Index index, const Exchange::Record& record) override {
+    records_.add(index, record.body);
+    if (limit_ == Options::NO_LIMIT || instances_.bytes() + records_.bytes() <= limit_) return;
+    throw InputError(make_finding(FindingKind::memory_limit,
+                                  "The records and their geometry need more memory than the limit "
+                                  "of " +
+                                      std::to_string(limit_) + " bytes."));
+  }
+
+  const Instances& instances_;
+  Geometry::GeometryRecords& records_;
+  std::uint64_t limit_;
+};
+
+/// Bytes of the file; 0 where the system cannot say.
+std::uint64_t size_of(const std::filesystem::path& in) {
+  std::error_code unknown;
+  const std::uintmax_t size = std::filesystem::file_size(in, unknown);
+  return unknown ? 0 : size;
+}
+
+/// A generated root has its tops where they are, and the unit of the first one.
+DrawnPart draw_generated_root(const Products& products, const std::vector<DrawnPart>& parts) {
+  DrawnPart root;
+  for (const ProductId top : products.tops) {
+    const DrawnPart& drawn = parts[top];
+    if (root.unit_metres <= 0) {
+      root.unit = drawn.unit;
+      root.unit_metres = drawn.unit_metres;
+    }
+    PlacedComponent& component = root.components.emplace_back();
+    component.part = top;
+    if (drawn.unit_metres <= 0) continue;
+    const double scale = drawn.unit_metres / root.unit_metres;
+    for (const std::size_t i : {0, 5, 10}) component.matrix.rows[i] = scale;
+  }
+  return root;
+}
+
+}  // namespace
+
+Drawing read_drawing(const std::filesystem::path& in, const DrawingOptions& drawing,
+                     const Options& options) {
+  InspectedFile file;
+  Geometry::GeometryRecords records(file.instances);
+  DrawingLoader loader(file.instances, records, options, size_of(in));
+  file.read(in, options, loader);
+  Drawing result;
+  result.assembly = assembly_of(file, options);
+  const std::size_t count = file.products.products.size();
+  result.parts = Geometry::draw_products(records, file.products, drawing, [&](std::size_t done) {
+    if (options.progress) options.progress({Stage::sorting, done, count});
+  });
+  if (result.assembly.parts.size() > count) {
+    result.parts.push_back(draw_generated_root(file.products, result.parts));
+  }
+  return result;
+}
+
+}  // namespace Kessel
