@@ -25,7 +25,6 @@ int split(const fs::path& in, const fs::path& outdir) {
   fs::current_path(outdir);
   Kessel::Options options;
   options.assemblies = Kessel::AssemblyStyle::lean;
-  options.folder_in_headers = false;
   std::printf("%zu files\n", Kessel::split(input, ".", options).size());
   return 0;
 }

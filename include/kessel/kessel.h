@@ -36,6 +36,12 @@ enum kessel_flags {
   KESSEL_RENUMBER = 4          /* kessel_shrink: Kessel::ShrinkOptions::renumber */
 };
 
+/* How an input is cut into records: Kessel::Reading. */
+enum kessel_reading {
+  KESSEL_READING_STANDARD = 0,
+  KESSEL_READING_CLASSIC = 1 /* with KESSEL_ASSEMBLIES_CLASSIC only */
+};
+
 /* How a split ended. */
 enum kessel_status {
   KESSEL_DONE = 0,
@@ -72,16 +78,21 @@ struct kessel_options {
   uint64_t memory_limit;    /* Kessel::Options::memory_limit, bytes */
   kessel_progress progress; /* null for none */
   void* progress_context;   /* handed to `progress` as it is */
+  int32_t reading;          /* an enum kessel_reading */
   uint64_t flags;           /* of enum kessel_flags, added up */
 };
 
 /* How a split ended and what it wrote. */
 typedef struct kessel_result kessel_result;
 
-/* Fills the `size` bytes at `options` with the defaults: classic, record names, no limit, no
-   progress function. `size` is `sizeof(struct kessel_options)` where the caller was compiled, and
-   is noted in the structure. Null is fine. */
+/* Fills the `size` bytes at `options` with the defaults: nested, names after products, the standard
+   reading, no limit, no progress function. `size` is `sizeof(struct kessel_options)` where the
+   caller was compiled, and is noted in the structure. Null is fine. */
 KESSEL_EXPORT void kessel_default_options(struct kessel_options* options, size_t size);
+
+/* The same with Kessel::Options::classic(): the choices with which a split writes the bytes that
+   Kessel::Run writes. */
+KESSEL_EXPORT void kessel_classic_options(struct kessel_options* options, size_t size);
 
 /* Splits the exchange file `in` (ISO 10303-21, clear text) into files under `outdir`, as
    Kessel::split does (kessel/splitter.h): "roots.txt" goes into the working directory, and

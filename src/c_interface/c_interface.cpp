@@ -66,9 +66,16 @@ Options to_options(const kessel_options& given) {
   if (given.names < KESSEL_NAMES_RECORD || given.names > KESSEL_NAMES_PRODUCT_UNICODE) {
     throw BadArgument("There is no such style of names.");
   }
+  if (given.reading < KESSEL_READING_STANDARD || given.reading > KESSEL_READING_CLASSIC) {
+    throw BadArgument("There is no such reading.");
+  }
+  if (given.reading == KESSEL_READING_CLASSIC && given.assemblies != KESSEL_ASSEMBLIES_CLASSIC) {
+    throw BadArgument("The classic reading is for the classic style of assemblies only.");
+  }
   Options options;
   options.assemblies = static_cast<AssemblyStyle>(given.assemblies);
   options.names = static_cast<NameStyle>(given.names);
+  options.reading = static_cast<Reading>(given.reading);
   options.memory_limit = given.memory_limit;
   if ((given.flags & ~ALL_FLAGS) != 0) throw BadArgument("There is no such flag.");
   options.shrink = (given.flags & KESSEL_SHRINK) != 0;
@@ -198,20 +205,30 @@ kessel_result* guarded(const char* cancelled, Run run) {
   return result.release();
 }
 
+/// Puts `choices` into the `size` bytes at `options`.
+void fill(kessel_options* options, std::size_t size, const Options& choices) {
+  if (options == nullptr) return;
+  kessel_options filled = {};
+  filled.size = size;
+  filled.assemblies = static_cast<std::int32_t>(choices.assemblies);
+  filled.names = static_cast<std::int32_t>(choices.names);
+  filled.reading = static_cast<std::int32_t>(choices.reading);
+  filled.memory_limit = choices.memory_limit;
+  // A caller of a later version has members that stand for their defaults when they are zero.
+  std::memset(static_cast<void*>(options), 0, size);
+  std::memcpy(options, &filled, std::min(size, sizeof filled));
+}
+
 }  // namespace
 
 }  // namespace Kessel
 
 void kessel_default_options(kessel_options* options, std::size_t size) {
-  if (options == nullptr) return;
-  kessel_options defaults = {};
-  defaults.size = size;
-  defaults.assemblies = KESSEL_ASSEMBLIES_CLASSIC;
-  defaults.names = KESSEL_NAMES_RECORD;
-  defaults.memory_limit = Kessel::Options::NO_LIMIT;
-  // A caller of a later version has members that stand for their defaults when they are zero.
-  std::memset(static_cast<void*>(options), 0, size);
-  std::memcpy(options, &defaults, std::min(size, sizeof defaults));
+  Kessel::fill(options, size, Kessel::Options());
+}
+
+void kessel_classic_options(kessel_options* options, std::size_t size) {
+  Kessel::fill(options, size, Kessel::Options::classic());
 }
 
 kessel_result* kessel_split(const char* in, const char* outdir, const kessel_options* options) {

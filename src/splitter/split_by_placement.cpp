@@ -192,7 +192,7 @@ class PlacedSplit {
     SplitToWrite split{instances_, products_, placement_, id_, {}, {}};
     for (const fs::path& name : names_) {
       split.paths.push_back(outdir_ / name);
-      split.names.push_back(fspath_to_utf8(options_.folder_in_headers ? split.paths.back() : name));
+      split.names.push_back(fspath_to_utf8(options_.folder_in_headers.value_or("") / name));
     }
     in_.clear();
     in_.seekg(0);  // The second reading's progress is measured from here.

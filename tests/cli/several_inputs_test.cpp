@@ -94,8 +94,8 @@ TEST_F(SeveralInputs, TreesAndListsTellWhoseTheyAre) {
             "box.stp\n" + list + "\nagain.step\n" + list);
   EXPECT_EQ(run_velkstep({"tree", "--bom", "--csv", "cut.p21", "box.stp", "again.step"}).out,
             "input,quantity,name,id,kind,record,file\r\n"
-            "box.stp,1,lid,lid,part,6,#4_part.stp\r\n"
-            "again.step,1,lid,lid,part,6,#4_part.stp\r\n");
+            "box.stp,1,lid,lid,part,6,lid.stp\r\n"
+            "again.step,1,lid,lid,part,6,lid.stp\r\n");
 }
 
 TEST_F(SeveralInputs, AreSplitIntoFoldersOfTheirNames) {

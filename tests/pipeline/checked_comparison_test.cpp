@@ -39,9 +39,11 @@ struct CheckedRun {
 /// Runs on the "in.stp" of the working directory.
 CheckedRun run_checked(Reading reading) {
   CheckedRun run;
+  Options options = Options::classic();
+  options.reading = reading;
   run.messages = printed_by([&] {
     try {
-      for (const fs::path& path : split_paths("in.stp", "out", {.reading = reading})) {
+      for (const fs::path& path : split_paths("in.stp", "out", options)) {
         run.result.push_back(path.string());
       }
     } catch (const InputError& error) {

@@ -38,7 +38,6 @@ AREAS = """(() => {
   };
 })()"""
 FITS = "document.documentElement.scrollWidth <= document.documentElement.clientWidth"
-STYLES = {"wide": "product"}  # of names, where it is not the usual one
 OPENED_DESK_LAMP = ["Desk lamp", "Stand", "Boom", "Rocker switch"]
 
 
@@ -58,8 +57,8 @@ class ReportPage(unittest.TestCase):
     @classmethod
     def report(cls, name, source):
         outdir = cls.folder / name
-        subprocess.run([VELKSTEP, "report", "--quiet", "--names", STYLES.get(name, "record"),
-                        source, outdir], check=True, stderr=subprocess.DEVNULL)
+        subprocess.run([VELKSTEP, "report", "--quiet", source, outdir], check=True,
+                       stderr=subprocess.DEVNULL)
         return outdir / "report.html"
 
     @classmethod
@@ -99,10 +98,10 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.browser.value("document.querySelector('#part-title').textContent"),
                          "Desk lamp")
         facts = self.facts()
-        self.assertEqual(facts["File"], "#1329_part.stp")
+        self.assertEqual(facts["File"], "Desk lamp.stp")
         self.assertEqual(facts["Record"], "#1332")
         link = self.browser.value("document.querySelector('#facts a').href")
-        self.assertEqual(link, (self.lamp.parent / "#1329_part.stp").as_uri())
+        self.assertEqual(link, (self.lamp.parent / "Desk lamp.stp").as_uri())
 
     def test_a_node_opens_and_closes_by_mouse(self):
         self.browser.open(self.lamp)
@@ -141,7 +140,7 @@ class ReportPage(unittest.TestCase):
                          "1 part found")
         self.browser.click("#results button")
         self.assertEqual((self.active()["name"], self.active()["level"]), ("Pivot pin", "4"))
-        self.assertEqual(self.facts()["File"], "#108_part.stp")
+        self.assertEqual(self.facts()["File"], "Pivot pin.stp")
         self.assertEqual(self.browser.value(PARENTS), ["Arm ×2", "Head"])
         self.browser.click("#search")
         self.browser.type("nothing like it")

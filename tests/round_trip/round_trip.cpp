@@ -34,8 +34,6 @@ class RoundTrip {
  public:
   RoundTrip(const fs::path& in, AssemblyStyle assemblies) : in_(in), input_(in) {
     options_.assemblies = assemblies;
-    options_.names = NameStyle::product;
-    options_.folder_in_headers = false;
   }
 
   std::vector<std::string> run() {

@@ -50,7 +50,6 @@ std::vector<std::string> faults_of_split_and_join(const fs::path& in, AssemblySt
   Options options;
   options.assemblies = style;
   options.shrink = true;
-  options.folder_in_headers = false;
   fs::remove_all("split");
   fs::remove("roots.txt");
   const std::vector<WrittenFile> files = split(in, "split", options);

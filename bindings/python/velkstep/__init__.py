@@ -9,26 +9,40 @@ from __future__ import annotations
 
 import os
 import pathlib
-from typing import Callable, Literal, Optional, Union
+from typing import Callable, Literal, Optional, TypedDict, Union
 
 from . import _velkstep
 from .errors import InputError, OutputError
 from .shapes import Difference, Info, Joined, Shrunk, Tree
 
-__all__ = ["InputError", "OutputError", "diff", "info", "join", "shrink", "split", "tree"]
+__all__ = ["CLASSIC", "InputError", "OutputError", "diff", "info", "join", "shrink", "split", "tree"]
 
 StrPath = Union[str, "os.PathLike[str]"]
 Assemblies = Literal["classic", "lean", "nested"]
 Names = Literal["record", "product", "product-unicode"]
+Reading = Literal["standard", "classic"]
 Stage = Literal["reading", "sorting", "writing"]
 Progress = Callable[[Stage, int, int], object]
+
+
+class Choices(TypedDict):
+    """What `split` can be told about its files."""
+
+    assemblies: Assemblies
+    names: Names
+    reading: Reading
+
+
+CLASSIC: Choices = {"assemblies": "classic", "names": "record", "reading": "classic"}
+"""The choices with which `split(input, outdir, **CLASSIC)` writes the bytes that Kessel::Run writes."""
 
 
 def split(
     input: StrPath,
     outdir: StrPath,
-    assemblies: Assemblies = "lean",
+    assemblies: Assemblies = "nested",
     names: Names = "product",
+    reading: Reading = "standard",
     progress: Optional[Progress] = None,
     shrink: bool = False,
 ) -> list[pathlib.Path]:
@@ -45,10 +59,14 @@ def split(
     and comes out of it unchanged, and so does KeyboardInterrupt without any progress function; what
     was written until then is in the files.
 
-    Raises InputError, OutputError, MemoryError; ValueError for a style that there is not and for an
+    `assemblies` is what an assembly's file holds, `names` what files are called after, `reading` how
+    the input is cut into records; "classic" is for the assemblies "classic" only. CLASSIC has all
+    three for hosts of Kessel::Run.
+
+    Raises InputError, OutputError, MemoryError; ValueError for a choice that there is not, and for an
     `outdir` that is not UTF-8.
     """
-    return _velkstep.split(input, outdir, assemblies, names, progress, shrink)
+    return _velkstep.split(input, outdir, assemblies, names, reading, progress, shrink)
 
 
 def tree(input: StrPath, names: Names = "product") -> Tree:

@@ -11,6 +11,7 @@ def split(
     outdir: _StrPath,
     assemblies: str,
     names: str,
+    reading: str,
     progress: Optional[Callable[..., object]],
     shrink: bool,
 ) -> list[pathlib.Path]: ...
