@@ -16,6 +16,7 @@
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
+#include "kessel/extract.h"
 #include "kessel/join.h"
 #include "kessel/kessel.h"
 #include "kessel/options.h"
@@ -164,6 +165,20 @@ void fill(Known* given, std::size_t size, const Known& known) {
   std::memcpy(static_cast<void*>(given), &known, std::min(size, sizeof known));
 }
 
+void extract_into(kessel_result& result, const char* in, const char* part, const char* out,
+                  const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  if (part == nullptr) throw BadArgument("The name of the part is missing.");
+  const std::filesystem::path output = path_of(out, "The path of the output is missing.");
+  const Options choices = to_options(known_options(options));
+  ExtractOptions extract_options;
+  extract_options.memory_limit = choices.memory_limit;
+  extract_options.progress = choices.progress;
+  std::vector<std::string> files = {fspath_to_utf8(output)};
+  extract(input, part, output, extract_options);
+  result.files = std::move(files);
+}
+
 /// Notes how a split ended. Needs no memory that might be missing.
 void end(kessel_result& result, kessel_status status, const char* error) noexcept {
   try {
@@ -186,6 +201,8 @@ kessel_result* guarded(const char* cancelled, Run run) {
   } catch (const Cancelled&) {
     end(*result, KESSEL_CANCELLED, cancelled);
   } catch (const BadArgument& error) {
+    end(*result, KESSEL_BAD_ARGUMENT, error.what());
+  } catch (const PartError& error) {
     end(*result, KESSEL_BAD_ARGUMENT, error.what());
   } catch (const InputError& error) {
     end(*result, KESSEL_INPUT_ERROR, error.what());
@@ -273,6 +290,13 @@ int kessel_difference_at(const kessel_result* result, std::size_t index,
   const bool is_there = index < kessel_difference_count(result);
   Kessel::fill(difference, size, is_there ? result->differences.row(index) : kessel_difference());
   return is_there ? 1 : 0;
+}
+
+kessel_result* kessel_extract(const char* in, const char* part, const char* out,
+                              const kessel_options* options) {
+  return Kessel::guarded("The extraction was cancelled.", [&](kessel_result& result) {
+    Kessel::extract_into(result, in, part, out, options);
+  });
 }
 
 int kessel_is_same(const kessel_result* result) {

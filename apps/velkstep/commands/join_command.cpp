@@ -61,7 +61,7 @@ int join(const JoinArguments& arguments) {
     } catch (const Kessel::InputError& error) {
       return fail_at(name_in_finding(arguments, error.finding()), error.finding());
     } catch (const Kessel::OutputError& error) {
-      return refuse_output(error);
+      return fail_to_write(error);
     }
   };
   return with_path(arguments.root, join_from, [&](const Kessel::Finding& finding) {

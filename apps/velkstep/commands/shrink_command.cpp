@@ -61,7 +61,7 @@ int shrink(const ShrinkArguments& arguments) {
       }
       return arguments.quiet ? int{EXIT_DONE} : print(shrunk_text(arguments, shrunk));
     } catch (const Kessel::OutputError& error) {
-      return refuse_output(error);
+      return fail_to_write(error);
     }
   });
 }

@@ -12,7 +12,4 @@ namespace Velkstep {
 /// replace. Its copy or what is unpacked of it is another file to the library.
 void refuse_to_replace(const std::string& in, const std::filesystem::path& out);
 
-/// Prints why the output cannot be written, and returns EXIT_FAILED.
-int refuse_output(const Kessel::OutputError& error);
-
 }  // namespace Velkstep

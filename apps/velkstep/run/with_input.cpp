@@ -40,6 +40,14 @@ int fail_at(const std::string& name, const Kessel::Finding& finding) {
               finding.sentence);
 }
 
+int fail_to_write(const Kessel::OutputError& error) {
+  if (error.reason() == std::errc::file_exists) {
+    return fail(error.path().string(),
+                "is there already; --force replaces it, unless it is an input");
+  }
+  return fail(error.path().string(), "cannot be written: " + error.reason().message());
+}
+
 std::string reason_of(const std::exception& error) {
   const auto* of_system = dynamic_cast<const std::system_error*>(&error);
   if (of_system != nullptr && of_system->code() == std::errc::not_enough_memory) {

@@ -2,7 +2,7 @@ import os
 import pathlib
 from typing import Callable, Optional, Union
 
-from .shapes import Difference, Info, Joined, Shrunk, Tree
+from .shapes import Difference, Extracted, Info, Joined, Shrunk, Tree
 
 _StrPath = Union[str, "os.PathLike[str]"]
 
@@ -33,6 +33,16 @@ def shrink(
     renumber: bool,
     progress: Optional[Callable[..., object]],
 ) -> Shrunk: ...
+def extract(
+    input: _StrPath,
+    parts: list[str],
+    out: _StrPath,
+    is_folder: bool,
+    bodies: bool,
+    names: str,
+    replace: bool,
+    progress: Optional[Callable[..., object]],
+) -> Extracted: ...
 def diff(
     a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]
 ) -> Difference: ...
