@@ -136,7 +136,7 @@ class JoinedWriter {
     const Instances& root = files_.root().instances;
     const std::vector<std::string> sections = sections_of(root);
     const bool become_one = sections.size() == 1 && root.data_sections().size() != 1;
-    out_.text() += make_header(root.header(), name, current_time_stamp(), become_one);
+    out_.text() += HeaderForm(root.header(), current_time_stamp(), become_one).with_name(name);
     write_entries(TypeTable::ANCHOR_ENTRY, "ANCHOR;\n");
     write_entries(TypeTable::REFERENCE_ENTRY, "REFERENCE;\n");
     for (std::size_t section = 0; section < sections.size(); ++section) {
