@@ -1,8 +1,9 @@
-// How many generated files a test tries.
+// Which generated files a test tries.
 #pragma once
 
 #include <cstdint>
-#include <cstdlib>
+
+#include "support/effort.h"
 
 namespace Kessel::test {
 
@@ -13,13 +14,10 @@ struct Seeds {
 };
 
 /// From the environment variables VELKSTEP_FIRST_SEED and VELKSTEP_RANDOM_SEEDS, else 1 and
-/// `usual`.
+/// tries(`usual`).
 inline Seeds seeds_to_try(std::uint64_t usual) {
-  const auto number = [](const char* name, std::uint64_t otherwise) {
-    const char* const text = std::getenv(name);
-    return text == nullptr ? otherwise : std::strtoull(text, nullptr, 10);
-  };
-  return {number("VELKSTEP_FIRST_SEED", 1), number("VELKSTEP_RANDOM_SEEDS", usual)};
+  return {number_from_environment("VELKSTEP_FIRST_SEED", 1),
+          number_from_environment("VELKSTEP_RANDOM_SEEDS", tries(usual))};
 }
 
 }  // namespace Kessel::test
