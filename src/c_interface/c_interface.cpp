@@ -20,6 +20,7 @@
 #include "kessel/join.h"
 #include "kessel/kessel.h"
 #include "kessel/options.h"
+#include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/splitter.h"
 
@@ -165,6 +166,36 @@ void fill(Known* given, std::size_t size, const Known& known) {
   std::memcpy(static_cast<void*>(given), &known, std::min(size, sizeof known));
 }
 
+View to_view(std::int32_t view) {
+  switch (view) {
+    case KESSEL_VIEW_ISOMETRIC:
+      return View::isometric;
+    case KESSEL_VIEW_FRONT:
+      return View::front;
+    case KESSEL_VIEW_TOP:
+      return View::top;
+    case KESSEL_VIEW_RIGHT:
+      return View::right;
+    default:
+      throw BadArgument("There is no such view.");
+  }
+}
+
+void draw_into(kessel_result& result, const char* in, const char* part, std::int32_t view,
+               const char* out, const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  const std::filesystem::path output = path_of(out, "The path of the output is missing.");
+  const Options choices = to_options(known_options(options));
+  PictureOptions picture_options;
+  if (part != nullptr) picture_options.part = part;
+  picture_options.view = to_view(view);
+  picture_options.memory_limit = choices.memory_limit;
+  picture_options.progress = choices.progress;
+  std::vector<std::string> files = {fspath_to_utf8(output)};
+  draw_picture(input, output, picture_options);
+  result.files = std::move(files);
+}
+
 void extract_into(kessel_result& result, const char* in, const char* part, const char* out,
                   const kessel_options* options) {
   const std::filesystem::path input = path_of(in, "The path of the input is missing.");
@@ -290,6 +321,13 @@ int kessel_difference_at(const kessel_result* result, std::size_t index,
   const bool is_there = index < kessel_difference_count(result);
   Kessel::fill(difference, size, is_there ? result->differences.row(index) : kessel_difference());
   return is_there ? 1 : 0;
+}
+
+kessel_result* kessel_picture(const char* in, const char* part, int32_t view, const char* out,
+                              const kessel_options* options) {
+  return Kessel::guarded("The drawing was cancelled.", [&](kessel_result& result) {
+    Kessel::draw_into(result, in, part, view, out, options);
+  });
 }
 
 kessel_result* kessel_extract(const char* in, const char* part, const char* out,
