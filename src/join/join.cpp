@@ -6,6 +6,7 @@
 #include "join/finished_file.h"
 #include "join/joining.h"
 #include "kessel/errors.h"
+#include "split_list/split_root.h"
 
 namespace Kessel {
 
@@ -26,7 +27,9 @@ void refuse_to_replace_inputs(const FileSet& files, const std::filesystem::path&
 Joined join(const std::filesystem::path& root, const std::filesystem::path& out,
             const JoinOptions& options) {
   FinishedFile file(out, options.replace);
-  Joining joining(root, options);
+  std::error_code unknown;
+  const bool is_split = std::filesystem::is_directory(root, unknown);
+  Joining joining(is_split ? root_of_split(root) : root, options);
   refuse_to_replace_inputs(joining.files(), out);
   const std::u8string name = out.filename().u8string();
   joining.write({name.begin(), name.end()}, file.stream());

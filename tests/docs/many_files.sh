@@ -71,12 +71,14 @@ assemblies/lamp.step" "$(inputs_of_results)"
 parts/assemblies/a b/joint.stp/joint.stp
 parts/assemblies/a b/joint.stp/nut.stp
 parts/assemblies/a b/joint.stp/roots.txt
+parts/assemblies/a b/joint.stp/velkstep-split.json
 parts/assemblies/flaky.stp/bolt.stp
 parts/assemblies/flaky.stp/joint.stp
 parts/assemblies/flaky.stp/nut.stp
-parts/assemblies/flaky.stp/roots.txt" \
+parts/assemblies/flaky.stp/roots.txt
+parts/assemblies/flaky.stp/velkstep-split.json" \
     "$(find parts -type f ! -path '*lamp*' | LC_ALL=C sort)"
-  expect "files of the lamp" 15 "$(find parts/assemblies/lamp.step -type f | wc -l)"
+  expect "files of the lamp" 16 "$(find parts/assemblies/lamp.step -type f | wc -l)"
   grep -q '^velkstep: assemblies/broken.stp: The file is no exchange file' "$scratch/errors" ||
     fail "no sentence on the broken file: $(cat "$scratch/errors")"
 }

@@ -23,6 +23,7 @@ set(expected
   kessel/options.h
   kessel/part.h
   kessel/reference_list.h
+  kessel/split_list.h
   kessel/splitter.h
   kessel/summary.h
   kessel/verify.h)

@@ -80,7 +80,10 @@ void add_verify_command(CLI::App& app, Action& action) {
 void add_join_command(CLI::App& app, Action& action) {
   const auto [command, arguments] = add_command(
       app, action, join, "join", "Join ROOT and the files that it refers to into one file");
-  command->add_option("ROOT", arguments->root, "The file that refers to the others")->required();
+  command
+      ->add_option("ROOT", arguments->root,
+                   "The file that refers to the others, or the folder of a split")
+      ->required();
   command->add_option("-o,--output", arguments->out, "The file to write")
       ->type_name("OUT")
       ->required();
