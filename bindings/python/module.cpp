@@ -12,6 +12,7 @@
 
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/extract.h"
 #include "kessel/join.h"
 #include "kessel/splitter.h"
 #include "kessel/summary.h"
@@ -116,12 +117,33 @@ py::dict join(const fs::path& root, const fs::path& out, bool replace, bool foll
   return join_dict(joined, root.string(), out.string());
 }
 
+py::dict extract(const fs::path& input, const std::vector<std::string>& parts, const fs::path& out,
+                 bool is_folder, bool bodies, const std::string& names, bool replace,
+                 const py::object& progress) {
+  require_function(progress);
+  Kessel::ExtractOptions options;
+  options.names = style_of("names", names, NAMES);
+  options.bodies = bodies;
+  options.replace = replace;
+  options.progress = progress_for(progress);
+  std::vector<Kessel::ExtractedFile> files;
+  run_alone(input, [&] {
+    if (is_folder) {
+      files = Kessel::extract_each(input, parts, out, options);
+    } else {
+      files.push_back(Kessel::extract(input, parts.front(), out, options));
+    }
+  });
+  return extract_dict(files, input.string(), out.string());
+}
+
 }  // namespace
 
 }  // namespace Velkstep
 
 PYBIND11_MODULE(_velkstep, module) {
   module.def("diff", &Velkstep::diff);
+  module.def("extract", &Velkstep::extract);
   module.def("join", &Velkstep::join);
   module.def("split", &Velkstep::split);
   module.def("tree", &Velkstep::tree);

@@ -39,9 +39,9 @@ enum kessel_reading {
 enum kessel_status {
   KESSEL_DONE = 0,
   KESSEL_NOTHING_TO_SPLIT = 1, /* the classic style, and one part or none; nothing was written */
-  KESSEL_BAD_ARGUMENT = 2,     /* a null path, an unknown choice, or a path that is not UTF-8 */
-  KESSEL_INPUT_ERROR = 3,      /* the input cannot be read or split */
-  KESSEL_OUTPUT_ERROR = 4,     /* a file is there already, or was not written whole */
+  KESSEL_BAD_ARGUMENT = 2, /* a null path, an unknown choice or part, or a path that is not UTF-8 */
+  KESSEL_INPUT_ERROR = 3,  /* the input cannot be read or split */
+  KESSEL_OUTPUT_ERROR = 4, /* a file is there already, or was not written whole */
   KESSEL_OUT_OF_MEMORY = 5,
   KESSEL_CANCELLED = 6, /* the progress function returned something else than 0 */
   KESSEL_FAILED = 7     /* anything else */
@@ -109,6 +109,14 @@ KESSEL_EXPORT kessel_result* kessel_diff(const char* a, const char* b,
    kessel_split does; its only file is `out`. */
 KESSEL_EXPORT kessel_result* kessel_join(const char* root, const char* out,
                                          const struct kessel_options* options);
+
+/* Writes the part or sub-assembly `part` of the exchange file `in`, with all below it, as the file
+   `out`, as Kessel::extract does (kessel/extract.h), which must not be there. A name that no part
+   has, or several, ends it with KESSEL_BAD_ARGUMENT and the candidates in the sentence. Of the
+   options the memory limit and the progress function matter. Prints nothing. Returns a result as
+   kessel_split does; its only file is `out`. */
+KESSEL_EXPORT kessel_result* kessel_extract(const char* in, const char* part, const char* out,
+                                            const struct kessel_options* options);
 
 /* 1 where kessel_diff found that the files say the same, else 0; 0 for null, for every status but
    KESSEL_DONE, and for the result of a split. */

@@ -15,6 +15,7 @@
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
+#include "kessel/extract.h"
 #include "kessel/join.h"
 #include "kessel/kessel.h"
 #include "kessel/options.h"
@@ -129,6 +130,20 @@ void join_into(kessel_result& result, const char* root, const char* out,
   result.files = std::move(files);
 }
 
+void extract_into(kessel_result& result, const char* in, const char* part, const char* out,
+                  const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  if (part == nullptr) throw BadArgument("The name of the part is missing.");
+  const std::filesystem::path output = path_of(out, "The path of the output is missing.");
+  const Options choices = to_options(known_options(options));
+  ExtractOptions extract_options;
+  extract_options.memory_limit = choices.memory_limit;
+  extract_options.progress = choices.progress;
+  std::vector<std::string> files = {fspath_to_utf8(output)};
+  extract(input, part, output, extract_options);
+  result.files = std::move(files);
+}
+
 /// Notes how a split ended. Needs no memory that might be missing.
 void end(kessel_result& result, kessel_status status, const char* error) noexcept {
   try {
@@ -151,6 +166,8 @@ kessel_result* guarded(const char* cancelled, Run run) {
   } catch (const Cancelled&) {
     end(*result, KESSEL_CANCELLED, cancelled);
   } catch (const BadArgument& error) {
+    end(*result, KESSEL_BAD_ARGUMENT, error.what());
+  } catch (const PartError& error) {
     end(*result, KESSEL_BAD_ARGUMENT, error.what());
   } catch (const InputError& error) {
     end(*result, KESSEL_INPUT_ERROR, error.what());
@@ -210,6 +227,13 @@ kessel_result* kessel_diff(const char* a, const char* b, const kessel_options* o
 kessel_result* kessel_join(const char* root, const char* out, const kessel_options* options) {
   return Kessel::guarded("The joining was cancelled.", [&](kessel_result& result) {
     Kessel::join_into(result, root, out, options);
+  });
+}
+
+kessel_result* kessel_extract(const char* in, const char* part, const char* out,
+                              const kessel_options* options) {
+  return Kessel::guarded("The extraction was cancelled.", [&](kessel_result& result) {
+    Kessel::extract_into(result, in, part, out, options);
   });
 }
 

@@ -19,13 +19,14 @@
 #include "kessel/errors.h"
 #include "kessel/split_list.h"
 #include "model/progress_reporter.h"
+#include "output/input_stamp.h"
+#include "output/placement_findings.h"
 #include "output/split_writer.h"
 #include "output/whole_copy.h"
 #include "placement/placement.h"
 #include "products/products.h"
 #include "split_list/program.h"
 #include "splitter/fresh_files.h"
-#include "splitter/input_stamp.h"
 #include "splitter/placed_names.h"
 #include "splitter/root_list.h"
 
@@ -79,27 +80,6 @@ class SplitLoader final : public InstanceLoader {
   TextHash hash_;
   FindingList warnings_;
 };
-
-Finding finding_for(std::istream& in, const Instances& instances, const PlacementWarning& warning) {
-  const std::uint64_t number = instances.number(warning.record);
-  const std::string name = "#" + std::to_string(number);
-  const std::uint64_t offset = read_again(in, instances, warning.record).offset;
-  const auto instance = static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
-  Finding finding;
-  if (warning.kind == PlacementWarning::Kind::closes_circle) {
-    finding = make_finding(FindingKind::usage_cycle,
-                           "The component of the usage " + name +
-                               " leads back to its assembly; the usage stands in the root's file.",
-                           offset, 0, instance);
-  } else {
-    finding = make_finding(
-        FindingKind::foreign_shape,
-        "The record " + name + " needs parts of other products' shapes, which stand with it.",
-        offset, 0, instance);
-  }
-  finding.severity = Severity::warning;
-  return finding;
-}
 
 void require_products(const Products& products, const Placement& placement,
                       std::vector<Finding>& warnings) {

@@ -429,6 +429,32 @@ static void joining(void) {
   EXPECT(compared("alone.stp", "one.stp", NULL, KESSEL_DONE, "") == 1);
 }
 
+/* Extracts into "one.stp" and expects how that ended, and which files there are. */
+static void expect_extracted(const char* part, const struct kessel_options* options,
+                             enum kessel_status status, const char* error, size_t files) {
+  kessel_result* result = kessel_extract(ASSEMBLY, part, "one.stp", options);
+  EXPECT(kessel_status_of(result) == status);
+  EXPECT_TEXT(kessel_error_of(result), error);
+  EXPECT(kessel_file_count(result) == files);
+  EXPECT((access("one.stp", R_OK) == 0) == (files == 1));
+  if (files == 1) EXPECT_TEXT(kessel_file(result, 0), "one.stp");
+  kessel_free(result);
+}
+
+static void extracting(void) {
+  struct kessel_options options;
+  kessel_default_options(&options, sizeof options);
+  options.progress = cancel_at_once;
+  remove("one.stp");
+  expect_extracted("bolt", &options, KESSEL_CANCELLED, "The extraction was cancelled.", 0);
+  expect_extracted("screw", NULL, KESSEL_BAD_ARGUMENT, "There is no part called \"screw\".", 0);
+  expect_extracted(NULL, NULL, KESSEL_BAD_ARGUMENT, "The name of the part is missing.", 0);
+  expect_extracted("bolt", NULL, KESSEL_DONE, "", 1);
+  remove("one.stp");
+  expect_extracted("joint/nut", NULL, KESSEL_DONE, "", 1);
+  EXPECT(kessel_status_of(NULL) == KESSEL_OUT_OF_MEMORY);
+}
+
 static void null_arguments(void) {
   kessel_default_options(NULL, sizeof(struct kessel_options));
   kessel_classic_options(NULL, sizeof(struct kessel_options));
@@ -460,6 +486,7 @@ static const struct {
     {"progress", progress},
     {"cancelling", cancelling},
     {"joining", joining},
+    {"extracting", extracting},
     {"older_options", older_options},
     {"newer_options", newer_options},
     {"comparing", comparing},

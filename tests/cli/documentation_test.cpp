@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/run_process.h"
+#include "shapes.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -45,6 +46,15 @@ TEST(Documentation, ReferenceBlockStandsInTheFileThatThePageNames) {
   const std::string block = block_in(page, "/*~*/#78=DOCUMENT_TYPE");
   EXPECT_EQ(std::count(block.begin(), block.end(), '\n'), 16);
   EXPECT_NE(read_file("parts/Arm.stp").find(block), std::string::npos) << block;
+}
+
+TEST(Documentation, ExamplesAreWhatTheGeneratorWrites) {
+  for (const char* name : {"vice", "example"}) {
+    const bench::Shape& shape = *bench::find_shape(name);
+    std::ostringstream out;
+    bench::write_file(out, shape, 1, 1);
+    EXPECT_EQ(out.str(), read_file(fs::path(PROJECT_FOLDER) / "examples" / shape.file_name));
+  }
 }
 
 }  // namespace

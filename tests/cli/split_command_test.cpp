@@ -2,9 +2,12 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -288,6 +291,50 @@ TEST_F(SplitCommand, StandardOutputThatIsFullIsAFailure) {
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_EQ(run.errors, "velkstep: standard output: cannot be written: No space left on device\n");
   EXPECT_FALSE(fs::exists("out"));
+}
+
+TEST_F(SplitCommand, DryRunPrintsSizesAndWritesNothing) {
+  write_box();
+  fs::create_directory("temporary");
+  const ProcessSetting setting = {.environment = {{"TMPDIR", fs::absolute("temporary")}}};
+  const FolderTree before = tree_of(".");
+  const ProcessRun dry = run_velkstep({"split", "-n", "in.stp", "new/out"}, setting);
+  const ProcessRun json = run_velkstep({"split", "-n", "--json", "in.stp", "new/out"}, setting);
+  const ProcessRun quiet = run_velkstep({"split", "-nq", "in.stp", "new/out"}, setting);
+  EXPECT_TRUE(differences(tree_of("."), before).empty());
+  EXPECT_EQ(quiet.out + quiet.errors, "");
+
+  const ProcessRun wet = run_velkstep({"split", "--json", "in.stp", "new/out"});
+  EXPECT_EQ(json.out, wet.out);
+  EXPECT_EQ(dry.exit_code, 0);
+  EXPECT_EQ(dry.errors, "");
+  std::istringstream lines(dry.out);
+  std::uintmax_t all = 0;
+  std::size_t files = 0;
+  std::string size;
+  std::string path;
+  while (lines >> size >> path && path != "bytes") {
+    size.erase(std::remove(size.begin(), size.end(), ','), size.end());
+    EXPECT_EQ(size, std::to_string(fs::file_size(path))) << path;
+    all += fs::file_size(path);
+    ++files;
+  }
+  EXPECT_EQ(files, names_in("new/out").size());
+  size.erase(std::remove(size.begin(), size.end(), ','), size.end());
+  EXPECT_EQ(size, std::to_string(all));
+  EXPECT_TRUE(dry.out.ends_with("  bytes in " + std::to_string(files) + " files\n")) << dry.out;
+}
+
+TEST_F(SplitCommand, DryRunFailsWhereTheSplitWould) {
+  write_box();
+  EXPECT_EQ(run_velkstep({"split", "-q", "in.stp", "out"}).exit_code, 0);
+  const FolderTree before = tree_of(".");
+  const ProcessRun dry = run_velkstep({"split", "-n", "in.stp", "out"});
+  EXPECT_EQ(dry.exit_code, 1);
+  EXPECT_EQ(dry.out, "");
+  EXPECT_EQ(dry.errors, run_velkstep({"split", "in.stp", "out"}).errors);
+  EXPECT_EQ(run_velkstep({"split", "-nf", "in.stp", "out"}).exit_code, 0);
+  EXPECT_TRUE(differences(tree_of("."), before).empty());
 }
 
 TEST_F(SplitCommand, NamesAfterProducts) {

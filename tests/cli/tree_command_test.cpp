@@ -51,14 +51,14 @@ TEST_F(TreeCommand, DrawsTheExample) {
   EXPECT_TRUE(std::filesystem::is_empty("."));
 }
 
-TEST_F(TreeCommand, ReadmeShowsWhatIsPrinted) {
+TEST_F(TreeCommand, PageShowsWhatIsPrinted) {
   std::string block;
   for (std::size_t begin = 0; begin < LAMP.size();) {
     const std::size_t end = LAMP.find('\n', begin) + 1;
     block += "    " + LAMP.substr(begin, end - begin);
     begin = end;
   }
-  EXPECT_NE(read_file(VELKSTEP_README).find(block), std::string::npos);
+  EXPECT_NE(read_file(VELKSTEP_COMMANDS_PAGE).find(block), std::string::npos);
 }
 
 TEST_F(TreeCommand, DepthLimitsTheLevelsBelowTheRoot) {

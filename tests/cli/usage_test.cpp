@@ -53,6 +53,9 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
     expect_line(
         run.out,
         "  join                        Join ROOT and the files that it refers to into one file");
+    expect_line(run.out,
+                "  extract                     Write a part or sub-assembly of IN, with all below "
+                "it, as one file");
     EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;
   }
 }

@@ -15,6 +15,7 @@ set(expected
   kessel/entity.h
   kessel/errors.h
   kessel/export.h
+  kessel/extract.h
   kessel/file.h
   kessel/finding.h
   kessel/join.h

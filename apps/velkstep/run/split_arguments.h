@@ -21,6 +21,7 @@ struct SplitArguments {
   bool force = false;
   bool quiet = false;
   bool json = false;
+  bool dry_run = false;
   ShowProgress progress = ShowProgress::automatic;
 };
 

@@ -12,10 +12,21 @@ import pathlib
 from typing import Callable, Literal, Optional, TypedDict, Union
 
 from . import _velkstep
-from .errors import InputError, OutputError
-from .shapes import Difference, Info, Joined, Tree
+from .errors import InputError, OutputError, PartError
+from .shapes import Difference, Extracted, Info, Joined, Tree
 
-__all__ = ["CLASSIC", "InputError", "OutputError", "diff", "info", "join", "split", "tree"]
+__all__ = [
+    "CLASSIC",
+    "InputError",
+    "OutputError",
+    "PartError",
+    "diff",
+    "extract",
+    "info",
+    "join",
+    "split",
+    "tree",
+]
 
 StrPath = Union[str, "os.PathLike[str]"]
 Assemblies = Literal["classic", "lean", "nested"]
@@ -83,6 +94,30 @@ def info(input: StrPath) -> Info:
     Raises InputError and MemoryError.
     """
     return _velkstep.info(input)
+
+
+def extract(
+    input: StrPath,
+    part: Union[str, list[str]],
+    out: StrPath,
+    bodies: bool = False,
+    names: Names = "product",
+    replace: bool = False,
+    progress: Optional[Progress] = None,
+) -> Extracted:
+    """Writes one part or sub-assembly of `input`, with all below it, as the file `out`.
+
+    `part` is a product's name or id, "#" and the number of its definition, or a path from a top of
+    the structure, "Desk lamp/Boom/Arm". For a list of parts, or with `bodies`, which gives a file for
+    each body of a part, `out` is a folder, in which files are called as `names` says. Returns what
+    `velkstep extract --json` prints. Files appear when all of them are finished; what is there already
+    is replaced only with `replace`. `progress` is as that of split.
+
+    Raises PartError for a name that no part has, or several; InputError, OutputError, MemoryError.
+    """
+    parts = [part] if isinstance(part, str) else list(part)
+    is_folder = bodies or not isinstance(part, str)
+    return _velkstep.extract(input, parts, out, is_folder, bodies, names, replace, progress)
 
 
 def join(
