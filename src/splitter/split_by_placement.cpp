@@ -176,9 +176,9 @@ class PlacedSplit {
     for (const Finding& finding : warnings_) options_.warning(finding);
   }
 
-  /// What the input is called in words.
+  /// What the input is called, whatever bytes that may be.
   std::string input_name() const {
-    return options_.input_name.empty() ? fspath_to_utf8(path_.filename()) : options_.input_name;
+    return options_.input_name.empty() ? path_.filename().string() : options_.input_name;
   }
 
   void name_files() {

@@ -122,6 +122,7 @@ static void choices(void) {
   struct kessel_options options = default_options();
   options.names = KESSEL_NAMES_RECORD;
   EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT(remove("out/velkstep-split.json") == 0);
   options.names = KESSEL_NAMES_PRODUCT;
   options.assemblies = KESSEL_ASSEMBLIES_LEAN;
   EXPECT_FILES(&options, "out/joint.stp", "out/bolt.stp", "out/nut.stp");

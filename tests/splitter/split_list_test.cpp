@@ -202,6 +202,12 @@ TEST_F(SplitListTest, SaysTheChoicesAndTheInputsName) {
   EXPECT_EQ(list->files[0].name, "#1_part.stp");
 }
 
+TEST_F(SplitListTest, InputMayHaveAnyName) {
+  fs::copy(in_, "b\xFCx.stp");
+  EXPECT_EQ(split("b\xFCx.stp", "other").size(), 2u);
+  EXPECT_EQ(read_split_list("other")->input, "b\u00fcx.stp");
+}
+
 TEST_F(SplitListTest, ClassicSplitsHaveNone) {
   split(in_, "classic", Options::classic());
   EXPECT_EQ(names_in("classic"), (std::set<std::string>{"#1_part.stp", "#4_part.stp"}));
