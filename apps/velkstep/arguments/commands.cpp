@@ -85,7 +85,8 @@ void add_join_command(CLI::App& app, Action& action) {
       app, action, join, "join", "Join ROOT and the files that it refers to into one file");
   command
       ->add_option("ROOT", arguments->root,
-                   "The file that refers to the others; - reads standard input")
+                   "The file that refers to the others, or the folder of a split; - reads standard "
+                   "input")
       ->required();
   command->add_option("-o,--output", arguments->out, "The file to write")
       ->type_name("OUT")
