@@ -18,8 +18,6 @@ namespace Kessel {
 struct Following {
   /// Of files of a split, only those that the split made; the others stay.
   bool only_made = false;
-  /// The folder from which the root's references are seen; empty for the one that it lies in.
-  std::filesystem::path root_folder = {};
 };
 
 /// Files, each loaded once, in the order in which references lead to them; the root is the first.
@@ -43,6 +41,9 @@ class FileSet {
   /// What a file is known by, whatever way leads to it.
   using Identity = std::filesystem::path;
 
+  std::filesystem::path place_of_root(const std::filesystem::path& root) const {
+    return options_.stands_for.empty() ? root : options_.stands_for;
+  }
   std::size_t enter(const std::filesystem::path& path, const Identity& identity);
   void load(JoinedFile& file);
   /// Documents, and the names of their files.

@@ -32,7 +32,8 @@ FollowedInput::FollowedInput(const fs::path& in, const Options& options)
   join_options.memory_limit = options.memory_limit;
   join_options.follow_outside = options.follow_outside;
   join_options.progress = options.progress;
-  Joining joining(in, join_options, {.root_folder = folder_of_references(in, options)});
+  if (!options.input_folder.empty()) join_options.stands_for = options.input_folder / in.filename();
+  Joining joining(in, join_options);
   for (std::size_t i = 0; i < joining.files().size(); ++i) {
     names_.push_back(utf8_of_path(joining.files()[i].path.filename()));
   }

@@ -17,4 +17,7 @@ std::vector<std::filesystem::path> placed_names(const Instances& instances,
                                                 const Placement& placement, NameStyle style,
                                                 const std::vector<std::string>& referred = {});
 
+/// The name of the file of an input without products: after the input, called `input` (UTF-8).
+std::filesystem::path name_after(const std::string& input, NameStyle style);
+
 }  // namespace Kessel

@@ -18,6 +18,7 @@ struct JoinArguments {
   bool follow_outside = false;
   bool allow_missing = false;
   bool allow_mixed_schemas = false;
+  bool shrink = false;
   bool quiet = false;
   bool json = false;
   ShowProgress progress = ShowProgress::automatic;
