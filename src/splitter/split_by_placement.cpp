@@ -89,17 +89,6 @@ void require_products(const Products& products, const Placement& placement,
   }
 }
 
-/// Leaves the name of the root's file to the host, in the working directory.
-void write_root_list(const std::string& name) {
-  errno = 0;
-  std::ofstream list(ROOT_LIST);
-  list << name << '\n';
-  list.close();
-  if (list.fail()) {
-    throw OutputError(ROOT_LIST, {errno != 0 ? errno : EIO, std::generic_category()});
-  }
-}
-
 void create_folder(const fs::path& outdir) {
   std::error_code error;
   fs::create_directories(outdir, error);
@@ -127,7 +116,9 @@ class PlacedSplit {
     names_ = placed_names(instances_, products_, placement_, options_.names);
     for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
     require_fresh_root_list(path_);
-    write_root_list(fspath_to_utf8(names_.front()));
+    if (!write_root_list(fspath_to_utf8(names_.front()))) {
+      throw OutputError(ROOT_LIST, {errno != 0 ? errno : EIO, std::generic_category()});
+    }
     std::vector<WrittenFile> files = write();
     if (InputStamp(path_) != before) throw InputError(input_changed(0));
     return files;
