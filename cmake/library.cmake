@@ -29,10 +29,12 @@ foreach(folder
     model
     naming
     output
+    picture
     placement
     products
     reader
     sameness
+    shrink
     splitter
     structure
     verify

@@ -12,8 +12,11 @@
 
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/drawing.h"
 #include "kessel/extract.h"
 #include "kessel/join.h"
+#include "kessel/picture.h"
+#include "kessel/shrink.h"
 #include "kessel/splitter.h"
 #include "kessel/summary.h"
 #include "plain_data.h"
@@ -33,6 +36,13 @@ constexpr Words<Kessel::AssemblyStyle, 3> ASSEMBLIES = {{
     {"classic", Kessel::AssemblyStyle::classic},
     {"lean", Kessel::AssemblyStyle::lean},
     {"nested", Kessel::AssemblyStyle::nested},
+}};
+
+constexpr Words<Kessel::View, 4> VIEWS = {{
+    {"iso", Kessel::View::isometric},
+    {"front", Kessel::View::front},
+    {"top", Kessel::View::top},
+    {"right", Kessel::View::right},
 }};
 
 constexpr Words<Kessel::NameStyle, 3> NAMES = {{
@@ -62,9 +72,10 @@ void require_function(const py::object& progress) {
 
 std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
                             const std::string& assemblies, const std::string& names,
-                            const std::string& reading, const py::object& progress) {
+                            const std::string& reading, const py::object& progress, bool shrink) {
   require_function(progress);
   Kessel::Options options;
+  options.shrink = shrink;
   options.assemblies = style_of("assemblies", assemblies, ASSEMBLIES);
   options.names = style_of("names", names, NAMES);
   options.reading = style_of("reading", reading, READINGS);
@@ -106,15 +117,57 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
 }
 
 py::dict join(const fs::path& root, const fs::path& out, bool replace, bool follow_outside,
-              const py::object& progress) {
+              const py::object& progress, bool shrink) {
   require_function(progress);
   Kessel::JoinOptions options;
+  options.shrink = shrink;
   options.replace = replace;
   options.follow_outside = follow_outside;
   options.progress = progress_for(progress);
   Kessel::Joined joined;
   run_alone(root, [&] { joined = Kessel::join(root, out, options); });
   return join_dict(joined, root.string(), out.string());
+}
+
+py::dict shrink(const fs::path& input, const fs::path& out, bool replace, bool drop_unreachable,
+                bool renumber, const py::object& progress) {
+  require_function(progress);
+  Kessel::ShrinkOptions options;
+  options.replace = replace;
+  options.drop_unreachable = drop_unreachable;
+  options.renumber = renumber;
+  options.progress = progress_for(progress);
+  std::vector<Kessel::Finding> warnings;
+  options.warning = [&](const Kessel::Finding& finding) { warnings.push_back(finding); };
+  Kessel::Shrunk shrunk;
+  run_alone(input, [&] { shrunk = Kessel::shrink(input, out, options); });
+  return shrink_dict(shrunk, warnings, input.string(), out.string());
+}
+
+py::dict picture(const fs::path& input, const fs::path& out, const std::string& part,
+                 const std::string& view, bool replace, const py::object& progress) {
+  require_function(progress);
+  Kessel::PictureOptions options;
+  options.part = part;
+  options.view = style_of("view", view, VIEWS);
+  options.replace = replace;
+  options.progress = progress_for(progress);
+  Kessel::Picture drawn;
+  run_alone(input, [&] { drawn = Kessel::draw_picture(input, out, options); });
+  return picture_dict(drawn, view, input.string(), out.string());
+}
+
+py::dict drawing(const fs::path& input, double tolerance, const std::string& names,
+                 const py::object& progress) {
+  require_function(progress);
+  Kessel::Options options;
+  options.names = style_of("names", names, NAMES);
+  options.progress = progress_for(progress);
+  Kessel::DrawingOptions fineness;
+  fineness.tolerance = tolerance;
+  Kessel::Drawing drawn;
+  run_alone(input, [&] { drawn = Kessel::read_drawing(input, fineness, options); });
+  return drawing_dict(drawn, input.string());
 }
 
 py::dict extract(const fs::path& input, const std::vector<std::string>& parts, const fs::path& out,
@@ -143,8 +196,11 @@ py::dict extract(const fs::path& input, const std::vector<std::string>& parts, c
 
 PYBIND11_MODULE(_velkstep, module) {
   module.def("diff", &Velkstep::diff);
+  module.def("drawing", &Velkstep::drawing);
   module.def("extract", &Velkstep::extract);
   module.def("join", &Velkstep::join);
+  module.def("shrink", &Velkstep::shrink);
+  module.def("picture", &Velkstep::picture);
   module.def("split", &Velkstep::split);
   module.def("tree", &Velkstep::tree);
   module.def("info", &Velkstep::info);

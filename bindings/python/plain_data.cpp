@@ -139,19 +139,24 @@ py::object line_or_none(const Kessel::Finding& finding, std::uint64_t number) {
   return finding.line == 0 ? py::object(py::none()) : py::object(py::int_(number));
 }
 
-py::dict finding_dict(const Kessel::Finding& finding) {
+py::dict finding_of_input(const Kessel::Finding& finding) {
   return py::dict("kind"_a = text(std::string(Kessel::name_of(finding.kind))),
                   "severity"_a = finding.severity == Kessel::Severity::error ? "error" : "warning",
                   "sentence"_a = text(finding.sentence),
                   "offset"_a = line_or_none(finding, finding.offset),
                   "line"_a = line_or_none(finding, finding.line),
-                  "instance"_a = number_or_none(finding.instance), "count"_a = finding.count,
-                  "file"_a = text(finding.file));
+                  "instance"_a = number_or_none(finding.instance), "count"_a = finding.count);
+}
+
+py::dict finding_dict(const Kessel::Finding& finding) {
+  py::dict dict = finding_of_input(finding);
+  dict["file"] = text(finding.file);
+  return dict;
 }
 
 }  // namespace
 
-py::dict part_dict(const Kessel::NamedPart& part) {
+py::dict named_part_dict(const Kessel::NamedPart& part) {
   return py::dict("record"_a = part.record, "id"_a = text(part.id), "name"_a = text(part.name),
                   "path"_a = text(part.path));
 }
@@ -159,7 +164,7 @@ py::dict part_dict(const Kessel::NamedPart& part) {
 py::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files, const std::string& input,
                       const std::string& output) {
   const auto file_dict = [](const Kessel::ExtractedFile& file) {
-    py::dict dict = part_dict(file.part);
+    py::dict dict = named_part_dict(file.part);
     dict["file"] = text(file.path.string());
     dict["body"] = file.body == 0 ? py::object(py::none()) : py::object(py::int_(file.body));
     dict["records"] = file.records;
@@ -170,12 +175,72 @@ py::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files, const std
                   "files"_a = list_of(files, file_dict));
 }
 
+py::dict picture_dict(const Kessel::Picture& picture, const std::string& view,
+                      const std::string& input, const std::string& output) {
+  const bool has_record = picture.record != 0;
+  return py::dict(
+      "format"_a = FORMAT, "input"_a = text(input), "output"_a = text(output),
+      "record"_a = has_record ? py::object(py::int_(picture.record)) : py::object(py::none()),
+      "name"_a = text(picture.name), "view"_a = view, "places"_a = picture.places,
+      "lines"_a = picture.lines, "left_out"_a = picture.left_out, "dropped"_a = picture.dropped,
+      "bytes"_a = picture.bytes);
+}
+
+namespace {
+
+py::object colour_or_none(std::int32_t colour) {
+  return colour == Kessel::NO_COLOUR ? py::object(py::none()) : py::object(py::int_(colour));
+}
+
+py::tuple point_tuple(const Kessel::Point3& point) {
+  return py::make_tuple(point[0], point[1], point[2]);
+}
+
+py::object box_or_none(const Kessel::Box3& box) {
+  if (box.is_empty()) return py::none();
+  return py::make_tuple(point_tuple(box.low), point_tuple(box.high));
+}
+
+py::dict drawn_part_dict(const Kessel::DrawnPart& part) {
+  const auto line_dict = [&](const Kessel::DrawnLine& line) {
+    return py::dict("record"_a = line.record, "colour"_a = colour_or_none(line.colour),
+                    "points"_a = list_of(Kessel::Drawing::points_of(part, line), point_tuple));
+  };
+  const auto component_dict = [](const Kessel::PlacedComponent& component) {
+    return py::dict("part"_a = component.part, "usage"_a = component.usage,
+                    "matrix"_a = py::cast(std::vector<double>(component.matrix.rows.begin(),
+                                                              component.matrix.rows.end())),
+                    "placed"_a = component.is_placed, "colour"_a = colour_or_none(component.colour),
+                    "closes_cycle"_a = component.closes_cycle);
+  };
+  return py::dict("unit"_a = text(part.unit), "unit_metres"_a = part.unit_metres,
+                  "box"_a = box_or_none(part.box), "dropped"_a = part.dropped,
+                  "lines"_a = list_of(part.lines, line_dict),
+                  "components"_a = list_of(part.components, component_dict));
+}
+
+}  // namespace
+
+py::dict drawing_dict(const Kessel::Drawing& drawing, const std::string& input) {
+  return py::dict("tree"_a = tree_dict(drawing.assembly, input),
+                  "parts"_a = list_of(drawing.parts, drawn_part_dict));
+}
+
 py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                    const std::string& output) {
   return py::dict("format"_a = FORMAT, "input"_a = text(root), "output"_a = text(output),
                   "records"_a = joined.records, "bytes"_a = joined.bytes,
                   "inputs"_a = list_of(joined.inputs, input_dict),
                   "findings"_a = list_of(joined.warnings, finding_dict));
+}
+
+py::dict shrink_dict(const Kessel::Shrunk& shrunk, const std::vector<Kessel::Finding>& warnings,
+                     const std::string& input, const std::string& output) {
+  return py::dict("format"_a = FORMAT, "input"_a = text(input), "output"_a = text(output),
+                  "records_before"_a = shrunk.records_before,
+                  "records_after"_a = shrunk.records_after, "unreachable"_a = shrunk.unreachable,
+                  "bytes_before"_a = shrunk.bytes_before, "bytes_after"_a = shrunk.bytes_after,
+                  "findings"_a = list_of(warnings, finding_of_input));
 }
 
 py::dict diff_dict(const Kessel::Difference& difference, const std::string& a,

@@ -62,6 +62,8 @@ const std::set<std::string> INTERFACE = {
     "kessel_classic_options",
     "kessel_default_options",
     "kessel_diff",
+    "kessel_difference_at",
+    "kessel_difference_count",
     "kessel_error_of",
     "kessel_extract",
     "kessel_file",
@@ -69,6 +71,9 @@ const std::set<std::string> INTERFACE = {
     "kessel_free",
     "kessel_is_same",
     "kessel_join",
+    "kessel_picture",
+    "kessel_shrink",
+    "kessel_shrunk_of",
     "kessel_split",
     "kessel_status_of",
 #endif
@@ -79,6 +84,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::decode_step_to_utf8(std::string_view)",
     "Kessel::diff(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::Options const&)",
+    "Kessel::draw_picture(std::filesystem::path const&, std::filesystem::path const&, "
+    "Kessel::PictureOptions const&)",
     "Kessel::encode_utf8_to_step(std::string_view)",
     "Kessel::extract(std::filesystem::path const&, std::string const&, std::filesystem::path "
     "const&, Kessel::ExtractOptions const&)",
@@ -93,6 +100,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::read_drawing(std::filesystem::path const&, Kessel::DrawingOptions const&, "
     "Kessel::Options const&)",
     "Kessel::read_summary(std::filesystem::path const&, Kessel::Options const&)",
+    "Kessel::shrink(std::filesystem::path const&, std::filesystem::path const&, "
+    "Kessel::ShrinkOptions const&)",
     "Kessel::split(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::Options const&)",
     "Kessel::verify(std::filesystem::path const&, std::filesystem::path const&, "

@@ -24,7 +24,9 @@ set(expected
   kessel/number_map.h
   kessel/options.h
   kessel/part.h
+  kessel/picture.h
   kessel/reference_list.h
+  kessel/shrink.h
   kessel/splitter.h
   kessel/summary.h
   kessel/verify.h)

@@ -1,4 +1,4 @@
-"""The dictionaries that diff, tree and info return; docs/json.md says what the members mean."""
+"""The dictionaries that the functions return; docs/json.md says what the members mean."""
 
 from __future__ import annotations
 
@@ -161,8 +161,8 @@ class JoinedInput(TypedDict):
     records: int
 
 
-class Finding(TypedDict):
-    """What deserves a look, and where."""
+class InputFinding(TypedDict):
+    """What deserves a look in the input, and where."""
 
     kind: str
     severity: str
@@ -171,6 +171,11 @@ class Finding(TypedDict):
     line: int | None
     instance: int | None
     count: int
+
+
+class Finding(InputFinding):
+    """The same in one of several files."""
+
     file: str
 
 
@@ -201,6 +206,59 @@ class Extracted(TypedDict):
     files: list[ExtractedFile]
 
 
+class Picture(TypedDict):
+    """What a picture shows."""
+
+    format: int
+    input: str
+    output: str
+    record: int | None
+    name: str
+    view: str
+    places: int
+    lines: int
+    left_out: int
+    dropped: int
+    bytes: int
+
+
+class DrawnLine(TypedDict):
+    """An edge as straight pieces."""
+
+    record: int
+    colour: int | None
+    points: list[tuple[float, float, float]]
+
+
+class PlacedComponent(TypedDict):
+    """One component, placed."""
+
+    part: int
+    usage: int
+    matrix: list[float]
+    placed: bool
+    colour: int | None
+    closes_cycle: bool
+
+
+class DrawnPart(TypedDict):
+    """What is drawn of one part."""
+
+    unit: str
+    unit_metres: float
+    box: tuple[tuple[float, float, float], tuple[float, float, float]] | None
+    dropped: int
+    lines: list[DrawnLine]
+    components: list[PlacedComponent]
+
+
+class Drawing(TypedDict):
+    """The parts of a file with their lines."""
+
+    tree: Tree
+    parts: list[DrawnPart]
+
+
 class Joined(TypedDict):
     """What was joined from which files."""
 
@@ -211,3 +269,17 @@ class Joined(TypedDict):
     bytes: int
     inputs: list[JoinedInput]
     findings: list[Finding]
+
+
+class Shrunk(TypedDict):
+    """How much of a file is left."""
+
+    format: int
+    input: str
+    output: str
+    records_before: int
+    records_after: int
+    unreachable: int
+    bytes_before: int
+    bytes_after: int
+    findings: list[InputFinding]
