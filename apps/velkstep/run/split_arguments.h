@@ -21,6 +21,7 @@ struct SplitArguments {
   bool force = false;
   bool quiet = false;
   bool json = false;
+  bool pictures = true;  ///< whether a report shows the parts
   ShowProgress progress = ShowProgress::automatic;
 };
 
