@@ -198,25 +198,33 @@ class Treemap {
     return low.map((channel, i) => Math.round(channel + (high[i] - channel) * share));
   }
 
-  // The arrows lead to the nearest area in their direction.
+  // An arrow leads to the next area in its direction.
   press(event) {
     const towards = {ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1],
                      ArrowDown: [0, 1]}[event.key];
     if (!towards || event.ctrlKey || event.altKey || event.metaKey) return;
     event.preventDefault();
-    const middle = (area) => {
-      const box = area.getBoundingClientRect();
-      return [box.left + box.width / 2, box.top + box.height / 2];
-    };
+    const [across, down] = towards;
     const from = this.box.querySelector(".cell.chosen") ?? this.box.querySelector(".chosen .cell");
-    const start = from ? middle(from) : [0, 0];
+    if (!from) return;
+    // Edges in the direction of the arrow, and to its side.
+    const edges = (cell) => {
+      const {left, right, top, bottom} = cell.getBoundingClientRect();
+      const along = across ? [left, right] : [top, bottom];
+      const [near, far] = across + down > 0 ? along : [-along[1], -along[0]];
+      const [low, high] = across ? [top, bottom] : [left, right];
+      return {near, far, low, high};
+    };
+    const start = edges(from);
     let best = null, least = Infinity;
     for (const cell of this.box.querySelectorAll(".cell[data-part]")) {
-      const [x, y] = middle(cell).map((value, i) => value - start[i]);
-      const ahead = x * towards[0] + y * towards[1];
-      const aside = Math.abs(x * towards[1]) + Math.abs(y * towards[0]);
-      if (cell === from || ahead <= 0 || ahead + 2 * aside >= least) continue;
-      [best, least] = [cell, ahead + 2 * aside];
+      const {near, far, low, high} = edges(cell);
+      if (cell === from || near < start.far - 2) continue;
+      const aside = Math.max(0, low - start.high, start.low - high);
+      const middles = Math.abs(low + high - start.low - start.high) / 2;
+      const badness = near - start.far + 4 * aside + middles / 4 + (far - near) / 100;
+      if (badness >= least) continue;
+      [best, least] = [cell, badness];
     }
     if (best) this.choose(Number(best.dataset.part));
   }
