@@ -6,6 +6,7 @@
 // FORM: see FORMS below; without it, the two-argument form runs.
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <iterator>
@@ -24,10 +25,18 @@ struct Form {
 using Kessel::AssemblyStyle;
 using Kessel::Reading;
 
+/// As classic splits are, but for the reading and the limit.
+Kessel::Options classic(Reading reading, std::uint64_t memory_limit) {
+  Kessel::Options options = Kessel::Options::classic();
+  options.reading = reading;
+  options.memory_limit = memory_limit;
+  return options;
+}
+
 const Form FORMS[] = {
-    {"--checked", {.reading = Reading::classic}},
-    {"--limited", {.reading = Reading::classic, .memory_limit = 64ULL << 30U}},
-    {"--standard", {.reading = Reading::standard}},
+    {"--checked", Kessel::Options::classic()},
+    {"--limited", classic(Reading::classic, 64ULL << 30U)},
+    {"--standard", classic(Reading::standard, Kessel::Options::NO_LIMIT)},
     {"--nested", {.assemblies = AssemblyStyle::nested}},
     {"--lean", {.assemblies = AssemblyStyle::lean}},
 };

@@ -20,6 +20,7 @@ foreach(folder
     encoding
     exchange
     external
+    extract
     findings
     geometry
     inspection

@@ -1,6 +1,7 @@
 #!/bin/sh
 # Installs Debian packages: tools/install-packages.sh GROUP...
 #   build    compiler, CMake and what the library and the command line need
+#   package  what else the Debian packages need
 #   test     what the tests need
 #   browser  the browser and its driver's language, for tests of the report page
 #   interop  the open CAD kernel that reads splits back in tests
@@ -13,6 +14,7 @@ packages=
 for group in "$@"; do
   case $group in
     build) packages="$packages g++ cmake make libcli11-dev nlohmann-json3-dev libarchive-dev" ;;
+    package) packages="$packages pybind11-dev python3-dev dpkg-dev file" ;;
     test) packages="$packages libgtest-dev libgmock-dev libicu-dev unicode-data pkg-config python3 binutils
       bash gzip zsh fish groff-base graphviz dpkg-dev file
       pybind11-dev python3-dev python3-pytest mypy parallel rsync" ;;

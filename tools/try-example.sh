@@ -1,20 +1,19 @@
 #!/bin/sh
-# Installs what is needed, builds the command line and splits the example.
+# Installs what is needed, builds the command line, splits an example, and says how to call it.
 set -eu
 cd "$(dirname "$0")/.."
 
 tools/install-packages.sh build
-cmake -S . -B build-example -DBUILD_TESTING=OFF >/dev/null
+cmake -S . -B build-example -DBUILD_TESTING=OFF > /dev/null
 cmake --build build-example -j "$(nproc)"
 
 rm -rf example-out
-mkdir example-out
-cd example-out
 echo
-echo "velkstep split examples/desk-lamp.step parts"
-../build-example/bin/velkstep split ../examples/desk-lamp.step parts
+echo "\$ velkstep split examples/bench-vice.step -o example-out"
+build-example/bin/velkstep split examples/bench-vice.step -o example-out
 echo
-ls -l parts
+echo "\$ velkstep tree example-out/Slide.stp"
+build-example/bin/velkstep tree example-out/Slide.stp
 echo
-echo "How the root's file points at its first component:"
-grep -a -m 1 -A 5 "=DOCUMENT_TYPE('geometry')" "$(head -n 1 parts/roots.txt | sed 's,^,parts/,')"
+echo "To call velkstep in this shell:"
+echo "  export PATH=\"$PWD/build-example/bin:\$PATH\""

@@ -18,6 +18,11 @@ InstanceId write_styled_item(StepWriter& out, InstanceId style, InstanceId item)
   return out.add("STYLED_ITEM", "color", list(style), item);
 }
 
+InstanceId write_overriding_item(StepWriter& out, InstanceId style, InstanceId item,
+                                 InstanceId styled_item) {
+  return out.add("OVER_RIDING_STYLED_ITEM", "overriding color", list(style), item, styled_item);
+}
+
 void write_presentation(StepWriter& out, InstanceId geometric_context,
                         std::span<const InstanceId> styled_items) {
   out.add("MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION", "", styled_items,

@@ -21,6 +21,11 @@ InstanceId write_style(StepWriter& out, const Colour& colour);
 // Writes a STYLED_ITEM that gives `item` the style `style` and returns it.
 InstanceId write_styled_item(StepWriter& out, InstanceId style, InstanceId item);
 
+// Writes an OVER_RIDING_STYLED_ITEM that gives `item`, a face, the style `style` in place of the
+// one that `styled_item` gives the whole, and returns it.
+InstanceId write_overriding_item(StepWriter& out, InstanceId style, InstanceId item,
+                                 InstanceId styled_item);
+
 // Writes a MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION of `styled_items`.
 void write_presentation(StepWriter& out, InstanceId geometric_context,
                         std::span<const InstanceId> styled_items);

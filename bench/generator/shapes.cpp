@@ -24,6 +24,8 @@ constexpr std::array SHAPES = {
           "mapped.step", Spacing::tight, write_mapped},
     Shape{"example", "nothing", 1, "a desk lamp, the project's example", "desk-lamp.step",
           Spacing::tight, write_example},
+    Shape{"vice", "nothing", 1, "a bench vice, on which the styles differ", "bench-vice.step",
+          Spacing::tight, write_vice},
     Shape{"own-bodies", "branches", 2, "sub-assemblies with bodies of their own", "own-bodies.step",
           Spacing::tight, write_own_bodies},
     Shape{"shared-levels", "levels", 3, "one component used at every level", "shared-levels.step",

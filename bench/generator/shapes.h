@@ -57,6 +57,9 @@ void write_mapped(StepWriter& out, Random& random, std::uint32_t size);
 // The desk lamp of the examples folder; the size is ignored.
 void write_example(StepWriter& out, Random& random, std::uint32_t size);
 
+// The bench vice of the examples folder; the size is ignored.
+void write_vice(StepWriter& out, Random& random, std::uint32_t size);
+
 // Assemblies at two levels with bodies of their own, direct and detached.
 void write_own_bodies(StepWriter& out, Random& random, std::uint32_t size);
 

@@ -12,6 +12,7 @@
 
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/extract.h"
 #include "kessel/join.h"
 #include "kessel/splitter.h"
 #include "kessel/summary.h"
@@ -25,23 +26,28 @@ namespace {
 namespace py = pybind11;
 namespace fs = std::filesystem;
 
-template <class Style>
-using Words = std::array<std::pair<std::string_view, Style>, 3>;
+template <class Style, std::size_t COUNT>
+using Words = std::array<std::pair<std::string_view, Style>, COUNT>;
 
-constexpr Words<Kessel::AssemblyStyle> ASSEMBLIES = {{
+constexpr Words<Kessel::AssemblyStyle, 3> ASSEMBLIES = {{
     {"classic", Kessel::AssemblyStyle::classic},
     {"lean", Kessel::AssemblyStyle::lean},
     {"nested", Kessel::AssemblyStyle::nested},
 }};
 
-constexpr Words<Kessel::NameStyle> NAMES = {{
+constexpr Words<Kessel::NameStyle, 3> NAMES = {{
     {"record", Kessel::NameStyle::record},
     {"product", Kessel::NameStyle::product},
     {"product-unicode", Kessel::NameStyle::product_unicode},
 }};
 
-template <class Style>
-Style style_of(const char* argument, const std::string& given, const Words<Style>& words) {
+constexpr Words<Kessel::Reading, 2> READINGS = {{
+    {"standard", Kessel::Reading::standard},
+    {"classic", Kessel::Reading::classic},
+}};
+
+template <class Style, std::size_t COUNT>
+Style style_of(const char* argument, const std::string& given, const Words<Style, COUNT>& words) {
   for (const auto& [word, style] : words) {
     if (word == given) return style;
   }
@@ -56,11 +62,16 @@ void require_function(const py::object& progress) {
 
 std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
                             const std::string& assemblies, const std::string& names,
-                            const py::object& progress) {
+                            const std::string& reading, const py::object& progress) {
   require_function(progress);
   Kessel::Options options;
   options.assemblies = style_of("assemblies", assemblies, ASSEMBLIES);
   options.names = style_of("names", names, NAMES);
+  options.reading = style_of("reading", reading, READINGS);
+  if (options.reading == Kessel::Reading::classic &&
+      options.assemblies != Kessel::AssemblyStyle::classic) {
+    throw py::value_error("reading: 'classic' needs assemblies='classic'");
+  }
   options.progress = progress_for(progress);
   std::vector<fs::path> files;
   run_alone(input, [&] {
@@ -106,12 +117,33 @@ py::dict join(const fs::path& root, const fs::path& out, bool replace, bool foll
   return join_dict(joined, root.string(), out.string());
 }
 
+py::dict extract(const fs::path& input, const std::vector<std::string>& parts, const fs::path& out,
+                 bool is_folder, bool bodies, const std::string& names, bool replace,
+                 const py::object& progress) {
+  require_function(progress);
+  Kessel::ExtractOptions options;
+  options.names = style_of("names", names, NAMES);
+  options.bodies = bodies;
+  options.replace = replace;
+  options.progress = progress_for(progress);
+  std::vector<Kessel::ExtractedFile> files;
+  run_alone(input, [&] {
+    if (is_folder) {
+      files = Kessel::extract_each(input, parts, out, options);
+    } else {
+      files.push_back(Kessel::extract(input, parts.front(), out, options));
+    }
+  });
+  return extract_dict(files, input.string(), out.string());
+}
+
 }  // namespace
 
 }  // namespace Velkstep
 
 PYBIND11_MODULE(_velkstep, module) {
   module.def("diff", &Velkstep::diff);
+  module.def("extract", &Velkstep::extract);
   module.def("join", &Velkstep::join);
   module.def("split", &Velkstep::split);
   module.def("tree", &Velkstep::tree);

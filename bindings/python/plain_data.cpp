@@ -151,6 +151,25 @@ py::dict finding_dict(const Kessel::Finding& finding) {
 
 }  // namespace
 
+py::dict part_dict(const Kessel::NamedPart& part) {
+  return py::dict("record"_a = part.record, "id"_a = text(part.id), "name"_a = text(part.name),
+                  "path"_a = text(part.path));
+}
+
+py::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files, const std::string& input,
+                      const std::string& output) {
+  const auto file_dict = [](const Kessel::ExtractedFile& file) {
+    py::dict dict = part_dict(file.part);
+    dict["file"] = text(file.path.string());
+    dict["body"] = file.body == 0 ? py::object(py::none()) : py::object(py::int_(file.body));
+    dict["records"] = file.records;
+    dict["bytes"] = file.bytes;
+    return dict;
+  };
+  return py::dict("format"_a = FORMAT, "input"_a = text(input), "output"_a = text(output),
+                  "files"_a = list_of(files, file_dict));
+}
+
 py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                    const std::string& output) {
   return py::dict("format"_a = FORMAT, "input"_a = text(root), "output"_a = text(output),

@@ -4,9 +4,11 @@
 #include <pybind11/pybind11.h>
 
 #include <string>
+#include <vector>
 
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/extract.h"
 #include "kessel/join.h"
 #include "kessel/summary.h"
 
@@ -22,6 +24,13 @@ pybind11::dict diff_dict(const Kessel::Difference& difference, const std::string
 /// What was joined into `output` from `root` on. Needs the interpreter's lock.
 pybind11::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                          const std::string& output);
+
+/// What can be extracted, one of it. Needs the interpreter's lock.
+pybind11::dict part_dict(const Kessel::NamedPart& part);
+
+/// What was extracted from `input` into `output`. Needs the interpreter's lock.
+pybind11::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files,
+                            const std::string& input, const std::string& output);
 
 /// Header and counts of `input`. Needs the interpreter's lock.
 pybind11::dict info_dict(const Kessel::Summary& summary, const std::string& input);

@@ -10,6 +10,8 @@
 #include <system_error>
 
 #include "kessel/errors.h"
+#include "kessel/extract.h"
+#include "plain_data.h"
 
 namespace Velkstep {
 
@@ -76,6 +78,10 @@ void run_alone(const fs::path& input, const std::function<void()>& run) {
     run_unlocked(run);
   } catch (const py::error_already_set&) {
     throw;
+  } catch (const Kessel::PartError& error) {
+    py::list candidates;
+    for (const Kessel::NamedPart& part : error.candidates()) candidates.append(part_dict(part));
+    raise("PartError", error.what(), candidates);
   } catch (const Kessel::InputError& error) {
     const Kessel::Finding& finding = error.finding();
     const fs::path named = finding.file.empty() ? input : fs::path(finding.file);

@@ -83,7 +83,7 @@ struct DrawnLine {
 struct PlacedComponent {
   std::size_t part = 0;     ///< index of the component in `Assembly::parts`
   std::uint64_t usage = 0;  ///< instance number of the usage (ISO 10303-44); 0 in a generated root
-  Matrix3x4 matrix;         ///< from the component's coordinates to those of the part that uses it
+  Matrix3x4 matrix = {};    ///< from the component's coordinates to those of the part that uses it
   /// False where the file does not say where it is: `matrix` has no more than the units then.
   bool is_placed = true;
   /// What this usage of the component is coloured, whatever colours its lines have; NO_COLOUR.

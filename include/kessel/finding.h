@@ -88,6 +88,9 @@ enum class FindingKind {
   missing_root_list,     ///< no "roots.txt"; the library writes it into the working directory
   wrong_root_list,       ///< "roots.txt" does not hold the name of a file that is there
   foreign_file,          ///< an exchange file with records to which no other refers
+  missing_listed_file,   ///< a file that the list of the split names is not there
+  changed_listed_file,   ///< it is, but with other bytes than the split wrote
+  wrong_split_list,      ///< the list of the split says nothing that can be read
 
   // files that refer to others
   missing_target,     ///< the file to which a reference leads is not there

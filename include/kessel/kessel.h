@@ -29,13 +29,19 @@ enum kessel_names {
   KESSEL_NAMES_PRODUCT_UNICODE = 2
 };
 
+/* How an input is cut into records: Kessel::Reading. */
+enum kessel_reading {
+  KESSEL_READING_STANDARD = 0,
+  KESSEL_READING_CLASSIC = 1 /* with KESSEL_ASSEMBLIES_CLASSIC only */
+};
+
 /* How a split ended. */
 enum kessel_status {
   KESSEL_DONE = 0,
   KESSEL_NOTHING_TO_SPLIT = 1, /* the input holds one part or none; nothing was written */
-  KESSEL_BAD_ARGUMENT = 2,     /* a null path, an unknown choice, or a path that is not UTF-8 */
-  KESSEL_INPUT_ERROR = 3,      /* the input cannot be read or split */
-  KESSEL_OUTPUT_ERROR = 4,     /* a file is there already, or was not written whole */
+  KESSEL_BAD_ARGUMENT = 2, /* a null path, an unknown choice or part, or a path that is not UTF-8 */
+  KESSEL_INPUT_ERROR = 3,  /* the input cannot be read or split */
+  KESSEL_OUTPUT_ERROR = 4, /* a file is there already, or was not written whole */
   KESSEL_OUT_OF_MEMORY = 5,
   KESSEL_CANCELLED = 6, /* the progress function returned something else than 0 */
   KESSEL_FAILED = 7     /* anything else */
@@ -65,15 +71,20 @@ struct kessel_options {
   uint64_t memory_limit;    /* Kessel::Options::memory_limit, bytes */
   kessel_progress progress; /* null for none */
   void* progress_context;   /* handed to `progress` as it is */
+  int32_t reading;          /* an enum kessel_reading */
 };
 
 /* How a split ended and what it wrote. */
 typedef struct kessel_result kessel_result;
 
-/* Fills the `size` bytes at `options` with the defaults: classic, record names, no limit, no
-   progress function. `size` is `sizeof(struct kessel_options)` where the caller was compiled, and
-   is noted in the structure. Null is fine. */
+/* Fills the `size` bytes at `options` with the defaults: nested, names after products, the standard
+   reading, no limit, no progress function. `size` is `sizeof(struct kessel_options)` where the
+   caller was compiled, and is noted in the structure. Null is fine. */
 KESSEL_EXPORT void kessel_default_options(struct kessel_options* options, size_t size);
+
+/* The same with Kessel::Options::classic(): the choices with which a split writes the bytes that
+   Kessel::Run writes. */
+KESSEL_EXPORT void kessel_classic_options(struct kessel_options* options, size_t size);
 
 /* Splits the exchange file `in` (ISO 10303-21, clear text) into files under `outdir`, as
    Kessel::split does (kessel/splitter.h): "roots.txt" goes into the working directory, and
@@ -98,6 +109,14 @@ KESSEL_EXPORT kessel_result* kessel_diff(const char* a, const char* b,
  */
 KESSEL_EXPORT kessel_result* kessel_join(const char* root, const char* out,
                                          const struct kessel_options* options);
+
+/* Writes the part or sub-assembly `part` of the exchange file `in`, with all below it, as the file
+   `out`, as Kessel::extract does (kessel/extract.h), which must not be there. A name that no part
+   has, or several, ends it with KESSEL_BAD_ARGUMENT and the candidates in the sentence. Of the
+   options the memory limit and the progress function matter. Prints nothing. Returns a result as
+   kessel_split does; its only file is `out`. */
+KESSEL_EXPORT kessel_result* kessel_extract(const char* in, const char* part, const char* out,
+                                            const struct kessel_options* options);
 
 /* 1 where kessel_diff found that the files say the same, else 0; 0 for null, for every status but
    KESSEL_DONE, and for the result of a split. */

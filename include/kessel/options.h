@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <limits>
+#include <optional>
+#include <string>
 
 #include "kessel/finding.h"
 
@@ -30,10 +33,11 @@ enum class AssemblyStyle {
 enum class NameStyle {
   /// After the number of the product's record: "#12_part.stp".
   record,
-  /// After the product's name (the first string of its record), in ASCII: letters lose their marks,
-  /// characters of other scripts become code points. Made safe for every common file system, and
-  /// told apart without regard to case with " (2)", " (3)", ... in the order of the parts. A part
-  /// without a usable name is called after its record.
+  /// After the product's name, or its id where the name is empty or of no use, in ASCII: letters
+  /// lose their marks, characters of other scripts become code points. Made safe for every common
+  /// file system and for shells, and told apart without regard to case with " (2)", " (3)", ... in
+  /// the order of the parts. A part with neither is called "part 12.stp" after its record. The
+  /// classic style knows the id only.
   product,
   /// The same with the name's own characters. Not every reader finds files of such names.
   product_unicode,
@@ -65,16 +69,29 @@ struct Progress {
   std::uint64_t total = 0;  ///< of the stage; `done` is never more
 };
 
-/// Choices for one run.
+/// Choices for one run; the default ones are right for people.
 struct Options {
   static constexpr std::uint64_t NO_LIMIT = std::numeric_limits<std::uint64_t>::max();
 
+  /// The choices with which a split writes the bytes that `Run` writes.
+  static Options classic() {
+    Options options;
+    options.reading = Reading::classic;
+    options.assemblies = AssemblyStyle::classic;
+    options.names = NameStyle::record;
+    return options;
+  }
+
   Reading reading = Reading::standard;
-  AssemblyStyle assemblies = AssemblyStyle::classic;
-  NameStyle names = NameStyle::record;
-  /// Whether the name of a file in its own header (ISO 10303-21, 8.2.2) has the output folder in
-  /// front, as the caller gave it.
-  bool folder_in_headers = true;
+  AssemblyStyle assemblies = AssemblyStyle::nested;
+  NameStyle names = NameStyle::product;
+  /// The folder that the name of a file in its own header (ISO 10303-21, 8.2.2) has in front.
+  /// Without a value that is the output folder, as the caller gave it, in the classic style, and
+  /// none in the others.
+  std::optional<std::filesystem::path> folder_in_headers = std::nullopt;
+  /// What the input is called, UTF-8, where that is not the name of the file `in`: the list of a
+  /// split says it, and the file of an input without products is called after it.
+  std::string input_name = {};
   /// Bytes that may be kept of the input in memory: records, the table of their numbers,
   /// references, types, and the names of products where files are called after them. Also the bytes
   /// that the header, or a record or whatever else stands in front of a ";", may have as text. It

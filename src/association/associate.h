@@ -9,7 +9,7 @@ namespace Kessel {
 /// Enters the parts of `store`, which are linked and classified, into the `part_numbers` of its
 /// records: recognition, the passes in their order, and the instances that no pass
 /// reached. Throws as the rules do.
-void associate_entities(const Store& store, const Options& options = {});
+void associate_entities(const Store& store, const Options& options = Options::classic());
 
 /// Enters every part's definition into the root's file, and every leaf's into its own as number 1.
 /// Without a root, only the latter. Unlike the rules, this gives no number back when the definition

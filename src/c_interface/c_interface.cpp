@@ -15,6 +15,7 @@
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
+#include "kessel/extract.h"
 #include "kessel/join.h"
 #include "kessel/kessel.h"
 #include "kessel/options.h"
@@ -60,9 +61,16 @@ Options to_options(const kessel_options& given) {
   if (given.names < KESSEL_NAMES_RECORD || given.names > KESSEL_NAMES_PRODUCT_UNICODE) {
     throw BadArgument("There is no such style of names.");
   }
+  if (given.reading < KESSEL_READING_STANDARD || given.reading > KESSEL_READING_CLASSIC) {
+    throw BadArgument("There is no such reading.");
+  }
+  if (given.reading == KESSEL_READING_CLASSIC && given.assemblies != KESSEL_ASSEMBLIES_CLASSIC) {
+    throw BadArgument("The classic reading is for the classic style of assemblies only.");
+  }
   Options options;
   options.assemblies = static_cast<AssemblyStyle>(given.assemblies);
   options.names = static_cast<NameStyle>(given.names);
+  options.reading = static_cast<Reading>(given.reading);
   options.memory_limit = given.memory_limit;
   if (given.progress != nullptr) {
     options.progress = [given](const Progress& progress) {
@@ -122,6 +130,20 @@ void join_into(kessel_result& result, const char* root, const char* out,
   result.files = std::move(files);
 }
 
+void extract_into(kessel_result& result, const char* in, const char* part, const char* out,
+                  const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  if (part == nullptr) throw BadArgument("The name of the part is missing.");
+  const std::filesystem::path output = path_of(out, "The path of the output is missing.");
+  const Options choices = to_options(known_options(options));
+  ExtractOptions extract_options;
+  extract_options.memory_limit = choices.memory_limit;
+  extract_options.progress = choices.progress;
+  std::vector<std::string> files = {fspath_to_utf8(output)};
+  extract(input, part, output, extract_options);
+  result.files = std::move(files);
+}
+
 /// Notes how a split ended. Needs no memory that might be missing.
 void end(kessel_result& result, kessel_status status, const char* error) noexcept {
   try {
@@ -145,6 +167,8 @@ kessel_result* guarded(const char* cancelled, Run run) {
     end(*result, KESSEL_CANCELLED, cancelled);
   } catch (const BadArgument& error) {
     end(*result, KESSEL_BAD_ARGUMENT, error.what());
+  } catch (const PartError& error) {
+    end(*result, KESSEL_BAD_ARGUMENT, error.what());
   } catch (const InputError& error) {
     end(*result, KESSEL_INPUT_ERROR, error.what());
   } catch (const OutputError& error) {
@@ -163,20 +187,30 @@ kessel_result* guarded(const char* cancelled, Run run) {
   return result.release();
 }
 
+/// Puts `choices` into the `size` bytes at `options`.
+void fill(kessel_options* options, std::size_t size, const Options& choices) {
+  if (options == nullptr) return;
+  kessel_options filled = {};
+  filled.size = size;
+  filled.assemblies = static_cast<std::int32_t>(choices.assemblies);
+  filled.names = static_cast<std::int32_t>(choices.names);
+  filled.reading = static_cast<std::int32_t>(choices.reading);
+  filled.memory_limit = choices.memory_limit;
+  // A caller of a later version has members that stand for their defaults when they are zero.
+  std::memset(static_cast<void*>(options), 0, size);
+  std::memcpy(options, &filled, std::min(size, sizeof filled));
+}
+
 }  // namespace
 
 }  // namespace Kessel
 
 void kessel_default_options(kessel_options* options, std::size_t size) {
-  if (options == nullptr) return;
-  kessel_options defaults = {};
-  defaults.size = size;
-  defaults.assemblies = KESSEL_ASSEMBLIES_CLASSIC;
-  defaults.names = KESSEL_NAMES_RECORD;
-  defaults.memory_limit = Kessel::Options::NO_LIMIT;
-  // A caller of a later version has members that stand for their defaults when they are zero.
-  std::memset(static_cast<void*>(options), 0, size);
-  std::memcpy(options, &defaults, std::min(size, sizeof defaults));
+  Kessel::fill(options, size, Kessel::Options());
+}
+
+void kessel_classic_options(kessel_options* options, std::size_t size) {
+  Kessel::fill(options, size, Kessel::Options::classic());
 }
 
 kessel_result* kessel_split(const char* in, const char* outdir, const kessel_options* options) {
@@ -193,6 +227,13 @@ kessel_result* kessel_diff(const char* a, const char* b, const kessel_options* o
 kessel_result* kessel_join(const char* root, const char* out, const kessel_options* options) {
   return Kessel::guarded("The joining was cancelled.", [&](kessel_result& result) {
     Kessel::join_into(result, root, out, options);
+  });
+}
+
+kessel_result* kessel_extract(const char* in, const char* part, const char* out,
+                              const kessel_options* options) {
+  return Kessel::guarded("The extraction was cancelled.", [&](kessel_result& result) {
+    Kessel::extract_into(result, in, part, out, options);
   });
 }
 

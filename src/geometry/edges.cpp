@@ -58,11 +58,14 @@ bool trace_edge(const CurveReading& reading, Index edge, Points& points) {
   const std::size_t behind = points.size();
   if (!goes_along) std::swap(begin, end);
   trace_between(*geometry, begin, end, is_one_point, reading.fineness, points);
+  const auto first_point = points.begin() + static_cast<std::ptrdiff_t>(behind);
+  if (distance(points[behind], begin) > distance(points[behind], end)) {
+    std::reverse(first_point, points.end());
+  }
   // Edges meet in their vertices, whatever little their curves miss them by.
-  const bool is_along = distance(points[behind], begin) <= distance(points[behind], end);
-  points[behind] = is_along ? begin : end;
-  points.back() = is_along ? end : begin;
-  if (!goes_along) std::reverse(points.begin() + static_cast<std::ptrdiff_t>(behind), points.end());
+  points[behind] = begin;
+  points.back() = end;
+  if (!goes_along) std::reverse(first_point, points.end());
   return false;
 }
 

@@ -14,7 +14,7 @@ namespace Kessel::Geometry {
 namespace {
 
 // How often a part may show others by mapped items, and through how many of them.
-constexpr std::size_t MOST_PLACES = 100'000;
+constexpr std::size_t MOST_PLACES = 50'000;
 constexpr std::size_t MOST_LEVELS = 32;
 
 /// What is no shape but helps to construct one.

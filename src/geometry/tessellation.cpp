@@ -120,6 +120,7 @@ void TriangleMesh::add(const GeometryRecords& records, Index record, CoordinateL
   const Attributes own(records, record, layout.keyword, 1);
   budget.spend(records.body(record).size());
   const Points& all = lists.of(own.record(0), budget);
+  require(own.is_given(layout.first));
   const std::vector<std::uint32_t> chosen = own.integers(layout.numbering);
   const auto corner = [&](std::uint32_t number) {
     if (!chosen.empty()) {

@@ -3,9 +3,9 @@
 
 #include <system_error>
 
-#include "join/finished_file.h"
 #include "join/joining.h"
 #include "kessel/errors.h"
+#include "output/finished_file.h"
 
 namespace Kessel {
 

@@ -18,8 +18,10 @@ constexpr std::size_t MAX_STEM = MAX_FILE_NAME - FILE_EXTENSION.size();
 
 constexpr char32_t IN_PLACE_OF_RESERVED = U'_';
 constexpr std::u32string_view RESERVED = U"<>:\"/\\|?*';";
+/// In front these hide a file, begin a comment or an option, or stand for a folder to a shell.
+constexpr std::u32string_view RESERVED_IN_FRONT = U".#-~";
 /// Alone these make no name: they stand for what was taken away, or cannot be seen.
-constexpr std::u32string_view OF_NO_USE = U"_ .-";
+constexpr std::u32string_view OF_NO_USE = U"_ .-#~";
 
 /// Names of devices on Windows, with any extension, in caseless form.
 constexpr std::u32string_view DEVICES[] = {U"aux", U"con", U"conin$", U"conout$", U"nul", U"prn"};
@@ -84,7 +86,9 @@ std::string file_stem(std::string_view name, FileNameSet set) {
   trim_end(stem);
   shorten(stem, MAX_STEM);  // What a cut leaves may be of no use, or be a device.
   if (stem.find_first_not_of(OF_NO_USE) == std::u32string::npos) return {};
-  if (stem.front() == U'.') stem.front() = IN_PLACE_OF_RESERVED;
+  if (RESERVED_IN_FRONT.find(stem.front()) != std::u32string_view::npos) {
+    stem.front() = IN_PLACE_OF_RESERVED;
+  }
   if (is_device(stem)) {
     stem.insert(stem.begin(), IN_PLACE_OF_RESERVED);
     shorten(stem, MAX_STEM);

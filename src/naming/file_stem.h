@@ -25,8 +25,8 @@ enum class FileNameSet {
 ///
 /// What some file system reserves (`< > : " / \ | ? *`, control and format characters, names of
 /// devices such as "nul", a dot in front, spaces and dots at the end) becomes "_" or goes, and so
-/// do apostrophes and semicolons, over which simple readers of exchange files trip. Too long a name
-/// is cut between two characters.
+/// do apostrophes and semicolons, over which simple readers of exchange files trip, and in front
+/// what means something to a shell: "#", "-", "~". Too long a name is cut between two characters.
 std::string file_stem(std::string_view name, FileNameSet set);
 
 /// `stem` cut so that `bytes` more and the extension fit into MAX_FILE_NAME, not inside a character

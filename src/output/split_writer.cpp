@@ -87,6 +87,7 @@ class SplitWriter final : public Exchange::Listener {
     const MentioningText rest{text, mentions, instances_.references(index)};
     for (const Stand stand : stands_.of(index)) {
       const FileId file = stand.file();
+      if (!is_written(file)) continue;
       open_section(file, section, 0);
       std::string line;
       if (defines) line = "#" + std::to_string(numbers_.of(index, file));
@@ -98,6 +99,10 @@ class SplitWriter final : public Exchange::Listener {
     if (next_ != instances_.size()) throw InputError(input_changed(0));
     std::vector<FileFigures> figures;
     for (FileId file = 0; file < tails_.size(); ++file) {
+      if (!is_written(file)) {
+        figures.emplace_back();
+        continue;
+      }
       open_section(file, Section::data, last_section());
       files_.write(file, tails_[file]);
       files_.write(file, "ENDSEC;\nEND-ISO-10303-21;\n");
@@ -116,13 +121,14 @@ class SplitWriter final : public Exchange::Listener {
     std::size_t data_section = 0;
   };
 
+  bool is_written(FileId file) const { return !split_.paths[file].empty(); }
   std::size_t last_section() const { return sections_.size() - 1; }
   std::size_t data_section() const { return std::min(data_sections_ - 1, last_section()); }
 
   void begin_files() {
     const HeaderForm form(instances_.header(), current_time_stamp(), sections_.size() == 1);
     for (FileId file = 0; file < tails_.size(); ++file) {
-      files_.write(file, form.with_name(split_.names[file]));
+      if (is_written(file)) files_.write(file, form.with_name(split_.names[file]));
     }
   }
 
@@ -141,8 +147,8 @@ class SplitWriter final : public Exchange::Listener {
     if (kind == Section::reference) files_.write(file, "REFERENCE;\n");
     if (kind != Section::data) return;
     files_.write(file, "DATA" + sections_[data_section] + ";\n");
-    if (!is_first_data) return;
-    files_.write(file, "/* velkstep split " + hexadecimal(split_.id) +
+    if (!is_first_data || !split_.id) return;
+    files_.write(file, "/* velkstep split " + hexadecimal(*split_.id) +
                            ": the number in front of a record is its number in the file that was "
                            "split */\n");
   }
@@ -150,6 +156,7 @@ class SplitWriter final : public Exchange::Listener {
   /// Fast path: nearly every record stands in one file, and only its numbers change.
   void write_single(const Exchange::Record& record, const MentioningText& body, Index index,
                     FileId file) {
+    if (!is_written(file)) return;
     open_section(file, section_, data_section());
     write_whole(record, body, {}, numbers_.of_single(index), file);
   }
@@ -175,18 +182,22 @@ class SplitWriter final : public Exchange::Listener {
 
   void write_shared(const Exchange::Record& record, const MentioningText& body, Index index,
                     std::span<const Stand> stands) {
+    const bool is_needed = std::any_of(stands.begin(), stands.end(),
+                                       [&](Stand stand) { return is_written(stand.file()); });
+    if (!is_needed) return;
     const bool collects = instances_.types().collects(instances_.type(index));
     std::optional<SharedLists> lists;
     if (collects) lists.emplace(body, instances_, split_.placement, index);
     const std::string number = std::to_string(record.number);
-    const std::string mark = stands.size() > 1 ? "/*" + number + "*/" : "";
+    const std::string mark = split_.id && stands.size() > 1 ? "/*" + number + "*/" : "";
     for (const Stand stand : stands) {
       const FileId file = stand.file();
+      if (!is_written(file)) continue;
       open_section(file, section_, data_section());
       const std::uint32_t in_file = numbers_.of(index, file);
       if (stand.role() == Role::stand_in || documents_[file].contains(index)) {
-        files_.write(file, "/*~" + number + "*/#" + std::to_string(in_file) + "=" +
-                               worded_anew(body, index, file) + ";\n");
+        files_.write(file, (split_.id ? "/*~" + number + "*/#" : "#") + std::to_string(in_file) +
+                               "=" + worded_anew(body, index, file) + ";\n");
       } else if (lists && lists->is_shortened(file)) {
         const std::string equals(record.behind_number, record.body.data());
         files_.write(file, mark + "#" + std::to_string(in_file) + equals +
@@ -219,6 +230,7 @@ class SplitWriter final : public Exchange::Listener {
     const LinkForm form = link_form(names);
     const std::string format = data_format(names);
     for (FileId file = 0; file < tails_.size(); ++file) {
+      if (!is_written(file)) continue;
       MadeRecords made(numbers_, file);
       Links links(made, form, format);
       for (const ProductId id : split_.placement.files[file].links) {

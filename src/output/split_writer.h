@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <istream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,8 +20,10 @@ struct SplitToWrite {
   const Instances& instances;
   const Products& products;
   const Placement& placement;
-  std::uint64_t id = 0;                      ///< tells inputs apart
-  std::vector<std::filesystem::path> paths;  ///< by file
+  /// Tells inputs apart; none where what is written is not meant to be joined: it has no marks
+  /// then.
+  std::optional<std::uint64_t> id;
+  std::vector<std::filesystem::path> paths;  ///< by file; one without a path is not written
   std::vector<std::string> names;            ///< what the headers say, by file, UTF-8
 };
 
@@ -30,11 +33,11 @@ struct FileFigures {
   std::uint64_t bytes = 0;
 };
 
-/// Reads the input of `split.instances` again from `in` and writes every file. Throws OutputError
+/// Reads the input of `split.instances` again from `in` and writes the files. Throws OutputError
 /// when a file cannot be written whole, and InputError when the input is not the same any more.
 ///
-/// Behind "DATA;" a comment names the split. A record that stands in several files has its number
-/// in the input in a comment in front, `/*12*/`; one with another text than the input's,
+/// The marks: behind "DATA;" a comment names the split. A record that stands in several files has
+/// its number in the input in a comment in front, `/*12*/`; one with another text than the input's,
 /// `/*~12*/`; and one that the split made, `/*~*/`.
 std::vector<FileFigures> write_split(std::istream& in, const SplitToWrite& split,
                                      const Options& options);

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "exchange/parameters.h"
+#include "placement/bodies.h"
 #include "placement/placing.h"
 #include "products/parameter_reader.h"
 
@@ -67,6 +68,7 @@ class OwnRecords {
   void enter(FileId file, std::vector<Index>& guests) {
     below_.begin(file);
     file_ = file;
+    body_ = placing_.placement.files[file].body;
     guests_ = &guests;
     const std::vector<ProductId> ids = with_mapped(placing_.placement.files[file].products);
     for (const ProductId id : ids) enter_definition(placing_.products.products[id]);
@@ -81,6 +83,7 @@ class OwnRecords {
     std::unordered_set<ProductId> seen(ids.begin(), ids.end());
     for (std::size_t i = 0; i < ids.size(); ++i) {
       for (const MappedProduct& mapped : placing_.products.products[ids[i]].mapped) {
+        if (i == 0 && !stands_with_body(mapped.item)) continue;
         if (seen.insert(mapped.product).second) ids.push_back(mapped.product);
       }
     }
@@ -99,10 +102,34 @@ class OwnRecords {
   }
 
   void enter_core(const Product& product) {
-    for (const ShapeLink& link : product.links) own(link.link, OWNED);
-    for (const Index representation : product.representations) own(representation, OWNED);
-    for (const Index representation : product.tied) own(representation, OWNED);
-    for (const Index tie : product.ties) own(tie, OWNED);
+    for (const ShapeLink& link : product.links) {
+      if (shows_body(link.representation)) own(link.link, OWNED);
+    }
+    for (const auto* list : {&product.representations, &product.tied}) {
+      for (const Index representation : *list) {
+        if (shows_body(representation)) own(representation, OWNED);
+      }
+    }
+    for (const Index tie : product.ties) {
+      const auto ends = placing_.instances.references(tie);
+      const bool has_all = std::all_of(ends.begin(), ends.end(), [&](Reference end) {
+        return end.record() == NO_RECORD || !placing_.classes.has(end.record(), SHOWING) ||
+               shows_body(end.record());
+      });
+      if (has_all) own(tie, OWNED);
+    }
+  }
+
+  /// Of a file for one body: whether a representation, or an item of one, stands in it.
+  bool shows_body(Index representation) const {
+    return body_ == NO_RECORD || goes_with(placing_.instances, representation, body_);
+  }
+  bool stands_with_body(Index item) const {
+    return body_ == NO_RECORD || item == body_ || !is_body(placing_.instances, item);
+  }
+  bool is_left_out(Index record, Reference reference) const {
+    return body_ != NO_RECORD && reference.is_listed() && placing_.classes.has(record, SHOWING) &&
+           !stands_with_body(reference.record());
   }
 
   void follow(unsigned traits) {
@@ -113,7 +140,7 @@ class OwnRecords {
       const bool is_soft = classes.has(record, SOFT);
       for (const Reference reference : placing_.instances.references(record)) {
         const Index other = reference.record();
-        if (other == NO_RECORD) continue;
+        if (other == NO_RECORD || is_left_out(record, reference)) continue;
         if (is_soft || classes.has(other, SOFT)) {
           own(other, 0);
         } else if (is_another(other)) {
@@ -142,6 +169,7 @@ class OwnRecords {
   Placing& placing_;
   Below below_;
   FileId file_ = 0;
+  Index body_ = NO_RECORD;  // the only one that the file has of its product
   std::vector<Index>* guests_ = nullptr;
   std::vector<Index> open_;
 };
@@ -183,15 +211,21 @@ std::unordered_map<FileId, std::vector<Index>> find_bare_placements(Placing& pla
 }
 
 void bring_usages(Placing& placing, FileId file) {
+  if (placing.placement.files[file].body != NO_RECORD) return;
+  const auto bring = [&](Index record) {
+    if (!placing.keeps_others_out(file) || placing.closes_in(record, file)) {
+      placing.bring(record, file);
+    }
+  };
   for (const ProductId id : placing.placement.files[file].products) {
     for (const std::uint32_t position : placing.products.products[id].usages) {
       const Usage& usage = placing.products.usages[position];
       if (usage.closes_circle) continue;
-      placing.bring(usage.record, file);
-      for (const Index record : usage.shapes) placing.bring(record, file);
-      for (const Index record : usage.placements) placing.bring(record, file);
-      for (const Index record : usage.relationships) placing.bring(record, file);
-      for (const ShapeLink& link : usage.links) placing.bring(link.link, file);
+      bring(usage.record);
+      for (const Index record : usage.shapes) bring(record);
+      for (const Index record : usage.placements) bring(record);
+      for (const Index record : usage.relationships) bring(record);
+      for (const ShapeLink& link : usage.links) bring(link.link);
     }
   }
 }
@@ -216,9 +250,23 @@ void bring_components(Placing& placing, FileId file) {
   }
 }
 
+/// Usages that close circles stand in the first file, and nowhere else: an extracted product is at
+/// the top of its file.
+void keep_circles_out(Placing& placing) {
+  for (const Usage& usage : placing.products.usages) {
+    if (!usage.closes_circle) continue;
+    placing.classes.give(usage.record, USED);
+    for (const auto* list : {&usage.shapes, &usage.placements, &usage.relationships}) {
+      for (const Index record : *list) placing.classes.give(record, USED);
+    }
+    for (const ShapeLink& link : usage.links) placing.classes.give(link.link, USED);
+  }
+}
+
 }  // namespace
 
 void fill_files(Placing& placing) {
+  if (placing.placement.keeps_others_out) keep_circles_out(placing);
   const auto count = static_cast<FileId>(placing.placement.files.size());
   std::vector<std::vector<Index>> guests(count);
   {

@@ -1,5 +1,7 @@
 // Enters what leads to records that stand in files.
 #include <algorithm>
+#include <string_view>
+#include <unordered_map>
 
 #include "placement/placing.h"
 
@@ -11,7 +13,12 @@ namespace {
 class HangingOn {
  public:
   explicit HangingOn(Placing& placing)
-      : placing_(placing), classes_(placing.classes), states_(placing.instances.size()) {}
+      : placing_(placing), classes_(placing.classes), states_(placing.instances.size()) {
+    const auto& files = placing.placement.files;
+    const bool has_bodies_apart = std::any_of(
+        files.begin(), files.end(), [](const PlacedFile& file) { return file.body != NO_RECORD; });
+    if (has_bodies_apart) find_aspects();
+  }
 
   void run() {
     for (Index record = 0; record < placing_.instances.size(); ++record) visit(record);
@@ -23,6 +30,30 @@ class HangingOn {
     Index record;
     std::size_t next;
   };
+
+  /// Where the bodies of a part stand apart, an aspect of its shape stands with those bodies that
+  /// it is an aspect of, which usages of items say (ISO 10303-41).
+  void find_aspects() {
+    for (Index record = 0; record < placing_.instances.size(); ++record) {
+      if (!is_item_usage(record)) continue;
+      const auto references = placing_.instances.references(record);
+      if (references.empty() || references.front().record() == NO_RECORD) continue;
+      std::vector<FileId>& files = files_of_aspects_[references.front().record()];
+      for (const Reference item : references.subspan(1)) {
+        if (item.record() == NO_RECORD || classes_.has(item.record(), SOFT | SHOWING)) continue;
+        for (const Stand stand : placing_.stands.of(item.record())) files.push_back(stand.file());
+      }
+    }
+    for (auto& [aspect, files] : files_of_aspects_) std::sort(files.begin(), files.end());
+  }
+
+  bool is_item_usage(Index record) const {
+    const auto& keywords = placing_.instances.types().keywords(placing_.instances.type(record));
+    return std::any_of(keywords.begin(), keywords.end(), [](std::string_view keyword) {
+      return keyword == "GEOMETRIC_ITEM_SPECIFIC_USAGE" ||
+             keyword.ends_with("ITEM_IDENTIFIED_REPRESENTATION_USAGE");
+    });
+  }
 
   bool is_open_question(Index record) const {
     return states_[record] == State::unseen && !classes_.has(record, SOFT | OWNED | USED) &&
@@ -67,6 +98,7 @@ class HangingOn {
     classes_.give(record, BOUND);
     if (placing_.stands.is_placed(record)) return;
     find_files();
+    keep_files_of_aspect(record);
     for (const FileId file : files_) place(record, file);
   }
 
@@ -105,6 +137,14 @@ class HangingOn {
     files_ = candidates_;
   }
 
+  void keep_files_of_aspect(Index record) {
+    const auto found = files_of_aspects_.find(record);
+    if (found == files_of_aspects_.end()) return;
+    std::erase_if(files_, [&](FileId file) {
+      return !std::binary_search(found->second.begin(), found->second.end(), file);
+    });
+  }
+
   void keep_files_of_items() {
     item_files_.clear();
     for (const Index record : listed_) {
@@ -130,6 +170,7 @@ class HangingOn {
   Placing& placing_;
   Classes& classes_;
   std::vector<State> states_;
+  std::unordered_map<Index, std::vector<FileId>> files_of_aspects_;
   std::vector<Step> path_;
   std::vector<Index> fixed_;
   std::vector<Index> listed_;

@@ -68,7 +68,7 @@ class LeftOvers {
   }
 
   void place_circle(const Usage& usage) {
-    placing_.placement.warnings.push_back({PlacementWarning::Kind::closes_circle, usage.record});
+    placing_.placement.warnings.push_back({PlacementWarning::Kind::closes_circle, usage.record, 0});
     const auto to_root = [&](Index record) { enter(needed(record, 0, NO_LIMIT), record, 0); };
     to_root(usage.record);
     for (const Index record : usage.shapes) to_root(record);
@@ -84,12 +84,23 @@ class LeftOvers {
     if (classes_.has(record, BOUND)) {
       for (const FileId file : candidates(best)) {
         Needed some = needed(record, file, 4 * best.records.size() + 64);
+        if (placing_.keeps_others_out(file)) {
+          if (is_nobodys(some)) enter(some, record, file);
+          continue;
+        }
         if (!some.is_less_than(best)) continue;
         best = std::move(some);
         best_file = file;
       }
     }
-    enter(best, record, best_file);
+    if (is_left(record)) enter(best, record, best_file);
+  }
+
+  /// Whether what is needed is of no other product, plain placements and their parts aside.
+  bool is_nobodys(const Needed& all) const {
+    return !all.is_too_much && !all.has_foreign_shape &&
+           std::none_of(all.records.begin(), all.records.end(),
+                        [&](Index record) { return classes_.has(record, DEFINING | SHOWING); });
   }
 
   /// Other assemblies' files in which something stands that the root lacks. A few will do.
@@ -100,8 +111,10 @@ class LeftOvers {
       if (!classes_.has(record, OWNED | USED | BOUND) || classes_.has(record, SOFT)) continue;
       for (const Stand stand : placing_.stands.of(record)) {
         if (files.size() == MOST) break;
-        if (stand.file() != 0 && placing_.has_components(stand.file()))
+        if (stand.file() == 0) continue;
+        if (placing_.has_components(stand.file()) || placing_.keeps_others_out(stand.file())) {
           files.push_back(stand.file());
+        }
       }
     }
     std::sort(files.begin(), files.end());
@@ -161,7 +174,8 @@ class LeftOvers {
     }
     placing_.give_placements(file, placeholders);
     if (all.has_foreign_shape) {
-      placing_.placement.warnings.push_back({PlacementWarning::Kind::foreign_shape, for_record});
+      placing_.placement.warnings.push_back(
+          {PlacementWarning::Kind::foreign_shape, for_record, file});
     }
   }
 
@@ -183,7 +197,12 @@ class LeftOvers {
     const auto places = placing_.stands.of(collector);
     if (places.empty()) return;
     const FileId file = places.front().file();
-    enter(needed(item, file, NO_LIMIT), collector, file);
+    if (placing_.keeps_others_out(file)) {
+      enter(needed(collector, 0, NO_LIMIT), collector, 0);
+      enter(needed(item, 0, NO_LIMIT), collector, 0);
+    } else {
+      enter(needed(item, file, NO_LIMIT), collector, file);
+    }
   }
 
   static constexpr std::uint64_t NO_LIMIT = ~std::uint64_t{0};

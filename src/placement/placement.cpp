@@ -2,6 +2,8 @@
 #include "placement/placement.h"
 
 #include <algorithm>
+#include <unordered_set>
+#include <utility>
 
 #include "placement/placing.h"
 
@@ -35,7 +37,7 @@ void Placing::bring(Index record, FileId file) {
     }
   }
   if (has_foreign_shape) {
-    placement.warnings.push_back({PlacementWarning::Kind::foreign_shape, record});
+    placement.warnings.push_back({PlacementWarning::Kind::foreign_shape, record, file});
   }
 }
 
@@ -67,10 +69,23 @@ void Placing::give_placements(FileId file, std::span<const Index> made) {
   }
 }
 
-Placement place_records(const Instances& instances, const Products& products, AssemblyStyle style) {
-  Placement placement;
-  placement.stands = FileSets(instances.size());
-  plan_files(products, style, placement);
+bool Placing::closes_in(Index record, FileId file) const {
+  std::vector<Index> open{record};
+  std::unordered_set<Index> seen;
+  while (!open.empty()) {
+    const Index next = open.back();
+    open.pop_back();
+    if (stands.has(next, file) || !seen.insert(next).second) continue;
+    if (classes.has(next, DEFINING | SHOWING)) return false;
+    for (const Reference reference : instances.references(next)) {
+      if (reference.record() != NO_RECORD) open.push_back(reference.record());
+    }
+  }
+  return true;
+}
+
+Placement place_records(const Instances& instances, const Products& products, FilePlan plan) {
+  Placement placement{std::move(plan), FileSets(instances.size()), {}};
   Placing placing(instances, products, placement);
   fill_files(placing);
   hang_on(placing);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "instances/instances.h"
@@ -37,6 +38,11 @@ namespace Kessel {
 //    several tops are held together by a root that no product has; whatever cannot be placed by a
 //    product goes to the assembly that needs the least added to hold it whole.
 //
+// An extraction is another way to share: what is asked for stands in files of its own, everything
+// else in the first, which nobody writes. What else differs: no reference to the first file is
+// made, for nothing below a product stands there, and where 2 is in conflict with 3, it is the
+// first file that holds parts of others' shapes.
+//
 // How a place is found:
 // - Contexts and units come with whoever needs them, and attract nothing.
 // - A file holds what its products own, their usages with shapes and transformations, and of each
@@ -55,7 +61,29 @@ struct PlacedFile {
   ProductId top = NO_PRODUCT;
   /// The components whose files it refers to, in order of their first usage.
   std::vector<ProductId> links;
+  /// The one body of its only product that stands in it, without components; NO_RECORD for all.
+  Index body = NO_RECORD;
 };
+
+/// Which products share a file.
+struct FilePlan {
+  std::vector<PlacedFile> files;  ///< the root's first, the others by product
+  std::vector<FileId> file_of;    ///< by product: where its own records stand
+  /// Whether all files but the first hold nothing of products that are not theirs: a record that
+  /// cannot be closed without those stands in the first.
+  bool keeps_others_out = false;
+};
+
+/// The files of a split. `style` is lean or nested.
+FilePlan plan_split(const Products& products, AssemblyStyle style);
+
+/// A file of the product `part` and all below it, the last, and in front of it one of all others.
+/// The only top has all there is: there is no other file then.
+FilePlan plan_extraction(const Products& products, ProductId part);
+
+/// A file for each of `bodies` (placement/bodies.h), which are those of the product `part`, behind
+/// one of all else.
+FilePlan plan_bodies(const Products& products, ProductId part, std::span<const Index> bodies);
 
 /// Something about a placement that deserves a look.
 struct PlacementWarning {
@@ -65,16 +93,19 @@ struct PlacementWarning {
   };
   Kind kind;
   Index record;
+  FileId file = 0;  ///< in which that is so
 };
 
-struct Placement {
-  std::vector<PlacedFile> files;  ///< the root's first, the others by product
-  std::vector<FileId> file_of;    ///< by product: where its own records stand
+struct Placement : FilePlan {
   FileSets stands{0};
   std::vector<PlacementWarning> warnings;
 };
 
-/// Places the records. `style` is lean or nested. Linear in the input and the outputs.
-Placement place_records(const Instances& instances, const Products& products, AssemblyStyle style);
+/// Places the records. Linear in the input and the outputs.
+Placement place_records(const Instances& instances, const Products& products, FilePlan plan);
+inline Placement place_records(const Instances& instances, const Products& products,
+                               AssemblyStyle style) {
+  return place_records(instances, products, plan_split(products, style));
+}
 
 }  // namespace Kessel

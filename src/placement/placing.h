@@ -37,6 +37,10 @@ class Placing {
            !is_placement(instances, record) && !instances.is(record, "CARTESIAN_POINT") &&
            !instances.is(record, "DIRECTION");
   }
+  /// Whether nothing of other products may come into `file`.
+  bool keeps_others_out(FileId file) const { return placement.keeps_others_out && file != 0; }
+  /// Whether `record` can be entered into `file` without anything of other products.
+  bool closes_in(Index record, FileId file) const;
   bool has_components(FileId file) const {
     return file == 0 || !placement.files[file].links.empty();
   }
@@ -54,9 +58,6 @@ class Placing {
 
   std::vector<Index> open_;
 };
-
-/// Says which products share a file: fills files, their products and links, and file_of.
-void plan_files(const Products& products, AssemblyStyle style, Placement& placement);
 
 /// Enters what products own, usages, and placeholders of components.
 void fill_files(Placing& placing);

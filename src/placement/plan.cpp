@@ -1,17 +1,17 @@
 // Which files there are.
 #include <unordered_set>
 
-#include "placement/placing.h"
+#include "placement/placement.h"
 
 namespace Kessel {
 
 namespace {
 
 /// The components of `file`'s products that have files of their own.
-void add_links(const Products& products, const Placement& placement, FileId id, PlacedFile& file) {
+void add_links(const Products& products, const FilePlan& plan, FileId id, PlacedFile& file) {
   std::unordered_set<ProductId> linked;
   const auto link = [&](ProductId component) {
-    if (placement.file_of[component] == id) return;
+    if (plan.file_of[component] == id) return;
     if (linked.insert(component).second) file.links.push_back(component);
   };
   for (const ProductId product : file.products) {
@@ -24,9 +24,9 @@ void add_links(const Products& products, const Placement& placement, FileId id, 
 }
 
 /// Gives what is only shown by other products to the files of those.
-void give_shown(const Products& products, Placement& placement) {
+void give_shown(const Products& products, FilePlan& plan) {
   std::vector<bool> is_placed(products.products.size());
-  for (const PlacedFile& file : placement.files) {
+  for (const PlacedFile& file : plan.files) {
     for (const ProductId product : file.products) is_placed[product] = true;
   }
   std::vector<ProductId> path;
@@ -34,39 +34,97 @@ void give_shown(const Products& products, Placement& placement) {
     ProductId at = product;
     for (; !is_placed[at]; at = products.products[at].shown_by) path.push_back(at);
     for (; !path.empty(); path.pop_back()) {
-      placement.file_of[path.back()] = placement.file_of[at];
-      placement.files[placement.file_of[at]].products.push_back(path.back());
+      plan.file_of[path.back()] = plan.file_of[at];
+      plan.files[plan.file_of[at]].products.push_back(path.back());
       is_placed[path.back()] = true;
     }
   }
 }
 
+void link_all(const Products& products, FilePlan& plan) {
+  for (FileId id = 0; id < plan.files.size(); ++id) {
+    if (plan.files[id].body == NO_RECORD) add_links(products, plan, id, plan.files[id]);
+  }
+}
+
+/// By product: whether it is `part` or below that, as a component or by a mapped item.
+std::vector<bool> with_all_below(const Products& products, ProductId part) {
+  std::vector<bool> is_below(products.products.size());
+  std::vector<ProductId> open;
+  const auto enter = [&](ProductId product) {
+    if (!is_below[product]) open.push_back(product);
+    is_below[product] = true;
+  };
+  enter(part);
+  while (!open.empty()) {
+    const Product& product = products.products[open.back()];
+    open.pop_back();
+    for (const std::uint32_t usage : product.usages) {
+      if (!products.usages[usage].closes_circle) enter(products.usages[usage].component);
+    }
+    for (const MappedProduct& mapped : product.mapped) enter(mapped.product);
+  }
+  return is_below;
+}
+
+/// A first file for all that is not asked for.
+FilePlan plan_of_others(const Products& products) {
+  FilePlan plan;
+  plan.keeps_others_out = true;
+  plan.files.resize(1);
+  if (products.tops.size() == 1) plan.files.front().top = products.tops.front();
+  plan.file_of.resize(products.products.size());
+  return plan;
+}
+
 }  // namespace
 
-void plan_files(const Products& products, AssemblyStyle style, Placement& placement) {
+FilePlan plan_split(const Products& products, AssemblyStyle style) {
   const auto count = static_cast<ProductId>(products.products.size());
   const bool has_one_top = products.tops.size() == 1;
-  placement.files.resize(1);
-  PlacedFile& root = placement.files.front();
+  FilePlan plan;
+  plan.files.resize(1);
+  PlacedFile& root = plan.files.front();
   if (has_one_top) root.top = products.tops.front();
-  placement.file_of.resize(count);
+  plan.file_of.resize(count);
   for (ProductId product = 0; product < count; ++product) {
-    const bool in_root =
-        style == AssemblyStyle::nested
-            ? product == placement.files.front().top
-            : products.is_assembly(product) || product == placement.files.front().top;
+    const bool in_root = style == AssemblyStyle::nested
+                             ? product == plan.files.front().top
+                             : products.is_assembly(product) || product == plan.files.front().top;
     if (in_root) {
-      placement.files.front().products.push_back(product);
+      plan.files.front().products.push_back(product);
       continue;
     }
     if (products.products[product].shown_by != NO_PRODUCT) continue;
-    placement.file_of[product] = static_cast<FileId>(placement.files.size());
-    placement.files.push_back({{product}, product, {}});
+    plan.file_of[product] = static_cast<FileId>(plan.files.size());
+    plan.files.push_back({{product}, product, {}});
   }
-  give_shown(products, placement);
-  for (FileId id = 0; id < placement.files.size(); ++id) {
-    add_links(products, placement, id, placement.files[id]);
+  give_shown(products, plan);
+  link_all(products, plan);
+  return plan;
+}
+
+FilePlan plan_extraction(const Products& products, ProductId part) {
+  FilePlan plan = plan_of_others(products);
+  const bool is_whole = plan.files.front().top == part;
+  if (!is_whole) plan.files.push_back({{}, part, {}});
+  const std::vector<bool> is_below = with_all_below(products, part);
+  for (ProductId product = 0; product < is_below.size(); ++product) {
+    if (is_below[product] && !is_whole) plan.file_of[product] = 1;
+    plan.files[plan.file_of[product]].products.push_back(product);
   }
+  link_all(products, plan);
+  return plan;
+}
+
+FilePlan plan_bodies(const Products& products, ProductId part, std::span<const Index> bodies) {
+  FilePlan plan = plan_of_others(products);
+  for (ProductId product = 0; product < products.products.size(); ++product) {
+    if (product != part) plan.files.front().products.push_back(product);
+  }
+  for (const Index body : bodies) plan.files.push_back({{part}, part, {}, body});
+  link_all(products, plan);
+  return plan;
 }
 
 }  // namespace Kessel

@@ -12,7 +12,8 @@ namespace Kessel {
 /// Reads the header and the records of `path`. Throws `std::invalid_argument` "Failed to open input
 /// file." and `std::bad_alloc`; does not return for the two kinds of input for which `Run` does
 /// not.
-std::unique_ptr<Store> parse_file(const std::filesystem::path& path, const Options& options = {});
+std::unique_ptr<Store> parse_file(const std::filesystem::path& path,
+                                  const Options& options = Options::classic());
 
 /// The same for a checked run, in the options' reading: throws `InputError` where it would read for
 /// ever, or where the standard reading stops, and where the store or a text would take more than

@@ -17,11 +17,12 @@
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
+#include "output/input_stamp.h"
+#include "output/placement_findings.h"
 #include "output/split_writer.h"
 #include "placement/placement.h"
 #include "products/products.h"
 #include "splitter/fresh_files.h"
-#include "splitter/input_stamp.h"
 #include "splitter/placed_names.h"
 #include "splitter/root_list.h"
 
@@ -75,27 +76,6 @@ class SplitLoader final : public InstanceLoader {
   TextHash hash_;
   FindingList warnings_;
 };
-
-Finding finding_for(std::istream& in, const Instances& instances, const PlacementWarning& warning) {
-  const std::uint64_t number = instances.number(warning.record);
-  const std::string name = "#" + std::to_string(number);
-  const std::uint64_t offset = read_again(in, instances, warning.record).offset;
-  const auto instance = static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
-  Finding finding;
-  if (warning.kind == PlacementWarning::Kind::closes_circle) {
-    finding = make_finding(FindingKind::usage_cycle,
-                           "The component of the usage " + name +
-                               " leads back to its assembly; the usage stands in the root's file.",
-                           offset, 0, instance);
-  } else {
-    finding = make_finding(
-        FindingKind::foreign_shape,
-        "The record " + name + " needs parts of other products' shapes, which stand with it.",
-        offset, 0, instance);
-  }
-  finding.severity = Severity::warning;
-  return finding;
-}
 
 void require_products(const Products& products, const Placement& placement,
                       std::vector<Finding>& warnings) {
@@ -179,7 +159,7 @@ class PlacedSplit {
     SplitToWrite split{instances_, products_, placement_, id_, {}, {}};
     for (const fs::path& name : names_) {
       split.paths.push_back(outdir_ / name);
-      split.names.push_back(fspath_to_utf8(options_.folder_in_headers ? split.paths.back() : name));
+      split.names.push_back(fspath_to_utf8(options_.folder_in_headers.value_or("") / name));
     }
     in_.clear();
     in_.seekg(0);  // The second reading's progress is measured from here.

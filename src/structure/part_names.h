@@ -11,8 +11,8 @@ namespace Kessel {
 void resolve_name(Part& part, Slots slots);
 
 /// Names files after products, in the store's style, through `decode`; null stands for
-/// `decode_step_to_utf8`. Parts have their record names already, and keep them where they have no
-/// other; the number in that name keeps it unlike all others, but a product may have it for a name.
+/// `decode_step_to_utf8`. Parts have their record names already; one whose product has no usable
+/// name is called "part 12" after its number, and a generated root keeps the name that it has.
 void name_after_products(Store& store, std::string (*decode)(std::string_view));
 
 }  // namespace Kessel

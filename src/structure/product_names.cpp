@@ -31,8 +31,12 @@ void name_after_products(Store& store, std::string (*decode)(std::string_view)) 
   UniqueNames unique;
   for (Part* part : store.parts) {
     std::string stem;
-    if (const auto name = store.names.find(named_after(store, *part)); name != store.names.end()) {
+    const unsigned number = named_after(store, *part);
+    if (const auto name = store.names.find(number); name != store.names.end()) {
       stem = file_stem(decode(name->second), set);
+    }
+    if (stem.empty() && number != 0 && !part->path.empty()) {
+      stem = "part " + std::to_string(number);
     }
     if (stem.empty()) stem = fspath_to_utf8(part->path.stem());
     if (!stem.empty()) part->path = path_of(unique.take(stem));

@@ -223,7 +223,9 @@ void write_parts(Store& store, const std::filesystem::path& outdir, const Option
   for (Part* part : store.parts) {
     std::ostream& file = output.begin(*part, store.first_line + "\n");
     const std::string name =
-        options.folder_in_headers ? part->get_utf8_filepath() : part->get_utf8_filename();
+        options.folder_in_headers
+            ? fspath_to_utf8(*options.folder_in_headers / part->path.filename())
+            : part->get_utf8_filepath();
     file << make_file_header(store.header, encode(name), current_time_stamp()) << "\nDATA;\n";
     output.make_sure_of(*part);
   }

@@ -82,12 +82,13 @@ static void expect_failure(const char* in, const char* outdir, const struct kess
 static void defaults(void) {
   struct kessel_options options = default_options();
   EXPECT(options.size == sizeof options);
-  EXPECT(options.assemblies == KESSEL_ASSEMBLIES_CLASSIC);
-  EXPECT(options.names == KESSEL_NAMES_RECORD);
+  EXPECT(options.assemblies == KESSEL_ASSEMBLIES_NESTED);
+  EXPECT(options.names == KESSEL_NAMES_PRODUCT);
   EXPECT(options.memory_limit == UINT64_MAX);
   EXPECT(options.progress == NULL);
   EXPECT(options.progress_context == NULL);
-  EXPECT_FILES(NULL, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT(options.reading == KESSEL_READING_STANDARD);
+  EXPECT_FILES(NULL, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
 }
 
 /* Whether the beginning of a file has a text. */
@@ -102,12 +103,41 @@ static int file_has(const char* path, const char* text) {
   return strstr(begin, text) != NULL;
 }
 
+/* What hosts of Kessel::Run get: its names, its folder in the headers, no marks. */
+static void classic_options(void) {
+  struct kessel_options options;
+  kessel_classic_options(&options, sizeof options);
+  EXPECT(options.size == sizeof options);
+  EXPECT(options.assemblies == KESSEL_ASSEMBLIES_CLASSIC);
+  EXPECT(options.names == KESSEL_NAMES_RECORD);
+  EXPECT(options.reading == KESSEL_READING_CLASSIC);
+  EXPECT(options.memory_limit == UINT64_MAX);
+  EXPECT(options.progress == NULL);
+  EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT(file_has("out/#1_part.stp", "FILE_NAME('out/#1_part.stp',"));
+  EXPECT(file_has("out/#1_part.stp", "DATA;\n#3=PRODUCT("));
+}
+
 static void choices(void) {
   struct kessel_options options = default_options();
+  options.names = KESSEL_NAMES_RECORD;
   EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
   options.names = KESSEL_NAMES_PRODUCT;
-  options.assemblies = KESSEL_ASSEMBLIES_NESTED;
+  options.assemblies = KESSEL_ASSEMBLIES_LEAN;
   EXPECT_FILES(&options, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
+  /* To the classic reading, a ";" ends a record wherever it stands. */
+  write_file("semicolon.stp",
+             "#1=PRODUCT('a;b','','',());\n#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
+             "#3=PRODUCT_DEFINITION('','',#2,$);\n#4=PRODUCT('b','','',());\n"
+             "#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n#6=PRODUCT_DEFINITION('','',#5,$);\n"
+             "#7=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#3,#6,$);\n");
+  options.assemblies = KESSEL_ASSEMBLIES_CLASSIC;
+  kessel_free(kessel_split("semicolon.stp", "whole", &options));
+  options.reading = KESSEL_READING_CLASSIC;
+  kessel_free(kessel_split("semicolon.stp", "cut", &options));
+  EXPECT(file_has("whole/a_b.stp", "PRODUCT('a;b','','',())"));
+  EXPECT(!file_has("cut/b.stp", "PRODUCT('a;b','','',())"));
+  options = default_options();
 
   write_file("umlaut.stp",
              "#1=PRODUCT('T\\X2\\00FC\\X0\\r','','',());\n"
@@ -145,8 +175,10 @@ static void choices(void) {
              "#13=ADVANCED_BREP_SHAPE_REPRESENTATION('lid',(#11),#12);\n"
              "#14=AXIS2_PLACEMENT_3D('',$,$,$);\n"
              "#15=SHAPE_REPRESENTATION_RELATIONSHIP('','',#10,#13);\n");
-  options = default_options();
+  kessel_classic_options(&options, sizeof options);
   kessel_free(kessel_split("solid.stp", "classic", &options));
+  options = default_options();
+  options.names = KESSEL_NAMES_RECORD;
   options.assemblies = KESSEL_ASSEMBLIES_LEAN;
   kessel_free(kessel_split("solid.stp", "lean", &options));
   EXPECT(file_has("classic/#1_part.stp", "MANIFOLD_SOLID_BREP"));
@@ -154,10 +186,12 @@ static void choices(void) {
 }
 
 static void nothing_to_split(void) {
+  struct kessel_options options;
   write_file("one.stp",
              "#1=PRODUCT('lid','lid','',());\n#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
              "#3=PRODUCT_DEFINITION('d','',#2,$);\n");
-  EXPECT_FAILURE("one.stp", "out", NULL, KESSEL_NOTHING_TO_SPLIT, "There is nothing to split.");
+  kessel_classic_options(&options, sizeof options);
+  EXPECT_FAILURE("one.stp", "out", &options, KESSEL_NOTHING_TO_SPLIT, "There is nothing to split.");
   EXPECT(access("out/#1_part.stp", F_OK) != 0);
 }
 
@@ -181,6 +215,16 @@ static void bad_arguments(void) {
   EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT,
                  "There is no such style of names.");
   options = default_options();
+  options.assemblies = KESSEL_ASSEMBLIES_CLASSIC;
+  options.reading = 2;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT, "There is no such reading.");
+  options.reading = -1;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT, "There is no such reading.");
+  options.assemblies = KESSEL_ASSEMBLIES_NESTED;
+  options.reading = KESSEL_READING_CLASSIC;
+  EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT,
+                 "The classic reading is for the classic style of assemblies only.");
+  options = default_options();
   options.size = 0;
   EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_BAD_ARGUMENT, "The options' size is not set.");
   EXPECT(access("out", F_OK) != 0);
@@ -194,18 +238,18 @@ static void input_errors(void) {
   EXPECT_FAILURE("empty.stp", "out", NULL, KESSEL_INPUT_ERROR, "The file is empty.");
   options.memory_limit = 1;
   EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_INPUT_ERROR,
-                 "With instance #1 the records need 34820 bytes of memory, and the limit is 1.");
+                 "The records need 722 bytes of memory, and the limit is 1.");
   EXPECT(access("out", F_OK) != 0);
 }
 
 static void output_errors(void) {
-  EXPECT_FILES(NULL, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT_FILES(NULL, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
   EXPECT_FAILURE(ASSEMBLY, "out", NULL, KESSEL_OUTPUT_ERROR,
-                 "out/#1_part.stp: cannot be written: File exists");
+                 "out/joint.stp: cannot be written: File exists");
   EXPECT(mkdir("other", 0777) == 0);
-  EXPECT(mkdir("other/#21_part.stp", 0777) == 0);
+  EXPECT(mkdir("other/nut.stp", 0777) == 0);
   EXPECT_FAILURE(ASSEMBLY, "other", NULL, KESSEL_OUTPUT_ERROR,
-                 "other/#21_part.stp: cannot be written: Is a directory");
+                 "other/nut.stp: cannot be written: Is a directory");
   write_file("plain", "");
   EXPECT_FAILURE(ASSEMBLY, "plain/out", NULL, KESSEL_OUTPUT_ERROR,
                  "filesystem error: create_directories: Not a directory [plain/out]");
@@ -240,7 +284,7 @@ static void progress(void) {
   struct told told = nothing_told(KESSEL_WRITING + 1);
   options.progress = note;
   options.progress_context = &told;
-  EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT_FILES(&options, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
   EXPECT(told.calls > 3);
   EXPECT(told.stages_in_order);
   EXPECT(told.never_beyond_total);
@@ -256,7 +300,7 @@ static void cancelling(void) {
   EXPECT(told.last == KESSEL_SORTING);
 
   /* The next split begins anew. */
-  EXPECT_FILES(NULL, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT_FILES(NULL, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
 }
 
 /* A caller that knows less than the library: what it does not know is neither read nor written. */
@@ -266,11 +310,11 @@ static void older_options(void) {
   memset(&options, 0xAA, sizeof options);
   kessel_default_options(&options, size);
   EXPECT(options.size == size);
-  EXPECT(options.names == KESSEL_NAMES_RECORD);
+  EXPECT(options.names == KESSEL_NAMES_PRODUCT);
   EXPECT(options.memory_limit == UINT64_C(0xAAAAAAAAAAAAAAAA));
   options.memory_limit = 1;
-  options.names = KESSEL_NAMES_PRODUCT;
-  EXPECT_FILES(&options, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
+  options.names = KESSEL_NAMES_RECORD;
+  EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
 }
 
 /* A caller that knows more. */
@@ -284,8 +328,8 @@ static void newer_options(void) {
   EXPECT(options.known.size == sizeof options);
   EXPECT(options.more == 0);
   options.more = 7;
-  options.known.names = KESSEL_NAMES_PRODUCT;
-  EXPECT_FILES(&options.known, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
+  options.known.names = KESSEL_NAMES_RECORD;
+  EXPECT_FILES(&options.known, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
 }
 
 /* Compares, expects how that ended, and returns the answer. */
@@ -361,8 +405,35 @@ static void joining(void) {
   EXPECT(compared("alone.stp", "one.stp", NULL, KESSEL_DONE, "") == 1);
 }
 
+/* Extracts into "one.stp" and expects how that ended, and which files there are. */
+static void expect_extracted(const char* part, const struct kessel_options* options,
+                             enum kessel_status status, const char* error, size_t files) {
+  kessel_result* result = kessel_extract(ASSEMBLY, part, "one.stp", options);
+  EXPECT(kessel_status_of(result) == status);
+  EXPECT_TEXT(kessel_error_of(result), error);
+  EXPECT(kessel_file_count(result) == files);
+  EXPECT((access("one.stp", R_OK) == 0) == (files == 1));
+  if (files == 1) EXPECT_TEXT(kessel_file(result, 0), "one.stp");
+  kessel_free(result);
+}
+
+static void extracting(void) {
+  struct kessel_options options;
+  kessel_default_options(&options, sizeof options);
+  options.progress = cancel_at_once;
+  remove("one.stp");
+  expect_extracted("bolt", &options, KESSEL_CANCELLED, "The extraction was cancelled.", 0);
+  expect_extracted("screw", NULL, KESSEL_BAD_ARGUMENT, "There is no part called \"screw\".", 0);
+  expect_extracted(NULL, NULL, KESSEL_BAD_ARGUMENT, "The name of the part is missing.", 0);
+  expect_extracted("bolt", NULL, KESSEL_DONE, "", 1);
+  remove("one.stp");
+  expect_extracted("joint/nut", NULL, KESSEL_DONE, "", 1);
+  EXPECT(kessel_status_of(NULL) == KESSEL_OUT_OF_MEMORY);
+}
+
 static void null_arguments(void) {
   kessel_default_options(NULL, sizeof(struct kessel_options));
+  kessel_classic_options(NULL, sizeof(struct kessel_options));
   EXPECT(kessel_status_of(NULL) == KESSEL_OUT_OF_MEMORY);
   EXPECT_TEXT(kessel_error_of(NULL), "Not enough memory.");
   EXPECT(kessel_file_count(NULL) == 0);
@@ -381,6 +452,7 @@ static const struct {
   void (*run)(void);
 } CASES[] = {
     {"defaults", defaults},
+    {"classic_options", classic_options},
     {"choices", choices},
     {"nothing_to_split", nothing_to_split},
     {"bad_arguments", bad_arguments},
@@ -389,6 +461,7 @@ static const struct {
     {"progress", progress},
     {"cancelling", cancelling},
     {"joining", joining},
+    {"extracting", extracting},
     {"older_options", older_options},
     {"newer_options", newer_options},
     {"comparing", comparing},

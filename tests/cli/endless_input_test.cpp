@@ -21,7 +21,8 @@ ProcessRun split(const std::string& input, const std::string& reading) {
   const ScratchFolder folder;
   folder.write("in.stp", input);
   const ProcessRun run =
-      run_velkstep({"split", "--reading=" + reading, "in.stp", "out"}, {.most_cpu_seconds = 5});
+      run_velkstep({"split", "--assemblies=classic", "--reading=" + reading, "in.stp", "out"},
+                   {.most_cpu_seconds = 5});
   if (run.exit_code == 1) {
     EXPECT_FALSE(std::filesystem::exists("out"));
     EXPECT_FALSE(std::filesystem::exists("roots.txt"));
@@ -118,7 +119,7 @@ TEST(EndlessInput, TextBehindAnAssembly) {
   expect_outcome(input, "classic", ":22: No \";\" closes this text, the file's last.");
   const ProcessRun run = split(input, "standard");
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_EQ(run.out, "out/#1_part.stp\nout/#4_part.stp\n");
+  EXPECT_EQ(run.out, "out/box.stp\nout/lid.stp\n");
   EXPECT_EQ(run.errors,
             "velkstep: in.stp: 1 warning; nothing is lost, and velkstep check says what it is "
             "about\n");

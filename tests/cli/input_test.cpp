@@ -22,8 +22,8 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string BOX_TREE =
-    "box  (assembly, #3, #1_part.stp)\n"
-    "└─ lid  (part, #6, #4_part.stp)\n";
+    "box  (assembly, #3, box.stp)\n"
+    "└─ lid  (part, #6, lid.stp)\n";
 
 TEST(Input, DashReadsStandardInput) {
   const ScratchFolder folder;
@@ -65,7 +65,7 @@ TEST(Input, PipeIsReadLikeAFile) {
   };
   EXPECT_EQ(run_with_pipe({"tree", "pipe"}), BOX_TREE);
   EXPECT_EQ(run_with_pipe({"check", "pipe"}), "");
-  EXPECT_EQ(run_with_pipe({"split", "pipe", "out"}), "out/#1_part.stp\nout/#4_part.stp\n");
+  EXPECT_EQ(run_with_pipe({"split", "pipe", "out"}), "out/box.stp\nout/lid.stp\n");
 }
 
 TEST(Input, VerifyReadsAPipe) {

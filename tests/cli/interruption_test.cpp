@@ -262,7 +262,7 @@ TEST_F(KilledBeforeEachCall, FolderWithOtherFilesIsCompleteWhereTheRootIs) {
 
 TEST_F(KilledBeforeEachCall, ForcedSplitIsOldOrNewWhereTheRootIs) {
   const FolderTree old = {
-      {"#1_part.stp", "old"}, {"#4_part.stp", "old"}, {"roots.txt", "old"}, {"notes.txt", "mine"}};
+      {"box.stp", "old"}, {"lid.stp", "old"}, {"roots.txt", "old"}, {"notes.txt", "mine"}};
   FolderTree finished = whole_;
   finished["notes.txt"] = "mine";
   const auto prepare = [&] {

@@ -45,10 +45,16 @@ TEST_F(MemoryLimitOption, SplitAndReportRefuseTheInputAndLeaveTheFolderAsItWas) 
   const FolderTree before = tree_of(folder_.path());
   for (const char* const command : {"split", "report"}) {
     for (const char* const outdir : {"out", "new"}) {
-      const ProcessRun run = with_limit("8MB", {command, "in.stp", outdir});
+      const ProcessRun run = with_limit("8MB", {command, "--classic", "in.stp", outdir});
       EXPECT_EQ(run.exit_code, 1);
       EXPECT_EQ(run.out, "");
       EXPECT_THAT(run.errors, MatchesRegex("velkstep: in.stp:20: " + sentence("8000000") + "\n"));
+      EXPECT_EQ(tree_of(folder_.path()), before);
+      // The columns of the other styles hold any number, but not any name.
+      const ProcessRun nested = with_limit("1kB", {command, "in.stp", outdir});
+      EXPECT_EQ(nested.exit_code, 1);
+      EXPECT_EQ(nested.out, "");
+      EXPECT_THAT(nested.errors, MatchesRegex("velkstep: in.stp.*: .* limit is 1000\\.\n"));
       EXPECT_EQ(tree_of(folder_.path()), before);
     }
   }
@@ -57,7 +63,7 @@ TEST_F(MemoryLimitOption, SplitAndReportRefuseTheInputAndLeaveTheFolderAsItWas) 
 TEST_F(MemoryLimitOption, SplitAndReportDoWithEnough) {
   EXPECT_EQ(with_limit("9MB", {"split", "in.stp", "out"}).exit_code, 0);
   EXPECT_EQ(with_limit("9MB", {"report", "in.stp", "page"}).exit_code, 0);
-  EXPECT_EQ(read_file("out/roots.txt"), "#1_part.stp\n");
+  EXPECT_EQ(read_file("out/roots.txt"), "box.stp\n");
 }
 
 /// Two products whose names take nine million bytes.

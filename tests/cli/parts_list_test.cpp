@@ -27,15 +27,15 @@ TEST(PartsList, ExampleInColumns) {
   EXPECT_EQ(run.errors, "");
   EXPECT_EQ(run.out,
             "Quantity  Name           Id             Kind  Record  File\n"
-            "       5  Pivot pin      Pivot pin      part  #111    #108_part.stp\n"
-            "       4  Rubber foot    Rubber foot    part  #189    #186_part.stp\n"
-            "       1  Base           Base           part  #292    #289_part.stp\n"
-            "       1  Column         Column         part  #370    #367_part.stp\n"
-            "       2  Arm beam       Arm beam       part  #615    #612_part.stp\n"
-            "       1  Socket         Socket         part  #761    #758_part.stp\n"
-            "       1  Shade          Shade          part  #884    #881_part.stp\n"
-            "       1  Bulb           Bulb           part  #1037   #1034_part.stp\n"
-            "       1  Rocker switch  Rocker switch  part  #1307   #1304_part.stp\n");
+            "       5  Pivot pin      Pivot pin      part  #111    Pivot pin.stp\n"
+            "       4  Rubber foot    Rubber foot    part  #189    Rubber foot.stp\n"
+            "       1  Base           Base           part  #292    Base.stp\n"
+            "       1  Column         Column         part  #370    Column.stp\n"
+            "       2  Arm beam       Arm beam       part  #615    Arm beam.stp\n"
+            "       1  Socket         Socket         part  #761    Socket.stp\n"
+            "       1  Shade          Shade          part  #884    Shade.stp\n"
+            "       1  Bulb           Bulb           part  #1037   Bulb.stp\n"
+            "       1  Rocker switch  Rocker switch  part  #1307   Rocker switch.stp\n");
 }
 
 TEST(PartsList, ColumnsLineUpWhateverTheCharactersTake) {
@@ -44,9 +44,9 @@ TEST(PartsList, ColumnsLineUpWhateverTheCharactersTake) {
                     product(21, "'y','\\X2\\00E4\\X0\\bc',''") + product(31, "'z','e\xCC\x81',''") +
                     usage(40, 3, 13) + usage(41, 3, 23) + usage(42, 3, 33)),
             "Quantity  Name  Id  Kind  Record  File\n"
-            "       1  ネジ  x   part  #13     #11_part.stp\n"
-            "       1  äbc   y   part  #23     #21_part.stp\n"
-            "       1  e\xCC\x81     z   part  #33     #31_part.stp\n");
+            "       1  ネジ  x   part  #13     U30CDU30B8.stp\n"
+            "       1  äbc   y   part  #23     abc.stp\n"
+            "       1  e\xCC\x81     z   part  #33     e.stp\n");
 }
 
 TEST(PartsList, AssembliesAreListedWhereTheyHaveBodies) {
@@ -55,8 +55,8 @@ TEST(PartsList, AssembliesAreListedWhereTheyHaveBodies) {
               product(31, "'d','d',''") + usage(41, 3, 13) + usage(42, 3, 13) + usage(43, 13, 23) +
               usage(44, 13, 33) + usage(45, 33, 23) + shape(50, 13, true)),
       "Quantity  Name  Id  Kind                  Record  File\n"
-      "       2  b     b   assembly with bodies  #13     #11_part.stp\n"
-      "       4  c     c   part                  #23     #21_part.stp\n");
+      "       2  b     b   assembly with bodies  #13     b.stp\n"
+      "       4  c     c   part                  #23     c.stp\n");
 }
 
 TEST(PartsList, TotalThatIsTooLargeSaysSo) {
@@ -68,10 +68,10 @@ TEST(PartsList, TotalThatIsTooLargeSaysSo) {
   }
   EXPECT_EQ(list_of(records),
             "              Quantity  Name  Id  Kind  Record  File\n"
-            "≥ 18446744073709551615  p     p   part  #643    #641_part.stp\n");
+            "≥ 18446744073709551615  p     p   part  #643    p (65).stp\n");
   EXPECT_EQ(list_of(records, {"--csv"}),
             "quantity,name,id,kind,record,file\r\n"
-            "18446744073709551615,p,p,part,643,#641_part.stp\r\n");
+            "18446744073709551615,p,p,part,643,p (65).stp\r\n");
 }
 
 TEST(PartsList, ValuesHaveTheColumnsOfTheTable) {
@@ -80,12 +80,12 @@ TEST(PartsList, ValuesHaveTheColumnsOfTheTable) {
                               usage(32, 3, 23);
   EXPECT_EQ(list_of(records),
             "Quantity  Name     Id   Kind  Record  File\n"
-            "       1  6\" pipe  1,5  part  #13     #11_part.stp\n"
-            "       2  y,1      y,1  part  #23     #21_part.stp\n");
+            "       1  6\" pipe  1,5  part  #13     6_ pipe.stp\n"
+            "       2  y,1      y,1  part  #23     y,1.stp\n");
   EXPECT_EQ(list_of(records, {"--csv"}),
             "quantity,name,id,kind,record,file\r\n"
-            "1,\"6\"\" pipe\",\"1,5\",part,13,#11_part.stp\r\n"
-            "2,\"y,1\",\"y,1\",part,23,#21_part.stp\r\n");
+            "1,\"6\"\" pipe\",\"1,5\",part,13,6_ pipe.stp\r\n"
+            "2,\"y,1\",\"y,1\",part,23,\"y,1.stp\"\r\n");
 }
 
 TEST(PartsList, SortsAndMergesNothing) {
@@ -95,18 +95,18 @@ TEST(PartsList, SortsAndMergesNothing) {
                               usage(40, 3, 13) + usage(41, 3, 23) + usage(42, 3, 33) +
                               usage(43, 3, 33);
   const std::string heading = "Quantity  Name  Id  Kind  Record  File\n";
-  const std::string bolt = "       1  bolt  3   part  #13     #11_part.stp\n";
-  const std::string axle = "       1  Axle  2   part  #23     #21_part.stp\n";
-  const std::string bolts = "       2  bolt  1   part  #33     #31_part.stp\n";
+  const std::string bolt = "       1  bolt  3   part  #13     bolt.stp\n";
+  const std::string axle = "       1  Axle  2   part  #23     Axle.stp\n";
+  const std::string bolts = "       2  bolt  1   part  #33     bolt (2).stp\n";
   EXPECT_EQ(list_of(records), heading + bolt + axle + bolts);
   EXPECT_EQ(list_of(records, {"--sort=file"}), heading + bolt + axle + bolts);
   EXPECT_EQ(list_of(records, {"--sort=name"}), heading + axle + bolt + bolts);
   EXPECT_EQ(list_of(records, {"--sort=quantity"}), heading + bolts + axle + bolt);
   EXPECT_EQ(list_of(records, {"--sort=quantity", "--csv"}),
             "quantity,name,id,kind,record,file\r\n"
-            "2,bolt,1,part,33,#31_part.stp\r\n"
-            "1,Axle,2,part,23,#21_part.stp\r\n"
-            "1,bolt,3,part,13,#11_part.stp\r\n");
+            "2,bolt,1,part,33,bolt (2).stp\r\n"
+            "1,Axle,2,part,23,Axle.stp\r\n"
+            "1,bolt,3,part,13,bolt.stp\r\n");
 }
 
 TEST(PartsList, FileWithoutPartsHasTheHeadingsAlone) {

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,7 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::Pair;
 
-const std::string LIST_OF_BOX = "out/#1_part.stp\nout/#4_part.stp\n";
+const std::string LIST_OF_BOX = "out/box.stp\nout/lid.stp\n";
 
 class SafeOutput : public testing::Test {
  protected:
@@ -47,13 +48,21 @@ class SafeOutput : public testing::Test {
   }
 
   /// What is in "out" after a split into nothing.
-  FolderTree expected_files() {
-    return {{"#1_part.stp", output_file("#1_part.stp", BOX_RECORDS)},
-            {"#4_part.stp", output_file("#4_part.stp", LID_RECORDS)},
-            {"roots.txt", "#1_part.stp\n"}};
-  }
+  const FolderTree& expected_files() const { return files_; }
 
   ScratchFolder folder_;
+
+ private:
+  /// Split before any test begins.
+  static FolderTree split_box() {
+    const ScratchFolder folder;
+    folder.write("in.stp", exchange_file(BOX_WITH_LID));
+    EXPECT_EQ(split().out, LIST_OF_BOX);
+    const FolderTree files = tree_of("out");
+    EXPECT_EQ(names_in("out"), (std::set<std::string>{"box.stp", "lid.stp", "roots.txt"}));
+    return files;
+  }
+  const FolderTree files_ = split_box();
 };
 
 TEST_F(SafeOutput, NewFolderHoldsTheSplitAndNothingElse) {
@@ -83,13 +92,13 @@ TEST_F(SafeOutput, NewFolderKeepsTheGroupThatItsParentHandsDown) {
 TEST_F(SafeOutput, FoldersAboveAreMadeToo) {
   const ProcessRun run = run_velkstep({"split", "in.stp", "a/b/out/"});
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_EQ(run.out, "a/b/out/#1_part.stp\na/b/out/#4_part.stp\n");
+  EXPECT_EQ(run.out, "a/b/out/box.stp\na/b/out/lid.stp\n");
   EXPECT_EQ(tree_of("a/b/out"), expected_files());
   EXPECT_THAT(tree_of("a").size(), 5u);
 }
 
 TEST_F(SafeOutput, FoldersAboveGoAgainWhenTheSplitFails) {
-  folder_.write("in.stp", exchange_file("#3=PRODUCT_DEFINITION('d','',#2000000,$);\n"));
+  folder_.write("in.stp", "hello");
   EXPECT_EQ(run_velkstep({"split", "in.stp", "a/b/out"}).exit_code, 1);
   EXPECT_FALSE(fs::exists("a"));
 }
@@ -97,7 +106,7 @@ TEST_F(SafeOutput, FoldersAboveGoAgainWhenTheSplitFails) {
 TEST_F(SafeOutput, NothingToSplitLeavesNothing) {
   folder_.write("in.stp", exchange_file(LID_ALONE));
   const auto before = tree_of(folder_.path());
-  EXPECT_EQ(split().exit_code, 3);
+  EXPECT_EQ(split({"--classic"}).exit_code, 3);
   EXPECT_EQ(tree_of(folder_.path()), before);
 }
 
@@ -116,7 +125,7 @@ TEST_F(SafeOutput, FolderThatTheCommandWasStartedInStaysTheSameFolder) {
   fs::current_path("out");
   const ProcessRun run = run_velkstep({"split", "../in.stp", "."});
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_EQ(run.out, "#1_part.stp\n#4_part.stp\n");
+  EXPECT_EQ(run.out, "box.stp\nlid.stp\n");
   EXPECT_EQ(tree_of("."), expected_files());
   fs::current_path("..");
   struct stat after = {};
@@ -136,7 +145,7 @@ TEST_F(SafeOutput, OtherFilesInTheFolderStay) {
 }
 
 TEST_F(SafeOutput, FilesOfTheSameNamesAreRefused) {
-  for (const char* name : {"#1_part.stp", "#4_part.stp", "roots.txt"}) {
+  for (const char* name : {"box.stp", "lid.stp", "roots.txt"}) {
     fs::create_directories("out");
     const fs::path path = folder_.write("out/" + std::string(name), "mine");
     expect_untouched("velkstep: out/" + std::string(name) +
@@ -147,12 +156,12 @@ TEST_F(SafeOutput, FilesOfTheSameNamesAreRefused) {
 
 TEST_F(SafeOutput, ForceReplacesExactlyThose) {
   fs::create_directories("out");
-  folder_.write("out/#1_part.stp", "old");
+  folder_.write("out/box.stp", "old");
   folder_.write("out/roots.txt", "old");
-  folder_.write("out/#5_part.stp", "mine");
+  folder_.write("out/hat.stp", "mine");
   EXPECT_EQ(split({"--force"}).out, LIST_OF_BOX);
   auto expected = expected_files();
-  expected["#5_part.stp"] = "mine";
+  expected["hat.stp"] = "mine";
   EXPECT_EQ(tree_of("out"), expected);
   EXPECT_EQ(tree_of(folder_.path()).size(), 6u);
 }
@@ -165,9 +174,9 @@ TEST_F(SafeOutput, ForceWithNothingToReplaceIsLikeWithout) {
 TEST_F(SafeOutput, LinksAreReplacedNotFollowed) {
   fs::create_directories("out");
   folder_.write("precious", "mine");
-  fs::create_symlink("../precious", "out/#4_part.stp");
-  fs::create_symlink("nowhere", "out/#1_part.stp");
-  expect_untouched("velkstep: out/#4_part.stp: is there already; --force replaces it\n");
+  fs::create_symlink("../precious", "out/lid.stp");
+  fs::create_symlink("nowhere", "out/box.stp");
+  expect_untouched("velkstep: out/lid.stp: is there already; --force replaces it\n");
   EXPECT_EQ(split({"--force"}).exit_code, 0);
   EXPECT_EQ(tree_of("out"), expected_files());
   EXPECT_EQ(read_file("precious"), "mine");
@@ -175,10 +184,10 @@ TEST_F(SafeOutput, LinksAreReplacedNotFollowed) {
 }
 
 TEST_F(SafeOutput, FoldersAreNeverReplaced) {
-  fs::create_directories("out/#4_part.stp");
-  folder_.write("out/#4_part.stp/notes.txt", "mine");
-  folder_.write("out/#1_part.stp", "mine");
-  expect_untouched("velkstep: out/#4_part.stp: is a folder\n", {"--force"});
+  fs::create_directories("out/lid.stp");
+  folder_.write("out/lid.stp/notes.txt", "mine");
+  folder_.write("out/box.stp", "mine");
+  expect_untouched("velkstep: out/lid.stp: is a folder\n", {"--force"});
 }
 
 TEST_F(SafeOutput, FolderBehindALinkIsWrittenTo) {
@@ -206,19 +215,19 @@ TEST_F(SafeOutput, InputMayStandInTheFolder) {
 
 TEST_F(SafeOutput, InputIsNotReplacedWithoutForce) {
   fs::create_directory("out");
-  fs::rename("in.stp", "out/#4_part.stp");
-  EXPECT_EQ(run_velkstep({"split", "out/#4_part.stp", "out"}).exit_code, 1);
-  EXPECT_EQ(read_file("out/#4_part.stp"), exchange_file(BOX_WITH_LID));
+  fs::rename("in.stp", "out/lid.stp");
+  EXPECT_EQ(run_velkstep({"split", "out/lid.stp", "out"}).exit_code, 1);
+  EXPECT_EQ(read_file("out/lid.stp"), exchange_file(BOX_WITH_LID));
 }
 
 TEST_F(SafeOutput, InputIsNotReplacedWithForceEither) {
   fs::create_directory("out");
-  fs::rename("in.stp", "out/#4_part.stp");
-  fs::create_symlink("#4_part.stp", "out/#1_part.stp");
+  fs::rename("in.stp", "out/lid.stp");
+  fs::create_symlink("lid.stp", "out/box.stp");
   const auto before = tree_of("out");
-  const ProcessRun run = run_velkstep({"split", "--force", "out/#4_part.stp", "out"});
+  const ProcessRun run = run_velkstep({"split", "--force", "out/lid.stp", "out"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(run.errors, "velkstep: out/#4_part.stp: is the input\n");
+  EXPECT_EQ(run.errors, "velkstep: out/lid.stp: is the input\n");
   EXPECT_EQ(tree_of("out"), before);
 }
 
@@ -239,7 +248,7 @@ TEST_F(SafeOutput, ListThatCannotBePrintedLeavesEverythingAsItWas) {
     expect_untouched_by({command, "in.stp", "out"});
     folder_.write("out/notes.txt", "mine");
     expect_untouched_by({command, "in.stp", "out"});
-    folder_.write("out/#4_part.stp", "mine");
+    folder_.write("out/lid.stp", "mine");
     fs::create_symlink("notes.txt", "out/roots.txt");
     expect_untouched_by({command, "--force", "in.stp", "out"});
     fs::remove_all("out");
@@ -251,7 +260,7 @@ TEST_F(SafeOutput, FolderInWhichAnotherProcessPublishesIsRefused) {
   const int folder = ::open("out", O_RDONLY | O_CLOEXEC);
   ASSERT_EQ(::flock(folder, LOCK_EX), 0);
   expect_untouched("velkstep: out: another process is writing into it\n");
-  folder_.write("out/#4_part.stp", "mine");
+  folder_.write("out/lid.stp", "mine");
   expect_untouched("velkstep: out: another process is writing into it\n", {"--force"});
   ::close(folder);
   EXPECT_EQ(split({"--force"}).exit_code, 0);
@@ -262,7 +271,7 @@ TEST_F(SafeOutput, PathsInTheListLeadToTheFiles) {
   fs::create_directories("deep/er");
   fs::create_symlink("deep/er", "link");
   const ProcessRun run = run_velkstep({"split", "in.stp", "link/../out"});
-  EXPECT_EQ(run.out, "link/../out/#1_part.stp\nlink/../out/#4_part.stp\n");
+  EXPECT_EQ(run.out, "link/../out/box.stp\nlink/../out/lid.stp\n");
   EXPECT_EQ(tree_of("deep/out"), expected_files());
   EXPECT_EQ(run_velkstep({"split", "in.stp", ".//out/./"}).out, LIST_OF_BOX);
 }
@@ -303,7 +312,7 @@ TEST_F(SafeOutput, HeadersHoldNoPathOfTheMachine) {
 }
 
 TEST_F(SafeOutput, HeadersHoldTheFilesOwnNames) {
-  const std::vector<std::string> NAMES = {"#1_part.stp", "#4_part.stp"};
+  const std::vector<std::string> NAMES = {"box.stp", "lid.stp"};
   for (const std::string& outdir : {(folder_ / "a").string(), std::string("b/")}) {
     EXPECT_EQ(run_velkstep({"split", "in.stp", outdir}).exit_code, 0);
     for (const std::string& name : NAMES) {

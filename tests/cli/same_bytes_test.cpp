@@ -15,9 +15,11 @@ namespace {
 namespace fs = std::filesystem;
 
 /// What one run prints and writes, by file name; time stamps replaced.
-std::map<std::string, std::string> outcome_of(const fs::path& in, bool random_addresses) {
+std::map<std::string, std::string> outcome_of(const fs::path& in, const std::string& style,
+                                              bool random_addresses) {
   const ScratchFolder folder;
-  const ProcessRun run = run_velkstep({"split", in, "out"}, {.random_addresses = random_addresses});
+  const ProcessRun run =
+      run_velkstep({"split", style, in, "out"}, {.random_addresses = random_addresses});
   EXPECT_EQ(run.exit_code, 0);
   std::map<std::string, std::string> outcome = {{"printed", run.out}, {"errors", run.errors}};
   for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
@@ -27,12 +29,18 @@ std::map<std::string, std::string> outcome_of(const fs::path& in, bool random_ad
   return outcome;
 }
 
+const std::string CLASSIC = "--classic";
+const std::string NESTED = "--assemblies=nested";
+
 void expect_same_bytes(const fs::path& in) {
-  const auto first = outcome_of(in, false);
-  for (int run = 0; run < 3; ++run) {
-    const auto again = outcome_of(in, true);
-    ASSERT_EQ(again.size(), first.size());
-    for (const auto& [name, text] : first) EXPECT_TRUE(again.at(name) == text) << name;
+  for (const std::string& style : {CLASSIC, NESTED}) {
+    SCOPED_TRACE(style);
+    const auto first = outcome_of(in, style, false);
+    for (int run = 0; run < 3; ++run) {
+      const auto again = outcome_of(in, style, true);
+      ASSERT_EQ(again.size(), first.size());
+      for (const auto& [name, text] : first) EXPECT_TRUE(again.at(name) == text) << name;
+    }
   }
 }
 
@@ -59,7 +67,7 @@ TEST(SameBytes, PartsThatShareInstances) {
   expect_same_bytes(in);
 
   // Every link is shared with all parts before its own: each block names the first of the list.
-  const std::string root = outcome_of(in, true).at("Root.stp");
+  const std::string root = outcome_of(in, CLASSIC, true).at("Root.stp");
   std::size_t blocks = 0;
   const std::string document = "=DOCUMENT_FILE('";
   for (std::size_t at = root.find(document); at != std::string::npos;

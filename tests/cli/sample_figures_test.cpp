@@ -65,7 +65,7 @@ TEST_P(SampleFigures, AreReached) {
   const std::filesystem::path sample = samples_folder() / expected.sample;
   if (!std::filesystem::exists(sample)) GTEST_SKIP() << why_no_sample();
   const ScratchFolder folder;
-  const ProcessRun run = run_velkstep({"split", sample, "out"});
+  const ProcessRun run = run_velkstep({"split", "--classic", sample, "out"});
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors, "");
 
@@ -104,7 +104,7 @@ TEST_P(SampleOfOnePart, IsNothingToSplit) {
   const std::filesystem::path sample = samples_folder() / GetParam();
   if (!std::filesystem::exists(sample)) GTEST_SKIP() << why_no_sample();
   const ScratchFolder folder;
-  const ProcessRun run = run_velkstep({"split", sample, "out"});
+  const ProcessRun run = run_velkstep({"split", "--classic", sample, "out"});
   EXPECT_EQ(run.exit_code, 3);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.errors, ONLY_ONE_PART);

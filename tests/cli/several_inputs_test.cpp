@@ -94,8 +94,8 @@ TEST_F(SeveralInputs, TreesAndListsTellWhoseTheyAre) {
             "box.stp\n" + list + "\nagain.step\n" + list);
   EXPECT_EQ(run_velkstep({"tree", "--bom", "--csv", "cut.p21", "box.stp", "again.step"}).out,
             "input,quantity,name,id,kind,record,file\r\n"
-            "box.stp,1,lid,lid,part,6,#4_part.stp\r\n"
-            "again.step,1,lid,lid,part,6,#4_part.stp\r\n");
+            "box.stp,1,lid,lid,part,6,lid.stp\r\n"
+            "again.step,1,lid,lid,part,6,lid.stp\r\n");
 }
 
 TEST_F(SeveralInputs, AreSplitIntoFoldersOfTheirNames) {
@@ -189,6 +189,14 @@ TEST_F(SeveralInputs, FirstResultsComeWhileOthersAreWorkedOn) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.out.substr(0, 9), "out/pipe/");
   EXPECT_EQ(run.errors, "velkstep: 3 inputs: 3 done\n");
+}
+
+TEST_F(SeveralInputs, ProgressCountsThem) {
+  const ProcessRun run =
+      run_velkstep({"split", "-j1", "--progress=always", "box.stp", "again.step", "-o", "out"});
+  EXPECT_EQ(run.errors.find("\r[                              ] 0 of 2 inputs\x1b[K"), 0u)
+      << run.errors;
+  EXPECT_TRUE(run.errors.ends_with("\r\x1b[Kvelkstep: 2 inputs: 2 done\n")) << run.errors;
 }
 
 TEST_F(SeveralInputs, SignalToStopEndsAllAndUndoesWhatIsNotFinished) {

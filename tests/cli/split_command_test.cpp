@@ -2,14 +2,20 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "cli/run_process.h"
+#include "kessel/part.h"
+#include "kessel/splitter.h"
 #include "splitter/small_inputs.h"
+#include "support/folder_tree.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -20,8 +26,11 @@ namespace fs = std::filesystem;
 class SplitCommand : public testing::Test {
  protected:
   /// Expects that the command fails with this one line.
-  void expect_failure(const std::string& in, const std::string& outdir, const std::string& line) {
-    const ProcessRun run = run_velkstep({"split", in, "-o", outdir});
+  void expect_failure(const std::string& in, const std::string& outdir, const std::string& line,
+                      std::vector<std::string> options = {}) {
+    options.insert(options.begin(), "split");
+    options.insert(options.end(), {in, "-o", outdir});
+    const ProcessRun run = run_velkstep(options);
     EXPECT_EQ(run.exit_code, 1);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.errors, line);
@@ -36,14 +45,55 @@ TEST_F(SplitCommand, WritesTheFilesAndPrintsThemOnePerLine) {
   write_box();
   const ProcessRun run = run_velkstep({"split", "in.stp", "out"});
   EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.out, "out/box.stp\nout/lid.stp\n");
+  EXPECT_EQ(run.errors, "");
+  EXPECT_EQ(tree_of("out"), (FolderTree{{"box.stp", nested_file("box.stp", NESTED_BOX_RECORDS)},
+                                        {"lid.stp", nested_file("lid.stp", NESTED_LID_RECORDS)},
+                                        {"roots.txt", "box.stp\n"}}));
+  EXPECT_FALSE(fs::exists("roots.txt"));
+}
+
+TEST_F(SplitCommand, ClassicLeavesWhatHostsGet) {
+  write_box();
+  const ProcessRun run = run_velkstep({"split", "--classic", "in.stp", "./out"});
+  EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.out, "out/#1_part.stp\nout/#4_part.stp\n");
   EXPECT_EQ(run.errors, "");
-  EXPECT_EQ(without_time_stamps(read_file("out/#1_part.stp")),
-            output_file("#1_part.stp", BOX_RECORDS));
-  EXPECT_EQ(without_time_stamps(read_file("out/#4_part.stp")),
-            output_file("#4_part.stp", LID_RECORDS));
-  EXPECT_EQ(read_file("out/roots.txt"), "#1_part.stp\n");
-  EXPECT_FALSE(fs::exists("roots.txt"));
+  FolderTree expected = {
+      {"#1_part.stp", output_file("./out/#1_part.stp", BOX_RECORDS)},
+      {"#4_part.stp", output_file("./out/#4_part.stp", LID_RECORDS)},
+      {"roots.txt", "#1_part.stp\n"},
+  };
+  EXPECT_EQ(tree_of("out"), expected);
+
+  // As it is for hosts, but for the working directory's list of roots.
+  fs::remove_all("out");
+  Kessel::Run("in.stp", "./out");
+  Part::free_statics();
+  fs::rename("roots.txt", "out/roots.txt");
+  EXPECT_EQ(tree_of("out"), expected);
+}
+
+TEST_F(SplitCommand, ClassicIsAllThreeChoices) {
+  folder_.write("in.stp", exchange_file(std::string(BOX_WITH_LID) + "#20=A('x;y');\n"));
+  EXPECT_EQ(run_velkstep({"split", "--classic", "in.stp", "a"}).exit_code, 0);
+  EXPECT_EQ(run_velkstep({"split", "--assemblies=classic", "--names=record", "--reading=classic",
+                          "in.stp", "b"})
+                .exit_code,
+            0);
+  EXPECT_EQ(read_file("a/#4_part.stp").find("A('x;y')"), std::string::npos);
+  FolderTree a = tree_of("a");
+  for (auto& [name, text] : a) {
+    const std::size_t folder = text.find("'a/#");
+    if (folder != std::string::npos) text[folder + 1] = 'b';
+  }
+  EXPECT_EQ(a, tree_of("b"));
+  for (const char* choice : {"--assemblies=lean", "--names=product", "--reading=standard"}) {
+    const ProcessRun run = run_velkstep({"split", "--classic", choice, "in.stp", "c"});
+    EXPECT_EQ(run.exit_code, 2);
+    EXPECT_TRUE(run.errors.find(" excludes --classic\n") != std::string::npos) << run.errors;
+  }
+  EXPECT_FALSE(fs::exists("c"));
 }
 
 TEST_F(SplitCommand, PrintsTheRootsFileFirst) {
@@ -56,31 +106,31 @@ TEST_F(SplitCommand, PrintsTheRootsFileFirst) {
                                         "#7=NEXT_ASSEMBLY_USAGE_OCCURRENCE('1','','',#6,#3,$);\n"));
   const ProcessRun run = run_velkstep({"split", "in.stp", "./out/."});
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_EQ(run.out, "out/#4_part.stp\nout/#1_part.stp\n");
+  EXPECT_EQ(run.out, "out/box.stp\nout/lid.stp\n");
   EXPECT_EQ(run.errors, "");
 }
 
-TEST_F(SplitCommand, OnePartIsNothingToSplit) {
+TEST_F(SplitCommand, OnePartIsNothingToSplitToHosts) {
   folder_.write("in.stp", exchange_file(LID_ALONE));
-  const ProcessRun run = run_velkstep({"split", "in.stp", "out"});
+  const ProcessRun run = run_velkstep({"split", "--classic", "in.stp", "out"});
   EXPECT_EQ(run.exit_code, 3);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.errors, ONLY_ONE_PART);
   EXPECT_FALSE(fs::exists("roots.txt"));
 }
 
-TEST_F(SplitCommand, NoPartsAreNothingToSplit) {
+TEST_F(SplitCommand, NoPartsAreNothingToSplitToHosts) {
   folder_.write("in.stp", exchange_file("#1=PRODUCT('lid','lid','',());\n"));
-  const ProcessRun run = run_velkstep({"split", "in.stp", "out"});
+  const ProcessRun run = run_velkstep({"split", "--classic", "in.stp", "out"});
   EXPECT_EQ(run.exit_code, 3);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.errors, NO_ROOT);
   EXPECT_FALSE(fs::exists("roots.txt"));
 }
 
-TEST_F(SplitCommand, PartsWithoutARootAreWrittenWithTheLibrarysSentence) {
+TEST_F(SplitCommand, PartsWithoutARootAreWrittenWithTheLibrarysSentenceToHosts) {
   folder_.write("in.stp", exchange_file(CYCLE));
-  const ProcessRun run = run_velkstep({"split", "in.stp", "out"});
+  const ProcessRun run = run_velkstep({"split", "--classic", "in.stp", "out"});
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.out, "out/#1_part.stp\nout/#4_part.stp\n");
   EXPECT_EQ(run.errors, NO_ROOT);
@@ -112,7 +162,7 @@ TEST_F(SplitCommand, PipeIsReadOnceAndSplitAllTheSame) {
   const ProcessRun run = run_velkstep({"split", "pipe", "out"});
   writer.join();
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_EQ(run.out, "out/#1_part.stp\nout/#4_part.stp\n");
+  EXPECT_EQ(run.out, "out/box.stp\nout/lid.stp\n");
 }
 
 TEST_F(SplitCommand, InputThatIsADevice) {
@@ -131,7 +181,8 @@ TEST_F(SplitCommand, ExceptionOfTheLibraryIsOneLine) {
   folder_.write("in.stp", exchange_file("#3=PRODUCT_DEFINITION('d','',#2000000,$);\n"));
   expect_failure("in.stp", "out",
                  "velkstep: in.stp: a record refers to an instance far beyond the highest number; "
-                 "velkstep check finds it\n");
+                 "velkstep check finds it\n",
+                 {"--classic"});
 }
 
 TEST_F(SplitCommand, ReferenceBlockWithNothingToPointAtFollowsTheLibrarysSentences) {
@@ -143,7 +194,8 @@ TEST_F(SplitCommand, ReferenceBlockWithNothingToPointAtFollowsTheLibrarysSentenc
       "Got an out of range in 'get_child' while fetching child nb 1\n"
       "Got an out of range in 'get_child' while fetching child nb 1\n"
       "velkstep: in.stp: an assembly's file would lack the definition or shape of a component "
-      "to which it must refer\n");
+      "to which it must refer\n",
+      {"--classic"});
 }
 
 TEST_F(SplitCommand, StandardOutputThatIsFullIsAFailure) {
@@ -153,6 +205,50 @@ TEST_F(SplitCommand, StandardOutputThatIsFullIsAFailure) {
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_EQ(run.errors, "velkstep: standard output: cannot be written: No space left on device\n");
   EXPECT_FALSE(fs::exists("out"));
+}
+
+TEST_F(SplitCommand, DryRunPrintsSizesAndWritesNothing) {
+  write_box();
+  fs::create_directory("temporary");
+  const ProcessSetting setting = {.environment = {{"TMPDIR", fs::absolute("temporary")}}};
+  const FolderTree before = tree_of(".");
+  const ProcessRun dry = run_velkstep({"split", "-n", "in.stp", "new/out"}, setting);
+  const ProcessRun json = run_velkstep({"split", "-n", "--json", "in.stp", "new/out"}, setting);
+  const ProcessRun quiet = run_velkstep({"split", "-nq", "in.stp", "new/out"}, setting);
+  EXPECT_TRUE(differences(tree_of("."), before).empty());
+  EXPECT_EQ(quiet.out + quiet.errors, "");
+
+  const ProcessRun wet = run_velkstep({"split", "--json", "in.stp", "new/out"});
+  EXPECT_EQ(json.out, wet.out);
+  EXPECT_EQ(dry.exit_code, 0);
+  EXPECT_EQ(dry.errors, "");
+  std::istringstream lines(dry.out);
+  std::uintmax_t all = 0;
+  std::size_t files = 0;
+  std::string size;
+  std::string path;
+  while (lines >> size >> path && path != "bytes") {
+    size.erase(std::remove(size.begin(), size.end(), ','), size.end());
+    EXPECT_EQ(size, std::to_string(fs::file_size(path))) << path;
+    all += fs::file_size(path);
+    ++files;
+  }
+  EXPECT_EQ(files, names_in("new/out").size());
+  size.erase(std::remove(size.begin(), size.end(), ','), size.end());
+  EXPECT_EQ(size, std::to_string(all));
+  EXPECT_TRUE(dry.out.ends_with("  bytes in " + std::to_string(files) + " files\n")) << dry.out;
+}
+
+TEST_F(SplitCommand, DryRunFailsWhereTheSplitWould) {
+  write_box();
+  EXPECT_EQ(run_velkstep({"split", "-q", "in.stp", "out"}).exit_code, 0);
+  const FolderTree before = tree_of(".");
+  const ProcessRun dry = run_velkstep({"split", "-n", "in.stp", "out"});
+  EXPECT_EQ(dry.exit_code, 1);
+  EXPECT_EQ(dry.out, "");
+  EXPECT_EQ(dry.errors, run_velkstep({"split", "in.stp", "out"}).errors);
+  EXPECT_EQ(run_velkstep({"split", "-nf", "in.stp", "out"}).exit_code, 0);
+  EXPECT_TRUE(differences(tree_of("."), before).empty());
 }
 
 TEST_F(SplitCommand, NamesAfterProducts) {

@@ -27,21 +27,21 @@ class TreeCommand : public testing::Test {
 };
 
 const std::string LAMP =
-    "Desk lamp  (assembly, #1332, #1329_part.stp)\n"
-    "├─ Stand  (assembly, #395, #392_part.stp)\n"
-    "│  ├─ Base  (part, #292, #289_part.stp)\n"
-    "│  ├─ Rubber foot ×4  (part, #189, #186_part.stp)\n"
-    "│  └─ Column  (part, #370, #367_part.stp)\n"
-    "├─ Boom  (assembly, #1114, #1111_part.stp)\n"
-    "│  ├─ Arm ×2  (assembly, #640, #637_part.stp)\n"
-    "│  │  ├─ Arm beam  (part, #615, #612_part.stp)\n"
-    "│  │  └─ Pivot pin ×2  (part, #111, #108_part.stp)\n"
-    "│  └─ Head  (assembly, #1062, #1059_part.stp)\n"
-    "│     ├─ Socket  (part, #761, #758_part.stp)\n"
-    "│     ├─ Pivot pin  (part, #111, #108_part.stp)\n"
-    "│     ├─ Shade  (part, #884, #881_part.stp)\n"
-    "│     └─ Bulb  (part, #1037, #1034_part.stp)\n"
-    "└─ Rocker switch  (part, #1307, #1304_part.stp)\n";
+    "Desk lamp  (assembly, #1332, Desk lamp.stp)\n"
+    "├─ Stand  (assembly, #395, Stand.stp)\n"
+    "│  ├─ Base  (part, #292, Base.stp)\n"
+    "│  ├─ Rubber foot ×4  (part, #189, Rubber foot.stp)\n"
+    "│  └─ Column  (part, #370, Column.stp)\n"
+    "├─ Boom  (assembly, #1114, Boom.stp)\n"
+    "│  ├─ Arm ×2  (assembly, #640, Arm.stp)\n"
+    "│  │  ├─ Arm beam  (part, #615, Arm beam.stp)\n"
+    "│  │  └─ Pivot pin ×2  (part, #111, Pivot pin.stp)\n"
+    "│  └─ Head  (assembly, #1062, Head.stp)\n"
+    "│     ├─ Socket  (part, #761, Socket.stp)\n"
+    "│     ├─ Pivot pin  (part, #111, Pivot pin.stp)\n"
+    "│     ├─ Shade  (part, #884, Shade.stp)\n"
+    "│     └─ Bulb  (part, #1037, Bulb.stp)\n"
+    "└─ Rocker switch  (part, #1307, Rocker switch.stp)\n";
 
 TEST_F(TreeCommand, DrawsTheExample) {
   const ProcessRun run = run_velkstep({"tree", VELKSTEP_EXAMPLE});
@@ -51,24 +51,24 @@ TEST_F(TreeCommand, DrawsTheExample) {
   EXPECT_TRUE(std::filesystem::is_empty("."));
 }
 
-TEST_F(TreeCommand, ReadmeShowsWhatIsPrinted) {
+TEST_F(TreeCommand, PageShowsWhatIsPrinted) {
   std::string block;
   for (std::size_t begin = 0; begin < LAMP.size();) {
     const std::size_t end = LAMP.find('\n', begin) + 1;
     block += "    " + LAMP.substr(begin, end - begin);
     begin = end;
   }
-  EXPECT_NE(read_file(VELKSTEP_README).find(block), std::string::npos);
+  EXPECT_NE(read_file(VELKSTEP_COMMANDS_PAGE).find(block), std::string::npos);
 }
 
 TEST_F(TreeCommand, DepthLimitsTheLevelsBelowTheRoot) {
   EXPECT_EQ(run_velkstep({"tree", "--depth", "0", VELKSTEP_EXAMPLE}).out,
-            "Desk lamp  (assembly, #1332, #1329_part.stp)  (components not shown)\n");
+            "Desk lamp  (assembly, #1332, Desk lamp.stp)  (components not shown)\n");
   EXPECT_EQ(run_velkstep({"tree", "--depth=1", VELKSTEP_EXAMPLE}).out,
-            "Desk lamp  (assembly, #1332, #1329_part.stp)\n"
-            "├─ Stand  (assembly, #395, #392_part.stp)  (components not shown)\n"
-            "├─ Boom  (assembly, #1114, #1111_part.stp)  (components not shown)\n"
-            "└─ Rocker switch  (part, #1307, #1304_part.stp)\n");
+            "Desk lamp  (assembly, #1332, Desk lamp.stp)\n"
+            "├─ Stand  (assembly, #395, Stand.stp)  (components not shown)\n"
+            "├─ Boom  (assembly, #1114, Boom.stp)  (components not shown)\n"
+            "└─ Rocker switch  (part, #1307, Rocker switch.stp)\n");
   EXPECT_EQ(run_velkstep({"tree", "--depth=3", VELKSTEP_EXAMPLE}).out, LAMP);
 }
 
@@ -80,45 +80,45 @@ const std::string SHARED = product(1, "'a','a',''") + product(11, "'b','b',''") 
 
 TEST_F(TreeCommand, AssemblyThatOccursAgainIsDrawnOnce) {
   EXPECT_EQ(tree_of(SHARED),
-            "a  (assembly, #3, #1_part.stp)\n"
-            "├─ b  (assembly, #13, #11_part.stp)\n"
-            "│  └─ c  (assembly, #23, #21_part.stp)\n"
-            "│     └─ d  (assembly, #33, #31_part.stp)\n"
-            "│        └─ e  (part, #43, #41_part.stp)\n"
-            "└─ c  (assembly, #23, #21_part.stp)  (see above)\n");
+            "a  (assembly, #3, a.stp)\n"
+            "├─ b  (assembly, #13, b.stp)\n"
+            "│  └─ c  (assembly, #23, c.stp)\n"
+            "│     └─ d  (assembly, #33, d.stp)\n"
+            "│        └─ e  (part, #43, e.stp)\n"
+            "└─ c  (assembly, #23, c.stp)  (see above)\n");
 }
 
 TEST_F(TreeCommand, AssemblyThatWasCutIsDrawnAgainWhereThereIsRoomForMoreOfIt) {
   EXPECT_EQ(tree_of(SHARED, {"--depth=3"}),
-            "a  (assembly, #3, #1_part.stp)\n"
-            "├─ b  (assembly, #13, #11_part.stp)\n"
-            "│  └─ c  (assembly, #23, #21_part.stp)\n"
-            "│     └─ d  (assembly, #33, #31_part.stp)  (components not shown)\n"
-            "└─ c  (assembly, #23, #21_part.stp)\n"
-            "   └─ d  (assembly, #33, #31_part.stp)\n"
-            "      └─ e  (part, #43, #41_part.stp)\n");
+            "a  (assembly, #3, a.stp)\n"
+            "├─ b  (assembly, #13, b.stp)\n"
+            "│  └─ c  (assembly, #23, c.stp)\n"
+            "│     └─ d  (assembly, #33, d.stp)  (components not shown)\n"
+            "└─ c  (assembly, #23, c.stp)\n"
+            "   └─ d  (assembly, #33, d.stp)\n"
+            "      └─ e  (part, #43, e.stp)\n");
   EXPECT_EQ(tree_of(SHARED, {"--depth=1"}),
-            "a  (assembly, #3, #1_part.stp)\n"
-            "├─ b  (assembly, #13, #11_part.stp)  (components not shown)\n"
-            "└─ c  (assembly, #23, #21_part.stp)  (components not shown)\n");
+            "a  (assembly, #3, a.stp)\n"
+            "├─ b  (assembly, #13, b.stp)  (components not shown)\n"
+            "└─ c  (assembly, #23, c.stp)  (components not shown)\n");
 }
 
 TEST_F(TreeCommand, PartsThatContainEachOtherEnd) {
   EXPECT_EQ(tree_of(std::string(CYCLE)),
-            "hen  (assembly, #3, #1_part.stp)\n"
-            "└─ egg  (assembly, #6, #4_part.stp)\n"
-            "   └─ hen  (assembly, #3, #1_part.stp)  (contains itself)\n");
+            "hen  (assembly, #3, hen.stp)\n"
+            "└─ egg  (assembly, #6, egg.stp)\n"
+            "   └─ hen  (assembly, #3, hen.stp)  (contains itself)\n");
 }
 
 TEST_F(TreeCommand, CycleBesideATopIsDrawnBesideIt) {
   EXPECT_EQ(tree_of(std::string(CYCLE) + product(11, "'a','a',''") + product(21, "'b','b',''") +
                     usage(30, 13, 23)),
             "(generated root)  (assembly, Root.stp)\n"
-            "├─ hen  (assembly, #3, #1_part.stp)\n"
-            "│  └─ egg  (assembly, #6, #4_part.stp)\n"
-            "│     └─ hen  (assembly, #3, #1_part.stp)  (contains itself)\n"
-            "└─ a  (assembly, #13, #11_part.stp)\n"
-            "   └─ b  (part, #23, #21_part.stp)\n");
+            "├─ hen  (assembly, #3, hen.stp)\n"
+            "│  └─ egg  (assembly, #6, egg.stp)\n"
+            "│     └─ hen  (assembly, #3, hen.stp)  (contains itself)\n"
+            "└─ a  (assembly, #13, a.stp)\n"
+            "   └─ b  (part, #23, b.stp)\n");
 }
 
 TEST_F(TreeCommand, LadderOfSixtyLevelsIsSixtyLines) {
@@ -128,11 +128,11 @@ TEST_F(TreeCommand, LadderOfSixtyLevelsIsSixtyLines) {
     records += usage(1000 + 2 * i, 10 * i + 3, 10 * i + 13);
     records += usage(1001 + 2 * i, 10 * i + 3, 10 * i + 13);
   }
-  std::string expected = "p  (assembly, #3, #1_part.stp)\n";
+  std::string expected = "p  (assembly, #3, p.stp)\n";
   for (int i = 1; i <= 60; ++i) {
     expected += std::string(static_cast<std::size_t>(3 * (i - 1)), ' ') + "└─ p ×2  (" +
-                (i == 60 ? "part" : "assembly") + ", #" + std::to_string(10 * i + 3) + ", #" +
-                std::to_string(10 * i + 1) + "_part.stp)\n";
+                (i == 60 ? "part" : "assembly") + ", #" + std::to_string(10 * i + 3) + ", p (" +
+                std::to_string(i + 1) + ").stp)\n";
   }
   EXPECT_EQ(tree_of(records), expected);
 }
@@ -154,10 +154,10 @@ TEST_F(TreeCommand, GeneratedRootBodiesIdsAndMissingNames) {
                     product(21, "'','',''") + product(51, "'lid','lid',''") + usage(30, 3, 13) +
                     usage(31, 3, 23) + shape(40, 3, true) + shape(60, 53, true)),
             "(generated root)  (assembly, Root.stp)\n"
-            "├─ Frame [No. 1]  (assembly with bodies, #3, #1_part.stp)\n"
-            "│  ├─ No. 2  (part, #13, #11_part.stp)\n"
-            "│  └─ (no name)  (part, #23, #21_part.stp)\n"
-            "└─ lid  (part, #53, #51_part.stp)\n");
+            "├─ Frame [No. 1]  (assembly with bodies, #3, Frame.stp)\n"
+            "│  ├─ No. 2  (part, #13, No. 2.stp)\n"
+            "│  └─ (no name)  (part, #23, part 21.stp)\n"
+            "└─ lid  (part, #53, lid.stp)\n");
 }
 
 TEST_F(TreeCommand, OnePartAloneHasNoFile) {
@@ -248,8 +248,8 @@ TEST_F(TreeCommand, FileOfAShapeThatIsElsewhereStandsBesideThePart) {
                                        "#20=DOCUMENT_FILE('lid.stp','','',$,'',$);\n"
                                        "#21=APPLIED_DOCUMENT_REFERENCE(#20,'',(#6));\n"));
   EXPECT_EQ(run_velkstep({"tree", "in.stp"}).out,
-            "box  (assembly, #3, #1_part.stp)\n"
-            "└─ lid  (part, #6, #4_part.stp, shape in lid.stp)\n");
+            "box  (assembly, #3, box.stp)\n"
+            "└─ lid  (part, #6, lid.stp, shape in lid.stp)\n");
   const std::string info = run_velkstep({"info", "in.stp"}).out;
   EXPECT_NE(info.find("  Refers to           1 file\n                      lid.stp (not there)\n"),
             std::string::npos)

@@ -29,10 +29,10 @@ TEST(TreeJson, BoxWithLid) {
     "format": 1, "input": "in.stp", "depth": 2, "roots": [0],
     "parts": [
       {"record": 3, "id": "box", "name": "box", "description": "", "kind": "assembly",
-       "file": "#1_part.stp", "external_file": null, "total": 1,
+       "file": "box.stp", "external_file": null, "total": 1,
        "components": [{"part": 1, "count": 1, "closes_cycle": false}], "used_in": []},
       {"record": 6, "id": "lid", "name": "lid", "description": "", "kind": "part",
-       "file": "#4_part.stp", "external_file": null, "total": 1, "components": [],
+       "file": "lid.stp", "external_file": null, "total": 1, "components": [],
        "used_in": [{"part": 0, "count": 1, "closes_cycle": false}]}
     ]})"));
 }

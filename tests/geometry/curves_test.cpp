@@ -10,8 +10,6 @@
 namespace Kessel::test {
 namespace {
 
-constexpr double PI = std::numbers::pi;
-
 /// Points #21 (0,0,0), #22 (1,0,0), #23 (0,2,0), #24 (3,4,0), #25 (1,1,0), #26 (2,0,0); placements
 /// #31 at the origin and #32 at #24, turned by a quarter around z; a line #33 along x by 2.
 const std::string POINTS =

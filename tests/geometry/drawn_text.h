@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <fstream>
+#include <numbers>
 #include <string>
 
 #include "kessel/drawing.h"
@@ -10,6 +11,8 @@
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
+
+inline constexpr double PI = std::numbers::pi;
 
 /// A product #1 (its definition) with a representation #6 of `items`, whose context #7 has
 /// millimetres and radians unless `units` says otherwise. Own records are to begin at #20.

@@ -38,8 +38,8 @@ std::string text_of(const Assembly& assembly) {
 
 TEST(ReadAssembly, BoxWithLid) {
   EXPECT_EQ(text_of(assembly_in(std::string(BOX_WITH_LID))),
-            "#3 box [box] assembly #1_part.stp ×1: #6×1\n"
-            "#6 lid [lid] part #4_part.stp ×1:\n"
+            "#3 box [box] assembly box.stp ×1: #6×1\n"
+            "#6 lid [lid] part lid.stp ×1:\n"
             "root #3\n"
             "depth 2\n");
 }
@@ -61,9 +61,9 @@ TEST(ReadAssembly, ComponentsStandInTheOrderOfTheirFirstUse) {
   EXPECT_EQ(text_of(assembly_in(product(1, "'a','a',''") + product(11, "'b','b',''") +
                                 product(21, "'c','c',''") + usage(30, 3, 23) + usage(31, 3, 13) +
                                 usage(32, 3, 23) + usage(33, 13, 23))),
-            "#3 a [a] assembly #1_part.stp ×1: #23×2 #13×1\n"
-            "#13 b [b] assembly #11_part.stp ×1: #23×1\n"
-            "#23 c [c] part #21_part.stp ×3:\n"
+            "#3 a [a] assembly a.stp ×1: #23×2 #13×1\n"
+            "#13 b [b] assembly b.stp ×1: #23×1\n"
+            "#23 c [c] part c.stp ×3:\n"
             "root #3\n"
             "depth 3\n");
 }
@@ -72,9 +72,9 @@ TEST(ReadAssembly, AssemblyWithASolidHasBodiesOneWithAPlacementHasNone) {
   const std::string records = product(1, "'a','a',''") + product(11, "'b','b',''") +
                               product(21, "'c','c',''") + usage(30, 3, 13) + usage(31, 13, 23);
   EXPECT_EQ(text_of(assembly_in(records + shape(40, 13, true))),
-            "#3 a [a] assembly #1_part.stp ×1: #13×1\n"
-            "#13 b [b] assembly_with_bodies #11_part.stp ×1: #23×1\n"
-            "#23 c [c] part #21_part.stp ×1:\n"
+            "#3 a [a] assembly a.stp ×1: #13×1\n"
+            "#13 b [b] assembly_with_bodies b.stp ×1: #23×1\n"
+            "#23 c [c] part c.stp ×1:\n"
             "root #3\n"
             "depth 3\n");
   EXPECT_EQ(assembly_in(records + shape(40, 13, false)).parts[1].role, PartRole::assembly);
@@ -84,9 +84,9 @@ TEST(ReadAssembly, SeveralTopsGetAGeneratedRoot) {
   EXPECT_EQ(
       text_of(assembly_in(product(1, "'a','a',''") + product(11, "'b','b',''") +
                           product(21, "'c','c',''") + usage(30, 3, 13) + shape(40, 23, true))),
-      "#3 a [a] assembly #1_part.stp ×1: #13×1\n"
-      "#13 b [b] part #11_part.stp ×1:\n"
-      "#23 c [c] part #21_part.stp ×1:\n"
+      "#3 a [a] assembly a.stp ×1: #13×1\n"
+      "#13 b [b] part b.stp ×1:\n"
+      "#23 c [c] part c.stp ×1:\n"
       "#0  [] assembly Root.stp ×1: #3×1 #23×1\n"
       "root #0\n"
       "depth 2\n");
@@ -95,8 +95,8 @@ TEST(ReadAssembly, SeveralTopsGetAGeneratedRoot) {
 TEST(ReadAssembly, TopMayHaveBodiesOfItsOwn) {
   EXPECT_EQ(text_of(assembly_in(product(1, "'a','a',''") + product(11, "'b','b',''") +
                                 usage(30, 3, 13) + shape(40, 3, true))),
-            "#3 a [a] assembly_with_bodies #1_part.stp ×1: #13×1\n"
-            "#13 b [b] part #11_part.stp ×1:\n"
+            "#3 a [a] assembly_with_bodies a.stp ×1: #13×1\n"
+            "#13 b [b] part b.stp ×1:\n"
             "root #3\n"
             "depth 2\n");
 }
@@ -137,8 +137,8 @@ TEST(ReadAssembly, WhatHasNeitherShapeNorPlaceIsNoPart) {
 
 TEST(ReadAssembly, PartsThatContainEachOther) {
   EXPECT_EQ(text_of(assembly_in(std::string(CYCLE))),
-            "#3 hen [hen] assembly #1_part.stp ×1: #6×1\n"
-            "#6 egg [egg] assembly #4_part.stp ×1: #3×1!\n"
+            "#3 hen [hen] assembly hen.stp ×1: #6×1\n"
+            "#6 egg [egg] assembly egg.stp ×1: #3×1!\n"
             "root #3\n"
             "depth 2\n");
 }
@@ -146,10 +146,10 @@ TEST(ReadAssembly, PartsThatContainEachOther) {
 TEST(ReadAssembly, CycleBesideATopIsAnotherTop) {
   EXPECT_EQ(text_of(assembly_in(std::string(CYCLE) + product(11, "'a','a',''") +
                                 product(21, "'b','b',''") + usage(30, 13, 23))),
-            "#3 hen [hen] assembly #1_part.stp ×1: #6×1\n"
-            "#6 egg [egg] assembly #4_part.stp ×1: #3×1!\n"
-            "#13 a [a] assembly #11_part.stp ×1: #23×1\n"
-            "#23 b [b] part #21_part.stp ×1:\n"
+            "#3 hen [hen] assembly hen.stp ×1: #6×1\n"
+            "#6 egg [egg] assembly egg.stp ×1: #3×1!\n"
+            "#13 a [a] assembly a.stp ×1: #23×1\n"
+            "#23 b [b] part b.stp ×1:\n"
             "#0  [] assembly Root.stp ×1: #3×1 #13×1\n"
             "root #0\n"
             "depth 2\n");
@@ -158,8 +158,8 @@ TEST(ReadAssembly, CycleBesideATopIsAnotherTop) {
 TEST(ReadAssembly, PartWithoutProductHasNoNames) {
   EXPECT_EQ(text_of(assembly_in(product(1, "'box','box',''") +
                                 "#6=PRODUCT_DEFINITION('d','',#5,#1);\n" + usage(7, 3, 6))),
-            "#3 box [box] assembly #1_part.stp ×1: #6×1\n"
-            "#6  [] part #6_part.stp ×1:\n"
+            "#3 box [box] assembly box.stp ×1: #6×1\n"
+            "#6  [] part part 6.stp ×1:\n"
             "root #3\n"
             "depth 2\n");
 }
@@ -168,9 +168,9 @@ TEST(ReadAssembly, SecondFileOfAProductIsNumberedAsInASplit) {
   EXPECT_EQ(text_of(assembly_in(product(1, "'a','a',''") + product(11, "'b','b',''") +
                                 "#4=PRODUCT_DEFINITION('other view','',#2,$);\n" +
                                 usage(30, 13, 3) + usage(31, 13, 4))),
-            "#3 a [a] part #1_part.stp ×1:\n"
-            "#13 b [b] assembly #11_part.stp ×1: #3×1 #4×1\n"
-            "#4 a [a] part #1_part_(2)_.stp ×1:\n"
+            "#3 a [a] part a.stp ×1:\n"
+            "#13 b [b] assembly b.stp ×1: #3×1 #4×1\n"
+            "#4 a [a] part a (2).stp ×1:\n"
             "root #13\n"
             "depth 2\n");
 }
@@ -194,19 +194,19 @@ TEST(ReadAssembly, SubAssembliesHaveNoFilesInLeanSplits) {
       "in.stp", exchange_file(product(1, "'a','a',''") + product(11, "'b','b',''") +
                               product(21, "'c','c',''") + usage(30, 3, 13) + usage(31, 13, 23)));
   EXPECT_EQ(text_of(read_assembly(in, {.assemblies = AssemblyStyle::lean})),
-            "#3 a [a] assembly #1_part.stp ×1: #13×1\n"
+            "#3 a [a] assembly a.stp ×1: #13×1\n"
             "#13 b [b] assembly  ×1: #23×1\n"
-            "#23 c [c] part #21_part.stp ×1:\n"
+            "#23 c [c] part c.stp ×1:\n"
             "root #3\n"
             "depth 3\n");
 }
 
-TEST(ReadAssembly, FilesAreNamedAfterProductsWhereTheSplitDoesSo) {
+TEST(ReadAssembly, FilesAreNamedAfterRecordsWhereTheSplitDoesSo) {
   const ScratchFolder folder;
   const auto in = folder.write("in.stp", exchange_file(BOX_WITH_LID));
-  const Assembly assembly = read_assembly(in, {.names = NameStyle::product});
-  EXPECT_EQ(assembly.parts[0].file, "box.stp");
-  EXPECT_EQ(assembly.parts[1].file, "lid.stp");
+  const Assembly assembly = read_assembly(in, {.names = NameStyle::record});
+  EXPECT_EQ(assembly.parts[0].file, "#1_part.stp");
+  EXPECT_EQ(assembly.parts[1].file, "#4_part.stp");
 }
 
 TEST(ReadAssembly, NumbersOfSixtyFourBits) {
@@ -216,8 +216,8 @@ TEST(ReadAssembly, NumbersOfSixtyFourBits) {
                           LARGEST + "=PRODUCT_DEFINITION('','',#4294967297,$);\n" +
                           "#4294967297=PRODUCT_DEFINITION_FORMATION('','',#4294967296);\n" +
                           "#30=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#3,#" + LARGEST + ",$);\n")),
-      "#3 a [a] assembly #1_part.stp ×1: #" + LARGEST + "×1\n" + "#" + LARGEST +
-          " b [b] part #4294967296_part.stp ×1:\n"
+      "#3 a [a] assembly a.stp ×1: #" + LARGEST + "×1\n" + "#" + LARGEST +
+          " b [b] part b.stp ×1:\n"
           "root #3\n"
           "depth 2\n");
 }
@@ -233,8 +233,8 @@ TEST(ReadAssembly, EveryLegalFileIsRead) {
       "DATA;#5=PRODUCT_DEFINITION_FORMATION('','',#4);#0006 = PRODUCT_DEFINITION ( '' , '' , #05 , "
       "$ ) ;\n#7=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#3,#6,$);ENDSEC;END-ISO-10303-21;");
   EXPECT_EQ(text_of(read_assembly(in)),
-            "#3 bolt; M3 [a] assembly #1_part.stp ×1: #6×1\n"
-            "#6 #5=A(); [b] part #4_part.stp ×1:\n"
+            "#3 bolt; M3 [a] assembly bolt_ M3.stp ×1: #6×1\n"
+            "#6 #5=A(); [b] part _5=A()_.stp ×1:\n"
             "root #3\n"
             "depth 2\n");
 }

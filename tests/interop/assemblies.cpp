@@ -25,14 +25,15 @@ std::string test_name(const AssemblySource& source) {
 
 std::vector<AssemblySource> all_assemblies() {
   return {
-      {"as1-oc-214.stp"},   {"as1-pe-203.stp"},      {"as1-tu-203.stp"},
-      {"cube-inch.step"},   {"din-mount.step"},      {"dm1-id-214.stp"},
-      {"dm1-pe-214.stp"},   {"exhaust-plate.step"},  {"filament-sensor.step"},
-      {"spool-ramp.step"},  {"toolhead-mount.step"}, {"desk-lamp.step"},
-      {"bodies", 12},       {"detached", 2},         {"equal-names", 2},
-      {"ladder", 4},        {"mapped", 6},           {"odd-names", 25},
-      {"own-bodies", 2},    {"root-bodies", 2},      {"root-detached-bodies", 2},
-      {"several-roots", 2}, {"several-usages", 5},   {"shared-levels", 3},
+      {"as1-oc-214.stp"},          {"as1-pe-203.stp"},      {"as1-tu-203.stp"},
+      {"cube-inch.step"},          {"din-mount.step"},      {"dm1-id-214.stp"},
+      {"dm1-pe-214.stp"},          {"exhaust-plate.step"},  {"filament-sensor.step"},
+      {"spool-ramp.step"},         {"toolhead-mount.step"}, {"desk-lamp.step"},
+      {"bench-vice.step"},         {"bodies", 12},          {"detached", 2},
+      {"equal-names", 2},          {"ladder", 4},           {"mapped", 6},
+      {"odd-names", 25},           {"own-bodies", 2},       {"root-bodies", 2},
+      {"root-detached-bodies", 2}, {"several-roots", 2},    {"several-usages", 5},
+      {"shared-levels", 3},
   };
 }
 

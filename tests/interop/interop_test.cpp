@@ -61,7 +61,7 @@ std::vector<fs::path> sub_assembly_names(const fs::path& in) {
   load_instances(file, instances);
   const Products products = find_products(instances);
   const Placement placement = place_records(instances, products, AssemblyStyle::nested);
-  const auto all = placed_names(instances, products, placement, NameStyle::record);
+  const auto all = placed_names(instances, products, placement, NameStyle::product);
   std::vector<fs::path> names;
   for (FileId id = 1; id < placement.files.size(); ++id) {
     if (!placement.files[id].links.empty()) names.push_back(all[id]);

@@ -1,8 +1,11 @@
 #include "interop/kernel_reader.h"
 
+#include <BRepAdaptor_Curve.hxx>
 #include <BRepBndLib.hxx>
 #include <BRepGProp.hxx>
+#include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
+#include <GCPnts_AbscissaPoint.hxx>
 #include <GProp_GProps.hxx>
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
@@ -15,8 +18,13 @@
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_DataMapOfShapeInteger.hxx>
+#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Edge.hxx>
+#include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>
+#include <TopoDS_Vertex.hxx>
 #include <XCAFApp_Application.hxx>
 #include <XCAFDoc_Area.hxx>
 #include <XCAFDoc_Centroid.hxx>
@@ -217,6 +225,55 @@ std::vector<DocumentShape> read_free_shapes(const std::filesystem::path& path) {
   std::vector<DocumentShape> shapes;
   for (const TDF_Label& label : labels) shapes.push_back(describe(label));
   return shapes;
+}
+
+namespace {
+
+std::array<double, 3> coordinates(const gp_Pnt& point) {
+  return {point.X(), point.Y(), point.Z()};
+}
+
+PlacedEdge describe(const TopoDS_Edge& shape) {
+  // The length without a tolerance is off where a spline has many pieces.
+  constexpr double TOLERANCE = 1e-7;
+  constexpr int PIECES = 256;
+  const BRepAdaptor_Curve curve(shape);
+  PlacedEdge edge;
+  edge.length = GCPnts_AbscissaPoint::Length(curve, TOLERANCE);
+  const gp_Pnt begin = BRep_Tool::Pnt(TopExp::FirstVertex(shape));
+  const gp_Pnt end = BRep_Tool::Pnt(TopExp::LastVertex(shape));
+  const double from = curve.FirstParameter();
+  const double to = curve.LastParameter();
+  edge.begin = coordinates(begin);
+  edge.end = coordinates(end);
+  edge.gap = begin.Distance(curve.Value(from)) + end.Distance(curve.Value(to));
+  Bnd_Box box;
+  for (int i = 0; i <= PIECES; ++i) box.Add(curve.Value(from + (to - from) * i / PIECES));
+  box.Get(edge.box[0], edge.box[1], edge.box[2], edge.box[3], edge.box[4], edge.box[5]);
+  return edge;
+}
+
+}  // namespace
+
+std::vector<PlacedEdge> read_edges(const std::filesystem::path& path) {
+  const ReadFile file(path);
+  TDF_LabelSequence labels;
+  file.shapes()->GetFreeShapes(labels);
+  TopTools_IndexedDataMapOfShapeListOfShape faces_of;
+  for (const TDF_Label& label : labels) {
+    TopExp::MapShapesAndAncestors(XCAFDoc_ShapeTool::GetShape(label), TopAbs_EDGE, TopAbs_FACE,
+                                  faces_of);
+  }
+  std::vector<PlacedEdge> edges;
+  for (int i = 1; i <= faces_of.Extent(); ++i) {
+    const TopoDS_Edge& shape = TopoDS::Edge(faces_of.FindKey(i));
+    if (BRep_Tool::Degenerated(shape)) continue;
+    PlacedEdge& edge = edges.emplace_back(describe(shape));
+    for (const TopoDS_Shape& face : faces_of(i)) {
+      edge.is_seam = edge.is_seam || BRep_Tool::IsClosed(shape, TopoDS::Face(face));
+    }
+  }
+  return edges;
 }
 
 DocumentRemarks read_remarks(const std::filesystem::path& path) {

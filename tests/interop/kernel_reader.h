@@ -50,6 +50,20 @@ struct DocumentRemarks {
 /// kernel cannot read it.
 std::vector<DocumentShape> read_free_shapes(const std::filesystem::path& path);
 
+/// An edge at one of its places, in millimetres.
+struct PlacedEdge {
+  std::array<double, 3> begin{};  ///< its vertices
+  std::array<double, 3> end{};
+  double length = 0;
+  double gap = 0;               ///< by how much its curve misses its vertices, both together
+  bool is_seam = false;         ///< whether a face has it twice, as closed surfaces are cut
+  std::array<double, 6> box{};  ///< lowest corner, highest corner, by points along the curve
+};
+
+/// The edges of all free shapes of the file `path`, each once at each place, those without a length
+/// apart. Throws as read_free_shapes() does.
+std::vector<PlacedEdge> read_edges(const std::filesystem::path& path);
+
 /// The layers and validation properties of the file `path`, read in the same way.
 DocumentRemarks read_remarks(const std::filesystem::path& path);
 

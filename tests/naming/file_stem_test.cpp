@@ -63,6 +63,15 @@ TEST(FileStem, NoNameIsHidden) {
   expect_both("..a", "_.a");
 }
 
+TEST(FileStem, NoNameMeansSomethingToAShell) {
+  expect_both("#744 plate", "_744 plate");
+  expect_both("-rf", "_rf");
+  expect_both("--help", "_-help");
+  expect_both("~root", "_root");
+  expect_both("  -x", "_x");
+  expect_both("a#-~", "a#-~");
+}
+
 TEST(FileStem, DevicesAreNoFiles) {
   for (const char* device : {"CON", "con", "PRN", "Aux", "NUL", "COM1", "com0", "LPT9", "CONIN$",
                              "conout$", "nul.step", "con .x", "COM\u00B9"}) {
@@ -76,7 +85,8 @@ TEST(FileStem, DevicesAreNoFiles) {
 }
 
 TEST(FileStem, NamesOfNoUseAreEmpty) {
-  for (const char* name : {"", " ", "...", "///", "-", "_", "?", "\u202E", "\u00A0", ". / ."}) {
+  for (const char* name :
+       {"", " ", "...", "///", "-", "_", "?", "--", "#", "~", "#-", "\u202E", "\u00A0", ". / ."}) {
     expect_both(name, "");
   }
 }

@@ -59,9 +59,11 @@ const std::set<std::string> INTERFACE = {
     "TARNWELL_KBF2_INTERNAL_VelkStepSplitter",
 
 #if C_INTERFACE
+    "kessel_classic_options",
     "kessel_default_options",
     "kessel_diff",
     "kessel_error_of",
+    "kessel_extract",
     "kessel_file",
     "kessel_file_count",
     "kessel_free",
@@ -78,6 +80,12 @@ const std::set<std::string> INTERFACE = {
     "Kessel::diff(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::Options const&)",
     "Kessel::encode_utf8_to_step(std::string_view)",
+    "Kessel::extract(std::filesystem::path const&, std::string const&, std::filesystem::path "
+    "const&, Kessel::ExtractOptions const&)",
+    "Kessel::extract_each(std::filesystem::path const&, std::vector<std::string, "
+    "std::allocator<std::string >> const&, "
+    "std::filesystem::path const&, Kessel::ExtractOptions const&)",
+    "Kessel::read_parts(std::filesystem::path const&, Kessel::ExtractOptions const&)",
     "Kessel::fspath_to_utf8(std::filesystem::path const&)",
     "Kessel::join(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::JoinOptions const&)",
@@ -148,6 +156,12 @@ const std::set<std::string> INTERFACE = {
     "Kessel::Part::_filenames",
     "Kessel::Part::_opened_files",
 
+    "Kessel::PartError::PartError(std::string const&, std::vector<Kessel::NamedPart, "
+    "std::allocator<Kessel::NamedPart>>)",
+    "Kessel::PartError::PartError(Kessel::PartError const&)",
+    "Kessel::PartError::~PartError()",
+    "Kessel::PartError::candidates() const",
+
     "Kessel::InputError::InputError(Kessel::Finding const&)",
     "Kessel::InputError::InputError(Kessel::InputError const&)",
     "Kessel::InputError::~InputError()",
@@ -168,18 +182,21 @@ const std::set<std::string> CLASS_TABLES = {
     "vtable for Kessel::InputError",
     "vtable for Kessel::OutputError",
     "vtable for Kessel::Part",
+    "vtable for Kessel::PartError",
     "typeinfo for Kessel::Entity",
     "typeinfo for Kessel::EntityWithAttr",
     "typeinfo for Kessel::EntityWithType",
     "typeinfo for Kessel::InputError",
     "typeinfo for Kessel::OutputError",
     "typeinfo for Kessel::Part",
+    "typeinfo for Kessel::PartError",
     "typeinfo name for Kessel::Entity",
     "typeinfo name for Kessel::EntityWithAttr",
     "typeinfo name for Kessel::EntityWithType",
     "typeinfo name for Kessel::InputError",
     "typeinfo name for Kessel::OutputError",
     "typeinfo name for Kessel::Part",
+    "typeinfo name for Kessel::PartError",
 };
 
 TEST(ExportedNames, EveryNameOfTheInterfaceIsExported) {

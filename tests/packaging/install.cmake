@@ -11,10 +11,12 @@ set(expected
   kessel/assembly.h
   kessel/check.h
   kessel/diff.h
+  kessel/drawing.h
   kessel/encoding.h
   kessel/entity.h
   kessel/errors.h
   kessel/export.h
+  kessel/extract.h
   kessel/file.h
   kessel/finding.h
   kessel/join.h

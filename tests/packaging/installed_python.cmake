@@ -6,7 +6,7 @@ include(${CMAKE_CURRENT_LIST_DIR}/installed_tree.cmake)
 make_scratch_folder(installed_python folder)
 file(WRITE ${folder}/split.py
   "#!${PYTHON}\nimport sys, velkstep\n"
-  "for file in velkstep.split(*sys.argv[1:3], names='record', assemblies='classic'): print(file)\n")
+  "for file in velkstep.split(*sys.argv[1:3], **velkstep.CLASSIC): print(file)\n")
 file(CHMOD ${folder}/split.py PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
 set(ENV{PYTHONPATH} ${PREFIX}/${SITE})
 set(ENV{PYTHONDONTWRITEBYTECODE} 1)

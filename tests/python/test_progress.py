@@ -37,7 +37,7 @@ def test_what_it_raises_comes_out_unchanged(lamp, at, kind):
     assert calls[-1] == at
 
     # The next split begins anew.
-    assert len(velkstep.split(lamp, "again")) == 10
+    assert len(velkstep.split(lamp, "again")) == 14
 
 
 def test_must_be_callable(lamp):
@@ -68,7 +68,7 @@ def test_the_module_is_not_to_be_called_from_it(lamp, call):
     message = "^velkstep is not to be called from a progress function$"
     with pytest.raises(RuntimeError, match=message):
         velkstep.split(lamp, "out", progress=lambda *_: call(lamp))
-    assert len(velkstep.split(lamp, "again")) == 10
+    assert len(velkstep.split(lamp, "again")) == 14
 
 
 def test_a_signal_ends_a_split_that_nobody_watches(assembly):

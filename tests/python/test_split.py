@@ -10,6 +10,15 @@ import velkstep
 from conftest import LONE_PART
 
 
+TWO_PARTS = (
+    "#1=PRODUCT('a','a','',());\n#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
+    "#3=PRODUCT_DEFINITION('','',#2,$);\n"
+    "#4=PRODUCT('b','b','',());\n#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
+    "#6=PRODUCT_DEFINITION('','',#5,$);\n"
+    "#7=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#3,#6,$);\n"
+)
+
+
 def data_of(path):
     return Path(path).read_text().split("DATA;\n", 1)[1]
 
@@ -51,9 +60,36 @@ def test_styles_of_assemblies_differ_as_those_of_the_command_do(lamp):
         "nested": 14,
     }
     roots = {style: paths[0].stat().st_size for style, paths in files.items()}
-    default = velkstep.split(lamp, "default")[0]
-    assert default.stat().st_size == roots["lean"] + len("default") - len("lean")
+    assert velkstep.split(lamp, "default")[0].stat().st_size == roots["nested"]
     assert roots["nested"] < roots["lean"]
+
+
+def test_classic_is_what_hosts_get(assembly):
+    assert velkstep.CLASSIC == {"assemblies": "classic", "names": "record", "reading": "classic"}
+    files = velkstep.split(assembly, "out", **velkstep.CLASSIC)
+    assert files == [
+        Path("out/#21_part.stp"),
+        Path("out/#1_part.stp"),
+        Path("out/#11_part.stp"),
+    ]
+    assert "FILE_NAME('out/#1_part.stp'," in files[1].read_text()
+    assert data_of(files[1]) == (
+        "#3=PRODUCT('bolt','bolt','',());\n"
+        "#2=PRODUCT_DEFINITION_FORMATION('','',#3);\n"
+        "#1=PRODUCT_DEFINITION('design','',#2,$);\n"
+        "ENDSEC;\nEND-ISO-10303-21;\n"
+    )
+
+
+def test_readings(write):
+    path = write("in.stp", "#9=A('x;y');\n" + TWO_PARTS)
+    whole = velkstep.split(path, "whole", assemblies="classic")[0]
+    cut = velkstep.split(path, "cut", assemblies="classic", reading="classic")[0]
+    assert "A('x;y')" in whole.read_text()
+    assert "A('x;y')" not in cut.read_text()
+    with pytest.raises(ValueError, match="^reading: 'classic' needs assemblies='classic'$"):
+        velkstep.split(path, "out", reading="classic")
+    assert not Path("out").exists()
 
 
 def test_paths_are_strings_bytes_or_path_like(assembly):
@@ -92,15 +128,16 @@ def test_nothing_to_split_gives_an_empty_list(write, capfd):
 
 def test_signature():
     assert list(inspect.signature(velkstep.split).parameters) == [
-        "input", "outdir", "assemblies", "names", "progress",
+        "input", "outdir", "assemblies", "names", "reading", "progress",
     ]  # fmt: skip
     defaults = inspect.signature(velkstep.split).parameters
-    assert defaults["assemblies"].default == "lean"
+    assert defaults["assemblies"].default == "nested"
     assert defaults["names"].default == "product"
+    assert defaults["reading"].default == "standard"
     assert defaults["progress"].default is None
 
 
-@pytest.mark.parametrize("choice", [{"assemblies": "Lean"}, {"names": ""}])
+@pytest.mark.parametrize("choice", [{"assemblies": "Lean"}, {"names": ""}, {"reading": "no"}])
 def test_unknown_styles_are_value_errors(assembly, choice):
     ((name, word),) = choice.items()
     with pytest.raises(ValueError, match=f"^{name}: there is no style '{word}'$"):

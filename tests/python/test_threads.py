@@ -30,7 +30,7 @@ def test_the_interpreters_lock_is_free_while_a_split_waits_for_another(lamp):
         assert second_started.wait(timeout=60)
         assert wait([other], timeout=0.2).not_done == {other}
         leave.set()
-        assert len(first.result(timeout=60)) == len(other.result(timeout=60)) == 10
+        assert len(first.result(timeout=60)) == len(other.result(timeout=60)) == 14
 
 
 def test_many_threads_write_what_one_writes(lamp, folder):
@@ -39,7 +39,7 @@ def test_many_threads_write_what_one_writes(lamp, folder):
     with ThreadPoolExecutor(4) as pool:
         jobs = [pool.submit(velkstep.split, lamp, f"out{i}") for i in range(12)]
         trees = [pool.submit(velkstep.tree, lamp) for _ in range(12)]
-    assert all(len(job.result()) == 10 for job in jobs)
+    assert all(len(job.result()) == 14 for job in jobs)
     assert all(tree.result() == trees[0].result() for tree in trees)
     for i in range(12):
         assert data_of(folder / f"out{i}") == expected

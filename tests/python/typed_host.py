@@ -13,6 +13,7 @@ def split(source: pathlib.Path) -> list[str]:
 
     try:
         files = velkstep.split(source, "out", names="record", progress=progress)
+        files += velkstep.split(source, "classic", **velkstep.CLASSIC)
     except velkstep.InputError as error:
         print(error.path, error.line, error.kind)
         return []

@@ -85,7 +85,6 @@ TURN = """new Promise((done) => {
   step();
 })"""
 FITS = "document.documentElement.scrollWidth <= document.documentElement.clientWidth"
-STYLES = {"wide": "product"}  # of names, where it is not the usual one
 OPENED_DESK_LAMP = ["Desk lamp", "Stand", "Boom", "Rocker switch"]
 ALL_OF_DESK_LAMP = ["Desk lamp", "Stand", "Base", "Rubber foot", "Column", "Boom", "Arm",
                     "Arm beam", "Pivot pin", "Head", "Socket", "Pivot pin", "Shade", "Bulb",
@@ -110,8 +109,7 @@ class ReportPage(unittest.TestCase):
     @classmethod
     def report(cls, name, source, *more):
         outdir = cls.folder / name
-        subprocess.run([VELKSTEP, "report", "--quiet", "--assemblies=classic", "--names",
-                        STYLES.get(name, "record"), *more, source, "-o", outdir], check=True,
+        subprocess.run([VELKSTEP, "report", "--quiet", *more, source, outdir], check=True,
                        stderr=subprocess.DEVNULL)
         return outdir / "report.html"
 
@@ -173,11 +171,11 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.value(NAMES), OPENED_DESK_LAMP)
         self.assertEqual(self.value(TITLE), "Desk lamp")
         facts = self.facts()
-        self.assertEqual(facts["File"], "#1329_part.stp")
+        self.assertEqual(facts["File"], "Desk lamp.stp")
         self.assertEqual(facts["Record"], "#1332")
         self.assertEqual(facts["Bounding box"], "508.2 × 212.7 × 599 mm")
         self.assertEqual(self.value("document.querySelector('#facts a').href"),
-                         (self.lamp.parent / "#1329_part.stp").as_uri())
+                         (self.lamp.parent / "Desk lamp.stp").as_uri())
         about = self.value("[...document.querySelectorAll('#about div')].map((one) =>"
                            "[...one.children].map((child) => child.textContent))")
         size = pathlib.Path(EXAMPLE).stat().st_size
@@ -192,7 +190,7 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.value("weight_of(%d)" % self.part("Stand")),
                          {"bytes": stand, "files": 4})
         self.assertEqual(self.value("document.querySelector('#row-1 .size').textContent"),
-                         "%.1f kB" % (stand / 1000))
+                         "%.3g kB" % (stand / 1000))
 
     def test_the_tree_by_mouse_and_keys(self):
         self.browser.open(self.lamp)
@@ -237,7 +235,7 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.value(FOUND), "1 part found")
         self.browser.press("Enter")
         self.assertEqual((self.active()["name"], self.active()["level"]), ("Pivot pin", "4"))
-        self.assertEqual(self.facts()["File"], "#108_part.stp")
+        self.assertEqual(self.facts()["File"], "Pivot pin.stp")
         self.assertEqual(self.value(PARENTS), ["Arm ×2", "Head"])
         self.browser.press("Escape")
         self.assertEqual(self.value("document.activeElement.id"), "tree")
@@ -305,9 +303,9 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.value(LISTED), PARTS_OF_DESK_LAMP)
         line = self.value("""[...document.getElementById("line-4").children].slice(1).map((cell) =>
           cell.textContent)""")
-        size = (self.lamp.parent / "#108_part.stp").stat().st_size
+        size = (self.lamp.parent / "Pivot pin.stp").stat().st_size
         self.assertEqual([text.split(" × ")[-1] for text in line], [
-            "Pivot pin", "Pivot pin", "5", "%.3g kB" % (size / 1000), "12 mm", "#108_part.stp"])
+            "Pivot pin", "Pivot pin", "5", "%.3g kB" % (size / 1000), "12 mm", "Pivot pin.stp"])
         self.assertGreater(self.ink("#line-4 canvas")[0], 50)
         self.browser.click("[data-key=quantity] button")
         self.browser.click("[data-key=quantity] button")
@@ -319,7 +317,7 @@ class ReportPage(unittest.TestCase):
         self.assertEqual((self.value(TITLE), self.value("location.hash")),
                          ("Rubber foot", "#part=189"))
         self.assertEqual(self.value("document.querySelector('#line-1 a').href"),
-                         (self.lamp.parent / "#186_part.stp").as_uri())
+                         (self.lamp.parent / "Rubber foot.stp").as_uri())
         self.focus("#bom")
         self.browser.press("ArrowUp")
         self.assertEqual(self.value(TITLE), "Pivot pin")
@@ -334,7 +332,7 @@ class ReportPage(unittest.TestCase):
         copied = [line.split("\t") for line in self.value("window.copied").split("\n")]
         self.assertEqual(copied[0], ["Name", "Id", "Quantity", "Size (bytes)", "Bounding box", "File"])
         self.assertEqual([line[0] for line in copied[1:4]], ["Pivot pin", "Rubber foot", "Arm beam"])
-        self.assertEqual((copied[1][2:4], copied[1][5]), (["5", str(size)], "#108_part.stp"))
+        self.assertEqual((copied[1][2:4], copied[1][5]), (["5", str(size)], "Pivot pin.stp"))
         self.assertEqual(len(copied), 10)
         self.assertEqual(self.value("document.getElementById('bom-status').textContent"),
                          "9 parts copied")
@@ -627,7 +625,7 @@ class ReportPage(unittest.TestCase):
         self.browser.press("/")
         self.browser.type("part 77")
         with_77 = [i for i in range(1, count)
-                   if any("77" in str(number) for number in (i, 3 * i + 1, 3 * i + 3))]
+                   if any("77" in str(number) for number in (i, 3 * i + 3))]
         found = self.value(RESULTS)
         self.assertEqual((len(found), found[:3]), (100, ["part 77", "part 770", "part 771"]))
         self.assertEqual(self.value(FOUND),

@@ -64,7 +64,7 @@ class CheckedRunTest : public testing::Test {
     std::pair<fs::path, std::error_code> failed;
     EXPECT_EQ(printed_by([&] {
                 try {
-                  split_paths(in, outdir, Options());
+                  split_paths(in, outdir, Options::classic());
                   ADD_FAILURE() << "no exception";
                 } catch (const OutputError& error) {
                   failed = {error.path(), error.reason()};
@@ -82,6 +82,14 @@ class CheckedRunTest : public testing::Test {
 
   ScratchFolder folder_;
 };
+
+/// The classic files of an input that is read in that way.
+Options classic_read(Reading reading, std::uint64_t memory_limit = Options::NO_LIMIT) {
+  Options options = Options::classic();
+  options.reading = reading;
+  options.memory_limit = memory_limit;
+  return options;
+}
 
 /// Two products, one with a shape of so many records that its file has about a megabyte.
 std::string large_file() {
@@ -116,7 +124,8 @@ class Limited {
 
 TEST_F(CheckedRunTest, WritesWhatTheTwoArgumentFormWrites) {
   const fs::path in = write_box();
-  EXPECT_THAT(split_paths(in, "out", Options()), ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
+  EXPECT_THAT(split_paths(in, "out", Options::classic()),
+              ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
   EXPECT_EQ(without_time_stamps(read_file("out/#1_part.stp")),
             output_file("out/#1_part.stp", BOX_RECORDS));
   EXPECT_EQ(without_time_stamps(read_file("out/#4_part.stp")),
@@ -126,11 +135,13 @@ TEST_F(CheckedRunTest, WritesWhatTheTwoArgumentFormWrites) {
 
 TEST_F(CheckedRunTest, InputsThatHaveNothingToSplitStayWhatTheyAre) {
   folder_.write("in.stp", exchange_file(LID_ALONE));
-  EXPECT_EQ(printed_by([] { EXPECT_THAT(split_paths("in.stp", "out", Options()), IsEmpty()); }),
-            ONLY_ONE_PART);
+  EXPECT_EQ(
+      printed_by([] { EXPECT_THAT(split_paths("in.stp", "out", Options::classic()), IsEmpty()); }),
+      ONLY_ONE_PART);
   folder_.write("in.stp", exchange_file("#1=PRODUCT('lid','lid','',());\n"));
-  EXPECT_EQ(printed_by([] { EXPECT_THAT(split_paths("in.stp", "out", Options()), IsEmpty()); }),
-            NO_ROOT);
+  EXPECT_EQ(
+      printed_by([] { EXPECT_THAT(split_paths("in.stp", "out", Options::classic()), IsEmpty()); }),
+      NO_ROOT);
 }
 
 void expect_at(const Finding& finding, FindingKind kind, std::uint64_t line, std::uint64_t offset) {
@@ -163,7 +174,7 @@ TEST_F(CheckedRunTest, InputsThatWouldBeReadForEverAreRefused) {
   for (const auto& row : CASES) {
     SCOPED_TRACE(row.text);
     const fs::path in = folder_.write("in.stp", row.text);
-    expect_at(refused(in, {.reading = Reading::classic}), row.kind, row.line, row.offset);
+    expect_at(refused(in, Options::classic()), row.kind, row.line, row.offset);
   }
 }
 
@@ -208,7 +219,7 @@ TEST_F(CheckedRunTest, RefusalIsAFindingOfTheCheck) {
 }
 
 TEST_F(CheckedRunTest, ClassicReadingLooksNoFurtherThanAnEmptyPiece) {
-  const Options classic{.reading = Reading::classic};
+  const Options classic = Options::classic();
   const fs::path in = folder_.write("in.stp", HEADER + "#0=A();\n#1=A();;#2=B(");
   printed_by([&] { EXPECT_THAT(split_paths(in, "out", classic), IsEmpty()); });
   fs::remove_all("out");
@@ -232,7 +243,7 @@ TEST_F(CheckedRunTest, ClassicReadingIsForTheClassicStyleOnly) {
     EXPECT_FALSE(fs::exists("out"));
     EXPECT_FALSE(fs::exists("roots.txt"));
   }
-  EXPECT_THAT(split_paths(in, "out", {.reading = Reading::classic}),
+  EXPECT_THAT(split_paths(in, "out", Options::classic()),
               ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
 }
 
@@ -245,7 +256,7 @@ TEST_F(CheckedRunTest, WhatIsNoRegularFileIsRefusedUnopened) {
 }
 
 TEST_F(CheckedRunTest, InputThatIsNotThereIsWhatItIsInTheTwoArgumentForm) {
-  EXPECT_THROW(split_paths("missing.stp", "out", Options()), std::invalid_argument);
+  EXPECT_THROW(split_paths("missing.stp", "out", Options::classic()), std::invalid_argument);
 }
 
 TEST_F(CheckedRunTest, MemoryLimitBoundsTheStore) {
@@ -254,13 +265,13 @@ TEST_F(CheckedRunTest, MemoryLimitBoundsTheStore) {
   const fs::path in = folder_.write("in.stp", exchange_file(records));
   for (const Reading reading : {Reading::standard, Reading::classic}) {
     SCOPED_TRACE(static_cast<int>(reading));
-    const Finding finding = refused(in, {.reading = reading, .memory_limit = 20'000'000});
+    const Finding finding = refused(in, classic_read(reading, 20'000'000));
     EXPECT_EQ(finding.kind, FindingKind::memory_limit);
     // A page of 32 KiB and 8 KiB of the table of pages for each such number.
     EXPECT_EQ(finding.instance, 482u << 22U);
     EXPECT_EQ(finding.line, 19u + 482u);
 
-    EXPECT_THAT(split_paths(in, "out", {.reading = reading, .memory_limit = 50'000'000}),
+    EXPECT_THAT(split_paths(in, "out", classic_read(reading, 50'000'000)),
                 ElementsAre("out/#1_part.stp", "out/#4_part.stp"));
     fs::remove_all("out");
     fs::remove("roots.txt");
@@ -271,7 +282,9 @@ TEST_F(CheckedRunTest, MemoryLimitBoundsRecordsAndTextsToo) {
   std::string records(BOX_WITH_LID);
   for (unsigned i = 100; i < 30'000; ++i) records += "#" + std::to_string(i) + "=A();\n";
   const fs::path in = folder_.write("in.stp", exchange_file(records));
-  EXPECT_EQ(refused(in, {.memory_limit = 1'000'000}).kind, FindingKind::memory_limit);
+  EXPECT_EQ(refused(in, {.memory_limit = 300'000}).kind, FindingKind::memory_limit);
+  EXPECT_EQ(refused(in, classic_read(Reading::standard, 1'000'000)).kind,
+            FindingKind::memory_limit);
 
   folder_.write("in.stp", exchange_file("#1=A('" + std::string(2'000'000, 'x') + "');\n"));
   EXPECT_EQ(refused(in, {.memory_limit = 1'000'000}).kind, FindingKind::memory_limit);
@@ -312,15 +325,16 @@ TEST_F(CheckedRunTest, MemoryLimitBoundsNamesWhereFilesAreCalledAfterThem) {
         "#" + std::to_string(i) + "=XREPRESENTATIONX('" + std::string(300'000, 'x') + "');\n";
   }
   const fs::path in = folder_.write("in.stp", exchange_file(records));
-  const Finding finding = refused(in, {.names = NameStyle::product, .memory_limit = 2'000'000});
+  const Finding finding =
+      refused(in, {.assemblies = AssemblyStyle::classic, .memory_limit = 2'000'000});
   EXPECT_EQ(finding.kind, FindingKind::memory_limit);
   EXPECT_EQ(finding.instance, 107u);
-  EXPECT_EQ(split_paths(in, "out", {.memory_limit = 2'000'000}).size(), 2u);
+  EXPECT_EQ(split_paths(in, "out", classic_read(Reading::standard, 2'000'000)).size(), 2u);
 }
 
 TEST_F(CheckedRunTest, FilesOfAnEarlierRunStayAsTheyAre) {
   const fs::path in = write_box();
-  split_paths(in, "out", Options());
+  split_paths(in, "out", Options::classic());
   const std::string root = read_file("out/#1_part.stp");
   const std::string lid = read_file("out/#4_part.stp");
   EXPECT_EQ(failure(in, "out"),
@@ -421,14 +435,14 @@ TEST_F(CheckedRunTest, FolderInPlaceOfTheListOfRoots) {
 
 TEST_F(CheckedRunTest, EarlierListOfRootsIsReplaced) {
   folder_.write("roots.txt", "of an earlier run, and longer\n");
-  split_paths(write_box(), "out", Options());
+  split_paths(write_box(), "out", Options::classic());
   EXPECT_EQ(read_file("roots.txt"), "#1_part.stp\n");
 }
 
 TEST_F(CheckedRunTest, ListOfRootsThatWillNotBeWrittenIsInNobodysWay) {
   fs::create_directory("roots.txt");
   const fs::path in = folder_.write("in.stp", exchange_file(LID_ALONE));
-  EXPECT_EQ(printed_by([&] { EXPECT_THAT(split_paths(in, "out", Options()), IsEmpty()); }),
+  EXPECT_EQ(printed_by([&] { EXPECT_THAT(split_paths(in, "out", Options::classic()), IsEmpty()); }),
             ONLY_ONE_PART);
 }
 
@@ -436,7 +450,7 @@ TEST_F(CheckedRunTest, LaterRunIsNotTroubledByAnEarlierFailure) {
   fs::create_directories("out/#4_part.stp");
   const fs::path in = write_box();
   failure(in, "out");
-  EXPECT_THAT(split_paths(in, "next", Options()),
+  EXPECT_THAT(split_paths(in, "next", Options::classic()),
               ElementsAre("next/#1_part.stp", "next/#4_part.stp"));
   // Nor by one of the two-argument form, which an exception ended.
   std::string records(BOX_WITH_LID);
@@ -444,7 +458,7 @@ TEST_F(CheckedRunTest, LaterRunIsNotTroubledByAnEarlierFailure) {
   folder_.write("broken.stp", exchange_file(records));
   printed_by([] { EXPECT_THROW(Kessel::Run("broken.stp", "out"), std::out_of_range); });
   ASSERT_TRUE(first_write_failure().has_value());
-  EXPECT_THAT(split_paths(in, "last", Options()),
+  EXPECT_THAT(split_paths(in, "last", Options::classic()),
               ElementsAre("last/#1_part_(2)_.stp", "last/#4_part_(2)_.stp"));
 }
 
@@ -511,7 +525,7 @@ TEST_F(CheckedRunTest, SixtyFourOpenFilesAreEnough) {
 #endif
   const fs::path in = folder_.write("in.stp", file_of_parts(200));
   const Limited limited(RLIMIT_NOFILE, static_cast<rlim_t>(free_descriptor()) + 60);
-  EXPECT_EQ(split_paths(in, "out", Options()).size(), 201u);
+  EXPECT_EQ(split_paths(in, "out", Options::classic()).size(), 201u);
 }
 
 TEST_F(CheckedRunTest, LimitOfOpenFiles) {

@@ -31,7 +31,8 @@ std::string box_with_lid_called(const std::string& name) {
 class ProductNames : public testing::Test {
  protected:
   std::vector<fs::path> run(const std::string& text, NameStyle names) {
-    return split_paths(folder_.write("in.stp", text), "out", {.names = names});
+    return split_paths(folder_.write("in.stp", text), "out",
+                       {.assemblies = AssemblyStyle::classic, .names = names});
   }
 
   ScratchFolder folder_;
@@ -71,10 +72,10 @@ TEST_F(ProductNames, RootsFileHasTheRootsNameAsUtf8) {
 // In classic headers, characters below U+1000 have three digits and a zero byte.
 TEST_F(ProductNames, FolderInHeadersIsConformingToo) {
   split_paths(folder_.write("in.stp", exchange_file(BOX_WITH_LID)), "Ω",
-              {.names = NameStyle::product});
+              {.assemblies = AssemblyStyle::classic, .names = NameStyle::product});
   EXPECT_TRUE(without_time_stamps(read_file("Ω/box.stp"))
                   .starts_with(output_begin("\\X2\\03A9\\X0\\/box.stp")));
-  split_paths("in.stp", "Ω");
+  split_paths("in.stp", "Ω", Options::classic());
   EXPECT_TRUE(without_time_stamps(read_file("Ω/#1_part.stp"))
                   .starts_with(output_begin(std::string("\\X2\\3A9\0\\X0\\/#1_part.stp", 24))));
 }

@@ -34,7 +34,7 @@ class ProgressTest : public testing::Test {
   /// The reports of a split of `in.stp`.
   std::vector<Progress> reports(const std::string& text) {
     std::vector<Progress> all;
-    Options options;
+    Options options = Options::classic();
     options.progress = [&](const Progress& progress) { all.push_back(progress); };
     split_paths(folder_.write("in.stp", text), "out", options);
     return all;
@@ -95,7 +95,7 @@ TEST_F(ProgressTest, ListeningChangesNothing) {
 TEST_F(ProgressTest, ExceptionOfTheHostEndsTheRunAtAnyStage) {
   folder_.write("in.stp", large_box(2));
   for (const Stage stage : {Stage::reading, Stage::sorting, Stage::writing}) {
-    Options options;
+    Options options = Options::classic();
     options.progress = [&](const Progress& progress) {
       if (progress.stage == stage && progress.done > 0) throw std::domain_error("enough");
     };
@@ -108,7 +108,8 @@ TEST_F(ProgressTest, ExceptionOfTheHostEndsTheRunAtAnyStage) {
 
 TEST(Split, SaysWhatIsInEachFile) {
   const ScratchFolder folder;
-  const auto files = split(folder.write("in.stp", exchange_file(BOX_WITH_LID)), "out");
+  const auto files =
+      split(folder.write("in.stp", exchange_file(BOX_WITH_LID)), "out", Options::classic());
   ASSERT_EQ(files.size(), 2u);
   EXPECT_EQ(files[0].path, "out/#1_part.stp");
   EXPECT_EQ(files[0].part, 3u);
@@ -125,7 +126,7 @@ TEST(Split, SizesAreThoseOfTheFilesWhereverALinkLeads) {
   folder.write("in.stp", exchange_file(BOX_WITH_LID));
   fs::create_directories("deep/er");
   fs::create_symlink("deep/er", "link");
-  const std::vector<WrittenFile> files = split("in.stp", "link/../out");
+  const std::vector<WrittenFile> files = split("in.stp", "link/../out", Options::classic());
   ASSERT_EQ(files.size(), 2u);
   EXPECT_EQ(files[0].path, "out/#1_part.stp");
   EXPECT_EQ(files[0].bytes, fs::file_size("deep/out/#1_part.stp"));
@@ -164,7 +165,8 @@ TEST(Split, GeneratedRootStandsForNoRecord) {
 
 TEST(Split, NothingToSplitIsAnEmptyList) {
   const ScratchFolder folder;
-  EXPECT_TRUE(split(folder.write("in.stp", exchange_file(LID_ALONE)), "out").empty());
+  EXPECT_TRUE(
+      split(folder.write("in.stp", exchange_file(LID_ALONE)), "out", Options::classic()).empty());
 }
 
 }  // namespace

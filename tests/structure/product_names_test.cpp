@@ -74,12 +74,12 @@ TEST(ProductNames, EqualNamesAreNumberedInTheOrderOfTheList) {
 
 TEST(ProductNames, PartWithoutUsableNameIsCalledAfterItsRecord) {
   EXPECT_EQ(named(assembly("'',''", "$,$", "'/*?','x'"), NameStyle::product),
-            "#3=#1_part.stp #6=#4_part.stp #9=#7_part.stp ");
+            "#3=part 1.stp #6=part 4.stp #9=part 7.stp ");
 }
 
-TEST(ProductNames, RecordNamesStayApartFromProductsOfThatName) {
-  EXPECT_EQ(named(assembly("'#4_part',''", "'',''", "'lid',''"), NameStyle::product),
-            "#3=#4_part.stp #6=#4_part (2).stp #9=lid.stp ");
+TEST(ProductNames, PartsWithoutNamesStayApartFromProductsOfThatName) {
+  EXPECT_EQ(named(assembly("'part 4',''", "'',''", "'lid',''"), NameStyle::product),
+            "#3=part 4.stp #6=part 4 (2).stp #9=lid.stp ");
 }
 
 TEST(ProductNames, DefinitionsOfOneProductShareItsName) {
@@ -115,7 +115,7 @@ TEST(ProductNames, NameOfARecordThatWasReplacedIsForgotten) {
                                             "#8=SHAPE_REPRESENTATION('a wheel',());\n"
                                             "#8=ORGANIZATION('us','','');\n",
                   NameStyle::product),
-            "#3=cart.stp #6=#8_part.stp root=Root.stp ");
+            "#3=cart.stp #6=part 8.stp root=Root.stp ");
 }
 
 TEST(ProductNames, PartWhoseChainBreaksOffHasNoName) {

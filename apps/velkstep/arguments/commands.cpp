@@ -7,6 +7,7 @@
 #include "arguments/options.h"
 #include "commands/check_command.h"
 #include "commands/diff_command.h"
+#include "commands/extract_command.h"
 #include "commands/info_command.h"
 #include "commands/join_command.h"
 #include "commands/report_command.h"
@@ -93,6 +94,41 @@ void add_join_command(CLI::App& app, Action& action) {
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
 
+void add_extract_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] =
+      add_command(app, action, extract, "extract",
+                  "Write a part or sub-assembly of IN, with all below it, as one file");
+  command->add_option("IN", arguments->in, "The exchange file; - reads standard input")->required();
+  CLI::Option* parts =
+      command
+          ->add_option("--part", arguments->parts,
+                       "The product's name or id, # and the number of its definition, or a path "
+                       "such as 'Desk lamp/Boom/Arm'; for several OUT is a folder")
+          ->type_name("WHAT")
+          ->expected(1)
+          ->take_all();
+  CLI::Option* out = command
+                         ->add_option("-o,--output", arguments->out,
+                                      "The file to write, or the folder for several files")
+                         ->type_name("OUT");
+  CLI::Option* bodies = command->add_flag(
+      "--bodies", arguments->bodies, "Write a file for each body of a part, OUT being a folder");
+  CLI::Option* list =
+      command->add_flag("--list", arguments->list, "List what can be extracted, and write nothing");
+  list->excludes(parts)->excludes(out)->excludes(bodies);
+  add_names_option(command, arguments->names);
+  command->add_flag("-f,--force", arguments->force, "Replace files that are there");
+  add_memory_limit_option(command, arguments->memory_limit);
+  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");
+  add_progress_option(command, arguments->progress);
+  command->add_flag("--json", arguments->json, "Print one line of JSON");
+  command->parse_complete_callback([parts, out, list] {
+    if (list->count() != 0) return;
+    if (parts->count() == 0) throw CLI::RequiredError("--part");
+    if (out->count() == 0) throw CLI::RequiredError("--output");
+  });
+}
+
 void add_tree_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, tree, "tree", "Show how the parts of each IN are put together");
@@ -150,6 +186,7 @@ void add_commands(CLI::App& app, Action& action) {
   add_diff_command(app, action);
   add_verify_command(app, action);
   add_join_command(app, action);
+  add_extract_command(app, action);
   add_tree_command(app, action);
   add_info_command(app, action);
   add_report_command(app, action);

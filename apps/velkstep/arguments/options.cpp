@@ -21,10 +21,10 @@ std::string fault_of_size(const std::string& size) {
 
 }  // namespace
 
-void add_names_option(CLI::App* command, Kessel::NameStyle& names) {
-  add_choice(command, "--names", names, NAME_STYLES,
-             "What files are called after: the number of the product's record (record), or the "
-             "product's name, in ASCII (product) or as it is (product-unicode)");
+CLI::Option* add_names_option(CLI::App* command, Kessel::NameStyle& names) {
+  return add_choice(command, "--names", names, NAME_STYLES,
+                    "What files are called after: the product's name, in ASCII (product) or as it "
+                    "is (product-unicode), or the number of its record (record)");
 }
 
 void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
@@ -68,10 +68,13 @@ void add_progress_option(CLI::App* command, ShowProgress& progress) {
 
 namespace {
 
-void add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies) {
-  add_choice(command, "--assemblies", assemblies, ASSEMBLY_STYLES,
-             "What an assembly's file holds: the whole structure below it (classic), that without "
-             "its components' geometry (lean), or what it takes to open by itself (nested)");
+CLI::Option* add_assemblies_option(CLI::App* command, Kessel::AssemblyStyle& assemblies) {
+  return add_choice(
+      command, "--assemblies", assemblies, ASSEMBLY_STYLES,
+      "What an assembly's file holds: what it takes to open by itself (nested), the whole "
+      "structure "
+      "below it without its components' geometry (lean), or as hosts of Kessel::Run have it "
+      "(classic)");
 }
 
 }  // namespace
@@ -88,11 +91,35 @@ void require_fit(const Kessel::Options& options) {
 
 }  // namespace
 
-void add_reading_option(CLI::App* command, Kessel::Reading& reading) {
-  add_choice(command, "--reading", reading, READINGS,
-             "How IN is cut into records: as ISO 10303-21 has it (standard), or as hosts of "
-             "Kessel::Run have it, at every \";\" (classic)");
+CLI::Option* add_reading_option(CLI::App* command, Kessel::Reading& reading) {
+  return add_choice(command, "--reading", reading, READINGS,
+                    "How IN is cut into records: as ISO 10303-21 has it (standard), or as hosts of "
+                    "Kessel::Run have it, at every \";\" (classic)");
 }
+
+namespace {
+
+/// Adds the options that choose how to split, each by itself or all for hosts at once.
+void add_style_options(CLI::App* command, Kessel::Options& options) {
+  CLI::Option* const assemblies = add_assemblies_option(command, options.assemblies);
+  CLI::Option* const names = add_names_option(command, options.names);
+  CLI::Option* const reading = add_reading_option(command, options.reading);
+  command
+      ->add_flag_callback(
+          "--classic",
+          [&options] {
+            const Kessel::Options classic = Kessel::Options::classic();
+            options.assemblies = classic.assemblies;
+            options.names = classic.names;
+            options.reading = classic.reading;
+          },
+          "Write the bytes that Kessel::Run writes: classic assemblies, names and reading")
+      ->excludes(assemblies)
+      ->excludes(names)
+      ->excludes(reading);
+}
+
+}  // namespace
 
 void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
   add_inputs(command, arguments.inputs, arguments.jobs,
@@ -103,12 +130,12 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
                    "The folder for the files, created as needed; of several inputs, for one folder "
                    "each. Without it, lamp.step is split into lamp")
       ->type_name("OUTDIR");
-  add_assemblies_option(command, arguments.options.assemblies);
-  add_names_option(command, arguments.options.names);
-  add_reading_option(command, arguments.options.reading);
+  add_style_options(command, arguments.options);
   add_memory_limit_option(command, arguments.options.memory_limit);
   command->add_flag("-f,--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");
+  command->add_flag("-n,--dry-run", arguments.dry_run,
+                    "Print what would be written, with sizes in bytes, and write nothing");
   command->add_flag("-q,--quiet", arguments.quiet, "Print nothing but errors");
   command->add_flag("--json", arguments.json,
                     "Print one line of JSON for each file in place of paths");

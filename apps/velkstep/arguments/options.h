@@ -18,10 +18,10 @@ namespace Velkstep {
 void add_split_arguments(CLI::App* command, SplitArguments& arguments);
 
 /// Adds `--names`, for commands that name files as a split would.
-void add_names_option(CLI::App* command, Kessel::NameStyle& names);
+CLI::Option* add_names_option(CLI::App* command, Kessel::NameStyle& names);
 
 /// Adds `--reading`, for commands that split.
-void add_reading_option(CLI::App* command, Kessel::Reading& reading);
+CLI::Option* add_reading_option(CLI::App* command, Kessel::Reading& reading);
 
 /// What is wrong with a count; empty for nothing. For checks of options.
 std::string fault_of_count(const std::string& count);

@@ -42,14 +42,6 @@ std::string joined_text(const JoinArguments& arguments, const Kessel::Joined& jo
          counted(joined.inputs.size(), "file", "files") + "\n";
 }
 
-int refuse_output(const Kessel::OutputError& error) {
-  if (error.reason() == std::errc::file_exists) {
-    return fail(error.path().string(),
-                "is there already; --force replaces it, unless it is an input");
-  }
-  return fail(error.path().string(), "cannot be written: " + error.reason().message());
-}
-
 }  // namespace
 
 int join(const JoinArguments& arguments) {
@@ -69,7 +61,7 @@ int join(const JoinArguments& arguments) {
     return fail(finding.line == 0 ? name : name + ":" + std::to_string(finding.line),
                 finding.sentence);
   } catch (const Kessel::OutputError& error) {
-    return refuse_output(error);
+    return fail_to_write(error);
   } catch (const std::exception& error) {
     return fail(arguments.root, reason_of(error));
   }

@@ -15,7 +15,7 @@ struct TreeArguments {
   std::size_t jobs = 0;
   // Deeper than products are; what is nested deeper gets too wide to read.
   std::size_t depth = 100;
-  Kessel::NameStyle names = Kessel::NameStyle::record;
+  Kessel::NameStyle names = Kessel::Options().names;
   bool json = false;
   bool dot = false;
   bool bom = false;

@@ -8,6 +8,7 @@
 
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/extract.h"
 #include "kessel/finding.h"
 #include "kessel/join.h"
 #include "kessel/options.h"
@@ -31,6 +32,13 @@ std::string verify_json(const Kessel::Verification& verification, const std::str
 /// called the file.
 std::string join_json(const Kessel::Joined& joined, const std::string& root,
                       const std::filesystem::path& out);
+
+/// What was extracted into which files.
+std::string extract_json(const std::vector<Kessel::ExtractedFile>& files, const std::string& input,
+                         const std::filesystem::path& out);
+
+/// What can be extracted.
+std::string parts_json(const std::vector<Kessel::NamedPart>& parts, const std::string& input);
 
 /// What differs between two files, with counts in place of records where it is a summary.
 std::string diff_json(const Kessel::Difference& difference, const std::string& a,

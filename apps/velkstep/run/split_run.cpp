@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <exception>
-#include <iostream>
+#include <optional>
 #include <system_error>
 
 #include "kessel/errors.h"
@@ -18,6 +18,9 @@
 #include "system/interruption.h"
 #include "system/patient_output.h"
 #include "system/staged_output.h"
+#include "system/temporary_folder.h"
+#include "text/counted.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -51,7 +54,9 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
                                             const SplitArguments& arguments, Warnings& warnings) {
   Kessel::Options options = arguments.options;
   warnings.listen(options);
-  options.folder_in_headers = false;
+  if (options.assemblies == Kessel::AssemblyStyle::classic) {
+    options.folder_in_headers = arguments.outdir;  // The library sees another one.
+  }
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = [&](const Kessel::Progress& progress) {
     throw_if_interrupted();
@@ -84,13 +89,37 @@ void refuse_to_replace_input(const std::vector<std::string>& names, const fs::pa
   }
 }
 
+/// The names of what a split writes that may be written, the root's file last. Throws where the
+/// split may not.
+std::vector<std::string> allowed_names(const FinishedSplit& split, const Delivery& delivery,
+                                       const SplitArguments& arguments) {
+  std::vector<std::string> names = in_order_of_arrival(split, delivery.more);
+  if (arguments.force) refuse_to_replace_input(names, arguments.outdir, split.input);
+  return names;
+}
+
+/// Prints what would be written, the root's file first, with sizes, and how much that is.
+int preview(const FinishedSplit& split, const Delivery& delivery, const SplitArguments& arguments) {
+  const std::vector<std::string> names = allowed_names(split, delivery, arguments);
+  refuse_what_is_there(arguments.outdir, names, arguments.force);
+  if (arguments.json) return print(delivery.text);
+  if (arguments.quiet) return EXIT_DONE;
+  std::uint64_t all = 0;
+  for (const std::string& name : names) all += fs::file_size(split.folder / name);
+  const std::string total = grouped(all);
+  std::string text;
+  for (auto name = names.rbegin(); name != names.rend(); ++name) {
+    text += padded_left(grouped(fs::file_size(split.folder / *name)), total.size()) + "  " +
+            shown_path(arguments.outdir, *name) + '\n';
+  }
+  return print(text + total + "  bytes in " + counted(names.size(), "file", "files") + '\n');
+}
+
 /// Moves the split's files into OUTDIR and prints what there is to say about them. If either fails,
 /// nothing has happened.
 int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArguments& arguments,
             StagedOutput& staged) {
-  const std::vector<std::string> names = in_order_of_arrival(split, delivery.more);
-  if (arguments.force) refuse_to_replace_input(names, arguments.outdir, split.input);
-  staged.publish(names, arguments.force);
+  staged.publish(allowed_names(split, delivery, arguments), arguments.force);
   try {
     write_patiently(STDOUT_FILENO, delivery.text);
   } catch (const Interrupted& interruption) {
@@ -119,15 +148,19 @@ int run_split(const SplitArguments& arguments,
   try {
     const Input input(arguments.in);
     hold_interruptions();
-    StagedOutput staged(arguments.outdir);
+    std::optional<StagedOutput> staged;
+    std::optional<TemporaryFolder> trial;
     FinishedSplit split;
     split.input = fs::absolute(input.path());
-    split.folder = staged.folder();
+    split.folder =
+        arguments.dry_run ? trial.emplace().path() : staged.emplace(arguments.outdir).folder();
     Warnings warnings;
     split.files = split_into(split.folder, split.input, arguments, warnings);
     split.has_root = fs::exists(split.folder / ROOTS_FILE);
     if (split.files.empty()) return EXIT_NOTHING_TO_SPLIT;  // The library has said why.
-    const int exit_code = deliver(split, prepare(split), arguments, staged);
+    const Delivery delivery = prepare(split);
+    const int exit_code =
+        staged ? deliver(split, delivery, arguments, *staged) : preview(split, delivery, arguments);
     if (exit_code == EXIT_DONE && !arguments.quiet) warnings.mention(arguments.in);
     return exit_code;
   } catch (const Interrupted&) {

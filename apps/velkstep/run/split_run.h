@@ -29,6 +29,7 @@ struct Delivery {
 std::string shown_path(const std::filesystem::path& outdir, const std::string& name);
 
 /// Splits into a fresh folder, calls `prepare` with that, moves everything into OUTDIR, and prints.
+/// A dry run does that in a temporary folder, and prints what would be moved.
 /// Whatever goes wrong is printed as one line, and leaves OUTDIR as it was. Returns the exit code.
 /// Throws `Interrupted`: then, too, OUTDIR is as it was, unless the signal is SIGPIPE.
 int run_split(const SplitArguments& arguments,

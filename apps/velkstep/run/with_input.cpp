@@ -9,6 +9,7 @@
 #include "kessel/errors.h"
 #include "run/exit_codes.h"
 #include "system/input.h"
+#include "system/interruption.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -39,6 +40,14 @@ int fail_at(const std::string& name, const Kessel::Finding& finding) {
               finding.sentence);
 }
 
+int fail_to_write(const Kessel::OutputError& error) {
+  if (error.reason() == std::errc::file_exists) {
+    return fail(error.path().string(),
+                "is there already; --force replaces it, unless it is an input");
+  }
+  return fail(error.path().string(), "cannot be written: " + error.reason().message());
+}
+
 std::string reason_of(const std::exception& error) {
   const auto* of_system = dynamic_cast<const std::system_error*>(&error);
   if (of_system != nullptr && of_system->code() == std::errc::not_enough_memory) {
@@ -63,6 +72,8 @@ template <class Run>
 int with_reasons(const std::string& argument, Run run) {
   try {
     return run();
+  } catch (const Interrupted&) {
+    throw;
   } catch (const Kessel::InputError& error) {
     return fail_at(shown_name(argument), error.finding());
   } catch (const std::exception& error) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "kessel/errors.h"
 #include "kessel/finding.h"
 
 namespace Velkstep {
@@ -17,6 +18,9 @@ int fail(std::string_view name, std::string_view reason);
 
 /// The same for what was found in the input NAME, with its line: "NAME:12: REASON".
 int fail_at(const std::string& name, const Kessel::Finding& finding);
+
+/// The same for an output that was to appear as a whole; OUT is its path.
+int fail_to_write(const Kessel::OutputError& error);
 
 /// Why something failed, in the words of fail().
 std::string reason_of(const std::exception& error);

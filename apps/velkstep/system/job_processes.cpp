@@ -1,5 +1,6 @@
 #include "system/job_processes.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/mman.h>

@@ -101,6 +101,16 @@ bool try_to_lock(const fs::path& folder, Descriptor& lock) {
 
 }  // namespace
 
+void refuse_what_is_there(const fs::path& outdir, const std::vector<std::string>& names,
+                          bool replace) {
+  for (const std::string& name : names) {
+    const auto there = status_of(outdir / name);
+    if (!there) continue;
+    if (is_folder(*there)) throw failure(outdir / name, "is a folder");
+    if (!replace) throw failure(outdir / name, "is there already; --force replaces it");
+  }
+}
+
 StagedOutput::StagedOutput(const fs::path& outdir)
     : reserve_(new char[MEMORY_TO_REMOVE]), shown_(outdir), outdir_(resolved(outdir)) {
   const auto there = status_of(outdir_);
@@ -133,25 +143,16 @@ StagedOutput::~StagedOutput() {
 
 void StagedOutput::publish(const std::vector<std::string>& names, bool replace) {
   throw_if_interrupted();
-  refuse_what_is_there(names, replace);
+  refuse_what_is_there(shown_, names, replace);
   if (publish_as_folder(names)) return;
   lock_outdir();
-  refuse_what_is_there(names, replace);
+  refuse_what_is_there(shown_, names, replace);
   publish_one_by_one(names);
 }
 
 void StagedOutput::keep() {
   kept_ = true;
   above_.keep();
-}
-
-void StagedOutput::refuse_what_is_there(const std::vector<std::string>& names, bool replace) const {
-  for (const std::string& name : names) {
-    const auto there = status_of(outdir_ / name);
-    if (!there) continue;
-    if (is_folder(*there)) throw failure(shown_ / name, "is a folder");
-    if (!replace) throw failure(shown_ / name, "is there already; --force replaces it");
-  }
 }
 
 /// Until the files are in place and kept, no other process publishes in the output folder.

@@ -26,6 +26,11 @@ class UnusableOutput : public std::runtime_error {
   std::filesystem::path path_;
 };
 
+/// Throws `UnusableOutput` where there is something of one of these names in `outdir`, and, where
+/// `replace` is set, where it is a folder.
+void refuse_what_is_there(const std::filesystem::path& outdir,
+                          const std::vector<std::string>& names, bool replace);
+
 /// A fresh folder on the file system of an output folder, whose files move there at the end. It is
 /// beside the output folder where that can be, and in it otherwise, with a name that begins with a
 /// dot. Until `keep` is called, its end leaves the output folder as it was.
@@ -59,7 +64,6 @@ class StagedOutput {
   void keep();
 
  private:
-  void refuse_what_is_there(const std::vector<std::string>& names, bool replace) const;
   void lock_outdir();
   bool publish_as_folder(const std::vector<std::string>& names);
   bool replace_outdir();

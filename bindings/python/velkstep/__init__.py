@@ -9,26 +9,51 @@ from __future__ import annotations
 
 import os
 import pathlib
-from typing import Callable, Literal, Optional, Union
+from typing import Callable, Literal, Optional, TypedDict, Union
 
 from . import _velkstep
-from .errors import InputError, OutputError
-from .shapes import Difference, Info, Joined, Tree
+from .errors import InputError, OutputError, PartError
+from .shapes import Difference, Extracted, Info, Joined, Tree
 
-__all__ = ["InputError", "OutputError", "diff", "info", "join", "split", "tree"]
+__all__ = [
+    "CLASSIC",
+    "InputError",
+    "OutputError",
+    "PartError",
+    "diff",
+    "extract",
+    "info",
+    "join",
+    "split",
+    "tree",
+]
 
 StrPath = Union[str, "os.PathLike[str]"]
 Assemblies = Literal["classic", "lean", "nested"]
 Names = Literal["record", "product", "product-unicode"]
+Reading = Literal["standard", "classic"]
 Stage = Literal["reading", "sorting", "writing"]
 Progress = Callable[[Stage, int, int], object]
+
+
+class Choices(TypedDict):
+    """What `split` can be told about its files."""
+
+    assemblies: Assemblies
+    names: Names
+    reading: Reading
+
+
+CLASSIC: Choices = {"assemblies": "classic", "names": "record", "reading": "classic"}
+"""The choices with which `split(input, outdir, **CLASSIC)` writes the bytes that Kessel::Run writes."""
 
 
 def split(
     input: StrPath,
     outdir: StrPath,
-    assemblies: Assemblies = "lean",
+    assemblies: Assemblies = "nested",
     names: Names = "product",
+    reading: Reading = "standard",
     progress: Optional[Progress] = None,
 ) -> list[pathlib.Path]:
     """Splits the file `input` into files under `outdir`, and returns their paths, the root's first.
@@ -43,10 +68,14 @@ def split(
     and comes out of it unchanged, and so does KeyboardInterrupt without any progress function; what
     was written until then is in the files.
 
-    Raises InputError, OutputError, MemoryError; ValueError for a style that there is not and for an
+    `assemblies` is what an assembly's file holds, `names` what files are called after, `reading` how
+    the input is cut into records; "classic" is for the assemblies "classic" only. CLASSIC has all
+    three for hosts of Kessel::Run.
+
+    Raises InputError, OutputError, MemoryError; ValueError for a choice that there is not, and for an
     `outdir` that is not UTF-8.
     """
-    return _velkstep.split(input, outdir, assemblies, names, progress)
+    return _velkstep.split(input, outdir, assemblies, names, reading, progress)
 
 
 def tree(input: StrPath, names: Names = "product") -> Tree:
@@ -64,6 +93,30 @@ def info(input: StrPath) -> Info:
     Raises InputError and MemoryError.
     """
     return _velkstep.info(input)
+
+
+def extract(
+    input: StrPath,
+    part: Union[str, list[str]],
+    out: StrPath,
+    bodies: bool = False,
+    names: Names = "product",
+    replace: bool = False,
+    progress: Optional[Progress] = None,
+) -> Extracted:
+    """Writes one part or sub-assembly of `input`, with all below it, as the file `out`.
+
+    `part` is a product's name or id, "#" and the number of its definition, or a path from a top of
+    the structure, "Desk lamp/Boom/Arm". For a list of parts, or with `bodies`, which gives a file for
+    each body of a part, `out` is a folder, in which files are called as `names` says. Returns what
+    `velkstep extract --json` prints. Files appear when all of them are finished; what is there already
+    is replaced only with `replace`. `progress` is as that of split.
+
+    Raises PartError for a name that no part has, or several; InputError, OutputError, MemoryError.
+    """
+    parts = [part] if isinstance(part, str) else list(part)
+    is_folder = bodies or not isinstance(part, str)
+    return _velkstep.extract(input, parts, out, is_folder, bodies, names, replace, progress)
 
 
 def join(

@@ -2,7 +2,7 @@ import os
 import pathlib
 from typing import Callable, Optional, Union
 
-from .shapes import Difference, Info, Joined, Tree
+from .shapes import Difference, Extracted, Info, Joined, Tree
 
 _StrPath = Union[str, "os.PathLike[str]"]
 
@@ -11,6 +11,7 @@ def split(
     outdir: _StrPath,
     assemblies: str,
     names: str,
+    reading: str,
     progress: Optional[Callable[..., object]],
 ) -> list[pathlib.Path]: ...
 def tree(input: _StrPath, names: str) -> Tree: ...
@@ -22,6 +23,16 @@ def join(
     follow_outside: bool,
     progress: Optional[Callable[..., object]],
 ) -> Joined: ...
+def extract(
+    input: _StrPath,
+    parts: list[str],
+    out: _StrPath,
+    is_folder: bool,
+    bodies: bool,
+    names: str,
+    replace: bool,
+    progress: Optional[Callable[..., object]],
+) -> Extracted: ...
 def diff(
     a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]
 ) -> Difference: ...

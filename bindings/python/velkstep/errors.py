@@ -3,6 +3,10 @@
 from __future__ import annotations
 
 import pathlib
+from typing import TYPE_CHECKING
+
+if TYPE_CHECKING:
+    from .shapes import NamedPart
 
 
 class InputError(RuntimeError):
@@ -32,6 +36,20 @@ class InputError(RuntimeError):
     def __str__(self) -> str:
         place = str(self.path) if self.line is None else f"{self.path}:{self.line}"
         return f"{place}: {self.sentence}"
+
+
+class PartError(LookupError):
+    """A name that no part has, or several; nothing was written."""
+
+    def __init__(self, sentence: str, candidates: list[NamedPart]) -> None:
+        super().__init__(sentence, candidates)
+        self.sentence = sentence
+        """What is wrong, in English, with the candidates."""
+        self.candidates = candidates
+        """The parts of that name, or those with the most similar names."""
+
+    def __str__(self) -> str:
+        return self.sentence
 
 
 class OutputError(RuntimeError):

@@ -174,6 +174,33 @@ class Finding(TypedDict):
     file: str
 
 
+class NamedPart(TypedDict):
+    """A part that can be extracted."""
+
+    record: int
+    id: str
+    name: str
+    path: str
+
+
+class ExtractedFile(NamedPart):
+    """A file with a part, or with a body of one."""
+
+    file: str
+    body: int | None
+    records: int
+    bytes: int
+
+
+class Extracted(TypedDict):
+    """What was extracted from a file."""
+
+    format: int
+    input: str
+    output: str
+    files: list[ExtractedFile]
+
+
 class Joined(TypedDict):
     """What was joined from which files."""
 

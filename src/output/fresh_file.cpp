@@ -1,4 +1,4 @@
-#include "join/fresh_file.h"
+#include "output/fresh_file.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -51,6 +51,12 @@ FreshFile::~FreshFile() {
 }
 
 void FreshFile::close() {
+  if (!stream_.is_open()) {
+    std::error_code error;
+    size_ = std::filesystem::file_size(path_, error);
+    if (!error_) error_ = error;
+    return;
+  }
   if (stream_) {
     errno = 0;
     size_ = static_cast<std::uint64_t>(stream_.tellp());

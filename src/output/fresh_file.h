@@ -20,6 +20,8 @@ class FreshFile {
 
   const std::filesystem::path& path() const { return path_; }
   std::ostream& stream() { return stream_; }
+  /// Leaves the writing to others, who open the file by its path.
+  void hand_over() { stream_.close(); }
 
   /// Ends the writing.
   void close();

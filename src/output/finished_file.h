@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <ostream>
 
-#include "join/fresh_file.h"
+#include "output/fresh_file.h"
 
 namespace Kessel {
 
@@ -17,6 +17,12 @@ class FinishedFile {
   FinishedFile(const std::filesystem::path& path, bool replace);
 
   std::ostream& stream() { return fresh_.stream(); }
+  /// In place of the stream: where others are to write it. They must have closed it before
+  /// finish().
+  const std::filesystem::path& hand_over() {
+    fresh_.hand_over();
+    return fresh_.path();
+  }
 
   /// Closes the file and moves it to its place. Throws OutputError where it was not written whole,
   /// or, without `replace`, where there is something by now. Returns its size in bytes.

@@ -1,4 +1,4 @@
-#include "join/finished_file.h"
+#include "output/finished_file.h"
 
 #include <system_error>
 

@@ -1,5 +1,4 @@
-// Reads a file with what it draws.
-#include "kessel/drawing.h"
+#include "inspection/drawn_file.h"
 
 #include <string>
 #include <system_error>
@@ -8,7 +7,6 @@
 #include "findings/finding_kinds.h"
 #include "geometry/draw_products.h"
 #include "inspection/assembly.h"
-#include "inspection/inspected_file.h"
 #include "instances/loader.h"
 #include "kessel/errors.h"
 
@@ -68,22 +66,24 @@ DrawnPart draw_generated_root(const Products& products, const std::vector<DrawnP
 
 }  // namespace
 
-Drawing read_drawing(const std::filesystem::path& in, const DrawingOptions& drawing,
+DrawnFile::DrawnFile(const std::filesystem::path& in, const DrawingOptions& fineness,
                      const Options& options) {
-  InspectedFile file;
   Geometry::GeometryRecords records(file.instances);
   DrawingLoader loader(file.instances, records, options, size_of(in));
   file.read(in, options, loader);
-  Drawing result;
-  result.assembly = assembly_of(file, options);
+  drawing.assembly = assembly_of(file, options);
   const std::size_t count = file.products.products.size();
-  result.parts = Geometry::draw_products(records, file.products, drawing, [&](std::size_t done) {
+  drawing.parts = Geometry::draw_products(records, file.products, fineness, [&](std::size_t done) {
     if (options.progress) options.progress({Stage::sorting, done, count});
   });
-  if (result.assembly.parts.size() > count) {
-    result.parts.push_back(draw_generated_root(file.products, result.parts));
+  if (drawing.assembly.parts.size() > count) {
+    drawing.parts.push_back(draw_generated_root(file.products, drawing.parts));
   }
-  return result;
+}
+
+Drawing read_drawing(const std::filesystem::path& in, const DrawingOptions& drawing,
+                     const Options& options) {
+  return std::move(DrawnFile(in, drawing, options).drawing);
 }
 
 }  // namespace Kessel

@@ -1,0 +1,107 @@
+#include "commands/extract_command.h"
+
+#include <algorithm>
+#include <array>
+#include <system_error>
+
+#include "json/documents.h"
+#include "kessel/errors.h"
+#include "kessel/extract.h"
+#include "run/exit_codes.h"
+#include "run/warnings.h"
+#include "run/with_input.h"
+#include "system/interruption.h"
+#include "text/counted.h"
+#include "text/terminal.h"
+
+namespace Velkstep {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Whether OUT is to be a folder.
+bool is_folder(const ExtractArguments& arguments) {
+  std::error_code ignored;
+  return arguments.parts.size() > 1 || arguments.bodies || !arguments.out.has_filename() ||
+         fs::is_directory(arguments.out, ignored);
+}
+
+std::vector<Kessel::ExtractedFile> extract_from(const fs::path& in,
+                                                const ExtractArguments& arguments,
+                                                Warnings& warnings) {
+  Kessel::ExtractOptions options;
+  options.memory_limit = arguments.memory_limit;
+  options.names = arguments.names;
+  options.bodies = arguments.bodies;
+  options.replace = arguments.force;
+  options.warning = [&](const Kessel::Finding& finding) { warnings.add(finding); };
+  ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
+  options.progress = [&](const Kessel::Progress& progress) {
+    throw_if_interrupted();
+    bar.show(progress);
+  };
+  if (is_folder(arguments)) {
+    return Kessel::extract_each(in, arguments.parts, arguments.out, options);
+  }
+  return {Kessel::extract(in, arguments.parts.front(), arguments.out, options)};
+}
+
+std::string extracted_text(const std::vector<Kessel::ExtractedFile>& files) {
+  std::string text;
+  for (const Kessel::ExtractedFile& file : files) {
+    text += file.path.string() + ": " + counted(file.records, "record", "records") + "\n";
+  }
+  return text;
+}
+
+/// A table: number, name, id, path.
+std::string list_text(const std::vector<Kessel::NamedPart>& parts) {
+  using Row = std::array<std::string, 4>;
+  std::vector<Row> rows{{"Number", "Name", "Id", "Path"}};
+  for (const Kessel::NamedPart& part : parts) {
+    rows.push_back({"#" + std::to_string(part.record), printable(part.name), printable(part.id),
+                    printable(part.path)});
+  }
+  std::array<std::size_t, 3> widths{};
+  for (const Row& row : rows) {
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+      widths[i] = std::max(widths[i], display_width(row[i]));
+    }
+  }
+  std::string text;
+  for (const Row& row : rows) {
+    for (std::size_t i = 0; i < widths.size(); ++i) text += padded_right(row[i], widths[i]) + "  ";
+    text += row.back() + "\n";
+  }
+  return text;
+}
+
+int list(const ExtractArguments& arguments, const fs::path& in) {
+  Kessel::ExtractOptions options;
+  options.memory_limit = arguments.memory_limit;
+  const std::vector<Kessel::NamedPart> parts = Kessel::read_parts(in, options);
+  return print(arguments.json ? parts_json(parts, arguments.in) : list_text(parts));
+}
+
+}  // namespace
+
+int extract(const ExtractArguments& arguments) {
+  return with_input(arguments.in, [&](const fs::path& in) {
+    if (arguments.list) return list(arguments, in);
+    hold_interruptions();
+    try {
+      Warnings warnings;
+      const std::vector<Kessel::ExtractedFile> files = extract_from(in, arguments, warnings);
+      if (!arguments.quiet) warnings.mention(arguments.in);
+      if (arguments.json) return print(extract_json(files, arguments.in, arguments.out));
+      return arguments.quiet ? EXIT_DONE : print(extracted_text(files));
+    } catch (const Kessel::OutputError& error) {
+      return fail_to_write(error);
+    } catch (const Kessel::PartError& error) {
+      return fail(shown_name(arguments.in), printable(error.what()));
+    }
+  });
+}
+
+}  // namespace Velkstep

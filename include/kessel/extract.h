@@ -1,0 +1,117 @@
+// Takes parts out of an exchange file.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "kessel/export.h"
+#include "kessel/finding.h"
+#include "kessel/options.h"
+
+namespace Kessel {
+
+/// Choices for extracting. The input is read as the standard has it (Reading::standard).
+struct ExtractOptions {
+  /// Bytes that may be kept of the input; as Options::memory_limit.
+  std::uint64_t memory_limit = Options::NO_LIMIT;
+  /// What files are called, where several are asked for: as a split calls them.
+  NameStyle names = NameStyle::product;
+  /// Whether each of the part's own bodies gets a file: every solid, shell, surface model or mapped
+  /// item (ISO 10303-42, -43) among the items of its shape representations. For extract_each().
+  bool bodies = false;
+  /// Whether an output that is there already is replaced.
+  bool replace = false;
+  /// Told how far it has come, as Options::progress; sorting and writing come again for each part.
+  std::function<void(const Progress&)> progress = {};
+  /// Told what a person should know about the input or the result, as Options::warning.
+  std::function<void(const Finding&)> warning = {};
+};
+
+/// What can be extracted: a product definition (ISO 10303-41) that has a shape or a place in the
+/// structure. Texts are UTF-8.
+struct NamedPart {
+  std::uint64_t record = 0;  ///< the definition's instance number
+  std::string id;            ///< the product's id
+  std::string name;          ///< the product's name
+  /// Names from a top of the structure down to it, "Desk lamp/Boom/Arm"; where a product has no
+  /// name, its id, or else "#" and its number. The first of several paths.
+  std::string path;
+};
+
+/// A name that no part has, or several.
+class KESSEL_EXPORT PartError : public std::runtime_error {
+ public:
+  /// `what()` is a sentence, UTF-8, with the candidates in it.
+  PartError(const std::string& sentence, std::vector<NamedPart> candidates);
+  PartError(const PartError&);
+  PartError& operator=(const PartError&) = delete;
+  ~PartError() override;
+
+  /// The parts that have the name; or, where none has it, those with the most similar names.
+  const std::vector<NamedPart>& candidates() const;
+
+ private:
+  std::vector<NamedPart> candidates_;
+};
+
+/// A file that was written.
+struct ExtractedFile {
+  std::filesystem::path path;
+  NamedPart part;
+  std::uint64_t body = 0;     ///< instance number of its only body; 0 where it has all
+  std::uint64_t records = 0;  ///< in the file
+  std::uint64_t bytes = 0;    ///< of the file
+};
+
+/// Reads what can be extracted from the exchange file `in`, in the order of the file. Throws as
+/// read_assembly() does. Of the options the memory limit counts.
+KESSEL_EXPORT std::vector<NamedPart> read_parts(const std::filesystem::path& in,
+                                                const ExtractOptions& options = {});
+
+/// Writes one product of the exchange file `in` with all below it, as the one exchange file `out`,
+/// which refers to no other.
+///
+/// `part` (UTF-8) is "#" and the instance number of its definition; or the name or id of its
+/// product; or, where no product is called so, a path: names, ids or such numbers from a top of the
+/// structure down to it, with "/" between them.
+///
+/// The file holds all that belongs to the product and its components, direct and indirect: their
+/// definitions, usages, shapes, bodies, and what leads to those or is needed by them, such as
+/// styles, layers, properties, annotations and management data. Lists that speak of many things
+/// (layers, approvals, styled items) keep those that stand in the file. Nothing of any other
+/// product is in it: a record that needs such, like a colour that an assembly above gives to a face
+/// in its own context, stays behind, and so do the usages of the product itself. What belongs to no
+/// product stays behind, too, unless the product is the only top of the structure: then the file
+/// holds all that the input holds. Every record has the text that it has in the input, numbered
+/// anew from 1.
+///
+/// `out` appears when it is finished, or not at all; it is written beside itself under another name
+/// that begins with a dot. Prints nothing. Time and memory are those of a split.
+///
+/// Throws `std::invalid_argument` "Failed to open input file.", `PartError` where `part` names no
+/// part or several, `InputError` for an input that cannot be read, or that was changed meanwhile;
+/// `OutputError` where `out` cannot be written, is there already and not to be replaced, is a
+/// folder, or is the input; and `std::bad_alloc`.
+KESSEL_EXPORT ExtractedFile extract(const std::filesystem::path& in, const std::string& part,
+                                    const std::filesystem::path& out,
+                                    const ExtractOptions& options = {});
+
+/// Does the same for each of `parts`, in the order in which they are named, a product that is named
+/// twice once. The files stand in the folder `outdir`, which is created as needed, under the names
+/// that a split would give them. They appear when all of them are finished. Each costs a further
+/// reading of the input.
+///
+/// With `ExtractOptions::bodies` there is a file for each body of each part instead, "Arm body
+/// 1.stp", "Arm body 2.stp", ... for "Arm.stp", with the part's product, definition and placements
+/// and what belongs to that body, without components; `PartError` is thrown for a part without one.
+KESSEL_EXPORT std::vector<ExtractedFile> extract_each(const std::filesystem::path& in,
+                                                      const std::vector<std::string>& parts,
+                                                      const std::filesystem::path& outdir,
+                                                      const ExtractOptions& options = {});
+
+}  // namespace Kessel

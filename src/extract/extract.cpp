@@ -1,0 +1,60 @@
+// The entry points of hosts.
+#include "kessel/extract.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "extract/extraction.h"
+#include "extract/fresh_folder.h"
+#include "extract/part_names.h"
+#include "inspection/inspected_file.h"
+
+namespace Kessel {
+
+namespace fs = std::filesystem;
+
+std::vector<NamedPart> read_parts(const fs::path& in, const ExtractOptions& options) {
+  Options reading;
+  reading.memory_limit = options.memory_limit;
+  const InspectedFile file(in, reading);
+  const PartNames names(file.instances, file.products);
+  std::vector<NamedPart> parts;
+  for (ProductId product = 0; product < file.products.products.size(); ++product) {
+    parts.push_back(names[product]);
+  }
+  return parts;
+}
+
+ExtractedFile extract(const fs::path& in, const std::string& part, const fs::path& out,
+                      const ExtractOptions& options) {
+  Extraction extraction(in, options);
+  extraction.write(extraction.find(part), out);
+  return extraction.finish().front();
+}
+
+std::vector<ExtractedFile> extract_each(const fs::path& in, const std::vector<std::string>& parts,
+                                        const fs::path& outdir, const ExtractOptions& options) {
+  std::optional<FreshFolder> folder;  // Goes behind the files in it.
+  Extraction extraction(in, options);
+  std::vector<ProductId> products;
+  for (const std::string& part : parts) {
+    const ProductId product = extraction.find(part);
+    if (std::find(products.begin(), products.end(), product) == products.end()) {
+      products.push_back(product);
+    }
+  }
+  if (options.bodies) {
+    for (const ProductId product : products) extraction.require_bodies(product);
+  }
+  folder.emplace(outdir);
+  for (const ProductId product : products) {
+    if (options.bodies) {
+      extraction.write_bodies(product, outdir);
+    } else {
+      extraction.write(product, outdir / extraction.file_name(product));
+    }
+  }
+  return extraction.finish();
+}
+
+}  // namespace Kessel

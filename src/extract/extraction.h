@@ -1,0 +1,71 @@
+// Takes parts out of one file, step by step.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "extract/part_names.h"
+#include "instances/instances.h"
+#include "kessel/extract.h"
+#include "naming/unique_names.h"
+#include "output/finished_file.h"
+#include "output/input_stamp.h"
+#include "placement/placement.h"
+#include "products/products.h"
+
+namespace Kessel {
+
+/// One input, read once, and the files that are made of it. What its functions throw is what
+/// extract() throws; files that were not finished are gone with it.
+class Extraction {
+ public:
+  /// Reads the input. Both arguments must outlive it.
+  Extraction(const std::filesystem::path& in, const ExtractOptions& options);
+
+  ProductId find(const std::string& part) const { return names_->find(part); }
+  /// Throws PartError where the product has no bodies of its own.
+  void require_bodies(ProductId product) const;
+
+  /// What a split calls the product's file.
+  std::filesystem::path file_name(ProductId product);
+
+  /// Writes the product and all below it, for `out`.
+  void write(ProductId product, const std::filesystem::path& out);
+  /// Writes a file for each of its bodies, for `outdir`.
+  void write_bodies(ProductId product, const std::filesystem::path& outdir);
+
+  /// Moves all files to their places.
+  std::vector<ExtractedFile> finish();
+
+ private:
+  /// A file of a placement that is to be written.
+  struct Asked {
+    FileId file;
+    std::filesystem::path out;
+  };
+  void load();
+  void name_files();
+  void write_files(ProductId product, const Placement& placement, const std::vector<Asked>& asked);
+  void warn(const Placement& placement, const std::vector<Asked>& asked);
+  Placement place(FilePlan plan);
+
+  const std::filesystem::path& path_;
+  const ExtractOptions& options_;
+  Options split_options_;  // the same as far as they matter to a split
+  InputStamp stamp_;
+  std::ifstream in_;
+  Instances instances_;
+  Products products_;
+  std::optional<PartNames> names_;
+  std::vector<std::filesystem::path> file_names_;  // by product, once they are wanted
+  UniqueNames body_names_;
+  std::vector<std::unique_ptr<FinishedFile>> finished_;
+  std::vector<ExtractedFile> files_;
+};
+
+}  // namespace Kessel

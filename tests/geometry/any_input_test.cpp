@@ -1,0 +1,160 @@
+// What holds for every input: moved products have moved lines, and junk ends in counts.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <functional>
+#include <iterator>
+#include <numbers>
+#include <random>
+#include <string_view>
+
+#include "geometry/drawn_text.h"
+#include "kessel/errors.h"
+
+namespace Kessel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string example() {
+  std::ifstream in(PROJECT_FOLDER "/examples/desk-lamp.step", std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+Drawing draw_file(const std::string& text, const DrawingOptions& options = {},
+                  const Options& reading = {}) {
+  const ScratchFolder folder;
+  std::ofstream(folder / "in.stp", std::ios::binary) << text;
+  return read_drawing(folder / "in.stp", options, reading);
+}
+
+/// Replaces the coordinates behind each `keyword`.
+std::string with_moved(const std::string& text, std::string_view keyword,
+                       const std::function<Point3(const Point3&)>& move) {
+  std::string moved;
+  std::size_t at = 0;
+  for (std::size_t begin; (begin = text.find(keyword, at)) != std::string::npos;) {
+    begin = text.find(",(", begin) + 2;
+    const std::size_t end = text.find("))", begin);
+    const char* number = text.c_str() + begin;
+    Point3 point{};
+    for (double& coordinate : point) {
+      char* behind = nullptr;
+      coordinate = std::strtod(number, &behind);
+      number = behind + 1;
+    }
+    point = move(point);
+    char written[100];
+    std::snprintf(written, sizeof written, "%.17E,%.17E,%.17E", point[0], point[1], point[2]);
+    moved += text.substr(at, begin - at) + written;
+    at = end;
+  }
+  return moved + text.substr(at);
+}
+
+TEST(AnyInput, MovedProductsHaveMovedLines) {
+  const double c = std::cos(0.7);
+  const double s = std::sin(0.7);
+  const auto turn = [&](const Point3& p) {
+    const Point3 around_z{c * p[0] - s * p[1], s * p[0] + c * p[1], p[2]};
+    return Point3{around_z[0], c * around_z[1] - s * around_z[2],
+                  s * around_z[1] + c * around_z[2]};
+  };
+  const auto move = [&](const Point3& p) {
+    const Point3 turned = turn(p);
+    return Point3{turned[0] + 10, turned[1] - 20, turned[2] + 30};
+  };
+  const std::string text = example();
+  const DrawingOptions fineness{.tolerance_metres = 1e-5};
+  const Drawing before = draw_file(text, fineness);
+  const Drawing after = draw_file(
+      with_moved(with_moved(text, "= CARTESIAN_POINT(", move), "= DIRECTION(", turn), fineness);
+  ASSERT_EQ(after.parts.size(), before.parts.size());
+  for (std::size_t i = 0; i < before.parts.size(); ++i) {
+    ASSERT_EQ(after.parts[i].points.size(), before.parts[i].points.size());
+    for (std::size_t k = 0; k < before.parts[i].points.size(); ++k) {
+      ASSERT_LE(distance(after.parts[i].points[k], move(before.parts[i].points[k])), 1e-9);
+    }
+  }
+}
+
+TEST(AnyInput, GivesTheSameTwice) {
+  const Drawing one = draw_file(example());
+  const Drawing other = draw_file(example());
+  ASSERT_EQ(one.parts.size(), other.parts.size());
+  for (std::size_t i = 0; i < one.parts.size(); ++i) {
+    EXPECT_EQ(one.parts[i].points, other.parts[i].points);
+  }
+}
+
+/// A text whose numbers, names and values were exchanged here and there.
+std::string mutated(std::string text, std::uint32_t seed) {
+  static const char* const VALUES[] = {"$",       "*",      "0.", "-1.",        "1.E308",
+                                       "1.E-308", "NAN",    "()", ".T.",        ".F.",
+                                       "#1",      "#99999", "''", "4294967295", "9.E99"};
+  std::mt19937 random(seed);
+  const auto below = [&](std::size_t end) { return random() % end; };
+  const std::size_t data = text.find("DATA;");
+  for (int i = 0; i < 60; ++i) {
+    std::size_t begin = data + below(text.size() - data);
+    begin = text.find_first_of(",(", begin);
+    if (begin == std::string::npos) continue;
+    const std::size_t end = text.find_first_of(",();", begin + 1);
+    if (end == std::string::npos) continue;
+    if (below(2) == 0) {
+      text.replace(begin + 1, end - begin - 1, VALUES[below(std::size(VALUES))]);
+    } else {
+      const std::string number = "#" + std::to_string(1 + below(1340));
+      text.replace(begin + 1, end - begin - 1, number);
+    }
+  }
+  return text;
+}
+
+TEST(AnyInput, OfJunkEndsWithFinitePoints) {
+  const std::string text = example();
+  std::uint64_t dropped = 0;
+  for (std::uint32_t seed = 0; seed < 150; ++seed) {
+    try {
+      const Drawing drawing = draw_file(mutated(text, seed), {.most_points = 100'000});
+      ASSERT_EQ(drawing.parts.size(), drawing.assembly.parts.size());
+      for (const DrawnPart& part : drawing.parts) {
+        dropped += part.dropped;
+        for (const DrawnLine& line : part.lines) {
+          ASSERT_GE(line.count, 2u);
+          ASSERT_LE(line.first + line.count, part.points.size());
+        }
+        for (const Point3& point : part.points) {
+          ASSERT_TRUE(std::all_of(point.begin(), point.end(), [](double c) {
+            return std::isfinite(c);
+          })) << seed;
+        }
+      }
+      if (!drawing.parts.empty()) whole_box(drawing, drawing.assembly.roots.at(0));
+    } catch (const InputError&) {
+      // What is no exchange file any more is told as by every other reading.
+    }
+  }
+  EXPECT_GT(dropped, 100u);
+}
+
+TEST(AnyInput, AboveTheMemoryLimitIsRefused) {
+  EXPECT_THROW(draw_file(example(), {}, {.memory_limit = 20'000}), InputError);
+  EXPECT_NO_THROW(draw_file(example(), {}, {.memory_limit = 2'000'000}));
+}
+
+TEST(AnyInput, TellsHowFarItHasCome) {
+  std::vector<Progress> told;
+  const Options options{.progress = [&](const Progress& progress) { told.push_back(progress); }};
+  const Drawing drawing = draw_file(example(), {}, options);
+  ASSERT_FALSE(told.empty());
+  EXPECT_EQ(told.front().stage, Stage::reading);
+  EXPECT_EQ(told.back().stage, Stage::sorting);
+  EXPECT_EQ(told.back().done, drawing.parts.size());
+  EXPECT_EQ(told.back().total, drawing.parts.size());
+}
+
+}  // namespace
+}  // namespace Kessel::test
