@@ -21,11 +21,8 @@ struct SplitArguments {
   bool force = false;
   bool quiet = false;
   bool json = false;
-<<<<<<< HEAD
   bool pictures = true;  ///< whether a report shows the parts
-=======
   bool dry_run = false;
->>>>>>> main
   ShowProgress progress = ShowProgress::automatic;
 };
 
