@@ -4,13 +4,12 @@
 #include <string>
 
 #include "model/store.h"
+#include "split_list/split_root.h"
 
 namespace Kessel {
 
-/// Its name, in the working directory.
-inline constexpr const char* ROOT_LIST = "roots.txt";
-
-/// Writes it: one line with the name. False where that fails, which errno tells more about.
+/// Writes it into the working directory: one line with the name. False where that fails, which
+/// errno tells more about.
 bool write_root_list(const std::string& name);
 
 /// Writes it where there is a root. A failure is noted and does not end the run.
