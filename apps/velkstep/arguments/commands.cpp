@@ -213,6 +213,8 @@ void add_report_command(CLI::App& app, Action& action) {
       add_command(app, action, report, "report",
                   "Split each IN, and write a page about its parts, report.html");
   add_split_arguments(command, *arguments);
+  command->add_flag("!--no-pictures", arguments->pictures,
+                    "Leave out the drawings of the parts, their boxes and colours");
 }
 
 }  // namespace
