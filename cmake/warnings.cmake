@@ -7,6 +7,8 @@ endif()
 # Braces around each std::array inside a table say nothing.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   add_compile_options(-Wno-missing-braces)
+  # GCC's -Wconversion leaves signs alone in C++.
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-sign-conversion>)
 endif()
 if(VELKSTEP_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all

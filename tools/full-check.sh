@@ -3,8 +3,10 @@
 # called resolved: tools/full-check.sh [STEP]...
 #   lint         clang-tidy over all sources, each by itself
 #   alone        every source compiles by itself, with g++ and with clang-14
-#   exhaustive   large real assemblies, in every style, read back by the CAD kernel
-#   random       10,000 random files as the plain splitter splits them
+#   exhaustive   large real assemblies, in every style, read back by the CAD kernel; the library alone
+#   sanitizers   every test, those of the command line too, under GCC's sanitizers
+#   random       10,000 random files as the plain splitter splits them, and ten times the usual
+#                number of inputs for each test that makes its own
 #   fuzz         each fuzzer for VELKSTEP_FUZZ_SECONDS (an hour)
 #   valgrind     every test of the library under memcheck
 #   bench        the targets of time, memory, instructions and building
@@ -35,13 +37,20 @@ exhaustive() {
   tools/test.sh exhaustive
 }
 
+sanitizers() {
+  cmake --preset sanitizers-all >/dev/null
+  cmake --build --preset sanitizers-all -j "$jobs" >/dev/null
+  tools/test.sh sanitizers-all
+}
+
 random() {
   build_release
   VELKSTEP_RANDOM_SEEDS=10000 build/bin/pipeline_test --gtest_filter='RandomComparison.*'
+  VELKSTEP_EFFORT=10 tools/test.sh release -R '^(encoding|exchange|model|naming|placement|reader|sameness)_test'
 }
 
 fuzz() {
-  cmake --preset fuzz -DVELKSTEP_FUZZ_SECONDS="${VELKSTEP_FUZZ_SECONDS:-3600}" >/dev/null
+  cmake --preset sanitizers -DVELKSTEP_FUZZ_SECONDS="${VELKSTEP_FUZZ_SECONDS:-3600}" >/dev/null
   cmake --build --preset fuzz -j "$jobs" >/dev/null
   ctest --preset fuzz -j 4 --verbose | grep -E 'stat::number_of_executed_units|NOT SO|tests (passed|failed)'
 }
@@ -58,10 +67,10 @@ valgrind() {
 
 bench() { bench/run --check; }
 
-[ $# -gt 0 ] || set -- lint alone exhaustive random fuzz valgrind bench
+[ $# -gt 0 ] || set -- lint alone exhaustive sanitizers random fuzz valgrind bench
 for step in "$@"; do
   case $step in
-    lint|alone|exhaustive|random|fuzz|valgrind|bench) ;;
+    lint|alone|exhaustive|sanitizers|random|fuzz|valgrind|bench) ;;
     *) echo "full-check.sh: unknown step: $step" >&2; exit 2 ;;
   esac
 done

@@ -61,6 +61,18 @@ TEST(Completion, FishKnowsSubcommandsOptionsAndTheirWords) {
   EXPECT_EQ(completed_by_fish("velkstep --vers"), "--version ");
 }
 
+TEST(Completion, ZshAndFishAreToldWhatIsAPath) {
+  const std::string zsh = read_file(REFERENCE + "/_velkstep");
+  EXPECT_NE(zsh.find("    '*:IN...:_files' \\\n"), std::string::npos) << zsh;
+  EXPECT_NE(zsh.find("    ':OUTDIR:_directories' \\\n"), std::string::npos) << zsh;
+  EXPECT_NE(zsh.find("    '-o+[The folder for the files"), std::string::npos) << zsh;
+  EXPECT_NE(zsh.find(":value:_directories' \\\n"), std::string::npos) << zsh;
+  const std::string fish = read_file(REFERENCE + "/velkstep.fish");
+  EXPECT_NE(fish.find(" -s o -l output -r -a '(__fish_complete_directories)' -d "),
+            std::string::npos)
+      << fish;
+}
+
 TEST(Completion, ZshCanReadItsFunction) {
   if (!have("zsh")) GTEST_SKIP() << "no zsh";
   const ShellRun checked = run("zsh -n " + REFERENCE + "/_velkstep");

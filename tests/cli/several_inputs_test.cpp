@@ -191,6 +191,14 @@ TEST_F(SeveralInputs, FirstResultsComeWhileOthersAreWorkedOn) {
   EXPECT_EQ(run.errors, "velkstep: 3 inputs: 3 done\n");
 }
 
+TEST_F(SeveralInputs, ProgressCountsThem) {
+  const ProcessRun run =
+      run_velkstep({"split", "-j1", "--progress=always", "box.stp", "again.step", "-o", "out"});
+  EXPECT_EQ(run.errors.find("\r[                              ] 0 of 2 inputs\x1b[K"), 0u)
+      << run.errors;
+  EXPECT_TRUE(run.errors.ends_with("\r\x1b[Kvelkstep: 2 inputs: 2 done\n")) << run.errors;
+}
+
 TEST_F(SeveralInputs, SignalToStopEndsAllAndUndoesWhatIsNotFinished) {
   ASSERT_EQ(::mkfifo("pipe.stp", 0600), 0);
   const int keeps_pipe_open = ::open("pipe.stp", O_RDWR | O_CLOEXEC);  // Nobody writes into it.

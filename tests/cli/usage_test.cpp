@@ -104,7 +104,8 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
       {{"split", "in"},
        " split: in: its name does not tell what to call its folder; -o OUTDIR "
        "names one"},
-      {{"split", "-"}, " split: standard input has no name for a folder; -o OUTDIR names one"},
+      {{"split", "-"},
+       " split: standard input has no name for a folder; -o OUTDIR names one for it alone"},
       {{"split", "a/in.stp", "b/in.STEP.gz", "c.stp", "-oout"},
        " split: a/in.stp and b/in.STEP.gz would both go into out/in; split them one by one, each "
        "with its own -o OUTDIR"},

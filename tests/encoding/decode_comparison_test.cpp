@@ -8,6 +8,7 @@
 
 #include "encoding/plain_decoding.h"
 #include "kessel/encoding.h"
+#include "support/effort.h"
 
 namespace Kessel::test {
 namespace {
@@ -31,7 +32,7 @@ std::string random_body(std::mt19937& random, unsigned most) {
 
 TEST(DecodeComparison, ShortRandomBodiesDecodeAsInPlace) {
   std::mt19937 random(7101);
-  for (int round = 0; round < 100'000; ++round) {
+  for (std::uint64_t round = 0; round < tries(100'000); ++round) {
     const std::string body = random_body(random, 8);
     ASSERT_EQ(decode_step_to_utf8(body), decode_in_place(body)) << testing::PrintToString(body);
   }
@@ -39,7 +40,7 @@ TEST(DecodeComparison, ShortRandomBodiesDecodeAsInPlace) {
 
 TEST(DecodeComparison, LongRandomBodiesDecodeAsInPlace) {
   std::mt19937 random(7102);
-  for (int round = 0; round < 3'000; ++round) {
+  for (std::uint64_t round = 0; round < tries(3'000); ++round) {
     const std::string body = random_body(random, 120);
     ASSERT_EQ(decode_step_to_utf8(body), decode_in_place(body)) << testing::PrintToString(body);
   }

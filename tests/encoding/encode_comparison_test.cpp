@@ -10,6 +10,7 @@
 #include "encoding/plain_encoding.h"
 #include "encoding/unicode.h"
 #include "kessel/encoding.h"
+#include "support/effort.h"
 
 namespace Kessel::test {
 namespace {
@@ -45,7 +46,7 @@ TEST(EncodeComparison, RandomTextsEncodeAsUnitByUnit) {
       "\x80",     "\xBF",     "\xC0",         "\xC3",       "\xE0",       "\xE4\xB8",
       "\xED\xA0", "\xF0\x9F", "\xF0\x9F\x98", "\xF4\x90",   "\xF5",       "\xFF"};
   std::mt19937 random(7201);
-  for (int round = 0; round < 50'000; ++round) {
+  for (std::uint64_t round = 0; round < tries(50'000); ++round) {
     std::string text;
     for (std::size_t count = random() % 12; count > 0; --count) {
       text += PIECES[random() % std::size(PIECES)];
@@ -56,7 +57,7 @@ TEST(EncodeComparison, RandomTextsEncodeAsUnitByUnit) {
 
 TEST(EncodeComparison, RandomBytesEncodeAsUnitByUnit) {
   std::mt19937 random(7202);
-  for (int round = 0; round < 50'000; ++round) {
+  for (std::uint64_t round = 0; round < tries(50'000); ++round) {
     std::string text;
     for (std::size_t count = random() % 12; count > 0; --count) {
       text += static_cast<char>(random() % 4 == 0 ? random() % 256 : 0x80 + random() % 128);

@@ -17,6 +17,7 @@
 #include "exchange/plain_reader.h"
 #include "exchange/reader.h"
 #include "exchange/string_value.h"
+#include "support/effort.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -24,7 +25,7 @@ namespace {
 
 using namespace Exchange;
 
-constexpr std::uint32_t SEEDS = 3000;
+constexpr std::uint32_t SEEDS = 1000;
 
 std::string number_of(std::string_view name) {
   return std::to_string(number_in(name));
@@ -68,14 +69,14 @@ class Collector final : public Listener {
 };
 
 TEST(LegalFiles, AreLegal) {
-  for (std::uint32_t seed = 0; seed < SEEDS; ++seed) {
+  for (std::uint32_t seed = 0; seed < tries(SEEDS); ++seed) {
     const LegalFile file = legal_file(seed);
     ASSERT_TRUE(plain::is_legal(file.text)) << seed << '\n' << file.text;
   }
 }
 
 TEST(LegalFiles, LoseNothing) {
-  for (std::uint32_t seed = 0; seed < SEEDS; ++seed) {
+  for (std::uint32_t seed = 0; seed < tries(SEEDS); ++seed) {
     const LegalFile file = legal_file(seed);
     std::istringstream in(file.text);
     Collector collector;
@@ -96,7 +97,7 @@ TEST(LegalFiles, LoseNothing) {
 }
 
 TEST(LegalFiles, AreReadAsThePlainReaderReadsThem) {
-  for (std::uint32_t seed = 0; seed < SEEDS; ++seed) {
+  for (std::uint32_t seed = 0; seed < tries(SEEDS); ++seed) {
     ASSERT_EQ(difference_of_readings(legal_file(seed).text, 1 + seed % 300), "") << seed;
   }
 }
@@ -163,7 +164,7 @@ std::string mutated(std::string text, std::mt19937& random) {
 
 TEST(MutatedFiles, AreReadAsThePlainReaderReadsThem) {
   std::mt19937 random(12);
-  for (std::uint32_t seed = 0; seed < SEEDS; ++seed) {
+  for (std::uint32_t seed = 0; seed < tries(SEEDS); ++seed) {
     const std::string text = mutated(legal_file(seed).text, random);
     ASSERT_EQ(difference_of_readings(text, 1 + seed % 300), "") << seed << '\n' << text;
   }

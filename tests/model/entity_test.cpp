@@ -76,7 +76,8 @@ TEST(Entity, ReferenceOutOfRangeIsReportedAndGivesZero) {
   };
   for (const auto& [entity, index, message] : rows) {
     unsigned reference = 1;
-    EXPECT_EQ(printed_by([&, at = index] { reference = entity.get_reference(at); }), message);
+    EXPECT_EQ(printed_by([&, at = index, &one = entity] { reference = one.get_reference(at); }),
+              message);
     EXPECT_EQ(reference, 0u);
   }
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "kessel/number_map.h"
+#include "support/effort.h"
 
 namespace Kessel::test {
 namespace {
@@ -134,7 +135,7 @@ TEST(NumberMapComparison, AdoptionIsInsertionOneByOneForAllSizes) {
 TEST(NumberMapComparison, AdoptionOfPartlyKnownOwnersIsInsertionOneByOne) {
   std::mt19937 random(2102);
   Owners owners(400, random);
-  for (int round = 0; round < 400; ++round) {
+  for (std::uint64_t round = 0; round < tries(400); ++round) {
     SCOPED_TRACE(round);
     Twins source = owners.twins(random() % 300);
     Twins target;
@@ -154,7 +155,7 @@ TEST(NumberMapComparison, RandomOperationsLeaveTheSameEntries) {
     std::mt19937 random(2103 + static_cast<unsigned>(count));
     Owners owners(count, random);
     std::array<Twins, 4> maps;
-    for (int round = 0; round < 4'000; ++round) {
+    for (std::uint64_t round = 0; round < tries(4'000); ++round) {
       SCOPED_TRACE(round);
       Twins& map = maps[random() % maps.size()];
       Twins& other = maps[random() % maps.size()];

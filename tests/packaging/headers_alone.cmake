@@ -13,6 +13,6 @@ foreach(header ${headers})
   file(WRITE ${folder}/${source} "#include <${header}>\n#include <${header}>\n")
   # Not -isystem, which would keep the warnings quiet.
   run(COMMAND ${LAUNCHER} ${CXX} -std=c++20 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
-    -I${PREFIX}/include -c ${source} -o alone.o WORKING_DIRECTORY ${folder})
+    -I${PREFIX}/include -fsyntax-only ${source} WORKING_DIRECTORY ${folder})
 endforeach()
 message(STATUS "${count} headers compile alone")

@@ -11,6 +11,7 @@ set(expected
   kessel/assembly.h
   kessel/check.h
   kessel/diff.h
+  kessel/drawing.h
   kessel/encoding.h
   kessel/entity.h
   kessel/errors.h

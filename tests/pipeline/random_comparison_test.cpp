@@ -5,23 +5,18 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <string_view>
 
 #include "random_files.h"
 #include "same_outcome.h"
+#include "support/effort.h"
 
 namespace Kessel::test {
 namespace {
 
 constexpr std::uint64_t USUAL_SEEDS = 600;
-
-std::uint64_t number_from_environment(const char* name, std::uint64_t otherwise) {
-  const char* text = std::getenv(name);
-  return text == nullptr ? otherwise : std::strtoull(text, nullptr, 10);
-}
 
 constexpr std::string_view SENTENCES[] = {
     "Only one part was found in the file !",
@@ -120,7 +115,7 @@ constexpr struct {
 
 TEST(RandomComparison, RandomFilesComeOutTheSame) {
   const std::uint64_t first = number_from_environment("VELKSTEP_FIRST_SEED", 1);
-  const std::uint64_t seeds = number_from_environment("VELKSTEP_RANDOM_SEEDS", USUAL_SEEDS);
+  const std::uint64_t seeds = number_from_environment("VELKSTEP_RANDOM_SEEDS", tries(USUAL_SEEDS));
   Tally tally;
   for (std::uint64_t seed = first; seed < first + seeds; ++seed) {
     const std::string input = random_exchange_file(seed);

@@ -10,6 +10,7 @@
 #include "instances/loader.h"
 #include "interop/assemblies.h"
 #include "placement/check_placement.h"
+#include "support/effort.h"
 
 namespace Kessel::test {
 namespace {
@@ -89,7 +90,7 @@ TEST_P(MutatedAssembly, IsPlacedAllTheSame) {
   text << in.rdbuf();
   const MutableFile file(text.str());
   constexpr unsigned SEEDS = 60;
-  for (unsigned seed = 0; seed < SEEDS; ++seed) {
+  for (unsigned seed = 0; seed < tries(SEEDS); ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
     std::istringstream mutated(file.mutated(random));

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "reader/text.h"
+#include "support/effort.h"
 
 namespace Kessel::test {
 namespace {
@@ -69,7 +70,7 @@ TEST(FindReference, ThereIsNoneBehindAnUnclosedLiteral) {
 
 TEST(FindReference, RandomTextsAtAllAlignmentsAreSearchedAsByAPlainLoop) {
   std::mt19937 random(3104);
-  for (int round = 0; round < 100'000; ++round) {
+  for (std::uint64_t round = 0; round < tries(100'000); ++round) {
     std::string text(random() % 80, ' ');
     const auto rarity = 2 + random() % 20;  // One mark in so many characters.
     for (char& c : text) {

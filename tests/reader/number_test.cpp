@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "reader/text.h"
+#include "support/effort.h"
 
 namespace Kessel::test {
 namespace {
@@ -107,7 +108,7 @@ TEST(ReadNumber, EndCutsTheDigitsOff) {
 TEST(ReadNumber, RandomTextsAreReadAsByTheStandardLibrary) {
   constexpr std::string_view ALPHABET = "0000123456789123456789,/:)\xB1";
   std::mt19937 random(3101);
-  for (int round = 0; round < 200'000; ++round) {
+  for (std::uint64_t round = 0; round < tries(200'000); ++round) {
     std::string text;
     const std::size_t choice = random() % 3 == 0 ? ALPHABET.size() : ALPHABET.size() - 5;
     for (std::size_t length = random() % 24; length > 0; --length) {
@@ -160,7 +161,7 @@ TEST(WriteNumber, EveryNumberOfUpToFiveDigitsIsWritten) {
 
 TEST(WriteNumber, RandomNumbersAreWritten) {
   std::mt19937 random(3102);
-  for (int round = 0; round < 100'000; ++round) {
+  for (std::uint64_t round = 0; round < tries(100'000); ++round) {
     const auto number = static_cast<std::uint32_t>(random() >> (random() % 31)) | 1u;
     ASSERT_EQ(written(number), std::to_string(number));
   }

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "reader/plain_cutting.h"
+#include "support/effort.h"
 
 namespace Kessel::test {
 namespace {
@@ -30,7 +31,7 @@ class RandomText {
 
 TEST(RecordCutterComparison, ShortRandomTextsAreCutAlike) {
   RandomText random(3105);
-  for (int round = 0; round < 30'000; ++round) {
+  for (std::uint64_t round = 0; round < tries(30'000); ++round) {
     const std::string text = random.of(random.below(50), 2 + random.below(6));
     const int lines = static_cast<int>(random.below(3));
     ASSERT_EQ(cut(text, lines), plain::cut(text, lines)) << testing::PrintToString(text);
@@ -53,7 +54,7 @@ TEST(RecordCutterComparison, TextsLargerThanABlockAreCutAlike) {
 TEST(RecordCutterComparison, EveryEndAtTheBorderOfABlockIsCutAlike) {
   constexpr std::size_t BLOCK = 262'144;
   RandomText random(3107);
-  for (int round = 0; round < 100; ++round) {
+  for (std::uint64_t round = 0; round < tries(100); ++round) {
     SCOPED_TRACE(round);
     const std::string first = "#1=A('" + std::string(BLOCK - 9 - random.below(30), 'x') + "');";
     const std::string text = first + random.of(random.below(60), 3);

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/effort.h"
+
 namespace Kessel::test {
 namespace {
 
@@ -114,7 +116,7 @@ TEST(References, RandomTextsGiveThoseOfAPlainLoop) {
                                          "\xA3\xA7\"!",
                                          "long text without marks"};
   std::mt19937 random(3108);
-  for (int round = 0; round < 100'000; ++round) {
+  for (std::uint64_t round = 0; round < tries(100'000); ++round) {
     std::string text = "#1=";
     const std::size_t first = random() % 8 == 0 ? 0 : 1;  // A "#" alone stops the search.
     for (std::size_t count = random() % 25; count > 0; --count) {

@@ -1,5 +1,6 @@
 // Sizes that no honest file has. Every run gets a small stack, and a minute of the processor, which
-// is a hundred times what it needs: what takes the square of such sizes takes hours.
+// is a hundred times what it needs: what takes the square of such sizes takes hours. A tenth of the
+// sizes, and the hundredth part of hours, shows the same where VELKSTEP_EFFORT says so.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,6 +14,7 @@
 #include "kessel/errors.h"
 #include "kessel/splitter.h"
 #include "splitter/small_inputs.h"
+#include "support/effort.h"
 #include "support/scratch_folder.h"
 #include "support/split_run.h"
 
@@ -35,7 +37,7 @@ class HostileSizes : public testing::Test {
   }
 
   void add(std::string_view text) { in_ << text; }
-  void add_many(int count, std::string_view text) {
+  void add_many(std::uint64_t count, std::string_view text) {
     for (; count > 0; --count) in_ << text;
   }
   void add_record(std::uint64_t number, std::string_view rest) {
@@ -91,15 +93,16 @@ TEST_F(HostileSizes, LargestInstanceNumber) {
 }
 
 TEST_F(HostileSizes, RecordOfOneGigabyte) {
-  constexpr std::uint64_t GIGABYTE = 1'000'000'000;
-  if (fs::space(".").available < 8 * GIGABYTE) GTEST_SKIP() << "the disk has too little room";
+  const std::uint64_t megabytes = length_to_try(1000);
+  const std::uint64_t bytes = megabytes * 1'000'000;
+  if (fs::space(".").available < 8 * bytes) GTEST_SKIP() << "the disk has too little room";
   add("#11=MANIFOLD_SOLID_BREP('");
   const std::string megabyte(1'000'000, 'x');
-  add_many(1000, megabyte);
+  add_many(megabytes, megabyte);
   add("',$);\n");
   close();
   Options options;
-  options.memory_limit = 100'000'000;
+  options.memory_limit = bytes / 10;
   EXPECT_THROW(split_paths("in.stp", "out", options), InputError);
   EXPECT_FALSE(fs::exists("out"));
   const ProcessRun run = run_velkstep({"split", "in.stp", "out"}, SMALL_STACK);
@@ -107,29 +110,31 @@ TEST_F(HostileSizes, RecordOfOneGigabyte) {
   EXPECT_EQ(run.errors, "");
   folder_.write("small.stp", exchange_file(BOX_WITH_LID));
   EXPECT_EQ(run_velkstep({"split", "small.stp", "small"}, SMALL_STACK).exit_code, 0);
-  EXPECT_EQ(fs::file_size("out/lid.stp"), GIGABYTE + fs::file_size("small/lid.stp"));
+  EXPECT_EQ(fs::file_size("out/lid.stp"), bytes + fs::file_size("small/lid.stp"));
   EXPECT_LT(fs::file_size("out/box.stp"), 4096u);
 }
 
 TEST_F(HostileSizes, TenMillionReferencesInOneRecord) {
+  const auto hundred_thousands = static_cast<std::int64_t>(length_to_try(100));
   add("#11=MANIFOLD_SOLID_BREP('',(#13");
   const std::string many = [] {
     std::string text;
     for (int i = 0; i < 100'000; ++i) text += ",#13";
     return text;
   }();
-  add_many(100, many);
+  add_many(static_cast<std::uint64_t>(hundred_thousands), many);
   add("));\n");
   add_record(13, "CARTESIAN_POINT('',(0.,0.,0.))");
   expect_splits();
   const std::string solid = solid_of_lid();
-  EXPECT_EQ(std::count(solid.begin(), solid.end(), '#'), 1 + 10'000'001 + 1);
+  EXPECT_EQ(std::count(solid.begin(), solid.end(), '#'), 1 + hundred_thousands * 100'000 + 1 + 1);
   EXPECT_EQ(check(), 0);
 }
 
 TEST_F(HostileSizes, TenMillionEmptyRecords) {
   add_record(11, "MANIFOLD_SOLID_BREP('',$)");
-  for (std::uint64_t number = 1000; number < 10'001'000; ++number) add_record(number, "A()");
+  const std::uint64_t end = 1000 + length_to_try(10'000'000);
+  for (std::uint64_t number = 1000; number < end; ++number) add_record(number, "A()");
   expect_splits();
   EXPECT_EQ(check(), 0);
 }
@@ -137,11 +142,12 @@ TEST_F(HostileSizes, TenMillionEmptyRecords) {
 TEST_F(HostileSizes, TypeNameOf100Megabytes) {
   add_record(11, "MANIFOLD_SOLID_BREP('',#13)");
   add("#13=");
+  const std::uint64_t megabytes = length_to_try(100);
   const std::string megabyte(1'000'000, 'X');
-  add_many(100, megabyte);
+  add_many(megabytes, megabyte);
   add("('');\n");
   expect_splits();
-  EXPECT_GT(fs::file_size("out/lid.stp"), 100'000'000u);
+  EXPECT_GT(fs::file_size("out/lid.stp"), megabytes * 1'000'000);
   EXPECT_LT(fs::file_size("out/box.stp"), 4096u);
   EXPECT_EQ(check(), 0);
 }
@@ -175,42 +181,47 @@ TEST_F(HostileSizes, ParenthesesAMillionDeep) {
 }
 
 TEST_F(HostileSizes, ChainOfAMillionReferences) {
-  constexpr std::uint64_t END = 1'001'000;
+  const std::uint64_t length = length_to_try(1'000'000);
+  const std::uint64_t end = 1000 + length;
   add_record(11, "MANIFOLD_SOLID_BREP('',#1000)");
-  for (std::uint64_t number = 1000; number < END; ++number) {
+  for (std::uint64_t number = 1000; number < end; ++number) {
     add_record(number, "A(#" + std::to_string(number + 1) + ")");
   }
-  add_record(END, "A()");
+  add_record(end, "A()");
   expect_splits();
-  EXPECT_NE(solid_of_lid().find("A(#1000009);\n"), std::string::npos);
+  EXPECT_NE(solid_of_lid().find("A(#" + std::to_string(length + 9) + ");\n"), std::string::npos);
   EXPECT_EQ(check(), 0);
 }
 
 TEST_F(HostileSizes, ChainOfAMillionReferencesBackwards) {
-  constexpr std::uint64_t END = 1'001'000;
+  const std::uint64_t length = length_to_try(1'000'000);
+  const std::uint64_t end = 1000 + length;
   add_record(1000, "A()");
-  for (std::uint64_t number = 1001; number < END; ++number) {
+  for (std::uint64_t number = 1001; number < end; ++number) {
     add_record(number, "A(#" + std::to_string(number - 1) + ")");
   }
-  add_record(11, "MANIFOLD_SOLID_BREP('',#1000999)");
+  add_record(11, "MANIFOLD_SOLID_BREP('',#" + std::to_string(end - 1) + ")");
   expect_splits();
   const std::string lid = read_file("out/lid.stp");
   const std::string short_lid = output_file("lid.stp", LID_RECORDS);
-  EXPECT_EQ(std::count(lid.begin(), lid.end(), '\n'),
-            std::count(short_lid.begin(), short_lid.end(), '\n') + 1'000'000);
+  EXPECT_EQ(
+      std::count(lid.begin(), lid.end(), '\n'),
+      std::count(short_lid.begin(), short_lid.end(), '\n') + static_cast<std::int64_t>(length));
   EXPECT_EQ(check(), 0);
 }
 
 TEST_F(HostileSizes, CircleOfAMillionReferences) {
-  constexpr std::uint64_t END = 1'001'000;
+  const std::uint64_t length = length_to_try(1'000'000);
+  const std::uint64_t end = 1000 + length;
   add_record(11, "MANIFOLD_SOLID_BREP('',#1000)");
-  for (std::uint64_t number = 1000; number < END; ++number) {
-    const std::uint64_t next = number + 1 == END ? 1000 : number + 1;
+  for (std::uint64_t number = 1000; number < end; ++number) {
+    const std::uint64_t next = number + 1 == end ? 1000 : number + 1;
     add_record(number, "A(#" + std::to_string(next) + ")");
   }
   expect_splits();
   const std::string solid = solid_of_lid();
-  EXPECT_EQ(std::count(solid.begin(), solid.end(), '\n'), 1'000'001 + 2);
+  EXPECT_EQ(std::count(solid.begin(), solid.end(), '\n'),
+            static_cast<std::int64_t>(length) + 1 + 2);
   EXPECT_EQ(check(), 4);
 }
 
@@ -250,14 +261,16 @@ class DeepAssembly : public HostileSizes {
 };
 
 TEST_F(DeepAssembly, OfTenThousandLevelsIsSplit) {
-  add_levels(10'000);
+  const std::uint64_t levels = length_to_try(10'000);
+  add_levels(levels);
   for (const char* const style : {"classic", "nested"}) {
     const ProcessRun run =
         run_velkstep({"split", "--quiet", "--assemblies", style, "in.stp", style}, SMALL_STACK);
     EXPECT_EQ(run.exit_code, 0) << style;
     EXPECT_EQ(run.errors, "");
     const auto files = std::distance(fs::directory_iterator(style), fs::directory_iterator());
-    EXPECT_EQ(files, 10'000 + 2 + 1) << "levels, box and lid, and the root's name";
+    EXPECT_EQ(files, static_cast<std::int64_t>(levels) + 2 + 1)
+        << "levels, box and lid, and the root's name";
     std::string root = read_file(std::string(style) + "/roots.txt");
     root.pop_back();
     const ProcessRun joined = run_velkstep(
@@ -269,11 +282,13 @@ TEST_F(DeepAssembly, OfTenThousandLevelsIsSplit) {
 }
 
 TEST_F(DeepAssembly, OfAMillionLevelsIsRead) {
-  add_levels(1'000'000);
+  const std::uint64_t levels = length_to_try(1'000'000);
+  add_levels(levels);
   EXPECT_EQ(check(), 0);
   const ProcessRun info = run_velkstep({"info", "in.stp"}, SMALL_STACK);
   EXPECT_EQ(info.exit_code, 0);
-  EXPECT_NE(info.out.find("1,000,001"), std::string::npos) << info.out;
+  EXPECT_NE(info.out.find(levels == 1'000'000 ? "1,000,001" : "100,001"), std::string::npos)
+      << info.out;
 }
 
 }  // namespace

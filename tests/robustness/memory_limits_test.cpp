@@ -9,6 +9,7 @@
 
 #include "cli/run_process.h"
 #include "splitter/small_inputs.h"
+#include "support/effort.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -17,15 +18,18 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uint64_t MEGABYTE = 1 << 20;
+/// Less for a smaller input.
+const std::uint64_t STEP = length_to_try(MEGABYTE);
 
 /// An input for which a command asks for memory in many places: many records, and long ones.
 std::string demanding_input() {
   std::string records(BOX_WITH_LID);
-  for (int number = 1000; number < 200'000; ++number) {
+  const std::uint64_t end = 1000 + length_to_try(200'000);
+  for (std::uint64_t number = 1000; number < end; ++number) {
     records += "#" + std::to_string(number) + "=CARTESIAN_POINT('',(0.,0.,0.));\n";
   }
-  records += "#200000=LONG(#1000";
-  for (int i = 0; i < 1'000'000; ++i) records += ",#1001";
+  records += "#300000=LONG(#1000";
+  for (std::uint64_t i = length_to_try(1'000'000); i > 0; --i) records += ",#1001";
   return exchange_file(records + ");\n");
 }
 
@@ -46,7 +50,7 @@ class MemoryLimits : public testing::Test {
   static void expect_clean_failures(const std::vector<std::string>& arguments, Look look) {
     const std::uint64_t least = least_memory();
     int failures = 0;
-    for (std::uint64_t memory = least;; memory += MEGABYTE) {
+    for (std::uint64_t memory = least;; memory += STEP) {
       ASSERT_LT(memory, least + 300 * MEGABYTE) << "there is no end to it";
       const ProcessRun run = run_velkstep(arguments, {.most_memory = memory});
       if (run.exit_code == 0) break;

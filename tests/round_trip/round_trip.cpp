@@ -10,6 +10,7 @@
 #include "kessel/splitter.h"
 #include "kessel/verify.h"
 #include "placement/check_placement.h"
+#include "support/effort.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -135,11 +136,6 @@ class RoundTrip {
   std::vector<std::string> faults_;
 };
 
-std::uint64_t number_from_environment(const char* name, std::uint64_t otherwise) {
-  const char* text = std::getenv(name);
-  return text == nullptr ? otherwise : std::strtoull(text, nullptr, 10);
-}
-
 }  // namespace
 
 std::vector<std::string> round_trip_faults(const fs::path& in, AssemblyStyle assemblies) {
@@ -148,7 +144,7 @@ std::vector<std::string> round_trip_faults(const fs::path& in, AssemblyStyle ass
 
 Seeds seeds_to_try(std::uint64_t usual) {
   return {number_from_environment("VELKSTEP_FIRST_SEED", 1),
-          number_from_environment("VELKSTEP_RANDOM_SEEDS", usual)};
+          number_from_environment("VELKSTEP_RANDOM_SEEDS", tries(usual))};
 }
 
 }  // namespace Kessel::test

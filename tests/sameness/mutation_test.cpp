@@ -1,7 +1,6 @@
 // Thousands of small changes, each of which must be found, and rewritings, which must not.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -10,16 +9,11 @@
 #include "sameness/plain_file.h"
 #include "sameness/plain_matcher.h"
 #include "sameness/rewriting.h"
+#include "support/effort.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
 namespace {
-
-/// How many times as many changes as usual.
-std::uint64_t effort() {
-  const char* const times = std::getenv("VELKSTEP_MUTATIONS");
-  return times == nullptr ? 1 : std::strtoull(times, nullptr, 10);
-}
 
 class Compared {
  public:
@@ -58,7 +52,7 @@ TEST_P(Samples, RewritingsSayTheSame) {
   if (samples_folder().empty()) GTEST_SKIP() << why_no_sample();
   const PlainFile file = load();
   const Compared compared(file);
-  for (std::uint64_t seed = 0; seed < effort(); ++seed) {
+  for (std::uint64_t seed = 0; seed < tries(1); ++seed) {
     Random random(seed);
     const Difference difference = compared.with(respelled(shuffled(file, random), random));
     EXPECT_TRUE(difference.is_same && difference.is_certain) << "seed " << seed;
@@ -70,7 +64,7 @@ TEST_P(Samples, EveryMutationIsFound) {
   if (samples_folder().empty()) GTEST_SKIP() << why_no_sample();
   const PlainFile file = load();
   const Compared compared(file);
-  for (std::uint64_t seed = 0; seed < GetParam().mutations * effort(); ++seed) {
+  for (std::uint64_t seed = 0; seed < tries(GetParam().mutations); ++seed) {
     Random random(seed);
     PlainFile mutant = file;
     const std::string what = mutate(mutant, random);
@@ -116,7 +110,7 @@ PlainFile random_file(Random& random) {
 TEST(Mutations, OfSmallFilesAreFoundIfAndOnlyIfTheyMatter) {
   std::uint64_t same = 0;
   std::uint64_t count = 0;
-  for (std::uint64_t seed = 0; seed < 100 * effort(); ++seed) {
+  for (std::uint64_t seed = 0; seed < tries(100); ++seed) {
     Random random(seed);
     const PlainFile file = random_file(random);
     const Compared compared(file);
@@ -155,7 +149,7 @@ PlainFile regular_graph(std::size_t vertices, std::size_t degree, Random& random
 
 TEST(Mutations, GraphsThatLookAlikeAllOverAreToldApart) {
   std::uint64_t same = 0;
-  for (std::uint64_t seed = 0; seed < 120 * effort(); ++seed) {
+  for (std::uint64_t seed = 0; seed < tries(120); ++seed) {
     Random random(seed);
     const std::size_t degree = 2 + seed % 2;
     const std::size_t vertices = degree == 2 ? 5 : 4;
@@ -167,8 +161,8 @@ TEST(Mutations, GraphsThatLookAlikeAllOverAreToldApart) {
     ASSERT_NE(difference.is_same, says_where(difference)) << put_together(a) << put_together(b);
     same += difference.is_same ? 1U : 0U;
   }
-  EXPECT_GT(same, 5 * effort());
-  EXPECT_LT(same, 60 * effort());
+  EXPECT_GT(same, tries(5));
+  EXPECT_LT(same, tries(60));
 }
 
 INSTANTIATE_TEST_SUITE_P(Real, Samples,

@@ -117,9 +117,9 @@ void add_extract_command(CLI::App& app, Action& action) {
       command->add_flag("--list", arguments->list, "List what can be extracted, and write nothing");
   list->excludes(parts)->excludes(out)->excludes(bodies);
   add_names_option(command, arguments->names);
-  command->add_flag("--force", arguments->force, "Replace files that are there");
+  command->add_flag("-f,--force", arguments->force, "Replace files that are there");
   add_memory_limit_option(command, arguments->memory_limit);
-  command->add_flag("--quiet", arguments->quiet, "Print nothing but errors");
+  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");
   add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
   command->parse_complete_callback([parts, out, list] {

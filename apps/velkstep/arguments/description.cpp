@@ -21,14 +21,17 @@ OptionDescription describe(const CLI::Option& option) {
   for (const std::string& name : option.get_lnames()) description.flags.push_back("--" + name);
   if (option.get_positional()) {
     description.value = option.get_name(true);
-    description.is_folder = description.value == "OUTDIR";
-    if (option.get_items_expected_max() > 1) description.value += "...";
+    description.is_path = true;
+    description.repeats = option.get_items_expected_max() > 1;
   } else if (option.get_type_size() != 0) {
     description.value = option.get_type_name();
     if (description.value.find('|') != std::string::npos) {
       description.words = split_at(description.value, '|');
     }
+    description.is_path = description.value.starts_with("OUT");
   }
+  description.is_folder = description.value == "OUTDIR";
+  if (description.repeats) description.value += "...";
   description.preset = option.get_default_str();
   description.text = option.get_description();
   return description;

@@ -31,9 +31,15 @@ std::vector<std::string> flags_of(const CommandDescription& command) {
   return flags;
 }
 
+std::string zsh_paths(const OptionDescription& option) {
+  return option.is_folder ? "_directories" : "_files";
+}
+
 /// What zsh's `_arguments` is told of a flag. Brackets and colons mean something to it.
 std::string zsh_flag(const std::string& flag, const OptionDescription& option) {
-  std::string text = flag + (option.value.empty() ? "[" : "=[");
+  std::string text = flag;
+  if (!option.value.empty()) text += flag.starts_with("--") ? "=" : "+";
+  text += '[';
   for (const char c : option.text) {
     if (c == '[' || c == ']' || c == ':' || c == '\\') text += '\\';
     text += c;
@@ -41,7 +47,12 @@ std::string zsh_flag(const std::string& flag, const OptionDescription& option) {
   text += "]";
   if (!option.value.empty()) text += ":value:";
   if (!option.words.empty()) text += "(" + joined(option.words) + ")";
+  if (option.is_path) text += zsh_paths(option);
   return in_quotes(text);
+}
+
+std::string zsh_argument(const OptionDescription& argument) {
+  return in_quotes((argument.repeats ? "*:" : ":") + argument.value + ":" + zsh_paths(argument));
 }
 
 }  // namespace
@@ -115,9 +126,7 @@ std::string zsh_completion(const std::vector<CommandDescription>& commands) {
       for (const std::string& flag : option.flags) out += "    " + zsh_flag(flag, option) + " \\\n";
     }
     for (const OptionDescription& argument : commands[i].arguments) {
-      out += "    " +
-             in_quotes(":" + argument.value + (argument.is_folder ? ":_directories" : ":_files")) +
-             " \\\n";
+      out += "    " + zsh_argument(argument) + " \\\n";
     }
     out += "    ;;\n";
   }
@@ -134,7 +143,8 @@ std::string fish_completion(const std::vector<CommandDescription>& commands) {
     for (const std::string& flag : option.flags) {
       out += flag.starts_with("--") ? " -l " + flag.substr(2) : " -s " + flag.substr(1);
     }
-    if (!option.value.empty()) out += " -x";
+    if (!option.value.empty()) out += option.is_path ? " -r" : " -x";
+    if (option.is_folder) out += " -a '(__fish_complete_directories)'";
     if (!option.words.empty()) out += " -a " + in_quotes(joined(option.words));
     out += " -d " + in_quotes(option.text) + "\n";
   };

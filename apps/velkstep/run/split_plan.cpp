@@ -38,7 +38,8 @@ bool take_off(std::string& name, const Endings& endings) {
 
 /// The folder for an input that needs one of its own below `folder`.
 fs::path folder_of(const std::string& in, const fs::path& folder) {
-  if (in == "-") throw WrongUsage("standard input has no name for a folder; -o OUTDIR names one");
+  if (in == "-")
+    throw WrongUsage("standard input has no name for a folder; -o OUTDIR names one for it alone");
   const std::string stem = stem_of(in);
   if (stem.empty()) {
     throw WrongUsage(in + ": its name does not tell what to call its folder; -o OUTDIR names one");
