@@ -29,6 +29,7 @@ foreach(folder
     model
     naming
     output
+    picture
     placement
     products
     reader

@@ -12,8 +12,10 @@
 
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/drawing.h"
 #include "kessel/extract.h"
 #include "kessel/join.h"
+#include "kessel/picture.h"
 #include "kessel/splitter.h"
 #include "kessel/summary.h"
 #include "plain_data.h"
@@ -33,6 +35,13 @@ constexpr Words<Kessel::AssemblyStyle, 3> ASSEMBLIES = {{
     {"classic", Kessel::AssemblyStyle::classic},
     {"lean", Kessel::AssemblyStyle::lean},
     {"nested", Kessel::AssemblyStyle::nested},
+}};
+
+constexpr Words<Kessel::View, 4> VIEWS = {{
+    {"iso", Kessel::View::isometric},
+    {"front", Kessel::View::front},
+    {"top", Kessel::View::top},
+    {"right", Kessel::View::right},
 }};
 
 constexpr Words<Kessel::NameStyle, 3> NAMES = {{
@@ -117,6 +126,32 @@ py::dict join(const fs::path& root, const fs::path& out, bool replace, bool foll
   return join_dict(joined, root.string(), out.string());
 }
 
+py::dict picture(const fs::path& input, const fs::path& out, const std::string& part,
+                 const std::string& view, bool replace, const py::object& progress) {
+  require_function(progress);
+  Kessel::PictureOptions options;
+  options.part = part;
+  options.view = style_of("view", view, VIEWS);
+  options.replace = replace;
+  options.progress = progress_for(progress);
+  Kessel::Picture drawn;
+  run_alone(input, [&] { drawn = Kessel::draw_picture(input, out, options); });
+  return picture_dict(drawn, view, input.string(), out.string());
+}
+
+py::dict drawing(const fs::path& input, double tolerance, const std::string& names,
+                 const py::object& progress) {
+  require_function(progress);
+  Kessel::Options options;
+  options.names = style_of("names", names, NAMES);
+  options.progress = progress_for(progress);
+  Kessel::DrawingOptions fineness;
+  fineness.tolerance = tolerance;
+  Kessel::Drawing drawn;
+  run_alone(input, [&] { drawn = Kessel::read_drawing(input, fineness, options); });
+  return drawing_dict(drawn, input.string());
+}
+
 py::dict extract(const fs::path& input, const std::vector<std::string>& parts, const fs::path& out,
                  bool is_folder, bool bodies, const std::string& names, bool replace,
                  const py::object& progress) {
@@ -143,8 +178,10 @@ py::dict extract(const fs::path& input, const std::vector<std::string>& parts, c
 
 PYBIND11_MODULE(_velkstep, module) {
   module.def("diff", &Velkstep::diff);
+  module.def("drawing", &Velkstep::drawing);
   module.def("extract", &Velkstep::extract);
   module.def("join", &Velkstep::join);
+  module.def("picture", &Velkstep::picture);
   module.def("split", &Velkstep::split);
   module.def("tree", &Velkstep::tree);
   module.def("info", &Velkstep::info);

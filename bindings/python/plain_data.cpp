@@ -170,6 +170,57 @@ py::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files, const std
                   "files"_a = list_of(files, file_dict));
 }
 
+py::dict picture_dict(const Kessel::Picture& picture, const std::string& view,
+                      const std::string& input, const std::string& output) {
+  const bool has_record = picture.record != 0;
+  return py::dict(
+      "format"_a = FORMAT, "input"_a = text(input), "output"_a = text(output),
+      "record"_a = has_record ? py::object(py::int_(picture.record)) : py::object(py::none()),
+      "name"_a = text(picture.name), "view"_a = view, "places"_a = picture.places,
+      "lines"_a = picture.lines, "left_out"_a = picture.left_out, "dropped"_a = picture.dropped,
+      "bytes"_a = picture.bytes);
+}
+
+namespace {
+
+py::object colour_or_none(std::int32_t colour) {
+  return colour == Kessel::NO_COLOUR ? py::object(py::none()) : py::object(py::int_(colour));
+}
+
+py::tuple point_tuple(const Kessel::Point3& point) {
+  return py::make_tuple(point[0], point[1], point[2]);
+}
+
+py::object box_or_none(const Kessel::Box3& box) {
+  if (box.is_empty()) return py::none();
+  return py::make_tuple(point_tuple(box.low), point_tuple(box.high));
+}
+
+py::dict drawn_part_dict(const Kessel::DrawnPart& part) {
+  const auto line_dict = [&](const Kessel::DrawnLine& line) {
+    return py::dict("record"_a = line.record, "colour"_a = colour_or_none(line.colour),
+                    "points"_a = list_of(Kessel::Drawing::points_of(part, line), point_tuple));
+  };
+  const auto component_dict = [](const Kessel::PlacedComponent& component) {
+    return py::dict("part"_a = component.part, "usage"_a = component.usage,
+                    "matrix"_a = py::cast(std::vector<double>(component.matrix.rows.begin(),
+                                                              component.matrix.rows.end())),
+                    "placed"_a = component.is_placed, "colour"_a = colour_or_none(component.colour),
+                    "closes_cycle"_a = component.closes_cycle);
+  };
+  return py::dict("unit"_a = text(part.unit), "unit_metres"_a = part.unit_metres,
+                  "box"_a = box_or_none(part.box), "dropped"_a = part.dropped,
+                  "lines"_a = list_of(part.lines, line_dict),
+                  "components"_a = list_of(part.components, component_dict));
+}
+
+}  // namespace
+
+py::dict drawing_dict(const Kessel::Drawing& drawing, const std::string& input) {
+  return py::dict("tree"_a = tree_dict(drawing.assembly, input),
+                  "parts"_a = list_of(drawing.parts, drawn_part_dict));
+}
+
 py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                    const std::string& output) {
   return py::dict("format"_a = FORMAT, "input"_a = text(root), "output"_a = text(output),

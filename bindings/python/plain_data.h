@@ -8,8 +8,10 @@
 
 #include "kessel/assembly.h"
 #include "kessel/diff.h"
+#include "kessel/drawing.h"
 #include "kessel/extract.h"
 #include "kessel/join.h"
+#include "kessel/picture.h"
 #include "kessel/summary.h"
 
 namespace Velkstep {
@@ -31,6 +33,13 @@ pybind11::dict part_dict(const Kessel::NamedPart& part);
 /// What was extracted from `input` into `output`. Needs the interpreter's lock.
 pybind11::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files,
                             const std::string& input, const std::string& output);
+
+/// What was drawn of `input` into `output`. Needs the interpreter's lock.
+pybind11::dict picture_dict(const Kessel::Picture& picture, const std::string& view,
+                            const std::string& input, const std::string& output);
+
+/// The lines and placed components of `input`. Needs the interpreter's lock.
+pybind11::dict drawing_dict(const Kessel::Drawing& drawing, const std::string& input);
 
 /// Header and counts of `input`. Needs the interpreter's lock.
 pybind11::dict info_dict(const Kessel::Summary& summary, const std::string& input);

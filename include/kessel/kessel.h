@@ -35,6 +35,14 @@ enum kessel_reading {
   KESSEL_READING_CLASSIC = 1 /* with KESSEL_ASSEMBLIES_CLASSIC only */
 };
 
+/* Where a picture is seen from: Kessel::View. */
+enum kessel_view {
+  KESSEL_VIEW_ISOMETRIC = 0,
+  KESSEL_VIEW_FRONT = 1,
+  KESSEL_VIEW_TOP = 2,
+  KESSEL_VIEW_RIGHT = 3
+};
+
 /* How a split ended. */
 enum kessel_status {
   KESSEL_DONE = 0,
@@ -117,6 +125,14 @@ KESSEL_EXPORT kessel_result* kessel_join(const char* root, const char* out,
    kessel_split does; its only file is `out`. */
 KESSEL_EXPORT kessel_result* kessel_extract(const char* in, const char* part, const char* out,
                                             const struct kessel_options* options);
+
+/* Draws the part `part` of the exchange file `in`, or with null all of it, as the SVG file `out`,
+   as Kessel::draw_picture does (kessel/picture.h), which must not be there. `view` is an enum
+   kessel_view. A name that no part has, or several, ends it with KESSEL_BAD_ARGUMENT. Of the
+   options the memory limit and the progress function matter. Prints nothing. Returns a result as
+   kessel_split does; its only file is `out`. */
+KESSEL_EXPORT kessel_result* kessel_picture(const char* in, const char* part, int32_t view,
+                                            const char* out, const struct kessel_options* options);
 
 /* 1 where kessel_diff found that the files say the same, else 0; 0 for null, for every status but
    KESSEL_DONE, and for the result of a split. */

@@ -19,6 +19,7 @@
 #include "kessel/join.h"
 #include "kessel/kessel.h"
 #include "kessel/options.h"
+#include "kessel/picture.h"
 #include "kessel/splitter.h"
 
 struct kessel_result {
@@ -130,6 +131,36 @@ void join_into(kessel_result& result, const char* root, const char* out,
   result.files = std::move(files);
 }
 
+View to_view(std::int32_t view) {
+  switch (view) {
+    case KESSEL_VIEW_ISOMETRIC:
+      return View::isometric;
+    case KESSEL_VIEW_FRONT:
+      return View::front;
+    case KESSEL_VIEW_TOP:
+      return View::top;
+    case KESSEL_VIEW_RIGHT:
+      return View::right;
+    default:
+      throw BadArgument("There is no such view.");
+  }
+}
+
+void draw_into(kessel_result& result, const char* in, const char* part, std::int32_t view,
+               const char* out, const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  const std::filesystem::path output = path_of(out, "The path of the output is missing.");
+  const Options choices = to_options(known_options(options));
+  PictureOptions picture_options;
+  if (part != nullptr) picture_options.part = part;
+  picture_options.view = to_view(view);
+  picture_options.memory_limit = choices.memory_limit;
+  picture_options.progress = choices.progress;
+  std::vector<std::string> files = {fspath_to_utf8(output)};
+  draw_picture(input, output, picture_options);
+  result.files = std::move(files);
+}
+
 void extract_into(kessel_result& result, const char* in, const char* part, const char* out,
                   const kessel_options* options) {
   const std::filesystem::path input = path_of(in, "The path of the input is missing.");
@@ -227,6 +258,13 @@ kessel_result* kessel_diff(const char* a, const char* b, const kessel_options* o
 kessel_result* kessel_join(const char* root, const char* out, const kessel_options* options) {
   return Kessel::guarded("The joining was cancelled.", [&](kessel_result& result) {
     Kessel::join_into(result, root, out, options);
+  });
+}
+
+kessel_result* kessel_picture(const char* in, const char* part, int32_t view, const char* out,
+                              const kessel_options* options) {
+  return Kessel::guarded("The drawing was cancelled.", [&](kessel_result& result) {
+    Kessel::draw_into(result, in, part, view, out, options);
   });
 }
 

@@ -431,6 +431,31 @@ static void extracting(void) {
   EXPECT(kessel_status_of(NULL) == KESSEL_OUT_OF_MEMORY);
 }
 
+/* Draws into "one.svg" and expects how that ended. */
+static void expect_drawn(const char* part, int32_t view, const struct kessel_options* options,
+                         enum kessel_status status, const char* error) {
+  kessel_result* result = kessel_picture(ASSEMBLY, part, view, "one.svg", options);
+  EXPECT(kessel_status_of(result) == status);
+  EXPECT_TEXT(kessel_error_of(result), error);
+  EXPECT(kessel_file_count(result) == (status == KESSEL_DONE ? 1 : 0));
+  if (status == KESSEL_DONE) EXPECT_TEXT(kessel_file(result, 0), "one.svg");
+  EXPECT((access("one.svg", R_OK) == 0) == (status == KESSEL_DONE));
+  remove("one.svg");
+  kessel_free(result);
+}
+
+static void drawing(void) {
+  struct kessel_options options;
+  kessel_default_options(&options, sizeof options);
+  options.progress = cancel_at_once;
+  expect_drawn(NULL, KESSEL_VIEW_TOP, &options, KESSEL_CANCELLED, "The drawing was cancelled.");
+  expect_drawn("screw", KESSEL_VIEW_TOP, NULL, KESSEL_BAD_ARGUMENT,
+               "There is no part called \"screw\".");
+  expect_drawn(NULL, 4, NULL, KESSEL_BAD_ARGUMENT, "There is no such view.");
+  expect_drawn(NULL, KESSEL_VIEW_ISOMETRIC, NULL, KESSEL_DONE, "");
+  expect_drawn("bolt", KESSEL_VIEW_RIGHT, NULL, KESSEL_DONE, "");
+}
+
 static void null_arguments(void) {
   kessel_default_options(NULL, sizeof(struct kessel_options));
   kessel_classic_options(NULL, sizeof(struct kessel_options));
@@ -462,6 +487,7 @@ static const struct {
     {"cancelling", cancelling},
     {"joining", joining},
     {"extracting", extracting},
+    {"drawing", drawing},
     {"older_options", older_options},
     {"newer_options", newer_options},
     {"comparing", comparing},

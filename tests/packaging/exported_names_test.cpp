@@ -69,6 +69,7 @@ const std::set<std::string> INTERFACE = {
     "kessel_free",
     "kessel_is_same",
     "kessel_join",
+    "kessel_picture",
     "kessel_split",
     "kessel_status_of",
 #endif
@@ -79,6 +80,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::decode_step_to_utf8(std::string_view)",
     "Kessel::diff(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::Options const&)",
+    "Kessel::draw_picture(std::filesystem::path const&, std::filesystem::path const&, "
+    "Kessel::PictureOptions const&)",
     "Kessel::encode_utf8_to_step(std::string_view)",
     "Kessel::extract(std::filesystem::path const&, std::string const&, std::filesystem::path "
     "const&, Kessel::ExtractOptions const&)",

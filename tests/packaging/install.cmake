@@ -24,6 +24,7 @@ set(expected
   kessel/number_map.h
   kessel/options.h
   kessel/part.h
+  kessel/picture.h
   kessel/reference_list.h
   kessel/splitter.h
   kessel/summary.h

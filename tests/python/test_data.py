@@ -29,8 +29,8 @@ def test_info_is_what_the_command_prints(lamp):
     assert velkstep.info(lamp) == printed("info", "--json", str(lamp))
 
 
-def test_tree_of_a_small_file(assembly):
-    tree = velkstep.tree(assembly)
+def test_tree_of_a_small_file(lamp):
+    tree = velkstep.tree(lamp)
     assert [part["record"] for part in tree["parts"]] == [3, 13, 23]
     assert tree["parts"][2] == {
         "record": 23,
@@ -48,7 +48,7 @@ def test_tree_of_a_small_file(assembly):
         "used_in": [],
     }
     assert (tree["format"], tree["depth"], tree["roots"]) == (1, 2, [2])
-    assert tree["input"] == str(assembly)
+    assert tree["input"] == str(lamp)
 
 
 def test_tree_of_a_lone_part_has_no_file(write):
@@ -87,27 +87,27 @@ def test_diff_is_what_the_command_prints(lamp, assembly):
     assert velkstep.diff(lamp, assembly) == json.loads(shown.stdout)
 
 
-def test_diff_of_a_file_with_itself(assembly):
+def test_diff_of_a_file_with_itself(lamp):
     stages = set()
-    difference = velkstep.diff(assembly, assembly, lambda stage, *_: stages.add(stage))
+    difference = velkstep.diff(lamp, lamp, lambda stage, *_: stages.add(stage))
     assert difference["same"] and difference["certain"] and difference["products"] == []
     assert stages == {"reading", "sorting"}
 
 
-def test_diff_names_the_file_that_cannot_be_read(assembly):
+def test_diff_names_the_file_that_cannot_be_read(lamp):
     with pytest.raises(velkstep.InputError) as caught:
-        velkstep.diff(assembly, "missing.step")
+        velkstep.diff(lamp, "missing.step")
     assert str(caught.value.path) == "missing.step"
 
 
-def test_join_of_one_file_says_the_same(assembly, tmp_path):
+def test_join_of_one_file_says_the_same(lamp, tmp_path):
     out = tmp_path / "one.step"
-    joined = velkstep.join(assembly, out)
-    assert joined["input"] == str(assembly) and joined["output"] == str(out)
+    joined = velkstep.join(lamp, out)
+    assert joined["input"] == str(lamp) and joined["output"] == str(out)
     assert joined["bytes"] == out.stat().st_size
     assert [entry["records"] for entry in joined["inputs"]] == [joined["records"]]
     assert joined["findings"] == []
-    assert velkstep.diff(assembly, out)["same"]
+    assert velkstep.diff(lamp, out)["same"]
 
 
 def test_join_names_missing_files_and_replaces_only_on_request(write, tmp_path):
@@ -116,3 +116,24 @@ def test_join_names_missing_files_and_replaces_only_on_request(write, tmp_path):
     with pytest.raises(velkstep.OutputError):
         velkstep.join(root, out)
     assert velkstep.join(root, out, replace=True)["inputs"][0]["file"] == str(root)
+
+
+def test_picture_and_drawing(tmp_path, lamp):
+    out = tmp_path / "one.svg"
+    picture = velkstep.picture(lamp, out, view="top")
+    assert picture["output"] == str(out)
+    assert picture["view"] == "top"
+    assert picture["bytes"] == out.stat().st_size
+    with pytest.raises(velkstep.OutputError):
+        velkstep.picture(lamp, out)
+    with pytest.raises(velkstep.PartError):
+        velkstep.picture(lamp, out, part="no such part", replace=True)
+    with pytest.raises(ValueError):
+        velkstep.picture(lamp, out, view="left", replace=True)
+    drawing = velkstep.drawing(lamp)
+    arm = [part["name"] for part in drawing["tree"]["parts"]].index("Arm beam")
+    assert drawing["parts"][arm]["box"] == ((0, 0, 0), (240, 12, 20))
+    assert len(drawing["parts"][arm]["lines"]) == 12
+    assert drawing["parts"][arm]["unit"] == "millimetre"
+    assert drawing["tree"] == velkstep.tree(lamp)
+    assert len(drawing["parts"]) == len(drawing["tree"]["parts"])

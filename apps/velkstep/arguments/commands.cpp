@@ -10,6 +10,7 @@
 #include "commands/extract_command.h"
 #include "commands/info_command.h"
 #include "commands/join_command.h"
+#include "commands/picture_command.h"
 #include "commands/report_command.h"
 #include "commands/split_command.h"
 #include "commands/tree_command.h"
@@ -129,6 +130,26 @@ void add_extract_command(CLI::App& app, Action& action) {
   });
 }
 
+void add_picture_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] =
+      add_command(app, action, picture, "picture", "Draw IN, or a part of it, as an SVG file");
+  command->add_option("IN", arguments->in, "The exchange file; - reads standard input")->required();
+  command
+      ->add_option("--part", arguments->part,
+                   "The product's name or id, # and the number of its definition, or a path such "
+                   "as 'Desk lamp/Boom/Arm'; without it, the whole is drawn")
+      ->type_name("WHAT");
+  add_choice(command, "--view", arguments->view, VIEWS, "Where it is seen from");
+  command->add_option("-o,--output", arguments->out, "The file to write")
+      ->type_name("OUT")
+      ->required();
+  command->add_flag("--force", arguments->force, "Replace OUT if it is there");
+  add_memory_limit_option(command, arguments->memory_limit);
+  command->add_flag("--quiet", arguments->quiet, "Print nothing but errors");
+  add_progress_option(command, arguments->progress);
+  command->add_flag("--json", arguments->json, "Print one line of JSON");
+}
+
 void add_tree_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, tree, "tree", "Show how the parts of each IN are put together");
@@ -187,6 +208,7 @@ void add_commands(CLI::App& app, Action& action) {
   add_extract_command(app, action);
   add_tree_command(app, action);
   add_info_command(app, action);
+  add_picture_command(app, action);
   add_report_command(app, action);
 }
 

@@ -12,6 +12,7 @@
 #include "kessel/finding.h"
 #include "kessel/join.h"
 #include "kessel/options.h"
+#include "kessel/picture.h"
 #include "kessel/summary.h"
 #include "kessel/verify.h"
 #include "run/split_arguments.h"
@@ -39,6 +40,10 @@ std::string extract_json(const std::vector<Kessel::ExtractedFile>& files, const 
 
 /// What can be extracted.
 std::string parts_json(const std::vector<Kessel::NamedPart>& parts, const std::string& input);
+
+/// What was drawn, and where.
+std::string picture_json(const Kessel::Picture& picture, Kessel::View view,
+                         const std::string& input, const std::filesystem::path& out);
 
 /// What differs between two files, with counts in place of records where it is a summary.
 std::string diff_json(const Kessel::Difference& difference, const std::string& a,

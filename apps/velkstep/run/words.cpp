@@ -19,6 +19,13 @@ const Choices<Kessel::NameStyle> NAME_STYLES = {
     {"product-unicode", Kessel::NameStyle::product_unicode},
 };
 
+const Choices<Kessel::View> VIEWS = {
+    {"iso", Kessel::View::isometric},
+    {"front", Kessel::View::front},
+    {"top", Kessel::View::top},
+    {"right", Kessel::View::right},
+};
+
 const Choices<ShowProgress> PROGRESS = {
     {"auto", ShowProgress::automatic},
     {"always", ShowProgress::always},

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kessel/options.h"
+#include "kessel/picture.h"
 #include "text/part_label.h"
 #include "text/progress_bar.h"
 #include "text/terminal.h"
@@ -19,6 +20,7 @@ using Choices = std::vector<std::pair<std::string, Value>>;
 extern const Choices<Kessel::AssemblyStyle> ASSEMBLY_STYLES;
 extern const Choices<Kessel::NameStyle> NAME_STYLES;
 extern const Choices<Kessel::Reading> READINGS;
+extern const Choices<Kessel::View> VIEWS;
 extern const Choices<ShowProgress> PROGRESS;
 extern const Choices<ColourChoice> COLOURS;
 extern const Choices<PartsOrder> PARTS_ORDERS;

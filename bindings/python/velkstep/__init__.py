@@ -13,7 +13,7 @@ from typing import Callable, Literal, Optional, TypedDict, Union
 
 from . import _velkstep
 from .errors import InputError, OutputError, PartError
-from .shapes import Difference, Extracted, Info, Joined, Tree
+from .shapes import Difference, Drawing, Extracted, Info, Joined, Picture, Tree
 
 __all__ = [
     "CLASSIC",
@@ -21,9 +21,11 @@ __all__ = [
     "OutputError",
     "PartError",
     "diff",
+    "drawing",
     "extract",
     "info",
     "join",
+    "picture",
     "split",
     "tree",
 ]
@@ -32,6 +34,7 @@ StrPath = Union[str, "os.PathLike[str]"]
 Assemblies = Literal["classic", "lean", "nested"]
 Names = Literal["record", "product", "product-unicode"]
 Reading = Literal["standard", "classic"]
+View = Literal["iso", "front", "top", "right"]
 Stage = Literal["reading", "sorting", "writing"]
 Progress = Callable[[Stage, int, int], object]
 
@@ -93,6 +96,42 @@ def info(input: StrPath) -> Info:
     Raises InputError and MemoryError.
     """
     return _velkstep.info(input)
+
+
+def picture(
+    input: StrPath,
+    out: StrPath,
+    part: str = "",
+    view: View = "iso",
+    replace: bool = False,
+    progress: Optional[Progress] = None,
+) -> Picture:
+    """Draws a part of `input`, or all of it, as the SVG file `out`.
+
+    `part` is as that of extract; without it, the whole is drawn. Returns what `velkstep picture --json`
+    prints. `out` appears when it is finished; what is there already is replaced only with `replace`.
+
+    Raises PartError for a name that no part has, or several; ValueError for a view that there is not;
+    InputError, OutputError, MemoryError.
+    """
+    return _velkstep.picture(input, out, part, view, replace, progress)
+
+
+def drawing(
+    input: StrPath,
+    tolerance: float = 1e-3,
+    names: Names = "product",
+    progress: Optional[Progress] = None,
+) -> Drawing:
+    """Reads the edges of all parts as lines, and where components are. Writes nothing.
+
+    `tolerance` says how far a line may be from its curve, as a fraction of its part's box. The member
+    "tree" is what tree returns, "parts" has what is drawn of each of its parts, in the same order:
+    coordinates in the part's own unit, colours as 0xRRGGBB, matrices as three rows of four numbers.
+
+    Raises InputError and MemoryError.
+    """
+    return _velkstep.drawing(input, tolerance, names, progress)
 
 
 def extract(

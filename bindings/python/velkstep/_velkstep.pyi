@@ -2,7 +2,7 @@ import os
 import pathlib
 from typing import Callable, Optional, Union
 
-from .shapes import Difference, Extracted, Info, Joined, Tree
+from .shapes import Difference, Drawing, Extracted, Info, Joined, Picture, Tree
 
 _StrPath = Union[str, "os.PathLike[str]"]
 
@@ -16,6 +16,20 @@ def split(
 ) -> list[pathlib.Path]: ...
 def tree(input: _StrPath, names: str) -> Tree: ...
 def info(input: _StrPath) -> Info: ...
+def picture(
+    input: _StrPath,
+    out: _StrPath,
+    part: str,
+    view: str,
+    replace: bool,
+    progress: Optional[Callable[..., object]],
+) -> Picture: ...
+def drawing(
+    input: _StrPath,
+    tolerance: float,
+    names: str,
+    progress: Optional[Callable[..., object]],
+) -> Drawing: ...
 def join(
     root: _StrPath,
     out: _StrPath,

@@ -201,6 +201,59 @@ class Extracted(TypedDict):
     files: list[ExtractedFile]
 
 
+class Picture(TypedDict):
+    """What a picture shows."""
+
+    format: int
+    input: str
+    output: str
+    record: int | None
+    name: str
+    view: str
+    places: int
+    lines: int
+    left_out: int
+    dropped: int
+    bytes: int
+
+
+class DrawnLine(TypedDict):
+    """An edge as straight pieces."""
+
+    record: int
+    colour: int | None
+    points: list[tuple[float, float, float]]
+
+
+class PlacedComponent(TypedDict):
+    """One component, placed."""
+
+    part: int
+    usage: int
+    matrix: list[float]
+    placed: bool
+    colour: int | None
+    closes_cycle: bool
+
+
+class DrawnPart(TypedDict):
+    """What is drawn of one part."""
+
+    unit: str
+    unit_metres: float
+    box: tuple[tuple[float, float, float], tuple[float, float, float]] | None
+    dropped: int
+    lines: list[DrawnLine]
+    components: list[PlacedComponent]
+
+
+class Drawing(TypedDict):
+    """The parts of a file with their lines."""
+
+    tree: Tree
+    parts: list[DrawnPart]
+
+
 class Joined(TypedDict):
     """What was joined from which files."""
 

@@ -1,0 +1,58 @@
+#include "commands/picture_command.h"
+
+#include "json/documents.h"
+#include "kessel/errors.h"
+#include "kessel/extract.h"
+#include "run/exit_codes.h"
+#include "run/with_input.h"
+#include "system/interruption.h"
+#include "text/counted.h"
+#include "text/terminal.h"
+
+namespace Velkstep {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+Kessel::Picture draw(const fs::path& in, const PictureArguments& arguments) {
+  Kessel::PictureOptions options;
+  options.part = arguments.part;
+  options.view = arguments.view;
+  options.memory_limit = arguments.memory_limit;
+  options.replace = arguments.force;
+  ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
+  options.progress = [&](const Kessel::Progress& progress) {
+    throw_if_interrupted();
+    bar.show(progress);
+  };
+  return Kessel::draw_picture(in, arguments.out, options);
+}
+
+std::string picture_text(const PictureArguments& arguments, const Kessel::Picture& picture) {
+  std::string text = arguments.out.string() + ": " + printable(picture.name) + ", " +
+                     counted(picture.lines, "line", "lines") + "\n";
+  if (picture.left_out != 0) text += "It leaves out what would be too small to be seen.\n";
+  return text;
+}
+
+}  // namespace
+
+int picture(const PictureArguments& arguments) {
+  return with_input(arguments.in, [&](const fs::path& in) {
+    hold_interruptions();
+    try {
+      const Kessel::Picture picture = draw(in, arguments);
+      if (arguments.json) {
+        return print(picture_json(picture, arguments.view, arguments.in, arguments.out));
+      }
+      return arguments.quiet ? EXIT_DONE : print(picture_text(arguments, picture));
+    } catch (const Kessel::OutputError& error) {
+      return fail_to_write(error);
+    } catch (const Kessel::PartError& error) {
+      return fail(shown_name(arguments.in), printable(error.what()));
+    }
+  });
+}
+
+}  // namespace Velkstep
