@@ -34,6 +34,7 @@ foreach(folder
     products
     reader
     sameness
+    shrink
     splitter
     structure
     verify

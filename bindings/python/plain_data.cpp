@@ -139,19 +139,24 @@ py::object line_or_none(const Kessel::Finding& finding, std::uint64_t number) {
   return finding.line == 0 ? py::object(py::none()) : py::object(py::int_(number));
 }
 
-py::dict finding_dict(const Kessel::Finding& finding) {
+py::dict finding_of_input(const Kessel::Finding& finding) {
   return py::dict("kind"_a = text(std::string(Kessel::name_of(finding.kind))),
                   "severity"_a = finding.severity == Kessel::Severity::error ? "error" : "warning",
                   "sentence"_a = text(finding.sentence),
                   "offset"_a = line_or_none(finding, finding.offset),
                   "line"_a = line_or_none(finding, finding.line),
-                  "instance"_a = number_or_none(finding.instance), "count"_a = finding.count,
-                  "file"_a = text(finding.file));
+                  "instance"_a = number_or_none(finding.instance), "count"_a = finding.count);
+}
+
+py::dict finding_dict(const Kessel::Finding& finding) {
+  py::dict dict = finding_of_input(finding);
+  dict["file"] = text(finding.file);
+  return dict;
 }
 
 }  // namespace
 
-py::dict part_dict(const Kessel::NamedPart& part) {
+py::dict named_part_dict(const Kessel::NamedPart& part) {
   return py::dict("record"_a = part.record, "id"_a = text(part.id), "name"_a = text(part.name),
                   "path"_a = text(part.path));
 }
@@ -159,7 +164,7 @@ py::dict part_dict(const Kessel::NamedPart& part) {
 py::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files, const std::string& input,
                       const std::string& output) {
   const auto file_dict = [](const Kessel::ExtractedFile& file) {
-    py::dict dict = part_dict(file.part);
+    py::dict dict = named_part_dict(file.part);
     dict["file"] = text(file.path.string());
     dict["body"] = file.body == 0 ? py::object(py::none()) : py::object(py::int_(file.body));
     dict["records"] = file.records;
@@ -227,6 +232,15 @@ py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                   "records"_a = joined.records, "bytes"_a = joined.bytes,
                   "inputs"_a = list_of(joined.inputs, input_dict),
                   "findings"_a = list_of(joined.warnings, finding_dict));
+}
+
+py::dict shrink_dict(const Kessel::Shrunk& shrunk, const std::vector<Kessel::Finding>& warnings,
+                     const std::string& input, const std::string& output) {
+  return py::dict("format"_a = FORMAT, "input"_a = text(input), "output"_a = text(output),
+                  "records_before"_a = shrunk.records_before,
+                  "records_after"_a = shrunk.records_after, "unreachable"_a = shrunk.unreachable,
+                  "bytes_before"_a = shrunk.bytes_before, "bytes_after"_a = shrunk.bytes_after,
+                  "findings"_a = list_of(warnings, finding_of_input));
 }
 
 py::dict diff_dict(const Kessel::Difference& difference, const std::string& a,

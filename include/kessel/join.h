@@ -18,6 +18,14 @@ struct JoinOptions {
   std::uint64_t memory_limit = Options::NO_LIMIT;
   /// Whether a file in another folder than the root's, or in one below that, may be read.
   bool follow_outside = false;
+  /// Whether records of the result that say the same become one, as `shrink` does
+  /// (kessel/shrink.h). What was joined is then written twice, first under another name beside
+  /// `out`; it is read, sorted and written once more.
+  bool shrink = false;
+  /// Where `root` stands for a file elsewhere, as a copy of what cannot be read twice does: the
+  /// path of that, which need not be there. References start from its folder, and findings have its
+  /// name.
+  std::filesystem::path stands_for = {};
   /// Whether an output that is there already is replaced.
   bool replace = false;
   /// Told how far it has come, as Options::progress; the total of Stage::reading grows with the

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 
@@ -22,6 +23,7 @@
 #include "output/split_writer.h"
 #include "placement/placement.h"
 #include "products/products.h"
+#include "shrink/equal_records.h"
 #include "splitter/fresh_files.h"
 #include "splitter/placed_names.h"
 #include "splitter/root_list.h"
@@ -64,15 +66,25 @@ class TextHash {
 /// Loads, hashes the texts, and keeps what it is warned of.
 class SplitLoader final : public InstanceLoader {
  public:
-  using InstanceLoader::InstanceLoader;
+  SplitLoader(Instances& instances, const Options& options, std::uint64_t total)
+      : InstanceLoader(instances, options, total), instances_(instances) {
+    if (options.shrink) values_.emplace();
+  }
   void warning(const Finding& finding) override { warnings_.add(finding); }
+  /// What records that may become one say, where that was asked for.
+  const std::optional<Shrink::ValueTexts>& values() const { return values_; }
   std::uint64_t hash() const { return hash_.value(); }
   FindingList& warnings() { return warnings_; }
 
  protected:
-  void added(Index, const Exchange::Record& record) override { hash_.add(record.text); }
+  void added(Index index, const Exchange::Record& record) override {
+    hash_.add(record.text);
+    if (values_) values_->add(instances_, index, record);
+  }
 
  private:
+  const Instances& instances_;
+  std::optional<Shrink::ValueTexts> values_;
   TextHash hash_;
   FindingList warnings_;
 };
@@ -142,6 +154,7 @@ class PlacedSplit {
       loader.warnings().add(std::move(finding));
     }
     warnings_ = loader.warnings().take();
+    if (loader.values()) instances_.make_one(Shrink::equal_records(instances_, *loader.values()));
   }
 
   void warn() {

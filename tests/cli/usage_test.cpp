@@ -54,6 +54,8 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
         run.out,
         "  join                        Join ROOT and the files that it refers to into one file");
     expect_line(run.out,
+                "  shrink                      Write IN again, without what it says twice");
+    expect_line(run.out,
                 "  extract                     Write a part or sub-assembly of IN, with all below "
                 "it, as one file");
     EXPECT_TRUE(run.out.ends_with(EXIT_CODES)) << run.out;

@@ -26,6 +26,7 @@ set(expected
   kessel/part.h
   kessel/picture.h
   kessel/reference_list.h
+  kessel/shrink.h
   kessel/splitter.h
   kessel/summary.h
   kessel/verify.h)

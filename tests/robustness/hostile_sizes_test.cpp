@@ -58,6 +58,11 @@ class HostileSizes : public testing::Test {
       EXPECT_EQ(run.out, "out/box.stp\nout/lid.stp\n");
       EXPECT_EQ(run.errors, "");
     }
+    for (const char* const command : {"join", "shrink"}) {
+      const ProcessRun run =
+          run_velkstep({command, "--quiet", "--force", "in.stp", "-o", "one.stp"}, SMALL_STACK);
+      EXPECT_EQ(run.exit_code, 0) << command << ": " << run.errors;
+    }
     EXPECT_EQ(run_velkstep({"tree", "in.stp"}, SMALL_STACK).exit_code, 0);
     EXPECT_EQ(run_velkstep({"info", "in.stp"}, SMALL_STACK).exit_code, 0);
   }
