@@ -54,7 +54,7 @@ py::dict use_dict(const Kessel::PartUse& use) {
   return py::dict("part"_a = use.part, "count"_a = use.count, "closes_cycle"_a = use.closes_cycle);
 }
 
-py::dict part_dict(const Kessel::PartInfo& part) {
+py::dict tree_part_dict(const Kessel::PartInfo& part) {
   py::object record = py::none();
   if (part.record != 0) record = py::int_(part.record);
   py::object file = py::none();
@@ -256,7 +256,7 @@ py::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
 py::dict tree_dict(const Kessel::Assembly& assembly, const std::string& input) {
   return py::dict("format"_a = FORMAT, "input"_a = text(input), "depth"_a = assembly.depth,
                   "roots"_a = list_of(assembly.roots, [](std::size_t i) { return py::int_(i); }),
-                  "parts"_a = list_of(assembly.parts, part_dict));
+                  "parts"_a = list_of(assembly.parts, tree_part_dict));
 }
 
 py::dict info_dict(const Kessel::Summary& summary, const std::string& input) {

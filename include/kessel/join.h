@@ -49,11 +49,12 @@ struct Joined {
   std::vector<Finding> warnings;
 };
 
-/// Reads the exchange file `root` and the files that it refers to through any number of levels
-/// (external document references, ISO 10303-41; the 'cad_filename' documents of ISO 10303-203),
-/// each of them once, and writes one exchange file `out` that holds what all of them say and
-/// refers to no other: each component's definition and shape take the place of what stood for them,
-/// reference blocks go, records are numbered from 1.
+/// Reads the exchange file `root`, or where that is a folder the root's file of the split in it, as
+/// its list says (`kessel/split_list.h`) or else its "roots.txt", and the files that it refers to
+/// through any number of levels (external document references, ISO 10303-41; the 'cad_filename'
+/// documents of ISO 10303-203), each of them once, and writes one exchange file `out` that holds
+/// what all of them say and refers to no other: each component's definition and shape take the
+/// place of what stood for them, reference blocks go, records are numbered from 1.
 ///
 /// Files of one split that were left as they are join to exactly the records that were split: marks
 /// say where each came from. Otherwise, records of different files become one only where they are

@@ -53,7 +53,7 @@ enum kessel_view {
 /* How a split ended. */
 enum kessel_status {
   KESSEL_DONE = 0,
-  KESSEL_NOTHING_TO_SPLIT = 1, /* the input holds one part or none; nothing was written */
+  KESSEL_NOTHING_TO_SPLIT = 1, /* the classic style, and one part or none; nothing was written */
   KESSEL_BAD_ARGUMENT = 2, /* a null path, an unknown choice or part, or a path that is not UTF-8 */
   KESSEL_INPUT_ERROR = 3,  /* the input cannot be read or split */
   KESSEL_OUTPUT_ERROR = 4, /* a file is there already, or was not written whole */
@@ -120,10 +120,10 @@ KESSEL_EXPORT kessel_result* kessel_split(const char* in, const char* outdir,
 KESSEL_EXPORT kessel_result* kessel_diff(const char* a, const char* b,
                                          const struct kessel_options* options);
 
-/* Joins the exchange file `root` and those that it refers to into the file `out`, as Kessel::join
-   does (kessel/join.h), which must not be there. Of the options the memory limit and the progress
-   function matter. Prints nothing. Returns a result as kessel_split does; its only file is `out`.
- */
+/* Joins the exchange file `root`, or the split in the folder `root`, and those that it refers to
+   into the file `out`, as Kessel::join does (kessel/join.h), which must not be there. Of the
+   options the memory limit and the progress function matter. Prints nothing. Returns a result as
+   kessel_split does; its only file is `out`. */
 KESSEL_EXPORT kessel_result* kessel_join(const char* root, const char* out,
                                          const struct kessel_options* options);
 

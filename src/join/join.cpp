@@ -9,6 +9,7 @@
 #include "output/finished_file.h"
 #include "output/fresh_file.h"
 #include "shrink/shrinking.h"
+#include "split_list/split_root.h"
 
 namespace Kessel {
 
@@ -27,7 +28,9 @@ void refuse_to_replace_inputs(const FileSet& files, const std::filesystem::path&
 /// Joins into a stream that is a file with the path `out` in the end.
 Joined join_into(std::ostream& stream, const std::filesystem::path& root,
                  const std::filesystem::path& out, const JoinOptions& options) {
-  Joining joining(root, options);
+  std::error_code unknown;
+  const bool is_split = std::filesystem::is_directory(root, unknown);
+  Joining joining(is_split ? root_of_split(root) : root, options);
   refuse_to_replace_inputs(joining.files(), out);
   const std::u8string name = out.filename().u8string();
   joining.write({name.begin(), name.end()}, stream);

@@ -122,6 +122,7 @@ static void choices(void) {
   struct kessel_options options = default_options();
   options.names = KESSEL_NAMES_RECORD;
   EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT(remove("out/velkstep-split.json") == 0);
   options.names = KESSEL_NAMES_PRODUCT;
   options.assemblies = KESSEL_ASSEMBLIES_LEAN;
   EXPECT_FILES(&options, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
@@ -193,6 +194,30 @@ static void nothing_to_split(void) {
   kessel_classic_options(&options, sizeof options);
   EXPECT_FAILURE("one.stp", "out", &options, KESSEL_NOTHING_TO_SPLIT, "There is nothing to split.");
   EXPECT(access("out/#1_part.stp", F_OK) != 0);
+}
+
+/* What hosts are told is nothing to split is copied by default. */
+static void one_part(void) {
+  kessel_result* result;
+  write_file("one.stp",
+             "#1=PRODUCT('lid','lid','',());\n#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
+             "#3=PRODUCT_DEFINITION('d','',#2,$);\n#4=PRODUCT_DEFINITION_SHAPE('','',#3);\n"
+             "#5=SHAPE_DEFINITION_REPRESENTATION(#4,#6);\n#6=SHAPE_REPRESENTATION('',(),$);\n");
+  result = kessel_split("one.stp", "out", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT(kessel_file_count(result) == 1);
+  EXPECT_TEXT(kessel_file(result, 0), "out/lid.stp");
+  kessel_free(result);
+  EXPECT(file_has("out/lid.stp", "DATA;\n#1=PRODUCT('lid','lid','',());\n"));
+  EXPECT(file_has("out/velkstep-split.json", "\"root\": \"lid.stp\""));
+
+  /* A split is joined by its folder. */
+  result = kessel_join("out", "whole.stp", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  kessel_free(result);
+  result = kessel_diff("one.stp", "whole.stp", NULL);
+  EXPECT(kessel_is_same(result));
+  kessel_free(result);
 }
 
 static void bad_arguments(void) {
@@ -551,6 +576,7 @@ static const struct {
     {"classic_options", classic_options},
     {"choices", choices},
     {"nothing_to_split", nothing_to_split},
+    {"one_part", one_part},
     {"bad_arguments", bad_arguments},
     {"input_errors", input_errors},
     {"output_errors", output_errors},

@@ -257,12 +257,15 @@ TEST_F(KilledBeforeEachCall, FolderWithOtherFilesIsCompleteWhereTheRootIs) {
   };
   kill_each_time(SPLIT, prepare, look);
   EXPECT_THAT(differences(tree_of("out"), finished), IsEmpty());
-  EXPECT_EQ(arrived, (std::set<std::size_t>{0, 1, 2, 3})) << "between any two moves";
+  EXPECT_EQ(arrived, (std::set<std::size_t>{0, 1, 2, 3, 4})) << "between any two moves";
 }
 
 TEST_F(KilledBeforeEachCall, ForcedSplitIsOldOrNewWhereTheRootIs) {
-  const FolderTree old = {
-      {"box.stp", "old"}, {"lid.stp", "old"}, {"roots.txt", "old"}, {"notes.txt", "mine"}};
+  const FolderTree old = {{"box.stp", "old"},
+                          {"lid.stp", "old"},
+                          {"roots.txt", "old"},
+                          {"velkstep-split.json", "old"},
+                          {"notes.txt", "mine"}};
   FolderTree finished = whole_;
   finished["notes.txt"] = "mine";
   const auto prepare = [&] {
@@ -280,7 +283,37 @@ TEST_F(KilledBeforeEachCall, ForcedSplitIsOldOrNewWhereTheRootIs) {
   };
   kill_each_time(FORCED_SPLIT, prepare, look);
   EXPECT_THAT(differences(tree_of("out"), finished), IsEmpty());
-  EXPECT_EQ(there, (std::set<std::size_t>{0, 1, 2, 3})) << "between any two moves";
+  EXPECT_EQ(there, (std::set<std::size_t>{0, 1, 2, 3, 4})) << "between any two moves";
+}
+
+// Of the older split, one file goes, one is replaced, and the roots have other names.
+TEST_F(KilledBeforeEachCall, ForcedSplitOverAnOlderOneIsOldOrNewWhereItsRootIs) {
+  std::string records(BOX_WITH_LID);
+  records.replace(records.find("'box','box'"), 11, "'hat','hat'");
+  folder_.write("older.stp", exchange_file(records));
+  EXPECT_EQ(run_velkstep({"split", "older.stp", "older"}).exit_code, 0);
+  const FolderTree older = tree_of("older");
+  ASSERT_TRUE(older.contains("hat.stp"));
+  const ScratchFolder elsewhere;
+  fs::rename(folder_ / "older", "older");
+  fs::remove(folder_ / "older.stp");
+  fs::current_path(folder_.path());
+  const auto prepare = [&] { fs::copy(elsewhere / "older", "out", fs::copy_options::recursive); };
+  std::set<bool> roots;
+  const auto look = [&] {
+    const FolderTree left = tree_of("out");
+    EXPECT_FALSE(left.contains("hat.stp") && left.contains("box.stp"));
+    if (left.contains("hat.stp")) {
+      EXPECT_THAT(differences(left, older), IsEmpty());
+    }
+    if (left.contains("box.stp")) {
+      EXPECT_THAT(differences(left, whole_), IsEmpty());
+    }
+    roots.insert(left.contains("hat.stp"));
+  };
+  kill_each_time(FORCED_SPLIT, prepare, look);
+  EXPECT_THAT(differences(tree_of("out"), whole_), IsEmpty());
+  EXPECT_EQ(roots, (std::set<bool>{false, true}));
 }
 
 /// A command that writes one file, killed before each of its system calls in turn.

@@ -23,7 +23,7 @@ const std::string EXIT_CODES =
     "  0  done\n"
     "  1  failed; one line on standard error says why\n"
     "  2  wrong usage\n"
-    "  3  nothing to split: the file holds one part or none\n"
+    "  3  nothing to split, with --classic: the file holds one part or none\n"
     "  4  check, verify: warnings, but no errors\n";
 
 /// Expects that `text` has `line` as one of its lines.

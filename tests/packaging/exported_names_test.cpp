@@ -100,6 +100,10 @@ const std::set<std::string> INTERFACE = {
     "Kessel::read_drawing(std::filesystem::path const&, Kessel::DrawingOptions const&, "
     "Kessel::Options const&)",
     "Kessel::read_summary(std::filesystem::path const&, Kessel::Options const&)",
+    "Kessel::list_file(std::string const&, std::filesystem::path const&)",
+    "Kessel::read_split_list(std::filesystem::path const&)",
+    "Kessel::state_of(Kessel::ListedFile const&, std::filesystem::path const&)",
+    "Kessel::write_split_list(Kessel::SplitList const&, std::filesystem::path const&)",
     "Kessel::shrink(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::ShrinkOptions const&)",
     "Kessel::split(std::filesystem::path const&, std::filesystem::path const&, "

@@ -27,6 +27,7 @@ set(expected
   kessel/picture.h
   kessel/reference_list.h
   kessel/shrink.h
+  kessel/split_list.h
   kessel/splitter.h
   kessel/summary.h
   kessel/verify.h)

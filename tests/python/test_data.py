@@ -51,9 +51,9 @@ def test_tree_of_a_small_file(lamp):
     assert tree["input"] == str(lamp)
 
 
-def test_tree_of_a_lone_part_has_no_file(write):
+def test_tree_of_a_lone_part_has_a_file(write):
     (part,) = velkstep.tree(write("one.stp", LONE_PART))["parts"]
-    assert part["file"] is None
+    assert part["file"] == "lid.stp"
 
 
 def test_generated_root_has_no_record(write):

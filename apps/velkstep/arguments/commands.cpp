@@ -85,7 +85,8 @@ void add_join_command(CLI::App& app, Action& action) {
       app, action, join, "join", "Join ROOT and the files that it refers to into one file");
   command
       ->add_option("ROOT", arguments->root,
-                   "The file that refers to the others; - reads standard input")
+                   "The file that refers to the others, or the folder of a split; - reads standard "
+                   "input")
       ->required();
   command->add_option("-o,--output", arguments->out, "The file to write")
       ->type_name("OUT")
@@ -212,6 +213,8 @@ void add_report_command(CLI::App& app, Action& action) {
       add_command(app, action, report, "report",
                   "Split each IN, and write a page about its parts, report.html");
   add_split_arguments(command, *arguments);
+  command->add_flag("!--no-pictures", arguments->pictures,
+                    "Leave out the drawings of the parts, their boxes and colours");
 }
 
 }  // namespace

@@ -21,7 +21,10 @@ namespace fs = std::filesystem;
 /// What a file is called that a finding names as seen from the root's folder; the root for none.
 std::string name_in_finding(const JoinArguments& arguments, const Kessel::Finding& finding) {
   if (finding.file.empty()) return shown_name(arguments.root);
-  return (fs::path(arguments.root).parent_path() / finding.file).string();
+  std::error_code error;
+  const fs::path root = arguments.root;
+  const fs::path folder = fs::is_directory(root, error) ? root : root.parent_path();
+  return (folder / finding.file).string();
 }
 
 /// Joins `root`, which may be a copy of what the arguments mean.

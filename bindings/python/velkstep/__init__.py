@@ -63,7 +63,8 @@ def split(
 ) -> list[pathlib.Path]:
     """Splits the file `input` into files under `outdir`, and returns their paths, the root's first.
 
-    The list is empty when the file holds one part or none. `outdir` is made as needed; where one of
+    A file with one part or none is copied; with the assemblies "classic" the list is empty then, and
+    nothing is written. The list "velkstep-split.json" of the files goes into `outdir`, too. `outdir` is made as needed; where one of
     the files is there already, in whatever form, nothing is written and OutputError is raised.
     "roots.txt" with the root's file name goes into the working directory, over an earlier one.
     Sentences about problems in the data go to standard error. With `shrink`, which needs the style
@@ -169,7 +170,8 @@ def join(
     progress: Optional[Progress] = None,
     shrink: bool = False,
 ) -> Joined:
-    """Joins `root` and the files that it refers to into the file `out`.
+    """Joins `root`, or the split in the folder `root`, and the files that it refers to into the file
+    `out`.
 
     Returns what `velkstep join --json` prints. `out` appears when it is finished, or not at all;
     what is there already is replaced only with `replace`. Files outside of the root's folder are
