@@ -151,7 +151,7 @@ py::dict finding_dict(const Kessel::Finding& finding) {
 
 }  // namespace
 
-py::dict part_dict(const Kessel::NamedPart& part) {
+py::dict named_part_dict(const Kessel::NamedPart& part) {
   return py::dict("record"_a = part.record, "id"_a = text(part.id), "name"_a = text(part.name),
                   "path"_a = text(part.path));
 }
@@ -159,7 +159,7 @@ py::dict part_dict(const Kessel::NamedPart& part) {
 py::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files, const std::string& input,
                       const std::string& output) {
   const auto file_dict = [](const Kessel::ExtractedFile& file) {
-    py::dict dict = part_dict(file.part);
+    py::dict dict = named_part_dict(file.part);
     dict["file"] = text(file.path.string());
     dict["body"] = file.body == 0 ? py::object(py::none()) : py::object(py::int_(file.body));
     dict["records"] = file.records;

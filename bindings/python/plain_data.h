@@ -28,7 +28,7 @@ pybind11::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                          const std::string& output);
 
 /// What can be extracted, one of it. Needs the interpreter's lock.
-pybind11::dict part_dict(const Kessel::NamedPart& part);
+pybind11::dict named_part_dict(const Kessel::NamedPart& part);
 
 /// What was extracted from `input` into `output`. Needs the interpreter's lock.
 pybind11::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files,

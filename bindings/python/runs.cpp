@@ -80,7 +80,8 @@ void run_alone(const fs::path& input, const std::function<void()>& run) {
     throw;
   } catch (const Kessel::PartError& error) {
     py::list candidates;
-    for (const Kessel::NamedPart& part : error.candidates()) candidates.append(part_dict(part));
+    for (const Kessel::NamedPart& part : error.candidates())
+      candidates.append(named_part_dict(part));
     raise("PartError", error.what(), candidates);
   } catch (const Kessel::InputError& error) {
     const Kessel::Finding& finding = error.finding();
