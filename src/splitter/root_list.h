@@ -2,13 +2,12 @@
 #pragma once
 
 #include "model/store.h"
+#include "split_list/split_root.h"
 
 namespace Kessel {
 
-/// Its name, in the working directory.
-inline constexpr const char* ROOT_LIST = "roots.txt";
-
-/// Writes it, where there is a root. A failure is noted and does not end the run.
+/// Writes it into the working directory, where there is a root. A failure is noted and does not end
+/// the run.
 void list_root(const Store& store);
 
 }  // namespace Kessel

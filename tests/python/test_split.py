@@ -1,6 +1,7 @@
 """split: what is written, how it is called, and which arguments are taken."""
 
 import inspect
+import json
 import os
 import pathlib
 from pathlib import Path
@@ -27,7 +28,7 @@ def test_returns_the_paths_of_the_files_the_roots_first(assembly):
     files = velkstep.split(assembly, "out")
     assert files == [Path("out/joint.stp"), Path("out/bolt.stp"), Path("out/nut.stp")]
     assert all(isinstance(file, pathlib.Path) for file in files)
-    assert sorted(Path("out").iterdir()) == sorted(files)
+    assert sorted(Path("out").iterdir()) == sorted([*files, Path("out/velkstep-split.json")])
     assert Path("roots.txt").read_text() == "joint.stp\n"
     begin, records = data_of("out/bolt.stp").split("\n", 1)
     assert begin.startswith("/* velkstep split ")
@@ -121,9 +122,27 @@ def test_unicode_in_paths_and_names(write):
     assert Path("Grüße/Tür.stp").exists()
 
 
-def test_nothing_to_split_gives_an_empty_list(write, capfd):
-    assert velkstep.split(write("one.stp", LONE_PART), "out") == []
+def test_one_part_is_copied(write, capfd):
+    one = write("one.stp", LONE_PART)
+    assert velkstep.split(one, "out") == [Path("out/lid.stp")]
+    assert Path("out/lid.stp").read_bytes() == one.read_bytes()
     assert capfd.readouterr().err == ""
+
+
+def test_one_part_is_nothing_to_split_to_hosts(write, capfd):
+    assert velkstep.split(write("one.stp", LONE_PART), "out", **velkstep.CLASSIC) == []
+    assert capfd.readouterr().err.startswith("Only one part was found in the file !\n")
+    assert not Path("out").exists()
+
+
+def test_the_list_says_what_was_written(assembly):
+    files = velkstep.split(assembly, "out")
+    split = json.loads(Path("out/velkstep-split.json").read_text())
+    assert split["root"] == "joint.stp"
+    assert [entry["file"] for entry in split["files"]] == [file.name for file in files]
+    assert [entry["bytes"] for entry in split["files"]] == [file.stat().st_size for file in files]
+    velkstep.join("out", "one.stp")
+    assert velkstep.diff(assembly, "one.stp")["same"]
 
 
 def test_signature():

@@ -21,6 +21,7 @@ struct SplitArguments {
   bool force = false;
   bool quiet = false;
   bool json = false;
+  bool pictures = true;  ///< whether a report shows the parts
   bool dry_run = false;
   ShowProgress progress = ShowProgress::automatic;
 };
