@@ -8,6 +8,7 @@
 #include "geometry/draw_products.h"
 #include "inspection/assembly.h"
 #include "instances/loader.h"
+#include "join/followed_input.h"
 #include "kessel/errors.h"
 
 namespace Kessel {
@@ -68,9 +69,20 @@ DrawnPart draw_generated_root(const Products& products, const std::vector<DrawnP
 
 DrawnFile::DrawnFile(const std::filesystem::path& in, const DrawingOptions& fineness,
                      const Options& options) {
+  if (options.follow_references) {
+    const FollowedInput whole(in, options);
+    draw(whole.path(), fineness, whole.options_for_path(), whole.names());
+  } else {
+    draw(in, fineness, options, {});
+  }
+}
+
+void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fineness,
+                     const Options& options, const std::vector<std::string>& others) {
   Geometry::GeometryRecords records(file.instances);
   DrawingLoader loader(file.instances, records, options, size_of(in));
   file.read(in, options, loader);
+  file.names_of_others.insert(file.names_of_others.end(), others.begin(), others.end());
   drawing.assembly = assembly_of(file, options);
   const std::size_t count = file.products.products.size();
   drawing.parts = Geometry::draw_products(records, file.products, fineness, [&](std::size_t done) {

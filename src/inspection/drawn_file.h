@@ -8,12 +8,17 @@ namespace Kessel {
 
 /// Its records, products and lines.
 struct DrawnFile {
-  /// Reads `in` once. Throws as read_drawing() does.
+  /// Reads `in` once; with Options::follow_references, together with what it refers to. Throws as
+  /// read_drawing() does.
   DrawnFile(const std::filesystem::path& in, const DrawingOptions& fineness,
             const Options& options);
 
   InspectedFile file;
   Drawing drawing;
+
+ private:
+  void draw(const std::filesystem::path& in, const DrawingOptions& fineness, const Options& options,
+            const std::vector<std::string>& others);
 };
 
 }  // namespace Kessel

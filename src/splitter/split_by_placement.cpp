@@ -110,17 +110,6 @@ void require_products(const Products& products, const Placement& placement,
   }
 }
 
-/// Leaves the name of the root's file to the host, in the working directory.
-void write_root_list(const std::string& name) {
-  errno = 0;
-  std::ofstream list(ROOT_LIST);
-  list << name << '\n';
-  list.close();
-  if (list.fail()) {
-    throw OutputError(ROOT_LIST, {errno != 0 ? errno : EIO, std::generic_category()});
-  }
-}
-
 /// The words of the command line.
 const char* word_of(AssemblyStyle style) {
   return style == AssemblyStyle::nested ? "nested" : "lean";
@@ -170,7 +159,9 @@ class PlacedSplit {
     for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
     require_fresh_file(outdir_ / SPLIT_LIST);
     require_fresh_root_list(path_);
-    write_root_list(fspath_to_utf8(names_.front()));
+    if (!write_root_list(fspath_to_utf8(names_.front()))) {
+      throw OutputError(ROOT_LIST, {errno != 0 ? errno : EIO, std::generic_category()});
+    }
     const std::vector<FileFigures> figures = write();
     std::vector<WrittenFile> copies;
     if (copies_) copies = copies_->write(outdir_);

@@ -73,9 +73,13 @@ TEST_F(ReportCommand, DataHoldsPartsFilesAndUses) {
   ASSERT_EQ(run_velkstep({"report", "in.stp", "out"}).exit_code, 0);
   const Json expected = Json::parse(R"({
     "input": "in.stp", "assemblies": "nested", "names": "product", "roots": [0],
+    "header": {"system": "", "preprocessor": "", "authors": ["me"], "organisations": ["us"],
+               "time": "then", "schemas": ["AUTOMOTIVE_DESIGN"], "units": [], "records": 12},
+    "findings": [], "pictures": true, "colours": [],
     "parts": [
       {"record": "3", "id": "box", "name": "box", "kind": "assembly", "file": "box.stp",
-       "total": "1", "components": [{"part": 1, "count": 1}], "used_in": []},
+       "total": "1", "components": [{"part": 1, "count": 1}], "used_in": [], "placed": [1],
+       "placements": "AACAPwAAAAAAAAAAAAAAAAAAAAAAAIA/AAAAAAAAAAAAAAAAAAAAAAAAgD8AAAAA"},
       {"record": "6", "id": "lid", "name": "lid", "kind": "part", "file": "lid.stp",
        "total": "1", "components": [], "used_in": [{"part": 0, "count": 1}]}]})");
   Json data = Json::parse(data_text(read_file("out/report.html")));
@@ -86,7 +90,50 @@ TEST_F(ReportCommand, DataHoldsPartsFilesAndUses) {
     part.erase("bytes");
     part.erase("records");
   }
+  EXPECT_EQ(data["header"]["bytes"], fs::file_size("in.stp"));
+  data["header"].erase("bytes");
   EXPECT_EQ(data, expected);
+}
+
+TEST_F(ReportCommand, PicturesAreLinesInTheirBoxesAndPlaces) {
+  ASSERT_EQ(run_velkstep({"report", VELKSTEP_EXAMPLE, "out"}).exit_code, 0);
+  const Json data = Json::parse(data_text(read_file("out/report.html")));
+  EXPECT_EQ(data["colours"].size(), 5U);
+  for (const Json& part : data["parts"]) {
+    const bool is_assembly = part["kind"] == "assembly";
+    EXPECT_EQ(part["unit"], "millimetre") << part;
+    EXPECT_EQ(part["box"].size(), 6U) << part;
+    EXPECT_EQ(part.contains("lines"), !is_assembly) << part;
+    if (is_assembly) {
+      std::size_t uses = 0;
+      for (const Json& use : part["components"]) uses += use["count"].get<std::size_t>();
+      EXPECT_EQ(part["placed"].size(), uses) << part;
+      EXPECT_EQ(part["placements"].get<std::string>().size(), 64 * uses) << part;
+    } else {
+      EXPECT_EQ(part["frame"], part["box"]) << part;
+    }
+  }
+}
+
+TEST_F(ReportCommand, NoPicturesLeavesThemOut) {
+  ASSERT_EQ(run_velkstep({"report", "--no-pictures", VELKSTEP_EXAMPLE, "out"}).exit_code, 0);
+  const Json data = Json::parse(data_text(read_file("out/report.html")));
+  EXPECT_EQ(data["pictures"], false);
+  EXPECT_FALSE(data.contains("colours"));
+  for (const Json& part : data["parts"]) {
+    for (const char* const key : {"box", "unit", "frame", "lines", "colour", "placements"}) {
+      EXPECT_FALSE(part.contains(key)) << part;
+    }
+  }
+}
+
+TEST_F(ReportCommand, FindingsOfTheInputAreInTheData) {
+  folder_.write("in.stp", exchange_file(std::string(BOX_WITH_LID) + "#99=NOTE(#98);\n"));
+  ASSERT_EQ(run_velkstep({"report", "in.stp", "out"}).exit_code, 0);
+  const Json data = Json::parse(data_text(read_file("out/report.html")));
+  ASSERT_EQ(data["findings"].size(), 1U) << data["findings"];
+  EXPECT_EQ(data["findings"][0]["severity"], "warning");
+  EXPECT_NE(data["findings"][0]["sentence"].get<std::string>().find("#98"), std::string::npos);
 }
 
 TEST_F(ReportCommand, SizesAreThoseOfTheFiles) {

@@ -81,8 +81,15 @@ class Browser:
             {"name": "prefers-color-scheme", "value": "dark" if dark else "light"}])
         self.problems.clear()
         self.requests.clear()
+        self.send("Page.navigate", url="about:blank")  # so that the next one is a load in any case
+        self._load("Page.navigate", url=path.absolute().as_uri())
+
+    def reload(self):
+        self._load("Page.reload")
+
+    def _load(self, method, **parameters):
         self._loaded = False
-        self.send("Page.navigate", url=path.absolute().as_uri())
+        self.send(method, **parameters)
         while not self._loaded:
             self._receive()
         self.settle()
@@ -105,16 +112,49 @@ class Browser:
         self.send("Input.dispatchKeyEvent", type="keyUp", key=key, code=key)
         self.settle()
 
-    def click(self, selector):
-        """Presses the middle of the first element of this kind, as a mouse does."""
-        x, y = self.value("""(() => {
+    def middle_of(self, selector):
+        """The middle of the first element of this kind, brought in sight."""
+        return self.value("""(() => {
           const element = document.querySelector(%s);
           element.scrollIntoView({block: "nearest"});
           const box = element.getBoundingClientRect();
           return [box.left + box.width / 2, box.top + box.height / 2];
         })()""" % json.dumps(selector))
+
+    def _mouse(self, kind, x, y, **more):
+        self.send("Input.dispatchMouseEvent", type=kind, x=x, y=y, **more)
+
+    def click(self, selector):
+        self.click_at(*self.middle_of(selector))
+
+    def click_at(self, x, y):
+        """Presses as a mouse does."""
         for kind in ("mousePressed", "mouseReleased"):
-            self.send("Input.dispatchMouseEvent", type=kind, x=x, y=y, button="left", clickCount=1)
+            self._mouse(kind, x, y, button="left", clickCount=1)
+        self.settle()
+
+    def hover(self, selector):
+        self._mouse("mouseMoved", *self.middle_of(selector))
+        self.settle()
+
+    def drag(self, selector, right, down):
+        x, y = self.middle_of(selector)
+        self._mouse("mousePressed", x, y, button="left", clickCount=1)
+        self._mouse("mouseMoved", x + right, y + down, button="left", buttons=1)
+        self._mouse("mouseReleased", x + right, y + down, button="left", clickCount=1)
+        self.settle()
+
+    def wheel(self, selector, down):
+        x, y = self.middle_of(selector)
+        self._mouse("mouseWheel", x, y, deltaX=0, deltaY=down)
+        self.settle()
+
+    def touch(self, selector, right, down):
+        """A finger that moves over an element."""
+        x, y = self.middle_of(selector)
+        for kind, points in [("touchStart", [{"x": x, "y": y}]),
+                             ("touchMove", [{"x": x + right, "y": y + down}]), ("touchEnd", [])]:
+            self.send("Input.dispatchTouchEvent", type=kind, touchPoints=points)
         self.settle()
 
     def type(self, text):

@@ -195,6 +195,10 @@ void add_tree_command(CLI::App& app, Action& action) {
   CLI::Option* bom = command->add_flag("--bom", arguments->bom,
                                        "List the parts that have a shape, with total quantities");
   command->add_flag("--csv", arguments->csv, "With --bom: as comma-separated values")->needs(bom);
+  command
+      ->add_flag("--sizes", arguments->sizes,
+                 "With --bom: also the box around each part, and its unit")
+      ->needs(bom);
   add_choice(command, "--sort", arguments->order, PARTS_ORDERS,
              "With --bom: sort by name, or by quantity, the most frequent first")
       ->needs(bom);
@@ -217,6 +221,8 @@ void add_report_command(CLI::App& app, Action& action) {
       add_command(app, action, report, "report",
                   "Split each IN, and write a page about its parts, report.html");
   add_split_arguments(command, *arguments);
+  command->add_flag("!--no-pictures", arguments->pictures,
+                    "Leave out the drawings of the parts, their boxes and colours");
 }
 
 }  // namespace

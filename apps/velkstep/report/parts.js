@@ -11,6 +11,8 @@ const number_text = (number) => number.toLocaleString("en");
 
 const counted = (number, one, many) => `${number_text(number)} ${number === 1 ? one : many}`;
 
+const is_assembly = (part) => part.components.length > 0;
+
 // A size in bytes, rounded to three digits.
 function size_text(bytes) {
   let value = bytes;
@@ -22,8 +24,30 @@ function size_text(bytes) {
   }
 }
 
+const UNIT_SIGNS = {
+  micrometre: "µm", millimetre: "mm", centimetre: "cm", decimetre: "dm", metre: "m",
+  kilometre: "km", inch: "in", foot: "ft", mil: "mil", yard: "yd",
+};
+
+const unit_text = (unit) => UNIT_SIGNS[unit.toLowerCase()] ?? unit;
+
+// The sides of a part's bounding box with the unit, or nothing.
+function box_text(part) {
+  if (!part.box) return "";
+  const [a, b, c] = [0, 1, 2].map((i) =>
+    number_text(Number((part.box[i + 3] - part.box[i]).toPrecision(4))));
+  return `${a} × ${b} × ${c}${part.unit ? ` ${unit_text(part.unit)}` : ""}`;
+}
+
 // Where a part's file is, seen from this page.
 const link_to = (file) => "./" + encodeURIComponent(file);
+
+// A link that opens a part's file.
+function file_link(part) {
+  const link = element("a", "file", part.file);
+  link.href = link_to(part.file);
+  return link;
+}
 
 // A new element with this class and text. Texts of the data never become markup.
 function element(tag, class_name = "", text = "") {
@@ -33,18 +57,45 @@ function element(tag, class_name = "", text = "") {
   return made;
 }
 
-// For each part the use that leads to it on a shortest way from a root: [parent, position in the
-// parent's components]; null for roots.
-function ways_from_roots() {
-  const ways = new Array(PARTS.length).fill(undefined);
-  for (const root of REPORT.roots) ways[root] = null;
+// A button that calls `action`.
+function button(text, action, title = "") {
+  const made = element("button", "", text);
+  made.type = "button";
+  if (title) made.title = title;
+  made.addEventListener("click", action);
+  return made;
+}
+
+// For each part the use that leads to it on a shortest way from a root: the index of the part that
+// uses it; null for roots.
+function parents_on_shortest_ways() {
+  const parents = new Array(PARTS.length).fill(undefined);
+  for (const root of REPORT.roots) parents[root] = null;
   const waiting = [...REPORT.roots];
   for (let i = 0; i < waiting.length; ++i) {
-    PARTS[waiting[i]].components.forEach((use, position) => {
-      if (use.closes_cycle || ways[use.part] !== undefined) return;
-      ways[use.part] = [waiting[i], position];
+    for (const use of PARTS[waiting[i]].components) {
+      if (use.closes_cycle || parents[use.part] !== undefined) continue;
+      parents[use.part] = waiting[i];
       waiting.push(use.part);
-    });
+    }
   }
-  return ways;
+  return parents;
+}
+
+const PARENTS = parents_on_shortest_ways();
+
+// The parts on a shortest way from a root to this one, both included.
+function way_to(part) {
+  const way = [part];
+  while (PARENTS[way[0]] != null) way.unshift(PARENTS[way[0]]);
+  return way;
+}
+
+// What stands for a part in the page's address, behind "#part=".
+const address_of = (part) => PARTS[part].record ?? "root";
+
+// The index of the part that the page's address asks for; -1 where there is none.
+function part_in_address() {
+  const asked = new URLSearchParams(location.hash.slice(1)).get("part");
+  return asked === null ? -1 : PARTS.findIndex((part, index) => address_of(index) === asked);
 }

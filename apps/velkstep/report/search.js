@@ -5,55 +5,92 @@ const MOST_RESULTS = 100;
 // A text without case and marks, so that "turgriff" finds "Türgriff".
 const folded = (text) => text.normalize("NFKD").replace(/\p{M}/gu, "").toLowerCase();
 
-// Lists what is found for the words in the field. `choose(part)` is called for a result.
-function set_up_search(choose) {
-  const field = document.getElementById("search");
-  const status = document.getElementById("found");
-  const list = document.getElementById("results");
-  const texts = PARTS.map((part) =>
-    folded([part.name, part.id, part.file, part.record === null ? "" : `#${part.record}`].join("\n")));
+class Search {
+  // `choose(part)` is called for a hit that is pressed or gone to, `leave()` when Escape is pressed.
+  constructor(choose, leave) {
+    this.field = document.getElementById("search");
+    this.status = document.getElementById("found");
+    this.list = document.getElementById("results");
+    this.choose = choose;
+    this.leave = leave;
+    this.texts = PARTS.map((part) =>
+      folded([part.name, part.id, part.file, part.record === null ? "" : `#${part.record}`].join("\n")));
+    this.field.addEventListener("input", () => this.search());
+    this.field.addEventListener("keydown", (event) => this.press(event));
+    this.list.addEventListener("click", (event) => {
+      const hit = event.target.closest("[role=option]");
+      if (hit) this.go_to([...this.list.children].indexOf(hit));
+    });
+    this.search();  // A browser may have kept what was typed before the page was loaded again.
+  }
 
   // How well a part's title fits what was typed: 0 is best.
-  function distance(part, typed) {
+  distance(part, typed) {
     const title = folded(title_of(PARTS[part]));
     return title === typed ? 0 : title.startsWith(typed) ? 1 : title.includes(typed) ? 2 : 3;
   }
 
   // All parts in whose texts every word occurs, those that fit best first.
-  function parts_with(words) {
+  parts_with(words) {
     const typed = words.join(" ");
     const groups = [[], [], [], []];
-    texts.forEach((text, part) => {
-      if (words.every((word) => text.includes(word))) groups[distance(part, typed)].push(part);
+    this.texts.forEach((text, part) => {
+      if (words.every((word) => text.includes(word))) groups[this.distance(part, typed)].push(part);
     });
     return groups.flat();
   }
 
-  function search() {
-    const words = folded(field.value).split(/\s+/).filter(Boolean);
-    const found = words.length > 0 ? parts_with(words) : [];
-    const some = found.slice(0, MOST_RESULTS);
-    list.replaceChildren(...some.map(result));
-    list.hidden = some.length === 0;
-    if (words.length === 0) status.textContent = "";
-    else if (some.length === found.length) {
-      status.textContent = counted(found.length, "part found", "parts found");
+  search() {
+    const words = folded(this.field.value).split(/\s+/).filter(Boolean);
+    const found = words.length > 0 ? this.parts_with(words) : [];
+    this.hits = found.slice(0, MOST_RESULTS);
+    this.at = -1;
+    this.list.replaceChildren(...this.hits.map((part, i) => this.hit(part, i)));
+    this.list.hidden = this.hits.length === 0;
+    this.field.setAttribute("aria-expanded", this.hits.length > 0);
+    this.field.removeAttribute("aria-activedescendant");
+    if (words.length === 0) this.status.textContent = "";
+    else if (this.hits.length === found.length) {
+      this.status.textContent = counted(found.length, "part found", "parts found");
     } else {
-      status.textContent = `${number_text(found.length)} parts found, the first ${MOST_RESULTS} are shown`;
+      this.status.textContent =
+        `${number_text(found.length)} parts found, the first ${MOST_RESULTS} are shown`;
     }
   }
 
-  function result(part) {
-    const button = element("button");
-    button.type = "button";
-    button.append(element("span", "name", title_of(PARTS[part])),
-                  element("span", "size", PARTS[part].file));
-    button.addEventListener("click", () => choose(part));
+  hit(part, i) {
     const item = element("li");
-    item.append(button);
+    item.id = `hit-${i}`;
+    item.setAttribute("role", "option");
+    item.setAttribute("aria-selected", false);
+    item.append(element("span", "name", title_of(PARTS[part])),
+                element("span", "size", PARTS[part].file));
     return item;
   }
 
-  field.addEventListener("input", search);
-  search();  // A browser may have kept what was typed before the page was loaded again.
+  // Enter and the arrows go through the hits, round and round.
+  press(event) {
+    if (event.key === "Escape") {
+      this.field.value = "";
+      this.search();
+      this.leave();
+      return;
+    }
+    const step = event.key === "ArrowDown" || (event.key === "Enter" && !event.shiftKey) ? 1
+      : event.key === "ArrowUp" || event.key === "Enter" ? -1 : 0;
+    if (step === 0 || this.hits.length === 0) return;
+    event.preventDefault();
+    const from = this.at < 0 && step < 0 ? 0 : this.at;
+    this.go_to((from + step + this.hits.length) % this.hits.length);
+  }
+
+  go_to(index) {
+    this.list.children[this.at]?.setAttribute("aria-selected", false);
+    this.at = index;
+    const hit = this.list.children[index];
+    hit.setAttribute("aria-selected", true);
+    hit.scrollIntoView({block: "nearest"});
+    this.field.setAttribute("aria-activedescendant", hit.id);
+    this.choose(this.hits[index]);
+  }
 }

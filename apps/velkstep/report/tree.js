@@ -1,21 +1,26 @@
 // The assembly tree. Only rows that were opened exist as data, and only those in sight as elements.
 
-const ROW_HEIGHT = 32;
+const ROW_HEIGHT = 34;
+const MOST_ROWS = 50000;  // that opening all opens
 
 class Tree {
-  // `choose(part)` is called with the index of a part when its row becomes the active one.
-  constructor(box, choose) {
+  // `choose(way)` is called with the parts from a root to that of a row when it becomes the active
+  // one, `hover(way)` when the pointer comes to a row, or null.
+  constructor(box, choose, hover) {
     this.box = box;
     this.choose = choose;
-    this.ways = ways_from_roots();
     this.rows = this.rows_for(REPORT.roots.map((part) => ({part, count: 1})), 1);
     this.active = 0;
-    this.space = box.appendChild(element("div"));
-    this.space.setAttribute("role", "none");
-    box.addEventListener("scroll", () => this.draw());
+    const space = box.appendChild(element("div"));
+    space.setAttribute("role", "none");
+    this.list = new Rows(box.parentElement, space, ROW_HEIGHT, (index) => this.element_of(index));
     box.addEventListener("keydown", (event) => this.press(event));
     box.addEventListener("click", (event) => this.click(event));
-    new ResizeObserver(() => this.draw()).observe(box);
+    box.addEventListener("pointerover", (event) => {
+      const row = event.target.closest(".row");
+      hover(row ? this.way_of(Number(row.dataset.row)) : null);
+    });
+    box.addEventListener("pointerleave", () => hover(null));
   }
 
   rows_for(uses, level) {
@@ -47,37 +52,75 @@ class Tree {
     else this.open(index);
   }
 
+  // Opens level by level, as long as there are not too many rows. Returns whether all are open.
+  open_all() {
+    for (;;) {
+      const closed = this.rows.filter((row) => !row.open && this.can_open(row));
+      if (closed.length === 0) return true;
+      const more = closed.reduce((sum, row) => sum + PARTS[row.use.part].components.length, 0);
+      if (this.rows.length + more > MOST_ROWS) return false;
+      this.rows = this.rows.flatMap((row) => {
+        if (row.open || !this.can_open(row)) return [row];
+        row.open = true;
+        return [row, ...this.rows_for(PARTS[row.use.part].components, row.level + 1)];
+      });
+    }
+  }
+
+  // The active row stays in place, with what is above it.
+  expand_all() {
+    const way = this.way_of(this.active);
+    const whole = this.open_all();
+    this.reveal(way);
+    return whole;
+  }
+
+  collapse_all() {
+    this.rows = this.rows_for(REPORT.roots.map((part) => ({part, count: 1})), 1);
+    this.activate(0);
+  }
+
+  // `*` opens all, and where all is open closes it.
+  toggle_all() {
+    if (this.rows.some((row) => !row.open && this.can_open(row)) && this.rows.length < MOST_ROWS) {
+      const before = this.rows.length;
+      this.expand_all();
+      if (this.rows.length > before) return;
+    }
+    this.collapse_all();
+  }
+
   parent_of(index) {
     let above = index - 1;
     while (above >= 0 && this.rows[above].level >= this.rows[index].level) --above;
     return above;
   }
 
+  // The parts from a root to that of a row.
+  way_of(index) {
+    const way = [];
+    for (let at = index; at >= 0; at = this.parent_of(at)) way.unshift(this.rows[at].use.part);
+    return way;
+  }
+
   // Makes a row the active one, in sight.
   activate(index) {
-    this.active = Math.max(0, Math.min(index, this.rows.length - 1));
-    const top = this.active * ROW_HEIGHT;
-    this.space.style.height = `${this.rows.length * ROW_HEIGHT}px`;
-    if (top < this.box.scrollTop) this.box.scrollTop = top;
-    const hidden = top + ROW_HEIGHT - this.box.clientHeight;
-    if (hidden > this.box.scrollTop) this.box.scrollTop = hidden;
+    this.active = clamped(index, 0, this.rows.length - 1);
+    this.list.count = this.rows.length;
+    this.list.gap.behind = this.active;
+    this.choose(this.way_of(this.active));
+    this.list.bring_in_sight(this.active);
     this.draw();
-    this.choose(this.rows[this.active].use.part);
   }
 
   // Opens the way from a root to a part and makes its row the active one.
-  reveal(part) {
-    const positions = [];
-    let top = part;
-    for (; this.ways[top]; top = this.ways[top][0]) positions.unshift(this.ways[top][1]);
-    let index = this.rows.findIndex((row) => row.level === 1 && row.use.part === top);
-    for (const position of positions) {
+  reveal(way) {
+    let index = this.rows.findIndex((row) => row.level === 1 && row.use.part === way[0]);
+    for (const part of way.slice(1)) {
       const level = this.rows[index].level + 1;
       this.open(index);
-      for (let left = position; left >= 0; ) {
-        ++index;
-        if (this.rows[index].level === level) --left;
-      }
+      do ++index;
+      while (this.rows[index].level !== level || this.rows[index].use.part !== part);
     }
     this.activate(index);
   }
@@ -85,12 +128,11 @@ class Tree {
   press(event) {
     if (event.ctrlKey || event.altKey || event.metaKey) return;
     const row = this.rows[this.active];
-    const page = Math.max(1, Math.floor(this.box.clientHeight / ROW_HEIGHT) - 1);
     const actions = {
       ArrowDown: () => this.activate(this.active + 1),
       ArrowUp: () => this.activate(this.active - 1),
-      PageDown: () => this.activate(this.active + page),
-      PageUp: () => this.activate(this.active - page),
+      PageDown: () => this.activate(this.active + this.list.page()),
+      PageUp: () => this.activate(this.active - this.list.page()),
       Home: () => this.activate(0),
       End: () => this.activate(this.rows.length - 1),
       ArrowRight: () => {
@@ -123,13 +165,8 @@ class Tree {
   }
 
   draw() {
-    const first = Math.max(0, Math.floor(this.box.scrollTop / ROW_HEIGHT) - 2);
-    const most = Math.ceil(this.box.clientHeight / ROW_HEIGHT) + 4;
-    const last = Math.min(this.rows.length, first + most);
-    const shown = [];
-    for (let i = first; i < last; ++i) shown.push(this.element_of(i));
-    this.space.style.height = `${this.rows.length * ROW_HEIGHT}px`;
-    this.space.replaceChildren(...shown);
+    this.list.count = this.rows.length;
+    this.list.redraw();
     this.box.setAttribute("aria-activedescendant", `row-${this.active}`);
   }
 
@@ -139,7 +176,6 @@ class Tree {
     const made = element("div", "row");
     made.id = `row-${index}`;
     made.dataset.row = index;
-    made.style.top = `${index * ROW_HEIGHT}px`;
     made.style.height = `${ROW_HEIGHT}px`;
     made.style.paddingInlineStart = `min(${row.level - 1}rem, 45%)`;
     made.setAttribute("role", "treeitem");
@@ -148,10 +184,12 @@ class Tree {
     made.setAttribute("aria-setsize", row.of);
     made.setAttribute("aria-selected", index === this.active);
     if (this.can_open(row)) made.setAttribute("aria-expanded", row.open);
-    made.append(element("span", "twisty"), element("span", "name", title_of(part)));
+    made.append(element("span", "twisty"));
+    if (REPORT.pictures) made.append(thumbnail(row.use.part, 38, 28));
+    made.append(element("span", "name", title_of(part)));
     if (row.use.count > 1) made.append(element("span", "times", `×${number_text(row.use.count)}`));
     if (row.use.closes_cycle) made.append(element("span", "times", "(contains itself)"));
-    made.append(element("span", "size", part.bytes === null ? "" : size_text(part.bytes)));
+    made.append(element("span", "size", weight_text(row.use.part)));
     return made;
   }
 }

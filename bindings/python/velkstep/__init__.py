@@ -86,8 +86,8 @@ def split(
     the input is cut into records; "classic" is for the assemblies "classic" only. CLASSIC has all
     three for hosts of Kessel::Run.
 
-    Raises InputError, OutputError, MemoryError; ValueError for a choice that there is not, and for an
-    `outdir` that is not UTF-8.
+    Raises InputError, OutputError, MemoryError; ValueError for a choice that there is not, and with the
+    assemblies "classic" for an `outdir` that is not UTF-8.
     """
     return _velkstep.split(
         input, outdir, assemblies, names, reading, progress, shrink, references, follow_outside

@@ -1,0 +1,43 @@
+// What the input says about itself, and what about it deserves a look.
+
+function show_about() {
+  const files = PARTS.filter((part) => part.bytes !== null);
+  const bytes = files.reduce((sum, part) => sum + part.bytes, 0);
+  document.title = `${REPORT.input} – split report`;
+  document.getElementById("title").textContent = REPORT.input;
+  document.getElementById("summary").textContent =
+    `${counted(files.length, "file", "files")}, ${size_text(bytes)}; ` +
+    `assemblies ${REPORT.assemblies}, names ${REPORT.names}`;
+
+  const {header} = REPORT;
+  const listed = (texts) => texts.filter((text) => text.trim() !== "").join(", ");
+  const facts = [
+    ["System", listed([...new Set([header.system, header.preprocessor])])],
+    ["Author", listed([...header.authors, ...header.organisations])],
+    ["Time", header.time.replace("T", " ")],
+    ["Schema", listed(header.schemas.map((schema) => schema.replace(/\s*\{.*/, "")))],
+    ["Length units", listed(header.units.map((unit) => unit.toLowerCase()))],
+    ["Input", `${size_text(header.bytes)}, ${counted(header.records, "record", "records")}`],
+  ];
+  const list = document.getElementById("about");
+  for (const [term, text] of facts) {
+    if (text === "") continue;
+    const fact = element("div");
+    fact.append(element("dt", "", term), element("dd", "", text));
+    list.append(fact);
+  }
+}
+
+function show_findings() {
+  const list = document.getElementById("findings");
+  for (const finding of REPORT.findings) {
+    const item = element("li", finding.severity);
+    item.append(element("b", "", finding.severity),
+                element("span", "", finding.sentence),
+                element("i", "", finding.line > 0 ? `line ${number_text(finding.line)}` : ""));
+    list.append(item);
+  }
+  const tab = document.getElementById("tab-findings");
+  tab.hidden = REPORT.findings.length === 0;
+  tab.textContent = counted(REPORT.findings.length, "finding", "findings");
+}

@@ -1,0 +1,86 @@
+// What a picture shows: a part with its components at all their places. Lines are those of the
+// parts, so that a copy costs no more than a matrix.
+
+// Does `inner` first, then `outer`; both are three rows of four.
+function composed(outer, inner) {
+  const both = new Float64Array(12);
+  for (let row = 0; row < 12; row += 4) {
+    const [a, b, c, d] = [outer[row], outer[row + 1], outer[row + 2], outer[row + 3]];
+    for (let k = 0; k < 4; ++k) {
+      both[row + k] = a * inner[k] + b * inner[4 + k] + c * inner[8 + k] + (k === 3 ? d : 0);
+    }
+  }
+  return both;
+}
+
+const AS_IT_IS = Float64Array.of(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0);
+
+class Scene {
+  // All places of what is below a part, up to `most` of them. `copies` are the places of parts with
+  // lines: {part, matrix, colour, node}. A node is what a row of the tree stands for: a part on one
+  // way from the first, {part, parent, below}, however often it is used there.
+  constructor(part, most) {
+    this.part = part;
+    this.copies = [];
+    this.whole = true;
+    this.root = {part, parent: null, below: new Map()};
+    this.box = PARTS[part].box ?? [0, 0, 0, 1, 1, 1];
+    const waiting = [{node: this.root, matrix: AS_IT_IS, colour: -1}];
+    for (let steps = 0; waiting.length > 0; ++steps) {
+      if (this.copies.length >= most || steps > 5 * most + 1000) {
+        this.whole = false;
+        break;
+      }
+      this.enter(waiting.pop(), waiting);
+    }
+  }
+
+  enter({node, matrix, colour}, waiting) {
+    if (PARTS[node.part].lines) this.copies.push({part: node.part, matrix, colour, node});
+    const placed = placed_in(node.part);
+    for (let i = placed.length - 1; i >= 0; --i) {
+      const component = placed[i];
+      if (!HAS_LINES[component.part]) continue;
+      let below = node.below.get(component.part);
+      if (!below) {
+        below = {part: component.part, parent: node, below: new Map()};
+        node.below.set(component.part, below);
+      }
+      waiting.push({node: below, matrix: composed(matrix, component.matrix),
+                    colour: colour >= 0 ? colour : component.colour});
+    }
+  }
+
+  // The corners of the boxes around all copies.
+  * corners() {
+    for (const {part, matrix} of this.copies) {
+      const frame = PARTS[part].frame;
+      for (let corner = 0; corner < 8; ++corner) {
+        const [x, y, z] = [0, 1, 2].map((i) => frame[i + (corner >> i & 1 ? 3 : 0)]);
+        yield [0, 4, 8].map((row) =>
+          matrix[row] * x + matrix[row + 1] * y + matrix[row + 2] * z + matrix[row + 3]);
+      }
+    }
+    if (this.copies.length === 0) yield this.box.slice(0, 3);
+  }
+
+  // The node at the end of a way of parts from the scene's part on, or undefined.
+  node_at(way) {
+    let node = this.root;
+    for (const part of way.slice(1)) node = node?.below.get(part);
+    return way[0] === this.part ? node : undefined;
+  }
+}
+
+// The parts from a scene's part to a node.
+function way_of(node) {
+  const way = [];
+  for (let at = node; at; at = at.parent) way.unshift(at.part);
+  return way;
+}
+
+// Whether `node` is `above` or below it.
+function is_below(node, above) {
+  for (let at = node; at; at = at.parent) if (at === above) return true;
+  return false;
+}
