@@ -34,6 +34,8 @@ foreach(folder
     products
     reader
     sameness
+    shrink
+    split_list
     splitter
     structure
     verify
@@ -48,6 +50,9 @@ target_include_directories(kessel_objects PUBLIC
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
   PRIVATE src)
 target_compile_definitions(kessel_objects PRIVATE KESSEL_BUILDING)
+# By itself, so that no other source is compiled again for a new version.
+set_source_files_properties(${PROJECT_SOURCE_DIR}/src/split_list/program.cpp PROPERTIES
+  COMPILE_DEFINITIONS VELKSTEP_VERSION="${PROJECT_VERSION}")
 # Calls inside the library stay inside it, so that they can be inlined.
 target_compile_options(kessel_objects PRIVATE -fno-semantic-interposition)
 set_target_properties(kessel_objects PROPERTIES

@@ -17,7 +17,7 @@ for group in "$@"; do
     package) packages="$packages pybind11-dev python3-dev dpkg-dev file" ;;
     test) packages="$packages libgtest-dev libgmock-dev libicu-dev unicode-data pkg-config python3 binutils
       bash gzip zsh fish groff-base graphviz dpkg-dev file
-      pybind11-dev python3-dev python3-pytest mypy parallel rsync" ;;
+      pybind11-dev python3-dev python3-pytest mypy parallel rsync xxhash" ;;
     interop) packages="$packages libocct-data-exchange-dev" ;;
     browser) packages="$packages chromium fonts-dejavu-core python3" ;;
     lint) packages="$packages clang-format clang-tidy" ;;

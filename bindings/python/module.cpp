@@ -16,6 +16,7 @@
 #include "kessel/extract.h"
 #include "kessel/join.h"
 #include "kessel/picture.h"
+#include "kessel/shrink.h"
 #include "kessel/splitter.h"
 #include "kessel/summary.h"
 #include "plain_data.h"
@@ -71,9 +72,10 @@ void require_function(const py::object& progress) {
 
 std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
                             const std::string& assemblies, const std::string& names,
-                            const std::string& reading, const py::object& progress) {
+                            const std::string& reading, const py::object& progress, bool shrink) {
   require_function(progress);
   Kessel::Options options;
+  options.shrink = shrink;
   options.assemblies = style_of("assemblies", assemblies, ASSEMBLIES);
   options.names = style_of("names", names, NAMES);
   options.reading = style_of("reading", reading, READINGS);
@@ -115,15 +117,31 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
 }
 
 py::dict join(const fs::path& root, const fs::path& out, bool replace, bool follow_outside,
-              const py::object& progress) {
+              const py::object& progress, bool shrink) {
   require_function(progress);
   Kessel::JoinOptions options;
+  options.shrink = shrink;
   options.replace = replace;
   options.follow_outside = follow_outside;
   options.progress = progress_for(progress);
   Kessel::Joined joined;
   run_alone(root, [&] { joined = Kessel::join(root, out, options); });
   return join_dict(joined, root.string(), out.string());
+}
+
+py::dict shrink(const fs::path& input, const fs::path& out, bool replace, bool drop_unreachable,
+                bool renumber, const py::object& progress) {
+  require_function(progress);
+  Kessel::ShrinkOptions options;
+  options.replace = replace;
+  options.drop_unreachable = drop_unreachable;
+  options.renumber = renumber;
+  options.progress = progress_for(progress);
+  std::vector<Kessel::Finding> warnings;
+  options.warning = [&](const Kessel::Finding& finding) { warnings.push_back(finding); };
+  Kessel::Shrunk shrunk;
+  run_alone(input, [&] { shrunk = Kessel::shrink(input, out, options); });
+  return shrink_dict(shrunk, warnings, input.string(), out.string());
 }
 
 py::dict picture(const fs::path& input, const fs::path& out, const std::string& part,
@@ -181,6 +199,7 @@ PYBIND11_MODULE(_velkstep, module) {
   module.def("drawing", &Velkstep::drawing);
   module.def("extract", &Velkstep::extract);
   module.def("join", &Velkstep::join);
+  module.def("shrink", &Velkstep::shrink);
   module.def("picture", &Velkstep::picture);
   module.def("split", &Velkstep::split);
   module.def("tree", &Velkstep::tree);

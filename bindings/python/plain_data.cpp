@@ -54,7 +54,7 @@ py::dict use_dict(const Kessel::PartUse& use) {
   return py::dict("part"_a = use.part, "count"_a = use.count, "closes_cycle"_a = use.closes_cycle);
 }
 
-py::dict part_dict(const Kessel::PartInfo& part) {
+py::dict tree_part_dict(const Kessel::PartInfo& part) {
   py::object record = py::none();
   if (part.record != 0) record = py::int_(part.record);
   py::object file = py::none();
@@ -139,14 +139,19 @@ py::object line_or_none(const Kessel::Finding& finding, std::uint64_t number) {
   return finding.line == 0 ? py::object(py::none()) : py::object(py::int_(number));
 }
 
-py::dict finding_dict(const Kessel::Finding& finding) {
+py::dict finding_of_input(const Kessel::Finding& finding) {
   return py::dict("kind"_a = text(std::string(Kessel::name_of(finding.kind))),
                   "severity"_a = finding.severity == Kessel::Severity::error ? "error" : "warning",
                   "sentence"_a = text(finding.sentence),
                   "offset"_a = line_or_none(finding, finding.offset),
                   "line"_a = line_or_none(finding, finding.line),
-                  "instance"_a = number_or_none(finding.instance), "count"_a = finding.count,
-                  "file"_a = text(finding.file));
+                  "instance"_a = number_or_none(finding.instance), "count"_a = finding.count);
+}
+
+py::dict finding_dict(const Kessel::Finding& finding) {
+  py::dict dict = finding_of_input(finding);
+  dict["file"] = text(finding.file);
+  return dict;
 }
 
 }  // namespace
@@ -229,6 +234,15 @@ py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                   "findings"_a = list_of(joined.warnings, finding_dict));
 }
 
+py::dict shrink_dict(const Kessel::Shrunk& shrunk, const std::vector<Kessel::Finding>& warnings,
+                     const std::string& input, const std::string& output) {
+  return py::dict("format"_a = FORMAT, "input"_a = text(input), "output"_a = text(output),
+                  "records_before"_a = shrunk.records_before,
+                  "records_after"_a = shrunk.records_after, "unreachable"_a = shrunk.unreachable,
+                  "bytes_before"_a = shrunk.bytes_before, "bytes_after"_a = shrunk.bytes_after,
+                  "findings"_a = list_of(warnings, finding_of_input));
+}
+
 py::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
                    const std::string& b) {
   return py::dict(
@@ -242,7 +256,7 @@ py::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
 py::dict tree_dict(const Kessel::Assembly& assembly, const std::string& input) {
   return py::dict("format"_a = FORMAT, "input"_a = text(input), "depth"_a = assembly.depth,
                   "roots"_a = list_of(assembly.roots, [](std::size_t i) { return py::int_(i); }),
-                  "parts"_a = list_of(assembly.parts, part_dict));
+                  "parts"_a = list_of(assembly.parts, tree_part_dict));
 }
 
 py::dict info_dict(const Kessel::Summary& summary, const std::string& input) {

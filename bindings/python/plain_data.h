@@ -12,6 +12,7 @@
 #include "kessel/extract.h"
 #include "kessel/join.h"
 #include "kessel/picture.h"
+#include "kessel/shrink.h"
 #include "kessel/summary.h"
 
 namespace Velkstep {
@@ -22,6 +23,11 @@ pybind11::dict tree_dict(const Kessel::Assembly& assembly, const std::string& in
 /// What differs between `a` and `b`. Needs the interpreter's lock.
 pybind11::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
                          const std::string& b);
+
+/// How much of `input` is left in `output`. Needs the interpreter's lock.
+pybind11::dict shrink_dict(const Kessel::Shrunk& shrunk,
+                           const std::vector<Kessel::Finding>& warnings, const std::string& input,
+                           const std::string& output);
 
 /// What was joined into `output` from `root` on. Needs the interpreter's lock.
 pybind11::dict join_dict(const Kessel::Joined& joined, const std::string& root,

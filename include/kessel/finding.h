@@ -30,24 +30,14 @@ enum class FindingKind {
   header_is_read_as_data,  ///< a ";" in a string of the header, and "#" or ";" behind it
   unclosed_text,           ///< text after the last ";"
   unclosed_record,         ///< a last record that no ")" and ";" close
-  data_ended_early,        ///< an empty statement, behind which nothing is read
   text_after_end,          ///< text behind "END-ISO-10303-21;", which is read
   missing_end,             ///< no "END-ISO-10303-21;"
   changed_while_read,  ///< the file was changed between its two readings; only `split` finds that
 
   // records and what stands between them
-  record_without_number,    ///< dropped: no digits behind "#"
-  record_number_zero,       ///< dropped: "#0"
   record_number_too_large,  ///< dropped: a number above 4,294,967,295
-  record_without_type,      ///< dropped: no "=", or no type and "(" behind it
-  record_after_text,        ///< dropped: something stands in front of its "#"
   skipped_text,             ///< a statement that is neither a record nor a section's begin or end
-  cut_record,               ///< cut off inside a string, whose rest is lost
-  joined_record,            ///< does not end in ")", and takes in what follows its ";"
-  semicolon_in_string,      ///< a ";" inside a string, which is lost
-  comment_is_read,          ///< a comment with "#", "'" or ";" in it, which is taken for data
   not_utf8,                 ///< bytes that are neither ASCII nor UTF-8, in the header or a record
-  repeated_number,          ///< a second record under the same number
   memory_limit,             ///< what is kept, or one text, is above `Options::memory_limit`
   unclosed_string,          ///< a string that nothing closes
   unclosed_comment,         ///< a comment that nothing closes
@@ -63,7 +53,6 @@ enum class FindingKind {
   lone_backslash,           ///< a "\" in a string that begins no directive
 
   // references
-  malformed_reference,    ///< "#" without a number; the record's further references are not seen
   missing_instance,       ///< a reference to a number that no record has
   instance_beyond_store,  ///< the same, with a number so large that it may end the split
   reference_cycle,        ///< instances that refer to each other in a circle
@@ -75,7 +64,6 @@ enum class FindingKind {
   foreign_shape,      ///< a record that puts parts of one product's shape into another's file
   no_part,            ///< nothing to split: no product definition has a shape or a component
   one_part,           ///< nothing to split
-  no_root,            ///< no part at the top: every part is a component of another
 
   // files of a finished split; only `verify` finds these
   missing_file,          ///< there is no folder, or no file that could be the root's

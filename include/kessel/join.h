@@ -18,6 +18,14 @@ struct JoinOptions {
   std::uint64_t memory_limit = Options::NO_LIMIT;
   /// Whether a file in another folder than the root's, or in one below that, may be read.
   bool follow_outside = false;
+  /// Whether records of the result that say the same become one, as `shrink` does
+  /// (kessel/shrink.h). What was joined is then written twice, first under another name beside
+  /// `out`; it is read, sorted and written once more.
+  bool shrink = false;
+  /// Where `root` stands for a file elsewhere, as a copy of what cannot be read twice does: the
+  /// path of that, which need not be there. References start from its folder, and findings have its
+  /// name.
+  std::filesystem::path stands_for = {};
   /// Whether an output that is there already is replaced.
   bool replace = false;
   /// Told how far it has come, as Options::progress; the total of Stage::reading grows with the
@@ -41,11 +49,12 @@ struct Joined {
   std::vector<Finding> warnings;
 };
 
-/// Reads the exchange file `root` and the files that it refers to through any number of levels
-/// (external document references, ISO 10303-41; the 'cad_filename' documents of ISO 10303-203),
-/// each of them once, and writes one exchange file `out` that holds what all of them say and
-/// refers to no other: each component's definition and shape take the place of what stood for them,
-/// reference blocks go, records are numbered from 1.
+/// Reads the exchange file `root`, or where that is a folder the root's file of the split in it, as
+/// its list says (`kessel/split_list.h`) or else its "roots.txt", and the files that it refers to
+/// through any number of levels (external document references, ISO 10303-41; the 'cad_filename'
+/// documents of ISO 10303-203), each of them once, and writes one exchange file `out` that holds
+/// what all of them say and refers to no other: each component's definition and shape take the
+/// place of what stood for them, reference blocks go, records are numbered from 1.
 ///
 /// Files of one split that were left as they are join to exactly the records that were split: marks
 /// say where each came from. Otherwise, records of different files become one only where they are

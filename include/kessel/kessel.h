@@ -29,6 +29,13 @@ enum kessel_names {
   KESSEL_NAMES_PRODUCT_UNICODE = 2
 };
 
+/* What is asked for besides. */
+enum kessel_flags {
+  KESSEL_SHRINK = 1,           /* kessel_split, kessel_join: Kessel::Options::shrink */
+  KESSEL_DROP_UNREACHABLE = 2, /* kessel_shrink: Kessel::ShrinkOptions::drop_unreachable */
+  KESSEL_RENUMBER = 4          /* kessel_shrink: Kessel::ShrinkOptions::renumber */
+};
+
 /* How an input is cut into records: Kessel::Reading. */
 enum kessel_reading {
   KESSEL_READING_STANDARD = 0,
@@ -46,7 +53,7 @@ enum kessel_view {
 /* How a split ended. */
 enum kessel_status {
   KESSEL_DONE = 0,
-  KESSEL_NOTHING_TO_SPLIT = 1, /* the input holds one part or none; nothing was written */
+  KESSEL_NOTHING_TO_SPLIT = 1, /* the classic style, and one part or none; nothing was written */
   KESSEL_BAD_ARGUMENT = 2, /* a null path, an unknown choice or part, or a path that is not UTF-8 */
   KESSEL_INPUT_ERROR = 3,  /* the input cannot be read or split */
   KESSEL_OUTPUT_ERROR = 4, /* a file is there already, or was not written whole */
@@ -80,6 +87,7 @@ struct kessel_options {
   kessel_progress progress; /* null for none */
   void* progress_context;   /* handed to `progress` as it is */
   int32_t reading;          /* an enum kessel_reading */
+  uint64_t flags;           /* of enum kessel_flags, added up */
 };
 
 /* How a split ended and what it wrote. */
@@ -107,17 +115,67 @@ KESSEL_EXPORT kessel_result* kessel_split(const char* in, const char* outdir,
 /* Compares what the exchange files `a` and `b` say, as Kessel::diff does (kessel/diff.h). Of the
    options the memory limit and the progress function matter, which is told of reading both files,
    and then of comparing as KESSEL_SORTING. Writes and prints nothing. Returns a result as
-   kessel_split does, without files; kessel_is_same has the answer. */
+   kessel_split does, without files; kessel_is_same has the answer, kessel_difference_at the
+   records that differ. */
 KESSEL_EXPORT kessel_result* kessel_diff(const char* a, const char* b,
                                          const struct kessel_options* options);
 
-/* Joins the exchange file `root` and those that it refers to into the file `out`, as Kessel::join
-   does (kessel/join.h), which must not be there. Of the options the memory limit and the progress
-   function matter. Prints nothing. Returns a result as kessel_split does; its only file is `out`.
- */
+/* Joins the exchange file `root`, or the split in the folder `root`, and those that it refers to
+   into the file `out`, as Kessel::join does (kessel/join.h), which must not be there. Of the
+   options the memory limit and the progress function matter. Prints nothing. Returns a result as
+   kessel_split does; its only file is `out`. */
 KESSEL_EXPORT kessel_result* kessel_join(const char* root, const char* out,
                                          const struct kessel_options* options);
 
+/* Writes the exchange file `in` to `out`, which must not be there, without what it says twice, as
+   Kessel::shrink does (kessel/shrink.h). Of the options the memory limit, the progress function and
+   the flags matter. Prints nothing. Returns a result as kessel_split does; its only file is `out`,
+   and kessel_shrunk_of says how much is left. */
+KESSEL_EXPORT kessel_result* kessel_shrink(const char* in, const char* out,
+                                           const struct kessel_options* options);
+
+/* What became of a file: Kessel::Shrunk. Later versions may add members at the end. */
+struct kessel_shrunk {
+  uint64_t records_before;
+  uint64_t records_after;
+  uint64_t unreachable;
+  uint64_t bytes_before;
+  uint64_t bytes_after;
+};
+
+/* Fills the `size` bytes at `shrunk`, `sizeof(struct kessel_shrunk)` where the caller was compiled,
+   with the figures of kessel_shrink; with zeros for every other result and null. */
+KESSEL_EXPORT void kessel_shrunk_of(const kessel_result* result, struct kessel_shrunk* shrunk,
+                                    size_t size);
+
+/* In which of two files a record is that the other does not have so. */
+enum kessel_difference_kind {
+  KESSEL_ONLY_IN_A = 0,
+  KESSEL_ONLY_IN_B = 1,
+  KESSEL_CHANGED = 2 /* in both, and says different things */
+};
+
+/* A record that differs. The texts live as long as the result. Later versions may add members at
+   the end. */
+struct kessel_difference {
+  int32_t kind;             /* an enum kessel_difference_kind */
+  const char* product_id;   /* of the product that it belongs to; empty for none or several */
+  const char* product_name; /* likewise */
+  const char* type;         /* "PRODUCT"; of complex instances the keywords with blanks between */
+  uint64_t in_a;            /* instance number; 0 where A has none, and for an anchor */
+  uint64_t in_b;
+  const char* changes; /* a line "KEYWORD 2: from -> to" for each changed parameter; may be empty */
+};
+
+/* How many records kessel_diff found to differ, product by product as Kessel::Difference lists
+   them; 0 for every other result and null. Files that differ in their schemas alone have none. */
+KESSEL_EXPORT size_t kessel_difference_count(const kessel_result* result);
+
+/* Fills the `size` bytes at `difference`, `sizeof(struct kessel_difference)` where the caller was
+   compiled, with the record at `index`. Returns 1, or 0 beyond the last, where zeros are filled in.
+ */
+KESSEL_EXPORT int kessel_difference_at(const kessel_result* result, size_t index,
+                                       struct kessel_difference* difference, size_t size);
 /* Writes the part or sub-assembly `part` of the exchange file `in`, with all below it, as the file
    `out`, as Kessel::extract does (kessel/extract.h), which must not be there. A name that no part
    has, or several, ends it with KESSEL_BAD_ARGUMENT and the candidates in the sentence. Of the

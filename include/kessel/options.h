@@ -85,6 +85,9 @@ struct Options {
   Reading reading = Reading::standard;
   AssemblyStyle assemblies = AssemblyStyle::nested;
   NameStyle names = NameStyle::product;
+  /// Whether records that say the same become one first, as `shrink` does (kessel/shrink.h). Goes
+  /// with the styles lean and nested only.
+  bool shrink = false;
   /// The folder that the name of a file in its own header (ISO 10303-21, 8.2.2) has in front.
   /// Without a value that is the output folder, as the caller gave it, in the classic style, and
   /// none in the others.

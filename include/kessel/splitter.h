@@ -48,7 +48,8 @@ struct WrittenFile {
   std::uint64_t bytes = 0;    ///< the file's size
 };
 
-/// The checked form of `Run`, with choices; the default ones give the same files. What differs:
+/// The checked form of `Run`, with choices; `Options::classic()` gives the same files. What
+/// differs:
 ///
 /// It returns. Where `Run` would not, and where the records would need more memory than
 /// `options.memory_limit`, it throws `InputError` (`kessel/errors.h`) before it writes anything; so
@@ -70,6 +71,13 @@ struct WrittenFile {
 ///
 /// Throws `std::invalid_argument` also where `options` have `Reading::classic` with a style of
 /// assemblies other than the classic one; nothing is read then.
+///
+/// In the styles lean and nested it also differs in what it writes. Beside the files it leaves the
+/// list SPLIT_LIST of them in `outdir` (`kessel/split_list.h`), for which holds what holds for each
+/// file. An input that cannot be split, since it gives one file only, is copied, byte for byte,
+/// under the name of its product or, where it holds none, under its own, with a warning
+/// (`FindingKind::one_part`, `no_part`). In the classic style nothing is written then, and the list
+/// is empty.
 ///
 /// Returns the files in the order of `Run`'s list, with what was written about each part.
 KESSEL_EXPORT std::vector<WrittenFile> split(const std::filesystem::path& in,

@@ -28,8 +28,9 @@ struct Verification {
 /// knows nothing of where a split puts things, nor of its style. What joining takes no text from is
 /// looked at by itself: records that stand for others must have their form, copies of a record must
 /// say the same, references must lead somewhere. The files that are referred to must be there, and
-/// no others with records. "roots.txt" names the root's file; without it, the file counts to which
-/// no other refers.
+/// no others with records. The list of the split (`kessel/split_list.h`) names the root's file, or
+/// else "roots.txt"; without both, the file counts to which no other refers. Files of the list that
+/// are not there or have other bytes than the split wrote are found, too.
 ///
 /// Splits of the styles lean and nested lose nothing, and nothing is found. The classic style says
 /// some things more than once and others not at all, and for its splits this says what.

@@ -12,6 +12,7 @@
 #include <system_error>
 #include <vector>
 
+#include "c_interface/difference_rows.h"
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
@@ -20,6 +21,7 @@
 #include "kessel/kessel.h"
 #include "kessel/options.h"
 #include "kessel/picture.h"
+#include "kessel/shrink.h"
 #include "kessel/splitter.h"
 
 struct kessel_result {
@@ -27,11 +29,15 @@ struct kessel_result {
   std::string error;
   std::vector<std::string> files;
   bool is_same = false;
+  Kessel::Shrunk shrunk;
+  Kessel::DifferenceRows differences;
 };
 
 namespace Kessel {
 
 namespace {
+
+constexpr std::uint64_t ALL_FLAGS = KESSEL_SHRINK | KESSEL_DROP_UNREACHABLE | KESSEL_RENUMBER;
 
 constexpr const char* NO_MEMORY = "Not enough memory.";
 
@@ -73,6 +79,8 @@ Options to_options(const kessel_options& given) {
   options.names = static_cast<NameStyle>(given.names);
   options.reading = static_cast<Reading>(given.reading);
   options.memory_limit = given.memory_limit;
+  if ((given.flags & ~ALL_FLAGS) != 0) throw BadArgument("There is no such flag.");
+  options.shrink = (given.flags & KESSEL_SHRINK) != 0;
   if (given.progress != nullptr) {
     options.progress = [given](const Progress& progress) {
       const auto stage = static_cast<kessel_stage>(progress.stage);
@@ -115,7 +123,9 @@ void split_into(kessel_result& result, const char* in, const char* outdir,
 void compare(kessel_result& result, const char* a, const char* b, const kessel_options* options) {
   const std::filesystem::path path_a = path_of(a, "The path of the first input is missing.");
   const std::filesystem::path path_b = path_of(b, "The path of the second input is missing.");
-  result.is_same = diff(path_a, path_b, to_options(known_options(options))).is_same;
+  const Difference difference = diff(path_a, path_b, to_options(known_options(options)));
+  result.differences = DifferenceRows(difference);
+  result.is_same = difference.is_same;
 }
 
 void join_into(kessel_result& result, const char* root, const char* out,
@@ -126,9 +136,34 @@ void join_into(kessel_result& result, const char* root, const char* out,
   JoinOptions join_options;
   join_options.memory_limit = choices.memory_limit;
   join_options.progress = choices.progress;
+  join_options.shrink = choices.shrink;
   std::vector<std::string> files = {fspath_to_utf8(output)};
   join(input, output, join_options);
   result.files = std::move(files);
+}
+
+void shrink_into(kessel_result& result, const char* in, const char* out,
+                 const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  const std::filesystem::path output = path_of(out, "The path of the output is missing.");
+  const kessel_options known = known_options(options);
+  const Options choices = to_options(known);
+  ShrinkOptions shrink_options;
+  shrink_options.memory_limit = choices.memory_limit;
+  shrink_options.progress = choices.progress;
+  shrink_options.drop_unreachable = (known.flags & KESSEL_DROP_UNREACHABLE) != 0;
+  shrink_options.renumber = (known.flags & KESSEL_RENUMBER) != 0;
+  std::vector<std::string> files = {fspath_to_utf8(output)};
+  result.shrunk = shrink(input, output, shrink_options);
+  result.files = std::move(files);
+}
+
+/// Fills what a caller knows of `known`.
+template <class Known>
+void fill(Known* given, std::size_t size, const Known& known) {
+  if (given == nullptr) return;
+  std::memset(static_cast<void*>(given), 0, size);
+  std::memcpy(static_cast<void*>(given), &known, std::min(size, sizeof known));
 }
 
 View to_view(std::int32_t view) {
@@ -259,6 +294,33 @@ kessel_result* kessel_join(const char* root, const char* out, const kessel_optio
   return Kessel::guarded("The joining was cancelled.", [&](kessel_result& result) {
     Kessel::join_into(result, root, out, options);
   });
+}
+
+kessel_result* kessel_shrink(const char* in, const char* out, const kessel_options* options) {
+  return Kessel::guarded("The shrinking was cancelled.", [&](kessel_result& result) {
+    Kessel::shrink_into(result, in, out, options);
+  });
+}
+
+void kessel_shrunk_of(const kessel_result* result, kessel_shrunk* shrunk, std::size_t size) {
+  kessel_shrunk known = {};
+  if (result != nullptr) {
+    const Kessel::Shrunk& all = result->shrunk;
+    known = {all.records_before, all.records_after, all.unreachable, all.bytes_before,
+             all.bytes_after};
+  }
+  Kessel::fill(shrunk, size, known);
+}
+
+std::size_t kessel_difference_count(const kessel_result* result) {
+  return result == nullptr ? 0 : result->differences.size();
+}
+
+int kessel_difference_at(const kessel_result* result, std::size_t index,
+                         kessel_difference* difference, std::size_t size) {
+  const bool is_there = index < kessel_difference_count(result);
+  Kessel::fill(difference, size, is_there ? result->differences.row(index) : kessel_difference());
+  return is_there ? 1 : 0;
 }
 
 kessel_result* kessel_picture(const char* in, const char* part, int32_t view, const char* out,

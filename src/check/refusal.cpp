@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "check/signature.h"
 #include "exchange/faults.h"
+#include "exchange/signature.h"
 #include "instances/places.h"
 
 namespace Kessel {

@@ -6,10 +6,10 @@
 
 #include <bit>
 
-#include "check/signature.h"
 #include "exchange/characters.h"
 #include "exchange/faults.h"
 #include "exchange/lexer.h"
+#include "exchange/signature.h"
 #include "exchange/string_value.h"
 
 namespace Kessel::Exchange {

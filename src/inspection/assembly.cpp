@@ -41,9 +41,8 @@ class ComponentCounter {
 };
 
 /// The products that a split gives files, the root's first; NO_PRODUCT for a root that only holds
-/// several tops together. There is nothing to split in fewer than two.
+/// several tops together. The classic style splits nothing that gives fewer than two.
 std::vector<ProductId> products_with_files(const Products& all, AssemblyStyle style) {
-  if (all.products.size() < 2) return {};
   const ProductId root = all.tops.size() == 1 ? all.tops.front() : NO_PRODUCT;
   std::vector<ProductId> with_files{root};
   for (ProductId product = 0; product < all.products.size(); ++product) {
@@ -52,7 +51,7 @@ std::vector<ProductId> products_with_files(const Products& all, AssemblyStyle st
     const bool has_file = !is_shown && (style != AssemblyStyle::lean || !all.is_assembly(product));
     if (product != root && has_file) with_files.push_back(product);
   }
-  if (with_files.size() < 2) return {};
+  if (style == AssemblyStyle::classic && with_files.size() < 2) return {};
   return with_files;
 }
 

@@ -39,6 +39,26 @@ std::vector<Index> Instances::kept_with(std::string_view keyword) const {
   return records;
 }
 
+void Instances::make_one(const Column<Index>& first) {
+  for (Reference& reference : references_) {
+    const Index to = reference.record();
+    if (to != NO_RECORD) reference = Reference(first[to], reference.is_listed());
+  }
+  for (Index record = 0; record < size(); ++record) {
+    if (first[record] == record) continue;
+    index_.lead(number(record), first[record]);
+    drop(record);
+  }
+}
+
+void Instances::drop(Index record) {
+  types_[record] = TypeTable::REPEATED;
+  for (const Reference& reference : references(record)) {
+    if (reference.record() == NO_RECORD) --missing_references_;
+    references_[static_cast<std::size_t>(&reference - references_.begin())] = {};
+  }
+}
+
 std::uint64_t Instances::bytes() const {
   return types_.bytes() + numbers_.bytes() + first_references_.bytes() + block_references_.bytes() +
          block_offsets_.bytes() + references_.bytes() + index_.bytes() + kept_bytes_ +

@@ -43,7 +43,8 @@ class Reference {
 /// that carry the product structure. A line of an anchor or reference section is a record, too, of
 /// a type of its own: an anchor has no number and refers to its instance.
 ///
-/// Filled by an InstanceLoader, read-only afterwards. About 25 bytes a record.
+/// Filled by an InstanceLoader, read-only afterwards but for make_one() and drop(). About 25 bytes a
+/// record.
 class Instances {
  public:
   /// How many there are; indices run from 0.
@@ -100,6 +101,13 @@ class Instances {
     std::string parameters;  ///< behind DATA, with parentheses; empty for none
   };
   const std::vector<DataSection>& data_sections() const { return data_sections_; }
+
+  /// Makes records one: each for which `first`, by record, has another becomes a repeated one of
+  /// that (TypeTable::REPEATED). References to it, and its number, lead there from now on. Those in
+  /// `first` stand for themselves.
+  void make_one(const Column<Index>& first);
+  /// Makes `record`, to which nothing that stays refers, one that says nothing, as a repeated one.
+  void drop(Index record);
 
   /// Bytes that all this takes.
   std::uint64_t bytes() const;

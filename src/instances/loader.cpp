@@ -193,13 +193,7 @@ void InstanceLoader::drop_repeated(std::istream& in) {
   Instances& all = instances_;
   const std::uint64_t free = memory_limit_ - std::min(memory_limit_, needed_memory());
   const std::vector<Finding> warnings = compare_repeated(in, repeated_, free);
-  for (const Repeated& repeated : repeated_) {
-    all.types_[repeated.second] = TypeTable::REPEATED;
-    for (const Reference& reference : all.references(repeated.second)) {
-      if (reference.record() == NO_RECORD) --all.missing_references_;
-      all.references_[static_cast<std::size_t>(&reference - all.references_.begin())] = {};
-    }
-  }
+  for (const Repeated& repeated : repeated_) all.drop(repeated.second);
   for (const Finding& finding : warnings) warning(finding);
 }
 

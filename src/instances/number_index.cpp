@@ -56,6 +56,17 @@ std::vector<Repeated> NumberIndex::finish() {
   return std::exchange(repeated_, {});
 }
 
+void NumberIndex::lead(std::uint64_t number, Index record) {
+  if (dense_.size() != 0) {
+    dense_[static_cast<std::size_t>(number - smallest_)] = record;
+    return;
+  }
+  Entry* const found =
+      std::lower_bound(scattered_.begin(), scattered_.end(), number,
+                       [](const Entry& entry, std::uint64_t n) { return entry.number < n; });
+  found->record = record;
+}
+
 Index NumberIndex::find_scattered(std::uint64_t number) const {
   const Entry* const found =
       std::lower_bound(scattered_.begin(), scattered_.end(), number,

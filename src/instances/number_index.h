@@ -40,6 +40,9 @@ class NumberIndex {
   /// one has had before, by ascending `second`; they cannot be found.
   std::vector<Repeated> finish();
 
+  /// Makes a number that can be found lead to another record.
+  void lead(std::uint64_t number, Index record);
+
   /// The record with that number, or NO_RECORD.
   Index find(std::uint64_t number) const {
     if (dense_.size() == 0) return find_scattered(number);

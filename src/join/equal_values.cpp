@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "join/digest.h"
+#include "sameness/in_use.h"
 
 namespace Kessel {
 
@@ -63,19 +64,6 @@ class ValueDigests {
   std::vector<State> states_;
 };
 
-/// The records that the file's anchors name.
-std::vector<Index> anchored(const Instances& instances) {
-  std::vector<Index> records;
-  for (const Index anchor : instances.kept()) {
-    if (instances.type(anchor) != TypeTable::ANCHOR_ENTRY) continue;
-    for (const Reference reference : instances.references(anchor)) {
-      records.push_back(reference.record());
-    }
-  }
-  std::sort(records.begin(), records.end());
-  return records;
-}
-
 /// One file, or all files of one split.
 using Origin = std::vector<std::size_t>;
 
@@ -105,14 +93,14 @@ void unite_equal_values(const FileSet& files, Records& records) {
     std::map<Digest, std::size_t> counts;
     std::vector<std::pair<Node, Node>> equal;
     for (const std::size_t i : origin) {
-      const std::vector<Index> named = anchored(files[i].instances);
+      const Column<Sameness::Worth> worth = Sameness::worth_in_use(files[i].instances);
       ValueDigests digests(files[i], i, records);
       for (std::size_t place = 0; place < files[i].values.size(); ++place) {
         const Index record = files[i].values[place].record;
         const Node node = records.node(i, record);
         const bool is_first = records.leader(node) == node;
         if (!is_first || records.standing(node) != Standing::whole) continue;
-        if (std::binary_search(named.begin(), named.end(), record)) continue;
+        if (worth[record] == Sameness::Worth::identity) continue;
         const Digest says = digests.of(place);
         std::vector<Node>& same = known[says];
         const std::size_t count = counts[says]++;

@@ -46,13 +46,14 @@ std::string schema_of(const Instances& instances) {
 
 FileSet::FileSet(const fs::path& root, const JoinOptions& options) : options_(options) {
   if (auto finding = find_no_regular_file(root)) {
-    finding->file = utf8_of_path(root.filename());
+    finding->file = utf8_of_path(place_of_root(root).filename());
     throw InputError(*finding);
   }
   // The folder is that of the name which the caller gives, even if that is a link.
   std::error_code ignored;
-  folder_ = without_links(fs::absolute(root, ignored).parent_path());
-  enter(root, without_links(root));
+  const fs::path place = place_of_root(root);
+  folder_ = without_links(fs::absolute(place, ignored).parent_path());
+  enter(root, without_links(place));
   for (std::size_t i = 0; i < files_.size(); ++i) follow(i);
   require_all_files();
   require_no_circle();
@@ -64,7 +65,8 @@ std::size_t FileSet::enter(const fs::path& path, const Identity& identity) {
   if (!is_new) return place->second;
   auto file = std::make_unique<JoinedFile>();
   file->path = path;
-  file->name = files_.empty() ? utf8_of_path(path.filename())
+  file->place = files_.empty() ? place_of_root(path) : path;
+  file->name = files_.empty() ? utf8_of_path(file->place.filename())
                               : utf8_of_path(identity.lexically_relative(folder_));
   load(*file);
   files_.push_back(std::move(file));
@@ -102,7 +104,7 @@ void FileSet::load(JoinedFile& file) {
 /// Loads what the file refers to, and notes what is not there.
 void FileSet::follow(std::size_t from) {
   const Products products = find_products(files_[from]->instances);
-  const fs::path folder = files_[from]->path.parent_path();
+  const fs::path folder = files_[from]->place.parent_path();
   const std::string referrer =
       from == 0 ? std::string() : " (referred to by \"" + files_[from]->name + "\")";
   for (ExternalReference& reference : find_external_references(files_[from]->instances, products)) {

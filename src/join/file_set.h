@@ -28,6 +28,9 @@ class FileSet {
   /// What a file is known by, whatever way leads to it.
   using Identity = std::filesystem::path;
 
+  std::filesystem::path place_of_root(const std::filesystem::path& root) const {
+    return options_.stands_for.empty() ? root : options_.stands_for;
+  }
   std::size_t enter(const std::filesystem::path& path, const Identity& identity);
   void load(JoinedFile& file);
   void follow(std::size_t from);

@@ -1,11 +1,15 @@
 // The entry point of hosts.
 #include "kessel/join.h"
 
+#include <ostream>
 #include <system_error>
 
 #include "join/joining.h"
 #include "kessel/errors.h"
 #include "output/finished_file.h"
+#include "output/fresh_file.h"
+#include "shrink/shrinking.h"
+#include "split_list/split_root.h"
 
 namespace Kessel {
 
@@ -21,22 +25,47 @@ void refuse_to_replace_inputs(const FileSet& files, const std::filesystem::path&
   }
 }
 
+/// Joins into a stream that is a file with the path `out` in the end.
+Joined join_into(std::ostream& stream, const std::filesystem::path& root,
+                 const std::filesystem::path& out, const JoinOptions& options) {
+  std::error_code unknown;
+  const bool is_split = std::filesystem::is_directory(root, unknown);
+  Joining joining(is_split ? root_of_split(root) : root, options);
+  refuse_to_replace_inputs(joining.files(), out);
+  const std::u8string name = out.filename().u8string();
+  joining.write({name.begin(), name.end()}, stream);
+  Joined joined;
+  joined.records = joining.record_count();
+  for (std::size_t i = 0; i < joining.files().size(); ++i) {
+    joined.inputs.push_back({joining.files()[i].place, joining.files()[i].instances.size()});
+  }
+  joined.warnings = joining.doubts();
+  return joined;
+}
+
+/// The same without what it says twice.
+Joined join_and_shrink(std::ostream& stream, const std::filesystem::path& root,
+                       const std::filesystem::path& out, const JoinOptions& options) {
+  FreshFile whole(out.parent_path());
+  Joined joined = join_into(whole.stream(), root, out, options);
+  whole.close();
+  if (whole.error()) throw OutputError(out, whole.error());
+  ShrinkOptions shrink_options;
+  shrink_options.memory_limit = options.memory_limit;
+  shrink_options.progress = options.progress;
+  shrink_options.renumber = true;
+  joined.records = Shrink::shrink_into(whole.path(), stream, shrink_options).records_after;
+  return joined;
+}
+
 }  // namespace
 
 Joined join(const std::filesystem::path& root, const std::filesystem::path& out,
             const JoinOptions& options) {
   FinishedFile file(out, options.replace);
-  Joining joining(root, options);
-  refuse_to_replace_inputs(joining.files(), out);
-  const std::u8string name = out.filename().u8string();
-  joining.write({name.begin(), name.end()}, file.stream());
-  Joined joined;
+  Joined joined = options.shrink ? join_and_shrink(file.stream(), root, out, options)
+                                 : join_into(file.stream(), root, out, options);
   joined.bytes = file.finish();
-  joined.records = joining.record_count();
-  for (std::size_t i = 0; i < joining.files().size(); ++i) {
-    joined.inputs.push_back({joining.files()[i].path, joining.files()[i].instances.size()});
-  }
-  joined.warnings = joining.doubts();
   return joined;
 }
 

@@ -34,8 +34,9 @@ struct JoinedFile {
     Digest says;
   };
 
-  std::filesystem::path path;
-  std::string name;  ///< seen from the root's folder, UTF-8
+  std::filesystem::path path;   ///< where it is read
+  std::filesystem::path place;  ///< where references in it start; the same but for a root's copy
+  std::string name;             ///< seen from the root's folder, UTF-8
   Instances instances;
   std::optional<std::uint64_t> split;  ///< see split_in()
   std::vector<Marked> marked;          ///< ascending; empty for files without `split`

@@ -1,47 +1,25 @@
 #include "join/joined_writer.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "exchange/parameters.h"
 #include "exchange/reader.h"
-#include "exchange/string_value.h"
 #include "findings/refusals.h"
 #include "join/joined_text.h"
 #include "kessel/errors.h"
+#include "output/buffered_text.h"
+#include "output/file_frame.h"
 #include "writer/frame.h"
 
 namespace Kessel {
 
 namespace {
-
-/// Thrown where there is no use in reading on.
-struct OutputFailed {};
-
-/// Text goes to the stream in blocks of about so many bytes.
-constexpr std::size_t BLOCK = std::size_t{1} << 18;
-
-/// Text on its way to a stream.
-class BufferedText {
- public:
-  explicit BufferedText(std::ostream& out) : out_(out) {}
-  std::string& text() { return text_; }
-  void flush_if_long() {
-    if (text_.size() >= BLOCK) flush();
-  }
-  void flush() {
-    out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-    text_.clear();
-    if (!out_) throw OutputFailed();
-  }
-
- private:
-  std::ostream& out_;
-  std::string text_;
-};
 
 [[noreturn]] void throw_changed(const JoinedFile& file, std::uint64_t offset) {
   Finding finding = input_changed(offset);
@@ -49,20 +27,48 @@ class BufferedText {
   throw InputError(finding);
 }
 
+/// One of the data sections of the joined file.
+struct JoinedSection {
+  const std::vector<std::string>& all;  ///< the parameters of each
+  std::size_t which;
+
+  /// Whether what stands in a section with these parameters belongs here: it is called and obeys
+  /// the same, or where no section is, there is none such in front that obeys the same schema.
+  bool takes(std::string_view parameters) const {
+    if (all.size() == 1) return true;
+    const auto like = [&](auto part) {
+      return std::find_if(all.begin(), all.end(), [&](const std::string& one) {
+        return part(std::string_view(one)) == part(parameters);
+      });
+    };
+    auto place = like([](std::string_view text) { return text; });
+    if (place == all.end()) {
+      place = like(
+          [](std::string_view text) { return Exchange::parameter(Exchange::items_of(text), 1); });
+    }
+    return static_cast<std::size_t>(place == all.end() ? 0 : place - all.begin()) == which;
+  }
+};
+
 /// Rewrites the records of one file as they are read again.
 class SecondReading final : public Exchange::Listener {
  public:
   SecondReading(const FileSet& files, std::size_t file, const Records& records,
-                const JoinedLists& lists, Numbering& numbering, BufferedText& out,
-                const std::function<void(std::uint64_t)>& progress)
+                const JoinedLists& lists, Numbering& numbering, JoinedSection section,
+                BufferedText& out, const std::function<void(std::uint64_t)>& progress)
       : file_(files[file]),
         position_(file),
         records_(records),
         lists_(lists),
         numbering_(numbering),
+        section_(section),
         out_(out),
         progress_(progress),
         text_(files, file, records, numbering) {}
+
+  void begin_section(Exchange::Section section, std::string_view parameters) override {
+    if (section == Exchange::Section::data) is_here_ = section_.takes(parameters);
+  }
 
   void record(const Exchange::Record& record) override {
     const Index index = next_++;
@@ -73,7 +79,7 @@ class SecondReading final : public Exchange::Listener {
     }
     if (record.offset >= due_) tell(record.offset);
     const Node node = records_.node(position_, index);
-    if (!records_.is_written(node)) return;
+    if (!is_here_ || !records_.is_written(node)) return;
     std::string& out = out_.text();
     out.append("#").append(std::to_string(numbering_.of(node))).append("=");
     const auto more = lists_.more_of(node);
@@ -110,6 +116,8 @@ class SecondReading final : public Exchange::Listener {
   const Records& records_;
   const JoinedLists& lists_;
   Numbering& numbering_;
+  const JoinedSection section_;
+  bool is_here_ = true;
   BufferedText& out_;
   const std::function<void(std::uint64_t)>& progress_;
   JoinedText text_;
@@ -125,39 +133,35 @@ class JoinedWriter {
       : files_(files), records_(records), lists_(lists), numbering_(numbering), out_(out) {}
 
   void write(const std::string& name, const std::function<void(std::uint64_t)>& progress) {
-    out_.text() += "ISO-10303-21;\nHEADER;\n";
-    for (const std::string& entity : files_.root().instances.header()) write_header(entity, name);
-    out_.text() += "ENDSEC;\n";
+    const Instances& root = files_.root().instances;
+    const std::vector<std::string> sections = sections_of(root);
+    const bool become_one = sections.size() == 1 && root.data_sections().size() != 1;
+    out_.text() += HeaderForm(root.header(), current_time_stamp(), become_one).with_name(name);
     write_entries(TypeTable::ANCHOR_ENTRY, "ANCHOR;\n");
     write_entries(TypeTable::REFERENCE_ENTRY, "REFERENCE;\n");
-    const auto& sections = files_.root().instances.data_sections();
-    // Several sections become one, which needs no name.
-    out_.text() += "DATA";
-    if (sections.size() == 1) out_.text() += sections.front().parameters;
-    out_.text() += ";\n";
-    std::uint64_t before = 0;
-    for (std::size_t i = 0; i < files_.size(); ++i) {
-      write_records(i, [&](std::uint64_t offset) { progress(before + offset); });
-      before += files_[i].bytes;
+    for (std::size_t section = 0; section < sections.size(); ++section) {
+      out_.text().append("DATA").append(sections[section]).append(";\n");
+      std::uint64_t before = 0;
+      for (std::size_t i = 0; i < files_.size(); ++i) {
+        // Each section is a reading of its own; the first one tells how far it is.
+        write_records(i, {sections, section}, [&](std::uint64_t offset) {
+          if (section == 0) progress(before + offset);
+        });
+        before += files_[i].bytes;
+      }
+      out_.text() += "ENDSEC;\n";
     }
-    out_.text() += "ENDSEC;\nEND-ISO-10303-21;\n";
+    out_.text() += "END-ISO-10303-21;\n";
     out_.flush();
   }
 
  private:
-  void write_header(std::string_view entity, const std::string& name) {
-    const auto partial = Exchange::partial_records(entity);
-    const bool is_name = !partial.empty() && partial.front().keyword == "FILE_NAME";
-    const Exchange::Parameters parameters =
-        is_name ? Exchange::items_of(partial.front().list) : Exchange::Parameters();
-    if (parameters.size() < 2 || parameters[1].empty()) {
-      out_.text().append(entity).append(";\n");
-      return;
-    }
-    out_.text().append("FILE_NAME(").append(Exchange::string_literal(name));
-    out_.text().append(",'").append(current_time_stamp()).append("'");
-    const char* const behind = parameters[1].data() + parameters[1].size();
-    out_.text().append(behind, entity.data() + entity.size()).append(";\n");
+  /// The parameters of the joined file's data sections: the root's, or where all of several obey
+  /// one schema, one without a name.
+  static std::vector<std::string> sections_of(const Instances& root) {
+    const auto& sections = root.data_sections();
+    if (sections.size() == 1) return {sections.front().parameters};
+    return section_parameters(root);
   }
 
   void write_entries(TypeId type, std::string_view begin) {
@@ -180,7 +184,8 @@ class JoinedWriter {
     if (!written.empty()) out_.text() += "ENDSEC;\n";
   }
 
-  void write_records(std::size_t i, const std::function<void(std::uint64_t)>& progress) {
+  void write_records(std::size_t i, JoinedSection section,
+                     const std::function<void(std::uint64_t)>& progress) {
     const JoinedFile& file = files_[i];
     std::ifstream in(file.path, std::ios::in | std::ios::binary);
     std::error_code unknown;
@@ -188,7 +193,7 @@ class JoinedWriter {
         std::filesystem::last_write_time(file.path, unknown) != file.written) {
       throw_changed(file, 0);
     }
-    SecondReading reading(files_, i, records_, lists_, numbering_, out_, progress);
+    SecondReading reading(files_, i, records_, lists_, numbering_, section, out_, progress);
     const Exchange::Limits limits{.scrutiny = Exchange::Scrutiny::none};
     const Exchange::Ending ending = read_exchange_file(in, limits, reading);
     if (ending.error || in.bad() || reading.count() != file.instances.size()) {

@@ -1,8 +1,6 @@
 #include "join/marked_loader.h"
 
-#include <algorithm>
-
-#include "join/value_types.h"
+#include "sameness/values.h"
 
 namespace Kessel {
 
@@ -30,9 +28,8 @@ void MarkedLoader::added(Index index, const Exchange::Record& record) {
 bool MarkedLoader::is_value(TypeId type) {
   if (type >= values_.size()) values_.resize(type + 1, -1);
   if (values_[type] < 0) {
-    const auto& keywords = file_.instances.types().keywords(type);
-    values_[type] =
-        !keywords.empty() && std::all_of(keywords.begin(), keywords.end(), is_value_type);
+    const Sameness::Worth worth = Sameness::worth_of(file_.instances.types(), type);
+    values_[type] = worth != Sameness::Worth::identity && worth != Sameness::Worth::geometry;
   }
   return values_[type] != 0;
 }

@@ -97,18 +97,19 @@ class SplitWriter final : public Exchange::Listener {
 
   std::vector<FileFigures> finish() {
     if (next_ != instances_.size()) throw InputError(input_changed(0));
-    std::vector<FileFigures> figures;
     for (FileId file = 0; file < tails_.size(); ++file) {
-      if (!is_written(file)) {
-        figures.emplace_back();
-        continue;
-      }
+      if (!is_written(file)) continue;
       open_section(file, Section::data, last_section());
       files_.write(file, tails_[file]);
       files_.write(file, "ENDSEC;\nEND-ISO-10303-21;\n");
-      figures.push_back({numbers_.last(file), files_.size(file)});
     }
     files_.finish();
+    std::vector<FileFigures> figures;
+    for (FileId file = 0; file < tails_.size(); ++file) {
+      FileFigures& of_file = figures.emplace_back();
+      if (!is_written(file)) continue;
+      of_file = {numbers_.last(file), files_.size(file), files_.hash(file)};
+    }
     reporter_.report_end();
     return figures;
   }

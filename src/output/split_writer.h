@@ -31,6 +31,7 @@ struct SplitToWrite {
 struct FileFigures {
   std::uint32_t records = 0;
   std::uint64_t bytes = 0;
+  std::uint64_t hash = 0;  ///< XXH64 of the bytes
 };
 
 /// Reads the input of `split.instances` again from `in` and writes the files. Throws OutputError

@@ -63,6 +63,7 @@ void TextFiles::pass_on(std::size_t file) {
   errno = 0;
   pending.stream->write(pending.bytes.get(), static_cast<std::streamsize>(pending.size));
   if (pending.stream->fail()) fail(paths_[file]);
+  pending.hash.add({pending.bytes.get(), pending.size});
   held_ -= pending.size;
   pending.passed_on += pending.size;
   pending.size = 0;

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "split_list/xxh64.h"
+
 namespace Kessel {
 
 /// Gathers text per file, and passes it on in larger pieces with few files open at a time:
@@ -51,6 +53,9 @@ class TextFiles {
   /// Passes on all that is held, and closes the files.
   void finish();
 
+  /// What the file holds hashes to, if it was not there before; of use when all is passed on.
+  std::uint64_t hash(std::size_t file) const { return pending_[file].hash.value(); }
+
   /// Bytes that were added to `file`.
   std::uint64_t size(std::size_t file) const {
     return pending_[file].passed_on + pending_[file].size;
@@ -66,6 +71,7 @@ class TextFiles {
     std::uint64_t passed_on = 0;
     std::uint64_t last_written = 0;  // written_ after its last piece
     std::unique_ptr<std::ofstream> stream;
+    Xxh64 hash;
   };
   void make_room(Pending& pending, std::size_t room);
   void pass_on(std::size_t file);

@@ -105,7 +105,6 @@ std::string_view RecordCutter::read_record_plainly() {
   for (;;) {
     piece = next_piece();
     if (ended_ || piece.empty() || piece.front() == '#') break;
-    if (witness_ != nullptr) witness_->passed_over(piece);
   }
   if (piece.empty() || ended_ || is_whole_record(piece)) return piece;
   return join_pieces(piece);
@@ -114,11 +113,8 @@ std::string_view RecordCutter::read_record_plainly() {
 std::string_view RecordCutter::join_pieces(std::string_view first) {
   joined_place_ = place_of(first);
   joined_ = first;
-  if (witness_ != nullptr) witness_->to_be_joined(first);
   do {
-    const std::string_view piece = next_piece();
-    if (witness_ != nullptr) witness_->to_be_joined(piece);
-    joined_ += piece;
+    joined_ += next_piece();
     if (joined_.size() > max_held_) throw_too_long();
   } while (!ended_ && !is_whole_record(joined_));
   return joined_;

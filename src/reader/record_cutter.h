@@ -14,16 +14,6 @@
 
 namespace Kessel {
 
-/// Learns of the pieces that RecordCutter does not give out as they stand.
-class CuttingWitness {
- public:
-  virtual ~CuttingWitness() = default;
-  /// A piece that is no record, not even in part. Not empty.
-  virtual void passed_over(std::string_view piece) = 0;
-  /// A piece of a record that was cut into several, the first included; may be empty.
-  virtual void to_be_joined(std::string_view piece) = 0;
-};
-
 /// Reads an exchange file (ISO 10303-21) from front to back, by blocks, as text: it knows lines,
 /// ";" and white space, nothing else of the grammar.
 ///
@@ -65,10 +55,6 @@ class RecordCutter {
   /// read_record() throw InputError.
   void limit_memory(std::uint64_t bytes) { max_held_ = bytes; }
 
-  /// Tells `witness`, which must outlive the cutter, what read_record() passes over and joins;
-  /// null for nobody.
-  void tell(CuttingWitness* witness) { witness_ = witness; }
-
   /// Lets the next two count lines. To be called before anything is read.
   void count_lines() { counts_lines_ = true; }
 
@@ -98,7 +84,6 @@ class RecordCutter {
   std::string joined_;
 
   std::uint64_t max_held_ = std::numeric_limits<std::uint64_t>::max();
-  CuttingWitness* witness_ = nullptr;
   std::uint64_t passed_ = 0;  // bytes of the input in front of the buffer
   bool counts_lines_ = false;
   std::uint64_t lines_ = 0;  // line feeds in front of counted_

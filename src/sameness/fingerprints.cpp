@@ -6,6 +6,7 @@
 
 #include "instances/collectors.h"
 #include "sameness/hash.h"
+#include "sameness/in_use.h"
 #include "sameness/text_hash.h"
 
 namespace Kessel::Sameness {
@@ -30,39 +31,12 @@ void hash_entries(Fingerprints& fingerprints, const Instances& instances) {
   }
 }
 
-/// The types of a file that mean the very items which they refer to.
-std::vector<bool> naming_types(const TypeTable& types) {
-  std::vector<bool> naming(types.size());
-  naming[TypeTable::ANCHOR_ENTRY] = true;
-  for (TypeId type = TypeTable::REPEATED + 1; type < types.size(); ++type) {
-    const auto& keywords = types.keywords(type);
-    naming[type] = std::any_of(keywords.begin(), keywords.end(), names_items);
-  }
-  return naming;
-}
-
 void find_worth(Fingerprints& fingerprints, const Instances& instances, const Order& order) {
-  const TypeTable& types = instances.types();
-  std::vector<Worth> by_type;
-  for (TypeId type = 0; type < types.size(); ++type) by_type.push_back(worth_of(types, type));
-  Column<Worth>& worth = fingerprints.worth;
-  worth = Column<Worth>(instances.size());
-  for (Index record = 0; record < instances.size(); ++record) {
-    worth[record] = by_type[instances.type(record)];
-  }
-  const std::vector<bool> naming = naming_types(types);
-  for (Index record = 0; record < instances.size(); ++record) {
-    const bool names = naming[instances.type(record)];
-    for (const Reference reference : instances.references(record)) {
-      const Index to = reference.record();
-      if (to == NO_RECORD) continue;
-      if (reference.is_listed() || (names && worth[to] == Worth::geometry)) {
-        worth[to] = Worth::identity;
-      }
-    }
-  }
+  fingerprints.worth = worth_in_use(instances);
   for (const auto& [begin, end] : order.circles) {
-    for (Index i = begin; i < end; ++i) worth[order.records[i]] = Worth::identity;
+    for (Index i = begin; i < end; ++i) {
+      fingerprints.worth[order.records[i]] = Worth::identity;
+    }
   }
 }
 

@@ -142,6 +142,8 @@ constexpr Row ROWS[] = {
     {exactly, "SECURITY_CLASSIFICATION_LEVEL", management},
     {exactly, "DOCUMENT_TYPE", management},
     {exactly, "CONTRACT_TYPE", management},
+    {exactly, "CERTIFICATION_TYPE", management},
+    {exactly, "EXTERNAL_SOURCE", management},
 };
 
 // Partial records that say nothing by themselves.
@@ -154,6 +156,7 @@ constexpr std::string_view SUPERTYPES[] = {
     "CONIC",
     "PLACEMENT",
     "FOUNDED_ITEM",
+    "TOPOLOGICAL_REPRESENTATION_ITEM",
 };
 
 // Records that mean the very item which they refer to.
@@ -173,6 +176,104 @@ constexpr Row NAMING[] = {
     {exactly, "MAPPED_ITEM", identity},
 };
 
+// Records that say something of whatever they refer to.
+constexpr Row NAMING_VALUES[] = {
+    {exactly, "NAME_ATTRIBUTE", identity},
+    {exactly, "ID_ATTRIBUTE", identity},
+    {exactly, "DESCRIPTION_ATTRIBUTE", identity},
+};
+
+// What shapes are made of and bears identity.
+constexpr Row SHAPE_PARTS[] = {
+    {exactly, "VERTEX", identity},
+    {exactly, "VERTEX_POINT", identity},
+    {exactly, "VERTEX_LOOP", identity},
+    {exactly, "VERTEX_SHELL", identity},
+    {exactly, "EDGE", identity},
+    {exactly, "EDGE_CURVE", identity},
+    {exactly, "SUBEDGE", identity},
+    {exactly, "SEAM_EDGE", identity},
+    {exactly, "ORIENTED_EDGE", identity},
+    {exactly, "EDGE_LOOP", identity},
+    {exactly, "POLY_LOOP", identity},
+    {exactly, "LOOP", identity},
+    {exactly, "PATH", identity},
+    {exactly, "OPEN_PATH", identity},
+    {exactly, "ORIENTED_PATH", identity},
+    {exactly, "FACE_BOUND", identity},
+    {exactly, "FACE_OUTER_BOUND", identity},
+    {exactly, "FACE", identity},
+    {exactly, "FACE_SURFACE", identity},
+    {exactly, "ADVANCED_FACE", identity},
+    {exactly, "SUBFACE", identity},
+    {exactly, "ORIENTED_FACE", identity},
+    {exactly, "CONNECTED_FACE_SET", identity},
+    {exactly, "CONNECTED_FACE_SUB_SET", identity},
+    {exactly, "CONNECTED_EDGE_SET", identity},
+    {exactly, "CLOSED_SHELL", identity},
+    {exactly, "OPEN_SHELL", identity},
+    {exactly, "ORIENTED_CLOSED_SHELL", identity},
+    {exactly, "ORIENTED_OPEN_SHELL", identity},
+    {exactly, "WIRE_SHELL", identity},
+    {exactly, "SOLID_MODEL", identity},
+    {exactly, "MANIFOLD_SOLID_BREP", identity},
+    {exactly, "BREP_WITH_VOIDS", identity},
+    {exactly, "FACETED_BREP", identity},
+    {exactly, "SHELL_BASED_SURFACE_MODEL", identity},
+    {exactly, "SHELL_BASED_WIREFRAME_MODEL", identity},
+    {exactly, "FACE_BASED_SURFACE_MODEL", identity},
+    {exactly, "EDGE_BASED_WIREFRAME_MODEL", identity},
+    {exactly, "CSG_SOLID", identity},
+    {exactly, "BOOLEAN_RESULT", identity},
+    {exactly, "BLOCK", identity},
+    {exactly, "SPHERE", identity},
+    {exactly, "TORUS", identity},
+    {exactly, "RIGHT_CIRCULAR_CYLINDER", identity},
+    {exactly, "RIGHT_CIRCULAR_CONE", identity},
+    {exactly, "RIGHT_ANGULAR_WEDGE", identity},
+    {exactly, "BOX_DOMAIN", identity},
+    {exactly, "HALF_SPACE_SOLID", identity},
+    {exactly, "BOXED_HALF_SPACE", identity},
+    {exactly, "SWEPT_AREA_SOLID", identity},
+    {exactly, "EXTRUDED_AREA_SOLID", identity},
+    {exactly, "REVOLVED_AREA_SOLID", identity},
+    {exactly, "SURFACE_CURVE_SWEPT_AREA_SOLID", identity},
+    {exactly, "SWEPT_FACE_SOLID", identity},
+    {exactly, "EXTRUDED_FACE_SOLID", identity},
+    {exactly, "REVOLVED_FACE_SOLID", identity},
+    {exactly, "SWEPT_DISK_SOLID", identity},
+    {exactly, "SOLID_REPLICA", identity},
+    {exactly, "TESSELLATED_VERTEX", identity},
+    {exactly, "TESSELLATED_EDGE", identity},
+    {exactly, "TESSELLATED_CONNECTING_EDGE", identity},
+    {exactly, "TESSELLATED_WIRE", identity},
+    {exactly, "TESSELLATED_FACE", identity},
+    {exactly, "TESSELLATED_SHELL", identity},
+    {exactly, "TESSELLATED_SOLID", identity},
+    {exactly, "TESSELLATED_POINT_SET", identity},
+    {exactly, "TESSELLATED_CURVE_SET", identity},
+    {exactly, "TRIANGULATED_FACE", identity},
+    {exactly, "TRIANGULATED_SURFACE_SET", identity},
+    {exactly, "COMPLEX_TRIANGULATED_FACE", identity},
+    {exactly, "COMPLEX_TRIANGULATED_SURFACE_SET", identity},
+};
+
+// Lists that are neither sets nor unique.
+constexpr Row REPEATING[] = {
+    {exactly, "POLYLINE", identity},
+    {beginning, "B_SPLINE_", identity},
+    {exactly, "BEZIER_CURVE", identity},
+    {exactly, "BEZIER_SURFACE", identity},
+    {ending, "UNIFORM_CURVE", identity},
+    {ending, "UNIFORM_SURFACE", identity},
+};
+
+constexpr Row CONTEXTS[] = {
+    {ending, "REPRESENTATION_CONTEXT", identity},
+    {exactly, "GLOBAL_UNIT_ASSIGNED_CONTEXT", identity},
+    {exactly, "GLOBAL_UNCERTAINTY_ASSIGNED_CONTEXT", identity},
+};
+
 bool fits(const Row& row, std::string_view keyword) {
   switch (row.match) {
     case exactly:
@@ -190,6 +291,12 @@ Worth worth_of(std::string_view keyword) {
     if (fits(row, keyword)) return row.worth;
   }
   return identity;
+}
+
+template <std::size_t N>
+bool is_in(const Row (&rows)[N], std::string_view keyword) {
+  return std::any_of(std::begin(rows), std::end(rows),
+                     [&](const Row& row) { return fits(row, keyword); });
 }
 
 bool is_supertype(std::string_view keyword) {
@@ -212,8 +319,33 @@ Worth worth_of(const TypeTable& types, TypeId type) {
 }
 
 bool names_items(std::string_view keyword) {
-  return std::any_of(std::begin(NAMING), std::end(NAMING),
-                     [&](const Row& row) { return fits(row, keyword); });
+  return is_in(NAMING, keyword);
+}
+
+bool names_values(std::string_view keyword) {
+  return is_in(NAMING_VALUES, keyword);
+}
+
+bool is_shape_part(const TypeTable& types, TypeId type) {
+  const auto& keywords = types.keywords(type);
+  return std::any_of(keywords.begin(), keywords.end(),
+                     [](std::string_view keyword) { return is_in(SHAPE_PARTS, keyword); }) &&
+         std::all_of(keywords.begin(), keywords.end(), [](std::string_view keyword) {
+           return is_in(SHAPE_PARTS, keyword) || is_supertype(keyword);
+         });
+}
+
+bool may_repeat(const TypeTable& types, TypeId type) {
+  const auto& keywords = types.keywords(type);
+  return std::any_of(keywords.begin(), keywords.end(),
+                     [](std::string_view keyword) { return is_in(REPEATING, keyword); });
+}
+
+bool is_representation_context(const TypeTable& types, TypeId type) {
+  const auto& keywords = types.keywords(type);
+  return !keywords.empty() &&
+         std::all_of(keywords.begin(), keywords.end(),
+                     [](std::string_view keyword) { return is_in(CONTEXTS, keyword); });
 }
 
 }  // namespace Kessel::Sameness

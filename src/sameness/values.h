@@ -31,4 +31,20 @@ Worth worth_of(const TypeTable& types, TypeId type);
 /// those of records that say something about an item, or collect items of their own.
 bool names_items(std::string_view keyword);
 
+/// The same for values of every kind: records that give one record a name or a number of its own.
+bool names_values(std::string_view keyword);
+
+/// Whether records of that type are what shapes are made of and bear identity: topology, solids,
+/// tessellations. They use geometry for what it says, whichever copy that is, and say nothing
+/// unless something else leads to them.
+bool is_shape_part(const TypeTable& types, TypeId type);
+
+/// Whether records of that type may refer twice to one and the same record where they refer to two
+/// that say the same: what they list is no set and has no duty to be unique (ISO 10303-42).
+bool may_repeat(const TypeTable& types, TypeId type);
+
+/// Whether records of that type are what representations are in, which say nothing unless
+/// something leads to them.
+bool is_representation_context(const TypeTable& types, TypeId type);
+
 }  // namespace Kessel::Sameness

@@ -1,5 +1,6 @@
 #include "splitter/placed_names.h"
 
+#include "naming/file_stem.h"
 #include "products/file_names.h"
 
 namespace Kessel {
@@ -24,6 +25,18 @@ std::vector<std::filesystem::path> placed_names(const Instances& instances,
   std::vector<std::filesystem::path> names(placement.files.size());
   for (std::size_t i = 0; i < files.size(); ++i) names[files[i]] = given[i];
   return names;
+}
+
+std::filesystem::path name_after(const std::string& input, NameStyle style) {
+  const std::size_t extension = input.rfind('.');
+  const bool has_stem = extension != std::string::npos && extension != 0;
+  const std::string name = input.substr(0, has_stem ? extension : std::string::npos);
+  const FileNameSet set =
+      style == NameStyle::product_unicode ? FileNameSet::unicode : FileNameSet::ascii;
+  std::string stem = file_stem(name, set);
+  if (stem.empty()) stem = "Root";
+  stem += FILE_EXTENSION;
+  return std::u8string(stem.begin(), stem.end());
 }
 
 }  // namespace Kessel

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "kessel/options.h"
@@ -13,5 +14,8 @@ namespace Kessel {
 std::vector<std::filesystem::path> placed_names(const Instances& instances,
                                                 const Products& products,
                                                 const Placement& placement, NameStyle style);
+
+/// The name of the file of an input without products: after the input, called `input` (UTF-8).
+std::filesystem::path name_after(const std::string& input, NameStyle style);
 
 }  // namespace Kessel

@@ -8,13 +8,17 @@
 
 namespace Kessel {
 
+bool write_root_list(const std::string& name) {
+  errno = 0;
+  std::ofstream list(ROOT_LIST);
+  list << name << '\n';
+  list.close();
+  return !list.fail();
+}
+
 void list_root(const Store& store) {
   if (store.root == nullptr) return;
-  errno = 0;
-  std::ofstream roots_file(ROOT_LIST);
-  roots_file << store.root->get_utf8_filepath() << '\n';
-  roots_file.close();
-  if (roots_file.fail()) note_write_failure(ROOT_LIST);
+  if (!write_root_list(store.root->get_utf8_filepath())) note_write_failure(ROOT_LIST);
 }
 
 }  // namespace Kessel

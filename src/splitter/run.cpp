@@ -23,6 +23,10 @@ std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
 
 std::vector<WrittenFile> split(const std::filesystem::path& in, const std::filesystem::path& outdir,
                                const Options& options) {
+  if (options.shrink && options.assemblies == AssemblyStyle::classic) {
+    throw std::invalid_argument(
+        "The classic style of assemblies cannot be shrunk; the others can.");
+  }
   if (options.assemblies == AssemblyStyle::classic) return CheckedRun(in, options).write_to(outdir);
   if (options.reading == Reading::classic) {
     throw std::invalid_argument(

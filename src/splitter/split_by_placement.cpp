@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <numeric>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 
@@ -16,12 +18,16 @@
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
+#include "kessel/split_list.h"
 #include "model/progress_reporter.h"
 #include "output/input_stamp.h"
 #include "output/placement_findings.h"
 #include "output/split_writer.h"
+#include "output/whole_copy.h"
 #include "placement/placement.h"
 #include "products/products.h"
+#include "shrink/equal_records.h"
+#include "split_list/program.h"
 #include "splitter/fresh_files.h"
 #include "splitter/placed_names.h"
 #include "splitter/root_list.h"
@@ -64,15 +70,25 @@ class TextHash {
 /// Loads, hashes the texts, and keeps what it is warned of.
 class SplitLoader final : public InstanceLoader {
  public:
-  using InstanceLoader::InstanceLoader;
+  SplitLoader(Instances& instances, const Options& options, std::uint64_t total)
+      : InstanceLoader(instances, options, total), instances_(instances) {
+    if (options.shrink) values_.emplace();
+  }
   void warning(const Finding& finding) override { warnings_.add(finding); }
+  /// What records that may become one say, where that was asked for.
+  const std::optional<Shrink::ValueTexts>& values() const { return values_; }
   std::uint64_t hash() const { return hash_.value(); }
   FindingList& warnings() { return warnings_; }
 
  protected:
-  void added(Index, const Exchange::Record& record) override { hash_.add(record.text); }
+  void added(Index index, const Exchange::Record& record) override {
+    hash_.add(record.text);
+    if (values_) values_->add(instances_, index, record);
+  }
 
  private:
+  const Instances& instances_;
+  std::optional<Shrink::ValueTexts> values_;
   TextHash hash_;
   FindingList warnings_;
 };
@@ -89,15 +105,21 @@ void require_products(const Products& products, const Placement& placement,
   }
 }
 
-/// Leaves the name of the root's file to the host, in the working directory.
-void write_root_list(const std::string& name) {
-  errno = 0;
-  std::ofstream list(ROOT_LIST);
-  list << name << '\n';
-  list.close();
-  if (list.fail()) {
-    throw OutputError(ROOT_LIST, {errno != 0 ? errno : EIO, std::generic_category()});
+/// The words of the command line.
+const char* word_of(AssemblyStyle style) {
+  return style == AssemblyStyle::nested ? "nested" : "lean";
+}
+
+const char* word_of(NameStyle style) {
+  switch (style) {
+    case NameStyle::record:
+      return "record";
+    case NameStyle::product:
+      return "product";
+    case NameStyle::product_unicode:
+      return "product-unicode";
   }
+  return "";
 }
 
 void create_folder(const fs::path& outdir) {
@@ -123,14 +145,17 @@ class PlacedSplit {
     placement_ = place_records(instances_, products_, options_.assemblies);
     sorting.report_end();
     warn();
-    if (placement_.files.size() < 2) return {};
-    names_ = placed_names(instances_, products_, placement_, options_.names);
+    name_files();
     for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
+    require_fresh_file(outdir_ / SPLIT_LIST);
     require_fresh_root_list(path_);
-    write_root_list(fspath_to_utf8(names_.front()));
-    std::vector<WrittenFile> files = write();
+    if (!write_root_list(fspath_to_utf8(names_.front()))) {
+      throw OutputError(ROOT_LIST, {errno != 0 ? errno : EIO, std::generic_category()});
+    }
+    const std::vector<FileFigures> figures = write();
     if (InputStamp(path_) != before) throw InputError(input_changed(0));
-    return files;
+    write_split_list(list_of(figures, before.size), outdir_);
+    return summary_of(figures);
   }
 
  private:
@@ -142,6 +167,7 @@ class PlacedSplit {
       loader.warnings().add(std::move(finding));
     }
     warnings_ = loader.warnings().take();
+    if (loader.values()) instances_.make_one(Shrink::equal_records(instances_, *loader.values()));
   }
 
   void warn() {
@@ -154,32 +180,76 @@ class PlacedSplit {
     for (const Finding& finding : warnings_) options_.warning(finding);
   }
 
-  std::vector<WrittenFile> write() {
+  /// What the input is called, whatever bytes that may be.
+  std::string input_name() const {
+    return options_.input_name.empty() ? path_.filename().string() : options_.input_name;
+  }
+
+  void name_files() {
+    names_ = placed_names(instances_, products_, placement_, options_.names);
+    if (products_.products.empty()) names_ = {name_after(input_name(), options_.names)};
+  }
+
+  std::vector<FileFigures> write() {
     create_folder(outdir_);
+    in_.clear();
+    in_.seekg(0);  // The second reading's progress is measured from here.
+    if (names_.size() == 1) {
+      return {copy_whole(in_, outdir_ / names_.front(), instances_.size(), options_)};
+    }
     SplitToWrite split{instances_, products_, placement_, id_, {}, {}};
     for (const fs::path& name : names_) {
       split.paths.push_back(outdir_ / name);
       split.names.push_back(fspath_to_utf8(options_.folder_in_headers.value_or("") / name));
     }
-    in_.clear();
-    in_.seekg(0);  // The second reading's progress is measured from here.
-    const std::vector<FileFigures> figures = write_split(in_, split, options_);
+    return write_split(in_, split, options_);
+  }
+
+  /// The files in the order in which they are told: the root's first, the others by record.
+  std::vector<FileId> told_order() const {
+    std::vector<FileId> order(names_.size());
+    std::iota(order.begin(), order.end(), FileId{0});
+    std::stable_sort(order.begin() + 1, order.end(),
+                     [&](FileId a, FileId b) { return record_of(a) < record_of(b); });
+    return order;
+  }
+
+  std::vector<WrittenFile> summary_of(const std::vector<FileFigures>& figures) const {
     std::vector<WrittenFile> files;
-    for (FileId file = 0; file < figures.size(); ++file) {
-      files.push_back({split.paths[file].lexically_normal(), record_of(file), figures[file].records,
-                       figures[file].bytes});
+    for (const FileId file : told_order()) {
+      files.push_back({(outdir_ / names_[file]).lexically_normal(), record_of(file),
+                       figures[file].records, figures[file].bytes});
     }
-    std::stable_sort(files.begin() + 1, files.end(),
-                     [](const auto& a, const auto& b) { return a.part < b.part; });
     return files;
   }
 
+  SplitList list_of(const std::vector<FileFigures>& figures, std::uint64_t input_bytes) const {
+    SplitList list = {.program = program_name(),
+                      .assemblies = word_of(options_.assemblies),
+                      .names = word_of(options_.names),
+                      .reading = "standard",
+                      .input = input_name(),
+                      .input_bytes = input_bytes,
+                      .root = fspath_to_utf8(names_.front()),
+                      .files = {}};
+    for (const FileId file : told_order()) {
+      ListedFile& listed = list.files.emplace_back();
+      listed.name = fspath_to_utf8(names_[file]);
+      listed.record = record_of(file);
+      listed.bytes = figures[file].bytes;
+      listed.hash = figures[file].hash;
+      const ProductId top = placement_.files[file].top;
+      if (top == NO_PRODUCT) continue;
+      listed.id = products_.products[top].id;
+      listed.product = products_.products[top].name;
+    }
+    return list;
+  }
+
   /// The number of the definition that the file is named after.
-  std::uint32_t record_of(FileId file) const {
+  std::uint64_t record_of(FileId file) const {
     const ProductId top = placement_.files[file].top;
-    if (top == NO_PRODUCT) return 0;
-    const std::uint64_t number = instances_.number(products_.products[top].definition);
-    return static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
+    return top == NO_PRODUCT ? 0 : instances_.number(products_.products[top].definition);
   }
 
   const fs::path& path_;

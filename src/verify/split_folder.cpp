@@ -12,16 +12,13 @@
 #include "instances/loader.h"
 #include "kessel/errors.h"
 #include "products/products.h"
+#include "split_list/split_root.h"
 
 namespace Kessel {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char* ROOT_LIST_NAME = "roots.txt";
-/// The largest "roots.txt" that is looked at; names of files are shorter.
-constexpr std::uint64_t MOST_OF_ROOT_LIST = 65536;
 
 std::string utf8_name(const fs::path& path) {
   const std::u8string text = path.u8string();
@@ -67,6 +64,8 @@ Others count_records(const fs::path& path) {
 
 std::optional<fs::path> SplitFolder::find_root(FindingList& findings) {
   if (!read_names(findings)) return std::nullopt;
+  read_list(findings);
+  if (auto root = root_in_list(findings)) return root;
   if (auto root = listed_root(findings)) return root;
   if (auto root = unreferenced_file()) return root;
   findings.begin_file(".");
@@ -91,21 +90,51 @@ bool SplitFolder::read_names(FindingList& findings) {
   return false;
 }
 
+void SplitFolder::read_list(FindingList& findings) {
+  try {
+    list_ = read_split_list(path_);
+  } catch (const InputError& error) {
+    findings.begin_file(error.finding().file);
+    findings.add(error.finding());
+  }
+}
+
+std::optional<fs::path> SplitFolder::root_in_list(FindingList& findings) const {
+  if (!list_) return std::nullopt;
+  const std::optional<std::string> other = read_root_list(path_);
+  if (other && *other != list_->root) {
+    findings.begin_file(ROOT_LIST);
+    findings.add(make_finding(FindingKind::wrong_root_list,
+                              "It does not name the root's file as the list of the split does."));
+  }
+  const fs::path root = path_of_utf8(list_->root);
+  if (!names_.contains(root)) return std::nullopt;
+  return path_ / root;
+}
+
+void SplitFolder::check_listed(FindingList& findings) const {
+  if (!list_) return;
+  for (const ListedFile& file : list_->files) {
+    const ListedState state = state_of(file, path_);
+    if (state == ListedState::unchanged) continue;
+    findings.begin_file(file.name);
+    findings.add(state == ListedState::missing
+                     ? make_finding(FindingKind::missing_listed_file,
+                                    "The split wrote this file, and it is not there.")
+                     : make_finding(FindingKind::changed_listed_file,
+                                    "The file has changed since the split wrote it."));
+  }
+}
+
 std::optional<fs::path> SplitFolder::listed_root(FindingList& findings) const {
-  const fs::path path = path_ / ROOT_LIST_NAME;
-  findings.begin_file(ROOT_LIST_NAME);
-  std::error_code error;
-  if (fs::symlink_status(path, error).type() == fs::file_type::not_found) {
+  const std::optional<std::string> name = read_root_list(path_);
+  findings.begin_file(ROOT_LIST);
+  if (!name) {
     findings.add(make_finding(FindingKind::missing_root_list,
                               "There is no \"roots.txt\" that holds the root file's name."));
     return std::nullopt;
   }
-  std::string name;
-  if (is_file(path) && fs::file_size(path, error) <= MOST_OF_ROOT_LIST && !error) {
-    std::ifstream list(path, std::ios::in | std::ios::binary);
-    std::getline(list, name);
-  }
-  const fs::path root(std::u8string(name.begin(), name.end()));
+  const fs::path root = path_of_utf8(*name);
   if (names_.contains(root)) return path_ / root;
   findings.add(make_finding(FindingKind::wrong_root_list,
                             "It does not hold the name of an exchange file in the folder."));

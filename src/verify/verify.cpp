@@ -39,7 +39,9 @@ class SplitCheck {
 
   Verification check() {
     SplitFolder folder(outdir_);
-    if (const auto root = folder.find_root(findings_)) check_files(*root, folder);
+    const auto root = folder.find_root(findings_);
+    folder.check_listed(findings_);
+    if (root) check_files(*root, folder);
     verification_.findings = findings_.take();
     if (joining_) set_places();
     sort_by_place();

@@ -122,6 +122,7 @@ static void choices(void) {
   struct kessel_options options = default_options();
   options.names = KESSEL_NAMES_RECORD;
   EXPECT_FILES(&options, "out/#21_part.stp", "out/#1_part.stp", "out/#11_part.stp");
+  EXPECT(remove("out/velkstep-split.json") == 0);
   options.names = KESSEL_NAMES_PRODUCT;
   options.assemblies = KESSEL_ASSEMBLIES_LEAN;
   EXPECT_FILES(&options, "out/joint.stp", "out/bolt.stp", "out/nut.stp");
@@ -193,6 +194,30 @@ static void nothing_to_split(void) {
   kessel_classic_options(&options, sizeof options);
   EXPECT_FAILURE("one.stp", "out", &options, KESSEL_NOTHING_TO_SPLIT, "There is nothing to split.");
   EXPECT(access("out/#1_part.stp", F_OK) != 0);
+}
+
+/* What hosts are told is nothing to split is copied by default. */
+static void one_part(void) {
+  kessel_result* result;
+  write_file("one.stp",
+             "#1=PRODUCT('lid','lid','',());\n#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n"
+             "#3=PRODUCT_DEFINITION('d','',#2,$);\n#4=PRODUCT_DEFINITION_SHAPE('','',#3);\n"
+             "#5=SHAPE_DEFINITION_REPRESENTATION(#4,#6);\n#6=SHAPE_REPRESENTATION('',(),$);\n");
+  result = kessel_split("one.stp", "out", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT(kessel_file_count(result) == 1);
+  EXPECT_TEXT(kessel_file(result, 0), "out/lid.stp");
+  kessel_free(result);
+  EXPECT(file_has("out/lid.stp", "DATA;\n#1=PRODUCT('lid','lid','',());\n"));
+  EXPECT(file_has("out/velkstep-split.json", "\"root\": \"lid.stp\""));
+
+  /* A split is joined by its folder. */
+  result = kessel_join("out", "whole.stp", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  kessel_free(result);
+  result = kessel_diff("one.stp", "whole.stp", NULL);
+  EXPECT(kessel_is_same(result));
+  kessel_free(result);
 }
 
 static void bad_arguments(void) {
@@ -405,6 +430,77 @@ static void joining(void) {
   EXPECT(compared("alone.stp", "one.stp", NULL, KESSEL_DONE, "") == 1);
 }
 
+/* What differs between two small files, and as which rows. */
+static void differences(void) {
+  struct kessel_difference row;
+  kessel_result* result;
+  write_file("a.stp", "#1=A('x',#2);\n#2=B();\n#3=C();\n");
+  write_file("b.stp", "#1=A('y',#2);\n#2=B();\n#4=D();\n");
+  result = kessel_diff("a.stp", "b.stp", NULL);
+  EXPECT(kessel_difference_count(result) == 3);
+  EXPECT(kessel_difference_at(result, 0, &row, sizeof row) == 1);
+  EXPECT(row.kind == KESSEL_CHANGED && row.in_a == 1 && row.in_b == 1);
+  EXPECT_TEXT(row.type, "A");
+  EXPECT_TEXT(row.product_id, "");
+  EXPECT_TEXT(row.changes, "A 1: 'x' -> 'y'\n");
+  EXPECT(kessel_difference_at(result, 1, &row, sizeof row) == 1);
+  EXPECT(row.kind == KESSEL_ONLY_IN_A && row.in_a == 3 && row.in_b == 0);
+  EXPECT_TEXT(row.type, "C");
+  EXPECT_TEXT(row.changes, "");
+  EXPECT(kessel_difference_at(result, 2, &row, sizeof row) == 1);
+  EXPECT(row.kind == KESSEL_ONLY_IN_B && row.in_a == 0 && row.in_b == 4);
+  EXPECT(kessel_difference_at(result, 3, &row, sizeof row) == 0);
+  EXPECT(row.type == NULL && row.in_b == 0);
+  EXPECT(kessel_difference_at(result, 0, NULL, sizeof row) == 1);
+  kessel_free(result);
+  result = kessel_diff(ASSEMBLY, "a.stp", NULL);
+  EXPECT(kessel_difference_count(result) > 3);
+  EXPECT(kessel_difference_at(result, 0, &row, sizeof row) == 1);
+  EXPECT(row.product_name[0] != 0);
+  kessel_free(result);
+  EXPECT(kessel_difference_count(NULL) == 0);
+  EXPECT(kessel_difference_at(NULL, 0, &row, sizeof row) == 0);
+}
+
+/* Shrinks into "small.stp", expects how that ended, and returns how many records are left. */
+static uint64_t shrunk(const char* in, const struct kessel_options* options,
+                       enum kessel_status status, const char* error) {
+  struct kessel_shrunk figures;
+  kessel_result* result = kessel_shrink(in, "small.stp", options);
+  EXPECT(kessel_status_of(result) == status);
+  EXPECT_TEXT(kessel_error_of(result), error);
+  EXPECT(kessel_file_count(result) == (status == KESSEL_DONE ? 1u : 0u));
+  if (status == KESSEL_DONE) EXPECT_TEXT(kessel_file(result, 0), "small.stp");
+  kessel_shrunk_of(result, &figures, sizeof figures);
+  EXPECT(figures.records_before >= figures.records_after + figures.unreachable);
+  EXPECT((figures.bytes_after == 0) == (status != KESSEL_DONE));
+  kessel_free(result);
+  return figures.records_after;
+}
+
+static void shrinking(void) {
+  struct kessel_options options;
+  write_file("twice.stp",
+             "#1=A(#2);\n#2=COLOUR_RGB('',0.,0.,0.);\n#3=COLOUR_RGB('',0.,0.,0.);\n#4=A(#3);\n"
+             "#5=COLOUR_RGB('',1.,0.,0.);\n");
+  EXPECT(shrunk("twice.stp", NULL, KESSEL_DONE, "") == 4);
+  EXPECT(shrunk("twice.stp", NULL, KESSEL_OUTPUT_ERROR,
+                "small.stp: cannot be written: File exists") == 0);
+  remove("small.stp");
+  EXPECT(shrunk("missing.stp", NULL, KESSEL_INPUT_ERROR,
+                "The file cannot be opened: No such file or directory.") == 0);
+  EXPECT(shrunk(NULL, NULL, KESSEL_BAD_ARGUMENT, "The path of the input is missing.") == 0);
+  kessel_default_options(&options, sizeof options);
+  options.flags = 8;
+  EXPECT(shrunk("twice.stp", &options, KESSEL_BAD_ARGUMENT, "There is no such flag.") == 0);
+  options.flags = KESSEL_DROP_UNREACHABLE | KESSEL_RENUMBER;
+  EXPECT(shrunk("twice.stp", &options, KESSEL_DONE, "") == 3);
+  remove("small.stp");
+  options.progress = cancel;
+  EXPECT(shrunk("twice.stp", &options, KESSEL_CANCELLED, "The shrinking was cancelled.") == 0);
+  kessel_shrunk_of(NULL, NULL, 8);
+}
+
 /* Extracts into "one.stp" and expects how that ended, and which files there are. */
 static void expect_extracted(const char* part, const struct kessel_options* options,
                              enum kessel_status status, const char* error, size_t files) {
@@ -480,12 +576,15 @@ static const struct {
     {"classic_options", classic_options},
     {"choices", choices},
     {"nothing_to_split", nothing_to_split},
+    {"one_part", one_part},
     {"bad_arguments", bad_arguments},
     {"input_errors", input_errors},
     {"output_errors", output_errors},
     {"progress", progress},
     {"cancelling", cancelling},
     {"joining", joining},
+    {"differences", differences},
+    {"shrinking", shrinking},
     {"extracting", extracting},
     {"drawing", drawing},
     {"older_options", older_options},

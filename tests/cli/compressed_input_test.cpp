@@ -89,6 +89,8 @@ TEST_F(CompressedInput, EveryCommandReadsIt) {
   EXPECT_EQ(run_in_shell("diff -r -I FILE_NAME plain unpacked").status, 0);
   EXPECT_EQ(run_velkstep({"verify", "in.stp.gz", "unpacked"}).exit_code,
             run_velkstep({"verify", "in.stp", "unpacked"}).exit_code);
+  EXPECT_EQ(run_velkstep({"diff", "in.stp.gz", "in.stp"}).exit_code, 0);
+  EXPECT_EQ(run_velkstep({"diff", "other.stp", "in.stp.gz"}).exit_code, 1);
 }
 
 TEST_F(CompressedInput, DamagedArchiveIsAnError) {

@@ -10,6 +10,7 @@
 #include "join/marked_split.h"
 #include "support/folder_tree.h"
 #include "support/scratch_folder.h"
+#include "support/shell.h"
 
 namespace Kessel::test {
 namespace {
@@ -112,6 +113,26 @@ TEST_F(JoinCommand, FilesOutsideOfTheFolderWantAnOption) {
          "\"../part.stp\".\n");
   expect({"--follow-outside", "parts/in/root.stp", "-o", "one.stp"}, 0,
          "one.stp: 20 records from 2 files\n", "");
+}
+
+TEST_F(JoinCommand, ReadsACompressedRootAndStandardInput) {
+  expect({"--quiet", "parts/root.stp", "-o", "plain.stp"}, 0, "", "");
+  ASSERT_EQ(run_in_shell("gzip -k parts/root.stp").status, 0);
+  expect({"parts/root.stp.gz", "-o", "one.stp"}, 0, "one.stp: 20 records from 2 files\n", "");
+  ASSERT_EQ(run_in_shell("cp parts/part.stp .").status, 0);
+  const ProcessRun run =
+      run_velkstep({"join", "--json", "-", "-o", "two.stp"}, {.standard_input = "parts/root.stp"});
+  EXPECT_EQ(run.errors, "");
+  EXPECT_EQ(nlohmann::json::parse(run.out)["inputs"][0]["file"], "standard input");
+  for (const char* name : {"one.stp", "two.stp"}) {
+    EXPECT_EQ(run_velkstep({"diff", "plain.stp", name}).exit_code, 0) << name;
+  }
+  expect({"--force", "parts/root.stp.gz", "-o", "parts/root.stp.gz"}, 1, "",
+         "velkstep: parts/root.stp.gz: is there already; --force replaces it, unless it is an "
+         "input\n");
+  fs::remove("parts/part.stp");
+  expect({"parts/root.stp.gz", "-o", "three.stp"}, 1, "",
+         "velkstep: parts/root.stp.gz: Files that are referred to are missing: \"part.stp\".\n");
 }
 
 TEST_F(JoinCommand, WrongUsage) {

@@ -118,5 +118,18 @@ TEST(PartsList, FileWithoutPartsHasTheHeadingsAlone) {
             "quantity,name,id,kind,record,file\r\n");
 }
 
+TEST(PartsListSizes, StandBehindTheOtherColumns) {
+  const ProcessRun text = run_velkstep({"tree", "--bom", "--sizes", VELKSTEP_EXAMPLE});
+  EXPECT_EQ(text.exit_code, 0);
+  EXPECT_NE(text.out.find("  X "), std::string::npos);
+  EXPECT_NE(text.out.find("  240 "), std::string::npos);
+  EXPECT_NE(text.out.find("  millimetre\n"), std::string::npos);
+  const ProcessRun csv = run_velkstep({"tree", "--bom", "--csv", "--sizes", VELKSTEP_EXAMPLE});
+  EXPECT_TRUE(csv.out.starts_with("quantity,name,id,kind,record,file,x,y,z,unit\r\n"));
+  EXPECT_NE(csv.out.find(",240,12,20,millimetre\r\n"), std::string::npos);
+  EXPECT_NE(csv.out.find("Pivot pin.stp,20,20,12,millimetre\r\n"), std::string::npos);
+  EXPECT_EQ(run_velkstep({"tree", "--sizes", VELKSTEP_EXAMPLE}).exit_code, 2);
+}
+
 }  // namespace
 }  // namespace Kessel::test

@@ -92,7 +92,7 @@ TEST(ManualPage, SaysWhatTheHelpSays) {
       run("groff -man -Tascii -P-cbou -rLL=2000n " + REFERENCE + "/velkstep.1").out;
   const std::string help = run_velkstep({"--help"}).out;
   std::size_t found = 0;
-  for (const char* text : {"3", "nothing to split: the file holds one part or none",
+  for (const char* text : {"3", "nothing to split, with --classic: the file holds one part or none",
                            "Split each IN into one file per part"}) {
     EXPECT_NE(help.find(text), std::string::npos) << text;
     found += page.find(text) != std::string::npos ? 1 : 0;

@@ -3,9 +3,11 @@
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string>
 
 #include "cli/run_process.h"
+#include "kessel/split_list.h"
 #include "splitter/small_inputs.h"
 #include "support/folder_tree.h"
 #include "support/scratch_folder.h"
@@ -47,9 +49,15 @@ TEST_F(ReportCommand, SplitsAndPrintsThePath) {
   EXPECT_EQ(run.out, "out/report.html\n");
   EXPECT_EQ(run.errors, "");
   EXPECT_TRUE(read_file("out/report.html").starts_with("<!doctype html>\n"));
-  fs::remove("out/report.html");
+  const auto list = read_split_list("out");
+  ASSERT_TRUE(list.has_value());
+  ASSERT_EQ(list->files.size(), 3u);
+  EXPECT_EQ(list->files[2].name, "report.html");
+  EXPECT_EQ(list->files[2].record, 0u);
+  EXPECT_EQ(state_of(list->files[2], "out"), ListedState::unchanged);
   EXPECT_EQ(run_velkstep({"split", "in.stp", "split"}).exit_code, 0);
-  EXPECT_EQ(tree_of("out"), tree_of("split"));
+  EXPECT_EQ(differences(tree_of("out"), tree_of("split")),
+            (std::set<std::string>{"report.html", SPLIT_LIST}));
 }
 
 TEST_F(ReportCommand, QuietPrintsNothing) {
@@ -190,7 +198,10 @@ TEST_F(ReportCommand, OnePartIsNothingToReportToHosts) {
   const ProcessRun run = run_velkstep({"report", "--classic", "in.stp", "out"});
   EXPECT_EQ(run.exit_code, 3);
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.errors, ONLY_ONE_PART);
+  EXPECT_EQ(
+      run.errors,
+      std::string(ONLY_ONE_PART) +
+          "velkstep: in.stp: holds one part or none, of which a classic split makes nothing\n");
   EXPECT_FALSE(fs::exists("out/report.html"));
 }
 

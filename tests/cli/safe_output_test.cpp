@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "cli/run_process.h"
+#include "kessel/split_list.h"
 #include "splitter/small_inputs.h"
 #include "support/folder_tree.h"
 #include "support/scratch_folder.h"
@@ -59,7 +60,8 @@ class SafeOutput : public testing::Test {
     folder.write("in.stp", exchange_file(BOX_WITH_LID));
     EXPECT_EQ(split().out, LIST_OF_BOX);
     const FolderTree files = tree_of("out");
-    EXPECT_EQ(names_in("out"), (std::set<std::string>{"box.stp", "lid.stp", "roots.txt"}));
+    EXPECT_EQ(names_in("out"),
+              (std::set<std::string>{"box.stp", "lid.stp", "roots.txt", SPLIT_LIST}));
     return files;
   }
   const FolderTree files_ = split_box();
@@ -69,7 +71,7 @@ TEST_F(SafeOutput, NewFolderHoldsTheSplitAndNothingElse) {
   EXPECT_EQ(split().out, LIST_OF_BOX);
   EXPECT_EQ(tree_of("out"), expected_files());
   auto all = tree_of(folder_.path());
-  EXPECT_EQ(all.size(), 5u) << "in.stp, out and three files in it";
+  EXPECT_EQ(all.size(), 6u) << "in.stp, out and four files in it";
 }
 
 TEST_F(SafeOutput, NewFolderHasTheModeOfNewFolders) {
@@ -94,7 +96,7 @@ TEST_F(SafeOutput, FoldersAboveAreMadeToo) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.out, "a/b/out/box.stp\na/b/out/lid.stp\n");
   EXPECT_EQ(tree_of("a/b/out"), expected_files());
-  EXPECT_THAT(tree_of("a").size(), 5u);
+  EXPECT_THAT(tree_of("a").size(), 6u);
 }
 
 TEST_F(SafeOutput, FoldersAboveGoAgainWhenTheSplitFails) {
@@ -141,11 +143,11 @@ TEST_F(SafeOutput, OtherFilesInTheFolderStay) {
   expected["sub"] = "/";
   expected["notes.txt"] = "mine";
   EXPECT_EQ(tree_of("out"), expected);
-  EXPECT_EQ(tree_of(folder_.path()).size(), 7u);
+  EXPECT_EQ(tree_of(folder_.path()).size(), 8u);
 }
 
 TEST_F(SafeOutput, FilesOfTheSameNamesAreRefused) {
-  for (const char* name : {"box.stp", "lid.stp", "roots.txt"}) {
+  for (const char* name : {"box.stp", "lid.stp", "roots.txt", SPLIT_LIST}) {
     fs::create_directories("out");
     const fs::path path = folder_.write("out/" + std::string(name), "mine");
     expect_untouched("velkstep: out/" + std::string(name) +
@@ -163,7 +165,7 @@ TEST_F(SafeOutput, ForceReplacesExactlyThose) {
   auto expected = expected_files();
   expected["hat.stp"] = "mine";
   EXPECT_EQ(tree_of("out"), expected);
-  EXPECT_EQ(tree_of(folder_.path()).size(), 6u);
+  EXPECT_EQ(tree_of(folder_.path()).size(), 7u);
 }
 
 TEST_F(SafeOutput, ForceWithNothingToReplaceIsLikeWithout) {

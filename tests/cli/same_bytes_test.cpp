@@ -7,6 +7,7 @@
 
 #include "cli/run_process.h"
 #include "splitter/small_inputs.h"
+#include "support/folder_tree.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -22,10 +23,7 @@ std::map<std::string, std::string> outcome_of(const fs::path& in, const std::str
       run_velkstep({"split", style, in, "out"}, {.random_addresses = random_addresses});
   EXPECT_EQ(run.exit_code, 0);
   std::map<std::string, std::string> outcome = {{"printed", run.out}, {"errors", run.errors}};
-  for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
-    if (!entry.is_regular_file()) continue;
-    outcome[entry.path().filename()] = without_time_stamps(read_file(entry.path()));
-  }
+  outcome.merge(tree_of("out"));
   return outcome;
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -13,15 +14,35 @@
 
 #include "cli/run_process.h"
 #include "kessel/part.h"
+#include "kessel/split_list.h"
 #include "kessel/splitter.h"
 #include "splitter/small_inputs.h"
 #include "support/folder_tree.h"
 #include "support/scratch_folder.h"
+#include "support/shell.h"
 
 namespace Kessel::test {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// The list of a split of the box, of which the input is called so.
+std::string list_of_box(const std::string& input) {
+  // Time stamps are longer than what stands for them here.
+  const auto entry = [](const std::string& name, const char* record, std::string_view records) {
+    return "  {\"file\": \"" + name + ".stp\", \"record\": " + record + ", \"id\": \"" + name +
+           "\", \"name\": \"" + name +
+           "\", \"bytes\": " + std::to_string(nested_file(name + ".stp", records).size() + 25 - 6) +
+           ", \"hash\": \"<hash>\"}";
+  };
+  return "{\n \"format\": 1,\n \"program\": \"velkstep " VELKSTEP_VERSION
+         "\",\n \"options\": {\"assemblies\": \"nested\", \"names\": \"product\", \"reading\": "
+         "\"standard\"},\n \"input\": {\"name\": \"" +
+         input + "\", \"bytes\": " + std::to_string(exchange_file(BOX_WITH_LID).size()) +
+         "},\n \"root\": \"box.stp\",\n \"hash\": \"XXH64\",\n \"files\": [\n" +
+         entry("box", "3", NESTED_BOX_RECORDS) + ",\n" + entry("lid", "6", NESTED_LID_RECORDS) +
+         "\n ]\n}\n";
+}
 
 class SplitCommand : public testing::Test {
  protected:
@@ -49,7 +70,8 @@ TEST_F(SplitCommand, WritesTheFilesAndPrintsThemOnePerLine) {
   EXPECT_EQ(run.errors, "");
   EXPECT_EQ(tree_of("out"), (FolderTree{{"box.stp", nested_file("box.stp", NESTED_BOX_RECORDS)},
                                         {"lid.stp", nested_file("lid.stp", NESTED_LID_RECORDS)},
-                                        {"roots.txt", "box.stp\n"}}));
+                                        {"roots.txt", "box.stp\n"},
+                                        {SPLIT_LIST, list_of_box("in.stp")}}));
   EXPECT_FALSE(fs::exists("roots.txt"));
 }
 
@@ -110,12 +132,76 @@ TEST_F(SplitCommand, PrintsTheRootsFileFirst) {
   EXPECT_EQ(run.errors, "");
 }
 
+const std::string NOTHING_TO_SPLIT =
+    "velkstep: in.stp: holds one part or none, of which a classic split makes nothing\n";
+
+TEST_F(SplitCommand, OnePartIsCopied) {
+  folder_.write("in.stp", exchange_file(LID_WITH_SHAPE));
+  for (const char* style : {"--assemblies=nested", "--assemblies=lean"}) {
+    const ProcessRun run = run_velkstep({"split", style, "in.stp", "-o", "./out"});
+    EXPECT_EQ(run.exit_code, 0);
+    EXPECT_EQ(run.out, "out/lid.stp\n");
+    EXPECT_EQ(run.errors, "velkstep: in.stp: holds one part only; out/lid.stp is a copy of it\n");
+    EXPECT_EQ(names_in("out"), (std::set<std::string>{"lid.stp", "roots.txt", SPLIT_LIST}));
+    EXPECT_EQ(read_file("out/lid.stp"), read_file("in.stp"));
+    EXPECT_EQ(run_velkstep({"diff", "in.stp", "out/lid.stp"}).exit_code, 0);
+    EXPECT_EQ(run_velkstep({"verify", "in.stp", "out"}).errors, "");
+    EXPECT_EQ(run_velkstep({"verify", "in.stp", "out"}).exit_code, 0);
+    EXPECT_EQ(run_velkstep({"join", "out", "-f", "-o", "one.stp"}).exit_code, 0);
+    EXPECT_EQ(run_velkstep({"diff", "in.stp", "one.stp"}).exit_code, 0);
+    fs::remove_all("out");
+  }
+  const ProcessRun quiet = run_velkstep({"split", "--quiet", "in.stp", "-o", "out"});
+  EXPECT_EQ(quiet.exit_code, 0);
+  EXPECT_EQ(quiet.out + quiet.errors, "");
+}
+
+TEST_F(SplitCommand, NoPartIsCopiedUnderTheInputsName) {
+  fs::create_directory("deep");
+  folder_.write("deep/points.step", exchange_file("#1=CARTESIAN_POINT('',(0.,0.,0.));\n"));
+  const ProcessRun run = run_velkstep({"split", "deep/points.step", "-o", "out"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.out, "out/points.stp\n");
+  EXPECT_EQ(run.errors,
+            "velkstep: deep/points.step: holds no part; out/points.stp is a copy of it\n");
+  EXPECT_EQ(read_file("out/points.stp"), read_file("deep/points.step"));
+  const ProcessRun piped =
+      run_velkstep({"split", "-", "-o", "piped"}, {.standard_input = "deep/points.step"});
+  EXPECT_EQ(piped.exit_code, 0);
+  EXPECT_EQ(piped.out, "piped/Root.stp\n");
+  EXPECT_EQ(piped.errors,
+            "velkstep: standard input: holds no part; piped/Root.stp is a copy of it\n");
+}
+
+TEST_F(SplitCommand, OtherWarningsAreCountedApart) {
+  folder_.write("in.stp", exchange_file(LID_WITH_SHAPE) + "stray");
+  const ProcessRun run = run_velkstep({"split", "in.stp", "-o", "out"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.errors,
+            "velkstep: in.stp: holds one part only; out/lid.stp is a copy of it\n"
+            "velkstep: in.stp: 1 warning; nothing is lost, and velkstep check says what it is "
+            "about\n");
+}
+
+TEST_F(SplitCommand, HashesOfTheListAreThoseOfXxhsum) {
+  if (run_in_shell("xxhsum --version 2>&1").out.empty()) GTEST_SKIP() << "xxhsum is missing";
+  write_box();
+  EXPECT_EQ(run_velkstep({"split", "in.stp", "-o", "out"}).exit_code, 0);
+  // Its lists have the hash first.
+  EXPECT_EQ(
+      run_in_shell("sed -n 's/.*\"file\": \"\\([^\"]*\\)\".*\"hash\": \"\\([^\"]*\\)\".*/"
+                   "\\2  \\1/p' out/velkstep-split.json > sums && cd out && xxhsum -c ../sums "
+                   "2>/dev/null; echo $?")
+          .out,
+      "box.stp: OK\nlid.stp: OK\n0\n");
+}
+
 TEST_F(SplitCommand, OnePartIsNothingToSplitToHosts) {
   folder_.write("in.stp", exchange_file(LID_ALONE));
   const ProcessRun run = run_velkstep({"split", "--classic", "in.stp", "out"});
   EXPECT_EQ(run.exit_code, 3);
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.errors, ONLY_ONE_PART);
+  EXPECT_EQ(run.errors, std::string(ONLY_ONE_PART) + NOTHING_TO_SPLIT);
   EXPECT_FALSE(fs::exists("roots.txt"));
 }
 
@@ -124,7 +210,7 @@ TEST_F(SplitCommand, NoPartsAreNothingToSplitToHosts) {
   const ProcessRun run = run_velkstep({"split", "--classic", "in.stp", "out"});
   EXPECT_EQ(run.exit_code, 3);
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.errors, NO_ROOT);
+  EXPECT_EQ(run.errors, std::string(NO_ROOT) + NOTHING_TO_SPLIT);
   EXPECT_FALSE(fs::exists("roots.txt"));
 }
 

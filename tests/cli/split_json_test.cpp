@@ -111,7 +111,10 @@ TEST_F(SplitOutput, StandardInputIsSplitLikeAFile) {
   EXPECT_EQ(json["input"], "-");
   EXPECT_EQ(json["files"].size(), 2u);
   EXPECT_EQ(run_velkstep({"split", "in.stp", "file"}).exit_code, 0);
-  EXPECT_EQ(tree_of("out"), tree_of("file"));
+  FolderTree file = tree_of("file");
+  std::string& list = file.at("velkstep-split.json");
+  list.replace(list.find("\"in.stp\""), 8, "\"-\"");
+  EXPECT_EQ(tree_of("out"), file);
 }
 
 }  // namespace

@@ -160,8 +160,8 @@ TEST_F(TreeCommand, GeneratedRootBodiesIdsAndMissingNames) {
             "└─ lid  (part, #53, lid.stp)\n");
 }
 
-TEST_F(TreeCommand, OnePartAloneHasNoFile) {
-  EXPECT_EQ(tree_of(std::string(LID_ALONE) + shape(10, 6, true)), "lid  (part, #6)\n");
+TEST_F(TreeCommand, OnePartAloneHasAFile) {
+  EXPECT_EQ(tree_of(std::string(LID_ALONE) + shape(10, 6, true)), "lid  (part, #6, lid.stp)\n");
 }
 
 TEST_F(TreeCommand, FileWithoutPartsIsNoFailure) {

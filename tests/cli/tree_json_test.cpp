@@ -48,10 +48,10 @@ TEST(TreeJson, GeneratedRootHasNoRecordAndAssembliesMayHaveBodies) {
   EXPECT_EQ(tree["parts"][3]["kind"], "assembly");
 }
 
-TEST(TreeJson, OnePartAloneHasNoFile) {
+TEST(TreeJson, OnePartAloneHasAFile) {
   const Json tree = tree_json_of(std::string(LID_ALONE) + shape(10, 6, true));
   EXPECT_EQ(tree["parts"].size(), 1u);
-  EXPECT_EQ(tree["parts"][0]["file"], nullptr);
+  EXPECT_EQ(tree["parts"][0]["file"], "lid.stp");
 }
 
 TEST(TreeJson, FileWithoutPartsHasEmptyLists) {

@@ -23,7 +23,7 @@ const std::string EXIT_CODES =
     "  0  done\n"
     "  1  failed; one line on standard error says why\n"
     "  2  wrong usage\n"
-    "  3  nothing to split: the file holds one part or none\n"
+    "  3  nothing to split, with --classic: the file holds one part or none\n"
     "  4  check, verify: warnings, but no errors\n";
 
 /// Expects that `text` has `line` as one of its lines.
@@ -53,6 +53,8 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
     expect_line(
         run.out,
         "  join                        Join ROOT and the files that it refers to into one file");
+    expect_line(run.out,
+                "  shrink                      Write IN again, without what it says twice");
     expect_line(run.out,
                 "  extract                     Write a part or sub-assembly of IN, with all below "
                 "it, as one file");

@@ -47,7 +47,7 @@ class Waiting : public testing::Test {
     root.pop_back();
     EXPECT_TRUE(names_in("out").contains(root)) << root;
     for (const std::string& name : names_in("out")) {
-      if (name == "roots.txt") continue;
+      if (name == "roots.txt" || name == "velkstep-split.json") continue;
       EXPECT_TRUE(read_file("out/" + name).ends_with("END-ISO-10303-21;\n")) << name;
     }
   }

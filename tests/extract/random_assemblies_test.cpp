@@ -4,7 +4,7 @@
 
 #include "assemblies/random_assembly.h"
 #include "extract/extract_faults.h"
-#include "round_trip/round_trip.h"
+#include "support/seeds.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {

@@ -22,13 +22,13 @@ Lines taken_from(FindingList& list) {
 
 TEST(FindingList, GoesByOffsetWithTheWholeFileFirst) {
   FindingList list;
-  list.add(cut_record, {50, 3}, 7, "c");
-  list.add(joined_record, {10, 2}, 5, "a");
+  list.add(missing_instance, {50, 3}, 7, "c");
+  list.add(unclosed_list, {10, 2}, 5, "a");
   list.add(no_part, {}, 0, "whole");
-  list.add(repeated_number, {50, 3}, 7, "d");
+  list.add(two_texts_of_a_number, {50, 3}, 7, "d");
   EXPECT_EQ(taken_from(list),
-            (Lines{"warning no_part: whole", "2@10 error joined_record #5: a",
-                   "3@50 error cut_record #7: c", "3@50 error repeated_number #7: d"}));
+            (Lines{"warning no_part: whole", "2@10 error unclosed_list #5: a",
+                   "3@50 error missing_instance #7: c", "3@50 error two_texts_of_a_number #7: d"}));
   EXPECT_EQ(taken_from(list), Lines());
 }
 
@@ -56,24 +56,25 @@ TEST(FindingList, KeepsTwentyOfAKindAndCountsTheOthers) {
   FindingList list;
   Lines expected;
   for (std::uint32_t i = 1; i <= 20; ++i) {
-    list.add(cut_record, {i, i}, i, "cut");
+    list.add(missing_instance, {i, i}, i, "cut");
     const std::string n = std::to_string(i);
-    expected.push_back(n + "@" + n + " error cut_record #" + n + ": cut");
+    expected.push_back(n + "@" + n + " error missing_instance #" + n + ": cut");
   }
   FindingList twenty = list;
   EXPECT_EQ(taken_from(twenty), expected);
 
   FindingList more = list;
-  more.add(cut_record, {21, 21}, 21, "cut");
+  more.add(missing_instance, {21, 21}, 21, "cut");
   Lines with_one = expected;
-  with_one.push_back("21@21 error cut_record #21: And 1 more like the 20 that are listed: cut");
+  with_one.push_back(
+      "21@21 error missing_instance #21: And 1 more like the 20 that are listed: cut");
   EXPECT_EQ(taken_from(more), with_one);
 
-  for (std::uint32_t i = 21; i < 12'366; ++i) list.add(cut_record, {i, i}, i, "cut");
-  list.add(no_root, {}, 0, "none");
-  expected.insert(expected.begin(), "error no_root: none");
+  for (std::uint32_t i = 21; i < 12'366; ++i) list.add(missing_instance, {i, i}, i, "cut");
+  list.add(unreadable, {}, 0, "none");
+  expected.insert(expected.begin(), "error unreadable: none");
   expected.push_back(
-      "21@21 error cut_record #21 x12345: And 12,345 more like the 20 that are listed: cut");
+      "21@21 error missing_instance #21 x12345: And 12,345 more like the 20 that are listed: cut");
   EXPECT_EQ(taken_from(list), expected);
 }
 
@@ -119,7 +120,7 @@ TEST(FindingKinds, EachHasANameOfItsOwn) {
   }
   EXPECT_EQ(names.size(), count);
   EXPECT_EQ(name_of(unreadable), "unreadable");
-  EXPECT_EQ(name_of(no_root), "no_root");
+  EXPECT_EQ(name_of(unreadable), "unreadable");
 }
 
 }  // namespace

@@ -43,7 +43,6 @@ void check_written(const std::filesystem::path& path) {
     switch (finding.kind) {
       case FindingKind::no_part:
       case FindingKind::one_part:
-      case FindingKind::no_root:
       case FindingKind::unused_usage:
       case FindingKind::usage_cycle:
       case FindingKind::part_without_name:

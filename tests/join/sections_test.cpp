@@ -58,6 +58,25 @@ TEST(JoinSections, ParametersOfTheOnlyDataSection) {
             "#1=A();\nENDSEC;\nEND-ISO-10303-21;\n");
 }
 
+TEST(JoinSections, SectionsOfDifferentSchemasStay) {
+  JoinedFolder folder;
+  const std::string head =
+      "ISO-10303-21;\nHEADER;\nFILE_SCHEMA(('AP','AQ'));\nSECTION_LANGUAGE('d','en');\nENDSEC;\n";
+  folder.folder().write("root.stp", head + "DATA('d',('AP'));\n" + REFERENCE_TO_PART +
+                                        "#2=A(#3);\nENDSEC;\nDATA('e',('AQ'));\n#3=B(#2);\n"
+                                        "ENDSEC;\nEND-ISO-10303-21;\n");
+  folder.folder().write("part.stp", head +
+                                        "DATA('x',('AQ'));\n#2=C(#1);\nENDSEC;\n"
+                                        "DATA('d',('AP'));\n#1=PRODUCT_DEFINITION('','',$,$);\n"
+                                        "#3=D(#2);\nENDSEC;\nEND-ISO-10303-21;\n");
+  join("root.stp", "one.stp");
+  EXPECT_EQ(read_file("one.stp"), head +
+                                      "DATA('d',('AP'));\n#1=A(#2);\n"
+                                      "#4=PRODUCT_DEFINITION('','',$,$);\n#5=D(#3);\nENDSEC;\n"
+                                      "DATA('e',('AQ'));\n#2=B(#1);\n#3=C(#4);\nENDSEC;\n"
+                                      "END-ISO-10303-21;\n");
+}
+
 TEST(JoinSections, SeveralDataSectionsBecomeOne) {
   JoinedFolder folder;
   folder.folder().write("root.stp",

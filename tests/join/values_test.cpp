@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "join/joined_folder.h"
-#include "join/value_types.h"
 
 namespace Kessel::test {
 namespace {
@@ -124,16 +123,6 @@ TEST(JoinValues, OneFileAloneStaysAsItIs) {
   EXPECT_EQ(folder.data(),
             "#1=COLOUR_RGB('',1.,0.,0.);\n#2=COLOUR_RGB('',1.,0.,0.);\n"
             "#3=A ( #2 , #1, #4 , #4,#5);\n");
-}
-
-TEST(JoinValues, TheTable) {
-  EXPECT_TRUE(is_value_type("COLOUR_RGB"));
-  EXPECT_TRUE(is_value_type("ADDRESS"));
-  EXPECT_TRUE(is_value_type("WEEK_OF_YEAR_AND_DAY_DATE"));
-  EXPECT_FALSE(is_value_type("APPLICATION_CONTEXT"));
-  EXPECT_FALSE(is_value_type("MEASURE_REPRESENTATION_ITEM"));
-  EXPECT_FALSE(is_value_type("PRODUCT"));
-  EXPECT_FALSE(is_value_type(""));
 }
 
 }  // namespace

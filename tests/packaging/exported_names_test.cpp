@@ -62,6 +62,8 @@ const std::set<std::string> INTERFACE = {
     "kessel_classic_options",
     "kessel_default_options",
     "kessel_diff",
+    "kessel_difference_at",
+    "kessel_difference_count",
     "kessel_error_of",
     "kessel_extract",
     "kessel_file",
@@ -70,6 +72,8 @@ const std::set<std::string> INTERFACE = {
     "kessel_is_same",
     "kessel_join",
     "kessel_picture",
+    "kessel_shrink",
+    "kessel_shrunk_of",
     "kessel_split",
     "kessel_status_of",
 #endif
@@ -96,6 +100,12 @@ const std::set<std::string> INTERFACE = {
     "Kessel::read_drawing(std::filesystem::path const&, Kessel::DrawingOptions const&, "
     "Kessel::Options const&)",
     "Kessel::read_summary(std::filesystem::path const&, Kessel::Options const&)",
+    "Kessel::list_file(std::string const&, std::filesystem::path const&)",
+    "Kessel::read_split_list(std::filesystem::path const&)",
+    "Kessel::state_of(Kessel::ListedFile const&, std::filesystem::path const&)",
+    "Kessel::write_split_list(Kessel::SplitList const&, std::filesystem::path const&)",
+    "Kessel::shrink(std::filesystem::path const&, std::filesystem::path const&, "
+    "Kessel::ShrinkOptions const&)",
     "Kessel::split(std::filesystem::path const&, std::filesystem::path const&, "
     "Kessel::Options const&)",
     "Kessel::verify(std::filesystem::path const&, std::filesystem::path const&, "

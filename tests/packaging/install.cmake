@@ -26,6 +26,8 @@ set(expected
   kessel/part.h
   kessel/picture.h
   kessel/reference_list.h
+  kessel/shrink.h
+  kessel/split_list.h
   kessel/splitter.h
   kessel/summary.h
   kessel/verify.h)

@@ -51,9 +51,9 @@ def test_tree_of_a_small_file(lamp):
     assert tree["input"] == str(lamp)
 
 
-def test_tree_of_a_lone_part_has_no_file(write):
+def test_tree_of_a_lone_part_has_a_file(write):
     (part,) = velkstep.tree(write("one.stp", LONE_PART))["parts"]
-    assert part["file"] is None
+    assert part["file"] == "lid.stp"
 
 
 def test_generated_root_has_no_record(write):
@@ -116,6 +116,30 @@ def test_join_names_missing_files_and_replaces_only_on_request(write, tmp_path):
     with pytest.raises(velkstep.OutputError):
         velkstep.join(root, out)
     assert velkstep.join(root, out, replace=True)["inputs"][0]["file"] == str(root)
+
+
+def test_shrink_makes_one_of_what_is_there_twice(write, tmp_path):
+    twice = "".join(f"#{i}=COLOUR_RGB('',1.,0.,0.);\n#{i + 1}=A(#{i});\n" for i in (100, 200))
+    source = write("in.stp", LONE_PART + twice)
+    out = tmp_path / "small.stp"
+    shrunk = velkstep.shrink(source, out)
+    assert shrunk["records_after"] == shrunk["records_before"] - 1
+    assert (shrunk["unreachable"], shrunk["findings"]) == (0, [])
+    assert shrunk["bytes_before"] == source.stat().st_size
+    assert shrunk["bytes_after"] == out.stat().st_size
+    assert velkstep.diff(source, out)["same"]
+    with pytest.raises(velkstep.OutputError):
+        velkstep.shrink(source, out)
+    again = velkstep.shrink(source, out, replace=True, drop_unreachable=True, renumber=True)
+    assert again["records_after"] <= shrunk["records_after"]
+    joined = velkstep.join(source, out, replace=True, shrink=True)
+    assert joined["records"] == shrunk["records_after"]
+
+
+def test_split_shrinks_lean_files_only(assembly, tmp_path):
+    assert velkstep.split(assembly, tmp_path / "lean", assemblies="lean", shrink=True)
+    with pytest.raises(velkstep.InputError):
+        velkstep.split(assembly, tmp_path / "classic", assemblies="classic", shrink=True)
 
 
 def test_picture_and_drawing(tmp_path, lamp):

@@ -91,7 +91,7 @@ def test_folder_that_cannot_be_made(assembly):
 
 def test_output_folder_that_is_not_utf8(assembly):
     with pytest.raises(ValueError, match="^a path is not UTF-8$"):
-        velkstep.split(assembly, b"\xff")
+        velkstep.split(assembly, b"\xff", **velkstep.CLASSIC)
 
 
 def test_errors_come_out_of_other_processes_whole():

@@ -1,6 +1,7 @@
 """split: what is written, how it is called, and which arguments are taken."""
 
 import inspect
+import json
 import os
 import pathlib
 from pathlib import Path
@@ -27,7 +28,7 @@ def test_returns_the_paths_of_the_files_the_roots_first(assembly):
     files = velkstep.split(assembly, "out")
     assert files == [Path("out/joint.stp"), Path("out/bolt.stp"), Path("out/nut.stp")]
     assert all(isinstance(file, pathlib.Path) for file in files)
-    assert sorted(Path("out").iterdir()) == sorted(files)
+    assert sorted(Path("out").iterdir()) == sorted([*files, Path("out/velkstep-split.json")])
     assert Path("roots.txt").read_text() == "joint.stp\n"
     begin, records = data_of("out/bolt.stp").split("\n", 1)
     assert begin.startswith("/* velkstep split ")
@@ -82,11 +83,12 @@ def test_classic_is_what_hosts_get(assembly):
 
 
 def test_readings(write):
-    path = write("in.stp", "#9=A('x;y');\n" + TWO_PARTS)
-    whole = velkstep.split(path, "whole", assemblies="classic")[0]
-    cut = velkstep.split(path, "cut", assemblies="classic", reading="classic")[0]
-    assert "A('x;y')" in whole.read_text()
-    assert "A('x;y')" not in cut.read_text()
+    # To the classic reading, a ";" ends a record wherever it stands.
+    path = write("in.stp", TWO_PARTS.replace("'a','a'", "'a;b','a'"))
+    whole = velkstep.split(path, "whole", assemblies="classic")
+    cut = velkstep.split(path, "cut", assemblies="classic", reading="classic")
+    assert "PRODUCT('a;b','a','',())" in whole[0].read_text()
+    assert not any("PRODUCT('a;b','a','',())" in file.read_text() for file in cut)
     with pytest.raises(ValueError, match="^reading: 'classic' needs assemblies='classic'$"):
         velkstep.split(path, "out", reading="classic")
     assert not Path("out").exists()
@@ -121,9 +123,27 @@ def test_unicode_in_paths_and_names(write):
     assert Path("Grüße/Tür.stp").exists()
 
 
-def test_nothing_to_split_gives_an_empty_list(write, capfd):
-    assert velkstep.split(write("one.stp", LONE_PART), "out") == []
+def test_one_part_is_copied(write, capfd):
+    one = write("one.stp", LONE_PART)
+    assert velkstep.split(one, "out") == [Path("out/lid.stp")]
+    assert Path("out/lid.stp").read_bytes() == one.read_bytes()
     assert capfd.readouterr().err == ""
+
+
+def test_one_part_is_nothing_to_split_to_hosts(write, capfd):
+    assert velkstep.split(write("one.stp", LONE_PART), "out", **velkstep.CLASSIC) == []
+    assert capfd.readouterr().err.startswith("Only one part was found in the file !\n")
+    assert list(Path("out").iterdir()) == []
+
+
+def test_the_list_says_what_was_written(assembly):
+    files = velkstep.split(assembly, "out")
+    split = json.loads(Path("out/velkstep-split.json").read_text())
+    assert split["root"] == "joint.stp"
+    assert [entry["file"] for entry in split["files"]] == [file.name for file in files]
+    assert [entry["bytes"] for entry in split["files"]] == [file.stat().st_size for file in files]
+    velkstep.join("out", "one.stp")
+    assert velkstep.diff(assembly, "one.stp")["same"]
 
 
 def test_signature():

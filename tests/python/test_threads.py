@@ -7,7 +7,7 @@ import velkstep
 
 
 def data_of(folder):
-    return {file.name: file.read_bytes().split(b"DATA;\n", 1)[1] for file in folder.iterdir()}
+    return {file.name: file.read_bytes().split(b"DATA;\n", 1)[1] for file in folder.glob("*.stp")}
 
 
 def test_the_interpreters_lock_is_free_while_a_split_waits_for_another(lamp):

@@ -229,22 +229,6 @@ TEST(RecordCutterPlaces, OfLinesAndOfWhatComesNext) {
   EXPECT_EQ(cutter.offset(), 24u);
 }
 
-TEST(RecordCutterWitness, LearnsWhatIsPassedOverAndJoined) {
-  struct Witness : CuttingWitness {
-    void passed_over(std::string_view piece) override { seen.push_back("- " + std::string(piece)); }
-    void to_be_joined(std::string_view piece) override {
-      seen.push_back("+ " + std::string(piece));
-    }
-    Texts seen;
-  } witness;
-  std::istringstream in("DATA;\n#1=A();\n#2=B('x ;; y');x #3=C();#4=D(\n;\n);ENDSEC;stray");
-  RecordCutter cutter(in);
-  cutter.tell(&witness);
-  while (!cutter.input_ended()) cutter.read_record();
-  EXPECT_EQ(witness.seen, (Texts{"- DATA", "+ #2=B('x", "+ ", "+ y')", "- x #3=C()", "+ #4=D(",
-                                 "+ )", "- ENDSEC"}));
-}
-
 TEST(RecordCutterLimit, IsForTextsThatAreLonger) {
   constexpr std::size_t LIMIT = 600'000;
   const auto cut = [](const std::string& text) {

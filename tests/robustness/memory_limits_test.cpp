@@ -4,12 +4,14 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "cli/run_process.h"
 #include "splitter/small_inputs.h"
 #include "support/effort.h"
+#include "support/folder_tree.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -91,6 +93,18 @@ TEST_F(MemoryLimits, ForcedSplitLeavesWhatWasThere) {
   expect_clean_failures({"split", "--force", "in.stp", "out"},
                         [] { EXPECT_EQ(read_file("out/box.stp"), "precious"); });
   EXPECT_NE(read_file("out/box.stp"), "precious");
+}
+
+TEST_F(MemoryLimits, OneFileIsReplacedWholeOrNotAtAll) {
+  for (const char* const command : {"join", "shrink"}) {
+    SCOPED_TRACE(command);
+    folder_.write("one.stp", "precious");
+    expect_clean_failures({command, "--quiet", "--force", "in.stp", "-o", "one.stp"}, [] {
+      EXPECT_EQ(read_file("one.stp"), "precious");
+      EXPECT_EQ(names_in("."), (std::set<std::string>{"in.stp", "one.stp"}));
+    });
+    EXPECT_NE(read_file("one.stp"), "precious");
+  }
 }
 
 TEST_F(MemoryLimits, OtherCommandsSayIt) {

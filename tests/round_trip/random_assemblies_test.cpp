@@ -8,6 +8,7 @@
 #include "assemblies/random_assembly.h"
 #include "round_trip/round_trip.h"
 #include "support/scratch_folder.h"
+#include "support/seeds.h"
 
 namespace Kessel::test {
 namespace {

@@ -1,6 +1,5 @@
 #include "round_trip/round_trip.h"
 
-#include <cstdlib>
 #include <exception>
 #include <fstream>
 
@@ -10,7 +9,6 @@
 #include "kessel/splitter.h"
 #include "kessel/verify.h"
 #include "placement/check_placement.h"
-#include "support/effort.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -140,11 +138,6 @@ class RoundTrip {
 
 std::vector<std::string> round_trip_faults(const fs::path& in, AssemblyStyle assemblies) {
   return RoundTrip(in, assemblies).run();
-}
-
-Seeds seeds_to_try(std::uint64_t usual) {
-  return {number_from_environment("VELKSTEP_FIRST_SEED", 1),
-          number_from_environment("VELKSTEP_RANDOM_SEEDS", tries(usual))};
 }
 
 }  // namespace Kessel::test

@@ -1,7 +1,6 @@
 // Splits a file, looks at what came out, and puts it together again.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -21,13 +20,5 @@ namespace Kessel::test {
 /// it empties first. Throws as split() does for what cannot be read; everything later is a fault.
 std::vector<std::string> round_trip_faults(const std::filesystem::path& in,
                                            AssemblyStyle assemblies);
-
-/// The first seed and how many for tests of generated files: from the environment variables
-/// VELKSTEP_FIRST_SEED and VELKSTEP_RANDOM_SEEDS, else 1 and `usual`.
-struct Seeds {
-  std::uint64_t first;
-  std::uint64_t count;
-};
-Seeds seeds_to_try(std::uint64_t usual);
 
 }  // namespace Kessel::test

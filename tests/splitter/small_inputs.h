@@ -156,6 +156,15 @@ inline constexpr std::string_view LID_ALONE =
     "#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
     "#6=PRODUCT_DEFINITION('d','',#5,$);\n";
 
+/// The same with a shape, so that it is a part.
+inline constexpr std::string_view LID_WITH_SHAPE =
+    "#4=PRODUCT('lid','lid','',());\n"
+    "#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
+    "#6=PRODUCT_DEFINITION('d','',#5,$);\n"
+    "#7=PRODUCT_DEFINITION_SHAPE('','',#6);\n"
+    "#8=SHAPE_DEFINITION_REPRESENTATION(#7,#9);\n"
+    "#9=SHAPE_REPRESENTATION('',(),$);\n";
+
 /// Two products, each a component of the other.
 inline constexpr std::string_view CYCLE =
     "#1=PRODUCT('hen','hen','',());\n"

@@ -9,7 +9,7 @@
 namespace Kessel::test {
 
 /// Every entry below a folder, by relative path: the text of files, time stamps replaced as by
-/// `without_time_stamps`; "->target" of links; "/" of folders.
+/// `without_time_stamps`, and hashes of files by "<hash>"; "->target" of links; "/" of folders.
 using FolderTree = std::map<std::string, std::string>;
 
 /// What `folder` holds; fails the test when a file in it cannot be read.

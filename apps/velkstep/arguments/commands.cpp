@@ -12,6 +12,7 @@
 #include "commands/join_command.h"
 #include "commands/picture_command.h"
 #include "commands/report_command.h"
+#include "commands/shrink_command.h"
 #include "commands/split_command.h"
 #include "commands/tree_command.h"
 #include "commands/verify_command.h"
@@ -82,13 +83,37 @@ void add_verify_command(CLI::App& app, Action& action) {
 void add_join_command(CLI::App& app, Action& action) {
   const auto [command, arguments] = add_command(
       app, action, join, "join", "Join ROOT and the files that it refers to into one file");
-  command->add_option("ROOT", arguments->root, "The file that refers to the others")->required();
+  command
+      ->add_option("ROOT", arguments->root,
+                   "The file that refers to the others, or the folder of a split; - reads standard "
+                   "input")
+      ->required();
   command->add_option("-o,--output", arguments->out, "The file to write")
       ->type_name("OUT")
       ->required();
   command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   command->add_flag("--follow-outside", arguments->follow_outside,
                     "Also read files outside of ROOT's folder");
+  command->add_flag("--shrink", arguments->shrink,
+                    "Make records of the result that say the same one");
+  add_memory_limit_option(command, arguments->memory_limit);
+  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but warnings and errors");
+  add_progress_option(command, arguments->progress);
+  command->add_flag("--json", arguments->json, "Print one line of JSON");
+}
+
+void add_shrink_command(CLI::App& app, Action& action) {
+  const auto [command, arguments] =
+      add_command(app, action, shrink, "shrink", "Write IN again, without what it says twice");
+  command->add_option("IN", arguments->in, "The exchange file; - reads standard input")->required();
+  command->add_option("-o,--output", arguments->out, "The file to write")
+      ->type_name("OUT")
+      ->required();
+  command->add_flag("--drop-unreachable", arguments->drop_unreachable,
+                    "Leave out values, geometry and contexts that nothing leads to");
+  command->add_flag("--renumber", arguments->renumber,
+                    "Number the records from 1, in place of keeping their numbers");
+  command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   add_memory_limit_option(command, arguments->memory_limit);
   command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but warnings and errors");
   add_progress_option(command, arguments->progress);
@@ -166,6 +191,10 @@ void add_tree_command(CLI::App& app, Action& action) {
   CLI::Option* bom = command->add_flag("--bom", arguments->bom,
                                        "List the parts that have a shape, with total quantities");
   command->add_flag("--csv", arguments->csv, "With --bom: as comma-separated values")->needs(bom);
+  command
+      ->add_flag("--sizes", arguments->sizes,
+                 "With --bom: also the box around each part, and its unit")
+      ->needs(bom);
   add_choice(command, "--sort", arguments->order, PARTS_ORDERS,
              "With --bom: sort by name, or by quantity, the most frequent first")
       ->needs(bom);
@@ -207,6 +236,7 @@ void add_commands(CLI::App& app, Action& action) {
   add_diff_command(app, action);
   add_verify_command(app, action);
   add_join_command(app, action);
+  add_shrink_command(app, action);
   add_extract_command(app, action);
   add_tree_command(app, action);
   add_info_command(app, action);

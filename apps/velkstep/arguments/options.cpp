@@ -87,6 +87,9 @@ void require_fit(const Kessel::Options& options) {
       options.assemblies != Kessel::AssemblyStyle::classic) {
     throw CLI::ValidationError("--reading=classic", "needs --assemblies=classic");
   }
+  if (options.shrink && options.assemblies == Kessel::AssemblyStyle::classic) {
+    throw CLI::ValidationError("--shrink", "needs --assemblies=lean or nested");
+  }
 }
 
 }  // namespace
@@ -132,6 +135,8 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
       ->type_name("OUTDIR");
   add_style_options(command, arguments.options);
   add_memory_limit_option(command, arguments.options.memory_limit);
+  command->add_flag("--shrink", arguments.options.shrink,
+                    "Make records that say the same one first, as shrink does");
   command->add_flag("-f,--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");
   command->add_flag("-n,--dry-run", arguments.dry_run,

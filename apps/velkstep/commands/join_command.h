@@ -16,6 +16,7 @@ struct JoinArguments {
   std::uint64_t memory_limit = Kessel::Options::NO_LIMIT;
   bool force = false;
   bool follow_outside = false;
+  bool shrink = false;
   bool quiet = false;
   bool json = false;
   ShowProgress progress = ShowProgress::automatic;

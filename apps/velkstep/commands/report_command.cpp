@@ -3,11 +3,13 @@
 
 #include <cerrno>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <system_error>
 
 #include "formats/report_page.h"
 #include "json/documents.h"
+#include "kessel/split_list.h"
 #include "run/split_plan.h"
 #include "run/split_run.h"
 #include "system/staged_output.h"
@@ -19,6 +21,7 @@ namespace {
 /// What the page is called in OUTDIR. No part's file ends like this.
 constexpr const char* REPORT_FILE = "report.html";
 
+/// Writes the page, and into the list of the files.
 void write_page(const FinishedSplit& split, const SplitArguments& arguments) {
   errno = 0;
   std::ofstream file(split.folder / REPORT_FILE, std::ios::binary);
@@ -28,6 +31,10 @@ void write_page(const FinishedSplit& split, const SplitArguments& arguments) {
     throw UnusableOutput(arguments.outdir / REPORT_FILE,
                          "cannot be written: " + std::system_category().message(errno));
   }
+  std::optional<Kessel::SplitList> list = Kessel::read_split_list(split.folder);
+  if (!list) return;  // Classic splits have none.
+  list->files.push_back(Kessel::list_file(REPORT_FILE, split.folder));
+  Kessel::write_split_list(*list, split.folder);
 }
 
 int report_one(const SplitArguments& arguments) {

@@ -7,7 +7,7 @@
 
 #include "formats/tree_formats.h"
 #include "json/documents.h"
-#include "kessel/assembly.h"
+#include "kessel/drawing.h"
 #include "run/each_input.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
@@ -23,17 +23,18 @@ std::string titled(const std::string& in, const std::string& text, const TreeArg
   return colours.bold(printable(shown_name(in))) + '\n' + text;
 }
 
-std::string formatted(const Kessel::Assembly& assembly, const std::string& in,
-                      const TreeArguments& arguments, const Colours& colours) {
+std::string formatted(const Kessel::Assembly& assembly, const PartSizes& sizes,
+                      const std::string& in, const TreeArguments& arguments,
+                      const Colours& colours) {
   if (arguments.json) return tree_json(assembly, in);
   if (arguments.dot) return tree_dot(assembly, arguments.depth, in);
   if (arguments.csv) {
     const bool is_alone = arguments.in.size() == 1;
-    return is_alone ? parts_list_csv_heading() + parts_list_csv(assembly, arguments.order)
-                    : parts_list_csv(assembly, arguments.order, in);
+    const std::string heading = is_alone ? parts_list_csv_heading({}, arguments.sizes) : "";
+    return heading + parts_list_csv(assembly, arguments.order, is_alone ? "" : in, sizes);
   }
   return titled(in,
-                arguments.bom ? parts_list_text(assembly, arguments.order, colours)
+                arguments.bom ? parts_list_text(assembly, arguments.order, colours, sizes)
                               : tree_text(assembly, arguments.depth, colours),
                 arguments, colours);
 }
@@ -43,13 +44,20 @@ int tree_of_one(const std::string& in, const TreeArguments& arguments, const Col
     Warnings warnings;
     Kessel::Options options{.names = arguments.names};
     warnings.listen(options);
-    const Kessel::Assembly assembly = Kessel::read_assembly(path, options);
+    Kessel::Drawing drawing;
+    if (arguments.sizes) {
+      // Boxes are those of lines: fine ones, so that round parts are as wide as they are.
+      drawing = Kessel::read_drawing(path, {.tolerance = 1e-5}, options);
+    } else {
+      drawing.assembly = Kessel::read_assembly(path, options);
+    }
+    const Kessel::Assembly& assembly = drawing.assembly;
     if (assembly.parts.empty()) {
       std::cerr << "velkstep: " << printable(shown_name(in))
                 << ": holds no part: no product definition has a shape or a component\n";
     }
     warnings.mention(in);
-    return print(formatted(assembly, in, arguments, colours));
+    return print(formatted(assembly, sizes_of(drawing), in, arguments, colours));
   });
 }
 
@@ -58,7 +66,7 @@ int tree_of_one(const std::string& in, const TreeArguments& arguments, const Col
 int tree(const TreeArguments& arguments) {
   const Colours colours(arguments.colours);
   EachInput each{.inputs = arguments.in, .jobs = arguments.jobs};
-  if (arguments.csv) each.heading = parts_list_csv_heading("input");
+  if (arguments.csv) each.heading = parts_list_csv_heading("input", arguments.sizes);
   if (!arguments.json && !arguments.dot && !arguments.csv) each.gap = "\n";
   return for_each_input(
       each, [&](std::size_t i) { return tree_of_one(arguments.in[i], arguments, colours); });

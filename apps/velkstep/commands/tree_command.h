@@ -20,6 +20,7 @@ struct TreeArguments {
   bool dot = false;
   bool bom = false;
   bool csv = false;
+  bool sizes = false;
   PartsOrder order = PartsOrder::file;
   ColourChoice colours = ColourChoice::automatic;
 };

@@ -1,6 +1,7 @@
 // The flat list of parts with total quantities.
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <string_view>
 #include <vector>
 
@@ -39,17 +40,24 @@ std::string csv_record(const std::vector<std::string>& fields) {
 }
 
 constexpr std::array HEADINGS = {"Quantity", "Name", "Id", "Kind", "Record", "File"};
-using Row = std::array<std::string, HEADINGS.size()>;
+constexpr std::array SIZE_HEADINGS = {"X", "Y", "Z", "Unit"};
+using Row = std::vector<std::string>;
 
-Row headings() {
-  Row row;
-  std::copy(HEADINGS.begin(), HEADINGS.end(), row.begin());
+Row headings(bool with_sizes) {
+  Row row(HEADINGS.begin(), HEADINGS.end());
+  if (with_sizes) row.insert(row.end(), SIZE_HEADINGS.begin(), SIZE_HEADINGS.end());
   return row;
 }
 
-Row row_of(const PartInfo& part) {
-  return {total_of(part),  title_of(part), printable(part.id), std::string(role_name(part.role)),
-          record_of(part), file_of(part)};
+/// `sizes` is parallel to the parts; empty for none.
+Row row_of(const Kessel::Assembly& assembly, const PartInfo& part, const PartSizes& sizes) {
+  Row row = {total_of(part),  title_of(part), printable(part.id), std::string(role_name(part.role)),
+             record_of(part), file_of(part)};
+  if (!sizes.empty()) {
+    const auto& size = sizes[static_cast<std::size_t>(&part - assembly.parts.data())];
+    row.insert(row.end(), size.begin(), size.end());
+  }
+  return row;
 }
 
 std::string in_small_letters(const PartInfo& part) {
@@ -74,13 +82,34 @@ std::vector<const PartInfo*> listed_parts(const Kessel::Assembly& assembly, Part
   return parts;
 }
 
+/// A length with as many digits as people read.
+std::string shown_length(double length) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.5g", length);
+  return text;
+}
+
 }  // namespace
 
+PartSizes sizes_of(const Kessel::Drawing& drawing) {
+  PartSizes sizes(drawing.parts.size());
+  for (std::size_t part = 0; part < sizes.size(); ++part) {
+    if (!is_listed(drawing.assembly.parts[part])) continue;
+    const Kessel::Box3 box = Kessel::whole_box(drawing, part);
+    if (box.is_empty()) continue;
+    for (std::size_t i = 0; i < 3; ++i) sizes[part][i] = shown_length(box.high[i] - box.low[i]);
+    sizes[part][3] = printable(drawing.parts[part].unit);
+  }
+  return sizes;
+}
+
 std::string parts_list_text(const Kessel::Assembly& assembly, PartsOrder order,
-                            const Colours& colours) {
-  std::vector<Row> rows = {headings()};
-  for (const PartInfo* part : listed_parts(assembly, order)) rows.push_back(row_of(*part));
-  std::array<std::size_t, HEADINGS.size()> widths = {};
+                            const Colours& colours, const PartSizes& sizes) {
+  std::vector<Row> rows = {headings(!sizes.empty())};
+  for (const PartInfo* part : listed_parts(assembly, order)) {
+    rows.push_back(row_of(assembly, *part, sizes));
+  }
+  std::vector<std::size_t> widths(rows.front().size());
   for (const Row& row : rows) {
     for (std::size_t i = 0; i < row.size(); ++i)
       widths[i] = std::max(widths[i], display_width(row[i]));
@@ -96,10 +125,10 @@ std::string parts_list_text(const Kessel::Assembly& assembly, PartsOrder order,
 }
 
 std::string parts_list_csv(const Kessel::Assembly& assembly, PartsOrder order,
-                           const std::string& input) {
+                           const std::string& input, const PartSizes& sizes) {
   std::string out;
   for (const PartInfo* part : listed_parts(assembly, order)) {
-    Row row = row_of(*part);
+    Row row = row_of(assembly, *part, sizes);
     row[0] = std::to_string(part->total);
     row[4] = std::to_string(part->record);
     std::vector<std::string> fields(row.begin(), row.end());
@@ -109,10 +138,10 @@ std::string parts_list_csv(const Kessel::Assembly& assembly, PartsOrder order,
   return out;
 }
 
-std::string parts_list_csv_heading(const std::string& input) {
+std::string parts_list_csv_heading(const std::string& input, bool with_sizes) {
   std::vector<std::string> fields;
   if (!input.empty()) fields.push_back(input);
-  for (std::string heading : HEADINGS) {
+  for (std::string heading : headings(with_sizes)) {
     heading.front() = static_cast<char>(heading.front() - 'A' + 'a');
     fields.push_back(heading);
   }

@@ -13,6 +13,7 @@
 #include "kessel/join.h"
 #include "kessel/options.h"
 #include "kessel/picture.h"
+#include "kessel/shrink.h"
 #include "kessel/summary.h"
 #include "kessel/verify.h"
 #include "run/split_arguments.h"
@@ -33,6 +34,11 @@ std::string verify_json(const Kessel::Verification& verification, const std::str
 /// called the file.
 std::string join_json(const Kessel::Joined& joined, const std::string& root,
                       const std::filesystem::path& out);
+
+/// How much of a file is left, and what about it deserves a look; `input` is what the user called
+/// it.
+std::string shrink_json(const Kessel::Shrunk& shrunk, const std::vector<Kessel::Finding>& warnings,
+                        const std::string& input, const std::filesystem::path& out);
 
 /// What was extracted into which files.
 std::string extract_json(const std::vector<Kessel::ExtractedFile>& files, const std::string& input,

@@ -29,6 +29,13 @@ Json finding_json(const Finding& finding) {
   return json;
 }
 
+/// The findings about the one input.
+Json findings_of_input(const std::vector<Finding>& findings) {
+  Json list = Json::array();
+  for (const Finding& finding : findings) list.push_back(finding_json(finding));
+  return list;
+}
+
 /// The findings, each with its file.
 Json findings_with_files(const std::vector<Finding>& findings) {
   Json list = Json::array();
@@ -44,9 +51,23 @@ Json findings_with_files(const std::vector<Finding>& findings) {
 }  // namespace
 
 std::string check_json(const std::vector<Finding>& findings, const std::string& input) {
-  Json json = {{"format", JSON_FORMAT}, {"input", input}, {"findings", Json::array()}};
-  for (const Finding& finding : findings) json["findings"].push_back(finding_json(finding));
-  return json_line(json);
+  return json_line(
+      {{"format", JSON_FORMAT}, {"input", input}, {"findings", findings_of_input(findings)}});
+}
+
+std::string shrink_json(const Kessel::Shrunk& shrunk, const std::vector<Finding>& warnings,
+                        const std::string& input, const std::filesystem::path& out) {
+  return json_line({
+      {"format", JSON_FORMAT},
+      {"input", input},
+      {"output", out.string()},
+      {"records_before", shrunk.records_before},
+      {"records_after", shrunk.records_after},
+      {"unreachable", shrunk.unreachable},
+      {"bytes_before", shrunk.bytes_before},
+      {"bytes_after", shrunk.bytes_after},
+      {"findings", findings_of_input(warnings)},
+  });
 }
 
 std::string verify_json(const Kessel::Verification& verification, const std::string& input,

@@ -10,7 +10,9 @@
 #include <system_error>
 
 #include "kessel/errors.h"
+#include "kessel/split_list.h"
 #include "run/exit_codes.h"
+#include "run/older_split.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
 #include "system/descriptor.h"
@@ -19,7 +21,6 @@
 #include "system/patient_output.h"
 #include "system/staged_output.h"
 #include "system/temporary_folder.h"
-#include "text/counted.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -27,9 +28,6 @@ namespace Velkstep {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// What the library leaves in the working directory beside the parts' files.
-constexpr const char* ROOTS_FILE = "roots.txt";
 
 /// Makes a folder the working directory while it lives.
 class WorkingDirectory {
@@ -53,6 +51,7 @@ class WorkingDirectory {
 std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::path& in,
                                             const SplitArguments& arguments, Warnings& warnings) {
   Kessel::Options options = arguments.options;
+  options.input_name = arguments.in == "-" ? "-" : fs::path(arguments.in).filename().string();
   warnings.listen(options);
   if (options.assemblies == Kessel::AssemblyStyle::classic) {
     options.folder_in_headers = arguments.outdir;  // The library sees another one.
@@ -71,6 +70,7 @@ std::vector<std::string> in_order_of_arrival(const FinishedSplit& split,
                                              const std::vector<std::string>& more) {
   std::vector<std::string> order = more;
   if (split.has_root) order.emplace_back(ROOTS_FILE);
+  if (split.has_list) order.emplace_back(Kessel::SPLIT_LIST);
   for (auto file = split.files.rbegin(); file != split.files.rend(); ++file) {
     order.push_back(file->path.string());
   }
@@ -118,8 +118,12 @@ int preview(const FinishedSplit& split, const Delivery& delivery, const SplitArg
 /// Moves the split's files into OUTDIR and prints what there is to say about them. If either fails,
 /// nothing has happened.
 int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArguments& arguments,
-            StagedOutput& staged) {
-  staged.publish(allowed_names(split, delivery, arguments), arguments.force);
+            StagedOutput& staged, OlderSplit& older) {
+  const std::vector<std::string> names = allowed_names(split, delivery, arguments);
+  staged.publish(names, arguments.force, [&] {
+    if (arguments.force) older = find_older_split(arguments.outdir, names, split.input);
+    return older.leftovers;
+  });
   try {
     write_patiently(STDOUT_FILENO, delivery.text);
   } catch (const Interrupted& interruption) {
@@ -131,6 +135,20 @@ int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArg
   }
   staged.keep();
   return EXIT_DONE;
+}
+
+/// Says what a reader should know of a split that is done, a line for each thing.
+void mention(const FinishedSplit& split, const SplitArguments& arguments, const Warnings& warnings,
+             const OlderSplit& older) {
+  if (arguments.quiet) return;
+  if (const auto why = warnings.why_copied()) {
+    const std::string copy = shown_path(arguments.outdir, split.files.front().path.string());
+    std::cerr << "velkstep: " << printable(shown_name(arguments.in)) << ": holds "
+              << (*why == Kessel::FindingKind::one_part ? "one part only" : "no part") << "; "
+              << printable(copy) << (arguments.dry_run ? " would be" : " is") << " a copy of it\n";
+  }
+  warnings.mention(arguments.in);
+  std::cerr << older_split_text(older, arguments.outdir);
 }
 
 }  // namespace
@@ -157,11 +175,16 @@ int run_split(const SplitArguments& arguments,
     Warnings warnings;
     split.files = split_into(split.folder, split.input, arguments, warnings);
     split.has_root = fs::exists(split.folder / ROOTS_FILE);
-    if (split.files.empty()) return EXIT_NOTHING_TO_SPLIT;  // The library has said why.
+    split.has_list = fs::exists(split.folder / Kessel::SPLIT_LIST);
+    if (split.files.empty()) {  // The library has said what hosts are told.
+      fail(name, "holds one part or none, of which a classic split makes nothing");
+      return EXIT_NOTHING_TO_SPLIT;
+    }
+    OlderSplit older;
     const Delivery delivery = prepare(split);
-    const int exit_code =
-        staged ? deliver(split, delivery, arguments, *staged) : preview(split, delivery, arguments);
-    if (exit_code == EXIT_DONE && !arguments.quiet) warnings.mention(arguments.in);
+    const int exit_code = staged ? deliver(split, delivery, arguments, *staged, older)
+                                 : preview(split, delivery, arguments);
+    if (exit_code == EXIT_DONE) mention(split, arguments, warnings, older);
     return exit_code;
   } catch (const Interrupted&) {
     throw;

@@ -11,12 +11,16 @@
 
 namespace Velkstep {
 
+/// What the library leaves in the working directory beside the parts' files.
+inline constexpr const char* ROOTS_FILE = "roots.txt";
+
 /// A split whose files are not in OUTDIR yet.
 struct FinishedSplit {
   std::filesystem::path input;             ///< where the input can be read
   std::filesystem::path folder;            ///< where the files are
   std::vector<Kessel::WrittenFile> files;  ///< the root's first; paths are bare names
   bool has_root = false;                   ///< false where every part is a component of another
+  bool has_list = false;                   ///< whether there is a list of the files
 };
 
 /// What a command adds to a split.

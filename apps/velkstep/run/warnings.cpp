@@ -8,6 +8,15 @@
 
 namespace Velkstep {
 
+void Warnings::add(const Kessel::Finding& warning) {
+  if (warning.kind == Kessel::FindingKind::one_part ||
+      warning.kind == Kessel::FindingKind::no_part) {
+    why_copied_ = warning.kind;
+  } else {
+    count_ += warning.count;
+  }
+}
+
 void Warnings::listen(Kessel::Options& options) {
   options.warning = [this](const Kessel::Finding& finding) { add(finding); };
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "kessel/options.h"
@@ -11,7 +12,7 @@ namespace Velkstep {
 /// Adds up warnings, to mention them in one line.
 class Warnings {
  public:
-  void add(const Kessel::Finding& warning) { count_ += warning.count; }
+  void add(const Kessel::Finding& warning);
 
   /// Has `options` tell it, as long as it lives, of what the library warns.
   void listen(Kessel::Options& options);
@@ -19,8 +20,13 @@ class Warnings {
   /// Prints how many there were in the input that the user called `argument`; nothing for none.
   void mention(const std::string& argument) const;
 
+  /// Why a split has one file only, the copy of its input: it holds one part
+  /// (`FindingKind::one_part`) or none (`no_part`). That does not count among the others.
+  std::optional<Kessel::FindingKind> why_copied() const { return why_copied_; }
+
  private:
   std::uint64_t count_ = 0;
+  std::optional<Kessel::FindingKind> why_copied_;
 };
 
 }  // namespace Velkstep

@@ -30,7 +30,7 @@ std::string shown_name(const std::string& argument);
 
 /// Calls `look(path)` with a path where the input `argument` ("-" for standard input) can be read
 /// and returns what it returns. Its exceptions, and those of an input that cannot be read, are
-/// printed as by fail().
+/// printed as by fail(); Interrupted passes.
 int with_input(const std::string& argument,
                const std::function<int(const std::filesystem::path&)>& look);
 

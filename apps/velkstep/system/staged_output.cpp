@@ -9,6 +9,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <optional>
 #include <system_error>
@@ -141,13 +142,14 @@ StagedOutput::~StagedOutput() {
   fs::remove_all(folder_, error);
 }
 
-void StagedOutput::publish(const std::vector<std::string>& names, bool replace) {
+void StagedOutput::publish(const std::vector<std::string>& names, bool replace,
+                           const std::function<Leftovers()>& find_leftovers) {
   throw_if_interrupted();
   refuse_what_is_there(shown_, names, replace);
   if (publish_as_folder(names)) return;
   lock_outdir();
   refuse_what_is_there(shown_, names, replace);
-  publish_one_by_one(names);
+  publish_one_by_one(names, find_leftovers ? find_leftovers() : Leftovers());
 }
 
 void StagedOutput::keep() {
@@ -200,7 +202,8 @@ bool StagedOutput::replace_outdir() {
   return false;
 }
 
-void StagedOutput::publish_one_by_one(const std::vector<std::string>& names) {
+void StagedOutput::publish_one_by_one(const std::vector<std::string>& names,
+                                      const Leftovers& leftovers) {
   const fs::path replaced = folder_ / ".replaced";
   if (::mkdir(replaced.c_str(), 0700) != 0) {
     throw failure(shown_, "cannot be written to: " + reason(errno));
@@ -209,9 +212,14 @@ void StagedOutput::publish_one_by_one(const std::vector<std::string>& names) {
     throw_if_interrupted();
     if (!moves_.move(from, to)) throw failure(shown_ / name, reason(errno));
   };
-  // From back to front, so that a file that says that all are there is the first to go.
-  for (auto name = names.rbegin(); name != names.rend(); ++name) {
-    if (status_of(outdir_ / *name)) move(outdir_ / *name, replaced / *name, *name);
+  // From back to front, so that a file that says that all are there is the first to go; but one
+  // that says it of the leftovers goes before it.
+  std::vector<std::string> going(names.rbegin(), names.rend());
+  going.insert(going.end(), leftovers.names.begin(), leftovers.names.end());
+  std::stable_partition(going.begin(), going.end(),
+                        [&](const std::string& name) { return name == leftovers.first; });
+  for (const std::string& name : going) {
+    if (status_of(outdir_ / name)) move(outdir_ / name, replaced / name, name);
   }
   for (const std::string& name : names) move(folder_ / name, outdir_ / name, name);
 }

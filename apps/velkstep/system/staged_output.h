@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -24,6 +25,12 @@ class UnusableOutput : public std::runtime_error {
 
  private:
   std::filesystem::path path_;
+};
+
+/// Files in an output folder that go when others arrive.
+struct Leftovers {
+  std::string first;               ///< which of them, or of those that are replaced, goes first
+  std::vector<std::string> names;  ///< in the folder
 };
 
 /// Throws `UnusableOutput` where there is something of one of these names in `outdir`, and, where
@@ -57,8 +64,10 @@ class StagedOutput {
   /// `UnusableOutput` when that cannot be, `Interrupted` when the command is asked to stop. Files
   /// of these names that are there are an error, or with `replace` are replaced; links are replaced
   /// themselves, not followed; a folder of such a name is an error. While another process publishes
-  /// in the same folder, that is an error, too.
-  void publish(const std::vector<std::string>& names, bool replace);
+  /// in the same folder, that is an error, too. What `find_leftovers` names goes; it is asked when
+  /// nobody else publishes there, unless the folder is new or empty.
+  void publish(const std::vector<std::string>& names, bool replace,
+               const std::function<Leftovers()>& find_leftovers = {});
 
   /// What was published stays.
   void keep();
@@ -67,7 +76,7 @@ class StagedOutput {
   void lock_outdir();
   bool publish_as_folder(const std::vector<std::string>& names);
   bool replace_outdir();
-  void publish_one_by_one(const std::vector<std::string>& names);
+  void publish_one_by_one(const std::vector<std::string>& names, const Leftovers& leftovers);
 
   std::unique_ptr<char[]> reserve_;  // memory for the removal, should there be no more
   NewFolders above_;                 // folders above it that were not there

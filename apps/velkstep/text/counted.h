@@ -7,7 +7,8 @@
 
 namespace Velkstep {
 
-/// A number with a comma between groups of three digits.
+/// A number with a comma between groups of three digits. The library has the same for its
+/// sentences, behind the public interface, which is no place for it.
 std::string grouped(std::uint64_t number);
 
 /// "1 file", "2,345 files": the number, and the word for one or for many.

@@ -13,7 +13,7 @@ from typing import Callable, Literal, Optional, TypedDict, Union
 
 from . import _velkstep
 from .errors import InputError, OutputError, PartError
-from .shapes import Difference, Drawing, Extracted, Info, Joined, Picture, Tree
+from .shapes import Difference, Drawing, Extracted, Info, Joined, Picture, Shrunk, Tree
 
 __all__ = [
     "CLASSIC",
@@ -26,6 +26,7 @@ __all__ = [
     "info",
     "join",
     "picture",
+    "shrink",
     "split",
     "tree",
 ]
@@ -58,13 +59,16 @@ def split(
     names: Names = "product",
     reading: Reading = "standard",
     progress: Optional[Progress] = None,
+    shrink: bool = False,
 ) -> list[pathlib.Path]:
     """Splits the file `input` into files under `outdir`, and returns their paths, the root's first.
 
-    The list is empty when the file holds one part or none. `outdir` is made as needed; where one of
+    A file with one part or none is copied; with the assemblies "classic" the list is empty then, and
+    nothing is written. The list "velkstep-split.json" of the files goes into `outdir`, too. `outdir` is made as needed; where one of
     the files is there already, in whatever form, nothing is written and OutputError is raised.
     "roots.txt" with the root's file name goes into the working directory, over an earlier one.
-    Sentences about problems in the data go to standard error.
+    Sentences about problems in the data go to standard error. With `shrink`, which needs the style
+    lean or nested, records that say the same become one first.
 
     `progress` is called with the stage and how much of it is done of what total: bytes of the input
     for "reading" and "writing", passes for "sorting". An exception that it raises ends the split
@@ -75,10 +79,10 @@ def split(
     the input is cut into records; "classic" is for the assemblies "classic" only. CLASSIC has all
     three for hosts of Kessel::Run.
 
-    Raises InputError, OutputError, MemoryError; ValueError for a choice that there is not, and for an
-    `outdir` that is not UTF-8.
+    Raises InputError, OutputError, MemoryError; ValueError for a choice that there is not, and with the
+    assemblies "classic" for an `outdir` that is not UTF-8.
     """
-    return _velkstep.split(input, outdir, assemblies, names, reading, progress)
+    return _velkstep.split(input, outdir, assemblies, names, reading, progress, shrink)
 
 
 def tree(input: StrPath, names: Names = "product") -> Tree:
@@ -164,17 +168,40 @@ def join(
     replace: bool = False,
     follow_outside: bool = False,
     progress: Optional[Progress] = None,
+    shrink: bool = False,
 ) -> Joined:
-    """Joins `root` and the files that it refers to into the file `out`.
+    """Joins `root`, or the split in the folder `root`, and the files that it refers to into the file
+    `out`.
 
     Returns what `velkstep join --json` prints. `out` appears when it is finished, or not at all;
     what is there already is replaced only with `replace`. Files outside of the root's folder are
     read only with `follow_outside`. `progress` is called with "reading" and "writing" and bytes of
-    the files; it can end the joining as that of split can.
+    the files; it can end the joining as that of split can. With `shrink`, records of the result
+    that say the same become one.
 
     Raises InputError, whose message names all files that are missing; OutputError and MemoryError.
     """
-    return _velkstep.join(root, out, replace, follow_outside, progress)
+    return _velkstep.join(root, out, replace, follow_outside, progress, shrink)
+
+
+def shrink(
+    input: StrPath,
+    out: StrPath,
+    replace: bool = False,
+    drop_unreachable: bool = False,
+    renumber: bool = False,
+    progress: Optional[Progress] = None,
+) -> Shrunk:
+    """Writes the file `input` to `out` with records that say the same as one.
+
+    Returns what `velkstep shrink --json` prints. `out` appears when it is finished, or not at all;
+    what is there already is replaced only with `replace`. With `drop_unreachable`, values, geometry
+    and contexts go that nothing leads to. Records keep their numbers unless `renumber` is set.
+    `progress` is as for split.
+
+    Raises InputError, OutputError and MemoryError.
+    """
+    return _velkstep.shrink(input, out, replace, drop_unreachable, renumber, progress)
 
 
 def diff(a: StrPath, b: StrPath, progress: Optional[Progress] = None) -> Difference:

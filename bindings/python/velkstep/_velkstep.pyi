@@ -2,7 +2,7 @@ import os
 import pathlib
 from typing import Callable, Optional, Union
 
-from .shapes import Difference, Drawing, Extracted, Info, Joined, Picture, Tree
+from .shapes import Difference, Drawing, Extracted, Info, Joined, Picture, Shrunk, Tree
 
 _StrPath = Union[str, "os.PathLike[str]"]
 
@@ -13,6 +13,7 @@ def split(
     names: str,
     reading: str,
     progress: Optional[Callable[..., object]],
+    shrink: bool,
 ) -> list[pathlib.Path]: ...
 def tree(input: _StrPath, names: str) -> Tree: ...
 def info(input: _StrPath) -> Info: ...
@@ -36,7 +37,16 @@ def join(
     replace: bool,
     follow_outside: bool,
     progress: Optional[Callable[..., object]],
+    shrink: bool,
 ) -> Joined: ...
+def shrink(
+    input: _StrPath,
+    out: _StrPath,
+    replace: bool,
+    drop_unreachable: bool,
+    renumber: bool,
+    progress: Optional[Callable[..., object]],
+) -> Shrunk: ...
 def extract(
     input: _StrPath,
     parts: list[str],

@@ -1,4 +1,4 @@
-"""The dictionaries that diff, tree and info return; docs/json.md says what the members mean."""
+"""The dictionaries that the functions return; docs/json.md says what the members mean."""
 
 from __future__ import annotations
 
@@ -161,8 +161,8 @@ class JoinedInput(TypedDict):
     records: int
 
 
-class Finding(TypedDict):
-    """What deserves a look, and where."""
+class InputFinding(TypedDict):
+    """What deserves a look in the input, and where."""
 
     kind: str
     severity: str
@@ -171,6 +171,11 @@ class Finding(TypedDict):
     line: int | None
     instance: int | None
     count: int
+
+
+class Finding(InputFinding):
+    """The same in one of several files."""
+
     file: str
 
 
@@ -264,3 +269,17 @@ class Joined(TypedDict):
     bytes: int
     inputs: list[JoinedInput]
     findings: list[Finding]
+
+
+class Shrunk(TypedDict):
+    """How much of a file is left."""
+
+    format: int
+    input: str
+    output: str
+    records_before: int
+    records_after: int
+    unreachable: int
+    bytes_before: int
+    bytes_after: int
+    findings: list[InputFinding]

@@ -1,5 +1,5 @@
 // Files that are no exchange files at all.
-#include "check/signature.h"
+#include "exchange/signature.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // What a file is, by its first bytes.
-#include "check/signature.h"
+#include "exchange/signature.h"
 
 #include <algorithm>
 #include <span>
