@@ -121,6 +121,36 @@ TEST_F(ExtractCommand, NothingIsReplacedUnlessAsked) {
          "velkstep: in.stp: is there already; --force replaces it, unless it is an input\n");
 }
 
+TEST_F(ExtractCommand, SplitOfAPartIsThatOfTheExtractedFile) {
+  folder_.write(
+      "deep.stp",
+      whole_file(SHARED_RECORDS + product_records(10, "car", "#3") +
+                 product_records(20, "wheel", "#3") + product_records(30, "tyre", "#40") +
+                 product_records(50, "door", "#3") + solid_records(40) + usage_record(100, 10, 20) +
+                 usage_record(101, 20, 30) + usage_record(102, 10, 50)));
+  EXPECT_EQ(run_velkstep({"extract", "deep.stp", "--part", "wheel", "-o", "part.stp"}).exit_code,
+            0);
+  EXPECT_EQ(run_velkstep({"split", "part.stp", "-o", "expected"}).exit_code, 0);
+  const ProcessRun run = run_velkstep({"split", "deep.stp", "--part", "wheel", "-o", "out"});
+  EXPECT_EQ(run.exit_code, 0) << run.errors;
+  EXPECT_EQ(run.out, "out/wheel.stp\nout/tyre.stp\n");
+  EXPECT_EQ(read_file("out/tyre.stp").find("car"), std::string::npos);
+  EXPECT_EQ(without_time_stamps(read_file("out/wheel.stp")),
+            without_time_stamps(read_file("expected/wheel.stp")));
+  EXPECT_EQ(without_time_stamps(read_file("out/tyre.stp")),
+            without_time_stamps(read_file("expected/tyre.stp")));
+  // Several parts have folders of their own.
+  EXPECT_EQ(
+      run_velkstep({"split", "deep.stp", "--part=wheel", "--part=#10", "-o", "both"}).exit_code, 0);
+  EXPECT_TRUE(names_in("both/wheel").contains("wheel.stp"));
+  EXPECT_TRUE(names_in("both/#10").contains("car.stp"));
+  const ProcessRun unknown = run_velkstep({"split", "deep.stp", "--part", "weel", "-o", "no"});
+  EXPECT_EQ(unknown.exit_code, 1);
+  EXPECT_EQ(unknown.errors,
+            "velkstep: deep.stp: There is no part called \"weel\"; similar are #20 (car/wheel).\n");
+  EXPECT_FALSE(fs::exists("no"));
+}
+
 TEST_F(ExtractCommand, WrongUsage) {
   for (const std::vector<std::string>& arguments :
        std::vector<std::vector<std::string>>{{"extract", "in.stp"},

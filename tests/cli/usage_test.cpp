@@ -98,7 +98,7 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
       {{"split"}, " split: IN is required"},
       {{"split", "--forse", "in.stp"}, " split: --forse: did you mean --force?"},
       {{"split", "--asemblies=lean", "in.stp"}, " split: --asemblies: did you mean --assemblies?"},
-      {{"split", "--fast", "in.stp", "out"}, " split: --fast: no such option"},
+      {{"split", "--whatever", "in.stp", "out"}, " split: --whatever: no such option"},
       {{"split", "--assemblies=nestd", "in.stp"},
        " split: --assemblies: nestd: did you mean nested?"},
       {{"split", "--names=other", "in.stp"},

@@ -182,7 +182,7 @@ TEST(MutatedFiles, OfRealAssembliesAreReadAsThePlainReaderReadsThem) {
   for (const auto& path : files) {
     const std::string text = read_file(path);
     ASSERT_EQ(difference_of_readings(text, 4096), "") << path;
-    for (std::size_t i = 0; i < 60; ++i) {
+    for (std::size_t i = 0; i < tries(60); ++i) {
       // Most of it away, so that the whole of a change is met.
       std::string some = mutated(text, random);
       if (i % 2 == 0) some.erase(random() % some.size(), random() % some.size());

@@ -311,15 +311,28 @@ DocumentRemarks read_remarks(const std::filesystem::path& path) {
   return remarks;
 }
 
-std::vector<DocumentShape> read_assemblies(const std::filesystem::path& path) {
+namespace {
+
+template <class IsWanted>
+std::vector<DocumentShape> read_shapes(const std::filesystem::path& path, IsWanted is_wanted) {
   const ReadFile file(path);
   TDF_LabelSequence labels;
   file.shapes()->GetShapes(labels);
   std::vector<DocumentShape> shapes;
   for (const TDF_Label& label : labels) {
-    if (XCAFDoc_ShapeTool::IsAssembly(label)) shapes.push_back(describe(label));
+    if (is_wanted(label)) shapes.push_back(describe(label));
   }
   return shapes;
+}
+
+}  // namespace
+
+std::vector<DocumentShape> read_assemblies(const std::filesystem::path& path) {
+  return read_shapes(path, [](const TDF_Label& one) { return XCAFDoc_ShapeTool::IsAssembly(one); });
+}
+
+std::vector<DocumentShape> read_all_shapes(const std::filesystem::path& path) {
+  return read_shapes(path, [](const TDF_Label&) { return true; });
 }
 
 }  // namespace Kessel::test

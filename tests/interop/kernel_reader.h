@@ -70,6 +70,9 @@ DocumentRemarks read_remarks(const std::filesystem::path& path);
 /// The free shapes' like for every shape that has components, used or not.
 std::vector<DocumentShape> read_assemblies(const std::filesystem::path& path);
 
+/// The same for every part and assembly.
+std::vector<DocumentShape> read_all_shapes(const std::filesystem::path& path);
+
 /// The tree of a shape under its name, such as "cart\n  front axle -> axle\n    left -> wheel\n".
 std::string whole_tree(const DocumentShape& shape);
 

@@ -133,6 +133,13 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
                    "The folder for the files, created as needed; of several inputs, for one folder "
                    "each. Without it, lamp.step is split into lamp")
       ->type_name("OUTDIR");
+  command
+      ->add_option("--part", arguments.parts,
+                   "Split only this part and all below it, as if it had been extracted before; "
+                   "several go into folders of their names below OUTDIR")
+      ->type_name("WHAT")
+      ->expected(1)
+      ->take_all();
   add_style_options(command, arguments.options);
   add_memory_limit_option(command, arguments.options.memory_limit);
   command->add_flag("--shrink", arguments.options.shrink,

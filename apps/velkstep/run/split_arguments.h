@@ -17,6 +17,8 @@ struct SplitArguments {
   std::size_t jobs = 0;             ///< how many inputs to work on at once; 0 for one per core
   std::string in;                   ///< the one that is split
   std::filesystem::path outdir;     ///< where its files go
+  std::vector<std::string> parts;   ///< what to split of each input; empty for all
+  std::string part;                 ///< the one that is split; empty for all
   Kessel::Options options;
   bool force = false;
   bool quiet = false;

@@ -56,6 +56,27 @@ void refuse_folders(const std::vector<std::string>& inputs) {
   }
 }
 
+/// What the folder of a part is called that was asked for as `what`: the last step of a path.
+std::string part_folder(const std::string& what) {
+  const std::string name = what.substr(what.find_last_of('/') + 1);
+  if (name.empty() || name == "." || name == "..") {
+    throw WrongUsage("--part " + what + " does not tell what to call its folder");
+  }
+  return name;
+}
+
+/// One split for each part that was asked for.
+std::vector<SplitArguments> for_parts(const SplitArguments& whole) {
+  if (whole.parts.empty()) return {whole};
+  std::vector<SplitArguments> plan;
+  for (const std::string& part : whole.parts) {
+    plan.push_back(whole);
+    plan.back().part = part;
+    if (whole.parts.size() > 1) plan.back().outdir /= part_folder(part);
+  }
+  return plan;
+}
+
 /// No two inputs go into one folder.
 void require_own_folders(const std::vector<SplitArguments>& plan) {
   std::map<fs::path, std::string> inputs;
@@ -90,9 +111,10 @@ std::vector<SplitArguments> plan_splits(const SplitArguments& arguments) {
   if (!is_one) refuse_folders(inputs);
   std::vector<SplitArguments> plan;
   for (const std::string& in : inputs) {
-    plan.push_back(arguments);
-    plan.back().in = in;
-    plan.back().outdir = is_one && !folder.empty() ? folder : folder_of(in, folder);
+    SplitArguments one = arguments;
+    one.in = in;
+    one.outdir = is_one && !folder.empty() ? folder : folder_of(in, folder);
+    for (SplitArguments& part : for_parts(one)) plan.push_back(std::move(part));
   }
   require_own_folders(plan);
   return plan;

@@ -19,7 +19,8 @@ std::string stem_of(const std::string& in);
 /// `arguments.output`, the second of two inputs is the folder where it is no regular file. One
 /// input goes into the folder itself, without one into a folder of its own name; several go into
 /// folders of their names below it. Throws `WrongUsage` where two inputs would go into one folder,
-/// an input has no name for one, or is a folder.
+/// an input has no name for one, or is a folder. Several parts go into folders of their names below
+/// that of their input.
 std::vector<SplitArguments> plan_splits(const SplitArguments& arguments);
 
 /// Calls `split_one` for each input, several side by side. Returns the worst exit code. Throws as

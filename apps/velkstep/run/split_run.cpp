@@ -6,10 +6,12 @@
 
 #include <algorithm>
 #include <exception>
+#include <iostream>
 #include <optional>
 #include <system_error>
 
 #include "kessel/errors.h"
+#include "kessel/extract.h"
 #include "kessel/split_list.h"
 #include "run/exit_codes.h"
 #include "run/older_split.h"
@@ -21,6 +23,7 @@
 #include "system/patient_output.h"
 #include "system/staged_output.h"
 #include "system/temporary_folder.h"
+#include "text/counted.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -65,6 +68,14 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
   return Kessel::split(in, ".", options);
 }
 
+/// A file of the part that is to be split, in `folder`.
+fs::path extracted(const fs::path& in, const SplitArguments& arguments, const fs::path& folder) {
+  Kessel::ExtractOptions options;
+  options.memory_limit = arguments.options.memory_limit;
+  options.progress = [](const Kessel::Progress&) { throw_if_interrupted(); };
+  return Kessel::extract(in, arguments.part, folder / "part.stp", options).path;
+}
+
 /// The root's file comes last: where it is, the split is complete.
 std::vector<std::string> in_order_of_arrival(const FinishedSplit& split,
                                              const std::vector<std::string>& more) {
@@ -94,7 +105,7 @@ void refuse_to_replace_input(const std::vector<std::string>& names, const fs::pa
 std::vector<std::string> allowed_names(const FinishedSplit& split, const Delivery& delivery,
                                        const SplitArguments& arguments) {
   std::vector<std::string> names = in_order_of_arrival(split, delivery.more);
-  if (arguments.force) refuse_to_replace_input(names, arguments.outdir, split.input);
+  if (arguments.force) refuse_to_replace_input(names, arguments.outdir, split.source);
   return names;
 }
 
@@ -121,7 +132,7 @@ int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArg
             StagedOutput& staged, OlderSplit& older) {
   const std::vector<std::string> names = allowed_names(split, delivery, arguments);
   staged.publish(names, arguments.force, [&] {
-    if (arguments.force) older = find_older_split(arguments.outdir, names, split.input);
+    if (arguments.force) older = find_older_split(arguments.outdir, names, split.source);
     return older.leftovers;
   });
   try {
@@ -169,7 +180,11 @@ int run_split(const SplitArguments& arguments,
     std::optional<StagedOutput> staged;
     std::optional<TemporaryFolder> trial;
     FinishedSplit split;
-    split.input = fs::absolute(input.path());
+    std::optional<TemporaryFolder> alone;
+    split.source = fs::absolute(input.path());
+    split.input = arguments.part.empty()
+                      ? split.source
+                      : extracted(split.source, arguments, alone.emplace().path());
     split.folder =
         arguments.dry_run ? trial.emplace().path() : staged.emplace(arguments.outdir).folder();
     Warnings warnings;

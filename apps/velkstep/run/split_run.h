@@ -16,7 +16,8 @@ inline constexpr const char* ROOTS_FILE = "roots.txt";
 
 /// A split whose files are not in OUTDIR yet.
 struct FinishedSplit {
-  std::filesystem::path input;             ///< where the input can be read
+  std::filesystem::path source;            ///< where the whole input can be read
+  std::filesystem::path input;             ///< the same for what is split of it
   std::filesystem::path folder;            ///< where the files are
   std::vector<Kessel::WrittenFile> files;  ///< the root's first; paths are bare names
   bool has_root = false;                   ///< false where every part is a component of another
