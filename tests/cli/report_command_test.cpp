@@ -98,7 +98,7 @@ TEST_F(ReportCommand, DataHoldsPartsFilesAndUses) {
 TEST_F(ReportCommand, PicturesAreLinesInTheirBoxesAndPlaces) {
   ASSERT_EQ(run_velkstep({"report", VELKSTEP_EXAMPLE, "out"}).exit_code, 0);
   const Json data = Json::parse(data_text(read_file("out/report.html")));
-  EXPECT_EQ(data["colours"].size(), 5U);
+  EXPECT_EQ(data["colours"].size(), 6U);
   for (const Json& part : data["parts"]) {
     const bool is_assembly = part["kind"] == "assembly";
     EXPECT_EQ(part["unit"], "millimetre") << part;

@@ -81,7 +81,7 @@ class Browser:
             {"name": "prefers-color-scheme", "value": "dark" if dark else "light"}])
         self.problems.clear()
         self.requests.clear()
-        self.send("Page.navigate", url="about:blank")  # so that the next one is a load in any case
+        self._load("Page.navigate", url="about:blank")  # so that the next one is a load in any case
         self._load("Page.navigate", url=path.absolute().as_uri())
 
     def reload(self):
