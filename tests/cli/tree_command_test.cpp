@@ -249,7 +249,7 @@ TEST_F(TreeCommand, FileOfAShapeThatIsElsewhereStandsBesideThePart) {
                                        "#21=APPLIED_DOCUMENT_REFERENCE(#20,'',(#6));\n"));
   EXPECT_EQ(run_velkstep({"tree", "in.stp"}).out,
             "box  (assembly, #3, box.stp)\n"
-            "└─ lid  (part, #6, lid.stp, shape in lid.stp)\n");
+            "└─ lid  (part, #6, lid (2).stp, shape in lid.stp)\n");
   const std::string info = run_velkstep({"info", "in.stp"}).out;
   EXPECT_NE(info.find("  Refers to           1 file\n                      lid.stp (not there)\n"),
             std::string::npos)

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 
+#include "formats/findings.h"
 #include "formats/page_lines.h"
 #include "json/documents.h"
 #include "json/json_line.h"
