@@ -86,7 +86,7 @@ TEST_F(CompressedInput, EveryCommandReadsIt) {
   EXPECT_EQ(run_velkstep({"info", "in.stp.gz"}).errors, "");
   EXPECT_EQ(run_velkstep({"split", "--quiet", "in.stp", "plain"}).exit_code, 0);
   EXPECT_EQ(run_velkstep({"split", "--quiet", "in.stp.gz", "unpacked"}).exit_code, 0);
-  EXPECT_EQ(run_in_shell("diff -r -I FILE_NAME plain unpacked").status, 0);
+  EXPECT_EQ(run_in_shell("diff -r -I FILE_NAME -x velkstep-split.json plain unpacked").status, 0);
   EXPECT_EQ(run_velkstep({"verify", "in.stp.gz", "unpacked"}).exit_code,
             run_velkstep({"verify", "in.stp", "unpacked"}).exit_code);
   EXPECT_EQ(run_velkstep({"diff", "in.stp.gz", "in.stp"}).exit_code, 0);

@@ -101,9 +101,9 @@ TEST(ReadAssembly, TopMayHaveBodiesOfItsOwn) {
             "depth 2\n");
 }
 
-TEST(ReadAssembly, OnePartAloneIsTheRootAndGetsNoFile) {
+TEST(ReadAssembly, OnePartAloneIsTheRootAndIsCopied) {
   EXPECT_EQ(text_of(assembly_in(std::string(LID_ALONE) + shape(10, 6, true))),
-            "#6 lid [lid] part  ×1:\n"
+            "#6 lid [lid] part lid.stp ×1:\n"
             "root #6\n"
             "depth 1\n");
 }

@@ -105,7 +105,9 @@ TEST(JoinFaults, RootThatIsNotThereOrNoFile) {
   JoinedFolder folder;
   EXPECT_EQ(folder.refusal(), "root.stp: The file cannot be opened.");
   fs::create_directory(folder.folder() / "root.stp");
-  EXPECT_EQ(folder.refusal(), "root.stp: The file is a folder.");
+  EXPECT_EQ(folder.refusal(),
+            ": The folder holds no split: neither a list of one nor a \"roots.txt\" names a file in "
+            "it.");
 }
 
 TEST(JoinFaults, FileWithoutAnyProduct) {
