@@ -62,8 +62,8 @@ std::vector<Finding> check(const std::filesystem::path& in, const Options& optio
     const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
     return {unreadable_file("cannot be opened: " + reason.message())};
   }
-  return check_records(
-      file, options.input_folder.empty() ? in.parent_path() : options.input_folder, options);
+  return check_records(file, options.input_folder.empty() ? in.parent_path() : options.input_folder,
+                       options);
 }
 
 }  // namespace Kessel

@@ -10,9 +10,10 @@
 
 namespace Kessel {
 
-/// The path `text`, which is seen from the folder `from`, as it is seen from `to`: both absolute and
-/// without links. A relative path stays one, and from one folder the path stays as it is; so does an
-/// absolute one and one with a drive or a scheme. `is_uri` says that it stands in a resource.
+/// The path `text`, which is seen from the folder `from`, as it is seen from `to`: both absolute
+/// and without links. A relative path stays one, and from one folder the path stays as it is; so
+/// does an absolute one and one with a drive or a scheme. `is_uri` says that it stands in a
+/// resource.
 std::string repointed(std::string_view text, const std::filesystem::path& from,
                       const std::filesystem::path& to, bool is_uri = false);
 

@@ -35,9 +35,8 @@ TextEdits::TextEdits(std::vector<TextEdit> edits) : edits_(std::move(edits)) {
   const auto place = [](const TextEdit& edit) {
     return std::tuple(edit.record, edit.keyword, edit.parameter);
   };
-  std::stable_sort(edits_.begin(), edits_.end(), [&](const TextEdit& a, const TextEdit& b) {
-    return place(a) < place(b);
-  });
+  std::stable_sort(edits_.begin(), edits_.end(),
+                   [&](const TextEdit& a, const TextEdit& b) { return place(a) < place(b); });
   edits_.erase(
       std::unique(edits_.begin(), edits_.end(),
                   [&](const TextEdit& a, const TextEdit& b) { return place(a) == place(b); }),
@@ -67,8 +66,7 @@ std::vector<Replacement> replacements(std::string_view body, std::span<const Tex
 }
 
 EditedText::EditedText(std::string_view text, std::string_view body,
-                       std::span<const Exchange::Mention> mentions,
-                       std::span<const TextEdit> edits)
+                       std::span<const Exchange::Mention> mentions, std::span<const TextEdit> edits)
     : body_(text.size() - body.size()) {
   const std::vector<Replacement> all = replacements(body, edits);
   struct Moved {

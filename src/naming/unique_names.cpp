@@ -24,7 +24,8 @@ std::string UniqueNames::take(std::string_view stem) {
   for (std::uint32_t& number = entry->second;;) {
     const std::string suffix = " (" + std::to_string(++number) + ")";
     const std::string name = shortened_stem(stem, suffix.size()) + suffix;
-    if (taken_.try_emplace(caseless_name(name), 1).second) return name + std::string(FILE_EXTENSION);
+    if (taken_.try_emplace(caseless_name(name), 1).second)
+      return name + std::string(FILE_EXTENSION);
   }
 }
 

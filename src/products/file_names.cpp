@@ -57,8 +57,7 @@ std::string stem_of(const Instances& instances, const Product& product, FileName
 }  // namespace
 
 std::vector<std::filesystem::path> file_names(const Instances& instances, const Products& all,
-                                              std::span<const ProductId> products,
-                                              NameStyle style,
+                                              std::span<const ProductId> products, NameStyle style,
                                               const std::vector<std::string>& referred) {
   const FileNameSet set = style == NameStyle::product ? FileNameSet::ascii : FileNameSet::unicode;
   RecordNames record_names(instances);

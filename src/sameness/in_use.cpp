@@ -61,8 +61,8 @@ Column<bool> mergeable(const Instances& instances, const Order& order) {
   const Column<Worth> worth = worth_by(rules, instances);
   Column<bool> is_mergeable(instances.size());
   for (Index record = 0; record < instances.size(); ++record) {
-    is_mergeable[record] = worth[record] != Worth::identity &&
-                           instances.type(record) >= TypeTable::FIRST_OF_RECORDS;
+    is_mergeable[record] =
+        worth[record] != Worth::identity && instances.type(record) >= TypeTable::FIRST_OF_RECORDS;
   }
   for (Index record = 0; record < instances.size(); ++record) {
     const bool wants_values = rules[instances.type(record)].wants_what_geometry_says;

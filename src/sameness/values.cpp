@@ -260,12 +260,9 @@ constexpr Row SHAPE_PARTS[] = {
 
 // Lists that are neither sets nor unique.
 constexpr Row REPEATING[] = {
-    {exactly, "POLYLINE", identity},
-    {beginning, "B_SPLINE_", identity},
-    {exactly, "BEZIER_CURVE", identity},
-    {exactly, "BEZIER_SURFACE", identity},
-    {ending, "UNIFORM_CURVE", identity},
-    {ending, "UNIFORM_SURFACE", identity},
+    {exactly, "POLYLINE", identity},     {beginning, "B_SPLINE_", identity},
+    {exactly, "BEZIER_CURVE", identity}, {exactly, "BEZIER_SURFACE", identity},
+    {ending, "UNIFORM_CURVE", identity}, {ending, "UNIFORM_SURFACE", identity},
 };
 
 constexpr Row CONTEXTS[] = {

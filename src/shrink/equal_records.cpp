@@ -66,8 +66,8 @@ class EqualRecords {
     Known known(count);
     for (const Index record : order_.records) {
       if (!is_mergeable_[record]) continue;
-      classes_[record] = known.meet(record, hash_of(record),
-                                    [&](Index other) { return is_equal(record, other); });
+      classes_[record] =
+          known.meet(record, hash_of(record), [&](Index other) { return is_equal(record, other); });
     }
   }
 
@@ -83,10 +83,9 @@ class EqualRecords {
     if (texts_[a] != texts_[b] || instances_.type(a) != instances_.type(b)) return false;
     const auto of_a = instances_.references(a);
     const auto of_b = instances_.references(b);
-    return std::equal(of_a.begin(), of_a.end(), of_b.begin(), of_b.end(),
-                      [this](Reference x, Reference y) {
-                        return classes_[x.record()] == classes_[y.record()];
-                      });
+    return std::equal(
+        of_a.begin(), of_a.end(), of_b.begin(), of_b.end(),
+        [this](Reference x, Reference y) { return classes_[x.record()] == classes_[y.record()]; });
   }
 
   /// Takes those out that must not be one with another to which the same record refers: all but

@@ -22,7 +22,8 @@ std::vector<std::filesystem::path> placed_names(const Instances& instances,
     tops.push_back(NO_PRODUCT);
     files.push_back(0);
   }
-  const std::vector<std::filesystem::path> given = file_names(instances, products, tops, style, referred);
+  const std::vector<std::filesystem::path> given =
+      file_names(instances, products, tops, style, referred);
   std::vector<std::filesystem::path> names(placement.files.size());
   for (std::size_t i = 0; i < files.size(); ++i) names[files[i]] = given[i];
   return names;

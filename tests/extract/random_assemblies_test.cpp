@@ -4,8 +4,8 @@
 
 #include "assemblies/random_assembly.h"
 #include "extract/extract_faults.h"
-#include "support/seeds.h"
 #include "support/scratch_folder.h"
+#include "support/seeds.h"
 
 namespace Kessel::test {
 namespace {

@@ -105,9 +105,10 @@ TEST(JoinFaults, RootThatIsNotThereOrNoFile) {
   JoinedFolder folder;
   EXPECT_EQ(folder.refusal(), "root.stp: The file cannot be opened.");
   fs::create_directory(folder.folder() / "root.stp");
-  EXPECT_EQ(folder.refusal(),
-            ": The folder holds no split: neither a list of one nor a \"roots.txt\" names a file in "
-            "it.");
+  EXPECT_EQ(
+      folder.refusal(),
+      ": The folder holds no split: neither a list of one nor a \"roots.txt\" names a file in "
+      "it.");
 }
 
 TEST(JoinFaults, FileWithoutAnyProduct) {

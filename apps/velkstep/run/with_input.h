@@ -28,8 +28,8 @@ std::string reason_of(const std::exception& error);
 /// What an input is called in messages: its path, or "standard input".
 std::string shown_name(const std::string& argument);
 
-/// The absolute path of the folder from which an input's names of other files are seen: the one that
-/// it lies in, or the working directory for standard input.
+/// The absolute path of the folder from which an input's names of other files are seen: the one
+/// that it lies in, or the working directory for standard input.
 std::filesystem::path folder_of_input(const std::string& argument);
 
 /// Calls `look(path)` with a path where the input `argument` ("-" for standard input) can be read
