@@ -78,7 +78,8 @@ class JsonReader {
       require(take('"'));
       std::string name = read_string();
       require(take(':'));
-      object.members.emplace_back(std::move(name), read_value(depth + 1));
+      object.items.push_back(read_value(depth + 1));
+      object.items.back().name = std::move(name);
     } while (take(','));
     require(take('}'));
   }
@@ -172,10 +173,11 @@ std::string json_string(std::string_view utf8) {
   return text + '"';
 }
 
-const JsonValue* JsonValue::find(std::string_view name) const {
-  const auto found = std::find_if(members.begin(), members.end(),
-                                  [&](const auto& member) { return member.first == name; });
-  return found == members.end() ? nullptr : &found->second;
+const JsonValue* JsonValue::find(std::string_view wanted) const {
+  if (kind != Kind::object) return nullptr;
+  const auto found = std::find_if(items.begin(), items.end(),
+                                  [&](const JsonValue& member) { return member.name == wanted; });
+  return found == items.end() ? nullptr : &*found;
 }
 
 std::optional<std::uint64_t> JsonValue::whole_number() const {

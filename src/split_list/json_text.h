@@ -18,13 +18,13 @@ std::string json_string(std::string_view utf8);
 struct JsonValue {
   enum class Kind { other, number, string, list, object };
 
-  Kind kind = Kind::other;  // "other" are true, false and null
-  std::string text;         // of a string, decoded; of a number, as it stands
-  std::vector<JsonValue> items;
-  std::vector<std::pair<std::string, JsonValue>> members;
+  Kind kind = Kind::other;       // "other" are true, false and null
+  std::string text;              // of a string, decoded; of a number, as it stands
+  std::string name;              // as a member of an object
+  std::vector<JsonValue> items;  // of a list; the members of an object
 
   /// The first member of that name; null for none, and for what is no object.
-  const JsonValue* find(std::string_view name) const;
+  const JsonValue* find(std::string_view wanted) const;
   /// The number, where it is a whole one without sign of up to 64 bits.
   std::optional<std::uint64_t> whole_number() const;
 };

@@ -172,9 +172,9 @@ void add_picture_command(CLI::App& app, Action& action) {
   command->add_option("-o,--output", arguments->out, "The file to write")
       ->type_name("OUT")
       ->required();
-  command->add_flag("--force", arguments->force, "Replace OUT if it is there");
+  command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   add_memory_limit_option(command, arguments->memory_limit);
-  command->add_flag("--quiet", arguments->quiet, "Print nothing but errors");
+  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");
   add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
