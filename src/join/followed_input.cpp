@@ -22,7 +22,8 @@ fs::path temporary_folder() {
 }  // namespace
 
 fs::path folder_of_references(const fs::path& in, const Options& options) {
-  return options.input_folder.empty() ? in.parent_path() : options.input_folder;
+  if (!options.input_folder.empty()) return options.input_folder;
+  return in.has_parent_path() ? in.parent_path() : fs::path(".");
 }
 
 FollowedInput::FollowedInput(const fs::path& in, const Options& options)

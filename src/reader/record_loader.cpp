@@ -50,8 +50,9 @@ std::string_view record_type(std::size_t from, std::string_view record) {
     ++begin;
     while (begin != record_end && is_space(*begin)) ++begin;
     const std::size_t last = record.rfind(')');
+    if (last == std::string_view::npos) return {};
     end = record.data() + last;
-    if (last == std::string_view::npos || end < begin) return {};
+    if (end < begin) return {};
   }
   while (end > begin && is_space(end[-1])) --end;
   return {begin, static_cast<std::size_t>(end - begin)};

@@ -20,8 +20,9 @@ class SaidRecords {
  public:
   explicit SaidRecords(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
-    TextLoader loader(instances, *this);
-    load_with(in, loader, {});
+    const Options options;  // The loader refers to it.
+    TextLoader loader(instances, *this, options);
+    load_with(in, loader, options);
     hashes_.resize(instances.size());
     states_.resize(instances.size());
     for (Index record = 0; record < instances.size(); ++record) said(record);
@@ -54,8 +55,8 @@ class SaidRecords {
  private:
   class TextLoader final : public InstanceLoader {
    public:
-    TextLoader(Instances& instances, SaidRecords& said)
-        : InstanceLoader(instances, {}), said_(said) {}
+    TextLoader(Instances& instances, SaidRecords& said, const Options& options)
+        : InstanceLoader(instances, options), said_(said) {}
 
    protected:
     void added(Index index, const Exchange::Record& record) override {
