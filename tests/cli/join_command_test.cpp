@@ -75,7 +75,8 @@ TEST_F(JoinCommand, WarningsGoToStandardErrorWithTheirFile) {
 TEST_F(JoinCommand, MissingFiles) {
   fs::remove("parts/part.stp");
   expect({"parts/root.stp", "-o", "one.stp"}, 1, "",
-         "velkstep: parts/root.stp: Files that are referred to are missing: \"part.stp\".\n");
+         "velkstep: parts/root.stp: Files that are referred to are missing: \"part.stp\". "
+         "--allow-missing keeps what refers to them.\n");
   EXPECT_EQ(names_in("."), std::set<std::string>{"parts"});
 }
 
@@ -110,7 +111,7 @@ TEST_F(JoinCommand, FilesOutsideOfTheFolderWantAnOption) {
   folder_.write("parts/in/root.stp", root);
   expect({"parts/in/root.stp", "-o", "one.stp"}, 1, "",
          "velkstep: parts/in/root.stp: References lead out of the folder of the file: "
-         "\"../part.stp\".\n");
+         "\"../part.stp\". --follow-outside reads them.\n");
   expect({"--follow-outside", "parts/in/root.stp", "-o", "one.stp"}, 0,
          "one.stp: 20 records from 2 files\n", "");
 }
@@ -132,7 +133,8 @@ TEST_F(JoinCommand, ReadsACompressedRootAndStandardInput) {
          "input\n");
   fs::remove("parts/part.stp");
   expect({"parts/root.stp.gz", "-o", "three.stp"}, 1, "",
-         "velkstep: parts/root.stp.gz: Files that are referred to are missing: \"part.stp\".\n");
+         "velkstep: parts/root.stp.gz: Files that are referred to are missing: \"part.stp\". "
+         "--allow-missing keeps what refers to them.\n");
 }
 
 TEST_F(JoinCommand, WrongUsage) {

@@ -45,6 +45,18 @@ Kessel::Joined join_quietly(const fs::path& root, const JoinArguments& arguments
   return Kessel::join(root, arguments.out, options);
 }
 
+/// The finding with what its reader can do about it.
+Kessel::Finding with_advice(Kessel::Finding finding) {
+  if (finding.kind == Kessel::FindingKind::target_outside) {
+    finding.sentence += " --follow-outside reads them.";
+  } else if (finding.kind == Kessel::FindingKind::missing_target) {
+    finding.sentence += " --allow-missing keeps what refers to them.";
+  } else if (finding.kind == Kessel::FindingKind::mixed_schemas) {
+    finding.sentence += " --allow-mixed-schemas takes them.";
+  }
+  return finding;
+}
+
 std::string joined_text(const JoinArguments& arguments, const Kessel::Joined& joined) {
   return arguments.out.string() + ": " + counted(joined.records, "record", "records") + " from " +
          counted(joined.inputs.size(), "file", "files") + "\n";
@@ -64,7 +76,7 @@ int join(const JoinArguments& arguments) {
       if (arguments.json) return print(join_json(joined, arguments.root, arguments.out));
       return arguments.quiet ? int{EXIT_DONE} : print(joined_text(arguments, joined));
     } catch (const Kessel::InputError& error) {
-      return fail_at(name_in_finding(arguments, error.finding()), error.finding());
+      return fail_at(name_in_finding(arguments, error.finding()), with_advice(error.finding()));
     } catch (const Kessel::OutputError& error) {
       return fail_to_write(error);
     }
