@@ -185,6 +185,8 @@ class Extractions {
     if (found == split_.end()) return;
     JoinOptions options;
     options.replace = true;
+    options.allow_missing = true;  // What the input refers to need not be there.
+    options.follow_outside = true;
     for (const Finding& warning : join(found->second, "joined.stp", options).warnings) {
       // It holds something for which it needs another product's placeholder.
       if (warning.kind == FindingKind::stand_in_left) return;

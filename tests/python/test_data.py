@@ -29,8 +29,8 @@ def test_info_is_what_the_command_prints(lamp):
     assert velkstep.info(lamp) == printed("info", "--json", str(lamp))
 
 
-def test_tree_of_a_small_file(lamp):
-    tree = velkstep.tree(lamp)
+def test_tree_of_a_small_file(assembly):
+    tree = velkstep.tree(assembly)
     assert [part["record"] for part in tree["parts"]] == [3, 13, 23]
     assert tree["parts"][2] == {
         "record": 23,
@@ -48,7 +48,7 @@ def test_tree_of_a_small_file(lamp):
         "used_in": [],
     }
     assert (tree["format"], tree["depth"], tree["roots"]) == (1, 2, [2])
-    assert tree["input"] == str(lamp)
+    assert tree["input"] == str(assembly)
 
 
 def test_tree_of_a_lone_part_has_a_file(write):

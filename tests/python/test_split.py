@@ -148,7 +148,8 @@ def test_the_list_says_what_was_written(assembly):
 
 def test_signature():
     assert list(inspect.signature(velkstep.split).parameters) == [
-        "input", "outdir", "assemblies", "names", "reading", "progress",
+        "input", "outdir", "assemblies", "names", "reading", "progress", "shrink", "references",
+        "follow_outside",
     ]  # fmt: skip
     defaults = inspect.signature(velkstep.split).parameters
     assert defaults["assemblies"].default == "nested"
