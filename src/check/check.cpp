@@ -9,6 +9,7 @@
 
 #include "check/reference_check.h"
 #include "check/structure_check.h"
+#include "external/targets.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
@@ -62,8 +63,7 @@ std::vector<Finding> check(const std::filesystem::path& in, const Options& optio
     const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
     return {unreadable_file("cannot be opened: " + reason.message())};
   }
-  return check_records(file, options.input_folder.empty() ? in.parent_path() : options.input_folder,
-                       options);
+  return check_records(file, folder_of_references(in, options), options);
 }
 
 }  // namespace Kessel

@@ -18,7 +18,12 @@ std::string utf8_of_path(const fs::path& path) {
   return {text.begin(), text.end()};
 }
 
-fs::path without_links(const fs::path& path) {
+fs::path folder_of_references(const fs::path& in, const Options& options) {
+  return options.input_folder.empty() ? in.parent_path() : options.input_folder;
+}
+
+fs::path without_links(const fs::path& given) {
+  const fs::path path = given.empty() ? fs::path(".") : given;
   std::error_code error;
   fs::path plain = fs::weakly_canonical(fs::absolute(path, error), error);
   return error ? fs::absolute(path).lexically_normal() : plain;

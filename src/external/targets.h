@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "external/external_references.h"
+#include "kessel/options.h"
 
 namespace Kessel {
 
@@ -15,6 +16,10 @@ struct Target {
   std::filesystem::path path;      ///< seen from where the folder is seen from
   bool is_there = false;           ///< as a regular file
 };
+
+/// Where what is read from `in` finds other files: Options::input_folder, or the folder of `in`;
+/// empty for the working directory.
+std::filesystem::path folder_of_references(const std::filesystem::path& in, const Options& options);
 
 /// Looks for the file of `reference`, which stands in a file in `folder`; empty for the working
 /// directory. `reference` must outlive the result.
@@ -31,7 +36,8 @@ std::filesystem::path path_of_utf8(const std::string& utf8);
 /// The other way round.
 std::string utf8_of_path(const std::filesystem::path& path);
 
-/// The absolute path without links; lexically where the system cannot say.
+/// The absolute path without links, empty for the working directory; lexically where the system
+/// cannot say.
 std::filesystem::path without_links(const std::filesystem::path& path);
 
 /// Whether `path` lies in `folder`, or in one below that; both without links.

@@ -21,11 +21,6 @@ fs::path temporary_folder() {
 
 }  // namespace
 
-fs::path folder_of_references(const fs::path& in, const Options& options) {
-  if (!options.input_folder.empty()) return options.input_folder;
-  return in.has_parent_path() ? in.parent_path() : fs::path(".");
-}
-
 FollowedInput::FollowedInput(const fs::path& in, const Options& options)
     : options_(options), fresh_(temporary_folder()) {
   if (fresh_.error()) throw OutputError(fresh_.path(), fresh_.error());

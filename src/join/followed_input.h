@@ -10,9 +10,6 @@
 
 namespace Kessel {
 
-/// Where what is read from `in` finds other files: Options::input_folder, or the folder of `in`.
-std::filesystem::path folder_of_references(const std::filesystem::path& in, const Options& options);
-
 /// One exchange file of all that an input and the files that it refers to say, in the system's
 /// folder for temporary files, as long as the object lives.
 class FollowedInput {

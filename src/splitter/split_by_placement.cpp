@@ -19,7 +19,6 @@
 #include "findings/refusals.h"
 #include "instances/loader.h"
 #include "instances/places.h"
-#include "join/followed_input.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "kessel/split_list.h"

@@ -26,8 +26,7 @@ class InputTexts {
     Options quiet;
     quiet.memory_limit = options.memory_limit;
     load_instances(file, instances, quiet);
-    const fs::path from = without_links(
-        options.input_folder.empty() ? fs::absolute(in).parent_path() : options.input_folder);
+    const fs::path from = without_links(folder_of_references(in, options));
     const fs::path to = without_links(outdir);
     const auto references = find_external_references(instances, find_products(instances));
     for (const ExternalReference& reference : references) {
