@@ -1,5 +1,6 @@
 #include "arguments/commands.h"
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -39,6 +40,16 @@ Command<Arguments> add_command(CLI::App& app, Action& action, int (*run)(const A
   command->callback(
       [&action, arguments, run] { action = [arguments, run] { return run(*arguments); }; });
   return {command, arguments};
+}
+
+/// The one input of a command.
+void add_input(CLI::App* command, std::string& in) {
+  command->add_option("IN", in, "The exchange file; - reads standard input")->required();
+}
+
+/// The one file that a command writes.
+void add_output_option(CLI::App* command, std::filesystem::path& out) {
+  command->add_option("-o,--output", out, "The file to write")->type_name("OUT")->required();
 }
 
 void add_split_command(CLI::App& app, Action& action) {
@@ -88,9 +99,7 @@ void add_join_command(CLI::App& app, Action& action) {
                    "The file that refers to the others, or the folder of a split; - reads standard "
                    "input")
       ->required();
-  command->add_option("-o,--output", arguments->out, "The file to write")
-      ->type_name("OUT")
-      ->required();
+  add_output_option(command, arguments->out);
   command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   command->add_flag("--follow-outside", arguments->follow_outside,
                     "Also read files outside of ROOT's folder");
@@ -109,10 +118,8 @@ void add_join_command(CLI::App& app, Action& action) {
 void add_shrink_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, shrink, "shrink", "Write IN again, without what it says twice");
-  command->add_option("IN", arguments->in, "The exchange file; - reads standard input")->required();
-  command->add_option("-o,--output", arguments->out, "The file to write")
-      ->type_name("OUT")
-      ->required();
+  add_input(command, arguments->in);
+  add_output_option(command, arguments->out);
   command->add_flag("--drop-unreachable", arguments->drop_unreachable,
                     "Leave out values, geometry and contexts that nothing leads to");
   command->add_flag("--renumber", arguments->renumber,
@@ -128,7 +135,7 @@ void add_extract_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, extract, "extract",
                   "Write a part or sub-assembly of IN, with all below it, as one file");
-  command->add_option("IN", arguments->in, "The exchange file; - reads standard input")->required();
+  add_input(command, arguments->in);
   CLI::Option* parts =
       command
           ->add_option("--part", arguments->parts,
@@ -162,16 +169,14 @@ void add_extract_command(CLI::App& app, Action& action) {
 void add_picture_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, picture, "picture", "Draw IN, or a part of it, as an SVG file");
-  command->add_option("IN", arguments->in, "The exchange file; - reads standard input")->required();
+  add_input(command, arguments->in);
   command
       ->add_option("--part", arguments->part,
                    "The product's name or id, # and the number of its definition, or a path such "
                    "as 'Desk lamp/Boom/Arm'; without it, the whole is drawn")
       ->type_name("WHAT");
   add_choice(command, "--view", arguments->view, VIEWS, "Where it is seen from");
-  command->add_option("-o,--output", arguments->out, "The file to write")
-      ->type_name("OUT")
-      ->required();
+  add_output_option(command, arguments->out);
   command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   add_memory_limit_option(command, arguments->memory_limit);
   command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");

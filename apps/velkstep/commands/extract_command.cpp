@@ -8,6 +8,7 @@
 #include "kessel/errors.h"
 #include "kessel/extract.h"
 #include "run/exit_codes.h"
+#include "run/progress.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
@@ -37,10 +38,7 @@ std::vector<Kessel::ExtractedFile> extract_from(const fs::path& in,
   options.replace = arguments.force;
   options.warning = [&](const Kessel::Finding& finding) { warnings.add(finding); };
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
-  options.progress = [&](const Kessel::Progress& progress) {
-    throw_if_interrupted();
-    bar.show(progress);
-  };
+  options.progress = progress_on(bar);
   if (is_folder(arguments)) {
     return Kessel::extract_each(in, arguments.parts, arguments.out, options);
   }

@@ -8,6 +8,7 @@
 #include "kessel/join.h"
 #include "run/exit_codes.h"
 #include "run/one_output.h"
+#include "run/progress.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
 #include "text/counted.h"
@@ -38,10 +39,7 @@ Kessel::Joined join_quietly(const fs::path& root, const JoinArguments& arguments
   options.replace = arguments.force;
   if (root != arguments.root) options.stands_for = shown_name(arguments.root);
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
-  options.progress = [&](const Kessel::Progress& progress) {
-    throw_if_interrupted();
-    bar.show(progress);
-  };
+  options.progress = progress_on(bar);
   return Kessel::join(root, arguments.out, options);
 }
 

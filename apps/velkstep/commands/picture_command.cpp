@@ -4,6 +4,7 @@
 #include "kessel/errors.h"
 #include "kessel/extract.h"
 #include "run/exit_codes.h"
+#include "run/progress.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
 #include "text/counted.h"
@@ -22,10 +23,7 @@ Kessel::Picture draw(const fs::path& in, const PictureArguments& arguments) {
   options.memory_limit = arguments.memory_limit;
   options.replace = arguments.force;
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
-  options.progress = [&](const Kessel::Progress& progress) {
-    throw_if_interrupted();
-    bar.show(progress);
-  };
+  options.progress = progress_on(bar);
   return Kessel::draw_picture(in, arguments.out, options);
 }
 

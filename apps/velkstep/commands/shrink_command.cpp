@@ -9,6 +9,7 @@
 #include "kessel/shrink.h"
 #include "run/exit_codes.h"
 #include "run/one_output.h"
+#include "run/progress.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
 #include "text/counted.h"
@@ -26,10 +27,7 @@ Kessel::Shrunk shrink_quietly(const std::filesystem::path& in, const ShrinkArgum
   options.replace = arguments.force;
   options.warning = [&](const Kessel::Finding& finding) { warnings.push_back(finding); };
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
-  options.progress = [&](const Kessel::Progress& progress) {
-    throw_if_interrupted();
-    bar.show(progress);
-  };
+  options.progress = progress_on(bar);
   return Kessel::shrink(in, arguments.out, options);
 }
 

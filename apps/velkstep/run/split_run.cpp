@@ -15,6 +15,7 @@
 #include "kessel/split_list.h"
 #include "run/exit_codes.h"
 #include "run/older_split.h"
+#include "run/progress.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
 #include "system/descriptor.h"
@@ -62,10 +63,7 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
     options.folder_in_headers = arguments.outdir;  // The library sees another one.
   }
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
-  options.progress = [&](const Kessel::Progress& progress) {
-    throw_if_interrupted();
-    bar.show(progress);
-  };
+  options.progress = progress_on(bar);
   const WorkingDirectory inside(folder);
   return Kessel::split(in, ".", options);
 }
