@@ -8,7 +8,7 @@ namespace Kessel::Exchange {
 
 /// What may stand between words: blanks and the control characters that real files have there.
 constexpr bool is_blank(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
+  return static_cast<unsigned char>(c) <= ' ' && (c == ' ' || (c >= '\t' && c <= '\r'));
 }
 
 constexpr bool is_digit(char c) {

@@ -12,6 +12,7 @@
 #include "instances/column.h"
 #include "instances/number_index.h"
 #include "instances/type_table.h"
+#include "model/tape.h"
 
 namespace Kessel {
 
@@ -102,6 +103,10 @@ class Instances {
   };
   const std::vector<DataSection>& data_sections() const { return data_sections_; }
 
+  /// What the reading has left for further readings of the same input, if that was asked for
+  /// (Exchange::Limits::tape).
+  Tape& tape() const { return tape_; }
+
   /// Makes records one: each for which `first`, by record, has another becomes a repeated one of
   /// that (TypeTable::REPEATED). References to it, and its number, lead there from now on. Those in
   /// `first` stand for themselves.
@@ -141,6 +146,7 @@ class Instances {
     Exchange::Section section = Exchange::Section::data;
   };
   Column<SectionBegin> sections_;  // all but the header
+  mutable Tape tape_;              // which readings do not change
   std::uint64_t frame_bytes_ = 0;  // what the header and the sections' parameters take
   static constexpr std::uint32_t LARGE_NUMBER = 0xFFFF'FFFF;
 };

@@ -224,7 +224,8 @@ std::vector<Finding> load_instances(std::istream& in, Instances& instances,
 }
 
 void load_with(std::istream& in, InstanceLoader& loader, const Options& options) {
-  const Exchange::Limits limits{options.memory_limit};
+  Exchange::Limits limits{options.memory_limit};
+  limits.tape = loader.tape();
   try {
     const Exchange::Ending ending = read_exchange_file(in, limits, loader);
     if (in.bad()) {

@@ -24,6 +24,11 @@ class InstanceLoader : public Exchange::Listener {
   /// matter, for which `total` is the size of the input.
   InstanceLoader(Instances& instances, const Options& options, std::uint64_t total = 0);
 
+  /// Asks for what makes further readings faster (Instances::tape()). Without a memory limit only.
+  void prepare_further_readings() { leaves_tape_ = memory_limit_ == Options::NO_LIMIT; }
+  /// The tape of the instances where that was asked for, else null.
+  Tape* tape() { return leaves_tape_ ? &instances_.tape() : nullptr; }
+
   /// Ends the loading: numbers become references. `in` is the input, from which records under one
   /// number are compared. Throws InputError where two of them differ. Warnings, here as in a
   /// reading, go to `warning`.
@@ -58,6 +63,7 @@ class InstanceLoader : public Exchange::Listener {
   Instances& instances_;
   ProgressReporter reporter_;
   std::uint64_t memory_limit_;
+  bool leaves_tape_ = false;
   std::uint64_t smallest_ = ~std::uint64_t{0};
   std::uint64_t largest_ = 0;
   std::uint64_t references_of_block_ = 0;

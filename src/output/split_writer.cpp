@@ -287,7 +287,8 @@ class SplitWriter final : public Exchange::Listener {
 std::vector<FileFigures> write_split(std::istream& in, const SplitToWrite& split,
                                      const Options& options) {
   SplitWriter writer(in, split, options);
-  const Exchange::Limits limits{options.memory_limit, Exchange::Scrutiny::none};
+  Exchange::Limits limits{options.memory_limit, Exchange::Scrutiny::none};
+  limits.tape = &split.instances.tape();
   const Exchange::Ending ending = Exchange::read_exchange_file(in, limits, writer);
   if (ending.error || in.bad()) throw InputError(input_changed(ending.bytes));
   return writer.finish();

@@ -77,6 +77,7 @@ class SplitLoader final : public InstanceLoader {
   SplitLoader(Instances& instances, const Options& options, std::uint64_t total)
       : InstanceLoader(instances, options, total), instances_(instances) {
     if (options.shrink) values_.emplace();
+    prepare_further_readings();
   }
   void warning(const Finding& finding) override { warnings_.add(finding); }
   /// What records that may become one say, where that was asked for.

@@ -278,8 +278,9 @@ TEST(RecordOf, FindsTheBodyBehindTheEqualSign) {
   const auto body = [](const std::string& text) {
     std::istringstream in(text);
     StatementCutter cutter(in);
-    EXPECT_EQ(cutter.next(), Cut::statement);
-    const Record record = record_of(cutter.statement(), cutter.mentions());
+    Statement statement;
+    EXPECT_EQ(cutter.next(statement), Cut::statement);
+    const Record record = record_of(statement, cutter.mentions());
     return std::string(record.keyword) + '|' + std::string(record.body);
   };
   EXPECT_EQ(body("#1=A(1);"), "A|A(1)");
