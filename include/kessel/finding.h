@@ -63,7 +63,7 @@ enum class FindingKind {
   part_without_name,  ///< a part that leads to no product, after which its file would be named
   foreign_shape,      ///< a record that puts parts of one product's shape into another's file
   no_part,            ///< nothing to split: no product definition has a shape or a component
-  one_part,           ///< nothing to split
+  one_part,           ///< nothing to split: there is one part; only a split tells it
 
   // files of a finished split; only `verify` finds these
   missing_file,          ///< there is no folder, or no file that could be the root's
