@@ -120,7 +120,7 @@ void Extraction::warn(const Placement& placement, const std::vector<Asked>& aske
                                       [&](const Asked& one) { return one.file == warning.file; });
     if (concerns) findings.push_back(finding_for(in_, instances_, warning));
   }
-  set_lines(in_, findings);
+  locate(in_, findings);
   for (const Finding& finding : findings) options_.warning(finding);
 }
 
