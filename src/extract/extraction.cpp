@@ -7,11 +7,11 @@
 
 #include "findings/input_file.h"
 #include "findings/refusals.h"
-#include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
+#include "output/layout_loader.h"
 #include "output/placement_findings.h"
 #include "output/split_writer.h"
 #include "placement/bodies.h"
@@ -54,11 +54,21 @@ Extraction::Extraction(const fs::path& in, const ExtractOptions& options)
       stamp_(in),
       in_(in, std::ios::in | std::ios::binary) {
   if (!in_.is_open()) throw std::invalid_argument("Failed to open input file.");
-  for (const Finding& finding : load_instances(in_, instances_, split_options_)) {
-    if (options_.warning) options_.warning(finding);
-  }
+  load();
   products_ = find_products(instances_);
   names_.emplace(instances_, products_);
+}
+
+void Extraction::load() {
+  LayoutLoader loader(instances_, layout_, split_options_, size_for_progress(in_, split_options_));
+  load_with(in_, loader, split_options_);
+  for (Finding& finding : missing_instances(in_, instances_)) {
+    loader.warnings().add(std::move(finding));
+  }
+  if (!options_.warning) return;
+  std::vector<Finding> warnings = loader.warnings().take();
+  locate(in_, warnings);
+  for (const Finding& finding : warnings) options_.warning(finding);
 }
 
 void Extraction::require_bodies(ProductId product) const {
@@ -127,7 +137,7 @@ void Extraction::warn(const Placement& placement, const std::vector<Asked>& aske
 void Extraction::write_files(ProductId product, const Placement& placement,
                              const std::vector<Asked>& asked) {
   warn(placement, asked);
-  SplitToWrite split{instances_, products_, placement, std::nullopt, {}, {}};
+  SplitToWrite split{instances_, layout_, products_, placement, std::nullopt, {}, {}};
   split.paths.resize(placement.files.size());
   split.names.resize(placement.files.size());
   for (const Asked& one : asked) {

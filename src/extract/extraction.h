@@ -11,6 +11,7 @@
 
 #include "extract/part_names.h"
 #include "instances/instances.h"
+#include "instances/text_layout.h"
 #include "kessel/extract.h"
 #include "naming/unique_names.h"
 #include "output/finished_file.h"
@@ -60,6 +61,7 @@ class Extraction {
   InputStamp stamp_;
   std::ifstream in_;
   Instances instances_;
+  TextLayout layout_;
   Products products_;
   std::optional<PartNames> names_;
   std::vector<std::filesystem::path> file_names_;  // by product, once they are wanted
