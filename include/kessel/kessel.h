@@ -208,6 +208,15 @@ KESSEL_EXPORT enum kessel_status kessel_status_of(const kessel_result* result);
    system spells them. Never null; lives as long as the result. */
 KESSEL_EXPORT const char* kessel_error_of(const kessel_result* result);
 
+/* Which of several inputs a KESSEL_INPUT_ERROR is about, as it was given or found; empty where
+   there is one input only, and for every other status. Never null; lives as long as the result. */
+KESSEL_EXPORT const char* kessel_error_file(const kessel_result* result);
+
+/* Where in that input: the line, from 1, and the column in it, in bytes from 1. 0 for a problem of
+   the whole file, for every status but KESSEL_INPUT_ERROR, and for null. */
+KESSEL_EXPORT uint64_t kessel_error_line(const kessel_result* result);
+KESSEL_EXPORT uint64_t kessel_error_column(const kessel_result* result);
+
 /* How many files were written; 0 for null and for every status but KESSEL_DONE. */
 KESSEL_EXPORT size_t kessel_file_count(const kessel_result* result);
 

@@ -163,7 +163,7 @@ void Extraction::warn(const Placement& placement, const std::vector<Asked>& aske
     findings.push_back(warning_at(in_, instances_, reference.document, FindingKind::missing_target,
                                   missing_target_sentence(target.name->name)));
   }
-  set_lines(in_, findings);
+  locate(in_, findings);
   for (const Finding& finding : findings) split_options_.warning(finding);
 }
 

@@ -49,10 +49,9 @@ Options FollowedInput::options_for_path() const {
   Options options = options_;
   options.follow_references = false;
   if (options_.warning) {
-    // Nobody knows the lines and numbers of the joined file.
+    // Nobody knows the places and numbers of the joined file.
     options.warning = [tell = options_.warning](Finding finding) {
-      finding.offset = 0;
-      finding.line = 0;
+      finding.offset = finding.line = finding.column = 0;
       finding.instance = 0;
       tell(finding);
     };

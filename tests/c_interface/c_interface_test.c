@@ -72,6 +72,7 @@ static void expect_failure(const char* in, const char* outdir, const struct kess
     ++failures;
   }
   expect_text(kessel_error_of(result), error, line);
+  EXPECT_TEXT(kessel_error_file(result), "");
   EXPECT(kessel_file_count(result) == 0);
   EXPECT(kessel_file(result, 0) == NULL);
   kessel_free(result);
@@ -384,6 +385,20 @@ static int cancel_at_once(void* context, enum kessel_stage stage, uint64_t done,
   return 1;
 }
 
+static void expect_place_of_error(void) {
+  kessel_result* result;
+  write_file("cut.stp", "  #1=A('\n");
+  result = kessel_diff(ASSEMBLY, "cut.stp", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_INPUT_ERROR);
+  EXPECT_TEXT(kessel_error_file(result), "cut.stp");
+  EXPECT(kessel_error_line(result) == 8);
+  EXPECT(kessel_error_column(result) == 3);
+  kessel_free(result);
+  EXPECT_TEXT(kessel_error_file(NULL), "");
+  EXPECT(kessel_error_line(NULL) == 0);
+  EXPECT(kessel_error_column(NULL) == 0);
+}
+
 static void comparing(void) {
   struct kessel_options options;
   write_file("other.stp", "#1=A();\n");
@@ -391,6 +406,7 @@ static void comparing(void) {
   EXPECT(compared(ASSEMBLY, "other.stp", NULL, KESSEL_DONE, "") == 0);
   EXPECT(compared(ASSEMBLY, NULL, NULL, KESSEL_BAD_ARGUMENT,
                   "The path of the second input is missing.") == 0);
+  expect_place_of_error();
   EXPECT(compared("missing.stp", ASSEMBLY, NULL, KESSEL_INPUT_ERROR,
                   "The file cannot be opened: No such file or directory.") == 0);
   kessel_default_options(&options, sizeof options);

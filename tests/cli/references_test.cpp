@@ -110,7 +110,7 @@ TEST_F(InputWithReferences, JoinKeepsWhatIsMissingWhereAsked) {
   const ProcessRun run = run_velkstep({"join", "in/in.stp", "-o", "one.stp", "--allow-missing"});
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_NE(
-      run.errors.find("in/in.stp:20: warning: The file \"lid.stp\" that is referred to is not "
+      run.errors.find("in/in.stp:20:1: warning: The file \"lid.stp\" that is referred to is not "
                       "there.\n"),
       std::string::npos)
       << run.errors;

@@ -113,7 +113,7 @@ TEST_F(ShrinkCommand, WhatCannotBeReadOrWritten) {
   folder_.write("bad.stp", "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A(;\nENDSEC;\n");
   const ProcessRun run = run_velkstep({"shrink", "bad.stp", "-o", "out.stp"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_TRUE(run.errors.starts_with("velkstep: bad.stp:5: ")) << run.errors;
+  EXPECT_TRUE(run.errors.starts_with("velkstep: bad.stp:5:1: ")) << run.errors;
   EXPECT_EQ(run_velkstep({"shrink", "in.stp"}).exit_code, 2);
   EXPECT_EQ(names_in("."), (std::set<std::string>{"bad.stp", "in.stp"}));
 }
