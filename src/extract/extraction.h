@@ -57,6 +57,7 @@ class Extraction {
     FileId file;
     std::filesystem::path out;
   };
+  void load();
   void name_files();
   void write_files(ProductId product, const Placement& placement, const std::vector<Asked>& asked);
   void warn(const Placement& placement, const std::vector<Asked>& asked);

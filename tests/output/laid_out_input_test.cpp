@@ -114,7 +114,7 @@ TEST(LaidOutInput, GivesTheTextsOfTheFirstReading) {
   const std::string blanks(300, ' ');
   const std::string a_block(std::size_t{400} * 1024, 'x');
   const std::string text = with_sections(
-      "#1=A('#5;''',#2,\r\n\t#0002/* #9; */,#18446744073709551616,#0,#12345678);\n" + blanks +
+      "#1=A('#5;''',#2,\r\n\t#0002/* #9; */,#18446744073709551615,#0,#12345678);\n" + blanks +
       "/* ; #4 */#12345678 = B(" + blanks + "#1" + blanks + ") ;#3=C('" + a_block + "',#2);/*" +
       a_block + "*/\n#4=D();\n#5=(E(#1)F('" + std::string(33, 'y') + "',#2)G());\n");
   const Loaded loaded(text);
