@@ -63,7 +63,7 @@ enum class FindingKind {
   part_without_name,  ///< a part that leads to no product, after which its file would be named
   foreign_shape,      ///< a record that puts parts of one product's shape into another's file
   no_part,            ///< nothing to split: no product definition has a shape or a component
-  one_part,           ///< nothing to split
+  one_part,           ///< nothing to split: there is one part; only a split tells it
 
   // files of a finished split; only `verify` finds these
   missing_file,          ///< there is no folder, or no file that could be the root's
@@ -97,9 +97,12 @@ KESSEL_EXPORT std::string_view name_of(FindingKind kind);
 struct Finding {
   FindingKind kind = FindingKind::unreadable;
   Severity severity = Severity::error;
-  std::string sentence;        ///< plain English, ASCII
-  std::uint64_t offset = 0;    ///< bytes from the beginning of the file
-  std::uint64_t line = 0;      ///< line of `offset`, from 1; 0 for a finding on the whole file
+  std::string sentence;      ///< plain English, ASCII
+  std::uint64_t offset = 0;  ///< bytes from the beginning of the file
+  std::uint64_t line = 0;    ///< line of `offset`, from 1; 0 for a finding on the whole file
+  /// Column of `offset` in its line, from 1, in bytes (a character beyond ASCII has two to four); 0
+  /// where there is no line.
+  std::uint64_t column = 0;
   std::uint64_t instance = 0;  ///< instance number in that file; 0 where none is concerned
   std::uint64_t count = 1;     ///< how many findings of the kind this one stands for
   /// The file of a split that it is about, its name in the output folder, UTF-8; "." for the folder

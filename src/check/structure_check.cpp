@@ -63,9 +63,6 @@ void check_structure(std::istream& in, const Instances& instances,
     finding.sentence =
         "There is nothing to split: no product definition has a shape or a component.";
     findings.add(std::move(finding));
-  } else if (products.products.size() == 1) {
-    findings.add(warning_at(in, instances, products.products.front().definition, one_part,
-                            "There is nothing to split: this is the only part."));
   }
   check_usages(in, instances, products, findings);
   check_circles(in, instances, products, findings);

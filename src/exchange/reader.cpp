@@ -134,7 +134,7 @@ class Reading {
     Ending ending;
     if (begin() && read_header()) read_sections();
     ending.error = std::move(error_);
-    ending.bytes = cutter_.offset();
+    ending.bytes = cutter_.offset() - behind_end_;
     return ending;
   }
 
@@ -393,12 +393,13 @@ class Reading {
   /// What stands behind the end is not read.
   void look_behind_end() {
     if (!is_full()) return;
-    const std::string_view rest = cutter_.peek(HEAD_SIZE);
-    const std::size_t first = behind_blanks(rest, 0);
-    if (first == rest.size()) return;
-    const std::uint64_t offset = cutter_.offset() + first;
-    const bool is_signature = keyword_at_front(rest.substr(first)) == "SIGNATURE";
-    warn(is_signature ? dropped_signature(offset) : text_behind_end(offset));
+    const std::uint64_t end = cutter_.offset();
+    if (cutter_.pass_over_blanks()) {
+      const std::uint64_t offset = cutter_.offset();
+      const bool is_signature = keyword_at_front(cutter_.peek(HEAD_SIZE)) == "SIGNATURE";
+      warn(is_signature ? dropped_signature(offset) : text_behind_end(offset));
+    }
+    behind_end_ = cutter_.offset() - end;
   }
 
   StatementCutter cutter_;
@@ -408,7 +409,8 @@ class Reading {
   std::optional<Tape::Reader> trace_;  // what a reading before has left
   Listener& listener_;
   std::optional<Finding> error_;
-  std::uint64_t left_ = 0;  // how many records and entries are to be read; 0 for all
+  std::uint64_t behind_end_ = 0;  // bytes that were looked at only
+  std::uint64_t left_ = 0;        // how many records and entries are to be read; 0 for all
 };
 
 }  // namespace

@@ -130,12 +130,23 @@ const char* StatementCutter::find_long_lead_end(const char* p, bool& is_open) co
     }
     if (*p != '/' || p[1] != '*') return p;
     const std::string_view rest(p, static_cast<std::size_t>(end_ - p));
-    const std::size_t close = rest.find("*/", 2);
-    if (close == std::string_view::npos) {
+    const std::size_t behind = end_of_comment(rest, 0);
+    if (behind == std::string_view::npos) {
       is_open = true;
       return p;
     }
-    p += close + 2;
+    p += behind;
+  }
+}
+
+bool StatementCutter::pass_over_blanks() {
+  constexpr std::ptrdiff_t LONGEST_BEGINNING = 3;  // of a print control directive
+  block_ = nullptr;
+  for (;;) {
+    bool is_open = false;
+    at_ = find_long_lead_end(at_, is_open);
+    if (!is_open && end_ - at_ >= LONGEST_BEGINNING) return true;
+    if (!refill()) return at_ < end_ && !(is_open && ended_);
   }
 }
 
@@ -264,13 +275,13 @@ StatementCutter::Scan StatementCutter::scan_plainly(Statement& statement, const 
       statement.is_plain &= rest.substr(0, behind).find("\\'") == std::string_view::npos;
       p += behind;
     } else if (begins_comment(rest, 0)) {
-      const std::size_t close = rest.find("*/", 2);
-      if (close == std::string_view::npos) {
+      const std::size_t behind = end_of_comment(rest, 0);
+      if (behind == std::string_view::npos) {
         scanned = Scan::in_comment;
         break;
       }
       statement.is_plain = false;
-      p += close + 2;
+      p += behind;
     } else if (*p == '<' && knows_resources_) {
       const std::size_t close = rest.find('>');
       if (close == std::string_view::npos) break;

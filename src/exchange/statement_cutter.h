@@ -88,6 +88,9 @@ class StatementCutter {
     block_ = nullptr;
   }
 
+  /// Passes over the blanks and comments that stand here. Returns whether something else follows.
+  bool pass_over_blanks();
+
   /// The offset behind all that was taken.
   std::uint64_t offset() const { return offset_of(at_); }
 

@@ -12,7 +12,6 @@
 #include "instances/column.h"
 #include "instances/number_index.h"
 #include "instances/type_table.h"
-#include "model/tape.h"
 
 namespace Kessel {
 
@@ -94,6 +93,14 @@ class Instances {
   /// The section that the record stands in.
   Exchange::Section section(Index record) const;
 
+  /// Where a section begins that is not the header: its first record, or that of the next section
+  /// where it has none.
+  struct SectionBegin {
+    Index first = 0;
+    Exchange::Section section = Exchange::Section::data;
+  };
+  std::span<const SectionBegin> sections() const { return sections_.part(0, sections_.size()); }
+
   /// The entities of the header section, each without its ";", as they stand.
   const std::vector<std::string>& header() const { return header_; }
 
@@ -102,10 +109,6 @@ class Instances {
     std::string parameters;  ///< behind DATA, with parentheses; empty for none
   };
   const std::vector<DataSection>& data_sections() const { return data_sections_; }
-
-  /// What the reading has left for further readings of the same input, if that was asked for
-  /// (Exchange::Limits::tape).
-  Tape& tape() const { return tape_; }
 
   /// Makes records one: each for which `first`, by record, has another becomes a repeated one of
   /// that (TypeTable::REPEATED). References to it, and its number, lead there from now on. Those in
@@ -141,12 +144,7 @@ class Instances {
   std::uint64_t kept_bytes_ = 0;
   std::vector<std::string> header_;
   std::vector<DataSection> data_sections_;
-  struct SectionBegin {
-    Index first = 0;
-    Exchange::Section section = Exchange::Section::data;
-  };
   Column<SectionBegin> sections_;  // all but the header
-  mutable Tape tape_;              // which readings do not change
   std::uint64_t frame_bytes_ = 0;  // what the header and the sections' parameters take
   static constexpr std::uint32_t LARGE_NUMBER = 0xFFFF'FFFF;
 };

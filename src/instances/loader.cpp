@@ -65,6 +65,7 @@ void InstanceLoader::entry(Exchange::Section section, const Exchange::Statement&
   const Index index = begin_record(type, number, entry.offset);
   add_references(defines ? mentions.subspan(1) : mentions);
   keep(index, entry.text);
+  added_entry(index, entry, mentions);
 }
 
 Index InstanceLoader::begin_record(TypeId type, std::optional<std::uint64_t> number,
@@ -129,7 +130,7 @@ void InstanceLoader::keep(Index index, std::string_view body) {
 
 std::uint64_t InstanceLoader::needed_memory() const {
   return instances_.bytes() + listed_.bytes() + large_references_.bytes() +
-         repeated_.capacity() * sizeof(Repeated);
+         repeated_.capacity() * sizeof(Repeated) + further_bytes();
 }
 
 /// Throws where what is held, and `more` bytes, are above the limit.
@@ -219,13 +220,12 @@ std::vector<Finding> load_instances(std::istream& in, Instances& instances,
   for (Finding& finding : missing_instances(in, instances))
     loader.warnings().add(std::move(finding));
   std::vector<Finding> warnings = loader.warnings().take();
-  set_lines(in, warnings);
+  locate(in, warnings);
   return warnings;
 }
 
 void load_with(std::istream& in, InstanceLoader& loader, const Options& options) {
-  Exchange::Limits limits{options.memory_limit};
-  limits.tape = loader.tape();
+  const Exchange::Limits limits{options.memory_limit};
   try {
     const Exchange::Ending ending = read_exchange_file(in, limits, loader);
     if (in.bad()) {
@@ -236,7 +236,7 @@ void load_with(std::istream& in, InstanceLoader& loader, const Options& options)
     loader.finish(in);
   } catch (const InputError& error) {
     std::vector<Finding> finding{error.finding()};
-    set_lines(in, finding);
+    locate(in, finding);
     throw InputError(finding.front());
   }
 }

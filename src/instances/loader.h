@@ -24,11 +24,6 @@ class InstanceLoader : public Exchange::Listener {
   /// matter, for which `total` is the size of the input.
   InstanceLoader(Instances& instances, const Options& options, std::uint64_t total = 0);
 
-  /// Asks for what makes further readings faster (Instances::tape()). Without a memory limit only.
-  void prepare_further_readings() { leaves_tape_ = memory_limit_ == Options::NO_LIMIT; }
-  /// The tape of the instances where that was asked for, else null.
-  Tape* tape() { return leaves_tape_ ? &instances_.tape() : nullptr; }
-
   /// Ends the loading: numbers become references. `in` is the input, from which records under one
   /// number are compared. Throws InputError where two of them differ. Warnings, here as in a
   /// reading, go to `warning`.
@@ -43,6 +38,11 @@ class InstanceLoader : public Exchange::Listener {
  protected:
   /// A record was entered under `index`; its references are not resolved yet.
   virtual void added(Index /*index*/, const Exchange::Record&) {}
+  /// So was the line of an anchor or reference section.
+  virtual void added_entry(Index /*index*/, const Exchange::Statement&,
+                           std::span<const Exchange::Mention>) {}
+  /// What is held for the records beside the instances, which counts for the memory limit.
+  virtual std::uint64_t further_bytes() const { return 0; }
 
  private:
   Index begin_record(TypeId type, std::optional<std::uint64_t> number, std::uint64_t offset);
@@ -63,7 +63,6 @@ class InstanceLoader : public Exchange::Listener {
   Instances& instances_;
   ProgressReporter reporter_;
   std::uint64_t memory_limit_;
-  bool leaves_tape_ = false;
   std::uint64_t smallest_ = ~std::uint64_t{0};
   std::uint64_t largest_ = 0;
   std::uint64_t references_of_block_ = 0;

@@ -43,27 +43,14 @@ TEST(StructureCheck, NoPart) {
   EXPECT_EQ(lines_of(std::string(LID_ALONE)), FOUND);
 }
 
-TEST(StructureCheck, OnePart) {
-  const std::string text = exchange_file(part(4));
-  EXPECT_EQ(checked(text),
-            (Lines{place_of("#6=", text) +
-                   "warning one_part #6: There is nothing to split: this is the only part."}));
-}
-
-// Definitions that are no parts do not make it two.
-TEST(StructureCheck, OnePartWithItsMaterial) {
-  const std::string text = exchange_file(
-      part(4) +
-      "#21=PRODUCT('m','Titanium','',());\n#22=PRODUCT_DEFINITION_FORMATION('','',#21);\n"
-      "#23=PRODUCT_DEFINITION('','',#22,$);\n");
-  EXPECT_EQ(checked(text),
-            (Lines{place_of("#6=", text) +
-                   "warning one_part #6: There is nothing to split: this is the only part."}));
+// A split copies it.
+TEST(StructureCheck, NothingIsFoundInOnePart) {
+  EXPECT_EQ(checked(exchange_file(part(4))), Lines());
 }
 
 TEST(StructureCheck, UsagesThatJoinNoParts) {
   const std::string parts = part(1) + part(11);
-  const std::string place = "22@" + std::to_string(exchange_file(parts).size() - 26);
+  const std::string place = "22:1@" + std::to_string(exchange_file(parts).size() - 26);
   const Lines FOUND = {place +
                        " warning unused_usage #20: The usage joins no two product definitions."};
   EXPECT_EQ(lines_of(parts + usage(20, "#3")), FOUND);

@@ -54,6 +54,28 @@ class OlderSplitTest : public testing::Test {
   FolderTree new_;
 };
 
+// What a dry run says of it, and that it goes then.
+TEST_F(OlderSplitTest, DryRunTellsWhatWouldGo) {
+  folder_.write("out/notes.txt", "mine");
+  const FolderTree before = tree_of("out");
+  const ProcessRun dry = run_velkstep({"split", "-nf", "new.stp", "-o", "out"});
+  EXPECT_EQ(dry.exit_code, 0);
+  EXPECT_EQ(dry.errors, "");
+  EXPECT_TRUE(dry.out.ends_with("  bytes in 4 files\nremoved  out/hat.stp\n")) << dry.out;
+  EXPECT_EQ(tree_of("out"), before);
+  expect_replaced("", {{"notes.txt", "mine"}});
+}
+
+// As with the split itself, what was changed stays.
+TEST_F(OlderSplitTest, DryRunTellsWhatWouldStay) {
+  folder_.write("out/hat.stp", "changed");
+  const ProcessRun dry = run_velkstep({"split", "-nf", "new.stp", "-o", "out"});
+  EXPECT_EQ(dry.exit_code, 0);
+  EXPECT_TRUE(dry.out.ends_with("  bytes in 4 files\n")) << dry.out;
+  EXPECT_EQ(dry.errors,
+            "velkstep: out: 1 file of an earlier split changed since, and stays: hat.stp\n");
+}
+
 TEST_F(OlderSplitTest, GoesWhereItIsAsItWasWritten) {
   ASSERT_EQ(names_in("out"), (Names{"box.stp", "hat.stp", "roots.txt", SPLIT_LIST}));
   folder_.write("out/notes.txt", "mine");

@@ -215,6 +215,26 @@ TEST(StatementCutter, CutsTheSameAtTheEndOfTheUsualBlock) {
   }
 }
 
+TEST(StatementCutter, HasRoomForAnyNumberOfNames) {
+  for (const Scrutiny scrutiny : {Scrutiny::none, Scrutiny::full}) {
+    for (const bool resources : {false, true}) {
+      for (std::size_t count = 0; count < 300; ++count) {
+        std::string text(count % 7, 'x');
+        std::string expected = "|" + text;
+        std::string names;
+        for (std::size_t i = 0; i < count; ++i) {
+          expected += "#1";
+          names += "->1=1";
+        }
+        text = expected.substr(1) + std::string(100, '#');
+        expected = '|' + text + "@0" + names;
+        ASSERT_EQ(cut(text + ";", {.scrutiny = scrutiny, .resources = resources}).front(),
+                  expected);
+      }
+    }
+  }
+}
+
 TEST(StatementCutter, GrowsForLongStatements) {
   const std::string text = "A('" + std::string(3 * StatementCutter::BLOCK_SIZE, ';') + "')";
   EXPECT_THAT(cut(text + ";B;"),

@@ -42,7 +42,6 @@ void check_written(const std::filesystem::path& path) {
   for (const Finding& finding : check(path)) {
     switch (finding.kind) {
       case FindingKind::no_part:
-      case FindingKind::one_part:
       case FindingKind::unused_usage:
       case FindingKind::usage_cycle:
       case FindingKind::part_without_name:

@@ -167,8 +167,9 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
                     "Make records that say the same one first, as shrink does");
   command->add_flag("-f,--force", arguments.force,
                     "Replace files in OUTDIR that are called as the new ones");
-  command->add_flag("-n,--dry-run", arguments.dry_run,
-                    "Print what would be written, with sizes in bytes, and write nothing");
+  command->add_flag(
+      "-n,--dry-run", arguments.dry_run,
+      "Print what would be written, with sizes in bytes, and removed, and do nothing");
   command->add_flag("-q,--quiet", arguments.quiet, "Print nothing but errors");
   command->add_flag("--json", arguments.json,
                     "Print one line of JSON for each file in place of paths");

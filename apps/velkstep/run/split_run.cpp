@@ -55,6 +55,7 @@ class WorkingDirectory {
 std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::path& in,
                                             const SplitArguments& arguments, Warnings& warnings) {
   Kessel::Options options = arguments.options;
+  if (!arguments.part.empty()) options.follow_references = false;  // The part was followed to.
   options.input_name = arguments.in == "-" ? "-" : fs::path(arguments.in).filename().string();
   warnings.listen(options);
   options.input_folder = folder_of_input(arguments.in);
@@ -73,6 +74,11 @@ fs::path extracted(const fs::path& in, const SplitArguments& arguments, const fs
   Kessel::ExtractOptions options;
   options.memory_limit = arguments.options.memory_limit;
   options.progress = [](const Kessel::Progress&) { throw_if_interrupted(); };
+  options.follow_references = arguments.options.follow_references;
+  options.follow_outside = arguments.options.follow_outside;
+  // What it refers to is looked for by the split, and from where the input is.
+  options.input_folder = folder_of_input(arguments.in);
+  options.output_folder = options.input_folder;
   return Kessel::extract(in, arguments.part, folder / "part.stp", options).path;
 }
 
@@ -109,21 +115,39 @@ std::vector<std::string> allowed_names(const FinishedSplit& split, const Deliver
   return names;
 }
 
-/// Prints what would be written, the root's file first, with sizes, and how much that is.
-int preview(const FinishedSplit& split, const Delivery& delivery, const SplitArguments& arguments) {
-  const std::vector<std::string> names = allowed_names(split, delivery, arguments);
-  refuse_what_is_there(arguments.outdir, names, arguments.force);
-  if (arguments.json) return print(delivery.text);
-  if (arguments.quiet) return EXIT_DONE;
-  std::uint64_t all = 0;
-  for (const std::string& name : names) all += fs::file_size(split.folder / name);
-  const std::string total = grouped(all);
+/// A line for each of `names`, the last one first, behind what stands for each in a column.
+std::string preview_lines(const std::vector<std::string>& names, const fs::path& outdir,
+                          std::size_t width,
+                          const std::function<std::string(const std::string&)>& column) {
   std::string text;
   for (auto name = names.rbegin(); name != names.rend(); ++name) {
-    text += padded_left(grouped(fs::file_size(split.folder / *name)), total.size()) + "  " +
-            shown_path(arguments.outdir, *name) + '\n';
+    text += padded_left(column(*name), width) + "  " + shown_path(outdir, *name) + '\n';
   }
-  return print(text + total + "  bytes in " + counted(names.size(), "file", "files") + '\n');
+  return text;
+}
+
+/// Prints what would be written, the root's file first, with sizes, and how much that is; then what
+/// would go of an older split, which is put into `older`.
+int preview(const FinishedSplit& split, const Delivery& delivery, const SplitArguments& arguments,
+            OlderSplit& older) {
+  const std::vector<std::string> names = allowed_names(split, delivery, arguments);
+  refuse_what_is_there(arguments.outdir, names, arguments.force);
+  if (arguments.force) older = find_older_split(arguments.outdir, names, split.source);
+  if (arguments.json) return print(delivery.text);
+  if (arguments.quiet) return EXIT_DONE;
+  const auto size_of = [&](const std::string& name) { return fs::file_size(split.folder / name); };
+  std::uint64_t all = 0;
+  for (const std::string& name : names) all += size_of(name);
+  const std::string total = grouped(all);
+  const std::string gone = "removed";
+  const std::size_t width =
+      older.leftovers.names.empty() ? total.size() : std::max(total.size(), gone.size());
+  return print(preview_lines(names, arguments.outdir, width,
+                             [&](const std::string& name) { return grouped(size_of(name)); }) +
+               padded_left(total, width) + "  bytes in " + counted(names.size(), "file", "files") +
+               '\n' +
+               preview_lines(older.leftovers.names, arguments.outdir, width,
+                             [&](const std::string&) { return gone; }));
 }
 
 /// Moves the split's files into OUTDIR and prints what there is to say about them. If either fails,
@@ -198,7 +222,7 @@ int run_split(const SplitArguments& arguments,
     OlderSplit older;
     const Delivery delivery = prepare(split);
     const int exit_code = staged ? deliver(split, delivery, arguments, *staged, older)
-                                 : preview(split, delivery, arguments);
+                                 : preview(split, delivery, arguments, older);
     if (exit_code == EXIT_DONE) mention(split, arguments, warnings, older);
     return exit_code;
   } catch (const Interrupted&) {
