@@ -145,6 +145,7 @@ py::dict finding_of_input(const Kessel::Finding& finding) {
                   "sentence"_a = text(finding.sentence),
                   "offset"_a = line_or_none(finding, finding.offset),
                   "line"_a = line_or_none(finding, finding.line),
+                  "column"_a = line_or_none(finding, finding.column),
                   "instance"_a = number_or_none(finding.instance), "count"_a = finding.count);
 }
 

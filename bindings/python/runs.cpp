@@ -87,7 +87,7 @@ void run_alone(const fs::path& input, const std::function<void()>& run) {
     const Kessel::Finding& finding = error.finding();
     const fs::path named = finding.file.empty() ? input : fs::path(finding.file);
     raise("InputError", finding.sentence, named, std::string(Kessel::name_of(finding.kind)),
-          or_none(finding.line), or_none(finding.instance));
+          or_none(finding.line), or_none(finding.column), or_none(finding.instance));
   } catch (const Kessel::OutputError& error) {
     raise("OutputError", error.what(), error.path(), error.reason().value());
   } catch (const fs::filesystem_error& error) {

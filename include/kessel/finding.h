@@ -97,9 +97,12 @@ KESSEL_EXPORT std::string_view name_of(FindingKind kind);
 struct Finding {
   FindingKind kind = FindingKind::unreadable;
   Severity severity = Severity::error;
-  std::string sentence;        ///< plain English, ASCII
-  std::uint64_t offset = 0;    ///< bytes from the beginning of the file
-  std::uint64_t line = 0;      ///< line of `offset`, from 1; 0 for a finding on the whole file
+  std::string sentence;      ///< plain English, ASCII
+  std::uint64_t offset = 0;  ///< bytes from the beginning of the file
+  std::uint64_t line = 0;    ///< line of `offset`, from 1; 0 for a finding on the whole file
+  /// Column of `offset` in its line, from 1, in bytes (a character beyond ASCII has two to four); 0
+  /// where there is no line.
+  std::uint64_t column = 0;
   std::uint64_t instance = 0;  ///< instance number in that file; 0 where none is concerned
   std::uint64_t count = 1;     ///< how many findings of the kind this one stands for
   /// The file of a split that it is about, its name in the output folder, UTF-8; "." for the folder

@@ -27,6 +27,9 @@
 struct kessel_result {
   kessel_status status = KESSEL_DONE;
   std::string error;
+  std::string error_file;
+  std::uint64_t error_line = 0;
+  std::uint64_t error_column = 0;
   std::vector<std::string> files;
   bool is_same = false;
   Kessel::Shrunk shrunk;
@@ -220,6 +223,9 @@ void extract_into(kessel_result& result, const char* in, const char* part, const
   ExtractOptions extract_options;
   extract_options.memory_limit = choices.memory_limit;
   extract_options.progress = choices.progress;
+  extract_options.shrink = choices.shrink;
+  extract_options.follow_references = choices.follow_references;
+  extract_options.follow_outside = choices.follow_outside;
   std::vector<std::string> files = {fspath_to_utf8(output)};
   extract(input, part, output, extract_options);
   result.files = std::move(files);
@@ -230,6 +236,18 @@ void end(kessel_result& result, kessel_status status, const char* error) noexcep
   try {
     result.error = error;
     result.status = status;
+  } catch (const std::bad_alloc&) {
+    result.status = KESSEL_OUT_OF_MEMORY;
+  }
+}
+
+/// The same for an input that was refused.
+void end(kessel_result& result, const Finding& finding) noexcept {
+  end(result, KESSEL_INPUT_ERROR, finding.sentence.c_str());
+  result.error_line = finding.line;
+  result.error_column = finding.column;
+  try {
+    result.error_file = finding.file;
   } catch (const std::bad_alloc&) {
     result.status = KESSEL_OUT_OF_MEMORY;
   }
@@ -251,7 +269,7 @@ kessel_result* guarded(const char* cancelled, Run run) {
   } catch (const PartError& error) {
     end(*result, KESSEL_BAD_ARGUMENT, error.what());
   } catch (const InputError& error) {
-    end(*result, KESSEL_INPUT_ERROR, error.what());
+    end(*result, error.finding());
   } catch (const OutputError& error) {
     end(*result, KESSEL_OUTPUT_ERROR, error.what());
   } catch (const std::filesystem::filesystem_error& error) {
@@ -363,6 +381,18 @@ kessel_status kessel_status_of(const kessel_result* result) {
 const char* kessel_error_of(const kessel_result* result) {
   if (kessel_status_of(result) == KESSEL_OUT_OF_MEMORY) return Kessel::NO_MEMORY;
   return result->error.c_str();
+}
+
+const char* kessel_error_file(const kessel_result* result) {
+  return result == nullptr ? "" : result->error_file.c_str();
+}
+
+std::uint64_t kessel_error_line(const kessel_result* result) {
+  return result == nullptr ? 0 : result->error_line;
+}
+
+std::uint64_t kessel_error_column(const kessel_result* result) {
+  return result == nullptr ? 0 : result->error_column;
 }
 
 std::size_t kessel_file_count(const kessel_result* result) {

@@ -49,7 +49,7 @@ std::vector<Finding> check_records(std::istream& in, const std::filesystem::path
     check_structure(in, instances, folder, findings);
   }
   std::vector<Finding> found = findings.take();
-  set_lines(in, found);
+  locate(in, found);
   return found;
 }
 

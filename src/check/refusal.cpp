@@ -37,7 +37,7 @@ Finding explain(const Finding& refused, const std::filesystem::path& in) {
     if (auto other = find_other_file(file)) return *other;
   }
   std::vector<Finding> found{refused};
-  set_lines(file, found);
+  locate(file, found);
   return found.front();
 }
 

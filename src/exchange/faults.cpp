@@ -14,7 +14,7 @@ Finding make(FindingKind kind, Severity severity, std::string sentence, std::uin
   finding.severity = severity;
   finding.sentence = std::move(sentence);
   finding.offset = offset;
-  finding.line = offset == 0 ? 1 : 0;  // The line of all else has to be counted.
+  if (offset == 0) finding.line = finding.column = 1;  // Those of all else have to be counted.
   finding.instance = instance;
   return finding;
 }
@@ -33,7 +33,7 @@ Finding warning(FindingKind kind, std::string sentence, std::uint64_t offset,
 
 Finding empty_file() {
   Finding finding = error(FindingKind::empty_file, "The file is empty.", 0);
-  finding.line = 0;
+  finding.line = finding.column = 0;
   return finding;
 }
 

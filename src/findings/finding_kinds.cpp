@@ -105,8 +105,8 @@ Severity severity_of(FindingKind kind) {
 }
 
 Finding make_finding(FindingKind kind, std::string sentence, std::uint64_t offset,
-                     std::uint64_t line, std::uint64_t instance) {
-  return {kind, severity_of(kind), std::move(sentence), offset, line, instance, 1};
+                     std::uint64_t instance) {
+  return {kind, severity_of(kind), std::move(sentence), offset, 0, 0, instance, 1};
 }
 
 }  // namespace Kessel

@@ -8,9 +8,9 @@
 
 namespace Kessel {
 
-/// A finding of the kind's usual severity.
+/// A finding of the kind's usual severity. Its line is not yet known.
 Finding make_finding(FindingKind kind, std::string sentence, std::uint64_t offset = 0,
-                     std::uint64_t line = 0, std::uint64_t instance = 0);
+                     std::uint64_t instance = 0);
 
 /// The usual severity of a kind.
 Severity severity_of(FindingKind kind);

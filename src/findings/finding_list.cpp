@@ -5,13 +5,7 @@
 #include <tuple>
 #include <utility>
 
-#include "findings/finding_kinds.h"
-
 namespace Kessel {
-
-void FindingList::add(FindingKind kind, Place place, std::uint64_t instance, std::string sentence) {
-  add(make_finding(kind, std::move(sentence), place.offset, place.line, instance));
-}
 
 void FindingList::begin_file(std::string file) {
   ++files_;

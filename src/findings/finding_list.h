@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "findings/place.h"
 #include "kessel/finding.h"
 
 namespace Kessel {
@@ -21,8 +20,6 @@ class FindingList {
   /// one file follow those on the files before it.
   void begin_file(std::string file);
 
-  /// Adds a finding of the kind's usual severity.
-  void add(FindingKind kind, Place place, std::uint64_t instance, std::string sentence);
   /// Adds a finding; it counts as many times as it says.
   void add(Finding finding);
 

@@ -33,7 +33,7 @@ Finding unclosed_record(std::uint32_t instance, bool is_whole, std::uint64_t off
   return make_finding(FindingKind::unclosed_record,
                       is_whole ? "No \";\" closes this record, the file's last."
                                : "No \")\" and \";\" close this record up to the end of the file.",
-                      offset, 0, instance);
+                      offset, instance);
 }
 
 Finding too_long(std::uint64_t limit, std::uint64_t offset) {
@@ -50,7 +50,7 @@ Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t
                       "With instance #" + std::to_string(instance) + " the records need " +
                           std::to_string(needed) + " bytes of memory, and the limit is " +
                           std::to_string(limit) + ".",
-                      offset, 0, instance);
+                      offset, instance);
 }
 
 Finding input_changed(std::uint64_t offset) {

@@ -31,7 +31,7 @@ void tell_warnings(const std::filesystem::path& in, const Instances& instances,
   std::ifstream file(in, std::ios::in | std::ios::binary);
   for (const Finding& finding : missing_instances(file, instances)) warnings.add(finding);
   std::vector<Finding> all = warnings.take();
-  set_lines(file, all);
+  locate(file, all);
   for (const Finding& finding : all) options.warning(finding);
 }
 

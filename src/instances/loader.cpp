@@ -219,7 +219,7 @@ std::vector<Finding> load_instances(std::istream& in, Instances& instances,
   for (Finding& finding : missing_instances(in, instances))
     loader.warnings().add(std::move(finding));
   std::vector<Finding> warnings = loader.warnings().take();
-  set_lines(in, warnings);
+  locate(in, warnings);
   return warnings;
 }
 
@@ -235,7 +235,7 @@ void load_with(std::istream& in, InstanceLoader& loader, const Options& options)
     loader.finish(in);
   } catch (const InputError& error) {
     std::vector<Finding> finding{error.finding()};
-    set_lines(in, finding);
+    locate(in, finding);
     throw InputError(finding.front());
   }
 }

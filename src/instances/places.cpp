@@ -46,8 +46,7 @@ class RecordKeeper final : public Exchange::Listener {
 
 Finding warning_about(const Instances& instances, Index record, const PlacedText& text,
                       FindingKind kind, std::string sentence) {
-  Finding finding =
-      make_finding(kind, std::move(sentence), text.offset, 0, instances.number(record));
+  Finding finding = make_finding(kind, std::move(sentence), text.offset, instances.number(record));
   finding.severity = Severity::warning;
   return finding;
 }
@@ -72,6 +71,20 @@ std::string missing_sentence(const Instances& instances, Index record, const Pla
   if (named < missing.size()) sentence += " and " + with_commas(missing.size() - named) + " others";
   return sentence + (missing.size() == 1 ? ", which is not there." : ", which are not there.");
 }
+
+/// Lines while a text is passed over piece by piece.
+struct LineCount {
+  std::uint64_t offset = 0;
+  std::uint64_t line = 1;
+  std::uint64_t line_begin = 0;
+
+  void pass(std::string_view piece) {
+    line += static_cast<std::uint64_t>(std::count(piece.begin(), piece.end(), '\n'));
+    const std::size_t last = piece.rfind('\n');
+    if (last != std::string_view::npos) line_begin = offset + last + 1;
+    offset += piece.size();
+  }
+};
 
 }  // namespace
 
@@ -110,7 +123,7 @@ std::vector<Finding> missing_instances(std::istream& in, const Instances& instan
   return findings;
 }
 
-void set_lines(std::istream& in, std::vector<Finding>& findings) {
+void locate(std::istream& in, std::vector<Finding>& findings) {
   std::vector<Finding*> in_order;
   for (Finding& finding : findings) {
     if (finding.offset != 0) in_order.push_back(&finding);
@@ -120,22 +133,19 @@ void set_lines(std::istream& in, std::vector<Finding>& findings) {
   in.clear();
   in.seekg(0);
   std::array<char, 65536> block;
-  std::uint64_t passed = 0;
-  std::uint64_t line = 1;
+  LineCount counted;
   auto next = in_order.begin();
   while (next != in_order.end() && in.good()) {
     in.read(block.data(), block.size());
-    const auto count = static_cast<std::uint64_t>(in.gcount());
-    auto counted = block.begin();
-    for (; next != in_order.end() && (*next)->offset <= passed + count; ++next) {
-      const auto here = block.begin() + static_cast<std::ptrdiff_t>((*next)->offset - passed);
-      line += static_cast<std::uint64_t>(std::count(counted, here, '\n'));
-      counted = here;
-      (*next)->line = line;
+    std::string_view rest(block.data(), static_cast<std::size_t>(in.gcount()));
+    for (; next != in_order.end() && (*next)->offset <= counted.offset + rest.size(); ++next) {
+      const auto length = static_cast<std::size_t>((*next)->offset - counted.offset);
+      counted.pass(rest.substr(0, length));
+      rest.remove_prefix(length);
+      (*next)->line = counted.line;
+      (*next)->column = counted.offset - counted.line_begin + 1;
     }
-    line += static_cast<std::uint64_t>(
-        std::count(counted, block.begin() + static_cast<std::ptrdiff_t>(count), '\n'));
-    passed += count;
+    counted.pass(rest);
   }
 }
 

@@ -29,7 +29,7 @@ Finding warning_at(std::istream& in, const Instances& instances, Index record, F
 /// one more, about the next of them, whose count is that of all others.
 std::vector<Finding> missing_instances(std::istream& in, const Instances& instances);
 
-/// Counts lines: sets those of all findings whose offset is not 0. Line feeds end lines.
-void set_lines(std::istream& in, std::vector<Finding>& findings);
+/// Sets lines and columns of all findings whose offset is not 0. Line feeds end lines.
+void locate(std::istream& in, std::vector<Finding>& findings);
 
 }  // namespace Kessel

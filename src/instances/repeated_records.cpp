@@ -61,12 +61,12 @@ class Comparison final : public Exchange::Listener {
     if (first != second.body) {
       throw InputError(make_finding(FindingKind::two_texts_of_a_number,
                                     name + " has stood for another record already.", second.offset,
-                                    0, instance));
+                                    instance));
     }
     warnings_.push_back(
         make_finding(FindingKind::same_text_twice,
                      name + " has been there already, with the same text; it is taken once.",
-                     second.offset, 0, instance));
+                     second.offset, instance));
   }
 
   const std::vector<Repeated>& repeated_;

@@ -55,8 +55,7 @@ class Copies {
 
 Finding doubt(FindingKind kind, const Instances& instances, Index record, const char* sentence) {
   const std::uint64_t number = instances.number(record);
-  return make_finding(kind, "#" + std::to_string(number) + sentence, 0, 0,
-                      static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number));
+  return make_finding(kind, "#" + std::to_string(number) + sentence, 0, number);
 }
 
 }  // namespace

@@ -148,7 +148,7 @@ void FileSet::warn_of_missing(const JoinedFile& file, const MissingTargets& miss
                             missing_target_sentence(name)));
   }
   std::vector<Finding> found = findings.take();
-  set_lines(in, found);
+  locate(in, found);
   warnings_.insert(warnings_.end(), found.begin(), found.end());
 }
 

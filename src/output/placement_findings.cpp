@@ -11,18 +11,17 @@ Finding finding_for(std::istream& in, const Instances& instances, const Placemen
   const std::uint64_t number = instances.number(warning.record);
   const std::string name = "#" + std::to_string(number);
   const std::uint64_t offset = read_again(in, instances, warning.record).offset;
-  const auto instance = static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
   Finding finding;
   if (warning.kind == PlacementWarning::Kind::closes_circle) {
     finding = make_finding(FindingKind::usage_cycle,
                            "The component of the usage " + name +
                                " leads back to its assembly; the usage stands in the root's file.",
-                           offset, 0, instance);
+                           offset, number);
   } else {
     finding = make_finding(
         FindingKind::foreign_shape,
         "The record " + name + " needs parts of other products' shapes, which stand with it.",
-        offset, 0, instance);
+        offset, number);
   }
   finding.severity = Severity::warning;
   return finding;

@@ -95,7 +95,7 @@ class StoreLoader final : public Exchange::Listener {
     const std::optional<std::string> by_lines = header_by_lines(text_of_header(store_.input));
     store_.first_line = FIRST_LINE;
     store_.header = by_lines ? *by_lines : "HEADER;\n" + entities_ + std::string(HEADER_END);
-    set_lines(store_.input, warnings_);
+    locate(store_.input, warnings_);
     store_.input.clear();  // The writer rewinds the stream and reads it again.
     for (const Finding& warning : warnings_) options_.warning(warning);
     reporter_.report_end();
@@ -123,7 +123,7 @@ class RepeatedRecords final : public Exchange::Listener {
     throw InputError(
         make_finding(FindingKind::two_texts_of_a_number,
                      "#" + std::to_string(number) + " has stood for another record already.",
-                     record.offset, 0, number));
+                     record.offset, number));
   }
 
  private:
@@ -181,7 +181,7 @@ void read_as_standard(Store& store, const Options& options) {
     loader.finish();
   } catch (const InputError& error) {
     std::vector<Finding> found{error.finding()};
-    set_lines(store.input, found);
+    locate(store.input, found);
     throw InputError(found.front());
   }
 }

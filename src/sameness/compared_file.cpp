@@ -44,7 +44,7 @@ class WarnedFingerprintLoader final : public FingerprintLoader {
 void warn(std::istream& stream, const std::filesystem::path& in, std::vector<Finding> warnings,
           const Options& options) {
   if (!options.warning) return;
-  set_lines(stream, warnings);
+  locate(stream, warnings);
   for (Finding& warning : warnings) {
     set_file(warning, in);
     options.warning(warning);

@@ -100,7 +100,7 @@ class Shrinking {
   void warn(std::istream& in, FindingList& found) {
     for (Finding& finding : missing_instances(in, instances_)) found.add(std::move(finding));
     std::vector<Finding> warnings = found.take();
-    set_lines(in, warnings);
+    locate(in, warnings);
     for (const Finding& finding : warnings) options_.warning(finding);
   }
 

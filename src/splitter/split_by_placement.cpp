@@ -196,7 +196,7 @@ class PlacedSplit {
                                      missing_target_sentence(target.name->name)));
     }
     require_products(products_, placement_, warnings_);
-    set_lines(in_, warnings_);
+    locate(in_, warnings_);
     for (const Finding& finding : warnings_) options_.warning(finding);
   }
 

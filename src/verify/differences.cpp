@@ -11,10 +11,6 @@ namespace Kessel {
 
 namespace {
 
-std::uint32_t instance_of_number(std::uint64_t number) {
-  return static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number);
-}
-
 /// The beginning of a parameter in quotation marks, with single blanks for all that are in it.
 std::string shown_parameter(const std::string& parameter) {
   std::string text;
@@ -69,8 +65,8 @@ class DifferenceReport {
   void add_missing(const TypeDifference& type) {
     for (const std::uint64_t number : type.only_in_a) {
       findings_.add(make_finding(FindingKind::missing_record,
-                                 hash_and(number) + " (" + type.type + ") is in no file.", 0, 0,
-                                 instance_of_number(number)));
+                                 hash_and(number) + " (" + type.type + ") is in no file.", 0,
+                                 number));
     }
   }
 
@@ -81,8 +77,8 @@ class DifferenceReport {
       const std::uint64_t number = number_in_file(joined);
       findings_.add(make_finding(
           FindingKind::foreign_record,
-          hash_and(number) + " (" + type.type + ") is not in the input, or there less often.", 0, 0,
-          instance_of_number(number)));
+          hash_and(number) + " (" + type.type + ") is not in the input, or there less often.", 0,
+          number));
     }
     for (const ChangedRecord& changed : type.changed) {
       if (file_of(changed.in_b) != file) continue;
@@ -90,7 +86,7 @@ class DifferenceReport {
       findings_.add(make_finding(FindingKind::changed_record,
                                  hash_and(number) + ", the input's " + hash_and(changed.in_a) +
                                      ": " + what_changed(changed) + ".",
-                                 0, 0, instance_of_number(number)));
+                                 0, number));
     }
   }
 

@@ -82,7 +82,7 @@ void check_stand_ins(const Joining& joining, FindingList& findings) {
     findings.add(make_finding(
         FindingKind::changed_record,
         "#" + std::to_string(number) + " " + fault + " the record for which it stands.",
-        text.offset, 0, static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number)));
+        text.offset, number));
   }
 }
 

@@ -96,7 +96,7 @@ class SplitCheck {
       findings_.add(make_finding(
           FindingKind::unresolved_reference,
           "#" + std::to_string(number) + " refers to an instance that the file does not have.", 0,
-          0, static_cast<std::uint32_t>(number > UINT32_MAX ? 0 : number)));
+          number));
     }
   }
 
@@ -151,8 +151,8 @@ class SplitCheck {
         }
         placed.push_back(*finding);
       }
-      set_lines(in, placed);
-      for (std::size_t at = 0; at < placed.size(); ++at) of_file[at]->line = placed[at].line;
+      locate(in, placed);
+      for (std::size_t at = 0; at < placed.size(); ++at) *of_file[at] = std::move(placed[at]);
     }
   }
 

@@ -13,12 +13,13 @@ namespace Kessel::test {
 
 using Lines = std::vector<std::string>;
 
-/// A finding as one line: "LINE@OFFSET SEVERITY KIND #INSTANCE xCOUNT: SENTENCE"; line and offset
+/// A finding as one line: "LINE:COLUMN@OFFSET SEVERITY KIND #INSTANCE xCOUNT: SENTENCE"; a place
 /// only where it has a line, instance and count only where there is one and more than one.
 inline std::string describe(const Finding& finding) {
   std::string text;
   if (finding.line != 0) {
-    text += std::to_string(finding.line) + "@" + std::to_string(finding.offset) + " ";
+    text += std::to_string(finding.line) + ":" + std::to_string(finding.column) + "@" +
+            std::to_string(finding.offset) + " ";
   }
   text += finding.severity == Severity::error ? "error " : "warning ";
   text += name_of(finding.kind);
@@ -30,8 +31,15 @@ inline std::string describe(const Finding& finding) {
 /// Where `piece` stands first in `text`, as describe() puts it.
 inline std::string place_of(std::string_view piece, std::string_view text) {
   const std::size_t offset = text.find(piece);
-  const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<long>(offset), '\n');
-  return std::to_string(line) + "@" + std::to_string(offset) + " ";
+  std::size_t line = 1;
+  std::size_t column = 1;
+  for (const char c : text.substr(0, offset)) {
+    ++column;
+    if (c != '\n') continue;
+    ++line;
+    column = 1;
+  }
+  return std::to_string(line) + ":" + std::to_string(column) + "@" + std::to_string(offset) + " ";
 }
 
 /// What `check` finds in a file that holds `text`.

@@ -15,10 +15,12 @@ const std::string BEGIN = "ISO-10303-21;\nHEADER;\nENDSEC;\n";
 const std::string DATA = BEGIN + "DATA;\n" + std::string(BOX_WITH_LID);
 const std::string END = "ENDSEC;\nEND-ISO-10303-21;\n";
 
-/// Where the first record behind the box stands, and what stands `lines` lines and `bytes` bytes
-/// behind that.
-std::string at(std::size_t bytes, std::size_t lines = 0) {
-  return std::to_string(17 + lines) + "@" + std::to_string(DATA.size() + bytes) + " ";
+/// Where the first record behind the box stands, and what stands `bytes` bytes behind that, in the
+/// line that is `lines` below.
+std::string at(std::size_t bytes, std::size_t lines = 0, std::size_t column = 1) {
+  if (lines == 0) column += bytes;
+  return std::to_string(17 + lines) + ":" + std::to_string(column) + "@" +
+         std::to_string(DATA.size() + bytes) + " ";
 }
 
 struct Case {
@@ -73,11 +75,11 @@ TEST(Reading, WhatIsNotClosed) {
       {DATA + "END-ISO-10303-21;\n",
        {at(0) + "error unclosed_section: The DATA section is not closed by \"ENDSEC;\"."}},
       {BEGIN + "ANCHOR;\nDATA;\n",
-       {"5@38 error unclosed_section: The ANCHOR section is not closed by \"ENDSEC;\"."}},
+       {"5:1@38 error unclosed_section: The ANCHOR section is not closed by \"ENDSEC;\"."}},
       {BEGIN + "REFERENCE;\nDATA;\n",
-       {"5@41 error unclosed_section: The REFERENCE section is not closed by \"ENDSEC;\"."}},
+       {"5:1@41 error unclosed_section: The REFERENCE section is not closed by \"ENDSEC;\"."}},
       {"ISO-10303-21;\nHEADER;\n#1=A();\n",
-       {"3@22 error unclosed_section: The HEADER section is not closed by \"ENDSEC;\"."}},
+       {"3:1@22 error unclosed_section: The HEADER section is not closed by \"ENDSEC;\"."}},
   });
   expect_findings_in_data({
       {"#20=A((1);", {at(0) + "error unclosed_list #20: A \"(\" in this record is not closed."}},
@@ -90,9 +92,10 @@ TEST(Reading, WhatIsNotClosed) {
 TEST(Reading, WhatStandsAtAWrongPlace) {
   expect_findings({
       {"ISO-10303-21;\nDATA;\n",
-       {"2@14 error missing_header: The header section, \"HEADER;\", should begin here."}},
+       {"2:1@14 error missing_header: The header section, \"HEADER;\", should begin here."}},
       {BEGIN + "#1=A();\n" + END,
-       {"4@30 error skipped_text: A record stands here, outside of the data section; \"DATA;\" may "
+       {"4:1@30 error skipped_text: A record stands here, outside of the data section; \"DATA;\" "
+        "may "
         "be missing."}},
   });
   expect_findings_in_data({
@@ -137,15 +140,15 @@ TEST(Reading, WhatIsWarnedOf) {
 
 TEST(Reading, WhatIsWarnedOfAroundTheData) {
   const std::string whole = DATA + END;
-  const std::string behind = "19@" + std::to_string(whole.size()) + " ";
+  const std::string behind = "19:1@" + std::to_string(whole.size()) + " ";
   expect_findings({
       {"ISO-10303-21;\nHEADER;\nFILE_NAME('\xE9\\');;\n12;\nENDSEC;\n" + DATA.substr(BEGIN.size()) +
            END,
-       {"3@22 warning lone_backslash: A string has a \"\\\" that begins no directive and is not "
+       {"3:1@22 warning lone_backslash: A string has a \"\\\" that begins no directive and is not "
         "doubled.",
-        "3@22 warning not_utf8: Bytes here are neither ASCII nor UTF-8.",
-        "3@38 warning empty_statement: Nothing stands in front of this \";\".",
-        "4@40 warning skipped_text: This text is no record and no section's begin or end; it is "
+        "3:1@22 warning not_utf8: Bytes here are neither ASCII nor UTF-8.",
+        "3:17@38 warning empty_statement: Nothing stands in front of this \";\".",
+        "4:1@40 warning skipped_text: This text is no record and no section's begin or end; it is "
         "left out."}},
       {whole + "#5=A();",
        {behind + "warning text_after_end: Text stands behind \"END-ISO-10303-21;\"; it is left "
@@ -154,7 +157,7 @@ TEST(Reading, WhatIsWarnedOfAroundTheData) {
        {behind + "warning signature_dropped: The file is signed; the signature is left out, since "
                  "it does not sign what is written."}},
       {DATA + "ENDSEC;\n",
-       {"18@" + std::to_string(DATA.size() + 8) +
+       {"18:1@" + std::to_string(DATA.size() + 8) +
         " warning missing_end: \"END-ISO-10303-21;\" is missing."}},
   });
 }
@@ -165,7 +168,7 @@ TEST(Reading, WarningsInFrontOfAnError) {
       {";\n#20=A(#99\n);\n;#21=B((;\n;",
        {at(0) + "warning empty_statement: Nothing stands in front of this \";\".",
         at(15, 3) + "warning empty_statement: Nothing stands in front of this \";\".",
-        at(16, 3) + "error unclosed_list #21: A \"(\" in this record is not closed."}},
+        at(16, 3, 2) + "error unclosed_list #21: A \"(\" in this record is not closed."}},
       {"#20=A();\n#20=B();\n;",
        {at(9, 1) + "error two_texts_of_a_number #20: #20 has stood for another record already.",
         at(18, 2) + "warning empty_statement: Nothing stands in front of this \";\"."}},

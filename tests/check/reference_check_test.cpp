@@ -23,17 +23,18 @@ Lines found_in(const std::string& records) {
 // The first record behind the box with its lid stands in line 20.
 TEST(ReferenceCheck, MissingInstances) {
   EXPECT_EQ(found_in("#20=A(#1,#21,#21);\n#22=A(#13);\n"),
-            (Lines{"20 warning missing_instance #20: #20 refers to #21, which is not there.",
-                   "21 warning missing_instance #22: #22 refers to #13, which is not there."}));
-  EXPECT_EQ(found_in("#20=A((#30,#31),#1,#30);\n#21=A(#30,#31,#32);\n#22=A(#30,#31,#32,#33);\n"),
-            (Lines{"20 warning missing_instance #20: #20 refers to #30 and #31, which are not "
-                   "there.",
-                   "21 warning missing_instance #21: #21 refers to #30, #31 and #32, which are not "
-                   "there.",
-                   "22 warning missing_instance #22: #22 refers to #30, #31 and 2 others, which "
-                   "are not there."}));
+            (Lines{"20:1 warning missing_instance #20: #20 refers to #21, which is not there.",
+                   "21:1 warning missing_instance #22: #22 refers to #13, which is not there."}));
+  EXPECT_EQ(
+      found_in("#20=A((#30,#31),#1,#30);\n#21=A(#30,#31,#32);\n#22=A(#30,#31,#32,#33);\n"),
+      (Lines{"20:1 warning missing_instance #20: #20 refers to #30 and #31, which are not "
+             "there.",
+             "21:1 warning missing_instance #21: #21 refers to #30, #31 and #32, which are not "
+             "there.",
+             "22:1 warning missing_instance #22: #22 refers to #30, #31 and 2 others, which "
+             "are not there."}));
   EXPECT_EQ(found_in("#20=A(#4294967297,#0);\n"),
-            (Lines{"20 warning missing_instance #20: #20 refers to #4294967297 and #0, which are "
+            (Lines{"20:1 warning missing_instance #20: #20 refers to #4294967297 and #0, which are "
                    "not there."}));
 }
 
@@ -43,7 +44,7 @@ TEST(ReferenceCheck, NumbersInStringsAndCommentsAreNone) {
 
 TEST(ReferenceCheck, NumbersOfSixtyFourBits) {
   EXPECT_EQ(found_in("#18446744073709551615=A(#18446744073709551614);\n"),
-            (Lines{"20 warning missing_instance #18446744073709551615: #18446744073709551615 "
+            (Lines{"20:1 warning missing_instance #18446744073709551615: #18446744073709551615 "
                    "refers to #18446744073709551614, which is not there."}));
 }
 
@@ -52,7 +53,7 @@ TEST(ReferenceCheck, AnchorsAndReferencesOfOtherSections) {
                     "REFERENCE;\n#9=<http://example.org/other.stp#lid>;\nENDSEC;\nDATA;\n" +
                     std::string(BOX_WITH_LID).replace(BOX_WITH_LID.find("#9="), 3, "#19=") +
                     "#20=A(#9);\nENDSEC;\nEND-ISO-10303-21;\n"),
-            (Lines{"5@38 warning missing_instance: This refers to #30, which is not there."}));
+            (Lines{"5:1@38 warning missing_instance: This refers to #30, which is not there."}));
 }
 
 TEST(ReferenceCheck, TwentyAreListedAndTheOthersCounted) {
@@ -60,24 +61,25 @@ TEST(ReferenceCheck, TwentyAreListedAndTheOthersCounted) {
   for (int i = 0; i < 100; ++i) records += "#" + std::to_string(100 + i) + "=A(#99);\n";
   const Lines found = found_in(records);
   ASSERT_EQ(found.size(), 21u);
-  EXPECT_EQ(found[19], "39 warning missing_instance #119: #119 refers to #99, which is not there.");
+  EXPECT_EQ(found[19],
+            "39:1 warning missing_instance #119: #119 refers to #99, which is not there.");
   EXPECT_EQ(found[20],
-            "40 warning missing_instance #120 x80: And 80 more like the 20 that are listed: #120 "
+            "40:1 warning missing_instance #120 x80: And 80 more like the 20 that are listed: #120 "
             "refers to #99, which is not there.");
 }
 
 TEST(ReferenceCheck, Cycles) {
   EXPECT_EQ(found_in("#20=A(#20);\n"),
-            (Lines{"20 warning reference_cycle #20: #20 refers to itself."}));
+            (Lines{"20:1 warning reference_cycle #20: #20 refers to itself."}));
   EXPECT_EQ(
       found_in("#21=A(#20);\n#20=B(#21,#1);\n#22=C(#20,#21);\n"),
-      (Lines{"20 warning reference_cycle #21: #21 and 1 other record refer to each other in a "
+      (Lines{"20:1 warning reference_cycle #21: #21 and 1 other record refer to each other in a "
              "circle."}));
   EXPECT_EQ(
       found_in("#20=A(#21);\n#21=B(#22,#22);\n#22=C(#20,#22);\n#23=A(#24);\n#24=A(#23);\n"),
-      (Lines{"20 warning reference_cycle #20: #20 and 2 other records refer to each other in "
+      (Lines{"20:1 warning reference_cycle #20: #20 and 2 other records refer to each other in "
              "a circle.",
-             "23 warning reference_cycle #23: #23 and 1 other record refer to each other in a "
+             "23:1 warning reference_cycle #23: #23 and 1 other record refer to each other in a "
              "circle."}));
 }
 

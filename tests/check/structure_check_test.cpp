@@ -50,7 +50,7 @@ TEST(StructureCheck, NothingIsFoundInOnePart) {
 
 TEST(StructureCheck, UsagesThatJoinNoParts) {
   const std::string parts = part(1) + part(11);
-  const std::string place = "22@" + std::to_string(exchange_file(parts).size() - 26);
+  const std::string place = "22:1@" + std::to_string(exchange_file(parts).size() - 26);
   const Lines FOUND = {place +
                        " warning unused_usage #20: The usage joins no two product definitions."};
   EXPECT_EQ(lines_of(parts + usage(20, "#3")), FOUND);

@@ -88,9 +88,9 @@ TEST(WholeFiles, LinesAreCountedAcrossBlocks) {
   records += "\xE9');\n\n#21=A(#99);\n";
   const std::string text = exchange_file(records);
   EXPECT_EQ(checked(text),
-            (Lines{"20@" + std::to_string(text.find("#20")) +
+            (Lines{"20:1@" + std::to_string(text.find("#20")) +
                        " warning not_utf8 #20: Bytes here are neither ASCII nor UTF-8.",
-                   "1000022@" + std::to_string(text.find("#21")) +
+                   "1000022:1@" + std::to_string(text.find("#21")) +
                        " warning missing_instance #21: #21 refers to #99, which is not there."}));
 }
 

@@ -43,8 +43,8 @@ TEST_F(CheckCommand, CleanFile) {
 TEST_F(CheckCommand, WarningsOnly) {
   folder_.write("in.stp", exchange_file(std::string(CYCLE) + "#9=A('b;c',#10);\n"));
   expect({"in.stp"}, 4,
-         "in.stp:15: warning: The component leads back to #6, the assembly that it is used in.\n"
-         "in.stp:16: warning: #9 refers to #10, which is not there.\n");
+         "in.stp:15:1: warning: The component leads back to #6, the assembly that it is used in.\n"
+         "in.stp:16:1: warning: #9 refers to #10, which is not there.\n");
   folder_.write("in.stp", exchange_file(LID_ALONE));
   expect({"in.stp"}, 4,
          "in.stp: warning: There is nothing to split: no product definition has a shape or a "
@@ -53,9 +53,10 @@ TEST_F(CheckCommand, WarningsOnly) {
 
 TEST_F(CheckCommand, ErrorsAndWarnings) {
   folder_.write("in.stp", exchange_file(std::string(CYCLE) + ";\n#9=A('b;c);\n"));
-  expect({"in.stp"}, 1,
-         "in.stp:16: warning: Nothing stands in front of this \";\".\n"
-         "in.stp:17: error: A string in this statement is not closed up to the end of the file.\n");
+  expect(
+      {"in.stp"}, 1,
+      "in.stp:16:1: warning: Nothing stands in front of this \";\".\n"
+      "in.stp:17:1: error: A string in this statement is not closed up to the end of the file.\n");
 }
 
 TEST_F(CheckCommand, FileThatCannotBeRead) {
@@ -69,6 +70,7 @@ TEST_F(CheckCommand, JsonHoldsEverythingThatIsKnown) {
   folder_.write("in.stp", text);
   const Json place = {{"offset", text.find("#1844")},
                       {"line", 9},
+                      {"column", 1},
                       {"instance", 18'446'744'073'709'551'615U},
                       {"count", 1}};
   Json missing = {{"kind", "missing_instance"},
@@ -86,6 +88,7 @@ TEST_F(CheckCommand, JsonHoldsEverythingThatIsKnown) {
                       "component."},
                      {"offset", nullptr},
                      {"line", nullptr},
+                     {"column", nullptr},
                      {"instance", nullptr},
                      {"count", 1}},
                     {{"kind", "empty_statement"},
@@ -93,6 +96,7 @@ TEST_F(CheckCommand, JsonHoldsEverythingThatIsKnown) {
                      {"sentence", "Nothing stands in front of this \";\"."},
                      {"offset", text.find("\n;\n") + 1},
                      {"line", 8},
+                     {"column", 1},
                      {"instance", nullptr},
                      {"count", 1}},
                     missing}}}));

@@ -171,7 +171,7 @@ TEST_F(ExtractCommand, UnusableInput) {
   folder_.write("cut.stp", "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A('");
   const ProcessRun run = run_velkstep({"extract", "cut.stp", "--part", "car", "-o", "one.stp"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_TRUE(run.errors.starts_with("velkstep: cut.stp:5: ")) << run.errors;
+  EXPECT_TRUE(run.errors.starts_with("velkstep: cut.stp:5:1: ")) << run.errors;
 }
 
 TEST(ExtractInterruption, SignalsToStopLeaveNothingBehind) {

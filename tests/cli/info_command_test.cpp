@@ -136,7 +136,7 @@ TEST(InfoCommand, InputThatFailsDoesNotKeepOthersFromBeingShown) {
   EXPECT_EQ(run.out, run_velkstep({"info", "a.stp"}).out);
   EXPECT_EQ(run.errors,
             "velkstep: missing.stp: No such file or directory\n"
-            "velkstep: b.stp:3: The HEADER section is not closed by \"ENDSEC;\".\n"
+            "velkstep: b.stp:3:1: The HEADER section is not closed by \"ENDSEC;\".\n"
             "velkstep: 3 inputs: 1 done, 2 failed\n");
 }
 

@@ -84,7 +84,7 @@ TEST_F(JoinCommand, BrokenComponentIsNamedWithItsLine) {
   folder_.write("parts/part.stp", "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A(;\nENDSEC;\n");
   const ProcessRun run = run_velkstep({"join", "parts/root.stp", "-o", "one.stp"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_TRUE(run.errors.starts_with("velkstep: parts/part.stp:5: ")) << run.errors;
+  EXPECT_TRUE(run.errors.starts_with("velkstep: parts/part.stp:5:1: ")) << run.errors;
 }
 
 TEST_F(JoinCommand, WritesOverNothingUnlessForced) {

@@ -48,7 +48,7 @@ TEST_F(MemoryLimitOption, SplitAndReportRefuseTheInputAndLeaveTheFolderAsItWas) 
       const ProcessRun run = with_limit("8MB", {command, "--classic", "in.stp", outdir});
       EXPECT_EQ(run.exit_code, 1);
       EXPECT_EQ(run.out, "");
-      EXPECT_THAT(run.errors, MatchesRegex("velkstep: in.stp:20: " + sentence("8000000") + "\n"));
+      EXPECT_THAT(run.errors, MatchesRegex("velkstep: in.stp:20:1: " + sentence("8000000") + "\n"));
       EXPECT_EQ(tree_of(folder_.path()), before);
       // The columns of the other styles hold any number, but not any name.
       const ProcessRun nested = with_limit("1kB", {command, "in.stp", outdir});

@@ -56,7 +56,7 @@ TEST_F(VerifyCommand, SplitAsItShouldBe) {
 TEST_F(VerifyCommand, Errors) {
   damage();
   expect({"in.stp", "out/"}, 1,
-         "out/part.stp:18: error: #10, the input's #20: parameter 1 of MANIFOLD_SOLID_BREP is "
+         "out/part.stp:18:1: error: #10, the input's #20: parameter 1 of MANIFOLD_SOLID_BREP is "
          "\"'our'\" in place of \"'its'\".\n");
 }
 
@@ -97,6 +97,7 @@ TEST_F(VerifyCommand, JsonHoldsEverythingThatIsKnown) {
                      {"file", "roots.txt"},
                      {"offset", nullptr},
                      {"line", nullptr},
+                     {"column", nullptr},
                      {"instance", nullptr},
                      {"count", 1}},
                     {{"kind", "changed_record"},
@@ -107,6 +108,7 @@ TEST_F(VerifyCommand, JsonHoldsEverythingThatIsKnown) {
                      {"file", "part.stp"},
                      {"offset", read_file("out/part.stp").find("#10=")},
                      {"line", 18},
+                     {"column", 1},
                      {"instance", 10},
                      {"count", 1}}}}}));
 }

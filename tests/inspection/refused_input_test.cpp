@@ -1,15 +1,25 @@
-// Files that no command reads: check, tree and info refuse them with the same sentence.
+// Files that no command reads: all of them refuse those with the same sentence and place.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
+#include <vector>
 
 #include "inspection/products.h"
 #include "kessel/assembly.h"
 #include "kessel/check.h"
+#include "kessel/diff.h"
+#include "kessel/drawing.h"
 #include "kessel/errors.h"
+#include "kessel/extract.h"
+#include "kessel/join.h"
+#include "kessel/picture.h"
+#include "kessel/shrink.h"
+#include "kessel/splitter.h"
 #include "kessel/summary.h"
+#include "kessel/verify.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -19,10 +29,11 @@ namespace fs = std::filesystem;
 
 const std::string HEADER = "ISO-10303-21;\nHEADER;\nENDSEC;\n";
 
-/// A finding as "LINE KIND: SENTENCE".
+/// A finding as "LINE:COLUMN KIND: SENTENCE", with 0 for a finding on the whole file.
 std::string text_of(const Finding& finding) {
-  return std::to_string(finding.line) + " " + std::string(name_of(finding.kind)) + ": " +
-         finding.sentence;
+  std::string place = std::to_string(finding.line);
+  if (finding.line != 0) place += ":" + std::to_string(finding.column);
+  return place + " " + std::string(name_of(finding.kind)) + ": " + finding.sentence;
 }
 
 /// For which error `read` refuses something; empty where it does not.
@@ -32,9 +43,48 @@ std::string refusal_of(Read read) {
     read();
   } catch (const InputError& error) {
     return text_of(error.finding());
+  } catch (const PartError&) {
+    return "";  // The file was read.
   }
   return "";
 }
+
+void split_in_style(const fs::path& in, AssemblyStyle assemblies) {
+  Options options;
+  options.assemblies = assemblies;
+  split(in, "out", options);
+}
+
+/// Verifies a folder with a file that can be read.
+void verify_as_split(const fs::path& in) {
+  fs::create_directory("out");
+  std::ofstream("out/whole.stp") << exchange_file("#1=A();\n");
+  std::ofstream("out/roots.txt") << "whole.stp\n";
+  const std::vector<Finding> findings = verify(in, "out").findings;
+  fs::remove_all("out");
+  for (const Finding& finding : findings) {
+    if (finding.severity == Severity::error && finding.file.empty()) throw InputError(finding);
+  }
+}
+
+/// All else that reads a file, and leaves at most "out".
+struct Reader {
+  const char* name;
+  void (*read)(const fs::path& in);
+};
+const Reader READERS[] = {
+    {"classic", [](const fs::path& in) { split_in_style(in, AssemblyStyle::classic); }},
+    {"lean", [](const fs::path& in) { split_in_style(in, AssemblyStyle::lean); }},
+    {"nested", [](const fs::path& in) { split_in_style(in, AssemblyStyle::nested); }},
+    {"extract", [](const fs::path& in) { extract(in, "#1", "out"); }},
+    {"parts", [](const fs::path& in) { read_parts(in); }},
+    {"shrink", [](const fs::path& in) { shrink(in, "out"); }},
+    {"join", [](const fs::path& in) { join(in, "out"); }},
+    {"diff", [](const fs::path& in) { diff(in, in); }},
+    {"drawing", [](const fs::path& in) { read_drawing(in); }},
+    {"picture", [](const fs::path& in) { draw_picture(in, "out"); }},
+    {"verify", verify_as_split},
+};
 
 /// For which error check, read_assembly and read_summary refuse the file, all three alike.
 std::string refusal_of_file(const fs::path& in, const Options& options = {}) {
@@ -47,9 +97,22 @@ std::string refusal_of_file(const fs::path& in, const Options& options = {}) {
   return found;
 }
 
-std::string refusal_of_text(const std::string& text, const Options& options = {}) {
+std::string refusal_of_text(const std::string& text, const Options& options) {
   const ScratchFolder folder;
   return refusal_of_file(folder.write("in.stp", text), options);
+}
+
+std::string refusal_of_text(const std::string& text) {
+  const ScratchFolder folder;
+  const fs::path in = folder.write("in.stp", text);
+  const std::string found = refusal_of_file(in);
+  for (const Reader& reader : READERS) {
+    EXPECT_EQ(refusal_of([&] { reader.read(in); }), found) << reader.name;
+    EXPECT_TRUE(found.empty() || !fs::exists("out")) << reader.name;
+    fs::remove_all("out");
+    fs::remove("roots.txt");
+  }
+  return found;
 }
 
 TEST(RefusedInput, FilesThatAreNoExchangeFiles) {
@@ -80,21 +143,21 @@ TEST(RefusedInput, WhatIsNoFile) {
 
 TEST(RefusedInput, FilesThatBreakOff) {
   EXPECT_EQ(refusal_of_text("ISO-10303-21;\n"),
-            "2 missing_header: The header section, \"HEADER;\", should begin here.");
+            "2:1 missing_header: The header section, \"HEADER;\", should begin here.");
   EXPECT_EQ(refusal_of_text("ISO-10303-21;\nHEADER;\n"),
-            "3 unclosed_section: The HEADER section is not closed by \"ENDSEC;\".");
+            "3:1 unclosed_section: The HEADER section is not closed by \"ENDSEC;\".");
   EXPECT_EQ(refusal_of_text(HEADER + "DATA;\n#1=A();\n"),
-            "6 unclosed_section: The DATA section is not closed by \"ENDSEC;\".");
+            "6:1 unclosed_section: The DATA section is not closed by \"ENDSEC;\".");
   EXPECT_EQ(refusal_of_text(HEADER + "DATA;\n#1=A("),
-            "5 unclosed_record: No \";\" closes this record up to the end of the file.");
+            "5:1 unclosed_record: No \";\" closes this record up to the end of the file.");
   EXPECT_EQ(refusal_of_text(HEADER + "DATA;\n#1=A('b;\n#2=C();\nENDSEC;\n"),
-            "5 unclosed_string: A string in this statement is not closed up to the end of the "
+            "5:1 unclosed_string: A string in this statement is not closed up to the end of the "
             "file.");
 }
 
 TEST(RefusedInput, OneNumberWithTwoTexts) {
   EXPECT_EQ(refusal_of_text(exchange_file("#1=A();\n#1=B();\n")),
-            "9 two_texts_of_a_number: #1 has stood for another record already.");
+            "9:1 two_texts_of_a_number: #1 has stood for another record already.");
 }
 
 TEST(RefusedInput, MoreRecordsThanTheMemoryLimitHolds) {
@@ -104,10 +167,11 @@ TEST(RefusedInput, MoreRecordsThanTheMemoryLimitHolds) {
   EXPECT_TRUE(found.starts_with("0 memory_limit: The records need ")) << found;
   EXPECT_TRUE(found.ends_with(" bytes of memory, and the limit is 500000.")) << found;
   EXPECT_EQ(refusal_of_text(exchange_file(records), {.memory_limit = 5'000'000}), "");
-  EXPECT_EQ(refusal_of_text(exchange_file("#1=A('" + std::string(3'000'000, 'x') + "');\n"),
-                            {.memory_limit = 2'000'000}),
-            "8 memory_limit: What stands here in front of the next \";\" is longer than the memory "
-            "limit allows.");
+  EXPECT_EQ(
+      refusal_of_text(exchange_file("#1=A('" + std::string(3'000'000, 'x') + "');\n"),
+                      {.memory_limit = 2'000'000}),
+      "8:1 memory_limit: What stands here in front of the next \";\" is longer than the memory "
+      "limit allows.");
 }
 
 // Only what makes it doubtful where records begin and end is refused.
@@ -122,7 +186,7 @@ TEST(RefusedInput, AllElseIsRead) {
            "\xEF\xBB\xBFISO-10303-21; HEADER; ENDSEC; DATA; /* ; */ " + END,
            "ISO-10303-21;\rHEADER;\rENDSEC;\rDATA;\r" + END,
        }) {
-    EXPECT_EQ(refusal_of_text(text), "") << text;
+    EXPECT_EQ(refusal_of_text(text, {}), "") << text;
   }
 }
 

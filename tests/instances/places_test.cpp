@@ -50,28 +50,41 @@ TEST(ReadAgain, FindsRecordsBehindOtherSections) {
   EXPECT_EQ(body(54), "C()");
 }
 
-TEST(SetLines, CountsLineFeeds) {
-  std::istringstream in("a\nb\r\nc\n\n");
-  std::vector<Finding> findings(6);
-  const std::uint64_t offsets[] = {8, 0, 1, 2, 5, 7};
-  for (std::size_t i = 0; i < 6; ++i) findings[i].offset = offsets[i];
-  set_lines(in, findings);
-  std::vector<std::uint64_t> lines;
-  for (const Finding& finding : findings) lines.push_back(finding.line);
-  EXPECT_THAT(lines, ElementsAre(5, 0, 1, 2, 3, 4)) << "0 for the whole file";
+/// "LINE:COLUMN" of each offset in `text`.
+std::vector<std::string> located(const std::string& text,
+                                 const std::vector<std::uint64_t>& offsets) {
+  std::istringstream in(text);
+  std::vector<Finding> findings(offsets.size());
+  for (std::size_t i = 0; i < offsets.size(); ++i) findings[i].offset = offsets[i];
+  locate(in, findings);
+  std::vector<std::string> places;
+  for (const Finding& finding : findings) {
+    places.push_back(std::to_string(finding.line) + ":" + std::to_string(finding.column));
+  }
+  return places;
 }
 
-TEST(SetLines, CountsInLongFiles) {
+TEST(Locate, CountsLineFeedsAndBytesBehindThem) {
+  EXPECT_THAT(located("a\nb\r\nc\n\n", {8, 0, 1, 2, 3, 5, 7}),
+              ElementsAre("5:1", "0:0", "1:2", "2:1", "2:2", "3:1", "4:1"))
+      << "0 for the whole file";
+  EXPECT_THAT(located("x\n\u00e4\u20acb", {7}), ElementsAre("2:6")) << "bytes, not characters";
+}
+
+TEST(Locate, CountsInLongFiles) {
   std::string text;
   for (int i = 0; i < 100000; ++i) text += "x\n";
   for (const std::size_t offset : {std::size_t{65535}, std::size_t{65536}, std::size_t{65537},
                                    std::size_t{131072}, text.size() - 1, text.size()}) {
-    std::istringstream in(text);
-    std::vector<Finding> findings(1);
-    findings[0].offset = offset;
-    set_lines(in, findings);
-    EXPECT_EQ(findings[0].line, 1 + offset / 2) << offset;
+    EXPECT_THAT(located(text, {offset}),
+                ElementsAre(std::to_string(1 + offset / 2) + ":" + std::to_string(1 + offset % 2)))
+        << offset;
   }
+}
+
+TEST(Locate, CountsInLinesLongerThanABlock) {
+  EXPECT_THAT(located("x\n" + std::string(200000, 'y'), {65536, 150000, 150001}),
+              ElementsAre("2:65535", "2:149999", "2:150000"));
 }
 
 }  // namespace

@@ -18,8 +18,8 @@ def test_missing_input(function):
         function("missing.stp")
     error = caught.value
     assert str(error) == "missing.stp: Failed to open input file."
-    assert (error.path, error.kind, error.line, error.record) == (
-        Path("missing.stp"), "unreadable", None, None,
+    assert (error.path, error.kind, error.line, error.column, error.record) == (
+        Path("missing.stp"), "unreadable", None, None, None,
     )  # fmt: skip
     assert isinstance(error, RuntimeError)
 
@@ -29,18 +29,19 @@ def test_finding_of_the_whole_file():
     with pytest.raises(velkstep.InputError) as caught:
         velkstep.split("empty.stp", "out")
     assert caught.value.kind == "empty_file"
-    assert caught.value.line is None
+    assert (caught.value.line, caught.value.column) == (None, None)
     assert caught.value.sentence == "The file is empty."
     assert str(caught.value) == "empty.stp: The file is empty."
     assert not Path("out").exists()
 
 
 def test_finding_in_a_line():
-    Path("cut.stp").write_text("ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A(\n")
+    Path("cut.stp").write_text("ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n  #1=A(\n")
     with pytest.raises(velkstep.InputError) as caught:
         velkstep.split("cut.stp", "out")
-    assert (caught.value.kind, caught.value.line) == ("unclosed_record", 5)
-    assert str(caught.value).startswith("cut.stp:5: ")
+    error = caught.value
+    assert (error.kind, error.line, error.column) == ("unclosed_record", 5, 3)
+    assert str(error).startswith("cut.stp:5:3: ")
 
 
 def test_tree_of_a_file_without_an_end_to_its_header():
@@ -48,7 +49,7 @@ def test_tree_of_a_file_without_an_end_to_its_header():
     with pytest.raises(velkstep.InputError) as caught:
         velkstep.tree("head.stp")
     sentence = 'The HEADER section is not closed by "ENDSEC;".'
-    assert str(caught.value) == f"head.stp:3: {sentence}"
+    assert str(caught.value) == f"head.stp:3:1: {sentence}"
     assert (caught.value.kind, caught.value.line) == ("unclosed_section", 3)
 
 

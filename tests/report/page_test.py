@@ -570,7 +570,7 @@ class ReportPage(unittest.TestCase):
         self.browser.click("#tab-findings")
         severity, sentence, line = self.value(
             "[...document.querySelectorAll('#findings li > *')].map((one) => one.textContent)")
-        self.assertEqual((severity, line), ("warning", "line 11"))
+        self.assertEqual((severity, line), ("warning", "line 11, column 1"))
         self.assertIn("\\", sentence)
         self.assertTrue(self.value("document.getElementById('preview').hidden"))
 

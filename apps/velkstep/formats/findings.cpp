@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "run/exit_codes.h"
+#include "run/with_input.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -15,9 +16,8 @@ const char* word_of(Severity severity) {
 }
 
 std::string finding_text(const std::string& name, const Finding& finding) {
-  std::string text = printable(name) + ':';
-  if (finding.line != 0) text += std::to_string(finding.line) + ':';
-  return text + " " + word_of(finding.severity) + ": " + finding.sentence + '\n';
+  return printable(place_in(name, finding)) + ": " + word_of(finding.severity) + ": " +
+         finding.sentence + '\n';
 }
 
 int exit_code_of(const std::vector<Finding>& findings) {

@@ -8,8 +8,8 @@
 
 namespace Velkstep {
 
-/// One line, as compilers print it: `name`, which is made fit for terminals, the line where there
-/// is one, how bad it is, what it is.
+/// One line, as compilers print it: `name`, which is made fit for terminals, line and column
+/// where there are any, how bad it is, what it is.
 std::string finding_text(const std::string& name, const Kessel::Finding& finding);
 
 /// "error" or "warning".

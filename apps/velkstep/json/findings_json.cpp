@@ -18,12 +18,14 @@ Json finding_json(const Finding& finding) {
       {"sentence", finding.sentence},
       {"offset", nullptr},
       {"line", nullptr},
+      {"column", nullptr},
       {"instance", nullptr},
       {"count", finding.count},
   };
   if (finding.line != 0) {
     json["offset"] = finding.offset;
     json["line"] = finding.line;
+    json["column"] = finding.column;
   }
   if (finding.instance != 0) json["instance"] = finding.instance;
   return json;

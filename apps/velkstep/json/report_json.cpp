@@ -55,7 +55,8 @@ Json findings_on_page(const std::vector<Kessel::Finding>& findings) {
   for (const Kessel::Finding& finding : findings) {
     list.push_back({{"severity", word_of(finding.severity)},
                     {"sentence", finding.sentence},
-                    {"line", finding.line}});
+                    {"line", finding.line},
+                    {"column", finding.column}});
   }
   return list;
 }

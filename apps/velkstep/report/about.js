@@ -28,13 +28,18 @@ function show_about() {
   }
 }
 
+function place_text(finding) {
+  if (finding.line === 0) return "";
+  return `line ${number_text(finding.line)}, column ${number_text(finding.column)}`;
+}
+
 function show_findings() {
   const list = document.getElementById("findings");
   for (const finding of REPORT.findings) {
     const item = element("li", finding.severity);
     item.append(element("b", "", finding.severity),
                 element("span", "", finding.sentence),
-                element("i", "", finding.line > 0 ? `line ${number_text(finding.line)}` : ""));
+                element("i", "", place_text(finding)));
     list.append(item);
   }
   const tab = document.getElementById("tab-findings");

@@ -35,9 +35,13 @@ int fail(std::string_view name, std::string_view reason) {
   return EXIT_FAILED;
 }
 
+std::string place_in(const std::string& name, const Kessel::Finding& finding) {
+  if (finding.line == 0) return name;
+  return name + ':' + std::to_string(finding.line) + ':' + std::to_string(finding.column);
+}
+
 int fail_at(const std::string& name, const Kessel::Finding& finding) {
-  return fail(finding.line == 0 ? name : name + ":" + std::to_string(finding.line),
-              finding.sentence);
+  return fail(place_in(name, finding), finding.sentence);
 }
 
 int fail_to_write(const Kessel::OutputError& error) {

@@ -16,10 +16,13 @@ namespace Velkstep {
 /// is not for terminals is replaced.
 int fail(std::string_view name, std::string_view reason);
 
-/// The same for what was found in the input NAME, with its line: "NAME:12: REASON".
+/// The same for what was found in the input NAME, with its place: "NAME:12:5: REASON".
 int fail_at(const std::string& name, const Kessel::Finding& finding);
 
-/// The same for an output that was to appear as a whole; OUT is its path.
+/// "NAME:12:5", with line and column where the finding has them.
+std::string place_in(const std::string& name, const Kessel::Finding& finding);
+
+/// As fail() for an output that was to appear as a whole; OUT is its path.
 int fail_to_write(const Kessel::OutputError& error);
 
 /// Why something failed, in the words of fail().

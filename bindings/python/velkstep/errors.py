@@ -18,10 +18,11 @@ class InputError(RuntimeError):
         path: pathlib.Path,
         kind: str | None = None,
         line: int | None = None,
+        column: int | None = None,
         record: int | None = None,
     ) -> None:
         # All of them go into `args`, so that the exception comes out of another process whole.
-        super().__init__(sentence, path, kind, line, record)
+        super().__init__(sentence, path, kind, line, column, record)
         self.sentence = sentence
         """What is wrong, in English."""
         self.path = path
@@ -30,11 +31,13 @@ class InputError(RuntimeError):
         """The kind of the finding, such as "empty_file"; None where there is no name for it."""
         self.line = line
         """The line in the input, from 1; None for a problem of the whole file."""
+        self.column = column
+        """The column in that line, in bytes from 1; None where there is no line."""
         self.record = record
         """The instance number concerned; None where there is none."""
 
     def __str__(self) -> str:
-        place = str(self.path) if self.line is None else f"{self.path}:{self.line}"
+        place = self.path if self.line is None else f"{self.path}:{self.line}:{self.column}"
         return f"{place}: {self.sentence}"
 
 

@@ -169,6 +169,7 @@ class InputFinding(TypedDict):
     sentence: str
     offset: int | None
     line: int | None
+    column: int | None
     instance: int | None
     count: int
 
