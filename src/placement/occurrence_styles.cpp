@@ -33,6 +33,9 @@ class OccurrenceStyles {
   explicit OccurrenceStyles(Placing& placing)
       : placing_(placing), is_styled_(styled_items(placing.instances.types())) {
     find_names();
+    const auto& files = placing.placement.files;
+    has_bodies_apart_ = std::any_of(files.begin(), files.end(),
+                                    [](const PlacedFile& file) { return file.body != NO_RECORD; });
   }
 
   std::vector<OverriddenStyle> place_all() {
@@ -86,10 +89,11 @@ class OccurrenceStyles {
   void place(Index styled, const Usage& usage) {
     const FileId assembly = placing_.placement.file_of[usage.assembly];
     if (has_items(styled, assembly)) return;
-    // The style of an only occurrence goes with the part: that shows it alone, too.
+    // The style of an only occurrence goes with the part, or the body: that shows it alone, too.
     const FileId component = placing_.placement.file_of[usage.component];
-    if (uses_[usage.component] == 1 && has_items(styled, component)) return;
-    enter(styled, assembly);
+    const bool is_only = uses_[usage.component] == 1;
+    if (is_only && (has_bodies_apart_ || has_items(styled, component))) return;
+    enter(styled, placing_.keeps_others_out(assembly) ? 0 : assembly);
   }
 
   bool has_items(Index styled, FileId file) const {
@@ -120,13 +124,13 @@ class OccurrenceStyles {
   std::vector<bool> is_styled_;                     // by type
   std::unordered_map<Index, const Usage*> usages_;  // by the representation that names it
   std::vector<std::uint32_t> uses_;                 // by product
+  bool has_bodies_apart_ = false;
   std::vector<OverriddenStyle> overridden_;
 };
 
 }  // namespace
 
 std::vector<OverriddenStyle> place_occurrence_styles(Placing& placing) {
-  if (placing.placement.keeps_others_out) return {};
   return OccurrenceStyles(placing).place_all();
 }
 
