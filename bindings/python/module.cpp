@@ -185,11 +185,18 @@ py::dict drawing(const fs::path& input, double tolerance, const std::string& nam
 
 py::dict extract(const fs::path& input, const std::vector<std::string>& parts, const fs::path& out,
                  bool is_folder, bool bodies, const std::string& names, bool replace,
-                 const py::object& progress) {
+                 const py::object& progress, bool shrink, const std::string& references,
+                 bool follow_outside) {
   require_function(progress);
   Kessel::ExtractOptions options;
   options.names = style_of("names", names, NAMES);
   options.bodies = bodies;
+  options.shrink = shrink;
+  if (references != "keep" && references != "follow") {
+    throw py::value_error("references: neither 'keep' nor 'follow'");
+  }
+  options.follow_references = references == "follow";
+  options.follow_outside = follow_outside;
   options.replace = replace;
   options.progress = progress_for(progress);
   std::vector<Kessel::ExtractedFile> files;

@@ -24,6 +24,19 @@ struct ExtractOptions {
   /// Whether each of the part's own bodies gets a file: every solid, shell, surface model or mapped
   /// item (ISO 10303-42, -43) among the items of its shape representations. For extract_each().
   bool bodies = false;
+  /// Whether records of each output that say the same become one, as `shrink` makes them one
+  /// (kessel/shrink.h).
+  bool shrink = false;
+  /// Whether the files that the input refers to are read with it, as if all were one file (see
+  /// `join`); else the references of what is extracted stay, and lead to the same files from the
+  /// folder of the output. The numbers of parts are then those of the joined file.
+  bool follow_references = false;
+  /// Whether files outside of the input's folder may be followed.
+  bool follow_outside = false;
+  /// The folder from which the input's names of other files are seen, as Options::input_folder.
+  std::filesystem::path input_folder = {};
+  /// The folder in which the outputs are going to lie, as Options::output_folder.
+  std::filesystem::path output_folder = {};
   /// Whether an output that is there already is replaced.
   bool replace = false;
   /// Told how far it has come, as Options::progress; sorting and writing come again for each part.
@@ -69,12 +82,12 @@ struct ExtractedFile {
 };
 
 /// Reads what can be extracted from the exchange file `in`, in the order of the file. Throws as
-/// read_assembly() does. Of the options the memory limit counts.
+/// read_assembly() does. Of the options the memory limit counts, and those of following.
 KESSEL_EXPORT std::vector<NamedPart> read_parts(const std::filesystem::path& in,
                                                 const ExtractOptions& options = {});
 
-/// Writes one product of the exchange file `in` with all below it, as the one exchange file `out`,
-/// which refers to no other.
+/// Writes one product of the exchange file `in` with all below it, as the one exchange file `out`.
+/// It refers to no other file but to those that these products refer to in the input.
 ///
 /// `part` (UTF-8) is "#" and the instance number of its definition; or the name or id of its
 /// product; or, where no product is called so, a path: names, ids or such numbers from a top of the
@@ -88,7 +101,7 @@ KESSEL_EXPORT std::vector<NamedPart> read_parts(const std::filesystem::path& in,
 /// in its own context, stays behind, and so do the usages of the product itself. What belongs to no
 /// product stays behind, too, unless the product is the only top of the structure: then the file
 /// holds all that the input holds. Every record has the text that it has in the input, numbered
-/// anew from 1.
+/// anew from 1, but for the names of files that it refers to.
 ///
 /// `out` appears when it is finished, or not at all; it is written beside itself under another name
 /// that begins with a dot. Prints nothing. Time and memory are those of a split.
@@ -96,7 +109,8 @@ KESSEL_EXPORT std::vector<NamedPart> read_parts(const std::filesystem::path& in,
 /// Throws `std::invalid_argument` "Failed to open input file.", `PartError` where `part` names no
 /// part or several, `InputError` for an input that cannot be read, or that was changed meanwhile;
 /// `OutputError` where `out` cannot be written, is there already and not to be replaced, is a
-/// folder, or is the input; and `std::bad_alloc`.
+/// folder, or is the input or a file that the input refers to; and `std::bad_alloc`. With
+/// `follow_references` it throws what `join` throws, too.
 KESSEL_EXPORT ExtractedFile extract(const std::filesystem::path& in, const std::string& part,
                                     const std::filesystem::path& out,
                                     const ExtractOptions& options = {});

@@ -29,16 +29,16 @@ enum kessel_names {
   KESSEL_NAMES_PRODUCT_UNICODE = 2
 };
 
-/* What is asked for besides. */
+/* What is asked for besides: of which functions, and as which member of their options in C++. */
 enum kessel_flags {
-  KESSEL_SHRINK = 1,               /* kessel_split, kessel_join: Kessel::Options::shrink */
-  KESSEL_DROP_UNREACHABLE = 2,     /* kessel_shrink: Kessel::ShrinkOptions::drop_unreachable */
-  KESSEL_RENUMBER = 4,             /* kessel_shrink: Kessel::ShrinkOptions::renumber */
-  KESSEL_FOLLOW_REFERENCES = 8,    /* kessel_split: Kessel::Options::follow_references */
-  KESSEL_COPY_REFERENCES = 16,     /* kessel_split: Kessel::Options::copy_references */
-  KESSEL_FOLLOW_OUTSIDE = 32,      /* kessel_split, kessel_join: Kessel::Options::follow_outside */
-  KESSEL_ALLOW_MISSING = 64,       /* kessel_join: Kessel::JoinOptions::allow_missing */
-  KESSEL_ALLOW_MIXED_SCHEMAS = 128 /* kessel_join: Kessel::JoinOptions::allow_mixed_schemas */
+  KESSEL_SHRINK = 1,               /* split, join, extract: shrink */
+  KESSEL_DROP_UNREACHABLE = 2,     /* shrink: drop_unreachable */
+  KESSEL_RENUMBER = 4,             /* shrink: renumber */
+  KESSEL_FOLLOW_REFERENCES = 8,    /* split, extract: follow_references */
+  KESSEL_COPY_REFERENCES = 16,     /* split: copy_references */
+  KESSEL_FOLLOW_OUTSIDE = 32,      /* split, extract, join: follow_outside */
+  KESSEL_ALLOW_MISSING = 64,       /* join: allow_missing */
+  KESSEL_ALLOW_MIXED_SCHEMAS = 128 /* join: allow_mixed_schemas */
 };
 
 /* How an input is cut into records: Kessel::Reading. */
@@ -184,8 +184,8 @@ KESSEL_EXPORT int kessel_difference_at(const kessel_result* result, size_t index
 /* Writes the part or sub-assembly `part` of the exchange file `in`, with all below it, as the file
    `out`, as Kessel::extract does (kessel/extract.h), which must not be there. A name that no part
    has, or several, ends it with KESSEL_BAD_ARGUMENT and the candidates in the sentence. Of the
-   options the memory limit and the progress function matter. Prints nothing. Returns a result as
-   kessel_split does; its only file is `out`. */
+   options the memory limit, the progress function and flags matter. Prints nothing. Returns a
+   result as kessel_split does; its only file is `out`. */
 KESSEL_EXPORT kessel_result* kessel_extract(const char* in, const char* part, const char* out,
                                             const struct kessel_options* options);
 

@@ -223,6 +223,9 @@ void extract_into(kessel_result& result, const char* in, const char* part, const
   ExtractOptions extract_options;
   extract_options.memory_limit = choices.memory_limit;
   extract_options.progress = choices.progress;
+  extract_options.shrink = choices.shrink;
+  extract_options.follow_references = choices.follow_references;
+  extract_options.follow_outside = choices.follow_outside;
   std::vector<std::string> files = {fspath_to_utf8(output)};
   extract(input, part, output, extract_options);
   result.files = std::move(files);

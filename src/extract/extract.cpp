@@ -2,6 +2,7 @@
 #include "kessel/extract.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 
 #include "extract/extraction.h"
@@ -16,7 +17,8 @@ namespace fs = std::filesystem;
 std::vector<NamedPart> read_parts(const fs::path& in, const ExtractOptions& options) {
   Options reading;
   reading.memory_limit = options.memory_limit;
-  const InspectedFile file(in, reading);
+  const std::unique_ptr<FollowedInput> followed = followed_input(in, options);
+  const InspectedFile file(followed ? followed->path() : in, reading);
   const PartNames names(file.instances, file.products);
   std::vector<NamedPart> parts;
   for (ProductId product = 0; product < file.products.products.size(); ++product) {

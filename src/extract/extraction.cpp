@@ -5,17 +5,21 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "external/repointing.h"
+#include "external/targets.h"
+#include "findings/finding_kinds.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
-#include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
+#include "output/layout_loader.h"
 #include "output/placement_findings.h"
 #include "output/split_writer.h"
 #include "placement/bodies.h"
 #include "products/file_names.h"
+#include "shrink/shrinking.h"
 
 namespace Kessel {
 
@@ -27,6 +31,8 @@ Options split_options(const ExtractOptions& options) {
   Options same;
   same.memory_limit = options.memory_limit;
   same.names = options.names;
+  same.follow_outside = options.follow_outside;
+  same.input_folder = options.input_folder;
   same.progress = options.progress;
   same.warning = options.warning;
   return same;
@@ -38,27 +44,66 @@ const fs::path& require_regular_file(const fs::path& in) {
   return in;
 }
 
-void refuse_to_replace_input(const fs::path& in, const fs::path& out) {
+[[noreturn]] void refuse(const fs::path& out) {
+  throw OutputError(out, std::make_error_code(std::errc::file_exists));
+}
+
+void refuse_to_replace(const fs::path& in, const fs::path& out) {
   std::error_code ignored;  // What cannot be compared is not the same.
-  if (fs::equivalent(in, out, ignored)) {
-    throw OutputError(out, std::make_error_code(std::errc::file_exists));
-  }
+  if (fs::equivalent(in, out, ignored)) refuse(out);
+}
+
+/// A file for what is to be shrunk into `out`.
+fs::path fresh_path_beside(const fs::path& out, std::vector<std::unique_ptr<FreshFile>>& fresh) {
+  fresh.push_back(std::make_unique<FreshFile>(out.parent_path()));
+  if (fresh.back()->error()) throw OutputError(out, fresh.back()->error());
+  fresh.back()->hand_over();
+  return fresh.back()->path();
+}
+
+/// Whether the record stands in one of the files.
+template <class Asked>
+bool stands_in(const Placement& placement, Index record, const std::vector<Asked>& asked) {
+  const std::span<const Stand> stands = placement.stands.of(record);
+  return std::any_of(stands.begin(), stands.end(), [&](Stand stand) {
+    return std::any_of(asked.begin(), asked.end(),
+                       [&](const Asked& one) { return one.file == stand.file(); });
+  });
 }
 
 }  // namespace
 
+std::unique_ptr<FollowedInput> followed_input(const fs::path& in, const ExtractOptions& options) {
+  if (!options.follow_references) return nullptr;
+  return std::make_unique<FollowedInput>(in, split_options(options));
+}
+
 Extraction::Extraction(const fs::path& in, const ExtractOptions& options)
-    : path_(require_regular_file(in)),
-      options_(options),
-      split_options_(split_options(options)),
-      stamp_(in),
-      in_(in, std::ios::in | std::ios::binary) {
+    : options_(options),
+      followed_(followed_input(require_regular_file(in), options)),
+      path_(followed_ ? followed_->path() : in),
+      split_options_(followed_ ? followed_->options_for_path() : split_options(options)),
+      from_(without_links(folder_of_references(in, split_options_))),
+      stamp_(path_),
+      in_(path_, std::ios::in | std::ios::binary) {
   if (!in_.is_open()) throw std::invalid_argument("Failed to open input file.");
-  for (const Finding& finding : load_instances(in_, instances_, split_options_)) {
-    if (options_.warning) options_.warning(finding);
-  }
+  inputs_ = followed_ ? followed_->files() : std::vector<fs::path>{in};
+  load();
   products_ = find_products(instances_);
+  references_ = find_external_references(instances_, products_);
   names_.emplace(instances_, products_);
+}
+
+void Extraction::load() {
+  LayoutLoader loader(instances_, layout_, split_options_, size_for_progress(in_, split_options_));
+  load_with(in_, loader, split_options_);
+  for (Finding& finding : missing_instances(in_, instances_)) {
+    loader.warnings().add(std::move(finding));
+  }
+  if (!split_options_.warning) return;
+  std::vector<Finding> warnings = loader.warnings().take();
+  locate(in_, warnings);
+  for (const Finding& finding : warnings) split_options_.warning(finding);
 }
 
 void Extraction::require_bodies(ProductId product) const {
@@ -81,7 +126,8 @@ void Extraction::name_files() {
   std::stable_partition(order.begin(), order.end(), [&](ProductId product) {
     return products_.products[product].shown_by == NO_PRODUCT;
   });
-  const std::vector<fs::path> given = file_names(instances_, products_, order, options_.names);
+  const std::vector<fs::path> given =
+      file_names(instances_, products_, order, options_.names, names_of_targets(references_));
   file_names_.resize(order.size());
   for (std::size_t i = 0; i < order.size(); ++i) file_names_[order[i]] = given[i];
 }
@@ -113,29 +159,70 @@ Placement Extraction::place(FilePlan plan) {
 }
 
 void Extraction::warn(const Placement& placement, const std::vector<Asked>& asked) {
-  if (!options_.warning) return;
+  if (!split_options_.warning) return;
   std::vector<Finding> findings;
   for (const PlacementWarning& warning : placement.warnings) {
     const bool concerns = std::any_of(asked.begin(), asked.end(),
                                       [&](const Asked& one) { return one.file == warning.file; });
     if (concerns) findings.push_back(finding_for(in_, instances_, warning));
   }
+  for (const ExternalReference& reference : references_) {
+    if (!stands_in(placement, reference.document, asked)) continue;
+    const Target target = find_target(from_, reference);
+    if (target.is_there) continue;
+    findings.push_back(warning_at(in_, instances_, reference.document, FindingKind::missing_target,
+                                  missing_target_sentence(target.name->name)));
+  }
   locate(in_, findings);
-  for (const Finding& finding : findings) options_.warning(finding);
+  for (const Finding& finding : findings) split_options_.warning(finding);
+}
+
+/// No file may take the place of one that is read, nor of one that is referred to, be that there or
+/// not: it would refer to itself.
+void Extraction::refuse_to_replace_inputs(const fs::path& out) const {
+  for (const fs::path& in : inputs_) refuse_to_replace(in, out);
+  const fs::path place = without_links(out);
+  for (const ExternalReference& reference : references_) {
+    const Target target = find_target(from_, reference);
+    if (without_links(target.path) == place) refuse(out);
+    refuse_to_replace(target.path, out);
+  }
+}
+
+TextEdits Extraction::edits_for(const fs::path& out) const {
+  const fs::path folder =
+      options_.output_folder.empty() ? fs::absolute(out).parent_path() : options_.output_folder;
+  return TextEdits(repoint(references_, from_, without_links(folder)));
 }
 
 void Extraction::write_files(ProductId product, const Placement& placement,
                              const std::vector<Asked>& asked) {
   warn(placement, asked);
-  SplitToWrite split{instances_, products_, placement, std::nullopt, {}, {}};
+  SplitToWrite split{instances_, layout_, products_, placement, std::nullopt, {}, {}};
   split.paths.resize(placement.files.size());
   split.names.resize(placement.files.size());
+  const std::size_t first = finished_.size();
+  std::vector<std::unique_ptr<FreshFile>> whole;  // what is to be shrunk
   for (const Asked& one : asked) {
-    refuse_to_replace_input(path_, one.out);
+    refuse_to_replace_inputs(one.out);
     finished_.push_back(std::make_unique<FinishedFile>(one.out, options_.replace));
-    split.paths[one.file] = finished_.back()->hand_over();
+    split.paths[one.file] =
+        options_.shrink ? fresh_path_beside(one.out, whole) : finished_.back()->hand_over();
     split.names[one.file] = fspath_to_utf8(one.out.filename());
   }
+  split.edits = edits_for(asked.front().out);
+  const std::vector<FileFigures> figures = write_pieces(split, asked);
+  for (std::size_t i = 0; i < asked.size(); ++i) {
+    const Index body = placement.files[asked[i].file].body;
+    const std::uint64_t records = options_.shrink ? shrink_into(*whole[i], *finished_[first + i])
+                                                  : figures[asked[i].file].records;
+    files_.push_back({asked[i].out, (*names_)[product],
+                      body == NO_RECORD ? 0 : instances_.number(body), records, 0});
+  }
+}
+
+std::vector<FileFigures> Extraction::write_pieces(const SplitToWrite& split,
+                                                  const std::vector<Asked>& asked) {
   in_.clear();
   in_.seekg(0);  // The second reading's progress is measured from here.
   std::vector<FileFigures> figures;
@@ -149,15 +236,20 @@ void Extraction::write_files(ProductId product, const Placement& placement,
     throw;
   }
   if (InputStamp(path_) != stamp_) throw InputError(input_changed(0));
-  for (const Asked& one : asked) {
-    const Index body = placement.files[one.file].body;
-    files_.push_back({one.out, (*names_)[product], body == NO_RECORD ? 0 : instances_.number(body),
-                      figures[one.file].records, figures[one.file].bytes});
-  }
+  return figures;
+}
+
+/// Returns how many records there are then.
+std::uint64_t Extraction::shrink_into(const FreshFile& whole, FinishedFile& file) const {
+  ShrinkOptions options;
+  options.memory_limit = options_.memory_limit;
+  options.progress = options_.progress;
+  options.renumber = true;
+  return Shrink::shrink_into(whole.path(), file.stream(), options).records_after;
 }
 
 std::vector<ExtractedFile> Extraction::finish() {
-  for (const auto& file : finished_) file->finish();
+  for (std::size_t i = 0; i < files_.size(); ++i) files_[i].bytes = finished_[i]->finish();
   return std::move(files_);
 }
 

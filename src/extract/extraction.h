@@ -9,16 +9,25 @@
 #include <string>
 #include <vector>
 
+#include "external/external_references.h"
 #include "extract/part_names.h"
 #include "instances/instances.h"
+#include "instances/text_layout.h"
+#include "join/followed_input.h"
 #include "kessel/extract.h"
 #include "naming/unique_names.h"
 #include "output/finished_file.h"
+#include "output/fresh_file.h"
 #include "output/input_stamp.h"
+#include "output/split_writer.h"
 #include "placement/placement.h"
 #include "products/products.h"
 
 namespace Kessel {
+
+/// The input with all that it refers to, where the options ask for that; else null.
+std::unique_ptr<FollowedInput> followed_input(const std::filesystem::path& in,
+                                              const ExtractOptions& options);
 
 /// One input, read once, and the files that are made of it. What its functions throw is what
 /// extract() throws; files that were not finished are gone with it.
@@ -52,15 +61,24 @@ class Extraction {
   void name_files();
   void write_files(ProductId product, const Placement& placement, const std::vector<Asked>& asked);
   void warn(const Placement& placement, const std::vector<Asked>& asked);
+  std::vector<FileFigures> write_pieces(const SplitToWrite& split, const std::vector<Asked>& asked);
   Placement place(FilePlan plan);
+  void refuse_to_replace_inputs(const std::filesystem::path& out) const;
+  TextEdits edits_for(const std::filesystem::path& out) const;
+  std::uint64_t shrink_into(const FreshFile& whole, FinishedFile& file) const;
 
-  const std::filesystem::path& path_;
   const ExtractOptions& options_;
-  Options split_options_;  // the same as far as they matter to a split
+  const std::unique_ptr<FollowedInput> followed_;
+  std::vector<std::filesystem::path> inputs_;  // that no output may replace
+  const std::filesystem::path path_;           // of what is read
+  const Options split_options_;                // as far as they matter to a split
+  const std::filesystem::path from_;  // the folder from which the input's references are seen
   InputStamp stamp_;
   std::ifstream in_;
   Instances instances_;
+  TextLayout layout_;
   Products products_;
+  std::vector<ExternalReference> references_;
   std::optional<PartNames> names_;
   std::vector<std::filesystem::path> file_names_;  // by product, once they are wanted
   UniqueNames body_names_;

@@ -31,12 +31,18 @@ FollowedInput::FollowedInput(const fs::path& in, const Options& options)
   if (!options.input_folder.empty()) join_options.stands_for = options.input_folder / in.filename();
   Joining joining(in, join_options);
   for (std::size_t i = 0; i < joining.files().size(); ++i) {
-    names_.push_back(utf8_of_path(joining.files()[i].path.filename()));
+    files_.push_back(joining.files()[i].path);
   }
   joining.write(utf8_of_path(in.filename()), fresh_.stream());
   fresh_.close();
   if (fresh_.error()) throw OutputError(fresh_.path(), fresh_.error());
   if (options_.input_name.empty()) options_.input_name = utf8_of_path(in.filename());
+}
+
+std::vector<std::string> FollowedInput::names() const {
+  std::vector<std::string> names;
+  for (const fs::path& file : files_) names.push_back(utf8_of_path(file.filename()));
+  return names;
 }
 
 Options FollowedInput::options_for_path() const {

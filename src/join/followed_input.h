@@ -20,15 +20,17 @@ class FollowedInput {
   FollowedInput(const std::filesystem::path& in, const Options& options);
 
   const std::filesystem::path& path() const { return fresh_.path(); }
-  /// What the files are called, without their folders, UTF-8.
-  const std::vector<std::string>& names() const { return names_; }
+  /// The files that were joined, the input's first.
+  const std::vector<std::filesystem::path>& files() const { return files_; }
+  /// What they are called, without their folders, UTF-8.
+  std::vector<std::string> names() const;
   /// The options with which to read path() in place of the input.
   Options options_for_path() const;
 
  private:
   Options options_;
   FreshFile fresh_;
-  std::vector<std::string> names_;
+  std::vector<std::filesystem::path> files_;
 };
 
 }  // namespace Kessel

@@ -507,7 +507,7 @@ static void shrinking(void) {
                 "The file cannot be opened: No such file or directory.") == 0);
   EXPECT(shrunk(NULL, NULL, KESSEL_BAD_ARGUMENT, "The path of the input is missing.") == 0);
   kessel_default_options(&options, sizeof options);
-  options.flags = 8;
+  options.flags = (uint64_t)1 << 63;
   EXPECT(shrunk("twice.stp", &options, KESSEL_BAD_ARGUMENT, "There is no such flag.") == 0);
   options.flags = KESSEL_DROP_UNREACHABLE | KESSEL_RENUMBER;
   EXPECT(shrunk("twice.stp", &options, KESSEL_DONE, "") == 3);
@@ -541,6 +541,88 @@ static void extracting(void) {
   remove("one.stp");
   expect_extracted("joint/nut", NULL, KESSEL_DONE, "", 1);
   EXPECT(kessel_status_of(NULL) == KESSEL_OUT_OF_MEMORY);
+}
+
+/* A file of one product #10, called `name`, with `more` records. */
+static void write_product(const char* path, const char* name, const char* more) {
+  char records[2000];
+  snprintf(records, sizeof records,
+           "#10=PRODUCT_DEFINITION('d','',#12,$);\n#11=PRODUCT('%s','%s','',());\n"
+           "#12=PRODUCT_DEFINITION_FORMATION('','',#11);\n"
+           "#13=PRODUCT_DEFINITION_SHAPE('','',#10);\n"
+           "#14=SHAPE_DEFINITION_REPRESENTATION(#13,#15);\n"
+           "#15=SHAPE_REPRESENTATION('',(),#16);\n"
+           "#16=GEOMETRIC_REPRESENTATION_CONTEXT('','',3);\n%s",
+           name, name, more);
+  write_file(path, records);
+}
+
+/* Whether `path` holds `text`. */
+static int holds(const char* path, const char* text) {
+  char read[4000] = "";
+  FILE* file = fopen(path, "r");
+  if (file == NULL) return 0;
+  read[fread(read, 1, sizeof read - 1, file)] = 0;
+  fclose(file);
+  return strstr(read, text) != NULL;
+}
+
+static size_t split_with(const char* outdir, uint64_t flags, enum kessel_status status) {
+  struct kessel_options options = default_options();
+  size_t files;
+  kessel_result* result;
+  options.flags = flags;
+  result = kessel_split("in/in.stp", outdir, &options);
+  EXPECT(kessel_status_of(result) == status);
+  files = kessel_file_count(result);
+  kessel_free(result);
+  return files;
+}
+
+static void extract_with(const char* out, uint64_t flags, enum kessel_status status) {
+  struct kessel_options options = default_options();
+  kessel_result* result;
+  options.flags = flags;
+  result = kessel_extract("in/in.stp", "lid", out, &options);
+  EXPECT(kessel_status_of(result) == status);
+  kessel_free(result);
+}
+
+/* What becomes of files that the input refers to: "box" of a "lid", whose shape is in lid.stp. */
+static void references(void) {
+  const char* const assembly =
+      "#20=PRODUCT_DEFINITION('d','',#22,$);\n#21=PRODUCT('lid','lid','',());\n"
+      "#22=PRODUCT_DEFINITION_FORMATION('','',#21);\n"
+      "#30=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#10,#20,$);\n"
+      "#31=DOCUMENT_FILE('lid.stp','','',$,'',$);\n"
+      "#32=APPLIED_DOCUMENT_REFERENCE(#31,'',(#20));\n";
+  const uint64_t other = KESSEL_FOLLOW_REFERENCES | KESSEL_FOLLOW_OUTSIDE;
+  mkdir("in", 0777);
+  write_product("in/in.stp", "box", assembly);
+  write_product("in/lid.stp", "lid", "");
+  EXPECT(split_with("keep", 0, KESSEL_DONE) == 2);
+  EXPECT(holds("keep/lid (2).stp", "=DOCUMENT_FILE('../in/lid.stp',"));
+  EXPECT(split_with("copy", KESSEL_COPY_REFERENCES, KESSEL_DONE) == 3);
+  EXPECT(holds("copy/lid (2).stp", "=DOCUMENT_FILE('lid.stp',"));
+  EXPECT(holds("copy/lid.stp", "SHAPE_REPRESENTATION"));
+  EXPECT(split_with("follow", KESSEL_FOLLOW_REFERENCES, KESSEL_DONE) == 2);
+  EXPECT(holds("follow/lid (2).stp", "SHAPE_REPRESENTATION"));
+  EXPECT(!holds("follow/lid (2).stp", "DOCUMENT_FILE"));
+  extract_with("kept.stp", 0, KESSEL_DONE);
+  EXPECT(holds("kept.stp", "=DOCUMENT_FILE('in/lid.stp',"));
+  extract_with("followed.stp", KESSEL_FOLLOW_REFERENCES | KESSEL_SHRINK, KESSEL_DONE);
+  EXPECT(holds("followed.stp", "SHAPE_REPRESENTATION"));
+  /* The same with the file outside of the input's folder. */
+  EXPECT(rename("in/lid.stp", "lid.stp") == 0);
+  EXPECT(symlink("../lid.stp", "in/lid.stp") == 0);
+  EXPECT(split_with("no", KESSEL_FOLLOW_REFERENCES, KESSEL_INPUT_ERROR) == 0);
+  EXPECT(split_with("no", KESSEL_COPY_REFERENCES, KESSEL_INPUT_ERROR) == 0);
+  extract_with("no.stp", KESSEL_FOLLOW_REFERENCES, KESSEL_INPUT_ERROR);
+  EXPECT(access("no", F_OK) != 0 && access("no.stp", F_OK) != 0);
+  EXPECT(split_with("outside", other, KESSEL_DONE) == 2);
+  EXPECT(holds("outside/lid (2).stp", "SHAPE_REPRESENTATION"));
+  extract_with("outside.stp", other, KESSEL_DONE);
+  EXPECT(holds("outside.stp", "SHAPE_REPRESENTATION"));
 }
 
 /* Draws into "one.svg" and expects how that ended. */
@@ -602,6 +684,7 @@ static const struct {
     {"differences", differences},
     {"shrinking", shrinking},
     {"extracting", extracting},
+    {"references", references},
     {"drawing", drawing},
     {"older_options", older_options},
     {"newer_options", newer_options},

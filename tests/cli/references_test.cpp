@@ -82,6 +82,28 @@ TEST_F(InputWithReferences, FollowedAsOneAssembly) {
       2);
 }
 
+TEST_F(InputWithReferences, APartKeepsItsOwn) {
+  fs::create_directory("far");
+  EXPECT_EQ(run_velkstep({"extract", "in/in.stp", "--part=lid", "-o", "far/one.stp"}).exit_code, 0);
+  EXPECT_NE(read_file("far/one.stp").find("=DOCUMENT_FILE('../in/lid.stp',"), std::string::npos);
+  const ProcessRun followed =
+      run_velkstep({"extract", "in/in.stp", "--part=lid", "-o", "one.stp", "--follow"});
+  EXPECT_EQ(followed.exit_code, 0) << followed.errors;
+  EXPECT_NE(read_file("one.stp").find("MANIFOLD_SOLID_BREP('its',$)"), std::string::npos);
+  EXPECT_EQ(read_file("one.stp").find("DOCUMENT"), std::string::npos);
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "--part=lid", "-o", "far/split"}).exit_code, 0);
+  EXPECT_NE(read_file("far/split/lid (2).stp").find("=DOCUMENT_FILE('../../in/lid.stp',"),
+            std::string::npos);
+  const ProcessRun split =
+      run_velkstep({"split", "in/in.stp", "--part=lid", "-o", "split", "--follow"});
+  EXPECT_EQ(split.exit_code, 0) << split.errors;
+  EXPECT_NE(read_file("split/lid.stp").find("MANIFOLD_SOLID_BREP('its',$)"), std::string::npos);
+  const ProcessRun shrunk = run_velkstep(
+      {"extract", "in/in.stp", "--part=lid", "-o", "small.stp", "--follow", "--shrink"});
+  EXPECT_EQ(shrunk.exit_code, 0) << shrunk.errors;
+  EXPECT_EQ(run_velkstep({"diff", "one.stp", "small.stp"}).exit_code, 0);
+}
+
 TEST_F(InputWithReferences, JoinKeepsWhatIsMissingWhereAsked) {
   fs::remove("in/lid.stp");
   EXPECT_EQ(run_velkstep({"join", "in/in.stp", "-o", "one.stp"}).exit_code, 1);
@@ -93,6 +115,9 @@ TEST_F(InputWithReferences, JoinKeepsWhatIsMissingWhereAsked) {
       std::string::npos)
       << run.errors;
   EXPECT_NE(read_file("one.stp").find("=DOCUMENT_FILE('in/lid.stp',"), std::string::npos);
+  const ProcessRun quiet =
+      run_velkstep({"join", "-q", "in/in.stp", "-o", "again.stp", "--allow-missing"});
+  EXPECT_EQ(quiet.errors, "");
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "splitter/small_inputs.h"
 #include "support/folder_tree.h"
 #include "support/product_records.h"
+#include "support/referring_input.h"
 #include "support/scratch_folder.h"
 #include "support/small_disk.h"
 
@@ -66,27 +67,6 @@ TEST(TextEdits, OnlyTheStringChanges) {
     EXPECT_EQ(moved.number, mentions[i].number);
   }
   EXPECT_TRUE(edits.of(6).empty());
-}
-
-/// References to the file `name` for the definition #`definition`, numbered from `number` on.
-std::string reference(int number, const std::string& name, int definition) {
-  const auto at = [&](int i) { return "#" + std::to_string(number + i); };
-  return at(0) + "=DOCUMENT_FILE('" + name + "','about it','',$,'',$);\n" + at(1) +
-         "=EXTERNAL_SOURCE(IDENTIFIER(''));\n" + at(2) +
-         "=APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT( '" + name + "' ,$," + at(1) + ",(" + at(0) +
-         "));\n" + at(3) + "=APPLIED_DOCUMENT_REFERENCE(" + at(0) + ",'',(#" +
-         std::to_string(definition) + "));\n";
-}
-
-/// The whole #10 with a part #20 of its own and the parts #30 and #40, which are in other files.
-const std::string REFERRING =
-    SHARED_RECORDS + product_records(10, "whole", "#3") + product_records(20, "own", "#3,#50") +
-    solid_records(50) + product_records(30, "lid", "#3") + product_records(40, "hinge", "#3") +
-    usage_record(60, 10, 20) + usage_record(61, 10, 30) + usage_record(62, 10, 40) +
-    reference(70, "lid.stp", 30) + reference(80, "T\\X2\\00FC\\X0\\r/hinge.stp", 40);
-
-std::string part_in_a_file(const std::string& name) {
-  return exchange_file(SHARED_RECORDS + product_records(10, name, "#3,#50") + solid_records(50));
 }
 
 class KeptReferences : public testing::TestWithParam<AssemblyStyle> {

@@ -110,7 +110,7 @@ void add_join_command(CLI::App& app, Action& action) {
   command->add_flag("--shrink", arguments->shrink,
                     "Make records of the result that say the same one");
   add_memory_limit_option(command, arguments->memory_limit);
-  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but warnings and errors");
+  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");
   add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
@@ -126,7 +126,7 @@ void add_shrink_command(CLI::App& app, Action& action) {
                     "Number the records from 1, in place of keeping their numbers");
   command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   add_memory_limit_option(command, arguments->memory_limit);
-  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but warnings and errors");
+  command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");
   add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
@@ -154,6 +154,12 @@ void add_extract_command(CLI::App& app, Action& action) {
       command->add_flag("--list", arguments->list, "List what can be extracted, and write nothing");
   list->excludes(parts)->excludes(out)->excludes(bodies);
   add_names_option(command, arguments->names);
+  command->add_flag("--shrink", arguments->shrink,
+                    "Make records of each result that say the same one");
+  command->add_flag("--follow", arguments->follow,
+                    "Read IN and the files that it refers to as one");
+  command->add_flag("--follow-outside", arguments->follow_outside,
+                    "Also follow files outside of IN's folder");
   command->add_flag("-f,--force", arguments->force, "Replace files that are there");
   add_memory_limit_option(command, arguments->memory_limit);
   command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");

@@ -8,6 +8,7 @@
 #include "kessel/errors.h"
 #include "kessel/extract.h"
 #include "run/exit_codes.h"
+#include "run/one_output.h"
 #include "run/progress.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
@@ -28,13 +29,23 @@ bool is_folder(const ExtractArguments& arguments) {
          fs::is_directory(arguments.out, ignored);
 }
 
+/// What it takes to read the input.
+Kessel::ExtractOptions reading_options(const ExtractArguments& arguments) {
+  Kessel::ExtractOptions options;
+  options.memory_limit = arguments.memory_limit;
+  options.follow_references = arguments.follow;
+  options.follow_outside = arguments.follow_outside;
+  options.input_folder = folder_of_input(arguments.in);
+  return options;
+}
+
 std::vector<Kessel::ExtractedFile> extract_from(const fs::path& in,
                                                 const ExtractArguments& arguments,
                                                 Warnings& warnings) {
-  Kessel::ExtractOptions options;
-  options.memory_limit = arguments.memory_limit;
+  Kessel::ExtractOptions options = reading_options(arguments);
   options.names = arguments.names;
   options.bodies = arguments.bodies;
+  options.shrink = arguments.shrink;
   options.replace = arguments.force;
   options.warning = [&](const Kessel::Finding& finding) { warnings.add(finding); };
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
@@ -76,9 +87,7 @@ std::string list_text(const std::vector<Kessel::NamedPart>& parts) {
 }
 
 int list(const ExtractArguments& arguments, const fs::path& in) {
-  Kessel::ExtractOptions options;
-  options.memory_limit = arguments.memory_limit;
-  const std::vector<Kessel::NamedPart> parts = Kessel::read_parts(in, options);
+  const std::vector<Kessel::NamedPart> parts = Kessel::read_parts(in, reading_options(arguments));
   return print(arguments.json ? parts_json(parts, arguments.in) : list_text(parts));
 }
 
@@ -89,6 +98,7 @@ int extract(const ExtractArguments& arguments) {
     if (arguments.list) return list(arguments, in);
     hold_interruptions();
     try {
+      refuse_to_replace(arguments.in, arguments.out);
       Warnings warnings;
       const std::vector<Kessel::ExtractedFile> files = extract_from(in, arguments, warnings);
       if (!arguments.quiet) warnings.mention(arguments.in);

@@ -19,6 +19,9 @@ struct ExtractArguments {
   std::uint64_t memory_limit = Kessel::Options::NO_LIMIT;
   bool bodies = false;
   bool list = false;
+  bool shrink = false;
+  bool follow = false;
+  bool follow_outside = false;
   bool force = false;
   bool quiet = false;
   bool json = false;

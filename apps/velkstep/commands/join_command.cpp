@@ -68,7 +68,9 @@ int join(const JoinArguments& arguments) {
       hold_interruptions();
       refuse_to_replace(arguments.root, arguments.out);
       const Kessel::Joined joined = join_quietly(root, arguments);
+      // No input's check would find these.
       for (const Kessel::Finding& warning : joined.warnings) {
+        if (arguments.quiet) break;
         std::cerr << finding_text(name_in_finding(arguments, warning), warning);
       }
       if (arguments.json) return print(join_json(joined, arguments.root, arguments.out));

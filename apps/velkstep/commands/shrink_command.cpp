@@ -1,15 +1,14 @@
 #include "commands/shrink_command.h"
 
-#include <iostream>
 #include <vector>
 
-#include "formats/findings.h"
 #include "json/documents.h"
 #include "kessel/errors.h"
 #include "kessel/shrink.h"
 #include "run/exit_codes.h"
 #include "run/one_output.h"
 #include "run/progress.h"
+#include "run/warnings.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
 #include "text/counted.h"
@@ -49,13 +48,13 @@ int shrink(const ShrinkArguments& arguments) {
     try {
       hold_interruptions();
       refuse_to_replace(arguments.in, arguments.out);
-      std::vector<Kessel::Finding> warnings;
-      const Kessel::Shrunk shrunk = shrink_quietly(in, arguments, warnings);
-      for (const Kessel::Finding& warning : warnings) {
-        std::cerr << finding_text(shown_name(arguments.in), warning);
-      }
+      std::vector<Kessel::Finding> findings;
+      const Kessel::Shrunk shrunk = shrink_quietly(in, arguments, findings);
+      Warnings warnings;
+      for (const Kessel::Finding& finding : findings) warnings.add(finding);
+      if (!arguments.quiet) warnings.mention(arguments.in);
       if (arguments.json) {
-        return print(shrink_json(shrunk, warnings, arguments.in, arguments.out));
+        return print(shrink_json(shrunk, findings, arguments.in, arguments.out));
       }
       return arguments.quiet ? int{EXIT_DONE} : print(shrunk_text(arguments, shrunk));
     } catch (const Kessel::OutputError& error) {

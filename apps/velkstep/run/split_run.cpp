@@ -55,6 +55,7 @@ class WorkingDirectory {
 std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::path& in,
                                             const SplitArguments& arguments, Warnings& warnings) {
   Kessel::Options options = arguments.options;
+  if (!arguments.part.empty()) options.follow_references = false;  // The part was followed to.
   options.input_name = arguments.in == "-" ? "-" : fs::path(arguments.in).filename().string();
   warnings.listen(options);
   options.input_folder = folder_of_input(arguments.in);
@@ -73,6 +74,11 @@ fs::path extracted(const fs::path& in, const SplitArguments& arguments, const fs
   Kessel::ExtractOptions options;
   options.memory_limit = arguments.options.memory_limit;
   options.progress = [](const Kessel::Progress&) { throw_if_interrupted(); };
+  options.follow_references = arguments.options.follow_references;
+  options.follow_outside = arguments.options.follow_outside;
+  // What it refers to is looked for by the split, and from where the input is.
+  options.input_folder = folder_of_input(arguments.in);
+  options.output_folder = options.input_folder;
   return Kessel::extract(in, arguments.part, folder / "part.stp", options).path;
 }
 

@@ -155,6 +155,9 @@ def extract(
     names: Names = "product",
     replace: bool = False,
     progress: Optional[Progress] = None,
+    shrink: bool = False,
+    references: Literal["keep", "follow"] = "keep",
+    follow_outside: bool = False,
 ) -> Extracted:
     """Writes one part or sub-assembly of `input`, with all below it, as the file `out`.
 
@@ -162,13 +165,27 @@ def extract(
     the structure, "Desk lamp/Boom/Arm". For a list of parts, or with `bodies`, which gives a file for
     each body of a part, `out` is a folder, in which files are called as `names` says. Returns what
     `velkstep extract --json` prints. Files appear when all of them are finished; what is there already
-    is replaced only with `replace`. `progress` is as that of split.
+    is replaced only with `replace`. `progress` is as that of split. With `shrink`, records of a file
+    that say the same become one. Files that these parts refer to stay where they are ("keep"), or are
+    read with `input` as one ("follow"); those outside of its folder with `follow_outside` only.
 
     Raises PartError for a name that no part has, or several; InputError, OutputError, MemoryError.
     """
     parts = [part] if isinstance(part, str) else list(part)
     is_folder = bodies or not isinstance(part, str)
-    return _velkstep.extract(input, parts, out, is_folder, bodies, names, replace, progress)
+    return _velkstep.extract(
+        input,
+        parts,
+        out,
+        is_folder,
+        bodies,
+        names,
+        replace,
+        progress,
+        shrink,
+        references,
+        follow_outside,
+    )
 
 
 def join(

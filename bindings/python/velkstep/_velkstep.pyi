@@ -60,6 +60,9 @@ def extract(
     names: str,
     replace: bool,
     progress: Optional[Callable[..., object]],
+    shrink: bool,
+    references: str,
+    follow_outside: bool,
 ) -> Extracted: ...
 def diff(
     a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]

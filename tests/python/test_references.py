@@ -1,0 +1,89 @@
+"""What becomes of files that an input refers to."""
+
+from pathlib import Path
+
+import pytest
+import velkstep
+from conftest import LONE_PART
+
+BOX = (
+    "#21=PRODUCT('box','box','',());\n#22=PRODUCT_DEFINITION_FORMATION('','',#21);\n"
+    "#23=PRODUCT_DEFINITION('d','',#22,$);\n"
+    "#24=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#23,#3,$);\n"
+    "#31=DOCUMENT_FILE('lid.stp','','',$,'',$);\n"
+    "#32=APPLIED_DOCUMENT_REFERENCE(#31,'',(#3));\n"
+)
+
+
+@pytest.fixture
+def box(write):
+    """A box of a lid, whose shape is in the file beside it."""
+    Path("in").mkdir()
+    write("in/lid.stp", LONE_PART)
+    return write("in/in.stp", BOX + "".join(LONE_PART.splitlines(keepends=True)[:3]))
+
+
+@pytest.fixture
+def box_of_a_lid_elsewhere(box):
+    """The same, but the lid's file is in another folder."""
+    Path("in/lid.stp").rename("lid.stp")
+    Path("in/lid.stp").symlink_to("../lid.stp")
+    return box
+
+
+def test_they_stay_where_they_are(box):
+    files = velkstep.split(box, "out")
+    assert files == [Path("out/box.stp"), Path("out/lid (2).stp")]
+    assert velkstep.split(box, "again", references="keep")[1].name == "lid (2).stp"
+    assert "=DOCUMENT_FILE('../in/lid.stp'," in files[1].read_text()
+
+
+def test_they_are_copied(box):
+    files = velkstep.split(box, "out", references="copy")
+    assert files == [Path("out/box.stp"), Path("out/lid (2).stp"), Path("out/lid.stp")]
+    assert "=DOCUMENT_FILE('lid.stp'," in files[1].read_text()
+    assert files[2].read_bytes() == Path("in/lid.stp").read_bytes()
+
+
+def test_they_are_followed(box):
+    files = velkstep.split(box, "out", references="follow")
+    assert files == [Path("out/box.stp"), Path("out/lid (2).stp")]
+    assert "DOCUMENT_FILE" not in files[1].read_text()
+    assert "SHAPE_REPRESENTATION" in files[1].read_text()
+
+
+def test_a_part_keeps_them_or_has_what_they_say(box):
+    Path("out").mkdir()
+    velkstep.extract(box, "lid", "out/kept.stp")
+    assert "=DOCUMENT_FILE('../in/lid.stp'," in Path("out/kept.stp").read_text()
+    velkstep.extract(box, "lid", "out/followed.stp", references="follow")
+    assert "SHAPE_REPRESENTATION" in Path("out/followed.stp").read_text()
+    velkstep.extract(box, "lid", "out/small.stp", references="follow", shrink=True)
+    assert velkstep.diff("out/followed.stp", "out/small.stp")["same"]
+
+
+@pytest.mark.parametrize("references", ["follow", "copy"])
+def test_outside_of_the_inputs_folder_only_where_asked(box_of_a_lid_elsewhere, references):
+    with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"'):
+        velkstep.split(box_of_a_lid_elsewhere, "out", references=references)
+    assert not Path("out").exists()
+    files = velkstep.split(
+        box_of_a_lid_elsewhere, "out", references=references, follow_outside=True
+    )
+    assert len(files) == (2 if references == "follow" else 3)
+
+
+def test_a_part_outside_only_where_asked(box_of_a_lid_elsewhere):
+    with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"'):
+        velkstep.extract(box_of_a_lid_elsewhere, "lid", "one.stp", references="follow")
+    velkstep.extract(
+        box_of_a_lid_elsewhere, "lid", "one.stp", references="follow", follow_outside=True
+    )
+    assert "SHAPE_REPRESENTATION" in Path("one.stp").read_text()
+
+
+def test_unknown_choices_are_value_errors(box):
+    with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow' nor 'copy'$"):
+        velkstep.split(box, "out", references="leave")
+    with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow'$"):
+        velkstep.extract(box, "lid", "one.stp", references="copy")
