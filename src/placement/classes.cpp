@@ -82,13 +82,13 @@ std::span<const ProductId> Classes::owners(Index representation) const {
 }
 
 void Classes::find_soft(const Instances& instances) {
-  std::vector<bool> soft(instances.types().size());
+  std::vector<std::uint8_t> soft(instances.types().size());
   for (TypeId type = 0; type < soft.size(); ++type) {
     const auto& keywords = instances.types().keywords(type);
-    soft[type] = std::any_of(keywords.begin(), keywords.end(), is_soft);
+    if (std::any_of(keywords.begin(), keywords.end(), is_soft)) soft[type] = SOFT;
   }
   for (Index record = 0; record < instances.size(); ++record) {
-    traits_[record] = soft[instances.type(record)] ? std::uint8_t{SOFT} : std::uint8_t{0};
+    traits_[record] = soft[instances.type(record)];
   }
 }
 

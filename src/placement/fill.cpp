@@ -135,12 +135,17 @@ class OwnRecords {
   void follow(unsigned traits) {
     Classes& classes = placing_.classes;
     while (!open_.empty()) {
-      const Index record = open_.back();
-      open_.pop_back();
+      const Index record = open_.take_back();
       const bool is_soft = classes.has(record, SOFT);
+      const bool takes_all = !is_soft && body_ == NO_RECORD;
       for (const Reference reference : placing_.instances.references(record)) {
         const Index other = reference.record();
-        if (other == NO_RECORD || is_left_out(record, reference)) continue;
+        if (other == NO_RECORD) continue;
+        if (takes_all && !classes.has(other, SOFT | DEFINING | SHOWING)) {
+          own(other, traits);  // Fast path for geometry.
+          continue;
+        }
+        if (is_left_out(record, reference)) continue;
         if (is_soft || classes.has(other, SOFT)) {
           own(other, 0);
         } else if (is_another(other)) {
@@ -171,7 +176,7 @@ class OwnRecords {
   FileId file_ = 0;
   Index body_ = NO_RECORD;  // the only one that the file has of its product
   std::vector<Index>* guests_ = nullptr;
-  std::vector<Index> open_;
+  Column<Index> open_;
 };
 
 /// Placements that no usage names: relationships with a transformation between representations of
@@ -273,6 +278,7 @@ void fill_files(Placing& placing) {
     OwnRecords own(placing);
     for (FileId file = 0; file < count; ++file) own.enter(file, guests[file]);
   }
+  placing.find_others();
   const auto bare = find_bare_placements(placing);
   for (FileId file = 0; file < count; ++file) {
     placing.placeholders.clear();

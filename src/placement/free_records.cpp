@@ -24,8 +24,8 @@ class FreeTops {
 
   std::vector<FreeTop> find() {
     std::vector<FreeTop> tops;
-    for (Index record = 0; record < placing_.instances.size(); ++record) {
-      if (classes_.has(record, NEEDED) || !is_free(record)) continue;
+    for (const Index record : placing_.others) {
+      if (!is_free(record) || classes_.has(record, NEEDED)) continue;
       if (placing_.stands.is_placed(record)) continue;
       tops.push_back(make_top(record));
     }
@@ -38,7 +38,7 @@ class FreeTops {
   }
 
   void count_uses() {
-    for (Index record = 0; record < placing_.instances.size(); ++record) {
+    for (const Index record : placing_.others) {
       const bool is_soft = classes_.has(record, SOFT);
       for (const Reference reference : placing_.instances.references(record)) {
         const Index other = reference.record();
