@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "exchange/lexer.h"
 #include "reader/references.h"
 #include "reader/text.h"
 
@@ -183,6 +184,20 @@ void find_references(const Exchange::Record& record, std::vector<TextReference>&
     if (other.number == 0 || other.number > UINT32_MAX) continue;
     found.push_back(reference_at(record.text, static_cast<std::uint32_t>(other.number), other.begin,
                                  other.end));
+  }
+}
+
+void find_all_references(std::string_view text, std::vector<TextReference>& found) {
+  found.clear();
+  Exchange::Lexer lexer(text);
+  for (Exchange::Word word = lexer.next(); word.kind != Exchange::WordKind::end;
+       word = lexer.next()) {
+    if (word.kind != Exchange::WordKind::instance) continue;
+    const std::uint64_t number = Exchange::number_in(word.text);
+    if (number == 0 || number > UINT32_MAX) continue;
+    const char* const digits = word.text.data() + 1;
+    found.push_back(reference_at(text, static_cast<std::uint32_t>(number), digits,
+                                 word.text.data() + word.text.size()));
   }
 }
 
