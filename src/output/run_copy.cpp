@@ -37,14 +37,15 @@ inline void RunCopy::go_to(Index record) {
 
 void RunCopy::begin(const Run& run) {
   run_ = run;
+  number_ = CountingNumber(run.number);
   go_to(run.first);
 }
 
 /// A name of a record of the run is the number of its first and a distance; only others are looked
 /// up.
-inline char* RunCopy::copy_record(const Run& run, char* out) {
+inline char* RunCopy::copy_record(const Run& run, CountingNumber& number, char* out) {
   *out++ = '#';
-  out = write_number(out, run.number + (record_ - run.first));
+  out = number.write(out);
   const char* from = input_.behind_number();
   for (const Reference reference : references_) {
     const NamePlace place = input_.take_place();
@@ -66,11 +67,13 @@ inline char* RunCopy::copy_record(const Run& run, char* out) {
 }
 
 char* RunCopy::copy(char* out, const char* end) {
-  const Run run = run_;  // A copy, which no text that is written can change.
+  const Run run = run_;  // Copies, which no text that is written can change.
+  CountingNumber number = number_;
   do {
-    out = copy_record(run, out);
+    out = copy_record(run, number, out);
     go_to(record_ + 1);
   } while (!is_done() && room_ <= static_cast<std::size_t>(end - out));
+  number_ = number;
   return out;
 }
 

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "instances/instances.h"
+#include "output/counting_number.h"
 #include "output/file_numbers.h"
 #include "output/laid_out_input.h"
 
@@ -38,13 +39,14 @@ class RunCopy {
 
  private:
   void go_to(Index record);
-  char* copy_record(const Run& run, char* out);
+  char* copy_record(const Run& run, CountingNumber& number, char* out);
 
   LaidOutInput& input_;
   const Instances& instances_;
   const FileNumbers& numbers_;
   Run run_{};
-  Index record_ = 0;  // whose text it is at
+  CountingNumber number_;  // of the next record
+  Index record_ = 0;       // whose text it is at
   std::span<const Reference> references_;
   std::size_t room_ = 0;
 };

@@ -262,17 +262,18 @@ class SplitWriter {
     if (const auto document = documents_[file].find(index); document != documents_[file].end()) {
       return documented_definition_body(body, numbers_, file, document->second);
     }
-    if (is_context(index)) return external_context_body(body, numbers_, file);
+    if (has_keyword_ending(index, "_CONTEXT")) return external_context_body(body, numbers_, file);
+    if (!has_keyword_ending(index, "REPRESENTATION")) return std::string(ITEM_STAND_IN);
     MadeRecords made(numbers_, file);
     std::string text = placeholder_body(body, instances_, numbers_, file, made);
     tails_[file] += made.take();
     return text;
   }
 
-  bool is_context(Index index) const {
+  bool has_keyword_ending(Index index, std::string_view ending) const {
     const auto& keywords = instances_.types().keywords(instances_.type(index));
     return std::any_of(keywords.begin(), keywords.end(),
-                       [](std::string_view k) { return k.ends_with("_CONTEXT"); });
+                       [&](std::string_view keyword) { return keyword.ends_with(ending); });
   }
 
   void make_links() {

@@ -15,9 +15,11 @@ using FileId = std::uint32_t;
 
 /// As what a record stands in a file.
 enum class Role : std::uint8_t {
-  own,       ///< it is the file's own
-  guest,     ///< another product's, whole; it attracts nothing into the file
-  stand_in,  ///< with another text than the input's: a placeholder, or the context of placeholders
+  own,    ///< it is the file's own
+  guest,  ///< another product's, whole; it attracts nothing into the file
+  /// With another text than the input's: a placeholder, the context of placeholders, or a styled
+  /// item of a component.
+  stand_in,
 };
 
 /// A file that a record stands in, in one word.

@@ -98,7 +98,9 @@ Placement place_records(const Instances& instances, const Products& products, Fi
   Placement placement{std::move(plan), FileSets(instances.size()), {}};
   Placing placing(instances, products, placement);
   fill_files(placing);
+  std::vector<OverriddenStyle> overridden = place_occurrence_styles(placing);
   hang_on(placing);
+  bring_overridden(placing, std::move(overridden));
   place_free_records(placing);
   place_left_overs(placing);
   return placement;

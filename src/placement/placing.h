@@ -74,6 +74,21 @@ class Placing {
 /// Enters what products own, usages, and placeholders of components.
 void fill_files(Placing& placing);
 
+/// A style that stands in a file because another one overrides it there.
+struct OverriddenStyle {
+  Index styled;
+  FileId file;
+};
+
+/// Enters styles that single occurrences of a component have (PRESENTATION_STYLE_BY_CONTEXT with a
+/// representation that names the occurrence, ISO 10303-46) into the assembly's file. A style of a
+/// component's only occurrence is left to hang_on(), and stands with the component. The item that
+/// is styled stands in the assembly's file as a stand-in, which refers to nothing.
+std::vector<OverriddenStyle> place_occurrence_styles(Placing& placing);
+
+/// Enters the styles that those override, when all styles stand somewhere.
+void bring_overridden(Placing& placing, std::vector<OverriddenStyle> open);
+
 /// Enters what leads to records that stand in files, and finds out what is bound.
 void hang_on(Placing& placing);
 

@@ -47,13 +47,14 @@ class TextHash {
   void add(std::string_view text) {
     const char* at = text.data();
     const char* const end = at + text.size();
+    std::uint64_t state = state_;
     if (text.size() >= 16) {
-      for (; end - at > 16; at += 16) mix(word_at(at), word_at(at + 8));
-      mix(word_at(end - 16), word_at(end - 8));  // Some bytes twice, in one step.
+      for (; end - at > 16; at += 16) state = mixed(state, word_at(at), word_at(at + 8));
+      state = mixed(state, word_at(end - 16), word_at(end - 8));  // Some bytes twice, in one step.
     } else {
-      for (; at != end; ++at) mix(static_cast<unsigned char>(*at), 0);
+      for (; at != end; ++at) state = mixed(state, static_cast<unsigned char>(*at), 0);
     }
-    mix(text.size(), 0);
+    state_ = mixed(state, text.size(), 0);
   }
   std::uint64_t value() const { return state_ ^ (state_ >> 29); }
 
@@ -63,9 +64,9 @@ class TextHash {
     std::memcpy(&word, at, sizeof word);
     return word;
   }
-  void mix(std::uint64_t first, std::uint64_t second) {
-    state_ = (std::rotl(state_, 29) ^ first) * 0x9E37'79B9'7F4A'7C15;
-    state_ = (std::rotl(state_, 29) ^ second) * 0xC2B2'AE3D'27D4'EB4F;
+  static std::uint64_t mixed(std::uint64_t state, std::uint64_t first, std::uint64_t second) {
+    state = (std::rotl(state, 29) ^ first) * 0x9E37'79B9'7F4A'7C15;
+    return (std::rotl(state, 29) ^ second) * 0xC2B2'AE3D'27D4'EB4F;
   }
   std::uint64_t state_ = 0x1003'0210;
 };
@@ -162,7 +163,11 @@ class PlacedSplit {
     std::vector<WrittenFile> copies;
     if (copies_) copies = copies_->write(outdir_);
     if (InputStamp(path_) != before) throw InputError(input_changed(0));
-    write_split_list(list_of(figures, before.size), outdir_);
+    SplitList list = list_of(figures, before.size);
+    for (const WrittenFile& copy : copies) {
+      list.files.push_back(list_file(fspath_to_utf8(copy.path.filename()), outdir_));
+    }
+    write_split_list(list, outdir_);
     std::vector<WrittenFile> files = summary_of(figures);
     for (WrittenFile& copy : copies) files.push_back(std::move(copy));
     return files;
