@@ -20,9 +20,11 @@ namespace {
 /// No file may take the place of one that it is made from.
 void refuse_to_replace_inputs(const FileSet& files, const std::filesystem::path& out) {
   for (std::size_t i = 0; i < files.size(); ++i) {
-    std::error_code ignored;  // What cannot be compared is not the same.
-    if (std::filesystem::equivalent(files[i].path, out, ignored)) {
-      throw OutputError(out, std::make_error_code(std::errc::file_exists));
+    for (const std::filesystem::path& path : {files[i].path, files[i].place}) {
+      std::error_code ignored;  // What cannot be compared is not the same.
+      if (std::filesystem::equivalent(path, out, ignored)) {
+        throw OutputError(out, std::make_error_code(std::errc::file_exists));
+      }
     }
   }
 }
