@@ -47,14 +47,15 @@ void read_texts(const Instances& instances, Usage& usage) {
   if (value > 0) usage.quantity = value;
 }
 
-struct Placement {
+struct PlacementRecords {
   Index record;
   Index relationship;
 };
 
 /// The placements by the shape of the usage that they are for.
-std::unordered_map<Index, std::vector<Placement>> find_placements(const Instances& instances) {
-  std::unordered_map<Index, std::vector<Placement>> placements;
+std::unordered_map<Index, std::vector<PlacementRecords>> find_placements(
+    const Instances& instances) {
+  std::unordered_map<Index, std::vector<PlacementRecords>> placements;
   for (const Index record : instances.kept_with("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION")) {
     const ParameterReader parameters(instances, record, "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION");
     placements[parameters.record(1)].push_back({record, parameters.record(0)});
@@ -102,7 +103,7 @@ std::vector<Usage> find_usages(const Instances& instances, const Shapes& shapes,
       }
       const auto placed = placements.find(shape);
       if (placed == placements.end()) continue;
-      for (const Placement& placement : placed->second) {
+      for (const PlacementRecords& placement : placed->second) {
         usage.placements.push_back(placement.record);
         if (placement.relationship != NO_RECORD)
           usage.relationships.push_back(placement.relationship);
