@@ -13,6 +13,12 @@ cmake_dependent_option(VELKSTEP_LAYERS "Compile layers of folders as units, not 
 set_target_properties(kessel_objects PROPERTIES
   UNITY_BUILD ${VELKSTEP_UNITY} UNITY_BUILD_MODE GROUP)
 
+# GCC inlines less in what it takes for large units, which a layer is for it. Found with
+# bench/instructions.sh: 27.4 instructions a byte without this, 24.3 with it.
+if(VELKSTEP_UNITY AND VELKSTEP_LAYERS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(kessel_objects PRIVATE --param=large-unit-insns=200000)
+endif()
+
 # The unit of a folder: its layer, or itself.
 function(unit_of folder layer result)
   if(VELKSTEP_LAYERS)

@@ -1,4 +1,4 @@
-// Texts without their comments.
+// Texts without what may stand between words and says nothing.
 #pragma once
 
 #include <string>
@@ -6,7 +6,11 @@
 
 namespace Kessel::Exchange {
 
-/// `text` with a blank in place of each comment outside its strings.
+/// `text` with a blank in place of each comment, and each print control directive, outside its
+/// strings.
 std::string without_comments(std::string_view text);
+
+/// Whether without_comments() would change `text`.
+bool has_comments(std::string_view text);
 
 }  // namespace Kessel::Exchange

@@ -1,20 +1,35 @@
 #include "exchange/parameters.h"
 
+#include <algorithm>
+
+#include "exchange/characters.h"
 #include "exchange/lexer.h"
+#include "exchange/literals.h"
 
 namespace Kessel::Exchange {
 
 namespace {
 
-/// Reads on behind a "(" up to the ")" that closes it. Returns the position behind that.
-std::size_t behind_list(Lexer& lexer) {
-  for (int depth = 1; depth > 0;) {
-    const Word word = lexer.next();
-    if (word.kind == WordKind::end) break;
-    if (word.kind == WordKind::open) ++depth;
-    if (word.kind == WordKind::close) --depth;
+/// The position behind the ")" that closes the "(" at `open`; the end of the text for none. The
+/// same as word by word, of which no other than these begins or holds what matters here.
+std::size_t behind_list(std::string_view text, std::size_t open) {
+  std::size_t at = open + 1;
+  for (int depth = 1; depth > 0 && at < text.size();) {
+    const char c = text[at];
+    if (c == '\'') {
+      at = std::min(behind_string(text, at), text.size());
+    } else if (c == '/' && begins_comment(text, at)) {
+      at = behind_blanks(text, at);
+    } else if (c == '<') {
+      const std::size_t close = text.find('>', at);
+      at = close == std::string_view::npos ? at + 1 : close + 1;
+    } else {
+      if (c == '(') ++depth;
+      if (c == ')') --depth;
+      ++at;
+    }
   }
-  return lexer.position();
+  return at;
 }
 
 std::size_t position_of(const Word& word, std::string_view text) {
@@ -32,7 +47,9 @@ std::vector<PartialRecord> partial_records(std::string_view body) {
       keyword = word.text;
     } else if (word.kind == WordKind::open && !keyword.empty()) {
       const std::size_t begin = position_of(word, body);
-      records.push_back({keyword, body.substr(begin, behind_list(lexer) - begin)});
+      const std::size_t end = behind_list(body, begin);
+      records.push_back({keyword, body.substr(begin, end - begin)});
+      lexer = Lexer(body, end);
       keyword = {};
     }
   }
@@ -58,7 +75,10 @@ Parameters items_of(std::string_view list) {
     }
     if (word.kind == WordKind::close || word.kind == WordKind::end) break;
     if (begin == std::string_view::npos) begin = position_of(word, list);
-    end = word.kind == WordKind::open ? behind_list(lexer) : lexer.position();
+    end = lexer.position();
+    if (word.kind != WordKind::open) continue;
+    end = behind_list(list, position_of(word, list));
+    lexer = Lexer(list, end);
   }
   if (begin != std::string_view::npos || !items.empty()) take_item();
   return items;

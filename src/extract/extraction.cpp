@@ -11,11 +11,11 @@
 #include "findings/finding_kinds.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
-#include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
+#include "output/layout_loader.h"
 #include "output/own_input.h"
 #include "output/placement_findings.h"
 #include "output/split_writer.h"
@@ -81,12 +81,22 @@ Extraction::Extraction(const fs::path& in, const ExtractOptions& options)
       in_(path_, std::ios::in | std::ios::binary) {
   if (!in_.is_open()) throw std::invalid_argument("Failed to open input file.");
   inputs_ = followed_ ? followed_->files() : std::vector<fs::path>{in};
-  for (const Finding& finding : load_instances(in_, instances_, split_options_)) {
-    if (split_options_.warning) split_options_.warning(finding);
-  }
+  load();
   products_ = find_products(instances_);
   references_ = find_external_references(instances_, products_);
   names_.emplace(instances_, products_);
+}
+
+void Extraction::load() {
+  LayoutLoader loader(instances_, layout_, split_options_, size_for_progress(in_, split_options_));
+  load_with(in_, loader, split_options_);
+  for (Finding& finding : missing_instances(in_, instances_)) {
+    loader.warnings().add(std::move(finding));
+  }
+  if (!split_options_.warning) return;
+  std::vector<Finding> warnings = loader.warnings().take();
+  locate(in_, warnings);
+  for (const Finding& finding : warnings) split_options_.warning(finding);
 }
 
 void Extraction::require_bodies(ProductId product) const {
@@ -182,7 +192,7 @@ TextEdits Extraction::edits_for(const fs::path& out) const {
 void Extraction::write_files(ProductId product, const Placement& placement,
                              const std::vector<Asked>& asked) {
   warn(placement, asked);
-  SplitToWrite split{instances_, products_, placement, std::nullopt, {}, {}};
+  SplitToWrite split{instances_, layout_, products_, placement, std::nullopt, {}, {}};
   split.paths.resize(placement.files.size());
   split.names.resize(placement.files.size());
   const std::size_t first = finished_.size();

@@ -12,6 +12,7 @@
 #include "external/external_references.h"
 #include "extract/part_names.h"
 #include "instances/instances.h"
+#include "instances/text_layout.h"
 #include "join/followed_input.h"
 #include "kessel/extract.h"
 #include "naming/unique_names.h"
@@ -56,6 +57,7 @@ class Extraction {
     FileId file;
     std::filesystem::path out;
   };
+  void load();
   void name_files();
   void write_files(ProductId product, const Placement& placement, const std::vector<Asked>& asked);
   void warn(const Placement& placement, const std::vector<Asked>& asked);
@@ -74,6 +76,7 @@ class Extraction {
   InputStamp stamp_;
   std::ifstream in_;
   Instances instances_;
+  TextLayout layout_;
   Products products_;
   std::vector<ExternalReference> references_;
   std::optional<PartNames> names_;

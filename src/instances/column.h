@@ -53,6 +53,17 @@ class Column {
     values_[size_++] = value;
   }
 
+  /// Takes the last value away.
+  T take_back() { return values_[--size_]; }
+
+  /// Where so many values can be put behind the others; those up to `end_at()` belong to the array
+  /// then.
+  T* room_for(std::size_t more) {
+    if (room_ - size_ < more) reserve(room_ + room_ / 2 + more);
+    return values_ + size_;
+  }
+  void end_at(const T* end) { size_ = static_cast<std::size_t>(end - values_); }
+
   /// Makes room for so many values in all.
   void reserve(std::size_t room) {
     if (room > room_) set_room(room);

@@ -93,6 +93,14 @@ class Instances {
   /// The section that the record stands in.
   Exchange::Section section(Index record) const;
 
+  /// Where a section begins that is not the header: its first record, or that of the next section
+  /// where it has none.
+  struct SectionBegin {
+    Index first = 0;
+    Exchange::Section section = Exchange::Section::data;
+  };
+  std::span<const SectionBegin> sections() const { return sections_.part(0, sections_.size()); }
+
   /// The entities of the header section, each without its ";", as they stand.
   const std::vector<std::string>& header() const { return header_; }
 
@@ -136,10 +144,6 @@ class Instances {
   std::uint64_t kept_bytes_ = 0;
   std::vector<std::string> header_;
   std::vector<DataSection> data_sections_;
-  struct SectionBegin {
-    Index first = 0;
-    Exchange::Section section = Exchange::Section::data;
-  };
   Column<SectionBegin> sections_;  // all but the header
   std::uint64_t frame_bytes_ = 0;  // what the header and the sections' parameters take
   static constexpr std::uint32_t LARGE_NUMBER = 0xFFFF'FFFF;

@@ -65,6 +65,7 @@ void InstanceLoader::entry(Exchange::Section section, const Exchange::Statement&
   const Index index = begin_record(type, number, entry.offset);
   add_references(defines ? mentions.subspan(1) : mentions);
   keep(index, entry.text);
+  added_entry(index, entry, mentions);
 }
 
 Index InstanceLoader::begin_record(TypeId type, std::optional<std::uint64_t> number,
@@ -129,7 +130,7 @@ void InstanceLoader::keep(Index index, std::string_view body) {
 
 std::uint64_t InstanceLoader::needed_memory() const {
   return instances_.bytes() + listed_.bytes() + large_references_.bytes() +
-         repeated_.capacity() * sizeof(Repeated);
+         repeated_.capacity() * sizeof(Repeated) + further_bytes();
 }
 
 /// Throws where what is held, and `more` bytes, are above the limit.

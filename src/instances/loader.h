@@ -38,6 +38,11 @@ class InstanceLoader : public Exchange::Listener {
  protected:
   /// A record was entered under `index`; its references are not resolved yet.
   virtual void added(Index /*index*/, const Exchange::Record&) {}
+  /// So was the line of an anchor or reference section.
+  virtual void added_entry(Index /*index*/, const Exchange::Statement&,
+                           std::span<const Exchange::Mention>) {}
+  /// What is held for the records beside the instances, which counts for the memory limit.
+  virtual std::uint64_t further_bytes() const { return 0; }
 
  private:
   Index begin_record(TypeId type, std::optional<std::uint64_t> number, std::uint64_t offset);

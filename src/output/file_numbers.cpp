@@ -4,21 +4,31 @@ namespace Kessel {
 
 FileNumbers::FileNumbers(const Instances& instances, const Placement& placement)
     : stands_(placement.stands), first_(instances.size()), last_(placement.files.size()) {
-  for (Index record = 0; record < instances.size(); ++record) {
+  const auto has_number = [&](Index record) {
+    return instances.type(record) != TypeTable::ANCHOR_ENTRY;
+  };
+  const Index count = instances.size();
+  for (Index record = 0; record < count;) {
     const std::span<const Stand> stands = stands_.of(record);
-    const bool has_number = instances.type(record) != TypeTable::ANCHOR_ENTRY;
-    const auto number_in = [&](FileId file) { return has_number ? ++last_[file] : 0; };
     if (stands.size() == 1) {
-      first_[record] = number_in(stands.front().file());
+      // Fast path: nearly all records stand in one file, beside others of that file.
+      const FileId file = stands.front().file();
+      const Index end = stands_.end_of_run(record, count);
+      std::uint32_t last = last_[file];
+      for (; record != end; ++record) first_[record] = has_number(record) ? ++last : 0;
+      last_[file] = last;
     } else {
       first_[record] = static_cast<std::uint32_t>(shared_.size());
-      for (const Stand stand : stands) shared_.push_back(number_in(stand.file()));
+      for (const Stand stand : stands) {
+        shared_.push_back(has_number(record) ? ++last_[stand.file()] : 0);
+      }
+      ++record;
     }
   }
 }
 
-std::uint32_t FileNumbers::of_shared(Index record, FileId file,
-                                     std::span<const Stand> stands) const {
+std::uint32_t FileNumbers::of_shared(Index record, FileId file) const {
+  const std::span<const Stand> stands = stands_.of(record);
   const Stand* const stand = stands_.find(record, file);
   if (stand == nullptr) return 0;
   return shared_[first_[record] + static_cast<std::size_t>(stand - stands.data())];

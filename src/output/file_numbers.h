@@ -17,9 +17,7 @@ class FileNumbers {
 
   /// The number of `record` in `file`; 0 where it does not stand there or has none.
   std::uint32_t of(Index record, FileId file) const {
-    const std::span<const Stand> stands = stands_.of(record);
-    if (stands.size() == 1) return stands.front().file() == file ? first_[record] : 0;
-    return of_shared(record, file, stands);
+    return stands_.is_only_in(record, file) ? first_[record] : of_shared(record, file);
   }
   /// The number of a record that stands in one file, in that file.
   std::uint32_t of_single(Index record) const { return first_[record]; }
@@ -29,7 +27,7 @@ class FileNumbers {
   std::uint32_t last(FileId file) const { return last_[file]; }
 
  private:
-  std::uint32_t of_shared(Index record, FileId file, std::span<const Stand> stands) const;
+  std::uint32_t of_shared(Index record, FileId file) const;
 
   const FileSets& stands_;
   Column<std::uint32_t> first_;   // the number, or for shared records the place of the numbers

@@ -30,6 +30,10 @@ class MadeRecords {
   std::string text_;
 };
 
+/// What stands for an item of a component's shape that an assembly gives a style to: an item of a
+/// representation (ISO 10303-43) that refers to nothing and shows nothing.
+inline constexpr std::string_view ITEM_STAND_IN = "CARTESIAN_POINT('',(0.,0.,0.))";
+
 /// The text with the numbers of `file`.
 std::string renumbered(const MentioningText& text, const FileNumbers& numbers, FileId file);
 

@@ -11,8 +11,6 @@ namespace Kessel {
 
 namespace {
 
-constexpr std::size_t MOST_DIGITS = 20;
-
 /// The number of a name that leads to no record. "#0" stays, as no record has that.
 std::uint64_t missing_number(std::uint64_t number, std::uint32_t last) {
   return number == 0 || number > last ? number : number + last;
@@ -64,20 +62,22 @@ char* renumbered(const MentioningText& text, const FileNumbers& numbers, FileId 
   for (std::size_t i = 0; i < text.mentions.size(); ++i) {
     const Exchange::Mention& mention = text.mentions[i];
     out = copy(from, mention.begin, out);
+    out = renumbered_name({mention.begin, mention.end}, text.references[i], numbers, file, out);
     from = mention.end;
-    const Index record = text.references[i].record();
-    const std::uint32_t number = record == NO_RECORD ? 0 : numbers.of(record, file);
-    if (number != 0) {
-      out = write_number(out, number);
-    } else if (mention.number == 0) {
-      out = copy(mention.begin, mention.end, out);  // "#0", or more digits than any name has
-    } else {
-      out =
-          std::to_chars(out, out + MOST_DIGITS, missing_number(mention.number, numbers.last(file)))
-              .ptr;
-    }
   }
   return copy(from, end, out);
+}
+
+char* renumbered_name(std::string_view digits, Reference reference, const FileNumbers& numbers,
+                      FileId file, char* out) {
+  const Index record = reference.record();
+  const std::uint32_t number = record == NO_RECORD ? 0 : numbers.of(record, file);
+  if (number != 0) return write_number(out, number);
+  std::uint64_t missing = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), missing);
+  // "#0", or more digits than any name has
+  if (missing == 0) return std::copy(digits.begin(), digits.end(), out);
+  return std::to_chars(out, out + MOST_DIGITS, missing_number(missing, numbers.last(file))).ptr;
 }
 
 }  // namespace Kessel

@@ -20,11 +20,18 @@ struct MentioningText {
   MentioningText cut(std::string_view part) const;
 };
 
+/// Digits that a number may take.
+inline constexpr std::size_t MOST_DIGITS = 20;
+
 /// Bytes that renumbered() may need for such a text.
 std::size_t renumbering_room(const MentioningText& text);
 
 /// Writes `text` to `out` with the numbers of `file`. A name that leads to no record keeps its
 /// number where no record of the file has it, else it gets one that none has. Returns the end.
 char* renumbered(const MentioningText& text, const FileNumbers& numbers, FileId file, char* out);
+
+/// The same for one name, whose digits in the input are `digits`.
+char* renumbered_name(std::string_view digits, Reference reference, const FileNumbers& numbers,
+                      FileId file, char* out);
 
 }  // namespace Kessel

@@ -5,15 +5,15 @@
 #include <unordered_map>
 
 #include "exchange/reader.h"
-#include "findings/refusals.h"
 #include "kessel/encoding.h"
-#include "kessel/errors.h"
 #include "model/progress_reporter.h"
 #include "output/file_frame.h"
 #include "output/file_numbers.h"
+#include "output/laid_out_input.h"
 #include "output/links.h"
 #include "output/made_records.h"
 #include "output/renumbered_text.h"
+#include "output/run_copy.h"
 #include "output/shared_lists.h"
 #include "output/text_files.h"
 #include "reader/text.h"
@@ -34,7 +34,7 @@ std::string hexadecimal(std::uint64_t number) {
 }
 
 /// Copies each record into its files while the input is read again.
-class SplitWriter final : public Exchange::Listener {
+class SplitWriter {
  public:
   SplitWriter(std::istream& in, const SplitToWrite& split, const Options& options)
       : split_(split),
@@ -46,63 +46,29 @@ class SplitWriter final : public Exchange::Listener {
         tails_(split.placement.files.size()),
         open_sections_(split.placement.files.size()),
         documents_(split.placement.files.size()),
-        reporter_(options, Stage::writing, size_for_progress(in, options)) {
+        reporter_(options, Stage::writing, size_for_progress(in, options)),
+        input_(in, split.layout),
+        runs_(input_, instances_, numbers_) {
     begin_files();
     make_links();
   }
 
-  void begin_section(Section section, std::string_view) override {
-    section_ = section;
-    if (section == Section::data) ++data_sections_;
-  }
-
-  void record(const Exchange::Record& record) override {
-    const Index index = next_++;
-    if (index >= instances_.size()) throw InputError(input_changed(record.offset));
-    if (instances_.number(index) != record.number ||
-        instances_.references(index).size() != record.mentions.size()) {
-      throw InputError(input_changed(record.offset));
+  void write_all() {
+    const auto sections = instances_.sections();
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+      section_ = sections[i].section;
+      const Index end = i + 1 < sections.size() ? sections[i + 1].first : instances_.size();
+      if (section_ == Section::data) {
+        ++data_sections_;
+        write_records(sections[i].first, end);
+      } else {
+        for (Index entry = sections[i].first; entry < end; ++entry) write_entry(entry);
+      }
     }
-    if (const auto edits = split_.edits.of(index); !edits.empty()) {
-      const EditedText edited(record.text, record.body, record.mentions, edits);
-      Exchange::Record other = record;
-      other.text = edited.text();
-      other.behind_number = edited.text().data() + (record.behind_number - record.text.data());
-      other.body = edited.body();
-      other.mentions = edited.mentions();
-      write(other, index);
-    } else {
-      write(record, index);
-    }
-    if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
-  }
-
-  void entry(Section section, const Exchange::Statement& entry,
-             std::span<const Exchange::Mention> mentions) override {
-    const Index index = next_++;
-    if (index >= instances_.size()) throw InputError(input_changed(entry.offset));
-    const bool defines = instances_.type(index) == TypeTable::REFERENCE_ENTRY &&
-                         !mentions.empty() && entry.text.starts_with('#');
-    const EditedText edited(entry.text, entry.text, mentions, split_.edits.of(index));
-    std::string_view text = edited.text();
-    mentions = edited.mentions();
-    if (defines) {
-      text.remove_prefix(static_cast<std::size_t>(mentions.front().end - text.data()));
-      mentions = mentions.subspan(1);
-    }
-    const MentioningText rest{text, mentions, instances_.references(index)};
-    for (const Stand stand : stands_.of(index)) {
-      const FileId file = stand.file();
-      if (!is_written(file)) continue;
-      open_section(file, section, 0);
-      std::string line;
-      if (defines) line = "#" + std::to_string(numbers_.of(index, file));
-      files_.write(file, line + renumbered(rest, numbers_, file) + ";\n");
-    }
+    input_.require_unchanged();
   }
 
   std::vector<FileFigures> finish() {
-    if (next_ != instances_.size()) throw InputError(input_changed(0));
     for (FileId file = 0; file < tails_.size(); ++file) {
       if (!is_written(file)) continue;
       open_section(file, Section::data, last_section());
@@ -160,19 +126,86 @@ class SplitWriter final : public Exchange::Listener {
                            "split */\n");
   }
 
-  void write(const Exchange::Record& record, Index index) {
-    const std::span<const Stand> stands = stands_.of(index);
-    const MentioningText body{record.body, record.mentions, instances_.references(index)};
-    if (stands.size() == 1) {
-      write_single(record, body, index, stands.front().file());
-    } else {
-      write_shared(record, body, index, stands);
+  void write_records(Index first, Index end) {
+    const std::vector<TextEdit>& edits = split_.edits.all();
+    auto edit = edits.begin();
+    for (Index record = first; record < end;) {
+      while (edit != edits.end() && edit->record < record) ++edit;
+      const Index limit = edit == edits.end() ? end : std::min(end, edit->record);
+      // Fast path: nearly all records stand in one file, beside others of that file.
+      const Index end_of_run = stands_.end_of_run(record, limit);
+      if (end_of_run != record) {
+        write_run(record, end_of_run);
+        record = end_of_run;
+      } else {
+        write_closely(record++);
+      }
     }
   }
 
-  /// Fast path: nearly every record stands in one file, and only its numbers change.
-  void write_single(const Exchange::Record& record, const MentioningText& body, Index index,
-                    FileId file) {
+  void write_run(Index first, Index end) {
+    const FileId file = stands_.of(first).front().file();
+    if (!is_written(file)) return runs_.pass_over(first, end);
+    open_section(file, section_, data_section());
+    // The average of what was read until now tells what will come.
+    const std::uint64_t expected =
+        (input_.offset() / (first + std::uint64_t{1}) + 1) * (end - first);
+    runs_.begin({first, end, numbers_.of_single(first), file});
+    while (!runs_.is_done()) {
+      files_.fill(file, runs_.room(), static_cast<std::size_t>(expected),
+                  [&](char* out, const char* limit) { return runs_.copy(out, limit); });
+      if (reporter_.is_due(input_.offset())) reporter_.report(input_.offset());
+    }
+  }
+
+  /// A record that stands in several files or none, or gets another text.
+  void write_closely(Index index) {
+    input_.next();
+    const Exchange::Record record = input_.take_record(instances_.references(index).size());
+    if (const auto edits = split_.edits.of(index); !edits.empty()) {
+      const EditedText edited(record.text, record.body, record.mentions, edits);
+      Exchange::Record other = record;
+      other.text = edited.text();
+      other.behind_number = edited.text().data() + (record.behind_number - record.text.data());
+      other.body = edited.body();
+      other.mentions = edited.mentions();
+      write(other, index);
+    } else {
+      write(record, index);
+    }
+    if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
+  }
+
+  void write_entry(Index index) {
+    input_.next();
+    const LaidOutInput::Entry entry = input_.take_entry();
+    std::span<const Exchange::Mention> mentions = entry.mentions;
+    const bool defines = instances_.type(index) == TypeTable::REFERENCE_ENTRY &&
+                         begins_with_name(entry.statement, mentions);
+    const std::string_view whole = entry.statement.text;
+    const EditedText edited(whole, whole, mentions, split_.edits.of(index));
+    std::string_view text = edited.text();
+    mentions = edited.mentions();
+    if (defines) {
+      text.remove_prefix(static_cast<std::size_t>(mentions.front().end - text.data()));
+      mentions = mentions.subspan(1);
+    }
+    const MentioningText rest{text, mentions, instances_.references(index)};
+    for (const Stand stand : stands_.of(index)) {
+      const FileId file = stand.file();
+      if (!is_written(file)) continue;
+      open_section(file, section_, 0);
+      std::string line;
+      if (defines) line = "#" + std::to_string(numbers_.of(index, file));
+      files_.write(file, line + renumbered(rest, numbers_, file) + ";\n");
+    }
+  }
+
+  void write(const Exchange::Record& record, Index index) {
+    const std::span<const Stand> stands = stands_.of(index);
+    const MentioningText body{record.body, record.mentions, instances_.references(index)};
+    if (stands.size() != 1) return write_shared(record, body, index, stands);
+    const FileId file = stands.front().file();
     if (!is_written(file)) return;
     open_section(file, section_, data_section());
     write_whole(record, body, {}, numbers_.of_single(index), file);
@@ -229,17 +262,18 @@ class SplitWriter final : public Exchange::Listener {
     if (const auto document = documents_[file].find(index); document != documents_[file].end()) {
       return documented_definition_body(body, numbers_, file, document->second);
     }
-    if (is_context(index)) return external_context_body(body, numbers_, file);
+    if (has_keyword_ending(index, "_CONTEXT")) return external_context_body(body, numbers_, file);
+    if (!has_keyword_ending(index, "REPRESENTATION")) return std::string(ITEM_STAND_IN);
     MadeRecords made(numbers_, file);
     std::string text = placeholder_body(body, instances_, numbers_, file, made);
     tails_[file] += made.take();
     return text;
   }
 
-  bool is_context(Index index) const {
+  bool has_keyword_ending(Index index, std::string_view ending) const {
     const auto& keywords = instances_.types().keywords(instances_.type(index));
     return std::any_of(keywords.begin(), keywords.end(),
-                       [](std::string_view k) { return k.ends_with("_CONTEXT"); });
+                       [&](std::string_view keyword) { return keyword.ends_with(ending); });
   }
 
   void make_links() {
@@ -277,7 +311,8 @@ class SplitWriter final : public Exchange::Listener {
   // By file: definitions that get a document, and its name in the file.
   std::vector<std::unordered_map<Index, std::string>> documents_;
   ProgressReporter reporter_;
-  Index next_ = 0;
+  LaidOutInput input_;
+  RunCopy runs_;
   Section section_ = Section::header;
   std::size_t data_sections_ = 0;
 };
@@ -287,9 +322,7 @@ class SplitWriter final : public Exchange::Listener {
 std::vector<FileFigures> write_split(std::istream& in, const SplitToWrite& split,
                                      const Options& options) {
   SplitWriter writer(in, split, options);
-  const Exchange::Limits limits{options.memory_limit, Exchange::Scrutiny::none};
-  const Exchange::Ending ending = Exchange::read_exchange_file(in, limits, writer);
-  if (ending.error || in.bad()) throw InputError(input_changed(ending.bytes));
+  writer.write_all();
   return writer.finish();
 }
 

@@ -10,6 +10,7 @@
 
 #include "external/text_edits.h"
 #include "instances/instances.h"
+#include "instances/text_layout.h"
 #include "kessel/options.h"
 #include "placement/placement.h"
 #include "products/products.h"
@@ -19,6 +20,7 @@ namespace Kessel {
 /// What is written, and where to. All but `paths` must outlive the writing.
 struct SplitToWrite {
   const Instances& instances;
+  const TextLayout& layout;  ///< of the same file
   const Products& products;
   const Placement& placement;
   /// Tells inputs apart; none where what is written is not meant to be joined: it has no marks

@@ -35,10 +35,20 @@ class TextFiles {
   /// the end.
   template <class Put>
   void write(std::size_t file, std::size_t room, Put put) {
+    fill(file, room, room, [&](char* out, const char*) { return put(out); });
+  }
+  /// Adds to `file` what `put(char* out, const char* end)` writes from `out` to `end`, where at
+  /// least `room` bytes are free, and more where so much is `expected`; it returns the end of what
+  /// it wrote.
+  template <class Put>
+  void fill(std::size_t file, std::size_t room, std::size_t expected, Put put) {
     Pending& pending = pending_[file];
-    if (pending.room - pending.size < room) make_room(pending, room);
+    if (pending.room - pending.size < room) {
+      make_room(pending, std::max(room, std::min(expected, ENOUGH)));
+    }
     char* const out = pending.bytes.get() + pending.size;
-    const auto added = static_cast<std::size_t>(put(out) - out);
+    const std::size_t end = std::min(pending.room, std::max(pending.size + room, ENOUGH));
+    const auto added = static_cast<std::size_t>(put(out, pending.bytes.get() + end) - out);
     pending.size += added;
     held_ += added;
     written_ += added;

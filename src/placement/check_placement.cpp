@@ -44,9 +44,18 @@ class Check {
       if (i != 0 && stands[i].file() <= before) say(record, "has files out of order");
       before = stands[i].file();
       if (before >= placement_.files.size()) say(record, "stands in a file that is not there");
-      check_closed(record, stands[i]);
+      if (!is_styled_stand_in(record, stands[i])) check_closed(record, stands[i]);
     }
     if (instances_.types().collects(instances_.type(record))) check_list(record);
+  }
+
+  /// What stands for an item that a style names; placeholders and contexts are other stand-ins.
+  bool is_styled_stand_in(Index record, Stand stand) const {
+    const auto& keywords = instances_.types().keywords(instances_.type(record));
+    return stand.role() == Role::stand_in &&
+           std::none_of(keywords.begin(), keywords.end(), [](std::string_view k) {
+             return k.ends_with("REPRESENTATION") || k.ends_with("_CONTEXT");
+           });
   }
 
   void check_closed(Index record, Stand stand) {
@@ -95,11 +104,14 @@ class Check {
                     });
     for (const auto& [body, files] : homes) {
       for (const FileId file : files) {
-        if (!placement_.stands.has(body, file)) say(file, body, "is a body that is missing");
+        const Stand* const stand = placement_.stands.find(body, file);
+        if (stand != nullptr && stand->role() != Role::stand_in) continue;
+        say(file, body, "is a body that is missing");
       }
       if (has_excuses || identities.contains(body)) continue;
       for (const Stand stand : placement_.stands.of(body)) {
-        if (!files.contains(stand.file())) say(stand.file(), body, "is another product's body");
+        if (stand.role() == Role::stand_in || files.contains(stand.file())) continue;
+        say(stand.file(), body, "is another product's body");
       }
     }
   }

@@ -59,14 +59,20 @@ Classes::Classes(const Instances& instances, const Products& products) : traits_
     }
   }
   for (const Usage& usage : products.usages) {
-    if (usage.closes_circle) continue;
-    give(usage.record, USED);
-    for (const Index record : usage.shapes) give(record, USED);
-    for (const Index record : usage.placements) give(record, USED);
-    for (const Index record : usage.relationships) give(record, USED);
-    for (const ShapeLink& link : usage.links) give(link.link, USED);
+    if (!usage.closes_circle) give_used(usage);
   }
-  find_occurrence_names(instances, products);
+  for (const Usage& usage : products.deeper) give_used(usage);
+  for (const auto* list : {&products.usages, &products.deeper}) {
+    for (const Usage& usage : *list) find_occurrence_names(instances, usage);
+  }
+}
+
+void Classes::give_used(const Usage& usage) {
+  give(usage.record, USED);
+  for (const Index record : usage.shapes) give(record, USED);
+  for (const Index record : usage.placements) give(record, USED);
+  for (const Index record : usage.relationships) give(record, USED);
+  for (const ShapeLink& link : usage.links) give(link.link, USED);
 }
 
 std::span<const ProductId> Classes::owners(Index representation) const {
@@ -76,37 +82,35 @@ std::span<const ProductId> Classes::owners(Index representation) const {
 }
 
 void Classes::find_soft(const Instances& instances) {
-  std::vector<bool> soft(instances.types().size());
+  std::vector<std::uint8_t> soft(instances.types().size());
   for (TypeId type = 0; type < soft.size(); ++type) {
     const auto& keywords = instances.types().keywords(type);
-    soft[type] = std::any_of(keywords.begin(), keywords.end(), is_soft);
+    if (std::any_of(keywords.begin(), keywords.end(), is_soft)) soft[type] = SOFT;
   }
   for (Index record = 0; record < instances.size(); ++record) {
-    traits_[record] = soft[instances.type(record)] ? std::uint8_t{SOFT} : std::uint8_t{0};
+    traits_[record] = soft[instances.type(record)];
   }
 }
 
 /// A representation of placements alone that only a usage has is a name for the occurrence: styles
 /// that name it go with their items, and bring it along.
-void Classes::find_occurrence_names(const Instances& instances, const Products& products) {
-  for (const Usage& usage : products.usages) {
-    for (const ShapeLink& link : usage.links) {
-      if (has(link.representation, SHOWING)) continue;
-      std::vector<Index> open{link.representation};
-      std::unordered_set<Index> seen;
-      bool is_name = true;
-      while (is_name && !open.empty()) {
-        const Index record = open.back();
-        open.pop_back();
-        for (const Reference reference : instances.references(record)) {
-          const Index other = reference.record();
-          if (other == NO_RECORD || has(other, SOFT) || !seen.insert(other).second) continue;
-          is_name = is_name && is_plain_geometry(instances, other);
-          open.push_back(other);
-        }
+void Classes::find_occurrence_names(const Instances& instances, const Usage& usage) {
+  for (const ShapeLink& link : usage.links) {
+    if (has(link.representation, SHOWING)) continue;
+    std::vector<Index> open{link.representation};
+    std::unordered_set<Index> seen;
+    bool is_name = true;
+    while (is_name && !open.empty()) {
+      const Index record = open.back();
+      open.pop_back();
+      for (const Reference reference : instances.references(record)) {
+        const Index other = reference.record();
+        if (other == NO_RECORD || has(other, SOFT) || !seen.insert(other).second) continue;
+        is_name = is_name && is_plain_geometry(instances, other);
+        open.push_back(other);
       }
-      if (is_name) give(link.representation, SOFT);
     }
+    if (is_name) give(link.representation, SOFT);
   }
 }
 

@@ -49,7 +49,8 @@ class Classes {
 
  private:
   void find_soft(const Instances& instances);
-  void find_occurrence_names(const Instances& instances, const Products& products);
+  void give_used(const Usage& usage);
+  void find_occurrence_names(const Instances& instances, const Usage& usage);
 
   Column<std::uint8_t> traits_;
   std::unordered_map<Index, std::vector<ProductId>> owners_;

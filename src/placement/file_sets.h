@@ -15,9 +15,11 @@ using FileId = std::uint32_t;
 
 /// As what a record stands in a file.
 enum class Role : std::uint8_t {
-  own,       ///< it is the file's own
-  guest,     ///< another product's, whole; it attracts nothing into the file
-  stand_in,  ///< with another text than the input's: a placeholder, or the context of placeholders
+  own,    ///< it is the file's own
+  guest,  ///< another product's, whole; it attracts nothing into the file
+  /// With another text than the input's: a placeholder, the context of placeholders, or a styled
+  /// item of a component.
+  stand_in,
 };
 
 /// A file that a record stands in, in one word.
@@ -47,6 +49,18 @@ class FileSets {
     if ((first.bits_ & 3) != LIST) return {&first, 1};
     return lists_[first.bits_ >> 2];
   }
+  /// Whether `record` stands in `file`, and in no other.
+  bool is_only_in(Index record, FileId file) const {
+    return first_[record].bits_ - (file << 2) < LIST;
+  }
+  /// The end of the records from `record` on, `limit` at most, that stand in one file only and all
+  /// in the same; `record` itself where it is none of those.
+  Index end_of_run(Index record, Index limit) const {
+    if ((first_[record].bits_ & 3) == LIST) return record;
+    const FileId file = first_[record].file();
+    while (record < limit && is_only_in(record, file)) ++record;
+    return record;
+  }
   bool is_placed(Index record) const { return first_[record].bits_ != NOWHERE; }
   bool has(Index record, FileId file) const { return find(record, file) != nullptr; }
   /// How it stands in `file`; null where it does not.
@@ -60,8 +74,7 @@ class FileSets {
       first = Stand(file, role);
       return true;
     }
-    return first.bits_ >> 2 == file && (first.bits_ & 3) != LIST ? false
-                                                                 : add_to_list(record, file, role);
+    return add_to_list(record, file, role);
   }
   /// Changes the role of a record that stands in `file`.
   void set_role(Index record, FileId file, Role role);

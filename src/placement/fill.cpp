@@ -135,12 +135,17 @@ class OwnRecords {
   void follow(unsigned traits) {
     Classes& classes = placing_.classes;
     while (!open_.empty()) {
-      const Index record = open_.back();
-      open_.pop_back();
+      const Index record = open_.take_back();
       const bool is_soft = classes.has(record, SOFT);
+      const bool takes_all = !is_soft && body_ == NO_RECORD;
       for (const Reference reference : placing_.instances.references(record)) {
         const Index other = reference.record();
-        if (other == NO_RECORD || is_left_out(record, reference)) continue;
+        if (other == NO_RECORD) continue;
+        if (takes_all && !classes.has(other, SOFT | DEFINING | SHOWING)) {
+          own(other, traits);  // Fast path for geometry.
+          continue;
+        }
+        if (is_left_out(record, reference)) continue;
         if (is_soft || classes.has(other, SOFT)) {
           own(other, 0);
         } else if (is_another(other)) {
@@ -171,7 +176,7 @@ class OwnRecords {
   FileId file_ = 0;
   Index body_ = NO_RECORD;  // the only one that the file has of its product
   std::vector<Index>* guests_ = nullptr;
-  std::vector<Index> open_;
+  Column<Index> open_;
 };
 
 /// Placements that no usage names: relationships with a transformation between representations of
@@ -210,22 +215,34 @@ std::unordered_map<FileId, std::vector<Index>> find_bare_placements(Placing& pla
   return bare;
 }
 
-void bring_usages(Placing& placing, FileId file) {
-  if (placing.placement.files[file].body != NO_RECORD) return;
+/// What speaks of deeper levels, by the file of its assembly.
+std::unordered_map<FileId, std::vector<const Usage*>> find_deeper(const Placing& placing) {
+  std::unordered_map<FileId, std::vector<const Usage*>> deeper;
+  for (const Usage& usage : placing.products.deeper) {
+    deeper[placing.placement.file_of[usage.assembly]].push_back(&usage);
+  }
+  return deeper;
+}
+
+void bring_usage(Placing& placing, const Usage& usage, FileId file) {
+  if (usage.closes_circle) return;
   const auto bring = [&](Index record) {
     if (!placing.keeps_others_out(file) || placing.closes_in(record, file)) {
       placing.bring(record, file);
     }
   };
+  bring(usage.record);
+  for (const Index record : usage.shapes) bring(record);
+  for (const Index record : usage.placements) bring(record);
+  for (const Index record : usage.relationships) bring(record);
+  for (const ShapeLink& link : usage.links) bring(link.link);
+}
+
+void bring_usages(Placing& placing, FileId file) {
+  if (placing.placement.files[file].body != NO_RECORD) return;
   for (const ProductId id : placing.placement.files[file].products) {
     for (const std::uint32_t position : placing.products.products[id].usages) {
-      const Usage& usage = placing.products.usages[position];
-      if (usage.closes_circle) continue;
-      bring(usage.record);
-      for (const Index record : usage.shapes) bring(record);
-      for (const Index record : usage.placements) bring(record);
-      for (const Index record : usage.relationships) bring(record);
-      for (const ShapeLink& link : usage.links) bring(link.link);
+      bring_usage(placing, placing.products.usages[position], file);
     }
   }
 }
@@ -273,10 +290,15 @@ void fill_files(Placing& placing) {
     OwnRecords own(placing);
     for (FileId file = 0; file < count; ++file) own.enter(file, guests[file]);
   }
+  placing.find_others();
   const auto bare = find_bare_placements(placing);
+  const auto deeper = find_deeper(placing);
   for (FileId file = 0; file < count; ++file) {
     placing.placeholders.clear();
     bring_usages(placing, file);
+    if (const auto found = deeper.find(file); found != deeper.end()) {
+      for (const Usage* const usage : found->second) bring_usage(placing, *usage, file);
+    }
     if (const auto found = bare.find(file); found != bare.end()) {
       for (const Index record : found->second) placing.bring(record, file);
     }

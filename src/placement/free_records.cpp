@@ -24,8 +24,8 @@ class FreeTops {
 
   std::vector<FreeTop> find() {
     std::vector<FreeTop> tops;
-    for (Index record = 0; record < placing_.instances.size(); ++record) {
-      if (classes_.has(record, NEEDED) || !is_free(record)) continue;
+    for (const Index record : placing_.others) {
+      if (!is_free(record) || classes_.has(record, NEEDED)) continue;
       if (placing_.stands.is_placed(record)) continue;
       tops.push_back(make_top(record));
     }
@@ -37,8 +37,13 @@ class FreeTops {
     return classes_.is_free(record) && !placing_.is_repeated(record);
   }
 
+  bool is_anchor(Index record) const {
+    return placing_.instances.type(record) == TypeTable::ANCHOR_ENTRY;
+  }
+
   void count_uses() {
-    for (Index record = 0; record < placing_.instances.size(); ++record) {
+    for (const Index record : placing_.others) {
+      if (is_anchor(record)) continue;  // It is where its instance is, which does not need it.
       const bool is_soft = classes_.has(record, SOFT);
       for (const Reference reference : placing_.instances.references(record)) {
         const Index other = reference.record();
@@ -59,7 +64,7 @@ class FreeTops {
       if (reference.record() == NO_RECORD) continue;
       if (classes_.has(reference.record(), SOFT)) {
         soft.push_back(reference.record());
-      } else if (reference.is_listed()) {
+      } else if (reference.is_listed() || is_anchor(record)) {
         top.needs_all = false;
         top.deciders.push_back(reference.record());
       }

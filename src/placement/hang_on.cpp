@@ -14,14 +14,13 @@ class HangingOn {
  public:
   explicit HangingOn(Placing& placing)
       : placing_(placing), classes_(placing.classes), states_(placing.instances.size()) {
-    const auto& files = placing.placement.files;
-    const bool has_bodies_apart = std::any_of(
-        files.begin(), files.end(), [](const PlacedFile& file) { return file.body != NO_RECORD; });
-    if (has_bodies_apart) find_aspects();
+    if (placing.has_bodies_apart()) find_aspects();
   }
 
   void run() {
-    for (Index record = 0; record < placing_.instances.size(); ++record) visit(record);
+    for (const Index record : placing_.others) {
+      if (is_open_question(record)) visit(record);
+    }
   }
 
  private:
@@ -56,12 +55,11 @@ class HangingOn {
   }
 
   bool is_open_question(Index record) const {
-    return states_[record] == State::unseen && !classes_.has(record, SOFT | OWNED | USED) &&
+    return !classes_.has(record, SOFT | OWNED | USED) && states_[record] == State::unseen &&
            !placing_.is_repeated(record);
   }
 
   void visit(Index first) {
-    if (!is_open_question(first)) return;
     open(first);
     while (!path_.empty()) {
       Step& step = path_.back();

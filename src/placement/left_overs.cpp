@@ -33,7 +33,7 @@ class LeftOvers {
       if (usage.closes_circle) place_circle(usage);
     }
     std::vector<Index> left;
-    for (Index record = 0; record < instances_.size(); ++record) {
+    for (const Index record : placing_.others) {
       if (is_left(record)) left.push_back(record);
     }
     std::unordered_set<Index> wanted;
@@ -51,8 +51,8 @@ class LeftOvers {
 
   /// Every item of a collector stands with the collector somewhere.
   void complete_lists() {
-    for (Index record = 0; record < instances_.size(); ++record) {
-      if (!placing_.collects(record) || classes_.has(record, OWNED)) continue;
+    for (const Index record : placing_.others) {
+      if (classes_.has(record, OWNED) || !placing_.collects(record)) continue;
       if (placing_.is_repeated(record)) continue;
       for (const Reference reference : instances_.references(record)) {
         if (reference.record() != NO_RECORD && reference.is_listed()) {

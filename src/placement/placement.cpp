@@ -84,11 +84,23 @@ bool Placing::closes_in(Index record, FileId file) const {
   return true;
 }
 
+void Placing::find_others() {
+  // A product whose bodies stand apart does not own what it leaves out.
+  const bool has_all = has_bodies_apart();
+  for (Index record = 0; record < instances.size(); ++record) {
+    if (has_all || classes.has(record, SOFT) || !classes.has(record, OWNED)) {
+      others.push_back(record);
+    }
+  }
+}
+
 Placement place_records(const Instances& instances, const Products& products, FilePlan plan) {
   Placement placement{std::move(plan), FileSets(instances.size()), {}};
   Placing placing(instances, products, placement);
   fill_files(placing);
+  std::vector<OverriddenStyle> overridden = place_occurrence_styles(placing);
   hang_on(placing);
+  bring_overridden(placing, std::move(overridden));
   place_free_records(placing);
   place_left_overs(placing);
   return placement;

@@ -17,8 +17,9 @@ namespace Kessel {
 //
 // 1. Closed. A record that stands in a file has every reference there that it has in the input,
 //    except that a collector (instances/collectors.h) keeps of its list those items that stand in
-//    the file. No list becomes empty. Stand-ins are the only exception: they refer to those of the
-//    placements that stand in the file, and to the context.
+//    the file. No list becomes empty. Stand-ins are the only exception: placeholders refer to those
+//    of the placements that stand in the file, and to the context; what stands for an item of a
+//    component's shape that the assembly gives a style to refers to nothing.
 // 2. Nothing lost. Every record stands whole in at least one file, and every item of a collector's
 //    list stands together with the collector in at least one file. What belongs to no product
 //    stands in the root's file.
@@ -26,7 +27,7 @@ namespace Kessel {
 //    to is its own, and stands in its file; what several products lead to, in each of theirs. No
 //    file holds another product's body, unless one of its records cannot be closed without it: an
 //    overriding style or an annotation that an assembly gives to a component's face. Each such
-//    record is warned of.
+//    record is warned of. A style that names the occurrence that it is for brings none.
 // 4. Own bodies, no empty files. Lean has one file for the root and one for each part; what
 //    assemblies have of their own, bodies included, stands in the root's. Nested has a file for
 //    each product. But what no usage uses and another product shows by a mapped item has no file of
@@ -47,6 +48,8 @@ namespace Kessel {
 // - Contexts and units come with whoever needs them, and attract nothing.
 // - A file holds what its products own, their usages with shapes and transformations, and of each
 //   component outside the file the definition, the shape, and the representation as a placeholder.
+// - What speaks of a component below an assembly, at whatever level, stands with the assembly.
+// - A style of one occurrence stands with the assembly, unless it is the component's only one.
 // - What leads to such records stands where all of them stand and one is the file's own; of a
 //   collector's items one is enough.
 // - What leads to none (a colour, a person) comes with those that refer to it. If nobody does, it

@@ -1,6 +1,7 @@
 // The steps in which records are placed, and what they share.
 #pragma once
 
+#include <algorithm>
 #include <span>
 #include <vector>
 
@@ -37,6 +38,11 @@ class Placing {
            !is_placement(instances, record) && !instances.is(record, "CARTESIAN_POINT") &&
            !instances.is(record, "DIRECTION");
   }
+  /// Whether bodies of one product stand in files of their own.
+  bool has_bodies_apart() const {
+    return std::any_of(placement.files.begin(), placement.files.end(),
+                       [](const PlacedFile& file) { return file.body != NO_RECORD; });
+  }
   /// Whether nothing of other products may come into `file`.
   bool keeps_others_out(FileId file) const { return placement.keeps_others_out && file != 0; }
   /// Whether `record` can be entered into `file` without anything of other products.
@@ -50,6 +56,12 @@ class Placing {
   Placement& placement;
   FileSets& stands;
   Classes classes;
+  /// What products own whole is dealt with when files are filled: all that it refers to is owned or
+  /// soft. Finds `others`.
+  void find_others();
+
+  /// All records that no product owns whole, ascending; while files are filled it is empty.
+  std::vector<Index> others;
   /// The placeholders that bring() made since this was emptied last.
   std::vector<Index> placeholders;
 
@@ -61,6 +73,21 @@ class Placing {
 
 /// Enters what products own, usages, and placeholders of components.
 void fill_files(Placing& placing);
+
+/// A style that stands in a file because another one overrides it there.
+struct OverriddenStyle {
+  Index styled;
+  FileId file;
+};
+
+/// Enters styles that single occurrences of a component have (PRESENTATION_STYLE_BY_CONTEXT with a
+/// representation that names the occurrence, ISO 10303-46) into the assembly's file. A style of a
+/// component's only occurrence is left to hang_on(), and stands with the component. The item that
+/// is styled stands in the assembly's file as a stand-in, which refers to nothing.
+std::vector<OverriddenStyle> place_occurrence_styles(Placing& placing);
+
+/// Enters the styles that those override, when all styles stand somewhere.
+void bring_overridden(Placing& placing, std::vector<OverriddenStyle> open);
 
 /// Enters what leads to records that stand in files, and finds out what is bound.
 void hang_on(Placing& placing);

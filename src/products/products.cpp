@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "products/parameter_reader.h"
 #include "products/structure.h"
@@ -91,18 +92,26 @@ bool Products::is_assembly(ProductId product) const {
 Products find_products(const Instances& instances) {
   const Shapes shapes = find_shapes(instances);
   Products all;
-  std::vector<UsageEnds> ends;
-  all.usages = find_usages(instances, shapes, ends);
-  for (const Index definition : definitions_of(instances, shapes, ends)) {
+  UsagesWithEnds found = find_usages(instances, shapes);
+  for (const Index definition : definitions_of(instances, shapes, found.ends)) {
     Product& product = all.products.emplace_back();
     product.definition = definition;
     name(instances, product);
     give_shapes(shapes, product);
   }
+  all.usages = std::move(found.usages);
   for (std::uint32_t i = 0; i < all.usages.size(); ++i) {
-    all.usages[i].assembly = all.find(ends[i].assembly);
-    all.usages[i].component = all.find(ends[i].component);
+    all.usages[i].assembly = all.find(found.ends[i].assembly);
+    all.usages[i].component = all.find(found.ends[i].component);
     all.products[all.usages[i].assembly].usages.push_back(i);
+  }
+  for (std::size_t i = 0; i < found.deeper.size(); ++i) {
+    Usage& usage = found.deeper[i];
+    usage.assembly = all.find(found.deeper_ends[i].assembly);
+    usage.component = all.find(found.deeper_ends[i].component);
+    if (usage.assembly != NO_PRODUCT && usage.component != NO_PRODUCT) {
+      all.deeper.push_back(std::move(usage));
+    }
   }
   find_representations(instances, all);
   find_tops(all);

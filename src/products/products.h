@@ -88,6 +88,10 @@ struct Usage {
 struct Products {
   std::vector<Product> products;  ///< by position of the definition in the file
   std::vector<Usage> usages;      ///< by position in the file
+  /// What speaks of a component below an assembly, at any level: a
+  /// SPECIFIED_HIGHER_USAGE_OCCURRENCE, a PROMISSORY_USAGE_OCCURRENCE. They make no component of
+  /// it, and belong to their assembly.
+  std::vector<Usage> deeper;
   /// The products that no usage uses and none shows by mapped items, those apart that close
   /// circles; ascending. Every product can be reached from them, and there is at least one where
   /// there are products.

@@ -18,14 +18,23 @@ Shapes find_shapes(const Instances& instances);
 /// The records that say "this is a direct component of that", ascending, wherever they lead.
 std::vector<Index> usage_records(const Instances& instances);
 
-/// Usages whose ends are product definitions, with their texts and what places them; the products
-/// at the ends are not looked up yet: `ends[i]` has the definitions of usage i.
+/// The definitions at the ends of a usage.
 struct UsageEnds {
   Index assembly;
   Index component;
 };
-std::vector<Usage> find_usages(const Instances& instances, const Shapes& shapes,
-                               std::vector<UsageEnds>& ends);
+
+/// Usages with their texts and what places them; the products at the ends are not looked up yet:
+/// `ends[i]` has the definitions of usage i.
+struct UsagesWithEnds {
+  std::vector<Usage> usages;
+  std::vector<UsageEnds> ends;
+  std::vector<Usage> deeper;  ///< as Products::deeper
+  std::vector<UsageEnds> deeper_ends;
+};
+
+/// The usages whose ends are product definitions, or occurrences of those.
+UsagesWithEnds find_usages(const Instances& instances, const Shapes& shapes);
 
 /// Fills representations, tied, ties and has_bodies of all products.
 void find_representations(const Instances& instances, Products& products);

@@ -80,37 +80,73 @@ std::vector<Index> usage_records(const Instances& instances) {
   return records;
 }
 
-std::vector<Usage> find_usages(const Instances& instances, const Shapes& shapes,
-                               std::vector<UsageEnds>& ends) {
-  const auto placements = find_placements(instances);
-  std::vector<Usage> usages;
-  for (const Index record : usage_records(instances)) {
-    const ParameterReader related(instances, record, "PRODUCT_DEFINITION_RELATIONSHIP");
-    const UsageEnds of_it{related.record(3), related.record(4)};
-    if (of_it.assembly == NO_RECORD || of_it.component == NO_RECORD) continue;
-    if (!is_definition(instances, of_it.assembly)) continue;
-    if (!is_definition(instances, of_it.component)) continue;
-    Usage& usage = usages.emplace_back();
-    ends.push_back(of_it);
-    usage.record = record;
-    read_texts(instances, usage);
-    if (const auto found = shapes.of.find(record); found != shapes.of.end()) {
-      usage.shapes = found->second;
+namespace {
+
+/// What an end of a usage is: a definition, or what an occurrence of one is an occurrence of
+/// (PRODUCT_DEFINITION_OCCURRENCE, ISO 10303-41); NO_RECORD for anything else.
+Index end_of_usage(const Instances& instances, Index end) {
+  constexpr int MOST = 16;  // Occurrences of occurrences might go round in circles.
+  for (int i = 0; i < MOST && end != NO_RECORD; ++i) {
+    if (!instances.is(end, "PRODUCT_DEFINITION_OCCURRENCE")) {
+      return is_definition(instances, end) ? end : NO_RECORD;
     }
-    for (const Index shape : usage.shapes) {
-      if (const auto links = shapes.links.find(shape); links != shapes.links.end()) {
-        usage.links.insert(usage.links.end(), links->second.begin(), links->second.end());
-      }
-      const auto placed = placements.find(shape);
-      if (placed == placements.end()) continue;
-      for (const PlacementRecords& placement : placed->second) {
-        usage.placements.push_back(placement.record);
-        if (placement.relationship != NO_RECORD)
-          usage.relationships.push_back(placement.relationship);
+    end = ParameterReader(instances, end, "PRODUCT_DEFINITION_OCCURRENCE").record(3);
+  }
+  return NO_RECORD;
+}
+
+UsageEnds ends_of(const Instances& instances, Index record) {
+  const ParameterReader related(instances, record, "PRODUCT_DEFINITION_RELATIONSHIP");
+  return {end_of_usage(instances, related.record(3)), end_of_usage(instances, related.record(4))};
+}
+
+using Placements = std::unordered_map<Index, std::vector<PlacementRecords>>;
+
+/// The usage `record` with its texts and what places it.
+Usage usage_of(const Instances& instances, const Shapes& shapes, const Placements& placements,
+               Index record) {
+  Usage usage;
+  usage.record = record;
+  read_texts(instances, usage);
+  if (const auto found = shapes.of.find(record); found != shapes.of.end()) {
+    usage.shapes = found->second;
+  }
+  for (const Index shape : usage.shapes) {
+    if (const auto links = shapes.links.find(shape); links != shapes.links.end()) {
+      usage.links.insert(usage.links.end(), links->second.begin(), links->second.end());
+    }
+    const auto placed = placements.find(shape);
+    if (placed == placements.end()) continue;
+    for (const PlacementRecords& placement : placed->second) {
+      usage.placements.push_back(placement.record);
+      if (placement.relationship != NO_RECORD) {
+        usage.relationships.push_back(placement.relationship);
       }
     }
   }
-  return usages;
+  return usage;
+}
+
+}  // namespace
+
+UsagesWithEnds find_usages(const Instances& instances, const Shapes& shapes) {
+  const Placements placements = find_placements(instances);
+  UsagesWithEnds found;
+  for (const Index record : usage_records(instances)) {
+    const UsageEnds ends = ends_of(instances, record);
+    if (ends.assembly == NO_RECORD || ends.component == NO_RECORD) continue;
+    found.usages.push_back(usage_of(instances, shapes, placements, record));
+    found.ends.push_back(ends);
+  }
+  for (const std::string_view keyword : DEEPER) {
+    for (const Index record : instances.kept_with(keyword)) {
+      const UsageEnds ends = ends_of(instances, record);
+      if (ends.assembly == NO_RECORD || ends.component == NO_RECORD) continue;
+      found.deeper.push_back(usage_of(instances, shapes, placements, record));
+      found.deeper_ends.push_back(ends);
+    }
+  }
+  return found;
 }
 
 }  // namespace Kessel

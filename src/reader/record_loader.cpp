@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "exchange/comments.h"
+#include "exchange/literals.h"
 #include "findings/refusals.h"
 #include "model/store.h"
 #include "reader/references.h"
@@ -15,6 +16,12 @@
 namespace Kessel {
 
 namespace {
+
+/// The first "(" in [p, end), or `end`.
+const char* find_opening(const char* p, const char* end) {
+  const void* const found = std::memchr(p, '(', static_cast<std::size_t>(end - p));
+  return found == nullptr ? end : static_cast<const char*>(found);
+}
 
 /// record_type() for nearly every record: `from` is followed by " = " or "=", by letters, and by
 /// "(" or " (". No value for any other.
@@ -27,7 +34,7 @@ inline std::optional<std::string_view> usual_type(std::size_t from, std::string_
   ++begin;
   if (*begin == ' ') ++begin;
   if (*begin < 'A') return std::nullopt;  // No white space, and no "(".
-  const char* open = find_byte(begin, end, '(');
+  const char* open = find_opening(begin, end);
   if (open == end) return std::nullopt;
   if (open[-1] == ' ') --open;
   if (is_space(open[-1])) return std::nullopt;
@@ -44,7 +51,7 @@ std::string_view record_type(std::size_t from, std::string_view record) {
   do {
     if (++begin == record_end) return {};
   } while (is_space(*begin));
-  const char* end = find_byte(begin, record_end, '(');
+  const char* end = find_opening(begin, record_end);
   if (end == record_end) return {};
   if (end == begin) {  // A complex instance: all that its parentheses hold.
     ++begin;
@@ -64,14 +71,11 @@ std::string_view first_string(std::string_view record) {
 }
 
 std::string_view whole_first_string(std::string_view record) {
-  std::size_t begin = record.find('\'');
+  const std::size_t begin = record.find('\'');
   if (begin == std::string_view::npos) return {};
-  std::size_t end = ++begin;
-  while ((end = record.find('\'', end)) != std::string_view::npos) {
-    if (end + 1 == record.size() || record[end + 1] != '\'') break;
-    end += 2;
-  }
-  return record.substr(begin, end - begin);
+  const std::size_t behind = Exchange::behind_string(record, begin);
+  if (behind == std::string_view::npos) return record.substr(begin + 1);
+  return record.substr(begin + 1, behind - begin - 2);
 }
 
 inline RecordLoader::Ends::Ends(std::string_view name) {
@@ -129,7 +133,9 @@ void RecordLoader::add(const Exchange::Record& record) {
   unsigned* const first = numbers_.data();
   unsigned* last = first;
   for (const Exchange::Mention& mention : record.mentions) {
-    if (mention.number != 0) *last++ = static_cast<unsigned>(mention.number);
+    if (mention.number == 0 || mention.number > UINT32_MAX) continue;
+    *last++ = static_cast<unsigned>(mention.number);
+    largest_reference_ = std::max(largest_reference_, last[-1]);
   }
   const std::span<const unsigned> references(first, last);
   if (record.is_plain && stands_alone(record.keyword, record)) {
@@ -137,11 +143,17 @@ void RecordLoader::add(const Exchange::Record& record) {
     return;
   }
   const std::size_t equals = record.text.rfind('=', record.text.size() - record.body.size());
-  if (record.is_plain && equals != std::string_view::npos) {
+  const bool is_bare = record.is_plain && !Exchange::has_comments(record.text);
+  if (is_bare && equals != std::string_view::npos) {
     load(record, record.text, equals, references);
   } else {
     load(record, "=" + Exchange::without_comments(record.body), 0, references);
   }
+}
+
+void RecordLoader::make_room_for_references() {
+  if (memory_limit_ != Options::NO_LIMIT) require_memory_for(largest_reference_, 0);
+  store_.make_room(largest_reference_);
 }
 
 /// Enters `record` by `text`, what there is of it for those who know no comments; its type stands

@@ -25,7 +25,7 @@ std::string_view first_string(std::string_view record);
 
 /// The body of the first string literal of `record` (ISO 10303-21, 6.4.3) with its directives and
 /// doubled apostrophes; empty when there is none. Unlike `first_string`, whose results others
-/// depend on, it knows that a doubled apostrophe does not end a string.
+/// depend on, it knows which apostrophes do not end a string.
 std::string_view whole_first_string(std::string_view record);
 
 /// What became of a record's text.
@@ -60,9 +60,13 @@ class RecordLoader {
   /// `offset` as the record's place, where the store would need more memory than it may take.
   Added add(std::string_view record, std::uint64_t offset = 0);
 
-  /// Adds one record of a standard reading. Its number and references are from 1 to 4,294,967,295,
-  /// but for references that are 0, which lead nowhere and are passed over.
+  /// Adds one record of a standard reading. Its number is from 1 to 4,294,967,295; references that
+  /// are not lead nowhere and are passed over.
   void add(const Exchange::Record& record);
+
+  /// Makes room in the store for all that records of a standard reading refer to, so that what is
+  /// beyond the last record is missing like any other. Throws as add() does.
+  void make_room_for_references();
 
  private:
   void load(const Exchange::Record& record, std::string_view text, std::size_t equals,
@@ -99,8 +103,9 @@ class RecordLoader {
 
   Store& store_;
   std::uint64_t memory_limit_;
-  std::uint64_t offset_ = 0;      // Where the record stands that is added.
-  std::uint64_t kept_bytes_ = 0;  // What is kept elsewhere than in the arena and the slots.
+  unsigned largest_reference_ = 0;  // in records of a standard reading
+  std::uint64_t offset_ = 0;        // Where the record stands that is added.
+  std::uint64_t kept_bytes_ = 0;    // What is kept elsewhere than in the arena and the slots.
   // Where the sum for the memory limit was made last, and how many numbers it leaves room for.
   std::size_t summed_page_ = 0;
   std::uint64_t summed_beside_slots_ = 0;

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "exchange/comments.h"
 #include "exchange/statement_cutter.h"
 #include "findings/finding_kinds.h"
 #include "findings/refusals.h"
@@ -52,6 +53,15 @@ std::optional<std::string> header_by_lines(std::string_view text) {
   return header;
 }
 
+/// A text of the header in which the apostrophes are those of strings, as files' names and times
+/// are put between them: as it stands, or without its comments.
+std::string writable(std::string_view text) {
+  std::string bare = Exchange::without_comments(text);
+  const bool is_fine =
+      std::count(bare.begin(), bare.end(), '\'') == std::count(text.begin(), text.end(), '\'');
+  return is_fine ? std::string(text) : bare;
+}
+
 std::uint32_t number_of(const Exchange::Record& record) {
   if (record.number == 0 || record.number > UINT32_MAX) {
     throw InputError(
@@ -73,7 +83,7 @@ class StoreLoader final : public Exchange::Listener {
         reporter_(options, Stage::reading, size_for_progress(store.input, options)) {}
 
   void header_entity(const Exchange::Statement& entity) override {
-    entities_.append(entity.text).append(";\n");
+    entities_.append(writable(entity.text)).append(";\n");
   }
 
   void record(const Exchange::Record& record) override {
@@ -87,14 +97,26 @@ class StoreLoader final : public Exchange::Listener {
     if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
   }
 
+  void entry(Exchange::Section, const Exchange::Statement& entry,
+             std::span<const Exchange::Mention>) override {
+    if (has_entries_) return;
+    has_entries_ = true;
+    warning(make_finding(FindingKind::skipped_text,
+                         "Files of this style have no anchors and no references to other files; "
+                         "this one is left out, and so are all others.",
+                         entry.offset));
+  }
+
   void warning(const Finding& finding) override {
     if (options_.warning) warnings_.push_back(finding);
   }
 
   void finish() {
+    loader_.make_room_for_references();
     const std::optional<std::string> by_lines = header_by_lines(text_of_header(store_.input));
     store_.first_line = FIRST_LINE;
-    store_.header = by_lines ? *by_lines : "HEADER;\n" + entities_ + std::string(HEADER_END);
+    const bool is_by_lines = by_lines && writable(*by_lines) == *by_lines;
+    store_.header = is_by_lines ? *by_lines : "HEADER;\n" + entities_ + std::string(HEADER_END);
     locate(store_.input, warnings_);
     store_.input.clear();  // The writer rewinds the stream and reads it again.
     for (const Finding& warning : warnings_) options_.warning(warning);
@@ -107,6 +129,7 @@ class StoreLoader final : public Exchange::Listener {
   RecordLoader loader_;
   ProgressReporter reporter_;
   std::string entities_;
+  bool has_entries_ = false;
   std::vector<Finding> warnings_;
 };
 

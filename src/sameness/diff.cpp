@@ -6,6 +6,7 @@
 
 #include "model/progress_reporter.h"
 #include "sameness/compared_file.h"
+#include "sameness/comparison.h"
 #include "sameness/differences.h"
 #include "sameness/graph.h"
 #include "sameness/isomorphism.h"
@@ -112,16 +113,9 @@ class Comparison {
 
 }  // namespace
 
-Difference diff(const std::filesystem::path& a, const std::filesystem::path& b,
-                const Options& options) {
-  const JointReading reading(options, a, b);
-  ComparedFile file_a;
-  ComparedFile file_b;
-  const Options options_a = reading.of_a();
-  read_file(a, file_a, options_a);
-  const Options options_b = reading.of_b();
-  read_file(b, file_b, options_b);
-
+Difference Sameness::compare_files(const std::filesystem::path& a, const ComparedFile& file_a,
+                                   const std::filesystem::path& b, const ComparedFile& file_b,
+                                   const Options& options) {
   Difference difference;
   difference.schemas_in_a = schemas_of(file_a.instances);
   difference.schemas_in_b = schemas_of(file_b.instances);
@@ -143,6 +137,18 @@ Difference diff(const std::filesystem::path& a, const std::filesystem::path& b,
   }
   reporter.report_end();
   return difference;
+}
+
+Difference diff(const std::filesystem::path& a, const std::filesystem::path& b,
+                const Options& options) {
+  const JointReading reading(options, a, b);
+  ComparedFile file_a;
+  ComparedFile file_b;
+  const Options options_a = reading.of_a();
+  read_file(a, file_a, options_a);
+  const Options options_b = reading.of_b();
+  read_file(b, file_b, options_b);
+  return compare_files(a, file_a, b, file_b, options);
 }
 
 }  // namespace Kessel

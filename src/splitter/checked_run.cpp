@@ -2,13 +2,15 @@
 #include "splitter/checked_run.h"
 
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "association/associate.h"
 #include "check/refusal.h"
+#include "exchange/string_value.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
 #include "findings/write_failure.h"
-#include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "output/input_stamp.h"
 #include "reader/parse_file.h"
@@ -30,6 +32,12 @@ struct CleanStatics {
   ~CleanStatics() { Part::free_statics(); }
 };
 
+/// What a product is called whose name has this body in the input. Files are called after products
+/// in one way whatever the style; that of hosts, decode_step_to_utf8, leaves characters out.
+std::string value_of_body(std::string_view body) {
+  return Exchange::string_value('\'' + std::string(body) + '\'');
+}
+
 }  // namespace
 
 std::unique_ptr<Store> CheckedRun::read() const {
@@ -46,7 +54,7 @@ std::vector<WrittenFile> CheckedRun::write_to(const std::filesystem::path& outdi
   const std::unique_ptr<Store> file = read();
 
   const CleanStatics statics;
-  process_parts(*file, decode_step_to_utf8);
+  process_parts(*file, value_of_body);
   require_fresh_files(*file, in_, outdir);
   list_root(*file);
   throw_write_failure();

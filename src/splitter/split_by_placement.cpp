@@ -15,16 +15,15 @@
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
-#include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
-#include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "kessel/split_list.h"
 #include "model/progress_reporter.h"
 #include "output/input_stamp.h"
+#include "output/layout_loader.h"
 #include "output/placement_findings.h"
 #include "output/split_writer.h"
 #include "output/whole_copy.h"
@@ -49,13 +48,14 @@ class TextHash {
   void add(std::string_view text) {
     const char* at = text.data();
     const char* const end = at + text.size();
+    std::uint64_t state = state_;
     if (text.size() >= 16) {
-      for (; end - at > 16; at += 16) mix(word_at(at), word_at(at + 8));
-      mix(word_at(end - 16), word_at(end - 8));  // Some bytes twice, in one step.
+      for (; end - at > 16; at += 16) state = mixed(state, word_at(at), word_at(at + 8));
+      state = mixed(state, word_at(end - 16), word_at(end - 8));  // Some bytes twice, in one step.
     } else {
-      for (; at != end; ++at) mix(static_cast<unsigned char>(*at), 0);
+      for (; at != end; ++at) state = mixed(state, static_cast<unsigned char>(*at), 0);
     }
-    mix(text.size(), 0);
+    state_ = mixed(state, text.size(), 0);
   }
   std::uint64_t value() const { return state_ ^ (state_ >> 29); }
 
@@ -65,28 +65,27 @@ class TextHash {
     std::memcpy(&word, at, sizeof word);
     return word;
   }
-  void mix(std::uint64_t first, std::uint64_t second) {
-    state_ = (std::rotl(state_, 29) ^ first) * 0x9E37'79B9'7F4A'7C15;
-    state_ = (std::rotl(state_, 29) ^ second) * 0xC2B2'AE3D'27D4'EB4F;
+  static std::uint64_t mixed(std::uint64_t state, std::uint64_t first, std::uint64_t second) {
+    state = (std::rotl(state, 29) ^ first) * 0x9E37'79B9'7F4A'7C15;
+    return (std::rotl(state, 29) ^ second) * 0xC2B2'AE3D'27D4'EB4F;
   }
   std::uint64_t state_ = 0x1003'0210;
 };
 
-/// Loads, hashes the texts, and keeps what it is warned of.
-class SplitLoader final : public InstanceLoader {
+/// Hashes the texts while it loads.
+class SplitLoader final : public LayoutLoader {
  public:
-  SplitLoader(Instances& instances, const Options& options, std::uint64_t total)
-      : InstanceLoader(instances, options, total), instances_(instances) {
+  SplitLoader(Instances& instances, TextLayout& layout, const Options& options, std::uint64_t total)
+      : LayoutLoader(instances, layout, options, total), instances_(instances) {
     if (options.shrink) values_.emplace();
   }
-  void warning(const Finding& finding) override { warnings_.add(finding); }
   /// What records that may become one say, where that was asked for.
   const std::optional<Shrink::ValueTexts>& values() const { return values_; }
   std::uint64_t hash() const { return hash_.value(); }
-  FindingList& warnings() { return warnings_; }
 
  protected:
   void added(Index index, const Exchange::Record& record) override {
+    LayoutLoader::added(index, record);
     hash_.add(record.text);
     if (values_) values_->add(instances_, index, record);
   }
@@ -95,7 +94,6 @@ class SplitLoader final : public InstanceLoader {
   const Instances& instances_;
   std::optional<Shrink::ValueTexts> values_;
   TextHash hash_;
-  FindingList warnings_;
 };
 
 void require_products(const Products& products, const Placement& placement,
@@ -174,7 +172,7 @@ class PlacedSplit {
 
  private:
   void load() {
-    SplitLoader loader(instances_, options_, size_for_progress(in_, options_));
+    SplitLoader loader(instances_, layout_, options_, size_for_progress(in_, options_));
     load_with(in_, loader, options_);
     id_ = loader.hash();
     for (Finding& finding : missing_instances(in_, instances_)) {
@@ -229,7 +227,7 @@ class PlacedSplit {
     if (names_.size() == 1 && edits.empty()) {
       return {copy_whole(in_, outdir_ / names_.front(), instances_.size(), options_)};
     }
-    SplitToWrite split{instances_, products_, placement_, id_, {}, {}, std::move(edits)};
+    SplitToWrite split{instances_, layout_, products_, placement_, id_, {}, {}, std::move(edits)};
     for (const fs::path& name : names_) {
       split.paths.push_back(outdir_ / name);
       split.names.push_back(fspath_to_utf8(options_.folder_in_headers.value_or("") / name));
@@ -290,6 +288,7 @@ class PlacedSplit {
   const std::vector<std::string>& taken_;
   std::ifstream in_;
   Instances instances_;
+  TextLayout layout_;
   std::uint64_t id_ = 0;
   std::vector<Finding> warnings_;
   Products products_;

@@ -21,15 +21,10 @@ namespace fs = std::filesystem;
 /// The input's texts by what a split may write for them.
 class InputTexts {
  public:
-  InputTexts(const fs::path& in, const Options& options, const fs::path& outdir) {
-    Instances instances;
-    std::ifstream file(in, std::ios::in | std::ios::binary);
-    Options quiet;
-    quiet.memory_limit = options.memory_limit;
-    load_instances(file, instances, quiet);
-    const fs::path from = without_links(folder_of_references(in, options));
+  InputTexts(const Sameness::ComparedFile& input, const fs::path& folder, const fs::path& outdir) {
+    const fs::path from = without_links(folder);
     const fs::path to = without_links(outdir);
-    const auto references = find_external_references(instances, find_products(instances));
+    const auto references = find_external_references(input.instances, input.products);
     for (const ExternalReference& reference : references) {
       for (const FileName& name : reference.names) {
         texts_.emplace(repointed(name.text, from, to, reference.is_to_anchor()), name.text);
@@ -54,14 +49,14 @@ class InputTexts {
 
 }  // namespace
 
-void edit_kept_references(const fs::path& in, const Options& options, const fs::path& outdir,
-                          Joining& joining) {
+void edit_kept_references(const std::function<const Sameness::ComparedFile&()>& input,
+                          const fs::path& folder, const fs::path& outdir, Joining& joining) {
   std::unique_ptr<InputTexts> texts;
   for (std::size_t i = 0; i < joining.files().size(); ++i) {
     const JoinedFile& file = joining.files()[i];
     std::vector<TextEdit> edits;
     for (const ExternalReference& reference : file.kept) {
-      if (!texts) texts = std::make_unique<InputTexts>(in, options, outdir);
+      if (!texts) texts = std::make_unique<InputTexts>(input(), folder, outdir);
       for (const FileName& name : reference.names) {
         const std::string& text = texts->of(name.text);
         if (text != name.text) edits.push_back({name.record, name.keyword, name.parameter, text});

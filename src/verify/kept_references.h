@@ -2,18 +2,20 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <set>
 
 #include "join/joining.h"
-#include "kessel/options.h"
+#include "sameness/compared_file.h"
 
 namespace Kessel {
 
-/// Gives names of other files that a split of `in` wrote as they are seen from `outdir`, or after
-/// copies that it made there, the texts that they have in `in`, so that what differs then does so
-/// in something else. Throws InputError where the input cannot be read.
-void edit_kept_references(const std::filesystem::path& in, const Options& options,
-                          const std::filesystem::path& outdir, Joining& joining);
+/// Gives names of other files that a split wrote as they are seen from `outdir`, or after copies
+/// that it made there, the texts that they have in the input, so that what differs then does so in
+/// something else. References in the input are seen from `folder`; who asks `input` gets it.
+void edit_kept_references(const std::function<const Sameness::ComparedFile&()>& input,
+                          const std::filesystem::path& folder, const std::filesystem::path& outdir,
+                          Joining& joining);
 
 /// The files to which kept references lead, and those that these refer to in turn, as far as they
 /// can be read: paths without links.

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <fstream>
+#include <future>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -20,6 +22,7 @@
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
 #include "output/fresh_file.h"
+#include "sameness/comparison.h"
 #include "verify/differences.h"
 #include "verify/kept_references.h"
 #include "verify/split_folder.h"
@@ -31,12 +34,43 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// The input, which is read while the files of a split are joined.
+class InputReading {
+ public:
+  /// What is given must outlive the object.
+  InputReading(const fs::path& in, const Options& options)
+      : reading_(std::async([&in, &options] {
+          auto file = std::make_unique<Sameness::ComparedFile>();
+          Sameness::read_file(in, *file, options);
+          return file;
+        })) {}
+
+  /// Throws InputRefused where it cannot be read.
+  const Sameness::ComparedFile& file() {
+    try {
+      if (!file_) file_ = reading_.get();
+    } catch (const InputError& error) {
+      throw InputRefused{error.finding()};
+    }
+    return *file_;
+  }
+
+  struct InputRefused {
+    Finding finding;
+  };
+
+ private:
+  std::future<std::unique_ptr<Sameness::ComparedFile>> reading_;
+  std::unique_ptr<Sameness::ComparedFile> file_;
+};
+
 /// Checks one split.
 class SplitCheck {
  public:
   SplitCheck(const fs::path& in, const fs::path& outdir, const Options& options)
-      : in_(in), outdir_(outdir), options_(options) {
+      : in_(in), outdir_(outdir), folder_(folder_of_references(in, options)) {
     join_options_.memory_limit = options.memory_limit;
+    quiet_.memory_limit = options.memory_limit;
   }
 
   Verification check() {
@@ -45,24 +79,34 @@ class SplitCheck {
     folder.check_listed(findings_);
     if (root) check_files(*root, folder);
     verification_.findings = findings_.take();
-    if (joining_) set_places();
+    if (is_joined_) set_places(*root);
     sort_by_place();
     return std::move(verification_);
   }
 
  private:
   void check_files(const fs::path& root, SplitFolder& folder) {
+    InputReading input(in_, quiet_);
     try {
-      // What the input refers to is no part of the split.
-      joining_.emplace(root, join_options_, Following{.only_made = true});
-      edit_kept_references(in_, options_, outdir_, *joining_);
+      join(root);
+      edit_kept_references([&]() -> const Sameness::ComparedFile& { return input.file(); }, folder_,
+                           outdir_, *joining_);
       check_joined_files();
       verification_.files += folder.check_others(joined_names(), findings_);
-      compare();
+      compare(root, input);
+    } catch (const InputReading::InputRefused& refused) {
+      findings_.begin_file("");
+      findings_.add(refused.finding);
     } catch (const InputError& error) {
       findings_.begin_file(error.finding().file.empty() ? "." : error.finding().file);
       findings_.add(error.finding());
     }
+  }
+
+  void join(const fs::path& root) {
+    // What the input refers to is no part of the split.
+    if (!joining_) joining_.emplace(root, join_options_, Following{.only_made = true});
+    is_joined_ = true;
   }
 
   void check_joined_files() {
@@ -112,7 +156,7 @@ class SplitCheck {
     return names;
   }
 
-  void compare() {
+  void compare(const fs::path& root, InputReading& input) {
     std::error_code error;
     const fs::path folder = fs::temp_directory_path(error);
     if (error) throw OutputError(folder, error);
@@ -120,21 +164,33 @@ class SplitCheck {
     joining_->write("joined", joined.stream());
     joined.close();
     if (joined.error()) throw OutputError(folder, joined.error());
-    Options quiet;
-    quiet.memory_limit = options_.memory_limit;
+    // Its memory is of use; where something is found the files are read again.
+    joining_.reset();
+    const Sameness::ComparedFile& of_input = input.file();
+    Sameness::ComparedFile of_joined;
     try {
-      add_differences(diff(in_, joined.path(), quiet), *joining_, findings_);
+      Sameness::read_file(joined.path(), of_joined, quiet_);
     } catch (const InputError& refused) {
+      // The folder's files together did not fit into memory.
       Finding finding = refused.finding();
-      // It was the input, or the folder's files together that did not fit into memory.
-      const bool is_joined = finding.file == fspath_to_utf8(joined.path());
-      findings_.begin_file(is_joined ? "." : "");
+      findings_.begin_file(".");
       findings_.add(std::move(finding));
+      return;
     }
+    const Difference difference =
+        Sameness::compare_files(in_, of_input, joined.path(), of_joined, quiet_);
+    if (difference.is_same) return;
+    join(root);
+    add_differences(difference, *joining_, findings_);
   }
 
   /// Looks up where the records stand that findings are about.
-  void set_places() {
+  void set_places(const fs::path& root) {
+    const auto& found = verification_.findings;
+    const bool is_about_records = std::any_of(
+        found.begin(), found.end(), [](const Finding& finding) { return finding.instance != 0; });
+    if (!is_about_records) return;
+    join(root);
     const FileSet& files = joining_->files();
     for (std::size_t i = 0; i < files.size(); ++i) {
       std::vector<Finding*> of_file;
@@ -171,9 +227,11 @@ class SplitCheck {
 
   const fs::path& in_;
   const fs::path& outdir_;
-  const Options& options_;
+  const fs::path folder_;  // from which the input's references are seen
+  Options quiet_;
   JoinOptions join_options_;
   std::optional<Joining> joining_;
+  bool is_joined_ = false;  // it was once, at least
   FindingList findings_;
   Verification verification_;
 };

@@ -31,6 +31,9 @@ void find_references(std::string_view text, std::vector<TextReference>& found);
 /// 4,294,967,295 is passed over.
 void find_references(const Exchange::Record& record, std::vector<TextReference>& found);
 
+/// The same in a text without comments of such a record.
+void find_all_references(std::string_view text, std::vector<TextReference>& found);
+
 /// The first of them; no value where there is none.
 std::optional<TextReference> first_reference(std::string_view text);
 

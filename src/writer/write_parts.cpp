@@ -66,9 +66,9 @@ class RecordWriter {
       if (goes_into_one_file(*entity)) return write_to_only_part(record, *entity);
       return write(record.text);
     }
-    if (is_remade(*entity)) {
+    if (is_remade(*entity) || loses_reference(record, *entity)) {
       const std::string bare = Exchange::without_comments(record.text);
-      find_references(bare, references_);
+      find_all_references(bare, references_);
       write_to_each_part(bare, *entity);
     } else {
       find_references(record, references_);
@@ -122,6 +122,21 @@ class RecordWriter {
   /// Whether more than numbers changes, by the places of parentheses and commas in the text.
   static bool is_remade(const Entity& entity) {
     return is_presentation(entity) || is_context(entity);
+  }
+
+  /// Whether a file of the record lacks something that it refers to. Such a reference is cut out up
+  /// to a parenthesis or comma in front of it, which must be none in a comment.
+  bool loses_reference(const Exchange::Record& record, const Entity& entity) const {
+    const auto is_lost = [&](const Exchange::Mention& mention) {
+      if (mention.number == 0 || mention.number > UINT32_MAX) return false;
+      const Entity* other = slot_at(slots_, static_cast<std::uint32_t>(mention.number));
+      if (other == nullptr) return true;
+      for (const auto [part, number] : entity.part_numbers.entries()) {
+        if (!other->part_numbers.contains(part)) return true;
+      }
+      return false;
+    };
+    return std::any_of(record.mentions.begin(), record.mentions.end(), is_lost);
   }
 
   /// Writes a record whose references are in `references_`.

@@ -147,6 +147,8 @@ struct MadeUsage {
   Ref shape;
   Ref placement;  // the record that places the component
   bool is_placed = false;
+  Ref name;  // the representation that names the occurrence
+  bool has_name = false;
 };
 
 class Maker {
@@ -339,20 +341,32 @@ class Maker {
       for (std::size_t i = 0; i < uses; ++i) use(below(component), component);
     }
     if (traits_.circles && chance(10) && count > 2) use(count - 1, below(count - 1));
-    if (usages_.size() > 1 && chance(4)) {
-      add("SPECIFIED_HIGHER_USAGE_OCCURRENCE('','',$,", products_[0].definition, ",",
-          products_[usages_.back().component].definition, ",$,", usages_.front().usage, ",",
-          usages_.back().usage, ")");
+    if (usages_.size() > 1 && chance(4)) make_higher_usage();
+  }
+
+  /// A component of a component, which may have a name and so a style of its own.
+  void make_higher_usage() {
+    MadeUsage made{0, usages_.back().component, {}, {}, {}, false, {}, false};
+    made.usage = add("SPECIFIED_HIGHER_USAGE_OCCURRENCE('','',$,", products_[0].definition, ",",
+                     products_[made.component].definition, ",$,", usages_.front().usage, ",",
+                     usages_.back().usage, ")");
+    if (chance(2)) {
+      made.shape = add("PRODUCT_DEFINITION_SHAPE('','',", made.usage, ")");
+      name_occurrence(made, shared_context_);
     }
+    higher_usages_.push_back(made);
   }
 
   void use(std::size_t assembly, std::size_t component) {
-    MadeUsage made{assembly, component, {}, {}, {}, false};
+    MadeUsage made{assembly, component, {}, {}, {}, false, {}, false};
     MadeProduct& whole = products_[assembly];
     const MadeProduct& piece = products_[component];
+    const Ref used = chance(12)
+                         ? add("PRODUCT_DEFINITION_OCCURRENCE('','',$,", piece.definition, ",$)")
+                         : piece.definition;
     made.usage =
         add("NEXT_ASSEMBLY_USAGE_OCCURRENCE('" + std::to_string(usages_.size()) + "','','',",
-            whole.definition, ",", piece.definition, ",$)");
+            whole.definition, ",", used, ",$)");
     if (whole.has_shape && piece.has_shape && !chance(8)) {
       made.is_placed = true;
       made.shape = add("PRODUCT_DEFINITION_SHAPE('Placement','',", made.usage, ")");
@@ -361,13 +375,16 @@ class Maker {
       } else {
         place_by_transformation(made, whole, piece);
       }
-      if (chance(5)) {  // A shape of the usage's own, which names the occurrence.
-        const Ref occurrence =
-            add("SHAPE_REPRESENTATION('',(", placement(), "),", whole.context, ")");
-        add("SHAPE_DEFINITION_REPRESENTATION(", made.shape, ",", occurrence, ")");
-      }
+      if (chance(5)) name_occurrence(made, whole.context);
     }
     usages_.push_back(made);
+  }
+
+  /// A shape of the usage's own.
+  void name_occurrence(MadeUsage& made, Ref context) {
+    made.has_name = true;
+    made.name = add("SHAPE_REPRESENTATION('',(", placement(), "),", context, ")");
+    add("SHAPE_DEFINITION_REPRESENTATION(", made.shape, ",", made.name, ")");
   }
 
   void place_by_transformation(MadeUsage& made, const MadeProduct& whole,
@@ -424,11 +441,29 @@ class Maker {
       if (chance(4)) override_style(styled[0], product);
       all_styled_.insert(all_styled_.end(), styled.begin(), styled.end());
     }
+    for (const auto* usages : {&usages_, &higher_usages_}) {
+      for (const MadeUsage& usage : *usages) {
+        if (usage.has_name && chance(2)) style_occurrence(usage, styled_of_all);
+      }
+    }
     if (!styled_of_all.empty()) {
       add("MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION('',", styled_of_all, ",",
           shared_context_, ")");
     }
     if (!all_styled_.empty() && chance(3)) add("INVISIBILITY(", some(all_styled_), ")");
+  }
+
+  /// A colour of its own for one occurrence, by the context of its name.
+  void style_occurrence(const MadeUsage& usage, Refs& styled) {
+    const MadeProduct& product = products_[usage.component];
+    if (product.solids.empty()) return;
+    const Ref style = add("PRESENTATION_STYLE_BY_CONTEXT((", colour_, "),", usage.name, ")");
+    if (styled.empty() || chance(2)) {
+      styled.push_back(add("STYLED_ITEM('',(", style, "),", any(product.solids), ")"));
+    } else {
+      styled.push_back(add("OVER_RIDING_STYLED_ITEM('',(", style, "),", any(product.solids), ",",
+                           styled.back(), ")"));
+    }
   }
 
   /// A colour of its own for one occurrence, said in the assembly's context.
@@ -583,6 +618,7 @@ class Maker {
   Refs directions_;
   std::vector<MadeProduct> products_;
   std::vector<MadeUsage> usages_;
+  std::vector<MadeUsage> higher_usages_;
   Refs all_styled_;
 };
 

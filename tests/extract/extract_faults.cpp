@@ -128,8 +128,7 @@ class Extractions {
   }
   /// A definition without a shape or a place in the structure is no product.
   bool is_product_without_users(ProductId product) const {
-    const Product& one = products_.products[product];
-    return !one.links.empty() || !one.usages.empty();
+    return !products_.products[product].links.empty() || products_.is_assembly(product);
   }
   template <class IsBelow>
   bool is_used_by(ProductId product, IsBelow is_below) const {

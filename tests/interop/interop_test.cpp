@@ -8,6 +8,7 @@
 #include "instances/loader.h"
 #include "interop/assemblies.h"
 #include "interop/kernel_reader.h"
+#include "interop/kernel_writer.h"
 #include "kessel/splitter.h"
 #include "splitter/placed_names.h"
 #include "support/scratch_folder.h"
@@ -53,6 +54,24 @@ TEST_P(NestedSplit, RootOpensAsTheOriginal) {
   if (in.empty()) GTEST_SKIP() << why_no_sample();
   EXPECT_EQ(differences_of_root(in, {.assemblies = AssemblyStyle::nested}, folder), "");
 }
+
+class KernelDocument : public testing::TestWithParam<std::string> {};
+
+TEST_P(KernelDocument, RootsOfSplitsOpenAsTheOriginal) {
+  const ScratchFolder folder;
+  const fs::path in = folder / "in.step";
+  write_kernel_document(GetParam(), in);
+  for (const AssemblyStyle style : {AssemblyStyle::nested, AssemblyStyle::lean}) {
+    const fs::path out = folder / (style == AssemblyStyle::lean ? "lean" : "nested");
+    const fs::path root = split_paths(in, out, {.assemblies = style}).at(0);
+    EXPECT_EQ(differences(read_free_shapes(in), read_free_shapes(root)) +
+                  differences(read_remarks(in), read_remarks(root)),
+              "");
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kernel, KernelDocument, testing::ValuesIn(kernel_documents()),
+                         [](const auto& test) { return test.param; });
 
 /// The file names of the assemblies that other assemblies use.
 std::vector<fs::path> sub_assembly_names(const fs::path& in) {

@@ -8,8 +8,8 @@
 
 #include "exchange/parameters.h"
 #include "instances/collectors.h"
-#include "instances/loader.h"
 #include "interop/assemblies.h"
+#include "output/layout_loader.h"
 #include "support/loaded_text.h"
 #include "support/product_records.h"
 
@@ -48,13 +48,18 @@ ReadRecords read(std::istream& in) {
   return records;
 }
 
+void load(std::istream& in, Instances& instances, TextLayout& layout) {
+  LayoutLoader loader(instances, layout, {});
+  load_with(in, loader, {});
+}
+
 /// A file of the split, and the input's record that each of its numbers stands for.
 class WrittenCheck {
  public:
-  WrittenCheck(std::istream& in, const Instances& instances, const Products& products,
-               const Placement& placement, const fs::path& folder)
+  WrittenCheck(std::istream& in, const Instances& instances, const TextLayout& layout,
+               const Products& products, const Placement& placement, const fs::path& folder)
       : instances_(instances), placement_(placement), input_(read(in)) {
-    SplitToWrite split{instances, products, placement, 0x0123456789abcdef, {}, {}};
+    SplitToWrite split{instances, layout, products, placement, 0x0123456789abcdef, {}, {}};
     for (FileId file = 0; file < placement.files.size(); ++file) {
       split.paths.push_back(folder / ("f" + std::to_string(file) + ".stp"));
       split.names.push_back("f");
@@ -160,12 +165,13 @@ TEST_P(SplitWriting, EachFileHasItsRecordsAsTheyAreInTheInput) {
   for (const AssemblyStyle style : {AssemblyStyle::lean, AssemblyStyle::nested}) {
     std::ifstream in(path, std::ios::binary);
     Instances instances;
-    load_instances(in, instances);
+    TextLayout layout;
+    load(in, instances, layout);
     const Products products = find_products(instances);
     const Placement placement = place_records(instances, products, style);
     const fs::path out = folder / (style == AssemblyStyle::lean ? "lean" : "nested");
     fs::create_directory(out);
-    const WrittenCheck check(in, instances, products, placement, out);
+    const WrittenCheck check(in, instances, layout, products, placement, out);
   }
 }
 
@@ -175,10 +181,11 @@ INSTANTIATE_TEST_SUITE_P(Assemblies, SplitWriting, testing::ValuesIn(every_assem
 std::string written(const std::string& text, const ScratchFolder& folder, FileId wanted) {
   std::istringstream in(text);
   Instances instances;
-  load_instances(in, instances);
+  TextLayout layout;
+  load(in, instances, layout);
   const Products products = find_products(instances);
   const Placement placement = place_records(instances, products, AssemblyStyle::nested);
-  SplitToWrite split{instances, products, placement, 0x0123456789abcdef, {}, {}};
+  SplitToWrite split{instances, layout, products, placement, 0x0123456789abcdef, {}, {}};
   for (FileId file = 0; file < placement.files.size(); ++file) {
     split.paths.push_back(folder / ("f" + std::to_string(file) + ".stp"));
     split.names.push_back("f");

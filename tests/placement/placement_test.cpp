@@ -344,11 +344,75 @@ TEST(Placement, RelationsOfTwoComponentsStandInTheirAssembly) {
   EXPECT_EQ(related.at(82), "0");
 }
 
-TEST(Placement, UsagesOfDeeperLevelsStandWhereTheLeastIsAdded) {
-  const Placed deeper(CAR + "#80=SPECIFIED_HIGHER_USAGE_OCCURRENCE('','','',#10,#30,$,#60,#70);\n");
-  EXPECT_EQ(deeper.at(80), "0");
-  EXPECT_EQ(deeper.at(70), "0 1");
-  EXPECT_EQ(deeper.at(50), "2");
+/// Car with two wheels, whose usages have the names #67 and #77; styles #80 (of #82 and colour #83)
+/// and #81 (overriding that, by the context of #67), and one presentation of both, #90.
+const std::string COLOURED_WHEELS =
+    product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") + solid_records(40) +
+    placed_usage_records(60, 10, 20) + placed_usage_records(70, 10, 20) +
+    "#66=SHAPE_DEFINITION_REPRESENTATION(#61,#67);\n#67=SHAPE_REPRESENTATION('',(#3),#2);\n"
+    "#76=SHAPE_DEFINITION_REPRESENTATION(#71,#77);\n#77=SHAPE_REPRESENTATION('',(#3),#2);\n"
+    "#80=STYLED_ITEM('',(#82),#40);\n#82=PRESENTATION_STYLE_ASSIGNMENT((#83));\n"
+    "#83=COLOUR_RGB('',1.,0.,0.);\n#81=OVER_RIDING_STYLED_ITEM('',(#84),#40,#80);\n"
+    "#84=PRESENTATION_STYLE_BY_CONTEXT((#85),#67);\n#85=COLOUR_RGB('',0.,0.,1.);\n"
+    "#90=MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION('',(#80,#81),#2);\n";
+
+TEST(Placement, AStyleOfOneOfTwoOccurrencesStandsWithTheAssemblyOnAStandIn) {
+  for (const AssemblyStyle style : {AssemblyStyle::nested, AssemblyStyle::lean}) {
+    const Placed wheels(COLOURED_WHEELS, style);
+    EXPECT_EQ(wheels.at(81), "0");
+    EXPECT_EQ(wheels.at(84), "0");
+    EXPECT_EQ(wheels.at(85), "0");
+    EXPECT_EQ(wheels.at(80), "0g 1");  // what it overrides
+    EXPECT_EQ(wheels.at(82), "0 1");
+    EXPECT_EQ(wheels.at(40), "0s 1");
+    EXPECT_EQ(wheels.at(41), "1");
+    EXPECT_EQ(wheels.at(90), "0 1");
+    EXPECT_THAT(wheels.placement.warnings, IsEmpty());
+  }
+}
+
+TEST(Placement, AStyleOfAnOnlyOccurrenceStandsWithThePart) {
+  const Placed wheel(product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") +
+                     solid_records(40) + placed_usage_records(60, 10, 20) +
+                     "#66=SHAPE_DEFINITION_REPRESENTATION(#61,#67);\n"
+                     "#67=SHAPE_REPRESENTATION('',(#3),#2);\n#81=STYLED_ITEM('',(#84),#40);\n"
+                     "#84=PRESENTATION_STYLE_BY_CONTEXT((#85),#67);\n"
+                     "#85=COLOUR_RGB('',0.,0.,1.);\n");
+  EXPECT_EQ(wheel.at(81), "1");
+  EXPECT_EQ(wheel.at(67), "0 1");
+  EXPECT_EQ(wheel.at(40), "1");
+}
+
+TEST(Placement, AStyleOfASubAssemblyStandsWithItsAssembly) {
+  for (const AssemblyStyle style : {AssemblyStyle::nested, AssemblyStyle::lean}) {
+    const Placed car(CAR +
+                         "#66=SHAPE_DEFINITION_REPRESENTATION(#61,#67);\n"
+                         "#67=SHAPE_REPRESENTATION('',(#3),#2);\n#81=STYLED_ITEM('',(#84),#50);\n"
+                         "#84=PRESENTATION_STYLE_BY_CONTEXT((#85),#67);\n"
+                         "#85=COLOUR_RGB('',0.,0.,1.);\n",
+                     style);
+    const bool is_nested = style == AssemblyStyle::nested;
+    EXPECT_EQ(car.at(81), "0");
+    EXPECT_EQ(car.at(50), is_nested ? "0s 2" : "0s 1");
+  }
+}
+
+TEST(Placement, UsagesOfHigherLevelsStandWithTheirAssemblyAndBringTheirStyles) {
+  const Placed higher(
+      CAR +
+      "#80=SPECIFIED_HIGHER_USAGE_OCCURRENCE('','','',#10,#30,$,#60,#70);\n"
+      "#81=PRODUCT_DEFINITION_SHAPE('','',#80);\n#82=SHAPE_DEFINITION_REPRESENTATION(#81,#83);\n"
+      "#83=SHAPE_REPRESENTATION('',(#3),#2);\n#84=STYLED_ITEM('',(#85),#50);\n"
+      "#85=PRESENTATION_STYLE_BY_CONTEXT((#86),#83);\n#86=COLOUR_RGB('',0.,0.,1.);\n"
+      "#87=PROMISSORY_USAGE_OCCURRENCE('','','',#20,#30,$);\n");
+  EXPECT_EQ(higher.at(80), "0");
+  EXPECT_EQ(higher.at(82), "0");
+  EXPECT_EQ(higher.at(84), "0");
+  EXPECT_EQ(higher.at(70), "0 1");
+  EXPECT_EQ(higher.at(87), "1");
+  EXPECT_EQ(higher.at(50), "0s 2");
+  EXPECT_EQ(higher.at(10), "0");
+  EXPECT_THAT(higher.placement.warnings, IsEmpty());
 }
 
 TEST(Placement, TheSameTwice) {

@@ -101,7 +101,24 @@ TEST(Products, UsagesOfDeeperLevelsAndOfNothingAreNoUsages) {
                         product_records(20, "bolt", "#4") + usage_record(30, 10, 20) +
                         "#31=SPECIFIED_HIGHER_USAGE_OCCURRENCE('','','',#10,#20,$,#30,#30);\n" +
                         usage_record(32, 10, 99) + usage_record(33, 10, 4));
-  EXPECT_EQ(find_products(file.instances).usages.size(), 1u);
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(all.usages.size(), 1u);
+  ASSERT_EQ(all.deeper.size(), 1u);
+  EXPECT_EQ(names(all, {all.deeper[0].assembly, all.deeper[0].component}),
+            (Names{"whole", "bolt"}));
+}
+
+TEST(Products, UsagesOfOccurrencesAreThoseOfTheirDefinitions) {
+  const LoadedText file(COMMON + product_records(10, "whole", "#3") +
+                        product_records(20, "bolt", "#4") +
+                        "#30=PRODUCT_DEFINITION_OCCURRENCE('left','',$,#31,$);\n"
+                        "#31=PRODUCT_DEFINITION_OCCURRENCE('any','',$,#20,$);\n"
+                        "#32=PRODUCT_DEFINITION_OCCURRENCE('circle','',$,#32,$);\n" +
+                        usage_record(60, 10, 30) + usage_record(61, 10, 32));
+  const Products all = find_products(file.instances);
+  ASSERT_EQ(all.usages.size(), 1u);
+  EXPECT_EQ(names(all, {all.usages[0].component}), Names{"bolt"});
+  EXPECT_EQ(names(all, all.tops), Names{"whole"});
 }
 
 TEST(Products, PlacementsOfUsages) {

@@ -95,6 +95,7 @@ TEST(WholeFirstString, KeepsDoubledApostrophesAndDirectives) {
   EXPECT_EQ(whole_first_string("#5=PRODUCT('it''s','b')"), "it''s");
   EXPECT_EQ(whole_first_string("#5=PRODUCT('''quoted''','b')"), "''quoted''");
   EXPECT_EQ(whole_first_string("#5=PRODUCT('\\X\\F6','b')"), "\\X\\F6");
+  EXPECT_EQ(whole_first_string("#5=PRODUCT('\\S\\' \\S\\a','b')"), "\\S\\' \\S\\a");
   EXPECT_EQ(whole_first_string("#5=PRODUCT('','b')"), "");
   EXPECT_EQ(whole_first_string("#5=PRODUCT($,'b')"), "b");
 }

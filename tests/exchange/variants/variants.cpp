@@ -1,6 +1,8 @@
 #include "exchange/variants/variants.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <numeric>
 #include <random>
 
@@ -162,6 +164,39 @@ const std::vector<Variant> VARIANTS = {
     {"Latin-1 in a name", "\xE4", "\u00E4"},
 };
 
+/// Puts `suffix` behind the strings of all PRODUCT records.
+void lengthen_names(Form& form, const std::string& suffix) {
+  for (WrittenRecord& record : form.records) {
+    if (record.tokens.at(0).text != "PRODUCT") continue;
+    for (plain::Token& token : record.tokens) {
+      if (token.kind != 'S') continue;
+      token.text.pop_back();
+      token.text += suffix + "'";
+    }
+  }
+}
+
+/// UTF-8 as the body of a string, each character beyond ASCII in a directive of its own.
+std::string in_ascii(const std::string& text) {
+  std::string body;
+  for (std::size_t i = 0; i < text.size();) {
+    const auto lead = static_cast<unsigned char>(text[i++]);
+    if (lead < 0x80) {
+      body += static_cast<char>(lead);
+      if (lead == '\'' || lead == '\\') body += static_cast<char>(lead);
+      continue;
+    }
+    std::uint32_t character = lead & (lead < 0xE0 ? 0x1Fu : lead < 0xF0 ? 0x0Fu : 0x07u);
+    for (; i < text.size() && (text[i] & 0xC0) == 0x80; ++i) {
+      character = character << 6 | (static_cast<unsigned char>(text[i]) & 0x3Fu);
+    }
+    std::array<char, 9> digits{};
+    std::snprintf(digits.data(), digits.size(), "%08X", character);
+    body += "\\X4\\" + std::string(digits.data()) + "\\X0\\";
+  }
+  return body;
+}
+
 }  // namespace
 
 const std::vector<Variant>& variants() {
@@ -173,18 +208,16 @@ Rewritten rewritten(const Variant& variant, std::string_view file) {
 }
 
 Rewritten rewritten(const Variant& variant, Form form) {
-  for (WrittenRecord& record : form.records) {
-    if (record.tokens.at(0).text != "PRODUCT") continue;
-    for (plain::Token& token : record.tokens) {
-      if (token.kind != 'S') continue;
-      token.text.pop_back();
-      token.text += variant.suffix + "'";
-    }
-  }
+  lengthen_names(form, variant.suffix);
   if (variant.change != nullptr) variant.change(form);
   Rewritten rewritten{text_of(form), {}};
   for (const auto& [plain, number] : numbers_of(form)) rewritten.plain_numbers[number] = plain;
   return rewritten;
+}
+
+std::string plain_form(const Variant& variant, Form form) {
+  lengthen_names(form, in_ascii(variant.suffix_value));
+  return text_of(form);
 }
 
 std::string plain_form(std::string_view file) {

@@ -36,6 +36,10 @@ Rewritten rewritten(const Variant& variant, std::string_view file);
 /// The same, of a file that was taken apart.
 Rewritten rewritten(const Variant& variant, Form form);
 
+/// The plain form that says what `form` says as `variant` has it: where that puts something behind
+/// names, it stands there in ASCII and directives.
+std::string plain_form(const Variant& variant, Form form);
+
 /// `file` in its plain form: one statement a line, no comments, no blanks.
 std::string plain_form(std::string_view file);
 

@@ -1,0 +1,82 @@
+// The texts of a file that is read a second time.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "exchange/reader.h"
+#include "instances/text_layout.h"
+
+namespace Kessel {
+
+/// Reads the texts of a file again, one after the other, by what was noted of them when it was read
+/// first: without looking for anything. Throws InputError where the file is not the same any more.
+class LaidOutInput {
+ public:
+  /// Bytes behind a text that can be read.
+  static constexpr std::size_t PADDING = 32;
+
+  /// Reads `in` from its beginning. Both must outlive the object.
+  LaidOutInput(std::istream& in, const TextLayout& layout);
+
+  /// Goes on to the next text. All names of the one in front must have been taken. What the
+  /// functions below give is valid until the next call.
+  void next() {
+    const NamePlace own = cursor_.take_place();
+    const std::uint64_t size = cursor_.take_size();
+    const std::uint64_t needed = own.gap + own.digits + size;
+    if (needed > static_cast<std::uint64_t>(end_ - text_end_)) read_on(needed);
+    digits_ = text_end_ + own.gap;
+    behind_number_ = digits_ + own.digits;
+    text_end_ = behind_number_ + size;
+    if (own.digits != 0) expect_name(digits_);
+  }
+
+  /// Of a record: what is behind its number.
+  const char* behind_number() const { return behind_number_; }
+  const char* end() const { return text_end_; }
+  /// Of the end, in bytes from the input's beginning.
+  std::uint64_t offset() const {
+    return passed_ + static_cast<std::uint64_t>(text_end_ - buffer_.get());
+  }
+
+  /// The place of the record's next name, counted from the last one or from its number.
+  NamePlace take_place() { return cursor_.take_place(); }
+  /// Notes that the digits of an instance name should begin at `digits`.
+  void expect_name(const char* digits) { is_changed_ |= digits[-1] ^ '#'; }
+
+  /// The record with all its names, of which there are so many; takes them.
+  Exchange::Record take_record(std::size_t names);
+
+  /// A line of an anchor or reference section with its names; takes them.
+  struct Entry {
+    Exchange::Statement statement;
+    std::span<const Exchange::Mention> mentions;
+  };
+  Entry take_entry();
+
+  /// Throws where an instance name was not found in its place.
+  void require_unchanged() const;
+
+ private:
+  void read_on(std::uint64_t needed);
+  void take_mentions(const char* from, std::uint64_t count);
+
+  std::istream& in_;
+  TextLayout::Cursor cursor_;
+  std::unique_ptr<char[]> buffer_;
+  std::size_t capacity_;
+  const char* end_;               // of what was read
+  const char* digits_ = nullptr;  // of the text's own number
+  const char* behind_number_ = nullptr;
+  const char* text_end_;
+  std::uint64_t passed_ = 0;  // bytes of the input in front of the buffer
+  int is_changed_ = 0;
+  std::vector<Exchange::Mention> mentions_;
+};
+
+}  // namespace Kessel
