@@ -212,12 +212,17 @@ py::dict drawn_part_dict(const Kessel::DrawnPart& part) {
                     "matrix"_a = py::cast(std::vector<double>(component.matrix.rows.begin(),
                                                               component.matrix.rows.end())),
                     "placed"_a = component.is_placed, "colour"_a = colour_or_none(component.colour),
-                    "closes_cycle"_a = component.closes_cycle);
+                    "hidden"_a = component.is_hidden, "closes_cycle"_a = component.closes_cycle);
+  };
+  const auto style_dict = [](const Kessel::PlacedStyle& style) {
+    return py::dict("path"_a = py::cast(style.path), "colour"_a = colour_or_none(style.colour),
+                    "hidden"_a = style.is_hidden);
   };
   return py::dict("unit"_a = text(part.unit), "unit_metres"_a = part.unit_metres,
                   "box"_a = box_or_none(part.box), "dropped"_a = part.dropped,
                   "lines"_a = list_of(part.lines, line_dict),
-                  "components"_a = list_of(part.components, component_dict));
+                  "components"_a = list_of(part.components, component_dict),
+                  "styled"_a = list_of(part.styled, style_dict));
 }
 
 }  // namespace

@@ -88,7 +88,17 @@ struct PlacedComponent {
   bool is_placed = true;
   /// What this usage of the component is coloured, whatever colours its lines have; NO_COLOUR.
   std::int32_t colour = NO_COLOUR;
+  bool is_hidden = false;     ///< the file says that it is not to be seen here
   bool closes_cycle = false;  ///< as that of `PartUse`
+};
+
+/// What a part says of a component of its components.
+struct PlacedStyle {
+  /// The way to it: the position in `DrawnPart::components` of the part, of the component there,
+  /// and so on. Two or more.
+  std::vector<std::size_t> path;
+  std::int32_t colour = NO_COLOUR;  ///< as `PlacedComponent::colour`
+  bool is_hidden = false;           ///< as `PlacedComponent::is_hidden`
 };
 
 /// What is drawn of one part.
@@ -102,6 +112,8 @@ struct DrawnPart {
   /// followed, what they are: a point is missing, an axis is zero, knots do not fit.
   std::uint64_t dropped = 0;
   std::vector<PlacedComponent> components;  ///< one per usage, in order of the file
+  /// Of what is further below. Where several speak of one place, that of the uppermost part counts.
+  std::vector<PlacedStyle> styled = {};
 };
 
 /// The parts of one file with their lines. Owns everything that it holds.
@@ -129,12 +141,14 @@ struct DrawingOptions {
 /// Reads what the exchange file `in` (ISO 10303-21, clear text) draws, from its records alone:
 /// edges (ISO 10303-42) of solids, surfaces and wireframes with their curves; tessellated edges,
 /// and where there are only triangles, their outlines; and where components are placed, by
-/// ITEM_DEFINED_TRANSFORMATION, MAPPED_ITEM or CARTESIAN_TRANSFORMATION_OPERATOR. The file is read
-/// once. Of `options`, those of read_assembly() matter.
+/// ITEM_DEFINED_TRANSFORMATION, MAPPED_ITEM or CARTESIAN_TRANSFORMATION_OPERATOR. Items,
+/// representations and layers that the file hides (INVISIBILITY, ISO 10303-46) have no lines. The
+/// file is read once. Of `options`, those of read_assembly() matter.
 ///
 /// Geometry that cannot be drawn is counted (`DrawnPart::dropped`) and no error. Prints nothing and
 /// writes nothing. Throws as read_assembly() does, and what `options.progress` throws; the memory
-/// limit counts what is kept of the records and the points. Works on the caller's thread.
+/// limit counts what is kept of the records, the lists of what a part shows, and lines with their
+/// points. Works on the caller's thread.
 KESSEL_EXPORT Drawing read_drawing(const std::filesystem::path& in,
                                    const DrawingOptions& drawing = DrawingOptions(),
                                    const Options& options = Options());
@@ -150,10 +164,10 @@ struct PlacedPart {
 };
 
 /// Tells `visit` of part `from` and every component below it at every place, each part in front of
-/// its components, which come in their order. Uses that close a cycle are passed over, and what has
-/// no lines at any level is not entered. Returns false where there are more than `limit` places, of
-/// which the first ones are told. The path is valid during the call. What `visit` throws passes
-/// through.
+/// its components, which come in their order. Uses that close a cycle and what is hidden are passed
+/// over, and what has no lines at any level is not entered. Returns false where there are more than
+/// `limit` places, of which the first ones are told. The path is valid during the call. What
+/// `visit` throws passes through.
 KESSEL_EXPORT bool visit_places(const Drawing& drawing, std::size_t from, std::uint64_t limit,
                                 const std::function<void(const PlacedPart&)>& visit);
 

@@ -31,6 +31,10 @@ struct JoinOptions {
   /// path of that, which need not be there. References start from its folder, and findings have its
   /// name.
   std::filesystem::path stands_for = {};
+  /// Asked of every file where what it says can be read as plain text: of a compressed one, where
+  /// that was unpacked to, or else the same path. May throw `InputError`. What it names must stay
+  /// as it is until `join` returns. Null where all files are read where they are.
+  std::function<std::filesystem::path(const std::filesystem::path&)> readable = {};
   /// Whether an output that is there already is replaced.
   bool replace = false;
   /// Told how far it has come, as Options::progress; the total of Stage::reading grows with the

@@ -8,7 +8,7 @@ namespace Kessel::Exchange {
 
 /// What may stand between words: blanks and the control characters that real files have there.
 constexpr bool is_blank(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
+  return static_cast<unsigned char>(c) <= ' ' && (c == ' ' || (c >= '\t' && c <= '\r'));
 }
 
 constexpr bool is_digit(char c) {
@@ -29,10 +29,16 @@ constexpr bool begins_comment(std::string_view text, std::size_t at) {
   return text[at] == '/' && at + 1 < text.size() && text[at + 1] == '*';
 }
 
-/// The position behind the comment that begins at `at`; the end of the text where none closes it.
-constexpr std::size_t behind_comment(std::string_view text, std::size_t at) {
+/// The position behind the comment that begins at `at`; `npos` where nothing closes it.
+constexpr std::size_t end_of_comment(std::string_view text, std::size_t at) {
   const std::size_t end = text.find("*/", at + 2);
-  return end == std::string_view::npos ? text.size() : end + 2;
+  return end == std::string_view::npos ? end : end + 2;
+}
+
+/// The same; the end of the text where nothing closes it.
+constexpr std::size_t behind_comment(std::string_view text, std::size_t at) {
+  const std::size_t end = end_of_comment(text, at);
+  return end == std::string_view::npos ? text.size() : end;
 }
 
 /// Whether `text` has a print control directive (`\N\`, `\F\`) at `at`, which counts as a blank.

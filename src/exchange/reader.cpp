@@ -5,12 +5,15 @@
 #endif
 
 #include <bit>
+#include <cstring>
 
 #include "exchange/characters.h"
 #include "exchange/faults.h"
+#include "exchange/keyword_ids.h"
 #include "exchange/lexer.h"
 #include "exchange/signature.h"
 #include "exchange/string_value.h"
+#include "exchange/trace.h"
 
 namespace Kessel::Exchange {
 
@@ -88,49 +91,50 @@ bool defines_two(std::string_view text) {
   return definitions > 1;
 }
 
-/// Where the body of the record `text` begins, whose number ends in front of `at`.
-inline const char* find_body(std::string_view text, const char* at) {
-  const char* const end = text.data() + text.size();
+/// Finds the body of `record`, which stands in a buffer with more bytes behind it.
+inline void find_body(Record& record) {
+  const char* body = record.behind_number;
+  const char* const end = record.text.data() + record.text.size();
+  record.has_equals = true;
   // Fast path: nobody writes "=" in another way.
-  if (end - at > 4 && at[0] == ' ' && at[1] == '=' && at[2] == ' ' && begins_keyword(at[3])) {
-    return at + 3;
+  if (std::memcmp(body, " = ", 3) == 0 && begins_keyword(body[3])) {
+    body += 3;
+  } else if (body[0] == '=' && begins_keyword(body[1])) {
+    ++body;
+  } else {
+    const std::string_view text = record.text;
+    std::size_t at = behind_blanks(text, static_cast<std::size_t>(body - text.data()));
+    record.has_equals = at < text.size() && text[at] == '=';
+    if (record.has_equals) at = behind_blanks(text, at + 1);
+    body = text.data() + at;
   }
-  if (end - at > 4 && at[0] == '=' && begins_keyword(at[1])) return at + 1;
-  std::size_t place = behind_blanks(text, static_cast<std::size_t>(at - text.data()));
-  if (place < text.size() && text[place] == '=') place = behind_blanks(text, place + 1);
-  return text.data() + place;
+  record.body = {body, static_cast<std::size_t>(end - body)};
 }
 
-inline Record make_record(const Statement& statement, std::span<const Mention> mentions,
-                          Scrutiny scrutiny) {
-  Record record;
+/// Completes `record`, whose statement is known, but for its keyword.
+inline void complete(Record& record, std::span<const Mention> mentions) {
   record.number = mentions.front().number;
   record.behind_number = mentions.front().end;
-  record.lead = statement.lead;
-  record.text = statement.text;
   record.mentions = mentions.subspan(1);
-  record.offset = statement.offset;
-  record.is_plain = statement.is_plain;
-  const char* const body = find_body(record.text, record.behind_number);
-  const char* const end = record.text.data() + record.text.size();
-  record.body = {body, static_cast<std::size_t>(end - body)};
-  if (scrutiny == Scrutiny::full) record.keyword = keyword_at_front(record.body);
-  return record;
+  find_body(record);
 }
 
 /// One reading: goes from section to section.
 class Reading {
  public:
   Reading(std::istream& in, std::uint64_t position, const Limits& limits, Listener& listener)
-      : cutter_(in, position, limits.statement, limits.block_size),
+      : cutter_(in, position, limits.statement, limits.block_size, limits.scrutiny),
         limits_(limits),
-        listener_(listener) {}
+        listener_(listener) {
+    if (is_full()) keywords_.emplace();
+    if (limits.tape != nullptr && !is_full() && !limits.tape->empty()) trace_.emplace(*limits.tape);
+  }
 
   Ending read() {
     Ending ending;
     if (begin() && read_header()) read_sections();
     ending.error = std::move(error_);
-    ending.bytes = cutter_.offset();
+    ending.bytes = cutter_.offset() - behind_end_;
     return ending;
   }
 
@@ -142,8 +146,9 @@ class Reading {
   }
 
  private:
-  const Statement& statement() const { return cutter_.statement(); }
+  const Statement& statement() const { return record_; }
   bool is_full() const { return limits_.scrutiny == Scrutiny::full; }
+  bool leaves_trace() const { return limits_.tape != nullptr && is_full(); }
 
   bool stop(Finding finding) {
     error_ = std::move(finding);
@@ -156,11 +161,14 @@ class Reading {
 
   /// Takes the next statement. `open` is the section that it stands in, if any.
   bool take(const Section* open) {
-    const Cut cut = cutter_.next(limits_.scrutiny);
+    const Cut cut = cutter_.next(record_);
+    return cut == Cut::statement || stop_at(cut, open);
+  }
+
+  bool stop_at(Cut cut, const Section* open) {
     const std::uint64_t offset = statement().offset;
     switch (cut) {
       case Cut::statement:
-        return true;
       case Cut::end:
         return open == nullptr ? false : stop(unclosed_section(name_of(*open), offset));
       case Cut::unclosed_text:
@@ -260,11 +268,15 @@ class Reading {
   bool read_records() {
     constexpr Section DATA = Section::data;
     for (;;) {
-      if (!take(&DATA)) return false;
+      const Cut cut = trace_ ? cutter_.next(record_, *trace_) : cutter_.next(record_);
+      if (cut != Cut::statement) return stop_at(cut, &DATA);
       const std::string_view text = statement().text;
       if (text.starts_with('#')) {
         if (!take_record()) return false;
-      } else if (is_word(text, "ENDSEC")) {
+        continue;
+      }
+      if (leaves_trace()) leave_unknown(*limits_.tape);
+      if (is_word(text, "ENDSEC")) {
         break;
       } else if (ends_without_word(text)) {
         return stop(unclosed_section(name_of(DATA), statement().offset));
@@ -279,24 +291,40 @@ class Reading {
   }
 
   bool take_record() {
-    const std::vector<Mention>& mentions = cutter_.mentions();
-    if (!begins_with_name(statement(), mentions)) {
-      if (statement().takes_in_record) return stop(unclosed_record(statement()));
-      warn(passed_over(statement()));
+    const std::span<const Mention> mentions = cutter_.mentions();
+    if (!begins_with_name(record_, mentions)) {
+      if (record_.takes_in_record) return stop(unclosed_record(record_));
+      if (leaves_trace()) leave_unknown(*limits_.tape);
+      warn(passed_over(record_));
       return true;
     }
-    const Record record = make_record(statement(), mentions, limits_.scrutiny);
-    if (is_full() && !scrutinise(record)) return false;
-    listener_.record(record);
+    complete(record_, mentions);
+    if (is_full()) {
+      find_keyword();
+      if (!scrutinise(record_)) return false;
+      if (leaves_trace()) {
+        const std::uint64_t begin = record_.offset - record_.lead.size();
+        leave_trace(record_, mentions, static_cast<std::size_t>(cutter_.offset() - begin),
+                    *limits_.tape);
+      }
+    }
+    listener_.record(record_);
     return --left_ != 0;
+  }
+
+  void find_keyword() {
+    record_.keyword_id = keywords_->recognise(record_.body.data(), record_.keyword);
+    if (record_.keyword_id != Record::NO_KEYWORD) return;
+    record_.keyword = keyword_at_front(record_.body);
+    if (!record_.keyword.empty()) record_.keyword_id = keywords_->id_of(record_.keyword);
   }
 
   /// Looks for what makes a record doubtful or unusual.
   bool scrutinise(const Record& record) {
-    const Statement& here = statement();
-    const bool is_usual = !here.takes_in_record && here.depth == 0 && record.number != 0 &&
-                          !here.has_too_large_number && !here.has_backslash &&
-                          !here.has_high_bytes && !record.keyword.empty() && has_equals(record);
+    const bool is_usual = !(record.takes_in_record | record.has_too_large_number |
+                            record.has_backslash | record.has_high_bytes) &&
+                          record.depth == 0 && record.number != 0 && record.has_equals &&
+                          !record.keyword.empty();
     return is_usual || scrutinise_closely(record);
   }
 
@@ -312,7 +340,7 @@ class Reading {
     if (statement().depth < 0) {
       warn(unusual_record(record, "A \")\" in this record closes nothing."));
     }
-    if (!has_equals(record)) {
+    if (!record.has_equals) {
       warn(unusual_record(record, "No \"=\" stands behind the number of this record."));
     }
     if (record.keyword.empty() && !record.body.starts_with('(')) {
@@ -326,18 +354,6 @@ class Reading {
     const Statement& here = statement();
     if (here.has_backslash && has_lone_backslash(here.text)) warn(lone_backslash(here, number));
     if (here.has_high_bytes && !is_utf8(here.text)) warn(foreign_bytes(here, number));
-  }
-
-  /// Whether "=" follows the record's number.
-  bool has_equals(const Record& record) const {
-    const char* const behind_number = record.behind_number;
-    // Fast path: no comment ends with "=".
-    const char* before_body = record.body.data();
-    if (before_body[-1] == ' ') --before_body;
-    if (before_body > behind_number && before_body[-1] == '=') return true;
-    const std::size_t at =
-        behind_blanks(record.text, static_cast<std::size_t>(behind_number - record.text.data()));
-    return at < record.text.size() && record.text[at] == '=';
   }
 
   bool begin_entries(Section section) {
@@ -377,25 +393,34 @@ class Reading {
   /// What stands behind the end is not read.
   void look_behind_end() {
     if (!is_full()) return;
-    const std::string_view rest = cutter_.peek(HEAD_SIZE);
-    const std::size_t first = behind_blanks(rest, 0);
-    if (first == rest.size()) return;
-    const std::uint64_t offset = cutter_.offset() + first;
-    const bool is_signature = keyword_at_front(rest.substr(first)) == "SIGNATURE";
-    warn(is_signature ? dropped_signature(offset) : text_behind_end(offset));
+    const std::uint64_t end = cutter_.offset();
+    if (cutter_.pass_over_blanks()) {
+      const std::uint64_t offset = cutter_.offset();
+      const bool is_signature = keyword_at_front(cutter_.peek(HEAD_SIZE)) == "SIGNATURE";
+      warn(is_signature ? dropped_signature(offset) : text_behind_end(offset));
+    }
+    behind_end_ = cutter_.offset() - end;
   }
 
   StatementCutter cutter_;
+  Record record_;                       // what was taken last, if it is one
+  std::optional<KeywordIds> keywords_;  // with full scrutiny
   const Limits& limits_;
+  std::optional<Tape::Reader> trace_;  // what a reading before has left
   Listener& listener_;
   std::optional<Finding> error_;
-  std::uint64_t left_ = 0;  // how many records and entries are to be read; 0 for all
+  std::uint64_t behind_end_ = 0;  // bytes that were looked at only
+  std::uint64_t left_ = 0;        // how many records and entries are to be read; 0 for all
 };
 
 }  // namespace
 
 Record record_of(const Statement& statement, std::span<const Mention> mentions) {
-  return make_record(statement, mentions, Scrutiny::full);
+  Record record;
+  static_cast<Statement&>(record) = statement;
+  complete(record, mentions);
+  record.keyword = keyword_at_front(record.body);
+  return record;
 }
 
 Ending read_exchange_file(std::istream& in, const Limits& limits, Listener& listener) {

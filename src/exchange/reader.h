@@ -8,8 +8,10 @@
 #include <span>
 #include <string_view>
 
+#include "exchange/keyword_ids.h"
 #include "exchange/statement_cutter.h"
 #include "kessel/finding.h"
+#include "model/tape.h"
 
 namespace Kessel::Exchange {
 
@@ -17,17 +19,19 @@ namespace Kessel::Exchange {
 enum class Section : std::uint8_t { header, anchor, reference, data };
 
 /// A record "#12=PRODUCT(...)" of a data section. Views are valid during the call.
-struct Record {
+struct Record : Statement {
   std::uint64_t number = 0;             ///< of the instance; 0 for "#0" and what is above 2^64-1
-  std::string_view lead;                ///< blanks and comments in front
-  std::string_view text;                ///< all of it but the ";", as it stands, from its "#" on
   const char* behind_number = nullptr;  ///< where the number's digits end in `text`
   std::string_view body;                ///< the end of `text` that begins behind "=" and blanks
+  bool has_equals = true;               ///< "=" stands behind the number
   /// That `body` begins with, "!" included; empty for a complex one. With full scrutiny only.
   std::string_view keyword;
+  /// The number of `keyword` among those that the reading has met, from 0 on; NO_KEYWORD for none,
+  /// and for those that go without (see exchange/keyword_ids.h).
+  std::uint32_t keyword_id = NO_KEYWORD;
   std::span<const Mention> mentions;  ///< the instance names in `body`, in order
-  std::uint64_t offset = 0;           ///< of `text`, in bytes from the input's beginning
-  bool is_plain = true;               ///< Statement::is_plain
+
+  static constexpr std::uint32_t NO_KEYWORD = KeywordIds::NONE;
 };
 
 /// Learns what an exchange file holds, in the order in which it stands there.
@@ -55,6 +59,9 @@ struct Limits {
   Scrutiny scrutiny = Scrutiny::full;
   /// Bytes that are read at once.
   std::size_t block_size = StatementCutter::BLOCK_SIZE;
+  /// What a reading with full scrutiny leaves here makes one of the same file without scrutiny
+  /// faster: about three bytes a record, an empty tape at first. Null for none.
+  Tape* tape = nullptr;
 };
 
 /// How a reading ended.

@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
+#include "exchange/characters.h"
 #include "findings/finding_kinds.h"
-#include "reader/text.h"
 
 namespace Kessel {
 
@@ -64,20 +64,12 @@ std::string sentence_for(FindingKind kind, const std::string& what) {
 }
 
 bool is_no_text(char c) {
-  return (c >= 0 && c < ' ' && !is_space(c) && c != '\x1A' && c != '\x1B') || c == '\x7F';
-}
-
-std::string_view without_comments_in_front(std::string_view text) {
-  for (text = trim(text); text.starts_with("/*");) {
-    const std::size_t end = text.find("*/", 2);
-    if (end == std::string_view::npos) return {};
-    text = trim(text.substr(end + 2));
-  }
-  return text;
+  return (c >= 0 && c < ' ' && !Exchange::is_blank(c) && c != '\x1A' && c != '\x1B') || c == '\x7F';
 }
 
 std::string_view without_wide_blanks_in_front(std::string_view text) {
-  while (!text.empty() && (text.front() == '\0' || is_space(text.front()))) text.remove_prefix(1);
+  while (!text.empty() && (text.front() == '\0' || Exchange::is_blank(text.front())))
+    text.remove_prefix(1);
   return text;
 }
 
@@ -99,7 +91,7 @@ std::optional<Finding> recognise(std::string_view head) {
   if (auto finding = find_signature(behind_blanks, SIGNATURES_BEHIND_BLANKS)) return finding;
   constexpr std::string_view BEGIN = "ISO-10303-21";
   if (head.starts_with(BYTE_ORDER_MARK)) head.remove_prefix(BYTE_ORDER_MARK.size());
-  const std::string_view text = without_comments_in_front(head);
+  const std::string_view text = head.substr(Exchange::behind_blanks(head, 0));
   if (text.starts_with(BEGIN)) return std::nullopt;
   if (std::any_of(head.begin(), head.end(), is_no_text)) {
     return make_finding(binary, sentence_for(binary, "binary data"));

@@ -9,7 +9,9 @@
 #include <cstring>
 
 #include "exchange/characters.h"
+#include "exchange/keyword_ids.h"
 #include "exchange/literals.h"
+#include "exchange/trace.h"
 
 namespace Kessel::Exchange {
 
@@ -17,13 +19,17 @@ namespace {
 
 /// Zeros behind what was read, so that whole words and blocks can be looked at.
 constexpr std::size_t PADDING = 64;
+static_assert(PADDING >= KeywordIds::READ_AHEAD);
+
+/// So many at most are among 64 bytes, even where one begins with the last of them.
+constexpr std::size_t NAMES_IN_BLOCK = 33;
 
 std::unique_ptr<char[]> make_buffer(std::size_t capacity) {
   return std::make_unique_for_overwrite<char[]>(capacity + PADDING);
 }
 
 /// The digits at `p`, which moves behind them; 0 where they say more than 2^64-1.
-std::uint64_t take_long_number(const char*& p) {
+[[gnu::noinline]] std::uint64_t take_long_number(const char*& p) {
   std::uint64_t value = 0;
   bool is_too_large = false;
   for (; is_digit(*p); ++p) {
@@ -38,7 +44,7 @@ std::uint64_t take_long_number(const char*& p) {
 ///
 /// Fast path for up to seven digits, which is nearly every number: eight bytes are taken at once,
 /// what is no digit is shifted out, and the digits are summed up in pairs, fours and eights.
-inline std::uint64_t take_number(const char*& p) {
+[[gnu::always_inline]] inline std::uint64_t take_number(const char*& p) {
   if constexpr (std::endian::native == std::endian::little) {
     constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
     std::uint64_t word = 0;
@@ -64,13 +70,18 @@ inline std::uint64_t take_number(const char*& p) {
 }  // namespace
 
 StatementCutter::StatementCutter(std::istream& in, std::uint64_t position, std::uint64_t max_held,
-                                 std::size_t block_size)
+                                 std::size_t block_size, Scrutiny scrutiny)
     : in_(in),
       buffer_(make_buffer(block_size)),
       capacity_(block_size),
+      at_(buffer_.get()),
+      end_(at_),
       ended_(!in.good()),
+      scrutiny_(scrutiny),
       max_held_(max_held),
-      passed_(position) {
+      passed_(position),
+      names_(4 * NAMES_IN_BLOCK),
+      last_name_(names_.data()) {
   std::memset(buffer_.get(), 0, PADDING);
 }
 
@@ -80,37 +91,37 @@ StatementCutter::StatementCutter(std::istream& in, std::uint64_t position, std::
 bool StatementCutter::refill() {
   if (ended_) return false;
   block_ = nullptr;
-  const std::size_t left = end_ - begin_;
+  const auto left = static_cast<std::size_t>(end_ - at_);
+  passed_ = offset();
   if (left == capacity_) {
     if (left >= max_held_) return false;
     const auto more = static_cast<std::size_t>(std::min<std::uint64_t>(left, max_held_ - left + 1));
     auto larger = make_buffer(capacity_ + more);
-    std::memcpy(larger.get(), buffer_.get() + begin_, left);
+    std::memcpy(larger.get(), at_, left);
     buffer_ = std::move(larger);
     capacity_ += more;
   } else {
-    std::memmove(buffer_.get(), buffer_.get() + begin_, left);
+    std::memmove(buffer_.get(), at_, left);
   }
-  passed_ += begin_;
-  begin_ = 0;
-  in_.read(buffer_.get() + left, static_cast<std::streamsize>(capacity_ - left));
+  char* const behind = buffer_.get() + left;
+  in_.read(behind, static_cast<std::streamsize>(capacity_ - left));
   const auto count = static_cast<std::size_t>(in_.gcount());
-  end_ = left + count;
-  std::memset(buffer_.get() + end_, 0, PADDING);
+  at_ = buffer_.get();
+  end_ = behind + count;
+  std::memset(behind + count, 0, PADDING);
   ended_ = count == 0;
   return true;
 }
 
 std::string_view StatementCutter::peek(std::size_t most) {
-  while (end_ - begin_ < most && refill()) {
+  while (static_cast<std::size_t>(end_ - at_) < most && refill()) {
   }
-  return {buffer_.get() + begin_, std::min(most, end_ - begin_)};
+  return {at_, std::min(most, static_cast<std::size_t>(end_ - at_))};
 }
 
 /// Where the blanks, comments and print control directives at `p`, which is no blank, end.
 /// `is_open` tells that a comment does not end; then it is that comment's beginning.
 const char* StatementCutter::find_long_lead_end(const char* p, bool& is_open) const {
-  const char* const end = buffer_.get() + end_;
   for (;;) {
     while (is_blank(*p)) ++p;  // Ends at the padding.
     if (*p == '\\' && (p[1] == 'N' || p[1] == 'F') && p[2] == '\\') {
@@ -118,129 +129,176 @@ const char* StatementCutter::find_long_lead_end(const char* p, bool& is_open) co
       continue;
     }
     if (*p != '/' || p[1] != '*') return p;
-    const std::string_view rest(p, static_cast<std::size_t>(end - p));
-    const std::size_t close = rest.find("*/", 2);
-    if (close == std::string_view::npos) {
+    const std::string_view rest(p, static_cast<std::size_t>(end_ - p));
+    const std::size_t behind = end_of_comment(rest, 0);
+    if (behind == std::string_view::npos) {
       is_open = true;
       return p;
     }
-    p += close + 2;
+    p += behind;
   }
 }
 
-Cut StatementCutter::next(Scrutiny scrutiny) {
+bool StatementCutter::pass_over_blanks() {
+  constexpr std::ptrdiff_t LONGEST_BEGINNING = 3;  // of a print control directive
+  block_ = nullptr;
   for (;;) {
-    const char* const front = buffer_.get() + begin_;
     bool is_open = false;
-    const char* first = front;
+    at_ = find_long_lead_end(at_, is_open);
+    if (!is_open && end_ - at_ >= LONGEST_BEGINNING) return true;
+    if (!refill()) return at_ < end_ && !(is_open && ended_);
+  }
+}
+
+namespace {
+
+std::string_view between(const char* begin, const char* end) {
+  return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+/// Nothing is known of the statement's text yet.
+void clear(Statement& statement) {
+  statement.has_too_large_number = false;
+  statement.takes_in_record = false;
+  statement.has_backslash = false;
+  statement.has_high_bytes = false;
+  statement.is_plain = true;
+}
+
+}  // namespace
+
+template <bool full>
+Cut StatementCutter::take(Statement& statement) {
+  for (;;) {
+    bool is_open = false;
+    const char* first = at_;
     while (is_blank(*first)) ++first;  // Ends at the padding.
-    if (*first == '/' || *first == '\\') {
+    if (*first == '/' || *first == '\\') [[unlikely]] {
       first = find_long_lead_end(first, is_open);
       block_ = nullptr;  // There may be marks in it.
     }
+    clear(statement);
+    last_name_ = names_.data();
     const char* at = first;
-    Scan scanned = Scan::more;
-    begin_statement();
+    Scan scanned = Scan::in_comment;
     if (!is_open) {
-      scanned = knows_resources_             ? scan_plainly(first, at)
-                : scrutiny == Scrutiny::full ? scan<true>(first, at)
-                                             : scan<false>(first, at);
+      scanned =
+          knows_resources_ ? scan_plainly(statement, first, at) : scan<full>(statement, first, at);
     }
-    if (scanned != Scan::closed && refill()) continue;
-
-    const char* const end = scanned == Scan::closed ? at : buffer_.get() + end_;
-    const auto length = [](const char* a, const char* b) {
-      return static_cast<std::size_t>(b - a);
-    };
-    statement_.lead = {front, length(front, first)};
-    statement_.text = without_blanks_behind({first, length(first, end)});
-    statement_.offset = offset() + statement_.lead.size();
-    if (scanned == Scan::closed) {
-      begin_ = length(buffer_.get(), end) + 1;
-      return Cut::statement;
+    if (scanned != Scan::closed) [[unlikely]] {
+      if (refill()) continue;
+      at = end_;
     }
-    if (!ended_) return Cut::too_long;
-    begin_ = length(buffer_.get(), end);
-    if (is_open || scanned == Scan::in_comment) return Cut::unclosed_comment;
-    if (scanned == Scan::in_string) return Cut::unclosed_string;
-    return statement_.text.empty() ? Cut::end : Cut::unclosed_text;
+    statement.lead = between(at_, first);
+    statement.text = without_blanks_behind(between(first, at));
+    statement.offset = offset_of(first);
+    if (scanned != Scan::closed) [[unlikely]]
+      return not_closed(scanned, statement);
+    at_ = at + 1;
+    return Cut::statement;
   }
 }
 
-void StatementCutter::begin_statement() {
-  mentions_.clear();
-  statement_.has_too_large_number = false;
-  statement_.depth = 0;
-  statement_.takes_in_record = false;
-  statement_.has_backslash = false;
-  statement_.has_high_bytes = false;
-  statement_.is_plain = true;
+/// What became of the last statement, which nothing closes.
+Cut StatementCutter::not_closed(Scan scanned, Statement& statement) {
+  if (!ended_) return Cut::too_long;
+  at_ = end_;
+  if (scanned == Scan::in_comment) return Cut::unclosed_comment;
+  if (scanned == Scan::in_string) return Cut::unclosed_string;
+  return statement.text.empty() ? Cut::end : Cut::unclosed_text;
 }
 
-/// Takes the instance name at `p`, which moves behind it.
-[[gnu::always_inline]] inline void StatementCutter::mention(const char*& p) {
+/// Takes the instance name at `p`, which moves behind it, to `last`, which moves on.
+[[gnu::always_inline]] inline void StatementCutter::take_name(const char*& p, Mention*& last,
+                                                              Statement& statement) {
   const char* const begin = ++p;
   const std::uint64_t number = take_number(p);
-  if (number != 0) {
-    mentions_.push_back({number, begin, p});
+  *last = {number, begin, p};
+  if (number != 0) [[likely]] {
+    ++last;
   } else {
-    mention_unusual(begin, p);
+    last = take_unusual_name(last, statement);
   }
 }
 
-/// The same for the name whose digits stand at [begin, p), where they say no usable number.
-[[gnu::noinline]] void StatementCutter::mention_unusual(const char* begin, const char* p) {
+/// The same for a name without a usable number, which stands at `last` already.
+[[gnu::noinline]] Mention* StatementCutter::take_unusual_name(Mention* last, Statement& statement) {
   // "#NAME" is a constant's name (ISO 10303-21, 6.4.4.4), and stays as it is.
-  statement_.is_plain = false;
-  if (p == begin) return;
-  mentions_.push_back({0, begin, p});
-  statement_.has_too_large_number |= std::any_of(begin, p, [](char c) { return c != '0'; });
+  statement.is_plain = false;
+  if (last->begin == last->end) return last;
+  statement.has_too_large_number |=
+      std::any_of(last->begin, last->end, [](char c) { return c != '0'; });
+  return last + 1;
 }
+
+/// Makes room for the names that one more block may have, and one. Returns where `last` is then.
+inline Mention* StatementCutter::make_room_for_names(Mention* last) {
+  const auto count = static_cast<std::size_t>(last - names_.data());
+  if (names_.size() - count <= NAMES_IN_BLOCK) [[unlikely]]
+    names_.resize(2 * names_.size());
+  return names_.data() + count;
+}
+
+namespace {
 
 /// Notes which bytes stand in a text that is passed over.
-void StatementCutter::look_at(const char* from, const char* to) {
+void look_at(const char* from, const char* to, Statement& statement) {
   for (; from < to; ++from) {
-    statement_.has_backslash |= *from == '\\';
-    statement_.has_high_bytes |= (*from & 0x80) != 0;
+    statement.has_backslash |= *from == '\\';
+    statement.has_high_bytes |= (*from & 0x80) != 0;
   }
 }
 
+}  // namespace
+
 /// Looks for the ";" byte by byte; the way in sections with resources, and past comments.
-StatementCutter::Scan StatementCutter::scan_plainly(const char* from, const char*& at) {
+StatementCutter::Scan StatementCutter::scan_plainly(Statement& statement, const char* from,
+                                                    const char*& at) {
   block_ = nullptr;
-  const char* const end = buffer_.get() + end_;
-  for (const char* p = from; p < end;) {
+  statement.depth = 0;
+  Scan scanned = Scan::more;
+  Mention* last = names_.data();
+  for (const char* p = from; p < end_;) {
     const char* const here = p;
-    const std::string_view rest(p, static_cast<std::size_t>(end - p));
+    const std::string_view rest = between(p, end_);
     if (*p == ';') {
       at = p;
-      return Scan::closed;
+      scanned = Scan::closed;
+      break;
     }
     if (*p == '\'') {
       const std::size_t behind = behind_string(rest, 0);
-      if (behind == std::string_view::npos) return Scan::in_string;
-      statement_.is_plain &= rest.substr(0, behind).find("\\'") == std::string_view::npos;
+      if (behind == std::string_view::npos) {
+        scanned = Scan::in_string;
+        break;
+      }
+      statement.is_plain &= rest.substr(0, behind).find("\\'") == std::string_view::npos;
       p += behind;
     } else if (begins_comment(rest, 0)) {
-      const std::size_t close = rest.find("*/", 2);
-      if (close == std::string_view::npos) return Scan::in_comment;
-      statement_.is_plain = false;
-      p += close + 2;
+      const std::size_t behind = end_of_comment(rest, 0);
+      if (behind == std::string_view::npos) {
+        scanned = Scan::in_comment;
+        break;
+      }
+      statement.is_plain = false;
+      p += behind;
     } else if (*p == '<' && knows_resources_) {
       const std::size_t close = rest.find('>');
-      if (close == std::string_view::npos) return Scan::more;
+      if (close == std::string_view::npos) break;
       p += close + 1;
     } else if (*p == '#') {
-      if (statement_.depth <= 0 && p != from) statement_.takes_in_record = true;
-      mention(p);
+      if (statement.depth <= 0 && p != from) statement.takes_in_record = true;
+      last = make_room_for_names(last);
+      take_name(p, last, statement);
     } else {
-      if (*p == '(') ++statement_.depth;
-      if (*p == ')') --statement_.depth;
+      if (*p == '(') ++statement.depth;
+      if (*p == ')') --statement.depth;
       ++p;
     }
-    look_at(here, p);
+    look_at(here, p, statement);
   }
-  return Scan::more;
+  last_name_ = last;
+  return scanned;
 }
 
 #if defined(__SSE2__)
@@ -251,9 +309,32 @@ __m128i all(char c) {
   return _mm_set1_epi8(c);
 }
 
-std::uint64_t bits_of(__m128i bytes, int place) {
-  return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(bytes))} << (16 * place);
-}
+/// 64 bytes at once.
+struct Bytes {
+  explicit Bytes(const char* p) {
+    for (int i = 0; i < 4; ++i) {
+      parts[i] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p) + i);
+    }
+  }
+
+  /// A bit for each part's byte in which the highest bit of what `look` makes of it is set.
+  template <class Look>
+  std::uint64_t bits(Look look) const {
+    const auto of = [&](int i) {
+      return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(look(parts[i])))} << (16 * i);
+    };
+    return of(0) | of(1) | of(2) | of(3);
+  }
+
+  /// Whether it is set for any.
+  template <class Look>
+  bool has(Look look) const {
+    return _mm_movemask_epi8(_mm_or_si128(_mm_or_si128(look(parts[0]), look(parts[1])),
+                                          _mm_or_si128(look(parts[2]), look(parts[3])))) != 0;
+  }
+
+  __m128i parts[4];
+};
 
 /// For each bit the parity of all bits up to it, itself included.
 std::uint64_t parities(std::uint64_t bits) {
@@ -263,42 +344,39 @@ std::uint64_t parities(std::uint64_t bits) {
 
 }  // namespace
 
-/// Finds the marks in the 64 bytes at `block`: "#", "/", ";" and, for full scrutiny, "(" and ")"
-/// outside strings. A "+" may be among them, too: it differs from "#" in one bit only, as "'" and
-/// "/" do. So is an apostrophe behind a backslash, which may belong to a directive.
+/// Finds the marks in the 64 bytes at `block`, which may go on from those before: "#", "/", ";"
+/// and, for full scrutiny, "(" and ")" outside strings. A "+" may be among them, too: it differs
+/// from "#" in one bit only, as "'" and "/" do. So is an apostrophe behind a backslash, which may
+/// belong to a directive.
 template <bool full>
-inline void StatementCutter::find_marks(const char* block) {
-  std::uint64_t marks = 0;
-  std::uint64_t apostrophes = 0;
-  std::uint64_t unusual = 0;
-  for (int i = 0; i < 4; ++i) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block) + i);
-    const __m128i cleared = _mm_and_si128(bytes, all(static_cast<char>(~0x0C)));
-    __m128i found =
-        _mm_or_si128(_mm_cmpeq_epi8(cleared, all('#')), _mm_cmpeq_epi8(bytes, all(';')));
-    if constexpr (full) {
-      const __m128i even = _mm_and_si128(bytes, all(static_cast<char>(~0x01)));
-      found = _mm_or_si128(found, _mm_cmpeq_epi8(even, all('(')));
-      unusual |= bits_of(_mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, all('\\'))), i);
-    }
-    marks |= bits_of(found, i);
-    apostrophes |= bits_of(_mm_cmpeq_epi8(bytes, all('\'')), i);
+[[gnu::always_inline]] inline std::uint64_t StatementCutter::find_marks(const char* block,
+                                                                        bool goes_on) {
+  const Bytes bytes(block);
+  std::uint64_t marks = bytes.bits([](__m128i part) {
+    const __m128i cleared = _mm_and_si128(part, all(static_cast<char>(~0x0C)));
+    const __m128i found =
+        _mm_or_si128(_mm_cmpeq_epi8(cleared, all('#')), _mm_cmpeq_epi8(part, all(';')));
+    if constexpr (!full) return found;
+    const __m128i even = _mm_and_si128(part, all(static_cast<char>(~0x01)));
+    return _mm_or_si128(found, _mm_cmpeq_epi8(even, all('(')));
+  });
+  const std::uint64_t apostrophes =
+      bytes.bits([](__m128i part) { return _mm_cmpeq_epi8(part, all('\'')); });
+  if constexpr (full) {
+    is_unusual_ =
+        bytes.has([](__m128i part) { return _mm_or_si128(part, _mm_cmpeq_epi8(part, all('\\'))); });
   }
   if ((apostrophes | in_string_) != 0) {
-    if constexpr (!full) {
-      for (int i = 0; i < 4; ++i) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block) + i);
-        unusual |= bits_of(_mm_cmpeq_epi8(bytes, all('\\')), i);
-      }
-    }
+    const auto is_backslash = [](__m128i part) { return _mm_cmpeq_epi8(part, all('\\')); };
     const std::uint64_t strings = parities(apostrophes) ^ in_string_;
     in_string_ = 0 - (strings >> 63);
-    const std::uint64_t before = block_ != nullptr && block[-1] == '\\' ? 1 : 0;
-    marks = (marks & ~apostrophes & ~strings) | (apostrophes & (unusual << 1 | before));
+    marks &= ~(apostrophes | strings);
+    if ((full ? is_unusual_ : bytes.has(is_backslash)) || (apostrophes & 1) != 0) [[unlikely]] {
+      const std::uint64_t before = goes_on && block[-1] == '\\' ? 1 : 0;
+      marks |= apostrophes & (bytes.bits(is_backslash) << 1 | before);
+    }
   }
-  block_ = block;
-  marks_ = marks;
-  unusual_ = unusual;
+  return marks;
 }
 
 /// The same as scan_plainly(), from mark to mark.
@@ -307,44 +385,59 @@ inline void StatementCutter::find_marks(const char* block) {
 /// the next statement's. What needs a closer look, a comment or an apostrophe in a directive, has
 /// its whole statement looked at byte by byte.
 template <bool full>
-StatementCutter::Scan StatementCutter::scan(const char* from, const char*& at) {
-  const char* const end = buffer_.get() + end_;
-  if (block_ == nullptr || from - block_ >= 64 || has_full_marks_ != full) {
+[[gnu::always_inline]] inline StatementCutter::Scan StatementCutter::scan(Statement& statement,
+                                                                          const char* from,
+                                                                          const char*& at) {
+  const char* const end = end_;
+  const char* block = block_;
+  std::uint64_t marks = marks_;
+  Mention* last = names_.data();
+  if (reinterpret_cast<std::uintptr_t>(from) - reinterpret_cast<std::uintptr_t>(block) >= 64) {
+    block = from;
     if (from >= end) return Scan::more;
-    block_ = nullptr;
     in_string_ = 0;
-    has_full_marks_ = full;
-    find_marks<full>(from);
+    marks = find_marks<full>(block, false);
+  }
+  const char* p = from;
+  if (*p == '#') {
+    marks &= marks - 1;  // No other stands in front.
+    take_name(p, last, statement);
   }
   int depth = 0;
-  std::uint64_t unusual = unusual_;
+  bool is_unusual = is_unusual_;
   for (;;) {
-    for (std::uint64_t marks = marks_; marks != 0;) {
-      const char* p = block_ + std::countr_zero(marks);
+    while (marks != 0) {
+      p = block + std::countr_zero(marks);
       marks &= marks - 1;
       const char c = *p;
       if (c == '#') {
-        if (full && depth <= 0 && p != from) statement_.takes_in_record = true;
-        mention(p);
+        if (full && depth <= 0) statement.takes_in_record = true;
+        take_name(p, last, statement);
       } else if (full && (c & ~1) == '(') {
-        depth += c == '(' ? 1 : -1;
+        depth += 1 - 2 * (c & 1);
       } else if (c == ';') {
+        block_ = block;
         marks_ = marks;
-        statement_.depth = depth;
-        if (full && unusual != 0) look_at(from, p);
+        last_name_ = last;
+        if constexpr (full) {
+          statement.depth = depth;
+          if (is_unusual) [[unlikely]]
+            look_at(from, p, statement);
+        }
         at = p;
         return Scan::closed;
       } else if ((c == '/' && p[1] == '*') || (c == '\'' && p[-1] == '\\')) {
-        begin_statement();
-        return scan_plainly(from, at);
+        clear(statement);
+        return scan_plainly(statement, from, at);
       }
     }
-    const char* const next = block_ + 64;
-    if (next >= end) break;
-    find_marks<full>(next);
-    unusual |= unusual_;
+    block += 64;
+    if (block >= end) break;
+    last = make_room_for_names(last);
+    marks = find_marks<full>(block, true);
+    is_unusual |= is_unusual_;
   }
-  statement_.depth = depth;
+  last_name_ = last;
   block_ = nullptr;
   return in_string_ != 0 ? Scan::in_string : Scan::more;
 }
@@ -352,10 +445,52 @@ StatementCutter::Scan StatementCutter::scan(const char* from, const char*& at) {
 #else
 
 template <bool full>
-StatementCutter::Scan StatementCutter::scan(const char* from, const char*& at) {
-  return scan_plainly(from, at);
+StatementCutter::Scan StatementCutter::scan(Statement& statement, const char* from,
+                                            const char*& at) {
+  return scan_plainly(statement, from, at);
 }
 
 #endif
+
+/// Takes the statement that `piece` of a trace tells. Returns false, and takes nothing, where it is
+/// not in the buffer as a whole, or another than it was.
+inline bool StatementCutter::take_known(Statement& statement, const std::uint8_t* piece) {
+  const std::size_t size = piece[0];
+  if (static_cast<std::size_t>(end_ - at_) < size) return false;
+  const char* const first = at_ + Trace::lead(piece[1]);
+  const char* const end = at_ + size - 1;
+  clear(statement);
+  Mention* last = names_.data();  // There is room.
+  const char* p = first;
+  if (*p != '#' || *end != ';') return false;
+  take_name(p, last, statement);
+  for (std::size_t i = 0; i < Trace::names(piece[1]); ++i) {
+    p += piece[2 + i] - 1;
+    if (p >= end || *p != '#') return false;
+    take_name(p, last, statement);
+  }
+  if (!statement.is_plain) return false;
+  last_name_ = last;
+  block_ = nullptr;
+  statement.lead = between(at_, first);
+  statement.text = without_blanks_behind(between(first, end));
+  statement.offset = offset_of(first);
+  at_ = end + 1;
+  return true;
+}
+
+Cut StatementCutter::next(Statement& statement, Tape::Reader& trace) {
+  const std::uint8_t* const piece = trace.piece();
+  if (*piece == Trace::UNKNOWN) {
+    trace.pass(1);
+    return take<false>(statement);
+  }
+  trace.pass(2 + Trace::names(piece[1]));
+  return take_known(statement, piece) ? Cut::statement : take<false>(statement);
+}
+
+// All that they are made of stands above.
+template Cut StatementCutter::take<true>(Statement&);
+template Cut StatementCutter::take<false>(Statement&);
 
 }  // namespace Kessel::Exchange

@@ -5,8 +5,11 @@
 #include <cstdint>
 #include <istream>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
+
+#include "model/tape.h"
 
 namespace Kessel::Exchange {
 
@@ -61,13 +64,17 @@ class StatementCutter {
   /// as `max_held` or a block, whichever is more. `block_size` is not 0; what is cut does not
   /// depend on it.
   explicit StatementCutter(std::istream& in, std::uint64_t position = 0,
-                           std::uint64_t max_held = NO_LIMIT, std::size_t block_size = BLOCK_SIZE);
+                           std::uint64_t max_held = NO_LIMIT, std::size_t block_size = BLOCK_SIZE,
+                           Scrutiny scrutiny = Scrutiny::full);
 
-  /// The next statement. What it gives is valid until the next call.
-  Cut next(Scrutiny scrutiny = Scrutiny::full);
-  const Statement& statement() const { return statement_; }
+  /// Puts the next statement into `statement`. What it gives is valid until the next call.
+  Cut next(Statement& statement) {
+    return scrutiny_ == Scrutiny::full ? take<true>(statement) : take<false>(statement);
+  }
+  /// The same by the trace that a reading before has left (see exchange/trace.h).
+  Cut next(Statement& statement, Tape::Reader& trace);
   /// The instance names in it, in order.
-  const std::vector<Mention>& mentions() const { return mentions_; }
+  std::span<const Mention> mentions() const { return {names_.data(), last_name_}; }
 
   /// From now on `<...>` is a literal (ISO 10303-21, 10 and 11: URIs), as it is in the sections
   /// that name what stands elsewhere.
@@ -77,45 +84,54 @@ class StatementCutter {
   std::string_view peek(std::size_t most);
   /// Passes over `count` bytes, which peek() has shown.
   void pass_over(std::size_t count) {
-    begin_ += count;
+    at_ += count;
     block_ = nullptr;
   }
 
+  /// Passes over the blanks and comments that stand here. Returns whether something else follows.
+  bool pass_over_blanks();
+
   /// The offset behind all that was taken.
-  std::uint64_t offset() const { return passed_ + begin_; }
+  std::uint64_t offset() const { return offset_of(at_); }
 
  private:
   enum class Scan : std::uint8_t { closed, more, in_string, in_comment };
+  template <bool full>
+  Cut take(Statement& statement);
+  bool take_known(Statement& statement, const std::uint8_t* piece);
+  Cut not_closed(Scan scanned, Statement& statement);
   bool refill();
   const char* find_long_lead_end(const char* p, bool& is_open) const;
   template <bool full>
-  void find_marks(const char* block);
+  std::uint64_t find_marks(const char* block, bool goes_on);
   template <bool full>
-  Scan scan(const char* from, const char*& at);
-  Scan scan_plainly(const char* from, const char*& at);
-  void begin_statement();
-  void mention(const char*& p);
-  void mention_unusual(const char* begin, const char* p);
-  void look_at(const char* from, const char* to);
+  Scan scan(Statement& statement, const char* from, const char*& at);
+  Scan scan_plainly(Statement& statement, const char* from, const char*& at);
+  void take_name(const char*& p, Mention*& last, Statement& statement);
+  static Mention* take_unusual_name(Mention* last, Statement& statement);
+  Mention* make_room_for_names(Mention* last);
+  std::uint64_t offset_of(const char* p) const {
+    return passed_ + static_cast<std::uint64_t>(p - buffer_.get());
+  }
 
   std::istream& in_;
   std::unique_ptr<char[]> buffer_;
   std::size_t capacity_;
-  std::size_t begin_ = 0;  // what was not taken yet: [begin_, end_)
-  std::size_t end_ = 0;
+  const char* at_;  // what was not taken yet: [at_, end_)
+  const char* end_;
   bool ended_ = false;
   bool knows_resources_ = false;
+  Scrutiny scrutiny_;
   std::uint64_t max_held_;
-  std::uint64_t passed_;  // bytes of the input in front of the buffer
-  Statement statement_;
-  std::vector<Mention> mentions_;
+  std::uint64_t passed_;        // bytes of the input in front of the buffer
+  std::vector<Mention> names_;  // room for them: those of the statement are up to last_name_
+  Mention* last_name_;
 
   // What is known of the 64 bytes that are looked at.
   const char* block_ = nullptr;  // null for none
   std::uint64_t marks_ = 0;      // a bit for each byte that may matter and was not dealt with
-  std::uint64_t unusual_ = 0;    // a bit for each backslash and high byte; full scrutiny only
+  bool is_unusual_ = false;      // has a backslash or a high byte; full scrutiny only
   std::uint64_t in_string_ = 0;  // all ones where a string goes on behind the block, else 0
-  bool has_full_marks_ = false;  // those of full scrutiny
 };
 
 }  // namespace Kessel::Exchange

@@ -68,7 +68,7 @@ constexpr std::string_view CONTEXT_DEPENDENT = "CONTEXT_DEPENDENT_OVER_RIDING_ST
 
 }  // namespace
 
-StyleTable::StyleTable(const GeometryRecords& records) : records_(records) {
+StyleTable::StyleTable(const GeometryRecords& records) : records_(records), hidden_(records) {
   const Instances& instances = records.instances();
   const TypeTable& types = instances.types();
   std::vector<int> strength(types.size());  // by type: 0 no style, 1 plain, 2 over-riding, 3 placed
@@ -85,15 +85,11 @@ StyleTable::StyleTable(const GeometryRecords& records) : records_(records) {
     try {
       const Attributes styled(records, record, "STYLED_ITEM", 1);
       const StyleColours colours = read_styles(styled.records(0));
-      if (colours.any() == NO_RGB) continue;
       if (strong == 3) {
-        const bool is_complex = types.is_complex(instances.type(record));
-        const auto contexts =
-            Attributes(records, record, CONTEXT_DEPENDENT, is_complex ? 0 : 4).records(0);
-        // Those of several levels speak of one component of a component.
-        if (contexts.size() == 1) placements_.emplace(contexts.front(), colours.any());
+        add_context(record, colours.any());
         continue;
       }
+      if (colours.any() == NO_RGB) continue;
       const Index item = styled.record(1);
       int& before = strengths[item];
       if (before >= strong) continue;
@@ -110,9 +106,14 @@ StyleColours StyleTable::of(Index item) const {
   return found == items_.end() ? StyleColours() : found->second;
 }
 
-std::int32_t StyleTable::of_placement(Index placement) const {
-  const auto found = placements_.find(placement);
-  return found == placements_.end() ? NO_RGB : found->second;
+void StyleTable::add_context(Index record, std::int32_t colour) {
+  const Instances& instances = records_.instances();
+  const bool is_complex = instances.types().is_complex(instances.type(record));
+  const bool is_hidden = hidden_.has(record);
+  if (colour == NO_RGB && !is_hidden) return;
+  contexts_.push_back(
+      {Attributes(records_, record, CONTEXT_DEPENDENT, is_complex ? 0 : 4).records(0), colour,
+       is_hidden});
 }
 
 StyleColours StyleTable::read_styles(const std::vector<Index>& styles) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "geometry/geometry_records.h"
+#include "geometry/hidden_items.h"
 
 namespace Kessel::Geometry {
 
@@ -19,6 +20,15 @@ struct StyleColours {
   std::int32_t any() const { return surface != NO_RGB ? surface : curve; }
 };
 
+/// What is said of a component, where it stands below others.
+struct ContextStyle {
+  /// The placements on the way to it (CONTEXT_DEPENDENT_SHAPE_REPRESENTATION), as the file has
+  /// them.
+  std::vector<Index> placements;
+  std::int32_t colour = NO_RGB;
+  bool is_hidden = false;
+};
+
 /// The styles of one file.
 class StyleTable {
  public:
@@ -27,18 +37,22 @@ class StyleTable {
   /// What is said of `item` itself; without colours where nothing is.
   StyleColours of(Index item) const;
 
-  /// The colour that a usage gives to all of its component, where a
-  /// CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM is for its placement; NO_RGB.
-  std::int32_t of_placement(Index context_dependent_representation) const;
+  /// What CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM records say, in the order of the file: all of a
+  /// component has that colour, or is hidden.
+  const std::vector<ContextStyle>& in_contexts() const { return contexts_; }
+
+  /// Whether an item or a representation is not to be seen.
+  bool hides(Index item) const { return hidden_.has(item); }
 
  private:
-  struct Styled;
+  void add_context(Index record, std::int32_t colour);
   StyleColours colours_of(Index style, bool is_surface, int depth);
   StyleColours read_styles(const std::vector<Index>& styles);
 
   const GeometryRecords& records_;
+  const HiddenItems hidden_;
   std::unordered_map<Index, StyleColours> items_;
-  std::unordered_map<Index, std::int32_t> placements_;
+  std::vector<ContextStyle> contexts_;
   std::unordered_map<Index, StyleColours> styles_;  // what was read, by assignment
 };
 

@@ -1,6 +1,7 @@
 #include "geometry/draw_products.h"
 
 #include "geometry/component_placement.h"
+#include "geometry/context_styles.h"
 #include "geometry/part_lines.h"
 
 namespace Kessel::Geometry {
@@ -12,21 +13,12 @@ Matrix3x4 matrix_of(const Frame& frame) {
            frame.origin.y, frame.x.z, frame.y.z, frame.z.z, frame.origin.z}};
 }
 
-std::int32_t colour_of(const Usage& usage, const StyleTable& styles) {
-  for (const Index placement : usage.placements) {
-    const std::int32_t rgb = styles.of_placement(placement);
-    if (rgb != NO_RGB) return rgb;
-  }
-  return NO_COLOUR;
-}
-
 PlacedComponent component_of(const GeometryRecords& records, const Usage& usage,
-                             const StyleTable& styles, ComponentPlacement& placement) {
+                             ComponentPlacement& placement) {
   PlacedComponent component;
   component.part = usage.component;
   component.usage = records.instances().number(usage.record);
   component.closes_cycle = usage.closes_circle;
-  component.colour = colour_of(usage, styles);
   const auto frame = placement.place(usage);
   component.is_placed = frame.has_value();
   const double unit = placement.units_of(usage.component).to(placement.units_of(usage.assembly));
@@ -43,23 +35,23 @@ std::uint64_t budget_for(const GeometryRecords& records, const DrawingOptions& o
 }  // namespace
 
 std::vector<DrawnPart> draw_products(const GeometryRecords& records, const Products& products,
-                                     const DrawingOptions& options,
+                                     const DrawingOptions& options, std::uint64_t most_bytes,
                                      const std::function<void(std::size_t)>& done) {
   const Owners owners(products);
   const StyleTable styles(records);
   UnitTable units(records.instances());
   Budget budget(budget_for(records, options));
   ComponentPlacement placement(records, owners, units);
-  PartLines lines(records, owners, styles, units, options, budget);
+  PartLines lines(records, owners, styles, units, options, most_bytes, budget);
   std::vector<DrawnPart> parts(products.products.size());
   for (ProductId product = 0; product < parts.size(); ++product) {
     lines.draw(product, parts[product]);
     for (const std::uint32_t usage : products.products[product].usages) {
-      parts[product].components.push_back(
-          component_of(records, products.usages[usage], styles, placement));
+      parts[product].components.push_back(component_of(records, products.usages[usage], placement));
     }
     done(product + 1);
   }
+  style_components(styles, products, parts);
   return parts;
 }
 

@@ -22,6 +22,29 @@ bool is_auxiliary(const Instances& instances, Index representation) {
   return instances.is(representation, "CONSTRUCTIVE_GEOMETRY_REPRESENTATION");
 }
 
+std::uint64_t bytes_of(const DrawnPart& part) {
+  return std::uint64_t{part.points.capacity()} * sizeof(Point3) +
+         std::uint64_t{part.lines.capacity()} * sizeof(DrawnLine);
+}
+
+/// Bytes for which the list of what is shown is kept twice, for each item.
+constexpr std::uint64_t ITEM_BYTES = 2 * sizeof(ShownItem);
+
+/// What the table of places takes that items are found by.
+std::uint64_t finder_bytes(const GeometryRecords& records) {
+  return std::uint64_t{records.instances().size()} * sizeof(std::uint32_t);
+}
+
+/// Room for more elements as a vector takes it by itself, or throws NoRoom where, while both the
+/// old and the new ones are there, that would be more than `most_bytes`.
+template <class Element>
+void grow(std::vector<Element>& all, std::size_t more, std::uint64_t most_bytes) {
+  if (all.capacity() - all.size() >= more) return;
+  const std::size_t wanted = std::max(2 * all.capacity(), all.size() + more);
+  if (std::uint64_t{wanted} * sizeof(Element) > most_bytes) throw NoRoom();
+  all.reserve(wanted);
+}
+
 }  // namespace
 
 /// Representations that are shown together, and where.
@@ -54,6 +77,7 @@ struct PartLines::Pass {
   ProductId product = NO_PRODUCT;
   std::vector<Place> open;
   std::size_t places = 0;
+  std::uint64_t item_bytes = 0;  ///< of the lists of what the place shows
   // Of the place that is drawn.
   DrawnPieces pieces;
   TriangleMesh mesh;
@@ -62,14 +86,20 @@ struct PartLines::Pass {
 };
 
 PartLines::PartLines(const GeometryRecords& records, const Owners& owners, const StyleTable& styles,
-                     UnitTable& units, const DrawingOptions& options, Budget& budget)
+                     UnitTable& units, const DrawingOptions& options, std::uint64_t most_bytes,
+                     Budget& budget)
     : records_(records),
       owners_(owners),
       units_(units),
       options_(options),
       budget_(budget),
       finder_(records, styles, budget),
-      points_left_(options.most_points) {}
+      points_left_(options.most_points),
+      bytes_left_(most_bytes) {
+  const std::uint64_t finder = finder_bytes(records);
+  if (finder > bytes_left_) throw NoRoom();
+  bytes_left_ -= finder;
+}
 
 void PartLines::draw(ProductId product, DrawnPart& part) {
   Pass rough(records_);
@@ -95,8 +125,24 @@ void PartLines::draw(ProductId product, DrawnPart& part) {
     draw_all(fine);
   }
   points_left_ -= part.points.size();
-  part.lines.shrink_to_fit();
-  part.points.shrink_to_fit();
+  // Both are there for a moment.
+  if (2 * bytes_of(part) <= bytes_left_) {
+    part.lines.shrink_to_fit();
+    part.points.shrink_to_fit();
+  }
+  if (bytes_of(part) > bytes_left_) throw NoRoom();
+  bytes_left_ -= bytes_of(part);
+}
+
+/// For one more line in the part that is drawn.
+void PartLines::make_room(Pass& pass, std::size_t points) const {
+  DrawnPart& part = *pass.part;
+  const std::uint64_t taken = bytes_of(part) + pass.item_bytes;
+  if (taken > bytes_left_) throw NoRoom();
+  grow(part.points, points, bytes_left_ - taken);
+  const std::uint64_t with_points = bytes_of(part) + pass.item_bytes;
+  if (with_points > bytes_left_) throw NoRoom();
+  grow(part.lines, 1, bytes_left_ - with_points);
 }
 
 void PartLines::draw_all(Pass& pass) {
@@ -128,6 +174,7 @@ void PartLines::draw_place(const Place& place, Pass& pass) {
   std::vector<ShownItem> items;
   try {
     const auto found = finder_.find(place.roots);
+    pass.item_bytes = ITEM_BYTES * found.size();
     items.assign(found.begin(), found.end());
   } catch (const BadGeometry&) {
     ++pass.part->dropped;
@@ -259,6 +306,7 @@ void PartLines::add_line(const ShownItem& item, const Points& points, const Plac
   require(points.size() >= 2 && points.size() <= pass.points_left);
   DrawnPart& part = *pass.part;
   const Frame& frame = place.settings[item.root].frame;
+  make_room(pass, points.size());
   const std::size_t first = part.points.size();
   for (const Vector& point : points) {
     const Vector moved = frame.point(point);

@@ -12,14 +12,19 @@
 
 namespace Kessel::Geometry {
 
+/// Lines would take more memory than they may.
+struct NoRoom {};
+
 /// Draws products one after the other.
 class PartLines {
  public:
   PartLines(const GeometryRecords& records, const Owners& owners, const StyleTable& styles,
-            UnitTable& units, const DrawingOptions& options, Budget& budget);
+            UnitTable& units, const DrawingOptions& options, std::uint64_t most_bytes,
+            Budget& budget);
 
   /// Fills the lines of `part`, its box, unit and what was dropped, from the product's
-  /// representations.
+  /// representations. Throws NoRoom where all lines so far, with the lists that it takes to find
+  /// them, would be more than `most_bytes`.
   void draw(ProductId product, DrawnPart& part);
 
  private:
@@ -35,6 +40,7 @@ class PartLines {
   void draw_pieces(const ShownItem& item, const Points& points, const Place& place, Pass& pass);
   void draw_mesh(const Place& place, Pass& pass);
   void add_line(const ShownItem& item, const Points& points, const Place& place, Pass& pass);
+  void make_room(Pass& pass, std::size_t points) const;
 
   const GeometryRecords& records_;
   const Owners& owners_;
@@ -43,6 +49,7 @@ class PartLines {
   Budget& budget_;
   ItemFinder finder_;
   std::uint64_t points_left_;
+  std::uint64_t bytes_left_;  // beside what finished parts and finder_ hold
   Points scratch_;
 };
 

@@ -7,48 +7,65 @@ namespace Kessel {
 
 namespace {
 
-/// Which parts have lines, or components that have.
-std::vector<bool> parts_with_lines(const Drawing& drawing) {
-  const std::size_t count = drawing.parts.size();
-  std::vector<std::vector<std::size_t>> used_in(count);
-  std::vector<std::size_t> open;
-  std::vector<bool> has_lines(count);
-  for (std::size_t part = 0; part < count; ++part) {
-    for (const PlacedComponent& component : drawing.parts[part].components) {
-      if (!component.closes_cycle) used_in[component.part].push_back(part);
-    }
-    if (drawing.parts[part].lines.empty()) continue;
-    has_lines[part] = true;
-    open.push_back(part);
-  }
+bool is_entered(const PlacedComponent& component) {
+  return !component.closes_cycle && !component.is_hidden;
+}
+
+/// By part: whether it, or a component of it, has lines; as far as they are below `from`.
+std::vector<bool> parts_with_lines(const Drawing& drawing, std::size_t from) {
+  enum class State : unsigned char { unknown, open, known };
+  std::vector<State> states(drawing.parts.size(), State::unknown);
+  std::vector<bool> has_lines(drawing.parts.size());
+  std::vector<std::size_t> open{from};
   while (!open.empty()) {
     const std::size_t part = open.back();
-    open.pop_back();
-    for (const std::size_t user : used_in[part]) {
-      if (has_lines[user]) continue;
-      has_lines[user] = true;
-      open.push_back(user);
+    const DrawnPart& drawn = drawing.parts[part];
+    if (states[part] == State::unknown) {
+      states[part] = State::open;
+      for (const PlacedComponent& component : drawn.components) {
+        const bool is_new = states[component.part] == State::unknown;
+        if (is_entered(component) && is_new) open.push_back(component.part);
+      }
+      continue;
     }
+    open.pop_back();
+    if (states[part] == State::known) continue;
+    states[part] = State::known;
+    has_lines[part] = !drawn.lines.empty() ||
+                      std::any_of(drawn.components.begin(), drawn.components.end(),
+                                  [&](const PlacedComponent& component) {
+                                    return is_entered(component) && has_lines[component.part];
+                                  });
   }
   return has_lines;
 }
 
-std::int32_t colour_below(std::int32_t outer, std::int32_t own) {
-  return outer != NO_COLOUR ? outer : own;
-}
+/// A colour, and at which level of a walk it was given: the upper one counts, and of one level what
+/// speaks of less.
+struct GivenColour {
+  std::int32_t rgb = NO_COLOUR;
+  std::size_t level = 0;
+
+  void give(std::int32_t other, std::size_t at) {
+    if (other == NO_COLOUR || (rgb != NO_COLOUR && level < at)) return;
+    rgb = other;
+    level = at;
+  }
+};
 
 /// Goes depth first, without recursion.
 class PlaceWalk {
  public:
-  PlaceWalk(const Drawing& drawing, std::size_t from)
-      : drawing_(drawing), has_lines_(parts_with_lines(drawing)) {
-    if (from < drawing.parts.size() && has_lines_[from]) enter(from, {}, NO_COLOUR);
+  PlaceWalk(const Drawing& drawing, std::size_t from) : drawing_(drawing) {
+    if (from >= drawing.parts.size()) return;
+    has_lines_ = parts_with_lines(drawing, from);
+    if (has_lines_[from]) levels_.push_back({from, {}, {}, {}});
   }
 
   bool is_done() const { return levels_.empty(); }
   PlacedPart here() const {
     const Level& level = levels_.back();
-    return {level.part, level.matrix, level.colour, path_};
+    return {level.part, level.matrix, level.colour.rgb, path_};
   }
   void go_on() {
     while (!levels_.empty()) {
@@ -61,23 +78,48 @@ class PlaceWalk {
         continue;
       }
       const PlacedComponent& component = components[position];
-      if (component.closes_cycle || !has_lines_[component.part]) continue;
-      path_.push_back(position);
-      enter(component.part, level.matrix.after(component.matrix),
-            colour_below(level.colour, component.colour));
-      return;
+      if (!is_entered(component) || !has_lines_[component.part]) continue;
+      if (enter(component, position)) return;
     }
   }
 
  private:
+  /// A style that speaks of what is further below on this way.
+  struct Waiting {
+    const PlacedStyle* style;
+    std::size_t begun;  ///< at which level
+  };
   struct Level {
     std::size_t part;
     Matrix3x4 matrix;
-    std::int32_t colour;
+    GivenColour colour;
+    std::vector<Waiting> waiting;  // those of upper levels behind others
     std::size_t next = 0;
   };
-  void enter(std::size_t part, const Matrix3x4& matrix, std::int32_t colour) {
-    levels_.push_back({part, matrix, colour});
+
+  /// Returns false where the component is hidden there.
+  bool enter(const PlacedComponent& component, std::size_t position) {
+    const Level& above = levels_.back();
+    const std::size_t depth = levels_.size() - 1;
+    Level level{component.part, above.matrix.after(component.matrix), above.colour, {}};
+    level.colour.give(component.colour, depth);
+    bool is_hidden = false;
+    const auto look_at = [&](const Waiting& one) {
+      const std::size_t step = depth - one.begun;
+      if (one.style->path[step] != position) return;
+      if (step + 1 < one.style->path.size()) {
+        level.waiting.push_back(one);
+      } else {
+        level.colour.give(one.style->colour, one.begun);
+        is_hidden = is_hidden || one.style->is_hidden;
+      }
+    };
+    for (const PlacedStyle& style : drawing_.parts[above.part].styled) look_at({&style, depth});
+    for (const Waiting& one : above.waiting) look_at(one);
+    if (is_hidden) return false;
+    path_.push_back(position);
+    levels_.push_back(std::move(level));
+    return true;
   }
 
   const Drawing& drawing_;
@@ -108,7 +150,7 @@ Box3 loose_box(const Drawing& drawing, std::size_t from) {
       states[part] = State::open;
       for (const PlacedComponent& component : drawn.components) {
         const bool is_new = states[component.part] == State::unknown;
-        if (!component.closes_cycle && is_new) open.push_back(component.part);
+        if (is_entered(component) && is_new) open.push_back(component.part);
       }
       continue;
     }
@@ -117,7 +159,7 @@ Box3 loose_box(const Drawing& drawing, std::size_t from) {
     states[part] = State::known;
     boxes[part] = drawn.box;
     for (const PlacedComponent& component : drawn.components) {
-      if (component.closes_cycle) continue;
+      if (!is_entered(component)) continue;
       add_moved(boxes[component.part], component.matrix, boxes[part]);
     }
   }
@@ -140,6 +182,7 @@ Box3 whole_box(const Drawing& drawing, std::size_t part) {
   constexpr std::uint64_t MOST_PLACES = 1'000'000;
   constexpr std::uint64_t MOST_POINTS = 100'000'000;
   if (part >= drawing.parts.size()) return {};
+  if (drawing.parts[part].components.empty()) return drawing.parts[part].box;
   Box3 box;
   std::uint64_t places = 0;
   std::uint64_t points = 0;

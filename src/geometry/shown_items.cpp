@@ -24,6 +24,7 @@ std::span<const ShownItem> ItemFinder::find(std::span<const ShownRoot> roots) {
   found_.clear();
   for (std::uint32_t root = 0; root < roots.size(); ++root) {
     const Index record = roots[root].record;
+    if (styles_.hides(record)) continue;
     Colour colour = roots[root].colour;
     const std::int32_t own = styles_.of(record).any();
     if (own != NO_RGB) colour = {own, ColourOf::representation};
@@ -62,7 +63,7 @@ void ItemFinder::enter(const ShownItem& item) {
 
 void ItemFinder::add(Index record, std::uint32_t root, const Colour& inherited) {
   const Role role = records_.role(record);
-  if (role == Role::none) return;
+  if (role == Role::none || styles_.hides(record)) return;
   const Colour colour = colour_of(record, role, inherited);
   if (has(record)) {
     ShownItem& known = found_[places_[record]];

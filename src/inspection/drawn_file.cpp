@@ -1,11 +1,13 @@
 #include "inspection/drawn_file.h"
 
+#include <algorithm>
 #include <string>
 #include <system_error>
 #include <utility>
 
 #include "findings/finding_kinds.h"
 #include "geometry/draw_products.h"
+#include "geometry/part_lines.h"
 #include "inspection/assembly.h"
 #include "instances/loader.h"
 #include "join/followed_input.h"
@@ -14,6 +16,13 @@
 namespace Kessel {
 
 namespace {
+
+[[noreturn]] void refuse_for_memory(std::uint64_t limit) {
+  throw InputError(make_finding(FindingKind::memory_limit,
+                                "The records and their geometry need more memory than the limit "
+                                "of " +
+                                    std::to_string(limit) + " bytes."));
+}
 
 /// Keeps what geometry is read from, too.
 class DrawingLoader final : public InstanceLoader {
@@ -29,10 +38,7 @@ class DrawingLoader final : public InstanceLoader {
   void added(Index index, const Exchange::Record& record) override {
     records_.add(index, record.body);
     if (limit_ == Options::NO_LIMIT || instances_.bytes() + records_.bytes() <= limit_) return;
-    throw InputError(make_finding(FindingKind::memory_limit,
-                                  "The records and their geometry need more memory than the limit "
-                                  "of " +
-                                      std::to_string(limit_) + " bytes."));
+    refuse_for_memory(limit_);
   }
 
   const Instances& instances_;
@@ -85,9 +91,16 @@ void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fine
   file.names_of_others.insert(file.names_of_others.end(), others.begin(), others.end());
   drawing.assembly = assembly_of(file, options);
   const std::size_t count = file.products.products.size();
-  drawing.parts = Geometry::draw_products(records, file.products, fineness, [&](std::size_t done) {
-    if (options.progress) options.progress({Stage::sorting, done, count});
-  });
+  const std::uint64_t held = file.instances.bytes() + records.bytes();
+  const std::uint64_t left = options.memory_limit - std::min(options.memory_limit, held);
+  const auto done = [&](std::size_t parts) {
+    if (options.progress) options.progress({Stage::sorting, parts, count});
+  };
+  try {
+    drawing.parts = Geometry::draw_products(records, file.products, fineness, left, done);
+  } catch (const Geometry::NoRoom&) {
+    refuse_for_memory(options.memory_limit);
+  }
   if (drawing.assembly.parts.size() > count) {
     drawing.parts.push_back(draw_generated_root(file.products, drawing.parts));
   }

@@ -20,8 +20,12 @@ class TypeTable {
  public:
   TypeTable();
 
-  /// The type of `record`, entered if it is new.
-  TypeId type_of(const Exchange::Record& record);
+  /// The type of `record`, entered if it is new. All records with an id of their keyword are from
+  /// one reading.
+  TypeId type_of(const Exchange::Record& record) {
+    const std::uint32_t id = record.keyword_id;
+    return id < by_keyword_.size() && by_keyword_[id] != 0 ? by_keyword_[id] : look_up(record);
+  }
 
   std::size_t size() const { return types_.size(); }
   /// "PRODUCT"; of complex instances the keywords with a blank between them.
@@ -50,6 +54,7 @@ class TypeTable {
     bool is_complex = false;
     bool collects = false;
   };
+  TypeId look_up(const Exchange::Record& record);
   TypeId type_of_complex(std::string_view body);
   TypeId enter(std::string_view name, bool is_complex);
 
@@ -58,20 +63,7 @@ class TypeTable {
   std::deque<std::string> keys_;
   std::string scratch_;
   std::uint64_t bytes_ = 0;
-  /// The first and the last eight bytes of a name, which overlap in a short one.
-  struct Ends {
-    explicit Ends(std::string_view name);
-    bool operator==(const Ends&) const = default;
-    std::uint64_t first = 0;
-    std::uint64_t last = 0;
-  };
-  struct Known {
-    Ends ends{{}};
-    std::string_view name;
-    TypeId type = 0;
-  };
-  TypeId look_up(Known& known, const Ends& ends, std::string_view keyword);
-  std::vector<Known> cache_;  // the types met last, by a hash of their names' ends
+  std::vector<TypeId> by_keyword_;  // by Record::keyword_id; 0 where it is not known yet
 };
 
 }  // namespace Kessel

@@ -7,8 +7,11 @@
 
 namespace Kessel {
 
-/// Sums up words. Different sequences of words have different digests, but for one in 2^128 or
-/// those who look for it.
+/// Sums up words, for what is never compared after: where two digests are equal, the records become
+/// one. Comparing files has a hash of its own (sameness/hash.h): that takes all spellings of a
+/// value for one and has 64 bits, since pairs that it finds are checked one by one. Here another
+/// spelling is another text, and copies of a record are spelt alike. Different sequences of words
+/// have different digests, but for one in 2^128 or those who look for it.
 class Digest {
  public:
   void add(std::string_view word) {

@@ -68,11 +68,17 @@ std::size_t FileSet::enter(const fs::path& path, const Identity& identity) {
   const auto [place, is_new] = known_.emplace(identity, files_.size());
   if (!is_new) return place->second;
   auto file = std::make_unique<JoinedFile>();
-  file->path = path;
   file->place = files_.empty() ? place_of_root(path) : path;
   file->name = files_.empty() ? utf8_of_path(file->place.filename())
                               : utf8_of_path(identity.lexically_relative(folder_));
-  load(*file);
+  try {
+    file->path = options_.readable ? options_.readable(path) : path;
+    load(*file);
+  } catch (const InputError& error) {
+    Finding finding = error.finding();
+    finding.file = file->name;
+    throw InputError(finding);
+  }
   files_.push_back(std::move(file));
   return place->second;
 }
@@ -91,16 +97,10 @@ void FileSet::load(JoinedFile& file) {
       options_.progress({progress.stage, bytes_ + progress.done, bytes_ + progress.total});
     };
   }
-  try {
-    std::ifstream in(file.path, std::ios::in | std::ios::binary);
-    if (!in) throw InputError(unreadable_file("cannot be opened"));
-    MarkedLoader loader(file, options, file.bytes);
-    load_with(in, loader, options);
-  } catch (const InputError& error) {
-    Finding finding = error.finding();
-    finding.file = file.name;
-    throw InputError(finding);
-  }
+  std::ifstream in(file.path, std::ios::in | std::ios::binary);
+  if (!in) throw InputError(unreadable_file("cannot be opened"));
+  MarkedLoader loader(file, options, file.bytes);
+  load_with(in, loader, options);
   memory_ += file.memory();
   bytes_ += file.bytes;
 }
@@ -194,7 +194,7 @@ void FileSet::require_no_circle() const {
       auto first = std::find_if(way.begin(), way.end(),
                                 [&](const Step& on_it) { return on_it.file == target; });
       for (; first != way.end(); ++first) {
-        names.push_back("\"" + utf8_of_path(files_[first->file]->path.filename()) + "\"");
+        names.push_back("\"" + utf8_of_path(files_[first->file]->place.filename()) + "\"");
       }
       throw InputError(make_finding(
           FindingKind::file_cycle,

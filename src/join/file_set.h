@@ -45,6 +45,7 @@ class FileSet {
     return options_.stands_for.empty() ? root : options_.stands_for;
   }
   std::size_t enter(const std::filesystem::path& path, const Identity& identity);
+  /// Throws InputError without the file's name.
   void load(JoinedFile& file);
   /// Documents, and the names of their files.
   using MissingTargets = std::vector<std::pair<Index, std::string>>;

@@ -22,6 +22,7 @@ namespace {
 void refuse_to_replace_inputs(const FileSet& files, const std::filesystem::path& out) {
   for (std::size_t i = 0; i < files.size(); ++i) {
     refuse_to_replace(files[i].path, out);
+    refuse_to_replace(files[i].place, out);
   }
 }
 

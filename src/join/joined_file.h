@@ -37,7 +37,7 @@ struct JoinedFile {
   };
 
   std::filesystem::path path;   ///< where it is read
-  std::filesystem::path place;  ///< where references in it start; the same but for a root's copy
+  std::filesystem::path place;  ///< where it is; the same but for copies and what was unpacked
   std::string name;             ///< seen from the root's folder, UTF-8
   Instances instances;
   std::optional<std::uint64_t> split;  ///< see split_in()

@@ -21,6 +21,7 @@
 #include "kessel/part.h"
 #include "model/arena.h"
 #include "model/paged_array.h"
+#include "model/tape.h"
 
 namespace Kessel {
 
@@ -58,6 +59,7 @@ struct Store {
   Reading reading = Reading::classic;               ///< how the input is read, both times
   std::set<std::uint32_t> repeated;  ///< standard reading: numbers of records that say the same
   bool checked = false;              ///< whether a run ends with an error where a host's goes on
+  Tape tape;  ///< standard reading, no limit of memory: what the first one left for the second
   std::optional<std::uint64_t> read_up_to;  ///< checked: where the data ended in the first reading
 
   /// Slot `id`. Throws `std::out_of_range` "invalid vector subscript" beyond the last slot.

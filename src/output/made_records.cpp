@@ -12,6 +12,10 @@ std::string MadeRecords::add(std::string_view keyword, std::string_view paramete
   return name;
 }
 
+std::string MadeRecords::add_complex(std::string_view partial_records) {
+  return add("", partial_records);
+}
+
 std::string renumbered(const MentioningText& text, const FileNumbers& numbers, FileId file) {
   std::string out(renumbering_room(text), '\0');
   out.resize(static_cast<std::size_t>(renumbered(text, numbers, file, out.data()) - out.data()));

@@ -21,6 +21,9 @@ class MadeRecords {
   /// Adds `keyword(parameters)` and returns "#" and its number.
   std::string add(std::string_view keyword, std::string_view parameters);
 
+  /// The same for a complex instance of those partial records.
+  std::string add_complex(std::string_view partial_records);
+
   /// What was added since the last call.
   std::string take() { return std::move(text_); }
 

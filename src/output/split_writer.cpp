@@ -11,6 +11,7 @@
 #include "output/file_numbers.h"
 #include "output/laid_out_input.h"
 #include "output/links.h"
+#include "output/made_places.h"
 #include "output/made_records.h"
 #include "output/renumbered_text.h"
 #include "output/run_copy.h"
@@ -296,6 +297,7 @@ class SplitWriter {
         if (document.empty()) continue;
         documents_[file].emplace(component.definition, document);
       }
+      make_places(instances_, split_.products, split_.placement, numbers_, file, made);
       tails_[file] = made.take();
     }
   }

@@ -139,7 +139,8 @@ void RecordLoader::add(const Exchange::Record& record) {
   }
   const std::span<const unsigned> references(first, last);
   if (record.is_plain && stands_alone(record.keyword, record)) {
-    enter(static_cast<unsigned>(record.number), record.keyword, record.text, references);
+    enter(static_cast<unsigned>(record.number), record.keyword, record.text, references,
+          record.keyword_id);
     return;
   }
   const std::size_t equals = record.text.rfind('=', record.text.size() - record.body.size());
@@ -174,12 +175,14 @@ void RecordLoader::load(const Exchange::Record& record, std::string_view text, s
 
 /// Enters a record with the type `name`, which is in its text `record`. Returns the number by which
 /// the type is known.
-std::uint32_t RecordLoader::enter(unsigned id, std::string_view name, std::string_view record,
-                                  std::span<const unsigned> references) {
+inline std::uint32_t RecordLoader::enter(unsigned id, std::string_view name,
+                                         std::string_view record,
+                                         std::span<const unsigned> references,
+                                         std::uint32_t keyword_id) {
   if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id, references.size() + 1);
   store_.make_room(id);
   if (store_.name_style != NameStyle::record) keep_name(id, name, record);
-  const Type& type = type_of(name);
+  const Type& type = type_of(name, keyword_id);
   Entity* entity = create_record_entity(id, type, record);
   store_.set_references(*entity, references);
   return type.place;
@@ -249,6 +252,20 @@ inline const RecordLoader::Type& RecordLoader::type_of(std::string_view name) {
   type.ends = ends;
   type.place = static_cast<std::uint32_t>(place);
   return cache_[place] = type;
+}
+
+/// The same by the keyword's number, which is known after its first record.
+inline const RecordLoader::Type& RecordLoader::type_of(std::string_view name,
+                                                       std::uint32_t keyword_id) {
+  if (keyword_id < by_keyword_.size() && by_keyword_[keyword_id] != nullptr) {
+    return *by_keyword_[keyword_id];
+  }
+  const Type& type = type_of(name);
+  if (keyword_id != Exchange::Record::NO_KEYWORD && &type != &uncached_) {
+    if (keyword_id >= by_keyword_.size()) by_keyword_.resize(std::size_t{keyword_id} + 1);
+    by_keyword_[keyword_id] = &type;
+  }
+  return type;
 }
 
 RecordLoader::Type RecordLoader::look_up(std::string_view name) {

@@ -69,10 +69,6 @@ class RecordLoader {
   void make_room_for_references();
 
  private:
-  void load(const Exchange::Record& record, std::string_view text, std::size_t equals,
-            std::span<const unsigned> references);
-  std::uint32_t enter(unsigned id, std::string_view name, std::string_view record,
-                      std::span<const unsigned> references);
   /// The first and last eight bytes of a name, which is all of it up to sixteen. Together with the
   /// length they tell nearly all keywords apart.
   struct Ends {
@@ -90,12 +86,18 @@ class RecordLoader {
     Ends ends = {};
     std::uint32_t place = MOST_KNOWN_TYPES;  // in the cache
   };
+  void load(const Exchange::Record& record, std::string_view text, std::size_t equals,
+            std::span<const unsigned> references);
+  std::uint32_t enter(unsigned id, std::string_view name, std::string_view record,
+                      std::span<const unsigned> references,
+                      std::uint32_t keyword_id = Exchange::Record::NO_KEYWORD);
 
   // What the tables take for each element beside its text, with what the heap adds, roughly.
   static constexpr std::uint64_t BYTES_OF_A_NAME = 96;
   static constexpr std::uint64_t BYTES_OF_A_TYPE = 192;
 
   const Type& type_of(std::string_view name);
+  const Type& type_of(std::string_view name, std::uint32_t keyword_id);
   Type look_up(std::string_view name);
   Entity* create_record_entity(unsigned id, const Type& type, std::string_view record);
   void keep_name(unsigned id, std::string_view type, std::string_view record);
@@ -118,6 +120,7 @@ class RecordLoader {
   static constexpr std::size_t MAX_CACHED_LENGTH = 64;
   std::vector<Type> cache_;
   Type uncached_;
+  std::vector<const Type*> by_keyword_;  // by Record::keyword_id, of those in the cache
   std::size_t cached_ = 0;
   std::vector<std::string> untyped_names_;
 };

@@ -29,7 +29,8 @@ std::string text_of_header(std::istream& in) {
   in.clear();
   in.seekg(0);
   Exchange::StatementCutter cutter(in);
-  while (cutter.next() == Exchange::Cut::statement && cutter.statement().text != "ENDSEC") {
+  Exchange::Statement statement;
+  while (cutter.next(statement) == Exchange::Cut::statement && statement.text != "ENDSEC") {
   }
   std::string text(static_cast<std::size_t>(cutter.offset()), '\0');
   in.clear();
@@ -193,12 +194,14 @@ std::uint64_t read_to_end(std::istream& in, const Exchange::Limits& limits,
 }  // namespace
 
 void read_as_standard(Store& store, const Options& options) {
-  const Exchange::Limits limits{options.memory_limit};
+  Exchange::Limits limits{options.memory_limit};
+  if (options.memory_limit == Options::NO_LIMIT) limits.tape = &store.tape;
   try {
     StoreLoader loader(store, options);
     store.read_up_to = read_to_end(store.input, limits, loader);
     if (!store.repeated.empty()) {
       RepeatedRecords repeated(store);
+      limits.tape = nullptr;
       read_to_end(store.input, limits, repeated);
     }
     loader.finish();
@@ -211,7 +214,8 @@ void read_as_standard(Store& store, const Options& options) {
 
 void read_again_as_standard(Store& store, const Options& options,
                             const std::function<void(const Exchange::Record&)>& write) {
-  const Exchange::Limits limits{options.memory_limit, Exchange::Scrutiny::none};
+  Exchange::Limits limits{options.memory_limit, Exchange::Scrutiny::none};
+  limits.tape = &store.tape;
   store.input.clear();
   store.input.seekg(0);
   RecordReader reader(store, options, write);

@@ -164,7 +164,11 @@ class PlacedSplit {
     std::vector<WrittenFile> copies;
     if (copies_) copies = copies_->write(outdir_);
     if (InputStamp(path_) != before) throw InputError(input_changed(0));
-    write_split_list(list_of(figures, before.size), outdir_);
+    SplitList list = list_of(figures, before.size);
+    for (const WrittenFile& copy : copies) {
+      list.files.push_back(list_file(fspath_to_utf8(copy.path.filename()), outdir_));
+    }
+    write_split_list(list, outdir_);
     std::vector<WrittenFile> files = summary_of(figures);
     for (WrittenFile& copy : copies) files.push_back(std::move(copy));
     return files;

@@ -327,7 +327,9 @@ class OneFileKilledBeforeEachCall : public testing::TestWithParam<const char*> {
   }
 
   static ProcessRun run(unsigned killed_before) {
-    return run_velkstep({GetParam(), "--quiet", "--force", "in.stp", "-o", "out.stp"},
+    std::vector<std::string> arguments{GetParam(), "--quiet", "--force", "in.stp", "-o", "out.stp"};
+    if (arguments.front() == "extract") arguments.insert(arguments.end(), {"--part", "lid"});
+    return run_velkstep(arguments,
                         {.random_addresses = false, .killed_before_call = killed_before});
   }
 
@@ -376,7 +378,8 @@ TEST_P(OneFileKilledBeforeEachCall, IsOldOrNew) {
   EXPECT_EQ(names_in("."), (std::set<std::string>{"in.stp", "out.stp"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, OneFileKilledBeforeEachCall, testing::Values("join", "shrink"),
+INSTANTIATE_TEST_SUITE_P(Commands, OneFileKilledBeforeEachCall,
+                         testing::Values("join", "shrink", "extract"),
                          [](const auto& test) { return std::string(test.param); });
 
 /// Two inputs that are split into files of the same names at the same time. Every file has its

@@ -137,6 +137,32 @@ TEST_F(JoinCommand, ReadsACompressedRootAndStandardInput) {
          "--allow-missing keeps what refers to them.\n");
 }
 
+// All files of a split with three levels, which refer to each other as they are called then.
+TEST_F(JoinCommand, ReadsCompressedFilesOfAllLevels) {
+  const std::string whole = PROJECT_FOLDER "/examples/bench-vice.step";
+  ASSERT_EQ(run_velkstep({"split", "--quiet", whole, "-o", "vice"}).exit_code, 0);
+  const char* const compress =
+      "cd vice && for file in *.stp; do "
+      "sed \"s/\\.stp'/.stpz'/g\" \"$file\" | gzip > \"${file}z\" && rm \"$file\"; done && "
+      "gunzip < \"Bench vice.stpz\" > root.stp";
+  ASSERT_EQ(run_in_shell(compress).status, 0);
+  for (const char* root : {"vice/root.stp", "vice/Bench vice.stpz"}) {
+    const ProcessRun run = run_velkstep({"join", "--json", "--force", root, "-o", "one.stp"});
+    EXPECT_EQ(run.errors, "");
+    const auto inputs = nlohmann::json::parse(run.out)["inputs"];
+    ASSERT_EQ(inputs.size(), 5u);
+    EXPECT_EQ(inputs[0]["file"], root);
+    EXPECT_EQ(inputs[1]["file"], "vice/Jaw plate.stpz");
+    EXPECT_EQ(run_velkstep({"diff", whole, "one.stp"}).out, "");
+  }
+  expect(
+      {"--force", "vice/root.stp", "-o", "vice/Slide.stpz"}, 1, "",
+      "velkstep: vice/Slide.stpz: is there already; --force replaces it, unless it is an input\n");
+  ASSERT_EQ(run_in_shell("cd vice && head -c 99 Slide.stpz > cut && mv cut Slide.stpz").status, 0);
+  expect({"--force", "vice/root.stp", "-o", "one.stp"}, 1, "",
+         "velkstep: vice/Slide.stpz: The archive cannot be unpacked: truncated gzip input.\n");
+}
+
 TEST_F(JoinCommand, WrongUsage) {
   EXPECT_EQ(run_velkstep({"join", "parts/root.stp"}).exit_code, 2);
   EXPECT_EQ(run_velkstep({"join", "-o", "one.stp"}).exit_code, 2);

@@ -69,6 +69,22 @@ TEST_F(InputWithReferences, CopiesArriveWithTheFiles) {
   EXPECT_EQ(run_velkstep({"verify", "in/in.stp", "out"}).exit_code, 0);
 }
 
+TEST_F(InputWithReferences, CopiesOfAnOlderSplitGo) {
+  ASSERT_EQ(run_velkstep({"split", "in/in.stp", "-o", "out", "--copy-references"}).exit_code, 0);
+  EXPECT_TRUE(fs::exists("out/lid.stp"));
+  const ProcessRun again = run_velkstep({"split", "in/in.stp", "-o", "out", "--force"});
+  EXPECT_EQ(again.exit_code, 0) << again.errors;
+  EXPECT_FALSE(fs::exists("out/lid.stp"));
+  EXPECT_NE(read_file("out/lid (2).stp").find("'../in/lid.stp'"), std::string::npos);
+  // Not what somebody changed since.
+  ASSERT_EQ(run_velkstep({"split", "in/in.stp", "-o", "out", "-f", "--copy-references"}).exit_code,
+            0);
+  folder_.write("out/lid.stp", "somebody's");
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "out", "--force"}).errors,
+            "velkstep: out: 1 file of an earlier split changed since, and stays: lid.stp\n");
+  EXPECT_EQ(read_file("out/lid.stp"), "somebody's");
+}
+
 TEST_F(InputWithReferences, FollowedAsOneAssembly) {
   const ProcessRun run = run_velkstep({"split", "in/in.stp", "-o", "out", "--follow", "--json"});
   EXPECT_EQ(run.exit_code, 0) << run.errors;

@@ -82,7 +82,9 @@ std::string difference_of_words(std::string_view text) {
 }  // namespace
 
 std::string difference_of_readings(std::string_view file, std::size_t block_size) {
-  const Lines log = event_log(file);
+  Tape tape;
+  const Lines log =
+      event_log(file, Exchange::StatementCutter::BLOCK_SIZE, Exchange::Scrutiny::full, &tape);
   const Lines expected = plain::events_of(file);
   if (is_begun(log) || is_begun(expected)) {
     const std::string difference = first_difference("plain and reader", expected, log);
@@ -102,6 +104,10 @@ std::string difference_of_readings(std::string_view file, std::size_t block_size
         first_difference("first and second", without_scrutiny(log),
                          event_log(file, block_size, Exchange::Scrutiny::none));
     if (!second.empty()) return second;
+    const std::string traced =
+        first_difference("first and second by its trace", without_scrutiny(log),
+                         event_log(file, block_size, Exchange::Scrutiny::none, &tape));
+    if (!traced.empty()) return traced;
   }
   return is_legal ? difference_of_words(file) : "";
 }

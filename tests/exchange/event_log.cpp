@@ -101,13 +101,14 @@ class Telling final : public Listener {
 
 }  // namespace
 
-std::vector<std::string> event_log(std::string_view file, std::size_t block_size,
-                                   Scrutiny scrutiny) {
+std::vector<std::string> event_log(std::string_view file, std::size_t block_size, Scrutiny scrutiny,
+                                   Tape* tape) {
   std::istringstream in{std::string(file)};
   Log log;
   Limits limits;
   limits.block_size = block_size;
   limits.scrutiny = scrutiny;
+  limits.tape = tape;
   const Ending ending = read_exchange_file(in, limits, log);
   if (ending.error) {
     log.add("error " + std::string(Kessel::name_of(ending.error->kind)) +

@@ -13,7 +13,8 @@ namespace Kessel::test {
 /// One line for each call of the listener, with all that it is given, and one for the ending.
 std::vector<std::string> event_log(std::string_view file,
                                    std::size_t block_size = Exchange::StatementCutter::BLOCK_SIZE,
-                                   Exchange::Scrutiny scrutiny = Exchange::Scrutiny::full);
+                                   Exchange::Scrutiny scrutiny = Exchange::Scrutiny::full,
+                                   Tape* tape = nullptr);
 
 /// The same for what people read in tests: no offsets, and no text twice.
 ///

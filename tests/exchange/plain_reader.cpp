@@ -455,7 +455,7 @@ class Reading {
   }
 
   void behind_end() {
-    const std::string_view rest = text_.substr(at_, 4096);
+    const std::string_view rest = text_.substr(at_);
     const std::size_t first = skip_blanks(rest, 0);
     if (first == rest.size()) return;
     warn(word_of(rest.substr(first)) == "SIGNATURE" ? "signature_dropped" : "text_after_end",

@@ -76,6 +76,14 @@ TEST(ReadExchangeFile, KnowsResourcesInTheirSectionsOnly) {
       ElementsAre("ANCHOR", "end", "DATA", "#1 A('<')", "#2 B(#1) -> 1", "#3 C('>')", "end"));
 }
 
+/// Reads `text` and returns how that ended.
+Ending ending_of(const std::string& text, const Limits& limits = {}) {
+  std::istringstream in(text);
+  in.seekg(3);
+  Listener nobody;
+  return read_exchange_file(in, limits, nobody);
+}
+
 TEST(ReadExchangeFile, WarnsOfTextBehindTheEnd) {
   EXPECT_THAT(told(BEGIN + END + " \n/* x */\n"), ElementsAre());
   EXPECT_THAT(told(BEGIN + END + "x"), ElementsAre("warning text_after_end"));
@@ -83,6 +91,23 @@ TEST(ReadExchangeFile, WarnsOfTextBehindTheEnd) {
   EXPECT_THAT(told(BEGIN + END + "\nSIGNATURE abc== ENDSEC;"),
               ElementsAre("warning signature_dropped"));
   EXPECT_THAT(event_log(BEGIN + END + "\n x").back(), "warning text_after_end @46 #0");
+}
+
+TEST(ReadExchangeFile, LooksBehindTheEndHoweverFar) {
+  for (const std::size_t size : {std::size_t{5000}, 2 * StatementCutter::BLOCK_SIZE}) {
+    const std::string blanks(size, '\n');
+    const std::string comment = "/*" + std::string(size, ';') + "*/";
+    for (const std::string& front : {blanks, comment, blanks + comment + blanks}) {
+      const std::string file = BEGIN + END + front;
+      const std::string place = " @" + std::to_string(file.size()) + " #0";
+      EXPECT_THAT(told(file), ElementsAre());
+      EXPECT_EQ(event_log(file + "x").back(), "warning text_after_end" + place);
+      EXPECT_EQ(event_log(file + "\\").back(), "warning text_after_end" + place);
+      EXPECT_EQ(event_log(file + "SIGNATURE" + blanks + "a==;ENDSEC;").back(),
+                "warning signature_dropped" + place);
+      EXPECT_EQ(ending_of(file + "x").bytes, (BEGIN + END).size());
+    }
+  }
 }
 
 TEST(ReadExchangeFile, ForgivesAMissingEnd) {
@@ -202,14 +227,6 @@ TEST(ReadExchangeFile, TellsThePlacesOfErrors) {
   EXPECT_EQ(event_log(BEGIN + "DATA; /* a */ /* b").back(), "error unclosed_comment @41 ");
 }
 
-/// Reads `text` and returns how that ended.
-Ending ending_of(const std::string& text, const Limits& limits = {}) {
-  std::istringstream in(text);
-  in.seekg(3);
-  Listener nobody;
-  return read_exchange_file(in, limits, nobody);
-}
-
 TEST(ReadExchangeFile, SaysHowFarItCame) {
   EXPECT_EQ(ending_of(BEGIN + END + "x").bytes, 44u);
   EXPECT_FALSE(ending_of(BEGIN + END).error);
@@ -278,8 +295,9 @@ TEST(RecordOf, FindsTheBodyBehindTheEqualSign) {
   const auto body = [](const std::string& text) {
     std::istringstream in(text);
     StatementCutter cutter(in);
-    EXPECT_EQ(cutter.next(), Cut::statement);
-    const Record record = record_of(cutter.statement(), cutter.mentions());
+    Statement statement;
+    EXPECT_EQ(cutter.next(statement), Cut::statement);
+    const Record record = record_of(statement, cutter.mentions());
     return std::string(record.keyword) + '|' + std::string(record.body);
   };
   EXPECT_EQ(body("#1=A(1);"), "A|A(1)");

@@ -43,12 +43,12 @@ struct How {
 /// "LEAD|TEXT@OFFSET->NUMBERS".
 std::vector<std::string> cut(const std::string& text, How how = {}) {
   std::istringstream in(text);
-  StatementCutter cutter(in, how.position, how.most, how.block);
+  StatementCutter cutter(in, how.position, how.most, how.block, how.scrutiny);
   cutter.know_resources(how.resources);
   std::vector<std::string> found;
+  Statement statement;
   for (;;) {
-    const Cut outcome = cutter.next(how.scrutiny);
-    const Statement& statement = cutter.statement();
+    const Cut outcome = cutter.next(statement);
     std::string line = outcome == Cut::statement ? "" : name_of(outcome) + ' ';
     line += std::string(statement.lead) + '|' + std::string(statement.text) + '@' +
             std::to_string(statement.offset);
@@ -106,7 +106,8 @@ TEST(StatementCutter, KnowsWhatFollowsANumber) {
       if (c == ';' || c == '\'' || (c >= '0' && c <= '9')) continue;
       std::istringstream in('#' + digits + c + "99999999;");
       StatementCutter cutter(in);
-      ASSERT_EQ(cutter.next(), Cut::statement) << byte;
+      Statement statement;
+      ASSERT_EQ(cutter.next(statement), Cut::statement) << byte;
       ASSERT_FALSE(cutter.mentions().empty()) << byte;
       ASSERT_EQ(cutter.mentions()[0].number, std::stoull(digits)) << byte;
     }
@@ -121,9 +122,10 @@ TEST(StatementCutter, FlagsNumbersThatAreTooLarge) {
         std::pair("A('#18446744073709551616');", false)}) {
     for (const Scrutiny scrutiny : {Scrutiny::none, Scrutiny::full}) {
       std::istringstream in(text);
-      StatementCutter cutter(in);
-      EXPECT_EQ(cutter.next(scrutiny), Cut::statement);
-      EXPECT_EQ(cutter.statement().has_too_large_number, is_too_large) << text;
+      StatementCutter cutter(in, 0, StatementCutter::NO_LIMIT, 64, scrutiny);
+      Statement statement;
+      EXPECT_EQ(cutter.next(statement), Cut::statement);
+      EXPECT_EQ(statement.has_too_large_number, is_too_large) << text;
     }
   }
 }
@@ -153,8 +155,8 @@ Looks look(const std::string& text, bool resources = false) {
   std::istringstream in(text);
   StatementCutter cutter(in);
   cutter.know_resources(resources);
-  EXPECT_EQ(cutter.next(), Cut::statement);
-  const Statement& s = cutter.statement();
+  Statement s;
+  EXPECT_EQ(cutter.next(s), Cut::statement);
   return {s.depth, s.takes_in_record, s.has_backslash, s.has_high_bytes};
 }
 
@@ -213,6 +215,26 @@ TEST(StatementCutter, CutsTheSameAtTheEndOfTheUsualBlock) {
   }
 }
 
+TEST(StatementCutter, HasRoomForAnyNumberOfNames) {
+  for (const Scrutiny scrutiny : {Scrutiny::none, Scrutiny::full}) {
+    for (const bool resources : {false, true}) {
+      for (std::size_t count = 0; count < 300; ++count) {
+        std::string text(count % 7, 'x');
+        std::string expected = "|" + text;
+        std::string names;
+        for (std::size_t i = 0; i < count; ++i) {
+          expected += "#1";
+          names += "->1=1";
+        }
+        text = expected.substr(1) + std::string(100, '#');
+        expected = '|' + text + "@0" + names;
+        ASSERT_EQ(cut(text + ";", {.scrutiny = scrutiny, .resources = resources}).front(),
+                  expected);
+      }
+    }
+  }
+}
+
 TEST(StatementCutter, GrowsForLongStatements) {
   const std::string text = "A('" + std::string(3 * StatementCutter::BLOCK_SIZE, ';') + "')";
   EXPECT_THAT(cut(text + ";B;"),
@@ -240,9 +262,10 @@ TEST(StatementCutter, ShowsTheFirstBytes) {
   EXPECT_EQ(cutter.offset(), 0u);
   cutter.pass_over(3);
   EXPECT_EQ(cutter.offset(), 3u);
-  EXPECT_EQ(cutter.next(), Cut::statement);
-  EXPECT_EQ(cutter.statement().text, "def");
-  EXPECT_EQ(cutter.statement().offset, 3u);
+  Statement statement;
+  EXPECT_EQ(cutter.next(statement), Cut::statement);
+  EXPECT_EQ(statement.text, "def");
+  EXPECT_EQ(statement.offset, 3u);
   EXPECT_EQ(cutter.offset(), 7u);
   EXPECT_EQ(cutter.peek(100), "g;");
 }
@@ -251,9 +274,10 @@ TEST(StatementCutter, BeginsInTheMiddle) {
   std::istringstream in("A;B;C;");
   in.seekg(2);
   StatementCutter cutter(in, 2);
-  EXPECT_EQ(cutter.next(), Cut::statement);
-  EXPECT_EQ(cutter.statement().text, "B");
-  EXPECT_EQ(cutter.statement().offset, 2u);
+  Statement statement;
+  EXPECT_EQ(cutter.next(statement), Cut::statement);
+  EXPECT_EQ(statement.text, "B");
+  EXPECT_EQ(statement.offset, 2u);
 }
 
 }  // namespace

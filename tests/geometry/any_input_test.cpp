@@ -156,5 +156,42 @@ TEST(AnyInput, TellsHowFarItHasCome) {
   EXPECT_EQ(told.back().total, drawing.parts.size());
 }
 
+/// Bytes that the lines of a drawing take.
+std::uint64_t bytes_of_lines(const Drawing& drawing) {
+  std::uint64_t bytes = 0;
+  for (const DrawnPart& part : drawing.parts) {
+    bytes += part.points.capacity() * sizeof(Point3) + part.lines.capacity() * sizeof(DrawnLine);
+  }
+  return bytes;
+}
+
+// A circle is a few records and, drawn finely, any number of points.
+TEST(AnyInput, TheMemoryLimitCountsPoints) {
+  std::string circles = drawn_product("#20");
+  std::string items;
+  for (int i = 0; i < 20; ++i) {
+    const std::string number = "#" + std::to_string(30 + i);
+    circles += number + "=CIRCLE('',#21,1.);\n";
+    items += (i == 0 ? "" : ",") + number;
+  }
+  circles += "#20=GEOMETRIC_CURVE_SET('',(" + items +
+             "));\n#21=AXIS2_PLACEMENT_3D('',#22,$,$);\n"
+             "#22=CARTESIAN_POINT('',(0.,0.,0.));\n";
+  const DrawingOptions fine{.tolerance = 1e-9};
+  const Drawing whole = draw(circles, fine);
+  EXPECT_EQ(whole.parts[0].lines.size(), 20u);
+  const std::uint64_t needed = bytes_of_lines(whole);
+  EXPECT_GT(needed, 4'000'000u);
+  for (const std::uint64_t limit : {needed / 4, needed / 2, needed - 1}) {
+    try {
+      draw(circles, fine, {.memory_limit = limit});
+      ADD_FAILURE() << limit << " bytes held " << needed;
+    } catch (const InputError& error) {
+      EXPECT_EQ(error.finding().kind, FindingKind::memory_limit);
+    }
+  }
+  EXPECT_EQ(draw(circles, fine, {.memory_limit = 4 * needed}).parts[0].lines.size(), 20u);
+}
+
 }  // namespace
 }  // namespace Kessel::test

@@ -2,7 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <ostream>
+#include <set>
+#include <vector>
 
 #include "geometry/drawn_text.h"
 
@@ -116,6 +119,123 @@ TEST(Colours, OfOneUsageAreThoseOfItsComponent) {
   EXPECT_EQ(edge.colour, RED);
   EXPECT_EQ(drawing.parts[1].components.at(0).colour, GREEN);
 }
+
+/// The product #1 of COLOURED_RECORDS as a component of "two" (#101, usage #200, placement #202),
+/// of which "three" (#301) has two, by the usages #400 and #410 with the placements #402 and #412.
+const std::string NESTED_RECORDS =
+    COLOURED_RECORDS +
+    "#101=PRODUCT_DEFINITION('','',#103,$);\n#102=PRODUCT('two','two','',());\n"
+    "#103=PRODUCT_DEFINITION_FORMATION('','',#102);\n"
+    "#200=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#101,#1,$);\n"
+    "#201=PRODUCT_DEFINITION_SHAPE('','',#200);\n"
+    "#202=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#203,#201);\n"
+    "#301=PRODUCT_DEFINITION('','',#303,$);\n#302=PRODUCT('three','three','',());\n"
+    "#303=PRODUCT_DEFINITION_FORMATION('','',#302);\n"
+    "#400=NEXT_ASSEMBLY_USAGE_OCCURRENCE('a','','',#301,#101,$);\n"
+    "#401=PRODUCT_DEFINITION_SHAPE('','',#400);\n"
+    "#402=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#403,#401);\n"
+    "#410=NEXT_ASSEMBLY_USAGE_OCCURRENCE('b','','',#301,#101,$);\n"
+    "#411=PRODUCT_DEFINITION_SHAPE('','',#410);\n"
+    "#412=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#413,#411);\n";
+
+/// In the context of the placements `placements`, the style `style` holds for the item #6.
+std::string in_context(int number, const std::string& style, const std::string& placements) {
+  return "#" + std::to_string(number) + "=CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(" + style +
+         "),#6,#91,(" + placements + "));\n";
+}
+
+struct PlacedCase {
+  const char* name;
+  std::string styles;
+  std::vector<std::int32_t> colours;  ///< of "one" wherever it is shown in "three"
+};
+
+void PrintTo(const PlacedCase& one, std::ostream* out) {
+  *out << one.name;
+}
+
+const PlacedCase PLACED[] = {
+    {"none", "", {NONE, NONE}},
+    {"in_its_assembly", in_context(90, "#72", "#202"), {GREEN, GREEN}},
+    {"above_its_assembly", in_context(90, "#71", "#412"), {NONE, RED}},
+    {"by_the_whole_way", in_context(90, "#73", "#402,#202"), {BLUE, NONE}},
+    {"by_the_way_from_below", in_context(90, "#73", "#202,#402"), {BLUE, NONE}},
+    {"the_upper_one_counts",
+     in_context(90, "#72", "#202") + in_context(92, "#71", "#402"),
+     {RED, GREEN}},
+    {"the_longer_way_counts",
+     in_context(90, "#72", "#202") + in_context(92, "#71", "#402") +
+         in_context(93, "#73", "#402,#202"),
+     {BLUE, GREEN}},
+    {"a_way_that_is_none", in_context(90, "#73", "#402,#412"), {NONE, NONE}},
+    {"hidden_at_one_place", in_context(90, "", "#402,#202") + "#94=INVISIBILITY((#90));\n", {NONE}},
+    {"hidden_in_its_assembly", in_context(90, "#71", "#202") + "#94=INVISIBILITY((#90));\n", {}},
+    {"hidden_with_its_assembly",
+     in_context(90, "#71", "#412") + "#94=INVISIBILITY((#90));\n",
+     {NONE}},
+};
+
+class PlacedStyles : public testing::TestWithParam<PlacedCase> {};
+
+TEST_P(PlacedStyles, HoldWhereTheyAreSaid) {
+  const Drawing drawing = draw(NESTED_RECORDS + GetParam().styles);
+  std::vector<std::int32_t> colours;
+  Box3 box;
+  visit_places(drawing, 2, 10, [&](const PlacedPart& place) {
+    if (place.part != 0) return;
+    colours.push_back(place.colour);
+    for (const Point3& point : drawing.parts[0].points) box.add(place.matrix.apply(point));
+  });
+  EXPECT_EQ(colours, GetParam().colours);
+  EXPECT_EQ(whole_box(drawing, 2).high, box.high);
+}
+
+INSTANTIATE_TEST_SUITE_P(Contexts, PlacedStyles, testing::ValuesIn(PLACED),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+struct HiddenCase {
+  const char* name;
+  const char* records;
+  std::set<std::uint64_t> shown;  ///< of the edges #50 and #51 and the curve #60
+};
+
+void PrintTo(const HiddenCase& one, std::ostream* out) {
+  *out << one.name;
+}
+
+const HiddenCase HIDDEN[] = {
+    {"nothing", "#91=INVISIBILITY(());\n", {50, 51, 60}},
+    {"a_styled_solid", "#90=STYLED_ITEM('',(#71),#20);\n#91=INVISIBILITY((#90));\n", {60}},
+    {"a_styled_item_without_style",
+     "#90=STYLED_ITEM('',(),#61);\n#91=INVISIBILITY((#90));\n",
+     {50, 51}},
+    {"a_face", "#90=STYLED_ITEM('',(#71),#41);\n#91=INVISIBILITY((#90));\n", {50, 60}},
+    {"a_representation", "#91=INVISIBILITY((#6));\n", {}},
+    {"a_layer",
+     "#90=PRESENTATION_LAYER_ASSIGNMENT('','',(#20));\n#91=INVISIBILITY((#90));\n",
+     {60}},
+    {"a_layer_of_styled_items",
+     "#88=STYLED_ITEM('',(#71),#61);\n#90=PRESENTATION_LAYER_ASSIGNMENT('','',(#88));\n"
+     "#91=INVISIBILITY((#90));\n",
+     {50, 51}},
+    {"in_one_presentation_only",
+     "#90=STYLED_ITEM('',(#71),#20);\n"
+     "#91=(CONTEXT_DEPENDENT_INVISIBILITY(#99)INVISIBILITY((#90)));\n",
+     {50, 51, 60}},
+};
+
+class HiddenItems : public testing::TestWithParam<HiddenCase> {};
+
+TEST_P(HiddenItems, AreNotDrawn) {
+  const DrawnPart part = draw(COLOURED_RECORDS + GetParam().records).parts.at(0);
+  std::set<std::uint64_t> shown;
+  for (const DrawnLine& line : part.lines) shown.insert(line.record);
+  EXPECT_EQ(shown, GetParam().shown);
+  EXPECT_EQ(part.dropped, 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Records, HiddenItems, testing::ValuesIn(HIDDEN),
+                         [](const auto& test) { return std::string(test.param.name); });
 
 }  // namespace
 }  // namespace Kessel::test

@@ -27,6 +27,20 @@ TEST(TypeTable, HasItsOwnTypesFirst) {
   EXPECT_EQ(table.name(TypeTable::REPEATED), "<repeated>");
 }
 
+TEST(TypeTable, KnowsTypesByTheNumbersOfKeywords) {
+  TypeTable table;
+  Exchange::Record record;
+  for (int times = 0; times < 2; ++times) {
+    for (const std::uint32_t id : {7u, 0u, 3u}) {
+      const std::string keyword = "K" + std::to_string(id);
+      record.keyword = keyword;
+      record.keyword_id = id;
+      EXPECT_EQ(table.name(table.type_of(record)), keyword);
+    }
+  }
+  EXPECT_EQ(table.size(), 6u);
+}
+
 TEST(TypeTable, NumbersTypesAsTheyAreMet) {
   TypeTable table;
   EXPECT_EQ(type(table, "B()", "B"), 3u);

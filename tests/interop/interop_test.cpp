@@ -73,6 +73,65 @@ TEST_P(KernelDocument, RootsOfSplitsOpenAsTheOriginal) {
 INSTANTIATE_TEST_SUITE_P(Kernel, KernelDocument, testing::ValuesIn(kernel_documents()),
                          [](const auto& test) { return test.param; });
 
+/// Writes two parts of the kernel's and an assembly that shows one twice and the other once, by
+/// mapped items alone, with usages that nothing places.
+fs::path write_mapping_assembly(const ScratchFolder& folder) {
+  write_kernel_document("parts_alone", folder / "parts.step");
+  std::string text = read_file(folder / "parts.step");
+  std::ifstream in(folder / "parts.step", std::ios::binary);
+  Instances instances;
+  load_instances(in, instances);
+  const Products parts = find_products(instances);
+  int last = 9'000'000;
+  std::string records;
+  const auto add = [&](const std::string& body) {
+    records += "#" + std::to_string(++last) + "=" + body + ";\n";
+    return "#" + std::to_string(last);
+  };
+  const auto name = [&](Index record) { return "#" + std::to_string(instances.number(record)); };
+  const auto placement = [&](int x) {
+    return add("AXIS2_PLACEMENT_3D(''," +
+               add("CARTESIAN_POINT('',(" + std::to_string(x) + ".,0.,0.))") + ",$,$)");
+  };
+  const Index context =
+      instances.references(parts.products.at(0).representations.at(0)).back().record();
+  const std::string product = add("PRODUCT('rack','rack','',())");
+  const std::string version = add("PRODUCT_DEFINITION_FORMATION('',''," + product + ")");
+  const std::string rack = add("PRODUCT_DEFINITION('design',''," + version + ",$)");
+  std::string items = placement(0);
+  int x = 0;
+  for (const std::size_t part : {0, 1, 0}) {
+    const Product& shown = parts.products.at(part);
+    const std::string map =
+        add("REPRESENTATION_MAP(" + placement(0) + "," + name(shown.representations.at(0)) + ")");
+    items += "," + add("MAPPED_ITEM(''," + map + "," + placement(x += 50) + ")");
+    add("NEXT_ASSEMBLY_USAGE_OCCURRENCE('" + std::to_string(x) + "','',''," + rack + "," +
+        name(shown.definition) + ",$)");
+  }
+  add("SHAPE_DEFINITION_REPRESENTATION(" + add("PRODUCT_DEFINITION_SHAPE('',''," + rack + ")") +
+      "," + add("SHAPE_REPRESENTATION('',(" + items + ")," + name(context) + ")") + ")");
+  return folder.write("rack.step", text.insert(text.rfind("ENDSEC;"), records));
+}
+
+/// The kernel takes mapped items for nameless solids; behind a split they are what they are.
+TEST(MappingAssembly, ShowsItsComponentsWhereTheyAreAndByTheirNames) {
+  const ScratchFolder folder;
+  const fs::path in = write_mapping_assembly(folder);
+  for (const AssemblyStyle style : {AssemblyStyle::nested, AssemblyStyle::lean}) {
+    const fs::path out = folder / (style == AssemblyStyle::lean ? "lean" : "nested");
+    const auto files = split_paths(in, out, {.assemblies = style});
+    EXPECT_EQ(files.size(), 3u);
+    std::vector<DocumentShape> before = read_free_shapes(in);
+    const std::vector<DocumentShape> after = read_free_shapes(files.at(0));
+    ASSERT_EQ(before.size(), 1u);
+    ASSERT_EQ(after.size(), 1u);
+    EXPECT_EQ(whole_tree(after[0]), "rack\n  50 -> left\n  100 -> right\n  150 -> left\n");
+    EXPECT_EQ(after[0].figures.solids, 3);
+    before[0].tree = after[0].tree;
+    EXPECT_EQ(differences(before, after), "");
+  }
+}
+
 /// The file names of the assemblies that other assemblies use.
 std::vector<fs::path> sub_assembly_names(const fs::path& in) {
   std::ifstream file(in, std::ios::binary);

@@ -188,6 +188,11 @@ void mix_bodies(Draft& draft) {
   draft.use(root, draft.part("empty", compound({})));
 }
 
+void make_parts_alone(Draft& draft) {
+  draft.colour(draft.part("left", box(1)), Colour::red);
+  draft.colour(draft.part("right", box(4)), Colour::blue);
+}
+
 struct Row {
   const char* name;
   void (*make)(Draft& draft);
@@ -200,6 +205,7 @@ constexpr Row DOCUMENTS[] = {
     {"deep_occurrence_coloured", colour_deep_occurrence},
     {"layers", put_on_layers},
     {"bodies_of_all_kinds", mix_bodies},
+    {"parts_alone", make_parts_alone},
 };
 
 }  // namespace

@@ -36,6 +36,7 @@ class Browser:
         self._number = 0
         self._loaded = False
         self._session = None
+        self._measures = False
         self.problems = []
         self.requests = []
         targets = self.send("Target.getTargets")["targetInfos"]
@@ -105,6 +106,14 @@ class Browser:
         if "exceptionDetails" in result:
             raise RuntimeError(json.dumps(result["exceptionDetails"]))
         return result["result"].get("value")
+
+    def processor_seconds(self):
+        """What the page's own thread has worked so far, whatever else the machine does."""
+        if not self._measures:
+            self.send("Performance.enable", timeDomain="threadTicks")
+            self._measures = True
+        metrics = self.send("Performance.getMetrics")["metrics"]
+        return next(one["value"] for one in metrics if one["name"] == "TaskDuration")
 
     def press(self, key):
         text = {"Enter": "\r"}.get(key, key if len(key) == 1 else "")

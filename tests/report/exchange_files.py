@@ -72,3 +72,64 @@ def copies_of(text, name, count, distance):
         add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#%d,#%d)", way, usage)
     end = text.rindex("ENDSEC;")
     return text[:end] + "\n".join(records) + "\n" + text[end:]
+
+
+def drawn_parts(count, group=9):
+    """An exchange file with so many parts that have lines, `group` of them in each sub-assembly."""
+    records = []
+
+    def add(record, *values):
+        records.append("#%d=%s;" % (len(records) + 1, record % values))
+        return len(records)
+
+    millimetre = add("(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.METRE.))")
+    radian = add("(NAMED_UNIT(*)PLANE_ANGLE_UNIT()SI_UNIT($,.RADIAN.))")
+    context = add("(GEOMETRIC_REPRESENTATION_CONTEXT(3)GLOBAL_UNIT_ASSIGNED_CONTEXT((#%d,#%d))"
+                  "REPRESENTATION_CONTEXT('',''))", millimetre, radian)
+
+    def axis(x, y, z):
+        return add("AXIS2_PLACEMENT_3D('',#%d,$,$)",
+                   add("CARTESIAN_POINT('',(%.3f,%.3f,%.3f))", x, y, z))
+
+    origin = axis(0, 0, 0)
+
+    def product(name, items):
+        definition = add("PRODUCT_DEFINITION('','',#%d,$)", add(
+            "PRODUCT_DEFINITION_FORMATION('','',#%d)", add("PRODUCT('%s','%s','',())", name, name)))
+        shape = add("PRODUCT_DEFINITION_SHAPE('','',#%d)", definition)
+        representation = add("SHAPE_REPRESENTATION('',(%s),#%d)",
+                             ",".join("#%d" % item for item in [origin, *items]), context)
+        add("SHAPE_DEFINITION_REPRESENTATION(#%d,#%d)", shape, representation)
+        return definition, representation
+
+    def part(number):
+        size = 10 + number % 7
+        curves = [add("CIRCLE('',#%d,%.3f)", axis(0, 0, 3 * i), size - 0.5 * i) for i in range(12)]
+        for i in range(12):
+            ends = [add("CARTESIAN_POINT('',(%.3f,%.3f,%.3f))", size * (i % 4), i, z)
+                    for z in (0, 10, 35)]
+            curves.append(add("POLYLINE('',(%s))", ",".join("#%d" % end for end in ends)))
+        return product("part %d" % number,
+                       [add("GEOMETRIC_CURVE_SET('',(%s))", ",".join("#%d" % c for c in curves))])
+
+    def place(assembly, component, x, y):
+        usage = add("PRODUCT_DEFINITION_SHAPE('','',#%d)", add(
+            "NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#%d,#%d,$)", assembly[0], component[0]))
+        way = add("ITEM_DEFINED_TRANSFORMATION('','',#%d,#%d)", origin, axis(x, y, 0))
+        relationship = add("(REPRESENTATION_RELATIONSHIP('','',#%d,#%d)"
+                           "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#%d)"
+                           "SHAPE_REPRESENTATION_RELATIONSHIP())", component[1], assembly[1], way)
+        add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#%d,#%d)", relationship, usage)
+
+    whole = product("whole", [])
+    for first in range(0, count, group):
+        assembly = product("group %d" % (first // group), [])
+        number = first // group
+        place(whole, assembly, 60 * (number % 20) * 3, 60 * (number // 20) * 3)
+        for i in range(first, min(first + group, count)):
+            place(assembly, part(i), 60 * (i % 3), 60 * (i % group // 3))
+    return "\n".join([
+        "ISO-10303-21;", "HEADER;", "FILE_DESCRIPTION(('test'),'2;1');",
+        "FILE_NAME('in.stp','then',('me'),('us'),'','','');",
+        "FILE_SCHEMA(('AUTOMOTIVE_DESIGN'));", "ENDSEC;", "DATA;", *records, "ENDSEC;",
+        "END-ISO-10303-21;", ""])

@@ -12,6 +12,7 @@
 #include "kessel/diff.h"
 #include "kessel/errors.h"
 #include "kessel/join.h"
+#include "kessel/split_list.h"
 #include "kessel/splitter.h"
 #include "kessel/verify.h"
 #include "splitter/small_inputs.h"
@@ -210,6 +211,24 @@ TEST_P(KeptReferences, OfASplitThatIsSplitAgain) {
   EXPECT_TRUE(is_verified("first/middle.stp", "second"));
 }
 
+// What a split refers to is found again by one that follows, and split as it was.
+TEST_P(KeptReferences, OfASplitThatIsFollowedAndSplitAgain) {
+  const std::string lamp = std::string(PROJECT_FOLDER) + "/examples/desk-lamp.step";
+  Options options;
+  options.assemblies = GetParam();
+  const std::vector<WrittenFile> first = split(lamp, "first", options);
+  options.follow_references = true;
+  const std::vector<WrittenFile> second = split(first.front().path, "second", options);
+  ASSERT_EQ(second.size(), first.size());
+  const std::set<std::string> names = names_in("first");
+  EXPECT_EQ(names_in("second").size(), names.size());
+  join("first", "whole.stp");
+  fs::rename("roots.txt", "second/roots.txt");
+  join("second", "again.stp");
+  EXPECT_TRUE(diff("whole.stp", "again.stp").is_same);
+  EXPECT_TRUE(diff(lamp, "again.stp").is_same);
+}
+
 // The lid's file refers to a pin's in turn, and the hinge's name is taken twice.
 TEST_P(KeptReferences, CopiesLieBesideTheSplitWithWhatTheyReferTo) {
   fs::create_directory("in/more");
@@ -228,6 +247,13 @@ TEST_P(KeptReferences, CopiesLieBesideTheSplitWithWhatTheyReferTo) {
   EXPECT_EQ(files[written].path, "out/lid.stp");
   EXPECT_EQ(files[written].records, 21u);
   EXPECT_EQ(files[written].bytes, fs::file_size("out/lid.stp"));
+  const std::optional<SplitList> list = read_split_list("out");
+  ASSERT_TRUE(list && list->files.size() == files.size());
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    EXPECT_EQ(list->files[i].name, files[i].path.filename());
+    EXPECT_EQ(state_of(list->files[i], "out"), ListedState::unchanged);
+    EXPECT_EQ(list->files[i].record == 0, files[i].is_copy);
+  }
   // Only names change.
   std::string expected = read_file("in/lid.stp");
   for (std::size_t at = 0; (at = expected.find("more/hinge.stp")) != std::string::npos;) {

@@ -1,6 +1,7 @@
 #include "commands/join_command.h"
 
 #include <iostream>
+#include <list>
 
 #include "formats/findings.h"
 #include "json/documents.h"
@@ -10,6 +11,7 @@
 #include "run/one_output.h"
 #include "run/progress.h"
 #include "run/with_input.h"
+#include "system/input.h"
 #include "system/interruption.h"
 #include "text/counted.h"
 
@@ -28,6 +30,19 @@ std::string name_in_finding(const JoinArguments& arguments, const Kessel::Findin
   return (folder / finding.file).string();
 }
 
+/// Unpacks the compressed ones of the files that are joined; they are there as long as it lives.
+class Unpacked {
+ public:
+  fs::path path_of(const fs::path& file) {
+    const std::string name = fs::absolute(file).string();
+    if (!needs_a_copy(name)) return file;
+    return inputs_.emplace_back(name).path();
+  }
+
+ private:
+  std::list<Input> inputs_;
+};
+
 /// Joins `root`, which may be a copy of what the arguments mean.
 Kessel::Joined join_quietly(const fs::path& root, const JoinArguments& arguments) {
   Kessel::JoinOptions options;
@@ -38,6 +53,8 @@ Kessel::Joined join_quietly(const fs::path& root, const JoinArguments& arguments
   options.shrink = arguments.shrink;
   options.replace = arguments.force;
   if (root != arguments.root) options.stands_for = shown_name(arguments.root);
+  Unpacked unpacked;
+  options.readable = [&](const fs::path& file) { return unpacked.path_of(file); };
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = progress_on(bar);
   return Kessel::join(root, arguments.out, options);

@@ -212,10 +212,14 @@ PageDrawing lines_for_page(const Kessel::Drawing& drawing, std::uint64_t most_by
   return page;
 }
 
+bool is_shown(const Kessel::PlacedComponent& component) {
+  return !component.closes_cycle && !component.is_hidden;
+}
+
 std::string placements_for_page(const DrawnPart& part) {
   std::vector<std::uint8_t> bytes;
   for (const Kessel::PlacedComponent& component : part.components) {
-    if (component.closes_cycle) continue;
+    if (!is_shown(component)) continue;
     for (const double number : component.matrix.rows) {
       add_number(bytes, std::bit_cast<std::uint32_t>(static_cast<float>(number)), 4);
     }

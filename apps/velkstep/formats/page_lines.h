@@ -30,8 +30,11 @@ struct PageDrawing {
 /// the shortest are left out.
 PageDrawing lines_for_page(const Kessel::Drawing& drawing, std::uint64_t most_bytes);
 
-/// Where the components of a part are: twelve 32-bit floating-point numbers for each, low byte
-/// first, in base 64. Those that close a cycle are left out.
+/// Whether the page shows a component: not one that is hidden, or closes a cycle.
+bool is_shown(const Kessel::PlacedComponent& component);
+
+/// Where the components of a part are that are shown: twelve 32-bit floating-point numbers for
+/// each, low byte first, in base 64.
 std::string placements_for_page(const Kessel::DrawnPart& part);
 
 }  // namespace Velkstep

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <vector>
 
 #include "formats/findings.h"
 #include "formats/page_lines.h"
@@ -92,9 +93,58 @@ Json box_on_page(const Kessel::Box3& box) {
   return list;
 }
 
+/// Where components stand on the page: by part and position in the drawing, as far as asked.
+class PlacesOnPage {
+ public:
+  explicit PlacesOnPage(const Kessel::Drawing& drawing)
+      : drawing_(drawing), places_(drawing.parts.size()) {}
+
+  /// The way `path` from a part down as the page counts it; nothing where it shows no such place.
+  std::optional<std::vector<std::size_t>> way(std::size_t part,
+                                              const std::vector<std::size_t>& path) {
+    std::vector<std::size_t> way;
+    for (const std::size_t position : path) {
+      const Kessel::PlacedComponent& component = drawing_.parts[part].components[position];
+      if (!is_shown(component)) return std::nullopt;
+      way.push_back(of(part)[position]);
+      part = component.part;
+    }
+    return way;
+  }
+
+ private:
+  const std::vector<std::size_t>& of(std::size_t part) {
+    std::vector<std::size_t>& places = places_[part];
+    if (!places.empty()) return places;
+    std::size_t shown = 0;
+    for (const Kessel::PlacedComponent& component : drawing_.parts[part].components) {
+      places.push_back(shown);
+      if (is_shown(component)) ++shown;
+    }
+    return places;
+  }
+
+  const Kessel::Drawing& drawing_;
+  std::vector<std::vector<std::size_t>> places_;
+};
+
+/// What a part says of components of its components.
+Json styles_on_page(const Kessel::DrawnPart& part, std::size_t index, PlacesOnPage& places) {
+  Json styles = Json::array();
+  for (const Kessel::PlacedStyle& style : part.styled) {
+    const auto way = places.way(index, style.path);
+    if (!way) continue;
+    Json entry = {{"path", *way}};
+    if (style.colour != Kessel::NO_COLOUR) entry["colour"] = style.colour;
+    if (style.is_hidden) entry["hidden"] = true;
+    styles.push_back(std::move(entry));
+  }
+  return styles;
+}
+
 /// What a part looks like: `box` is around it with its components, `frame` around its own lines.
 void add_picture(Json& entry, const Kessel::Drawing& drawing, std::size_t index,
-                 const PageLines& lines) {
+                 const PageLines& lines, PlacesOnPage& places) {
   const Kessel::DrawnPart& part = drawing.parts[index];
   const Kessel::Box3 whole = whole_box(drawing, index);
   if (!whole.is_empty()) entry["box"] = box_on_page(whole);
@@ -108,7 +158,7 @@ void add_picture(Json& entry, const Kessel::Drawing& drawing, std::size_t index,
   Json placed = Json::array();
   Json colours = Json::object();
   for (const Kessel::PlacedComponent& component : part.components) {
-    if (component.closes_cycle) continue;
+    if (!is_shown(component)) continue;
     if (component.colour != Kessel::NO_COLOUR) {
       colours[std::to_string(placed.size())] = component.colour;
     }
@@ -118,6 +168,8 @@ void add_picture(Json& entry, const Kessel::Drawing& drawing, std::size_t index,
   entry["placed"] = std::move(placed);
   entry["placements"] = placements_for_page(part);
   if (!colours.empty()) entry["placed_colours"] = std::move(colours);
+  Json styles = styles_on_page(part, index, places);
+  if (!styles.empty()) entry["styled"] = std::move(styles);
 }
 
 /// The split's, for one who looks at its input.
@@ -168,8 +220,9 @@ Json page_data(const FinishedSplit& split, const SplitArguments& arguments) {
   if (!drawing) return json;
   const PageDrawing lines = lines_for_page(*drawing, MOST_LINE_BYTES);
   json["colours"] = lines.colours;
+  PlacesOnPage places(*drawing);
   for (std::size_t i = 0; i < lines.parts.size(); ++i) {
-    add_picture(json["parts"][i], *drawing, i, lines.parts[i]);
+    add_picture(json["parts"][i], *drawing, i, lines.parts[i], places);
   }
   return json;
 }

@@ -15,6 +15,31 @@ function composed(outer, inner) {
 
 const AS_IT_IS = Float64Array.of(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0);
 
+// What is said of the component at `position` of a place: {colour, given, styles}; null where it is
+// hidden there.
+function style_below({colour, given, depth}, component, position, styles) {
+  const result = {colour, given, styles: []};
+  const give = (other, level) => {
+    if (other < 0 || (result.colour >= 0 && result.given < level)) return;
+    result.colour = other;
+    result.given = level;
+  };
+  give(component.colour, depth);
+  for (const one of styles) {
+    const {path, colour: other = -1, hidden} = one.style;
+    const step = depth - one.begun;
+    if (path[step] !== position) continue;
+    if (step + 1 < path.length) {
+      result.styles.push(one);
+    } else if (hidden) {
+      return null;
+    } else {
+      give(other, one.begun);
+    }
+  }
+  return result;
+}
+
 class Scene {
   // All places of what is below a part, up to `most` of them. `copies` are the places of parts with
   // lines: {part, matrix, colour, node}. A node is what a row of the tree stands for: a part on one
@@ -25,7 +50,7 @@ class Scene {
     this.whole = true;
     this.root = {part, parent: null, below: new Map()};
     this.box = PARTS[part].box ?? [0, 0, 0, 1, 1, 1];
-    const waiting = [{node: this.root, matrix: AS_IT_IS, colour: -1}];
+    const waiting = [{node: this.root, matrix: AS_IT_IS, colour: -1, given: 0, depth: 0, styles: []}];
     for (let steps = 0; waiting.length > 0; ++steps) {
       if (this.copies.length >= most || steps > 5 * most + 1000) {
         this.whole = false;
@@ -35,19 +60,28 @@ class Scene {
     }
   }
 
-  enter({node, matrix, colour}, waiting) {
-    if (PARTS[node.part].lines) this.copies.push({part: node.part, matrix, colour, node});
+  // `given` is the level at which a place got its colour: the upper one counts. `styles` are those of
+  // parts above that may speak of what is below: {style, begun}, the uppermost last.
+  enter(place, waiting) {
+    const {node, matrix, depth} = place;
+    if (PARTS[node.part].lines) {
+      this.copies.push({part: node.part, matrix, colour: place.colour, node});
+    }
+    const own = (PARTS[node.part].styled ?? []).map((style) => ({style, begun: depth}));
+    const styles = [...own, ...place.styles];
     const placed = placed_in(node.part);
     for (let i = placed.length - 1; i >= 0; --i) {
       const component = placed[i];
       if (!HAS_LINES[component.part]) continue;
+      const style = style_below(place, component, i, styles);
+      if (style === null) continue;
       let below = node.below.get(component.part);
       if (!below) {
         below = {part: component.part, parent: node, below: new Map()};
         node.below.set(component.part, below);
       }
-      waiting.push({node: below, matrix: composed(matrix, component.matrix),
-                    colour: colour >= 0 ? colour : component.colour});
+      waiting.push({node: below, matrix: composed(matrix, component.matrix), depth: depth + 1,
+                    ...style});
     }
   }
 

@@ -239,7 +239,16 @@ class PlacedComponent(TypedDict):
     matrix: list[float]
     placed: bool
     colour: int | None
+    hidden: bool
     closes_cycle: bool
+
+
+class PlacedStyle(TypedDict):
+    """What a part says of a component of its components, to which `path` leads."""
+
+    path: list[int]
+    colour: int | None
+    hidden: bool
 
 
 class DrawnPart(TypedDict):
@@ -251,6 +260,7 @@ class DrawnPart(TypedDict):
     dropped: int
     lines: list[DrawnLine]
     components: list[PlacedComponent]
+    styled: list[PlacedStyle]
 
 
 class Drawing(TypedDict):
