@@ -1,7 +1,6 @@
 // Numbers in text.
 #include <benchmark/benchmark.h>
 
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -55,27 +54,6 @@ void read_numbers(benchmark::State& state) {
 }
 BENCHMARK_TEMPLATE(read_numbers, &read_number)->Name("read_number");
 BENCHMARK_TEMPLATE(read_numbers, &read_number_plainly)->Name("read_number/plainly");
-
-char* write_with_to_chars(char* p, std::uint32_t number) {
-  return std::to_chars(p, p + NUMBER_ROOM, number).ptr;
-}
-
-template <auto Write>
-void write_numbers(benchmark::State& state) {
-  std::vector<char> text(digits().size() + NUMBER_ROOM);
-  for (auto _ : state) {
-    char* p = text.data();
-    for (const std::uint32_t number : numbers()) {
-      p = Write(p, number);
-      *p++ = ',';
-    }
-    benchmark::DoNotOptimize(p);
-    benchmark::ClobberMemory();
-  }
-  set_counters(state);
-}
-BENCHMARK_TEMPLATE(write_numbers, &write_number)->Name("write_number");
-BENCHMARK_TEMPLATE(write_numbers, &write_with_to_chars)->Name("write_number/to_chars");
 
 }  // namespace
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "c_interface/difference_rows.h"
+#include "encoding/utf8_path.h"
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
@@ -109,8 +110,7 @@ Options to_options(const kessel_options& given) {
 /// The path that a caller means. What is not UTF-8 could not be given back as it came.
 std::filesystem::path path_of(const char* utf8, const char* missing) {
   if (utf8 == nullptr) throw BadArgument(missing);
-  const std::string_view text = utf8;
-  std::filesystem::path path(std::u8string(text.begin(), text.end()));
+  std::filesystem::path path = path_of_utf8(utf8);
   try {
     fspath_to_utf8(path);
   } catch (const std::system_error&) {

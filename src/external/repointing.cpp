@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include "encoding/utf8_path.h"
 #include "external/resource.h"
 #include "external/targets.h"
 

@@ -3,20 +3,12 @@
 #include <algorithm>
 #include <system_error>
 
+#include "encoding/utf8_path.h"
 #include "findings/finding_list.h"
 
 namespace Kessel {
 
 namespace fs = std::filesystem;
-
-fs::path path_of_utf8(const std::string& utf8) {
-  return fs::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
-std::string utf8_of_path(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
 
 fs::path folder_of_references(const fs::path& in, const Options& options) {
   return options.input_folder.empty() ? in.parent_path() : options.input_folder;

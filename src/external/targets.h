@@ -31,11 +31,6 @@ std::vector<std::string> names_of_targets(const std::vector<ExternalReference>& 
 /// What is said of a file that is not there; `name` is UTF-8.
 std::string missing_target_sentence(const std::string& name);
 
-/// The path that UTF-8 text gives. Text that is none gives one of the same bytes.
-std::filesystem::path path_of_utf8(const std::string& utf8);
-/// The other way round.
-std::string utf8_of_path(const std::filesystem::path& path);
-
 /// The absolute path without links, empty for the working directory; lexically where the system
 /// cannot say.
 std::filesystem::path without_links(const std::filesystem::path& path);

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "encoding/utf8_path.h"
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
@@ -15,6 +16,7 @@
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
 #include "output/layout_loader.h"
+#include "output/own_input.h"
 #include "output/placement_findings.h"
 #include "output/split_writer.h"
 #include "placement/bodies.h"
@@ -42,15 +44,6 @@ Options split_options(const ExtractOptions& options) {
 const fs::path& require_regular_file(const fs::path& in) {
   if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
   return in;
-}
-
-[[noreturn]] void refuse(const fs::path& out) {
-  throw OutputError(out, std::make_error_code(std::errc::file_exists));
-}
-
-void refuse_to_replace(const fs::path& in, const fs::path& out) {
-  std::error_code ignored;  // What cannot be compared is not the same.
-  if (fs::equivalent(in, out, ignored)) refuse(out);
 }
 
 /// A file for what is to be shrunk into `out`.
@@ -140,13 +133,12 @@ void Extraction::write(ProductId product, const fs::path& out) {
 
 void Extraction::write_bodies(ProductId product, const fs::path& outdir) {
   const std::vector<Index> bodies = bodies_of(instances_, products_, product);
-  const std::u8string stem = file_name(product).stem().u8string();
+  const std::string stem = utf8_of_path(file_name(product).stem());
   const Placement placement = place(plan_bodies(products_, product, bodies));
   std::vector<Asked> asked;
   for (FileId file = 1; file < placement.files.size(); ++file) {
-    const std::string name =
-        body_names_.take(std::string(stem.begin(), stem.end()) + " body " + std::to_string(file));
-    asked.push_back({file, outdir / std::u8string(name.begin(), name.end())});
+    const std::string name = body_names_.take(stem + " body " + std::to_string(file));
+    asked.push_back({file, outdir / path_of_utf8(name)});
   }
   write_files(product, placement, asked);
 }
@@ -184,7 +176,9 @@ void Extraction::refuse_to_replace_inputs(const fs::path& out) const {
   const fs::path place = without_links(out);
   for (const ExternalReference& reference : references_) {
     const Target target = find_target(from_, reference);
-    if (without_links(target.path) == place) refuse(out);
+    if (without_links(target.path) == place) {
+      throw OutputError(out, std::make_error_code(std::errc::file_exists));
+    }
     refuse_to_replace(target.path, out);
   }
 }

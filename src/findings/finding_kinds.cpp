@@ -9,17 +9,18 @@ namespace Kessel {
 
 namespace {
 
-struct Row {
+struct KindRow {
   FindingKind kind;
   const char* name;
   Severity severity;
 };
 
+namespace Rows {
 using enum FindingKind;
 using enum Severity;
 
 // In the order of FindingKind.
-constexpr Row KINDS[] = {
+constexpr KindRow KINDS[] = {
     {unreadable, "unreadable", error},
     {empty_file, "empty_file", error},
     {compressed, "compressed", error},
@@ -81,16 +82,17 @@ constexpr Row KINDS[] = {
     {copies_differ, "copies_differ", warning},
     {stand_in_left, "stand_in_left", warning},
 };
+}  // namespace Rows
 
-constexpr const Row& row_of(FindingKind kind) {
-  return KINDS[static_cast<std::size_t>(kind)];
+constexpr const KindRow& row_of(FindingKind kind) {
+  return Rows::KINDS[static_cast<std::size_t>(kind)];
 }
 
 constexpr bool rows_are_in_order() {
-  for (std::size_t i = 0; i < std::size(KINDS); ++i) {
-    if (KINDS[i].kind != static_cast<FindingKind>(i)) return false;
+  for (std::size_t i = 0; i < std::size(Rows::KINDS); ++i) {
+    if (Rows::KINDS[i].kind != static_cast<FindingKind>(i)) return false;
   }
-  return KINDS[std::size(KINDS) - 1].kind == stand_in_left;
+  return Rows::KINDS[std::size(Rows::KINDS) - 1].kind == FindingKind::stand_in_left;
 }
 static_assert(rows_are_in_order());
 

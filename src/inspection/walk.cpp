@@ -37,11 +37,11 @@ std::vector<std::size_t> users_first(const Assembly& assembly) {
   return {left.rbegin(), left.rend()};
 }
 
-constexpr std::uint64_t MOST = std::numeric_limits<std::uint64_t>::max();
+constexpr std::uint64_t MOST_COUNT = std::numeric_limits<std::uint64_t>::max();
 
-/// a + b * c, or MOST where that is more.
+/// a + b * c, or MOST_COUNT where that is more.
 std::uint64_t add_product(std::uint64_t a, std::uint64_t b, std::uint64_t c) {
-  if (c != 0 && b > (MOST - a) / c) return MOST;
+  if (c != 0 && b > (MOST_COUNT - a) / c) return MOST_COUNT;
   return a + b * c;
 }
 

@@ -1,23 +1,20 @@
 #include "instances/collectors.h"
 
 #include "exchange/parameters.h"
+#include "instances/keyword_row.h"
 
 namespace Kessel {
 
 namespace {
 
-enum class Match : std::uint8_t { exactly, beginning, ending };
+using enum Keywords::Match;
 
-struct Row {
-  Match match;
-  std::string_view name;
+struct CollectorRow : Keywords::Row {
   unsigned parameter;
 };
 
-using enum Match;
-
 // The first row that fits counts.
-constexpr Row ROWS[] = {
+constexpr CollectorRow COLLECTORS[] = {
     // Representations and what is derived from them: name, items, context. Records that relate a
     // definition to a representation have such names, too, but no list there.
     {ending, "REPRESENTATION", 1},
@@ -39,23 +36,11 @@ constexpr Row ROWS[] = {
     {exactly, "PRODUCT_RELATED_PRODUCT_CATEGORY", 2},
 };
 
-bool fits(const Row& row, std::string_view keyword) {
-  switch (row.match) {
-    case exactly:
-      return keyword == row.name;
-    case beginning:
-      return keyword.starts_with(row.name);
-    case ending:
-      break;
-  }
-  return keyword.ends_with(row.name);
-}
-
 }  // namespace
 
 unsigned collecting_parameter(std::string_view keyword) {
-  for (const Row& row : ROWS) {
-    if (fits(row, keyword)) return row.parameter;
+  for (const CollectorRow& row : COLLECTORS) {
+    if (row.fits(keyword)) return row.parameter;
   }
   return NO_PARAMETER;
 }

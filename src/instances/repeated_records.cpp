@@ -14,9 +14,9 @@ namespace Kessel {
 namespace {
 
 /// Keeps the bodies of first records until their others come.
-class Comparison final : public Exchange::Listener {
+class TextComparison final : public Exchange::Listener {
  public:
-  Comparison(const std::vector<Repeated>& repeated, std::uint64_t memory)
+  TextComparison(const std::vector<Repeated>& repeated, std::uint64_t memory)
       : repeated_(repeated), next_(repeated.begin()), memory_(memory) {
     for (const Repeated& pair : repeated) bodies_.try_emplace(pair.first);
   }
@@ -82,7 +82,7 @@ class Comparison final : public Exchange::Listener {
 std::vector<Finding> compare_repeated(std::istream& in, const std::vector<Repeated>& repeated,
                                       std::uint64_t memory) {
   if (repeated.empty()) return {};
-  Comparison comparison(repeated, memory);
+  TextComparison comparison(repeated, memory);
   Exchange::Limits limits;
   limits.scrutiny = Exchange::Scrutiny::none;
   read_exchange_file(in, limits, comparison);

@@ -43,7 +43,7 @@ class Copies {
     for (const Reference reference : files_[file].instances.references(records_.index_of(node))) {
       if (reference.is_listed()) continue;
       nodes.push_back(reference.record() == NO_RECORD
-                          ? NO_NODE
+                          ? NO_JOINED
                           : records_.text_of(records_.node(file, reference.record())));
     }
     return nodes;

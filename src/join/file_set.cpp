@@ -5,6 +5,7 @@
 #include <memory>
 #include <system_error>
 
+#include "encoding/utf8_path.h"
 #include "exchange/characters.h"
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"

@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include "encoding/utf8_path.h"
 #include "external/targets.h"
 #include "join/joining.h"
 #include "kessel/errors.h"

@@ -4,12 +4,14 @@
 #include <ostream>
 #include <system_error>
 
+#include "encoding/utf8_path.h"
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "join/joining.h"
 #include "kessel/errors.h"
 #include "output/finished_file.h"
 #include "output/fresh_file.h"
+#include "output/own_input.h"
 #include "shrink/shrinking.h"
 #include "split_list/split_root.h"
 
@@ -17,15 +19,10 @@ namespace Kessel {
 
 namespace {
 
-/// No file may take the place of one that it is made from.
 void refuse_to_replace_inputs(const FileSet& files, const std::filesystem::path& out) {
   for (std::size_t i = 0; i < files.size(); ++i) {
-    for (const std::filesystem::path& path : {files[i].path, files[i].place}) {
-      std::error_code ignored;  // What cannot be compared is not the same.
-      if (std::filesystem::equivalent(path, out, ignored)) {
-        throw OutputError(out, std::make_error_code(std::errc::file_exists));
-      }
-    }
+    refuse_to_replace(files[i].path, out);
+    refuse_to_replace(files[i].place, out);
   }
 }
 
@@ -48,8 +45,7 @@ Joined join_into(std::ostream& stream, const std::filesystem::path& root,
   Joining joining(is_split ? root_of_split(root) : root, options);
   refuse_to_replace_inputs(joining.files(), out);
   keep_references(joining, out);
-  const std::u8string name = out.filename().u8string();
-  joining.write({name.begin(), name.end()}, stream);
+  joining.write(utf8_of_path(out.filename()), stream);
   Joined joined;
   joined.records = joining.record_count();
   for (std::size_t i = 0; i < joining.files().size(); ++i) {

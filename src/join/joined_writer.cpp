@@ -52,9 +52,9 @@ struct JoinedSection {
 };
 
 /// Rewrites the records of one file as they are read again.
-class SecondReading final : public Exchange::Listener {
+class JoinedReading final : public Exchange::Listener {
  public:
-  SecondReading(const FileSet& files, std::size_t file, const Records& records,
+  JoinedReading(const FileSet& files, std::size_t file, const Records& records,
                 const JoinedLists& lists, Numbering& numbering, JoinedSection section,
                 BufferedText& out, const std::function<void(std::uint64_t)>& progress)
       : file_(files[file]),
@@ -206,7 +206,7 @@ class JoinedWriter {
         std::filesystem::last_write_time(file.path, unknown) != file.written) {
       throw_changed(file, 0);
     }
-    SecondReading reading(files_, i, records_, lists_, numbering_, section, out_, progress);
+    JoinedReading reading(files_, i, records_, lists_, numbering_, section, out_, progress);
     const Exchange::Limits limits{.scrutiny = Exchange::Scrutiny::none};
     const Exchange::Ending ending = read_exchange_file(in, limits, reading);
     if (ending.error || in.bad() || reading.count() != file.instances.size()) {

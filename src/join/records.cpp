@@ -14,7 +14,7 @@ Records::Records(const FileSet& files) {
   for (std::size_t i = 0; i < files.size(); ++i) {
     firsts_.push_back(static_cast<Node>(count));
     count += files[i].instances.size();
-    if (count >= NO_NODE) {
+    if (count >= NO_JOINED) {
       throw InputError(make_finding(FindingKind::memory_limit,
                                     "The files have more records than can be told apart."));
     }
@@ -55,8 +55,8 @@ void Records::settle() {
   classes.reserve(united_.size());
   for (const Node node : united_) classes.emplace_back(leader(node), standings_[node], node);
   std::sort(classes.begin(), classes.end());
-  Node of = NO_NODE;
-  Node text = NO_NODE;
+  Node of = NO_JOINED;
+  Node text = NO_JOINED;
   std::vector<std::pair<Node, Node>> texts;
   texts.reserve(classes.size());
   for (const auto& [leader, standing, member] : classes) {

@@ -12,7 +12,7 @@ namespace Kessel {
 
 /// A record of one of the files: they are counted through, file by file.
 using Node = std::uint32_t;
-inline constexpr Node NO_NODE = 0xFFFF'FFFF;
+inline constexpr Node NO_JOINED = 0xFFFF'FFFF;
 
 /// What a record's text is worth. Of records that become one, the first of the least value gives
 /// the text.

@@ -8,18 +8,18 @@ namespace Kessel {
 
 namespace {
 
-struct Row {
+struct FormatRow {
   std::string_view schema;  // what its name begins with
   std::string_view format;
 };
-constexpr Row FORMATS[] = {{"AUTOMOTIVE_DESIGN", "STEP AP214"},
-                           {"CONFIG_CONTROL_DESIGN", "STEP AP203"},
-                           {"CONFIGURATION_CONTROL_3D_DESIGN", "STEP AP203"},
-                           {"AP203_", "STEP AP203"},
-                           {"AP209_", "STEP AP209"},
-                           {"AP210_", "STEP AP210"},
-                           {"AP214_", "STEP AP214"},
-                           {"AP242_", "STEP AP242"}};
+constexpr FormatRow FORMATS[] = {{"AUTOMOTIVE_DESIGN", "STEP AP214"},
+                                 {"CONFIG_CONTROL_DESIGN", "STEP AP203"},
+                                 {"CONFIGURATION_CONTROL_3D_DESIGN", "STEP AP203"},
+                                 {"AP203_", "STEP AP203"},
+                                 {"AP209_", "STEP AP209"},
+                                 {"AP210_", "STEP AP210"},
+                                 {"AP214_", "STEP AP214"},
+                                 {"AP242_", "STEP AP242"}};
 
 }  // namespace
 
@@ -32,7 +32,7 @@ LinkForm link_form(const std::vector<std::string>& schemas) {
 
 std::string data_format(const std::vector<std::string>& schemas) {
   for (const std::string& schema : schemas) {
-    for (const Row& row : FORMATS) {
+    for (const FormatRow& row : FORMATS) {
       if (schema.starts_with(row.schema)) return std::string(row.format);
     }
   }

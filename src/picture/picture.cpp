@@ -3,10 +3,12 @@
 
 #include <system_error>
 
+#include "encoding/utf8_path.h"
 #include "extract/part_names.h"
 #include "inspection/drawn_file.h"
 #include "kessel/errors.h"
 #include "output/finished_file.h"
+#include "output/own_input.h"
 #include "picture/sketch.h"
 #include "picture/svg.h"
 
@@ -30,15 +32,7 @@ std::string title_of(const PartInfo& part, const std::filesystem::path& in) {
   if (!part.name.empty()) return part.name;
   if (!part.id.empty()) return part.id;
   if (part.record != 0) return "#" + std::to_string(part.record);
-  const std::u8string stem = in.stem().u8string();
-  return {stem.begin(), stem.end()};
-}
-
-void refuse_to_replace(const std::filesystem::path& in, const std::filesystem::path& out) {
-  std::error_code ignored;  // What cannot be compared is not the same.
-  if (std::filesystem::equivalent(in, out, ignored)) {
-    throw OutputError(out, std::make_error_code(std::errc::file_exists));
-  }
+  return utf8_of_path(in.stem());
 }
 
 /// The edges that are missing in what is drawn of a part.

@@ -4,21 +4,16 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "instances/keyword_row.h"
+
 namespace Kessel {
 
 namespace {
 
-enum class Match : std::uint8_t { exactly, ending };
-
-struct Row {
-  Match match;
-  std::string_view name;
-};
-
-using enum Match;
+using enum Keywords::Match;
 
 // Contexts and units (ISO 10303-41, -43). PRESENTATION_STYLE_BY_CONTEXT is a style, and no context.
-constexpr Row SOFT_TYPES[] = {
+constexpr Keywords::Row SOFT_TYPES[] = {
     {ending, "REPRESENTATION_CONTEXT"},
     {ending, "_ASSIGNED_CONTEXT"},
     {ending, "APPLICATION_CONTEXT"},
@@ -36,9 +31,8 @@ constexpr Row SOFT_TYPES[] = {
 };
 
 bool is_soft(std::string_view keyword) {
-  return std::any_of(std::begin(SOFT_TYPES), std::end(SOFT_TYPES), [&](const Row& row) {
-    return row.match == exactly ? keyword == row.name : keyword.ends_with(row.name);
-  });
+  return std::any_of(std::begin(SOFT_TYPES), std::end(SOFT_TYPES),
+                     [&](const Keywords::Row& row) { return row.fits(keyword); });
 }
 
 /// What a representation that only names an occurrence may consist of.

@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 
+#include "encoding/utf8_path.h"
 #include "naming/file_stem.h"
 #include "naming/unique_names.h"
 
@@ -12,10 +13,6 @@ namespace Kessel {
 namespace {
 
 constexpr const char* ROOT = "Root";
-
-std::filesystem::path path_of(const std::string& utf8) {
-  return std::u8string(utf8.begin(), utf8.end());
-}
 
 /// The number that a product is known by: that of its PRODUCT, or else of its definition.
 std::string number_of(const Instances& instances, const Product& product) {
@@ -75,7 +72,7 @@ std::vector<std::filesystem::path> file_names(const Instances& instances, const 
     } else {
       name = unique_names.take(id == NO_PRODUCT ? ROOT : stem_of(instances, all.products[id], set));
     }
-    names.push_back(path_of(name));
+    names.push_back(path_of_utf8(name));
   }
   return names;
 }

@@ -47,14 +47,15 @@ void read_texts(const Instances& instances, Usage& usage) {
   if (value > 0) usage.quantity = value;
 }
 
-struct Placement {
+struct PlacementRecords {
   Index record;
   Index relationship;
 };
 
 /// The placements by the shape of the usage that they are for.
-std::unordered_map<Index, std::vector<Placement>> find_placements(const Instances& instances) {
-  std::unordered_map<Index, std::vector<Placement>> placements;
+std::unordered_map<Index, std::vector<PlacementRecords>> find_placements(
+    const Instances& instances) {
+  std::unordered_map<Index, std::vector<PlacementRecords>> placements;
   for (const Index record : instances.kept_with("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION")) {
     const ParameterReader parameters(instances, record, "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION");
     placements[parameters.record(1)].push_back({record, parameters.record(0)});
@@ -99,7 +100,7 @@ UsageEnds ends_of(const Instances& instances, Index record) {
   return {end_of_usage(instances, related.record(3)), end_of_usage(instances, related.record(4))};
 }
 
-using Placements = std::unordered_map<Index, std::vector<Placement>>;
+using Placements = std::unordered_map<Index, std::vector<PlacementRecords>>;
 
 /// The usage `record` with its texts and what places it.
 Usage usage_of(const Instances& instances, const Shapes& shapes, const Placements& placements,
@@ -116,7 +117,7 @@ Usage usage_of(const Instances& instances, const Shapes& shapes, const Placement
     }
     const auto placed = placements.find(shape);
     if (placed == placements.end()) continue;
-    for (const Placement& placement : placed->second) {
+    for (const PlacementRecords& placement : placed->second) {
       usage.placements.push_back(placement.record);
       if (placement.relationship != NO_RECORD) {
         usage.relationships.push_back(placement.relationship);

@@ -17,6 +17,12 @@ namespace Kessel {
 
 namespace {
 
+/// The first "(" in [p, end), or `end`.
+const char* find_opening(const char* p, const char* end) {
+  const void* const found = std::memchr(p, '(', static_cast<std::size_t>(end - p));
+  return found == nullptr ? end : static_cast<const char*>(found);
+}
+
 /// record_type() for nearly every record: `from` is followed by " = " or "=", by letters, and by
 /// "(" or " (". No value for any other.
 inline std::optional<std::string_view> usual_type(std::size_t from, std::string_view record) {
@@ -28,7 +34,7 @@ inline std::optional<std::string_view> usual_type(std::size_t from, std::string_
   ++begin;
   if (*begin == ' ') ++begin;
   if (*begin < 'A') return std::nullopt;  // No white space, and no "(".
-  const char* open = find_byte(begin, end, '(');
+  const char* open = find_opening(begin, end);
   if (open == end) return std::nullopt;
   if (open[-1] == ' ') --open;
   if (is_space(open[-1])) return std::nullopt;
@@ -45,7 +51,7 @@ std::string_view record_type(std::size_t from, std::string_view record) {
   do {
     if (++begin == record_end) return {};
   } while (is_space(*begin));
-  const char* end = find_byte(begin, record_end, '(');
+  const char* end = find_opening(begin, record_end);
   if (end == record_end) return {};
   if (end == begin) {  // A complex instance: all that its parentheses hold.
     ++begin;

@@ -93,41 +93,9 @@ inline std::uint32_t read_number(const char*& p, const char* end) {
 /// Room that write_number() may write to, at least.
 inline constexpr std::size_t NUMBER_ROOM = 10;
 
-/// Writes `number` in decimal at `p`, where NUMBER_ROOM bytes are free. Returns
-/// the end of the digits; bytes behind them may have changed.
-///
-/// Fast path for up to eight digits: splits the number into fours, pairs and single digits, all in
-/// one word, whose leading zeros are shifted out.
+/// Writes `number` in decimal at `p`, where NUMBER_ROOM bytes are free. Returns the end.
 inline char* write_number(char* p, std::uint32_t number) {
-  if constexpr (std::endian::native == std::endian::little) {
-    if (number < 100'000'000) {
-      const std::uint64_t fours = (number / 10'000) | (std::uint64_t{number % 10'000} << 32);
-      const std::uint64_t high = ((fours * 10'486) >> 20) & 0x0000007F0000007F;
-      const std::uint64_t pairs = high | ((fours - high * 100) << 16);
-      const std::uint64_t tens = ((pairs * 103) >> 10) & 0x000F000F000F000F;
-      std::uint64_t digits = tens | ((pairs - tens * 10) << 8);
-      constexpr std::uint64_t LAST_DIGIT = std::uint64_t{1} << 56;  // Stays, also when it is 0.
-      const int zeros = std::countr_zero(digits | LAST_DIGIT) >> 3;
-      digits = (digits >> (8 * zeros)) + EACH_BYTE * '0';
-      std::memcpy(p, &digits, 8);
-      return p + 8 - zeros;
-    }
-  }
   return std::to_chars(p, p + NUMBER_ROOM, number).ptr;
-}
-
-/// The first byte `wanted` in [p, end), or `end`. Fast path for what is near: memchr() takes a
-/// call.
-inline const char* find_byte(const char* p, const char* end, char wanted) {
-#if defined(__SSE2__)
-  for (; end - p >= 16; p += 16) {
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    const int equal = _mm_movemask_epi8(_mm_cmpeq_epi8(block, _mm_set1_epi8(wanted)));
-    if (equal != 0) return p + std::countr_zero(static_cast<unsigned>(equal));
-  }
-#endif
-  while (p != end && *p != wanted) ++p;
-  return p;
 }
 
 /// The first "#" in [p, end) outside string literals, or null: none there, or an unclosed literal

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "encoding/utf8_path.h"
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
 #include "findings/finding_list.h"
@@ -20,8 +21,7 @@ namespace Kessel::Sameness {
 namespace {
 
 void set_file(Finding& finding, const std::filesystem::path& in) {
-  const std::u8string name = in.u8string();
-  finding.file.assign(name.begin(), name.end());
+  finding.file = utf8_of_path(in);
 }
 
 [[noreturn]] void refuse(Finding finding, const std::filesystem::path& in) {

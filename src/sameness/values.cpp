@@ -3,22 +3,21 @@
 #include <algorithm>
 #include <iterator>
 
+#include "instances/keyword_row.h"
+
 namespace Kessel::Sameness {
 
 namespace {
 
-enum class Match : std::uint8_t { exactly, beginning, ending };
-using enum Match;
+using enum Keywords::Match;
 using enum Worth;
 
-struct Row {
-  Match match;
-  std::string_view name;
+struct ValueRow : Keywords::Row {
   Worth worth;
 };
 
 // The first row that fits counts; what no row fits bears identity.
-constexpr Row ROWS[] = {
+constexpr ValueRow VALUES[] = {
     // Points and directions: numbers. What is made of them where it matters, a vertex or an item of
     // a representation, bears identity itself.
     {exactly, "CARTESIAN_POINT", geometry},
@@ -160,140 +159,127 @@ constexpr std::string_view SUPERTYPES[] = {
 };
 
 // Records that mean the very item which they refer to.
-constexpr Row NAMING[] = {
+constexpr Keywords::Row NAMING[] = {
     // Sets of items without topology: a curve drawn twice is two.
-    {ending, "GEOMETRIC_SET", identity},
-    {ending, "GEOMETRIC_CURVE_SET", identity},
+    {ending, "GEOMETRIC_SET"},
+    {ending, "GEOMETRIC_CURVE_SET"},
     // What is said of an item: how it looks, what it is called, what it is part of.
-    {ending, "STYLED_ITEM", identity},
-    {beginning, "ANNOTATION_", identity},
-    {exactly, "ITEM_IDENTIFIED_REPRESENTATION_USAGE", identity},
-    {exactly, "GEOMETRIC_ITEM_SPECIFIC_USAGE", identity},
-    {exactly, "DRAUGHTING_MODEL_ITEM_ASSOCIATION", identity},
+    {ending, "STYLED_ITEM"},
+    {beginning, "ANNOTATION_"},
+    {exactly, "ITEM_IDENTIFIED_REPRESENTATION_USAGE"},
+    {exactly, "GEOMETRIC_ITEM_SPECIFIC_USAGE"},
+    {exactly, "DRAUGHTING_MODEL_ITEM_ASSOCIATION"},
     // Where something is put: by this placement among a representation's items, not by its like.
-    {exactly, "ITEM_DEFINED_TRANSFORMATION", identity},
-    {exactly, "REPRESENTATION_MAP", identity},
-    {exactly, "MAPPED_ITEM", identity},
+    {exactly, "ITEM_DEFINED_TRANSFORMATION"},
+    {exactly, "REPRESENTATION_MAP"},
+    {exactly, "MAPPED_ITEM"},
 };
 
 // Records that say something of whatever they refer to.
-constexpr Row NAMING_VALUES[] = {
-    {exactly, "NAME_ATTRIBUTE", identity},
-    {exactly, "ID_ATTRIBUTE", identity},
-    {exactly, "DESCRIPTION_ATTRIBUTE", identity},
+constexpr Keywords::Row NAMING_VALUES[] = {
+    {exactly, "NAME_ATTRIBUTE"},
+    {exactly, "ID_ATTRIBUTE"},
+    {exactly, "DESCRIPTION_ATTRIBUTE"},
 };
 
 // What shapes are made of and bears identity.
-constexpr Row SHAPE_PARTS[] = {
-    {exactly, "VERTEX", identity},
-    {exactly, "VERTEX_POINT", identity},
-    {exactly, "VERTEX_LOOP", identity},
-    {exactly, "VERTEX_SHELL", identity},
-    {exactly, "EDGE", identity},
-    {exactly, "EDGE_CURVE", identity},
-    {exactly, "SUBEDGE", identity},
-    {exactly, "SEAM_EDGE", identity},
-    {exactly, "ORIENTED_EDGE", identity},
-    {exactly, "EDGE_LOOP", identity},
-    {exactly, "POLY_LOOP", identity},
-    {exactly, "LOOP", identity},
-    {exactly, "PATH", identity},
-    {exactly, "OPEN_PATH", identity},
-    {exactly, "ORIENTED_PATH", identity},
-    {exactly, "FACE_BOUND", identity},
-    {exactly, "FACE_OUTER_BOUND", identity},
-    {exactly, "FACE", identity},
-    {exactly, "FACE_SURFACE", identity},
-    {exactly, "ADVANCED_FACE", identity},
-    {exactly, "SUBFACE", identity},
-    {exactly, "ORIENTED_FACE", identity},
-    {exactly, "CONNECTED_FACE_SET", identity},
-    {exactly, "CONNECTED_FACE_SUB_SET", identity},
-    {exactly, "CONNECTED_EDGE_SET", identity},
-    {exactly, "CLOSED_SHELL", identity},
-    {exactly, "OPEN_SHELL", identity},
-    {exactly, "ORIENTED_CLOSED_SHELL", identity},
-    {exactly, "ORIENTED_OPEN_SHELL", identity},
-    {exactly, "WIRE_SHELL", identity},
-    {exactly, "SOLID_MODEL", identity},
-    {exactly, "MANIFOLD_SOLID_BREP", identity},
-    {exactly, "BREP_WITH_VOIDS", identity},
-    {exactly, "FACETED_BREP", identity},
-    {exactly, "SHELL_BASED_SURFACE_MODEL", identity},
-    {exactly, "SHELL_BASED_WIREFRAME_MODEL", identity},
-    {exactly, "FACE_BASED_SURFACE_MODEL", identity},
-    {exactly, "EDGE_BASED_WIREFRAME_MODEL", identity},
-    {exactly, "CSG_SOLID", identity},
-    {exactly, "BOOLEAN_RESULT", identity},
-    {exactly, "BLOCK", identity},
-    {exactly, "SPHERE", identity},
-    {exactly, "TORUS", identity},
-    {exactly, "RIGHT_CIRCULAR_CYLINDER", identity},
-    {exactly, "RIGHT_CIRCULAR_CONE", identity},
-    {exactly, "RIGHT_ANGULAR_WEDGE", identity},
-    {exactly, "BOX_DOMAIN", identity},
-    {exactly, "HALF_SPACE_SOLID", identity},
-    {exactly, "BOXED_HALF_SPACE", identity},
-    {exactly, "SWEPT_AREA_SOLID", identity},
-    {exactly, "EXTRUDED_AREA_SOLID", identity},
-    {exactly, "REVOLVED_AREA_SOLID", identity},
-    {exactly, "SURFACE_CURVE_SWEPT_AREA_SOLID", identity},
-    {exactly, "SWEPT_FACE_SOLID", identity},
-    {exactly, "EXTRUDED_FACE_SOLID", identity},
-    {exactly, "REVOLVED_FACE_SOLID", identity},
-    {exactly, "SWEPT_DISK_SOLID", identity},
-    {exactly, "SOLID_REPLICA", identity},
-    {exactly, "TESSELLATED_VERTEX", identity},
-    {exactly, "TESSELLATED_EDGE", identity},
-    {exactly, "TESSELLATED_CONNECTING_EDGE", identity},
-    {exactly, "TESSELLATED_WIRE", identity},
-    {exactly, "TESSELLATED_FACE", identity},
-    {exactly, "TESSELLATED_SHELL", identity},
-    {exactly, "TESSELLATED_SOLID", identity},
-    {exactly, "TESSELLATED_POINT_SET", identity},
-    {exactly, "TESSELLATED_CURVE_SET", identity},
-    {exactly, "TRIANGULATED_FACE", identity},
-    {exactly, "TRIANGULATED_SURFACE_SET", identity},
-    {exactly, "COMPLEX_TRIANGULATED_FACE", identity},
-    {exactly, "COMPLEX_TRIANGULATED_SURFACE_SET", identity},
+constexpr Keywords::Row SHAPE_PARTS[] = {
+    {exactly, "VERTEX"},
+    {exactly, "VERTEX_POINT"},
+    {exactly, "VERTEX_LOOP"},
+    {exactly, "VERTEX_SHELL"},
+    {exactly, "EDGE"},
+    {exactly, "EDGE_CURVE"},
+    {exactly, "SUBEDGE"},
+    {exactly, "SEAM_EDGE"},
+    {exactly, "ORIENTED_EDGE"},
+    {exactly, "EDGE_LOOP"},
+    {exactly, "POLY_LOOP"},
+    {exactly, "LOOP"},
+    {exactly, "PATH"},
+    {exactly, "OPEN_PATH"},
+    {exactly, "ORIENTED_PATH"},
+    {exactly, "FACE_BOUND"},
+    {exactly, "FACE_OUTER_BOUND"},
+    {exactly, "FACE"},
+    {exactly, "FACE_SURFACE"},
+    {exactly, "ADVANCED_FACE"},
+    {exactly, "SUBFACE"},
+    {exactly, "ORIENTED_FACE"},
+    {exactly, "CONNECTED_FACE_SET"},
+    {exactly, "CONNECTED_FACE_SUB_SET"},
+    {exactly, "CONNECTED_EDGE_SET"},
+    {exactly, "CLOSED_SHELL"},
+    {exactly, "OPEN_SHELL"},
+    {exactly, "ORIENTED_CLOSED_SHELL"},
+    {exactly, "ORIENTED_OPEN_SHELL"},
+    {exactly, "WIRE_SHELL"},
+    {exactly, "SOLID_MODEL"},
+    {exactly, "MANIFOLD_SOLID_BREP"},
+    {exactly, "BREP_WITH_VOIDS"},
+    {exactly, "FACETED_BREP"},
+    {exactly, "SHELL_BASED_SURFACE_MODEL"},
+    {exactly, "SHELL_BASED_WIREFRAME_MODEL"},
+    {exactly, "FACE_BASED_SURFACE_MODEL"},
+    {exactly, "EDGE_BASED_WIREFRAME_MODEL"},
+    {exactly, "CSG_SOLID"},
+    {exactly, "BOOLEAN_RESULT"},
+    {exactly, "BLOCK"},
+    {exactly, "SPHERE"},
+    {exactly, "TORUS"},
+    {exactly, "RIGHT_CIRCULAR_CYLINDER"},
+    {exactly, "RIGHT_CIRCULAR_CONE"},
+    {exactly, "RIGHT_ANGULAR_WEDGE"},
+    {exactly, "BOX_DOMAIN"},
+    {exactly, "HALF_SPACE_SOLID"},
+    {exactly, "BOXED_HALF_SPACE"},
+    {exactly, "SWEPT_AREA_SOLID"},
+    {exactly, "EXTRUDED_AREA_SOLID"},
+    {exactly, "REVOLVED_AREA_SOLID"},
+    {exactly, "SURFACE_CURVE_SWEPT_AREA_SOLID"},
+    {exactly, "SWEPT_FACE_SOLID"},
+    {exactly, "EXTRUDED_FACE_SOLID"},
+    {exactly, "REVOLVED_FACE_SOLID"},
+    {exactly, "SWEPT_DISK_SOLID"},
+    {exactly, "SOLID_REPLICA"},
+    {exactly, "TESSELLATED_VERTEX"},
+    {exactly, "TESSELLATED_EDGE"},
+    {exactly, "TESSELLATED_CONNECTING_EDGE"},
+    {exactly, "TESSELLATED_WIRE"},
+    {exactly, "TESSELLATED_FACE"},
+    {exactly, "TESSELLATED_SHELL"},
+    {exactly, "TESSELLATED_SOLID"},
+    {exactly, "TESSELLATED_POINT_SET"},
+    {exactly, "TESSELLATED_CURVE_SET"},
+    {exactly, "TRIANGULATED_FACE"},
+    {exactly, "TRIANGULATED_SURFACE_SET"},
+    {exactly, "COMPLEX_TRIANGULATED_FACE"},
+    {exactly, "COMPLEX_TRIANGULATED_SURFACE_SET"},
 };
 
 // Lists that are neither sets nor unique.
-constexpr Row REPEATING[] = {
-    {exactly, "POLYLINE", identity},     {beginning, "B_SPLINE_", identity},
-    {exactly, "BEZIER_CURVE", identity}, {exactly, "BEZIER_SURFACE", identity},
-    {ending, "UNIFORM_CURVE", identity}, {ending, "UNIFORM_SURFACE", identity},
+constexpr Keywords::Row REPEATING[] = {
+    {exactly, "POLYLINE"},       {beginning, "B_SPLINE_"},  {exactly, "BEZIER_CURVE"},
+    {exactly, "BEZIER_SURFACE"}, {ending, "UNIFORM_CURVE"}, {ending, "UNIFORM_SURFACE"},
 };
 
-constexpr Row CONTEXTS[] = {
-    {ending, "REPRESENTATION_CONTEXT", identity},
-    {exactly, "GLOBAL_UNIT_ASSIGNED_CONTEXT", identity},
-    {exactly, "GLOBAL_UNCERTAINTY_ASSIGNED_CONTEXT", identity},
+constexpr Keywords::Row CONTEXTS[] = {
+    {ending, "REPRESENTATION_CONTEXT"},
+    {exactly, "GLOBAL_UNIT_ASSIGNED_CONTEXT"},
+    {exactly, "GLOBAL_UNCERTAINTY_ASSIGNED_CONTEXT"},
 };
-
-bool fits(const Row& row, std::string_view keyword) {
-  switch (row.match) {
-    case exactly:
-      return keyword == row.name;
-    case beginning:
-      return keyword.starts_with(row.name);
-    case ending:
-      break;
-  }
-  return keyword.ends_with(row.name);
-}
 
 Worth worth_of(std::string_view keyword) {
-  for (const Row& row : ROWS) {
-    if (fits(row, keyword)) return row.worth;
+  for (const ValueRow& row : VALUES) {
+    if (row.fits(keyword)) return row.worth;
   }
   return identity;
 }
 
 template <std::size_t N>
-bool is_in(const Row (&rows)[N], std::string_view keyword) {
+bool is_in(const Keywords::Row (&rows)[N], std::string_view keyword) {
   return std::any_of(std::begin(rows), std::end(rows),
-                     [&](const Row& row) { return fits(row, keyword); });
+                     [&](const Keywords::Row& row) { return row.fits(keyword); });
 }
 
 bool is_supertype(std::string_view keyword) {

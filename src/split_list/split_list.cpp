@@ -10,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "encoding/utf8_path.h"
 #include "findings/finding_kinds.h"
 #include "kessel/errors.h"
 #include "split_list/json_text.h"
@@ -25,10 +26,6 @@ constexpr std::uint64_t LIST_FORMAT = 1;
 constexpr const char* HASH_NAME = "XXH64";
 /// A list that is larger is none: a million files take less.
 constexpr std::uint64_t MOST_OF_LIST = std::uint64_t{512} << 20;
-
-fs::path path_of_name(const std::string& utf8) {
-  return fs::path(std::u8string(utf8.begin(), utf8.end()));
-}
 
 /// Sixteen digits.
 std::string hash_text(std::uint64_t hash) {
@@ -189,7 +186,7 @@ void write_split_list(const SplitList& list, const fs::path& folder) {
 }
 
 ListedState state_of(const ListedFile& file, const fs::path& folder) {
-  const fs::path path = folder / path_of_name(file.name);
+  const fs::path path = folder / path_of_utf8(file.name);
   std::error_code error;
   const fs::file_type type = fs::symlink_status(path, error).type();
   if (type == fs::file_type::not_found) return ListedState::missing;
@@ -202,7 +199,7 @@ ListedState state_of(const ListedFile& file, const fs::path& folder) {
 }
 
 ListedFile list_file(const std::string& name, const fs::path& folder) {
-  const fs::path path = folder / path_of_name(name);
+  const fs::path path = folder / path_of_utf8(name);
   errno = 0;
   const HashedFile read(path);
   if (!read.is_whole) throw OutputError(path, {errno != 0 ? errno : EIO, std::generic_category()});

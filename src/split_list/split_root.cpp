@@ -3,6 +3,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "encoding/utf8_path.h"
 #include "findings/finding_kinds.h"
 #include "kessel/errors.h"
 #include "kessel/split_list.h"
@@ -38,7 +39,7 @@ std::optional<std::string> read_root_list(const std::filesystem::path& folder) {
 std::filesystem::path root_of_split(const std::filesystem::path& folder) {
   const std::optional<SplitList> list = read_split_list(folder);
   const std::string name = list ? list->root : read_root_list(folder).value_or("");
-  const std::filesystem::path root = std::u8string(name.begin(), name.end());
+  const std::filesystem::path root = path_of_utf8(name);
   std::error_code ignored;
   if (is_plain_name(root) && std::filesystem::is_regular_file(folder / root, ignored)) {
     return folder / root;

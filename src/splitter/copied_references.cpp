@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "encoding/utf8_path.h"
 #include "exchange/reader.h"
 #include "external/repointing.h"
 #include "external/resource.h"

@@ -1,5 +1,6 @@
 #include "splitter/placed_names.h"
 
+#include "encoding/utf8_path.h"
 #include "naming/file_stem.h"
 #include "products/file_names.h"
 
@@ -38,7 +39,7 @@ std::filesystem::path name_after(const std::string& input, NameStyle style) {
   std::string stem = file_stem(name, set);
   if (stem.empty()) stem = "Root";
   stem += FILE_EXTENSION;
-  return std::u8string(stem.begin(), stem.end());
+  return path_of_utf8(stem);
 }
 
 }  // namespace Kessel

@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "encoding/utf8_path.h"
 #include "external/external_references.h"
 #include "external/repointing.h"
 #include "external/targets.h"

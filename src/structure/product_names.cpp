@@ -1,4 +1,5 @@
 // Names files after products.
+#include "encoding/utf8_path.h"
 #include "kessel/encoding.h"
 #include "naming/file_stem.h"
 #include "naming/unique_names.h"
@@ -18,10 +19,6 @@ unsigned named_after(const Store& store, const Part& part) {
   return middle->references()[place];
 }
 
-std::filesystem::path path_of(const std::string& utf8) {
-  return std::u8string(utf8.begin(), utf8.end());
-}
-
 }  // namespace
 
 void name_after_products(Store& store, std::string (*decode)(std::string_view)) {
@@ -39,7 +36,7 @@ void name_after_products(Store& store, std::string (*decode)(std::string_view)) 
       stem = "part " + std::to_string(number);
     }
     if (stem.empty()) stem = fspath_to_utf8(part->path.stem());
-    if (!stem.empty()) part->path = path_of(unique.take(stem));
+    if (!stem.empty()) part->path = path_of_utf8(unique.take(stem));
   }
   store.names.clear();
 }

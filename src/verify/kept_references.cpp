@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "encoding/utf8_path.h"
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "instances/loader.h"

@@ -5,6 +5,7 @@
 #include <system_error>
 #include <vector>
 
+#include "encoding/utf8_path.h"
 #include "exchange/reader.h"
 #include "external/external_references.h"
 #include "external/targets.h"
@@ -19,11 +20,6 @@ namespace Kessel {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string utf8_name(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
 
 bool is_exchange_file(const fs::path& path) {
   std::string extension = path.extension().string();
@@ -171,7 +167,7 @@ std::uint64_t SplitFolder::check_others(const std::set<fs::path>& joined, Findin
   for (const fs::path& name : names_) {
     if (joined.contains(name)) continue;
     const Others others = count_records(path_ / name);
-    findings.begin_file(utf8_name(name));
+    findings.begin_file(utf8_of_path(name));
     if (others.error) {
       findings.add(*others.error);
     } else if (others.records != 0) {

@@ -3,7 +3,6 @@
 
 #include <cstring>
 #include <span>
-#include <type_traits>
 #include <utility>
 
 #include "exchange/lexer.h"
@@ -38,44 +37,6 @@ TextReference reference_at(std::string_view text, std::uint32_t number, const ch
   while (*begin == '0') ++begin;
   return {static_cast<std::size_t>(begin - text.data()),
           static_cast<std::size_t>(end - text.data()), number};
-}
-
-/// Pieces of text are copied in blocks of this size.
-constexpr std::size_t CHUNK = 32;
-
-/// Copies up to a block in pieces of fixed size, which overlap.
-inline void copy_end(const char* text, std::size_t size, char* out) {
-  const auto copy_twice = [&](auto width) {
-    std::memcpy(out, text, width);
-    std::memcpy(out + size - width, text + size - width, width);
-  };
-  if (size >= 16) {
-    copy_twice(std::integral_constant<std::size_t, 16>());
-  } else if (size >= 8) {
-    copy_twice(std::integral_constant<std::size_t, 8>());
-  } else if (size >= 4) {
-    copy_twice(std::integral_constant<std::size_t, 4>());
-  } else if (size != 0) {
-    out[0] = text[0];
-    out[size / 2] = text[size / 2];
-    out[size - 1] = text[size - 1];
-  }
-}
-
-/// Copies `size` bytes, and perhaps up to a block more where `readable` allows that: copies of
-/// fixed size take no call. Returns the end of the copy.
-inline char* copy_text(const char* text, std::size_t size, std::size_t readable, char* out) {
-  if (size > CHUNK) {
-    for (std::size_t done = CHUNK; done < size; done += CHUNK) {
-      std::memcpy(out + done - CHUNK, text + done - CHUNK, CHUNK);
-    }
-    std::memcpy(out + size - CHUNK, text + size - CHUNK, CHUNK);
-  } else if (readable >= CHUNK) {
-    std::memcpy(out, text, CHUNK);
-  } else {
-    copy_end(text, size, out);
-  }
-  return out + size;
 }
 
 /// Writes one text piece by piece, and takes back what turns out to belong to a reference that
@@ -130,7 +91,8 @@ class Rewriter {
   /// Appends the text that was not dealt with yet, up to `until`.
   void copy_up_to(const char* until) {
     const auto size = static_cast<std::size_t>(until - copied_);
-    end_ = copy_text(copied_, size, static_cast<std::size_t>(text_end_ - copied_), end_);
+    std::memcpy(end_, copied_, size);
+    end_ += size;
   }
 
   /// What was written ends in front of a reference's digits: goes back to the beginning of its list
@@ -202,7 +164,7 @@ void find_all_references(std::string_view text, std::vector<TextReference>& foun
 }
 
 std::size_t rewriting_room(std::string_view text, const std::vector<TextReference>& references) {
-  return text.size() + references.size() * NUMBER_ROOM + CHUNK;
+  return text.size() + references.size() * NUMBER_ROOM;
 }
 
 char* rewrite_references(std::string_view text, const std::vector<TextReference>& references,
@@ -221,7 +183,7 @@ char* rewrite_record(std::string_view record, const std::vector<TextReference>& 
 }
 
 std::size_t rewriting_room(const Exchange::Record& record) {
-  return record.text.size() + (1 + record.mentions.size()) * NUMBER_ROOM + CHUNK;
+  return record.text.size() + (1 + record.mentions.size()) * NUMBER_ROOM;
 }
 
 char* rewrite_record(const Exchange::Record& record, std::uint32_t own_number, Slots slots,
@@ -239,7 +201,7 @@ char* rewrite_record(const Exchange::Record& record, std::uint32_t own_number, S
 std::size_t rewriting_room(std::string_view record) {
   // A reference of two bytes, "#1", becomes as many as "#4294967295" has; an odd byte is text.
   constexpr std::size_t LONGEST_REFERENCE = 1 + NUMBER_ROOM;
-  return (record.size() + 1) / 2 * LONGEST_REFERENCE + CHUNK;
+  return (record.size() + 1) / 2 * LONGEST_REFERENCE;
 }
 
 char* rewrite_record(std::string_view record, const TextReference& own, std::uint32_t own_number,

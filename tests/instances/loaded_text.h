@@ -1,13 +1,10 @@
 // Loads what stands in a test.
 #pragma once
 
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "instances/instances.h"
-#include "instances/loader.h"
-#include "kessel/options.h"
+#include "support/loaded_text.h"
 
 namespace Kessel::test {
 
@@ -17,20 +14,11 @@ inline std::string file_with(const std::string& data) {
          "ENDSEC;END-ISO-10303-21;";
 }
 
-struct Loaded {
-  Instances instances;
-  std::vector<Finding> warnings;
-  std::istringstream in;
-};
-
-inline Loaded load_file(const std::string& file, const Options& options = {}) {
-  Loaded loaded;
-  loaded.in.str(file);
-  loaded.warnings = load_instances(loaded.in, loaded.instances, options);
-  return loaded;
+inline LoadedText load_file(const std::string& file, const Options& options = {}) {
+  return {file, options};
 }
 
-inline Loaded load(const std::string& data, const Options& options = {}) {
+inline LoadedText load(const std::string& data, const Options& options = {}) {
   return load_file(file_with(data), options);
 }
 

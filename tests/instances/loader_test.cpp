@@ -29,7 +29,7 @@ Finding refusal_of(const std::string& file, const Options& options = {}) {
 }
 
 TEST(Loader, EntersRecordsInTheOrderOfTheFile) {
-  const Loaded loaded = load("#3=A(#1,'#9',#3);\n#1=B();\n#7=(A()C(#1,#1));\n");
+  const LoadedText loaded = load("#3=A(#1,'#9',#3);\n#1=B();\n#7=(A()C(#1,#1));\n");
   const Instances& all = loaded.instances;
   ASSERT_EQ(all.size(), 3u);
   EXPECT_EQ(all.number(0), 3u);
@@ -47,7 +47,7 @@ TEST(Loader, EntersRecordsInTheOrderOfTheFile) {
 }
 
 TEST(Loader, TakesAFileWithoutRecords) {
-  const Loaded loaded = load("");
+  const LoadedText loaded = load("");
   EXPECT_EQ(loaded.instances.size(), 0u);
   EXPECT_EQ(loaded.instances.find(0), NO_RECORD);
   EXPECT_THAT(loaded.instances.header(), ElementsAre("FILE_SCHEMA(('S'))"));
@@ -61,7 +61,7 @@ TEST(Loader, HoldsManyRecords) {
       data += (k > 0 ? ",#" : "#") + std::to_string(1 + (i * 7 + k) % 1000);
     data += ");\n";
   }
-  const Loaded loaded = load(data);
+  const LoadedText loaded = load(data);
   ASSERT_EQ(loaded.instances.size(), 1000u);
   for (Index record = 0; record < 1000; ++record) {
     const unsigned i = record + 1;
@@ -73,7 +73,7 @@ TEST(Loader, HoldsManyRecords) {
 }
 
 TEST(Loader, MarksWhatCollectorsList) {
-  const Loaded loaded = load(
+  const LoadedText loaded = load(
       "#1=SHAPE_REPRESENTATION('#2',(#3,/*#4*/#5),#6);\n"
       "#3=SHAPE_DEFINITION_REPRESENTATION(#5,#6);\n"
       "#5=PRESENTATION_LAYER_ASSIGNMENT('','',((#1),#3));\n"
@@ -92,13 +92,13 @@ TEST(Loader, MarksWhatCollectorsList) {
 }
 
 TEST(Loader, MarksMissingInstancesInLists) {
-  const Loaded loaded = load("#1=INVISIBILITY((#2,#1));");
+  const LoadedText loaded = load("#1=INVISIBILITY((#2,#1));");
   EXPECT_THAT(references_of(loaded.instances, 0), ElementsAre("?!", "#1!"));
   EXPECT_THAT(lines_of(loaded.warnings), ElementsAre("missing_instance 2 #1"));
 }
 
 TEST(Loader, KeepsTheTextsOfTheProductStructure) {
-  const Loaded loaded = load(
+  const LoadedText loaded = load(
       "#1=PRODUCT('a;b','',$,(#2));\n#2 = /*x*/ (GEOMETRIC_REPRESENTATION_CONTEXT(3)A()) ;\n"
       "#3=CARTESIAN_POINT('',(1.));\n#4=NEXT_ASSEMBLY_USAGE_OCCURRENCE(#1);\n#5=MAPPED_ITEM();\n");
   const Instances& all = loaded.instances;
@@ -112,7 +112,7 @@ TEST(Loader, KeepsTheTextsOfTheProductStructure) {
 }
 
 TEST(Loader, KnowsLargeNumbers) {
-  const Loaded loaded = load(
+  const LoadedText loaded = load(
       "#4294967295=A(#4294967296,#18446744073709551615);\n#4294967296=A(#4294967295,#0);\n"
       "#18446744073709551615=A(#4294967294);\n");
   const Instances& all = loaded.instances;
@@ -127,13 +127,13 @@ TEST(Loader, KnowsLargeNumbers) {
 
 TEST(Loader, TakesLargeNumbersForNoOthers) {
   // 2^32+1 and 1 have the same last 32 bits.
-  const Loaded loaded = load("#1=A(#4294967297);\n#2=INVISIBILITY((#4294967298,#2));\n");
+  const LoadedText loaded = load("#1=A(#4294967297);\n#2=INVISIBILITY((#4294967298,#2));\n");
   EXPECT_THAT(references_of(loaded.instances, 0), ElementsAre("?"));
   EXPECT_THAT(references_of(loaded.instances, 1), ElementsAre("?!", "#2!"));
 }
 
 TEST(Loader, TakesTheNumber0AsItIs) {
-  const Loaded loaded = load("#0=A();\n#1=A(#0,#2);\n");
+  const LoadedText loaded = load("#0=A();\n#1=A(#0,#2);\n");
   EXPECT_EQ(loaded.instances.find(0), 0u);
   EXPECT_THAT(references_of(loaded.instances, 1), ElementsAre("#0", "?"));
   EXPECT_THAT(lines_of(loaded.warnings),
@@ -148,7 +148,7 @@ TEST(Loader, RefusesNumbersThatNobodyHolds) {
 }
 
 TEST(Loader, TakesARecordOnceThatIsThereTwice) {
-  const Loaded loaded = load("#1=A(#2,#9);\n#2=A(#1);\n#1 = A(#2,#9) ;\n#1=A(#2,#9);\n");
+  const LoadedText loaded = load("#1=A(#2,#9);\n#2=A(#1);\n#1 = A(#2,#9) ;\n#1=A(#2,#9);\n");
   const Instances& all = loaded.instances;
   ASSERT_EQ(all.size(), 4u);
   EXPECT_EQ(all.find(1), 0u);
@@ -164,7 +164,8 @@ TEST(Loader, TakesARecordOnceThatIsThereTwice) {
 }
 
 TEST(Loader, TakesAScatteredRecordOnceThatIsThereTwice) {
-  const Loaded loaded = load("#18446744073709551615=A();\n#1=A();\n#18446744073709551615=A();\n");
+  const LoadedText loaded =
+      load("#18446744073709551615=A();\n#1=A();\n#18446744073709551615=A();\n");
   EXPECT_EQ(loaded.instances.find(18446744073709551615u), 0u);
   EXPECT_EQ(loaded.instances.type(2), TypeTable::REPEATED);
   EXPECT_THAT(lines_of(loaded.warnings), ElementsAre("same_text_twice 4 #18446744073709551615"));
@@ -183,7 +184,7 @@ TEST(Loader, ComparesRepeatedRecordsInEverySection) {
       "ISO-10303-21;HEADER;ENDSEC;REFERENCE;#1=<a;b>;@2=<c>;#0=<d>;@3=<e>;ENDSEC;";
   EXPECT_EQ(refusal_of(begin + "DATA;#1=A();ENDSEC;END-ISO-10303-21;").kind,
             FindingKind::two_texts_of_a_number);
-  const Loaded loaded =
+  const LoadedText loaded =
       load_file(begin + "REFERENCE;#1=<a;b>;ENDSEC;DATA;#4=A(#1);ENDSEC;END-ISO-10303-21;");
   EXPECT_EQ(loaded.instances.type(4), TypeTable::REPEATED);
   EXPECT_THAT(references_of(loaded.instances, 5), ElementsAre("#1"));
@@ -192,7 +193,7 @@ TEST(Loader, ComparesRepeatedRecordsInEverySection) {
 TEST(Loader, ComparesManyRepeatedRecordsInOneReading) {
   std::string data;
   for (int i = 0; i < 40000; ++i) data += "#" + std::to_string(1 + i % 20000) + "=A();\n";
-  const Loaded loaded = load(data);
+  const LoadedText loaded = load(data);
   EXPECT_EQ(loaded.instances.type(20000), TypeTable::REPEATED);
   ASSERT_EQ(loaded.warnings.size(), 21u);
   EXPECT_EQ(loaded.warnings.back().count, 19980u);
@@ -201,7 +202,7 @@ TEST(Loader, ComparesManyRepeatedRecordsInOneReading) {
 TEST(Loader, NamesTheFirstMissingInstancesAndCountsTheOthers) {
   std::string data;
   for (int i = 1; i <= 30; ++i) data += "#" + std::to_string(i) + "=A(#100,#200);\n";
-  const Loaded loaded = load(data);
+  const LoadedText loaded = load(data);
   EXPECT_EQ(loaded.instances.missing_references(), 60u);
   ASSERT_EQ(loaded.warnings.size(), 21u);
   EXPECT_EQ(loaded.warnings[19].line, 21u);
@@ -214,7 +215,7 @@ TEST(Loader, NamesTheFirstMissingInstancesAndCountsTheOthers) {
 }
 
 TEST(Loader, EntersAnchorsAndReferences) {
-  const Loaded loaded = load_file(
+  const LoadedText loaded = load_file(
       "ISO-10303-21;HEADER;ENDSEC;ANCHOR;<a;>=(#1,#2);<b>='#1';ENDSEC;"
       "REFERENCE;#2=<c;#3>;@4=<d>;ENDSEC;DATA('x',('S'));#1=A(#2);ENDSEC;DATA;#3=A();ENDSEC;"
       "END-ISO-10303-21;");
@@ -242,7 +243,7 @@ TEST(Loader, EntersAnchorsAndReferences) {
 }
 
 TEST(Loader, TakesNoOtherNameForThatOfAnEntry) {
-  const Loaded loaded = load_file(
+  const LoadedText loaded = load_file(
       "ISO-10303-21;HEADER;ENDSEC;REFERENCE;#PI=#1;ENDSEC;DATA;#1=A();ENDSEC;END-ISO-10303-21;");
   EXPECT_EQ(loaded.instances.number(0), 0u);
   EXPECT_EQ(loaded.instances.find(1), 1u);

@@ -19,7 +19,7 @@ TEST(ReadAgain, FindsEveryRecordOfAFile) {
   for (int i = 1; i <= 300; ++i) {
     data += "/*#0=Z();*/ #" + std::to_string(i) + " = A('" + std::to_string(i) + "');;?;\n";
   }
-  Loaded loaded = load(data);
+  LoadedText loaded = load(data);
   const std::string file = file_with(data);
   ASSERT_EQ(loaded.instances.size(), 300u);
   for (Index record = 0; record < 300; ++record) {
@@ -37,7 +37,7 @@ TEST(ReadAgain, FindsRecordsBehindOtherSections) {
   file += "DATA;#3=C();#5=<b;ENDSEC;END-ISO-10303-21;";
   // The last record has the number of a reference, and another text.
   file.erase(file.find("#5=<b;ENDSEC"), 6);
-  Loaded loaded = load_file(file);
+  LoadedText loaded = load_file(file);
   const auto body = [&](Index record) {
     return read_again(loaded.in, loaded.instances, record).body;
   };

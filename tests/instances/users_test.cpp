@@ -16,7 +16,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST(Users, AreThoseThatRefer) {
-  const Loaded loaded = load("#1=A(#3,#3,#9);\n#2=A(#1,#3);\n#3=A();\n#4=A(#4);\n#2=A(#1,#3);\n");
+  const LoadedText loaded =
+      load("#1=A(#3,#3,#9);\n#2=A(#1,#3);\n#3=A();\n#4=A(#4);\n#2=A(#1,#3);\n");
   const Users users(loaded.instances);
   EXPECT_THAT(users.of(0), ElementsAre(1));
   EXPECT_THAT(users.of(1), IsEmpty());
@@ -26,7 +27,7 @@ TEST(Users, AreThoseThatRefer) {
 }
 
 TEST(Users, OfNoRecords) {
-  const Loaded loaded = load("");
+  const LoadedText loaded = load("");
   const Users users(loaded.instances);
   SUCCEED();
 }
@@ -37,7 +38,7 @@ TEST(Users, AgreeWithAMap) {
     data += "#" + std::to_string(i) + "=A(#" + std::to_string(1 + i * i % 600) + ",#" +
             std::to_string(1 + i * 31 % 500) + ");";
   }
-  const Loaded loaded = load(data);
+  const LoadedText loaded = load(data);
   std::map<Index, std::vector<Index>> expected;
   for (Index record = 0; record < 500; ++record) {
     for (const Reference reference : loaded.instances.references(record)) {

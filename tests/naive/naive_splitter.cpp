@@ -8,11 +8,14 @@
 #include <cstdint>
 #include <deque>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <set>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
+
+#include "naive/kept_types.h"
 
 namespace naive {
 namespace {
@@ -252,83 +255,17 @@ std::string record_type(std::size_t from, const std::string& record) {
 
 /// Whether the store remembers the type of such records, so that passes can ask for it.
 bool keeps_type(const std::string& type) {
-  // The first five also keep a text attribute, which no output depends on; it is left out here.
-  static const std::set<std::string> exact = {
+  // These also keep a text attribute, which no output depends on; it is left out here.
+  static const std::set<std::string> with_text = {
       "PRODUCT",
       "PRODUCT_DEFINITION",
       "PRODUCT_RELATED_PRODUCT_CATEGORY",
       "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS",
       "MAPPED_ITEM",
-
-      "APPLIED_APPROVAL_ASSIGNMENT",
-      "APPLIED_CERTIFICATION_ASSIGNMENT",
-      "APPLIED_DATE_AND_TIME_ASSIGNMENT",
-      "APPLIED_DATE_ASSIGNMENT",
-      "APPLIED_DOCUMENT_REFERENCE",
-      "APPLIED_EVENT_OCCURRENCE_ASSIGNMENT",
-      "APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT",
-      "APPLIED_ORGANIZATION_ASSIGNMENT",
-      "APPLIED_PERSON_AND_ORGANIZATION_ASSIGNMENT",
-      "APPLIED_SECURITY_CLASSIFICATION_ASSIGNMENT",
-      "APPROVAL_DATE_TIME",
-      "APPROVAL_PERSON_ORGANIZATION",
-      "ASSEMBLY_COMPONENT_USAGE",
-      "AXIS2_PLACEMENT_3D",
-      "BEVELED_SHEET_REPRESENTATION",
-      "COMPOSITE_ASSEMBLY_SEQUENCE_DEFINITION",
-      "COMPOSITE_ASSEMBLY_TABLE",
-      "COMPOSITE_SHEET_REPRESENTATION",
-      "CONSTRUCTIVE_GEOMETRY_REPRESENTATION",
-      "CONSTRUCTIVE_GEOMETRY_REPRESENTATION_RELATIONSHIP",
-      "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM",
-      "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION",
-      "DOCUMENT_REPRESENTATION_TYPE",
-      "DRAPED_ORIENTATION_ANGLE",
-      "DRAUGHTING_MODEL",
-      "GENERAL_PROPERTY",
-      "GENERAL_PROPERTY_ASSOCIATION",
-      "GENERAL_PROPERTY_RELATIONSHIP",
-      "GEOMETRICALLY_BOUNDED_2D_WIREFRAME_REPRESENTATION",
-      "GEOMETRIC_ITEM_SPECIFIC_USAGE",
-      "ID_ATTRIBUTE",
-      "INVISIBILITY",
-      "ITEM_IDENTIFIED_REPRESENTATION_USAGE",
-      "LAID_ORIENTATION_ANGLE",
-      "MAKE_FROM_USAGE_OPTION",
-      "MATERIAL_PROPERTY",
-      "MATERIAL_PROPERTY_REPRESENTATION",
-      "MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION",
-      "MULTI_LEVEL_REFERENCE_DESIGNATOR",
-      "NEUTRAL_SKETCH_REPRESENTATION",
-      "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
-      "ORGANIZATIONAL_ADDRESS",
-      "OVER_RIDING_STYLED_ITEM",
-      "PERCENTAGE_LAMINATE_TABLE",
-      "PERCENTAGE_PLY_DEFINITION",
-      "PERSONAL_ADDRESS",
-      "PERSON_AND_ORGANIZATION_ADDRESS",
-      "PLY_LAMINATE_SEQUENCE_DEFINITION",
-      "PLY_LAMINATE_TABLE",
-      "PLY_ORIENTATION_ANGLE",
-      "PRESENTATION_LAYER_ASSIGNMENT",
-      "PRODUCT_CATEGORY",
-      "PRODUCT_CATEGORY_RELATIONSHIP",
-      "PRODUCT_DEFINITION_CONTEXT_ASSOCIATION",
-      "PRODUCT_DEFINITION_SHAPE",
-      "PROPERTY_DEFINITION",
-      "PROPERTY_DEFINITION_REPRESENTATION",
-      "QUANTIFIED_ASSEMBLY_COMPONENT_USAGE",
-      "ROLE_ASSOCIATION",
-      "SHAPE_ASPECT",
-      "SHAPE_ASPECT_RELATIONSHIP",
-      "SHAPE_DEFINITION_REPRESENTATION",
-      "SHAPE_DIMENSION_REPRESENTATION",
-      "SHAPE_REPRESENTATION_RELATIONSHIP",
-      "SMEARED_MATERIAL_DEFINITION",
-      "STYLED_ITEM",
-      "THICKNESS_LAMINATE_TABLE",
   };
-  return exact.count(type) != 0 || contains(type, "CONVERSION_BASED_UNIT") ||
+  static const std::set<std::string> exact(std::begin(KEPT_TYPES), std::end(KEPT_TYPES));
+  return with_text.count(type) != 0 || exact.count(type) != 0 ||
+         contains(type, "CONVERSION_BASED_UNIT") ||
          contains(type, "GEOMETRIC_REPRESENTATION_CONTEXT") ||
          contains(type, "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION") ||
          contains(type, "SHAPE_REPRESENTATION");

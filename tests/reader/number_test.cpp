@@ -119,53 +119,5 @@ TEST(ReadNumber, RandomTextsAreReadAsByTheStandardLibrary) {
   }
 }
 
-/// Writes into a buffer that has just the room that is asked for.
-std::string written(std::uint32_t number) {
-  const auto buffer = std::make_unique<char[]>(NUMBER_ROOM);
-  return {buffer.get(), write_number(buffer.get(), number)};
-}
-
-TEST(WriteNumber, NumbersAreWrittenInDecimalWithoutLeadingZeros) {
-  for (const std::uint32_t number : {1u,
-                                     9u,
-                                     10u,
-                                     11u,
-                                     99u,
-                                     100u,
-                                     101u,
-                                     999u,
-                                     1'000u,
-                                     9'999u,
-                                     10'000u,
-                                     10'001u,
-                                     99'999u,
-                                     100'000u,
-                                     999'999u,
-                                     1'000'000u,
-                                     9'999'999u,
-                                     10'000'000u,
-                                     99'999'999u,
-                                     100'000'000u,
-                                     999'999'999u,
-                                     1'000'000'000u,
-                                     4'294'967'295u}) {
-    EXPECT_EQ(written(number), std::to_string(number));
-  }
-}
-
-TEST(WriteNumber, EveryNumberOfUpToFiveDigitsIsWritten) {
-  for (std::uint32_t number = 1; number < 100'000; ++number) {
-    ASSERT_EQ(written(number), std::to_string(number));
-  }
-}
-
-TEST(WriteNumber, RandomNumbersAreWritten) {
-  std::mt19937 random(3102);
-  for (std::uint64_t round = 0; round < tries(100'000); ++round) {
-    const auto number = static_cast<std::uint32_t>(random() >> (random() % 31)) | 1u;
-    ASSERT_EQ(written(number), std::to_string(number));
-  }
-}
-
 }  // namespace
 }  // namespace Kessel::test

@@ -3,8 +3,11 @@
 
 #include <sstream>
 #include <string>
+#include <vector>
 
+#include "instances/instances.h"
 #include "instances/loader.h"
+#include "kessel/options.h"
 
 namespace Kessel::test {
 
@@ -16,16 +19,19 @@ inline std::string exchange_file(const std::string& records) {
          records + "ENDSEC;\nEND-ISO-10303-21;\n";
 }
 
-/// Loads them.
+/// Records, loaded.
 struct LoadedText {
-  explicit LoadedText(const std::string& records) : in(exchange_file(records)) {
-    load_instances(in, instances);
-  }
+  explicit LoadedText(const std::string& records) : LoadedText(exchange_file(records), Options()) {}
+  /// A whole file.
+  LoadedText(const std::string& file, const Options& options)
+      : in(file), warnings(load_instances(in, instances, options)) {}
+
   /// The position of #number.
   Index at(std::uint64_t number) const { return instances.find(number); }
 
   std::istringstream in;
   Instances instances;
+  std::vector<Finding> warnings;
 };
 
 }  // namespace Kessel::test

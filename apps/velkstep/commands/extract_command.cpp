@@ -66,20 +66,20 @@ std::string extracted_text(const std::vector<Kessel::ExtractedFile>& files) {
 
 /// A table: number, name, id, path.
 std::string list_text(const std::vector<Kessel::NamedPart>& parts) {
-  using Row = std::array<std::string, 4>;
-  std::vector<Row> rows{{"Number", "Name", "Id", "Path"}};
+  using ShownRow = std::array<std::string, 4>;
+  std::vector<ShownRow> rows{{"Number", "Name", "Id", "Path"}};
   for (const Kessel::NamedPart& part : parts) {
     rows.push_back({"#" + std::to_string(part.record), printable(part.name), printable(part.id),
                     printable(part.path)});
   }
   std::array<std::size_t, 3> widths{};
-  for (const Row& row : rows) {
+  for (const ShownRow& row : rows) {
     for (std::size_t i = 0; i < widths.size(); ++i) {
       widths[i] = std::max(widths[i], display_width(row[i]));
     }
   }
   std::string text;
-  for (const Row& row : rows) {
+  for (const ShownRow& row : rows) {
     for (std::size_t i = 0; i < widths.size(); ++i) text += padded_right(row[i], widths[i]) + "  ";
     text += row.back() + "\n";
   }

@@ -41,18 +41,19 @@ std::string csv_record(const std::vector<std::string>& fields) {
 
 constexpr std::array HEADINGS = {"Quantity", "Name", "Id", "Kind", "Record", "File"};
 constexpr std::array SIZE_HEADINGS = {"X", "Y", "Z", "Unit"};
-using Row = std::vector<std::string>;
+using ListRow = std::vector<std::string>;
 
-Row headings(bool with_sizes) {
-  Row row(HEADINGS.begin(), HEADINGS.end());
+ListRow headings(bool with_sizes) {
+  ListRow row(HEADINGS.begin(), HEADINGS.end());
   if (with_sizes) row.insert(row.end(), SIZE_HEADINGS.begin(), SIZE_HEADINGS.end());
   return row;
 }
 
 /// `sizes` is parallel to the parts; empty for none.
-Row row_of(const Kessel::Assembly& assembly, const PartInfo& part, const PartSizes& sizes) {
-  Row row = {total_of(part),  title_of(part), printable(part.id), std::string(role_name(part.role)),
-             record_of(part), file_of(part)};
+ListRow row_of(const Kessel::Assembly& assembly, const PartInfo& part, const PartSizes& sizes) {
+  ListRow row = {total_of(part),     title_of(part),
+                 printable(part.id), std::string(role_name(part.role)),
+                 record_of(part),    file_of(part)};
   if (!sizes.empty()) {
     const auto& size = sizes[static_cast<std::size_t>(&part - assembly.parts.data())];
     row.insert(row.end(), size.begin(), size.end());
@@ -105,17 +106,17 @@ PartSizes sizes_of(const Kessel::Drawing& drawing) {
 
 std::string parts_list_text(const Kessel::Assembly& assembly, PartsOrder order,
                             const Colours& colours, const PartSizes& sizes) {
-  std::vector<Row> rows = {headings(!sizes.empty())};
+  std::vector<ListRow> rows = {headings(!sizes.empty())};
   for (const PartInfo* part : listed_parts(assembly, order)) {
     rows.push_back(row_of(assembly, *part, sizes));
   }
   std::vector<std::size_t> widths(rows.front().size());
-  for (const Row& row : rows) {
+  for (const ListRow& row : rows) {
     for (std::size_t i = 0; i < row.size(); ++i)
       widths[i] = std::max(widths[i], display_width(row[i]));
   }
   std::string out;
-  for (const Row& row : rows) {
+  for (const ListRow& row : rows) {
     std::string line = padded_left(row[0], widths[0]);
     for (std::size_t i = 1; i < row.size(); ++i) line += "  " + padded_right(row[i], widths[i]);
     line.erase(line.find_last_not_of(' ') + 1);
@@ -128,7 +129,7 @@ std::string parts_list_csv(const Kessel::Assembly& assembly, PartsOrder order,
                            const std::string& input, const PartSizes& sizes) {
   std::string out;
   for (const PartInfo* part : listed_parts(assembly, order)) {
-    Row row = row_of(assembly, *part, sizes);
+    ListRow row = row_of(assembly, *part, sizes);
     row[0] = std::to_string(part->total);
     row[4] = std::to_string(part->record);
     std::vector<std::string> fields(row.begin(), row.end());
