@@ -12,8 +12,8 @@ echo
 echo "\$ velkstep split examples/bench-vice.step -o example-out"
 build-example/bin/velkstep split examples/bench-vice.step -o example-out
 echo
-echo "\$ velkstep tree example-out/Slide.stp"
-build-example/bin/velkstep tree example-out/Slide.stp
+echo "\$ velkstep tree examples/bench-vice.step"
+build-example/bin/velkstep tree examples/bench-vice.step
 echo
 echo "To call velkstep in this shell:"
 echo "  export PATH=\"$PWD/build-example/bin:\$PATH\""

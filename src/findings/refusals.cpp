@@ -47,7 +47,7 @@ Finding too_long(std::uint64_t limit, std::uint64_t offset) {
 Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t instance,
                         std::uint64_t offset) {
   return make_finding(FindingKind::memory_limit,
-                      "With instance #" + std::to_string(instance) + " the records need " +
+                      "With instance #" + std::to_string(instance) + " the records need at least " +
                           std::to_string(needed) + " bytes of memory, and the limit is " +
                           std::to_string(limit) + ".",
                       offset, instance);

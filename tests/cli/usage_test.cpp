@@ -94,6 +94,8 @@ TEST(Usage, WrongUsageIsExplainedAndEndsWithTwo) {
       {{"splt", "in.stp", "out"}, ": splt: did you mean split?"},
       {{"vreify", "in.stp", "out"}, ": vreify: did you mean verify?"},
       {{"bake", "in.stp"}, ": bake: no such command"},
+      {{"help"}, ": help: did you mean --help?"},
+      {{"in.stp"}, ": in.stp: no such command; velkstep split in.stp splits that file"},
       {{"--verson"}, ": --verson: did you mean --version?"},
       {{"split"}, " split: IN is required"},
       {{"split", "--forse", "in.stp"}, " split: --forse: did you mean --force?"},

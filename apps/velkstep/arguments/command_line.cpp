@@ -5,6 +5,7 @@
 #include "arguments/commands.h"
 #include "arguments/near_miss.h"
 #include "run/exit_codes.h"
+#include "run/split_plan.h"
 #include "run/wrong_usage.h"
 #include "text/terminal.h"
 
@@ -40,6 +41,11 @@ std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::Pa
       left.empty() ? std::string() : left.front().substr(0, left.front().find('='));
   if (&command == &app) {
     if (left.empty()) return "a command is required";
+    if (typed == "help") return "help: did you mean --help?";
+    if (!stem_of(typed).empty()) {
+      return printable(typed) + ": no such command; velkstep split " + printable(typed) +
+             " splits that file";
+    }
     return unknown(typed, typed.starts_with("-") ? flags_of(app) : commands_of(app));
   }
   if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && typed.starts_with("-")) {

@@ -143,6 +143,7 @@ void add_extract_command(CLI::App& app, Action& action) {
                        "such as 'Desk lamp/Boom/Arm'; for several OUT is a folder")
           ->type_name("WHAT")
           ->expected(1)
+          ->allow_extra_args(false)  // What follows is the input.
           ->take_all();
   CLI::Option* out = command
                          ->add_option("-o,--output", arguments->out,
@@ -232,8 +233,9 @@ void add_report_command(CLI::App& app, Action& action) {
       add_command(app, action, report, "report",
                   "Split each IN, and write a page about its parts, report.html");
   add_split_arguments(command, *arguments);
-  command->add_flag("!--no-pictures", arguments->pictures,
-                    "Leave out the drawings of the parts, their boxes and colours");
+  command->add_flag_callback(
+      "--no-pictures", [arguments = arguments] { arguments->pictures = false; },
+      "Leave out the drawings of the parts, their boxes and colours");
 }
 
 }  // namespace

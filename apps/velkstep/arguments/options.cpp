@@ -159,6 +159,7 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
                    "several go into folders of their names below OUTDIR")
       ->type_name("WHAT")
       ->expected(1)
+      ->allow_extra_args(false)  // What follows is the input.
       ->take_all();
   add_style_options(command, arguments.options);
   add_reference_options(command, arguments.options);
