@@ -14,9 +14,9 @@ set_target_properties(kessel_objects PROPERTIES
   UNITY_BUILD ${VELKSTEP_UNITY} UNITY_BUILD_MODE GROUP)
 
 # GCC inlines less in what it takes for large units, which a layer is for it. Found with
-# bench/instructions.sh: 27.4 instructions a byte without this, 24.3 with it.
+# bench/instructions.sh: 27.4 instructions a byte without this, 24.5 with it; more only costs time.
 if(VELKSTEP_UNITY AND VELKSTEP_LAYERS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  target_compile_options(kessel_objects PRIVATE --param=large-unit-insns=200000)
+  target_compile_options(kessel_objects PRIVATE --param=large-unit-insns=40000)
 endif()
 
 # The unit of a folder: its layer, or itself.

@@ -1,9 +1,11 @@
 #include "sameness/graph.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 
 #include "sameness/hash.h"
+#include "sameness/transformation_ends.h"
 
 namespace Kessel::Sameness {
 
@@ -19,7 +21,9 @@ class Nodes {
         fingerprints_(fingerprints),
         owners_(owners),
         first_(instances.size(), NO_NODE) {
-    if (owners_ != nullptr) copies_.resize(owners_->further().size(), NO_NODE);
+    if (owners_ == nullptr || owners_->further().empty()) return;
+    copies_.resize(owners_->further().size(), NO_NODE);
+    ends_.emplace(instances, *owners_);
   }
 
   /// A node for each owner of `record`, unless it is an equal value's. `add(record, owner)` makes
@@ -42,7 +46,7 @@ class Nodes {
       const Index to = reference.record();
       const std::uint32_t label = reference.is_listed() ? LISTED : place++;
       const bool is_node = to != NO_RECORD && !fingerprints_.is_pure[to];
-      if (is_node) add_edges(to, owner, label, edges);
+      if (is_node) add_edges(to, whose(record, label, owner), label, edges);
       if (reference.is_listed()) {
         misses_in_list = misses_in_list || !is_node;
       } else {
@@ -60,6 +64,11 @@ class Nodes {
   }
 
  private:
+  /// Of which owner the copy is that `record` refers to by `label`, as `owner` has it.
+  Index whose(Index record, std::uint32_t label, Index owner) const {
+    const Index end = ends_ ? ends_->owner(record, label) : NO_RECORD;
+    return end != NO_RECORD ? end : owner;
+  }
   /// The owner whose copies `record` refers to; of a record with copies that of the first.
   Index owner_of(Index record) const {
     if (owners_ == nullptr) return NO_RECORD;
@@ -104,7 +113,8 @@ class Nodes {
   const Fingerprints& fingerprints_;
   const Owners* owners_;
   Column<Node> first_;
-  std::vector<Node> copies_;  // beside Owners::further
+  std::vector<Node> copies_;                // beside Owners::further
+  std::optional<TransformationEnds> ends_;  // where there are copies
   std::unordered_map<std::uint64_t, Node> values_;
   std::vector<Edge> scratch_;
 };

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -30,11 +31,14 @@ ProcessRun split(const std::string& input, const std::string& reading) {
   return run;
 }
 
+/// A column behind its line. Where those are right is the matter of the tests of refused inputs.
+const std::regex COLUMN("^(velkstep: in\\.stp:[0-9]+):[0-9]+");
+
 /// What stands for a reading to the end.
 const std::string READ = "";
 
 /// Expects that the reading refuses `input` for `reason`, which is what stands behind the file's
-/// name, or that it reads it to its end.
+/// name but for columns, or that it reads it to its end.
 void expect_outcome(const std::string& input, const std::string& reading,
                     const std::string& reason) {
   SCOPED_TRACE(reading + ": " + input);
@@ -42,7 +46,7 @@ void expect_outcome(const std::string& input, const std::string& reading,
   EXPECT_EQ(run.out, "");
   if (reason != READ) {
     EXPECT_EQ(run.exit_code, 1);
-    EXPECT_EQ(run.errors, "velkstep: in.stp" + reason + "\n");
+    EXPECT_EQ(std::regex_replace(run.errors, COLUMN, "$1"), "velkstep: in.stp" + reason + "\n");
   } else {
     EXPECT_EQ(run.exit_code, 3);
     EXPECT_EQ(run.errors, std::string(NO_ROOT) +

@@ -180,6 +180,27 @@ TEST_F(Diff, StylesOfSharedBodiesAreShared) {
   EXPECT_EQ(difference(shared, copied), "same");
 }
 
+/// #50, which places "right" with its item #`component` on the item #`assembly` of "left".
+std::string placed(int component, int assembly) {
+  return "#50=(REPRESENTATION_RELATIONSHIP('','',#25,#15)"
+         "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#51)SHAPE_REPRESENTATION_RELATIONSHIP());"
+         "\n"
+         "#51=ITEM_DEFINED_TRANSFORMATION('','',#" +
+         std::to_string(component) + ",#" + std::to_string(assembly) + ");\n";
+}
+
+// The component's items stand in front, whoever else has them.
+TEST_F(Diff, ATransformationMeansTheItemsOfItsRepresentations) {
+  const std::string items = "#30=PLACEMENT('');\n#31=PLACEMENT('');\n";
+  const std::string shared =
+      CONTEXTS + product(10, "left", "#30,#31") + product(20, "right", "#30") + items;
+  const std::string copied = CONTEXTS + product(10, "left", "#30,#31") +
+                             product(20, "right", "#40") + items + "#40=PLACEMENT('');\n";
+  EXPECT_NE(difference(shared + placed(30, 31), shared + placed(31, 30)), "same");
+  EXPECT_EQ(difference(shared + placed(30, 31), copied + placed(40, 31)), "same");
+  EXPECT_NE(difference(shared + placed(30, 31), copied + placed(30, 31)), "same");
+}
+
 TEST_F(Diff, CirclesCompare) {
   const std::string three = "#1=A(#2);\n#2=A(#3);\n#3=A(#1);\n";
   EXPECT_EQ(difference(three, "#7=A(#5);\n#5=A(#6);\n#6=A(#7);\n"), "same");
