@@ -117,7 +117,7 @@ void Extraction::name_files() {
   std::vector<ProductId> order(products_.products.size());
   std::iota(order.begin(), order.end(), ProductId{0});
   std::stable_partition(order.begin(), order.end(), [&](ProductId product) {
-    return products_.products[product].shown_by == NO_PRODUCT;
+    return products_.products[product].stands_with == NO_PRODUCT;
   });
   const std::vector<fs::path> given =
       file_names(instances_, products_, order, options_.names, names_of_targets(references_));

@@ -46,9 +46,9 @@ std::vector<ProductId> products_with_files(const Products& all, AssemblyStyle st
   const ProductId root = all.tops.size() == 1 ? all.tops.front() : NO_PRODUCT;
   std::vector<ProductId> with_files{root};
   for (ProductId product = 0; product < all.products.size(); ++product) {
-    const bool is_shown =
-        style != AssemblyStyle::classic && all.products[product].shown_by != NO_PRODUCT;
-    const bool has_file = !is_shown && (style != AssemblyStyle::lean || !all.is_assembly(product));
+    const bool has_none =
+        style != AssemblyStyle::classic && all.products[product].stands_with != NO_PRODUCT;
+    const bool has_file = !has_none && (style != AssemblyStyle::lean || !all.is_assembly(product));
     if (product != root && has_file) with_files.push_back(product);
   }
   if (style == AssemblyStyle::classic && with_files.size() < 2) return {};

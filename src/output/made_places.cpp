@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "products/parameter_reader.h"
@@ -11,8 +12,8 @@ namespace Kessel {
 
 namespace {
 
-/// The placement `from` of a component is `to` in its assembly.
-struct MappedPlace {
+/// The placement `from` of a component is `to` in its assembly; NO_RECORD stands for the origin.
+struct Place {
   Index from;
   Index to;
 };
@@ -25,20 +26,36 @@ class Places {
 
   void make(const Product& assembly, const std::vector<std::uint32_t>& usages) {
     if (assembly.representations.empty()) return;
-    std::unordered_map<ProductId, std::vector<MappedPlace>> places;  // the first one last
+    std::unordered_map<ProductId, std::vector<Place>> places;  // the first one last
     for (const std::uint32_t usage : usages) places[products_.usages[usage].component];
     find_places(assembly, places);
     for (const std::uint32_t usage : usages) {
-      std::vector<MappedPlace>& left = places[products_.usages[usage].component];
+      std::vector<Place>& left = places[products_.usages[usage].component];
       if (left.empty()) continue;
       say(assembly, products_.usages[usage], left.back());
       left.pop_back();
     }
   }
 
+  /// Links the component's definition to those of its tied representations that the usage places.
+  void link_tied(const Usage& usage) {
+    const Product& component = products_.products[usage.component];
+    if (component.tied.empty() || component.links.empty()) return;
+    for (const Index relationship : usage.relationships) {
+      const ParameterReader related(instances_, relationship, "REPRESENTATION_RELATIONSHIP");
+      for (const Index end : {related.record(2), related.record(3)}) {
+        const auto& tied = component.tied;
+        if (std::find(tied.begin(), tied.end(), end) == tied.end()) continue;
+        if (numbers_.of(end, file_) == 0 || !linked_.insert(end).second) continue;
+        made_.add("SHAPE_DEFINITION_REPRESENTATION",
+                  name_of(component.links.front().shape) + "," + name_of(end));
+      }
+    }
+  }
+
  private:
   void find_places(const Product& assembly,
-                   std::unordered_map<ProductId, std::vector<MappedPlace>>& places) const {
+                   std::unordered_map<ProductId, std::vector<Place>>& places) const {
     std::unordered_map<Index, ProductId> shown;
     for (const auto& [component, none] : places) {
       const Product& product = products_.products[component];
@@ -54,11 +71,24 @@ class Places {
         }
       }
     }
+    for (const Index other : assembly.tied_to_others) {
+      const auto found = shown.find(other);
+      if (found != shown.end()) add_same_place(other, places[found->second]);
+    }
     for (auto& [component, found] : places) std::reverse(found.begin(), found.end());
   }
 
+  /// Where the assembly is: any placement of the component stays what it is.
+  void add_same_place(Index representation, std::vector<Place>& places) const {
+    for (const Reference item : instances_.references(representation)) {
+      if (!item.is_listed() || !stands_as_placement(item.record())) continue;
+      return places.push_back({item.record(), item.record()});
+    }
+    places.push_back({NO_RECORD, NO_RECORD});
+  }
+
   void find_place(Index item, const std::unordered_map<Index, ProductId>& shown,
-                  std::unordered_map<ProductId, std::vector<MappedPlace>>& places) const {
+                  std::unordered_map<ProductId, std::vector<Place>>& places) const {
     if (!instances_.is(item, "MAPPED_ITEM")) return;
     const ParameterReader mapped(instances_, item, "MAPPED_ITEM");
     const Index map = mapped.record(1);
@@ -77,20 +107,27 @@ class Places {
            numbers_.of(record, file_) != 0;
   }
 
-  void say(const Product& assembly, const Usage& usage, MappedPlace place) {
+  void say(const Product& assembly, const Usage& usage, Place place) {
     const Product& component = products_.products[usage.component];
     if (component.representations.empty()) return;
     const std::string shape = usage.shapes.empty() ? made_.add("PRODUCT_DEFINITION_SHAPE",
                                                                "'',''," + name_of(usage.record))
                                                    : name_of(usage.shapes.front());
-    const std::string transformation = made_.add(
-        "ITEM_DEFINED_TRANSFORMATION", "'',''," + name_of(place.from) + "," + name_of(place.to));
+    const std::string ends = place.from == NO_RECORD
+                                 ? origin() + "," + origin()
+                                 : name_of(place.from) + "," + name_of(place.to);
+    const std::string transformation = made_.add("ITEM_DEFINED_TRANSFORMATION", "'',''," + ends);
     const std::string relationship = made_.add_complex(
         "REPRESENTATION_RELATIONSHIP('',''," + name_of(component.representations.front()) + "," +
         name_of(assembly.representations.front()) +
         ")REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(" + transformation +
         ")SHAPE_REPRESENTATION_RELATIONSHIP()");
     made_.add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION", relationship + "," + shape);
+  }
+
+  const std::string& origin() {
+    if (origin_.empty()) origin_ = placement_at_origin(made_);
+    return origin_;
   }
 
   std::string name_of(Index record) const {
@@ -102,6 +139,8 @@ class Places {
   const FileNumbers& numbers_;
   FileId file_;
   MadeRecords& made_;
+  std::string origin_;                // a placement, where one is needed
+  std::unordered_set<Index> linked_;  // tied representations that have a link by now
 };
 
 /// Whether a mapped item shows nothing of the component in `file`: it is elsewhere, or all that is
@@ -123,8 +162,12 @@ void make_places(const Instances& instances, const Products& products, const Pla
     unplaced.clear();
     for (const std::uint32_t position : products.products[id].usages) {
       const Usage& usage = products.usages[position];
-      if (usage.closes_circle || !usage.placements.empty()) continue;
-      if (shows_nothing(products, placement, usage.component, file)) unplaced.push_back(position);
+      if (usage.closes_circle) continue;
+      if (!usage.placements.empty()) {
+        if (placement.file_of[usage.component] != file) places.link_tied(usage);
+      } else if (shows_nothing(products, placement, usage.component, file)) {
+        unplaced.push_back(position);
+      }
     }
     if (!unplaced.empty()) places.make(products.products[id], unplaced);
   }

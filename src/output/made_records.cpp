@@ -16,6 +16,13 @@ std::string MadeRecords::add_complex(std::string_view partial_records) {
   return add("", partial_records);
 }
 
+std::string placement_at_origin(MadeRecords& made) {
+  const std::string origin = made.add("CARTESIAN_POINT", "'',(0.,0.,0.)");
+  const std::string axis = made.add("DIRECTION", "'',(0.,0.,1.)");
+  const std::string direction = made.add("DIRECTION", "'',(1.,0.,0.)");
+  return made.add("AXIS2_PLACEMENT_3D", "''," + origin + "," + axis + "," + direction);
+}
+
 std::string renumbered(const MentioningText& text, const FileNumbers& numbers, FileId file) {
   std::string out(renumbering_room(text), '\0');
   out.resize(static_cast<std::size_t>(renumbered(text, numbers, file, out.data()) - out.data()));
@@ -39,13 +46,6 @@ std::string placements_of(const MentioningText& items, const Instances& instance
     list.append("#").append(std::to_string(number));
   }
   return list;
-}
-
-std::string placement_at_origin(MadeRecords& made) {
-  const std::string origin = made.add("CARTESIAN_POINT", "'',(0.,0.,0.)");
-  const std::string axis = made.add("DIRECTION", "'',(0.,0.,1.)");
-  const std::string direction = made.add("DIRECTION", "'',(1.,0.,0.)");
-  return made.add("AXIS2_PLACEMENT_3D", "''," + origin + "," + axis + "," + direction);
 }
 
 /// `body` with the parameter `parameter`, a view into it, replaced.

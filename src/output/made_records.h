@@ -33,6 +33,10 @@ class MadeRecords {
   std::string text_;
 };
 
+/// Adds a placement at the origin (AXIS2_PLACEMENT_3D, ISO 10303-42), and returns "#" and its
+/// number.
+std::string placement_at_origin(MadeRecords& made);
+
 /// What stands for an item of a component's shape that an assembly gives a style to: an item of a
 /// representation (ISO 10303-43) that refers to nothing and shows nothing.
 inline constexpr std::string_view ITEM_STAND_IN = "CARTESIAN_POINT('',(0.,0.,0.))";

@@ -23,8 +23,8 @@ void add_links(const Products& products, const FilePlan& plan, FileId id, Placed
   for (const ProductId top : products.tops) link(top);
 }
 
-/// Gives what is only shown by other products to the files of those.
-void give_shown(const Products& products, FilePlan& plan) {
+/// Gives what stands with other products to the files of those.
+void give_others(const Products& products, FilePlan& plan) {
   std::vector<bool> is_placed(products.products.size());
   for (const PlacedFile& file : plan.files) {
     for (const ProductId product : file.products) is_placed[product] = true;
@@ -32,7 +32,7 @@ void give_shown(const Products& products, FilePlan& plan) {
   std::vector<ProductId> path;
   for (ProductId product = 0; product < is_placed.size(); ++product) {
     ProductId at = product;
-    for (; !is_placed[at]; at = products.products[at].shown_by) path.push_back(at);
+    for (; !is_placed[at]; at = products.products[at].stands_with) path.push_back(at);
     for (; !path.empty(); path.pop_back()) {
       plan.file_of[path.back()] = plan.file_of[at];
       plan.files[plan.file_of[at]].products.push_back(path.back());
@@ -47,7 +47,8 @@ void link_all(const Products& products, FilePlan& plan) {
   }
 }
 
-/// By product: whether it is `part` or below that, as a component or by a mapped item.
+/// By product: whether it is `part` or below that, as a component or by a mapped item, or stands
+/// with such a one.
 std::vector<bool> with_all_below(const Products& products, ProductId part) {
   std::vector<bool> is_below(products.products.size());
   std::vector<ProductId> open;
@@ -63,6 +64,10 @@ std::vector<bool> with_all_below(const Products& products, ProductId part) {
       if (!products.usages[usage].closes_circle) enter(products.usages[usage].component);
     }
     for (const MappedProduct& mapped : product.mapped) enter(mapped.product);
+  }
+  for (ProductId product = 0; product < is_below.size(); ++product) {
+    const ProductId other = products.products[product].stands_with;
+    if (other != NO_PRODUCT && is_below[other]) is_below[product] = true;
   }
   return is_below;
 }
@@ -95,11 +100,11 @@ FilePlan plan_split(const Products& products, AssemblyStyle style) {
       plan.files.front().products.push_back(product);
       continue;
     }
-    if (products.products[product].shown_by != NO_PRODUCT) continue;
+    if (products.products[product].stands_with != NO_PRODUCT) continue;
     plan.file_of[product] = static_cast<FileId>(plan.files.size());
     plan.files.push_back({{product}, product, {}});
   }
-  give_shown(products, plan);
+  give_others(products, plan);
   link_all(products, plan);
   return plan;
 }

@@ -48,15 +48,20 @@ struct Product {
   /// relationships. One that a link gives to another product is not followed.
   std::vector<Index> tied;
   std::vector<Index> ties;
+  /// What such relationships tie to them and links give to other products, an entry for each
+  /// relationship: those shapes are where this one is.
+  std::vector<Index> tied_to_others;
   /// Whether its representations have items of their own beside placements and what is mapped from
   /// other products' representations.
   bool has_bodies = false;
   /// What its representations show of other products' representations by mapped items, without a
   /// usage that says so. Such products have no components.
   std::vector<MappedProduct> mapped;
-  /// The first product that shows it so, where no usage uses it: it is a piece of that one's shape,
-  /// in the file of which it stands. NO_PRODUCT for all others.
-  ProductId shown_by = NO_PRODUCT;
+  /// The product in whose file it stands, where it has none of its own: no usage uses it, and it is
+  /// either a piece of that one's shape, which is the first that shows it so, or another view of
+  /// it: a definition of the same version that has no components and no representations but that
+  /// one's. NO_PRODUCT for all others.
+  ProductId stands_with = NO_PRODUCT;
   /// Positions of the usages whose assembly it is, in the order of the file.
   std::vector<std::uint32_t> usages;
 };
@@ -92,9 +97,9 @@ struct Products {
   /// SPECIFIED_HIGHER_USAGE_OCCURRENCE, a PROMISSORY_USAGE_OCCURRENCE. They make no component of
   /// it, and belong to their assembly.
   std::vector<Usage> deeper;
-  /// The products that no usage uses and none shows by mapped items, those apart that close
-  /// circles; ascending. Every product can be reached from them, and there is at least one where
-  /// there are products.
+  /// The products that no usage uses and that stand with no other, those apart that close circles;
+  /// ascending. Every product can be reached from them, other views apart, and there is at least
+  /// one where there are products.
   std::vector<ProductId> tops;
 
   /// The product with that definition; NO_PRODUCT for none.

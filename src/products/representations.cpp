@@ -79,7 +79,10 @@ void follow_ties(const Ties& ties, const Owners& owners, ProductId id, Product& 
     if (found == ties.end()) continue;
     for (const Tie& tie : found->second) {
       if (!seen.contains(tie.other)) {
-        if (owners.is_another(tie.other, id)) continue;
+        if (owners.is_another(tie.other, id)) {
+          product.tied_to_others.push_back(tie.other);
+          continue;
+        }
         seen.insert(tie.other);
         open.push_back(tie.other);
         product.tied.push_back(tie.other);

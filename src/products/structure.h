@@ -36,10 +36,10 @@ struct UsagesWithEnds {
 /// The usages whose ends are product definitions, or occurrences of those.
 UsagesWithEnds find_usages(const Instances& instances, const Shapes& shapes);
 
-/// Fills representations, tied, ties and has_bodies of all products.
+/// Fills representations, tied, ties, tied_to_others and has_bodies of all products.
 void find_representations(const Instances& instances, Products& products);
 
-/// Fills closes_circle, shown_by and tops.
+/// Fills closes_circle, stands_with and tops.
 void find_tops(Products& products);
 
 /// Whether `record` is a product definition: by its type, or since it has a version.

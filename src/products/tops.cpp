@@ -1,4 +1,7 @@
 // Where the structure begins, and which usages go round in circles.
+#include <algorithm>
+#include <unordered_map>
+
 #include "products/structure.h"
 
 namespace Kessel {
@@ -60,26 +63,64 @@ std::vector<bool> used_products(const Products& all) {
   return used;
 }
 
-/// Fills shown_by.
+/// What is only shown by others stands with the first of those.
 void find_shown(Products& all, const std::vector<bool>& used) {
-  for (Product& product : all.products) product.shown_by = NO_PRODUCT;
+  for (Product& product : all.products) product.stands_with = NO_PRODUCT;
   for (ProductId product = 0; product < all.products.size(); ++product) {
     for (const MappedProduct& mapped : all.products[product].mapped) {
-      ProductId& shown_by = all.products[mapped.product].shown_by;
-      const bool is_first = shown_by == NO_PRODUCT && !used[mapped.product];
-      if (is_first && !mapped.closes_circle) shown_by = product;
+      ProductId& stands_with = all.products[mapped.product].stands_with;
+      const bool is_first = stands_with == NO_PRODUCT && !used[mapped.product];
+      if (is_first && !mapped.closes_circle) stands_with = product;
     }
   }
 }
 
-/// The products that are neither used nor shown, ascending.
+bool has(const std::vector<Index>& representations, Index one) {
+  return std::find(representations.begin(), representations.end(), one) != representations.end();
+}
+
+bool shows_all_of(const Product& product, const Product& other) {
+  return std::all_of(other.representations.begin(), other.representations.end(), [&](Index one) {
+    return has(product.representations, one) || has(product.tied, one);
+  });
+}
+
+/// Another view of a product stands with the definition that the structure names.
+void find_views(Products& all, const std::vector<bool>& used) {
+  std::unordered_map<Index, std::vector<ProductId>> named;  // by PRODUCT
+  std::vector<ProductId> views;
+  for (ProductId id = 0; id < all.products.size(); ++id) {
+    const Product& product = all.products[id];
+    if (product.product == NO_RECORD || product.stands_with != NO_PRODUCT) continue;
+    const bool is_named = used[id] || !product.usages.empty() || product.representations.empty();
+    if (is_named) {
+      named[product.product].push_back(id);
+    } else {
+      views.push_back(id);
+    }
+  }
+  for (const ProductId view : views) {
+    Product& product = all.products[view];
+    std::vector<ProductId>& others = named[product.product];
+    const auto other = std::find_if(others.begin(), others.end(), [&](ProductId id) {
+      return shows_all_of(all.products[id], product);
+    });
+    if (other != others.end()) {
+      product.stands_with = *other;
+    } else {
+      others.push_back(view);
+    }
+  }
+}
+
+/// The products that are not used and stand with no other, ascending.
 std::vector<ProductId> highest(Products& all) {
   const std::vector<bool> used = used_products(all);
   find_shown(all, used);
+  find_views(all, used);
   std::vector<ProductId> some;
   for (ProductId product = 0; product < all.products.size(); ++product) {
-    const bool is_shown = all.products[product].shown_by != NO_PRODUCT;
-    if (!used[product] && !is_shown) some.push_back(product);
+    if (!used[product] && all.products[product].stands_with == NO_PRODUCT) some.push_back(product);
   }
   return some;
 }

@@ -197,6 +197,23 @@ TEST(Placement, ABodyOfTwoProductsStandsWithBoth) {
   EXPECT_EQ(shared.at(41), "1 2");
 }
 
+TEST(Placement, AnotherViewOfAPartStandsWithIt) {
+  const std::string text = CAR +
+                           "#80=PRODUCT_DEFINITION('view','',#32,#1);\n"
+                           "#81=PRODUCT_DEFINITION_SHAPE('','',#80);\n"
+                           "#82=SHAPE_DEFINITION_REPRESENTATION(#81,#35);\n"
+                           "#83=APPLIED_APPROVAL_ASSIGNMENT(#84,(#80,#10));\n#84=APPROVAL($,'');\n";
+  const Placed nested(text);
+  EXPECT_EQ(nested.placement.files.size(), 3u);
+  EXPECT_EQ(nested.at(80) + nested.at(81) + nested.at(82), "222");
+  EXPECT_EQ(nested.at(35), "1s 2");
+  EXPECT_EQ(nested.at(83), "0 2");
+  const Placed lean(text, AssemblyStyle::lean);
+  EXPECT_EQ(lean.placement.files.size(), 2u);
+  EXPECT_EQ(lean.at(80) + lean.at(81) + lean.at(82), "111");
+  EXPECT_EQ(lean.at(83), "0 1");
+}
+
 TEST(Placement, TiedRepresentationsOfAComponentAreTiedPlaceholders) {
   const Placed tied(product_records(10, "car", "#3") + product_records(20, "wheel", "#3") +
                     solid_records(40) + usage_record(60, 10, 20) +

@@ -153,6 +153,8 @@ TEST(Products, TiedRepresentationsBelongToTheProductUnlessAnotherHasThem) {
   EXPECT_TRUE(all.products[1].has_bodies);
   EXPECT_TRUE(all.products[0].tied.empty());
   EXPECT_TRUE(all.products[0].ties.empty());
+  EXPECT_EQ(all.products[0].tied_to_others, std::vector<Index>{file.at(25)});
+  EXPECT_EQ(all.products[1].tied_to_others, std::vector<Index>{file.at(15)});
 }
 
 TEST(Products, ThePropertyFormOfALink) {
@@ -189,6 +191,48 @@ TEST(Products, SeveralTops) {
                         product_records(30, "c", "#4") + usage_record(40, 30, 20));
   const Products all = find_products(file.instances);
   EXPECT_EQ(names(all, all.tops), (Names{"a", "c"}));
+}
+
+/// A second definition #n of the version #version, which shows `representation`.
+std::string view_records(int n, int version, int representation) {
+  const auto at = [](int number) { return "#" + std::to_string(number); };
+  return at(n) + "=PRODUCT_DEFINITION('view',''," + at(version) + ",#1);\n" + at(n + 1) +
+         "=PRODUCT_DEFINITION_SHAPE('',''," + at(n) + ");\n" + at(n + 2) +
+         "=SHAPE_DEFINITION_REPRESENTATION(" + at(n + 1) + "," + at(representation) + ");\n";
+}
+
+TEST(Products, AnotherViewStandsWithTheDefinitionThatTheStructureNames) {
+  const LoadedText file(COMMON + view_records(10, 32, 35) + product_records(20, "whole", "#3") +
+                        product_records(30, "bolt", "#4") + usage_record(40, 20, 30) +
+                        view_records(50, 22, 25) + view_records(60, 32, 35));
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(all.tops, std::vector<ProductId>{1});
+  std::vector<ProductId> stands_with;
+  for (const Product& product : all.products) stands_with.push_back(product.stands_with);
+  EXPECT_EQ(stands_with, (std::vector<ProductId>{2, NO_PRODUCT, NO_PRODUCT, 1, 2}));
+}
+
+TEST(Products, OfViewsThatNobodyUsesTheFirstCounts) {
+  const LoadedText file(COMMON + product_records(10, "bolt", "#4") + view_records(20, 12, 15));
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(all.tops, std::vector<ProductId>{0});
+  EXPECT_EQ(all.products.at(1).stands_with, 0u);
+}
+
+TEST(Products, WhatShowsSomethingElseOrIsUsedOrIsOfAnotherProductIsNoView) {
+  const std::string whole = COMMON + product_records(10, "whole", "#3") +
+                            product_records(20, "bolt", "#4") + usage_record(30, 10, 20);
+  const auto tops = [&](const std::string& more) {
+    const LoadedText file(whole + more);
+    return find_products(file.instances).tops.size();
+  };
+  EXPECT_EQ(tops(view_records(40, 22, 50) + "#50=SHAPE_REPRESENTATION('',(#4),#2);\n"), 2u);
+  EXPECT_EQ(tops(view_records(40, 51, 25) + "#51=PRODUCT_DEFINITION_FORMATION('','',#52);\n"
+                                            "#52=PRODUCT('','nut','',(#1));\n"),
+            2u);
+  EXPECT_EQ(tops(view_records(40, 51, 25) + "#51=PRODUCT_DEFINITION_FORMATION('','',#21);\n"), 1u);
+  const LoadedText used(whole + view_records(40, 22, 25) + usage_record(50, 10, 40));
+  EXPECT_EQ(find_products(used.instances).products.at(2).stands_with, NO_PRODUCT);
 }
 
 TEST(Products, ACircleIsEnteredAtItsFirstProductAndClosedOnce) {
