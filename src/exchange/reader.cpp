@@ -13,7 +13,6 @@
 #include "exchange/lexer.h"
 #include "exchange/signature.h"
 #include "exchange/string_value.h"
-#include "exchange/trace.h"
 
 namespace Kessel::Exchange {
 
@@ -127,7 +126,6 @@ class Reading {
         limits_(limits),
         listener_(listener) {
     if (is_full()) keywords_.emplace();
-    if (limits.tape != nullptr && !is_full() && !limits.tape->empty()) trace_.emplace(*limits.tape);
   }
 
   Ending read() {
@@ -148,7 +146,6 @@ class Reading {
  private:
   const Statement& statement() const { return record_; }
   bool is_full() const { return limits_.scrutiny == Scrutiny::full; }
-  bool leaves_trace() const { return limits_.tape != nullptr && is_full(); }
 
   bool stop(Finding finding) {
     error_ = std::move(finding);
@@ -268,14 +265,12 @@ class Reading {
   bool read_records() {
     constexpr Section DATA = Section::data;
     for (;;) {
-      const Cut cut = trace_ ? cutter_.next(record_, *trace_) : cutter_.next(record_);
-      if (cut != Cut::statement) return stop_at(cut, &DATA);
+      if (!take(&DATA)) return false;
       const std::string_view text = statement().text;
       if (text.starts_with('#')) {
         if (!take_record()) return false;
         continue;
       }
-      if (leaves_trace()) leave_unknown(*limits_.tape);
       if (is_word(text, "ENDSEC")) {
         break;
       } else if (ends_without_word(text)) {
@@ -294,7 +289,6 @@ class Reading {
     const std::span<const Mention> mentions = cutter_.mentions();
     if (!begins_with_name(record_, mentions)) {
       if (record_.takes_in_record) return stop(unclosed_record(record_));
-      if (leaves_trace()) leave_unknown(*limits_.tape);
       warn(passed_over(record_));
       return true;
     }
@@ -302,11 +296,6 @@ class Reading {
     if (is_full()) {
       find_keyword();
       if (!scrutinise(record_)) return false;
-      if (leaves_trace()) {
-        const std::uint64_t begin = record_.offset - record_.lead.size();
-        leave_trace(record_, mentions, static_cast<std::size_t>(cutter_.offset() - begin),
-                    *limits_.tape);
-      }
     }
     listener_.record(record_);
     return --left_ != 0;
@@ -406,7 +395,6 @@ class Reading {
   Record record_;                       // what was taken last, if it is one
   std::optional<KeywordIds> keywords_;  // with full scrutiny
   const Limits& limits_;
-  std::optional<Tape::Reader> trace_;  // what a reading before has left
   Listener& listener_;
   std::optional<Finding> error_;
   std::uint64_t behind_end_ = 0;  // bytes that were looked at only
@@ -415,11 +403,14 @@ class Reading {
 
 }  // namespace
 
+void complete_record(Record& record, std::span<const Mention> mentions) {
+  complete(record, mentions);
+}
+
 Record record_of(const Statement& statement, std::span<const Mention> mentions) {
   Record record;
   static_cast<Statement&>(record) = statement;
   complete(record, mentions);
-  record.keyword = keyword_at_front(record.body);
   return record;
 }
 

@@ -11,7 +11,6 @@
 #include "exchange/keyword_ids.h"
 #include "exchange/statement_cutter.h"
 #include "kessel/finding.h"
-#include "model/tape.h"
 
 namespace Kessel::Exchange {
 
@@ -59,9 +58,6 @@ struct Limits {
   Scrutiny scrutiny = Scrutiny::full;
   /// Bytes that are read at once.
   std::size_t block_size = StatementCutter::BLOCK_SIZE;
-  /// What a reading with full scrutiny leaves here makes one of the same file without scrutiny
-  /// faster: about three bytes a record, an empty tape at first. Null for none.
-  Tape* tape = nullptr;
 };
 
 /// How a reading ended.
@@ -88,7 +84,11 @@ inline bool begins_with_name(const Statement& statement, std::span<const Mention
   return !mentions.empty() && mentions.front().begin == statement.text.data() + 1;
 }
 
-/// The record that a statement which begins with an instance name is.
+/// Completes `record`, whose statement begins with an instance name, the first of its `mentions`;
+/// its keyword stays as it is.
+void complete_record(Record& record, std::span<const Mention> mentions);
+
+/// The record that a statement which begins with an instance name is, without its keyword.
 Record record_of(const Statement& statement, std::span<const Mention> mentions);
 
 }  // namespace Kessel::Exchange

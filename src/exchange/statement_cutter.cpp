@@ -9,9 +9,9 @@
 #include <cstring>
 
 #include "exchange/characters.h"
+#include "exchange/digits.h"
 #include "exchange/keyword_ids.h"
 #include "exchange/literals.h"
-#include "exchange/trace.h"
 
 namespace Kessel::Exchange {
 
@@ -26,45 +26,6 @@ constexpr std::size_t NAMES_IN_BLOCK = 33;
 
 std::unique_ptr<char[]> make_buffer(std::size_t capacity) {
   return std::make_unique_for_overwrite<char[]>(capacity + PADDING);
-}
-
-/// The digits at `p`, which moves behind them; 0 where they say more than 2^64-1.
-[[gnu::noinline]] std::uint64_t take_long_number(const char*& p) {
-  std::uint64_t value = 0;
-  bool is_too_large = false;
-  for (; is_digit(*p); ++p) {
-    const auto digit = static_cast<std::uint64_t>(*p - '0');
-    is_too_large |= value > (~std::uint64_t{0} - digit) / 10;
-    value = value * 10 + digit;
-  }
-  return is_too_large ? 0 : value;
-}
-
-/// The same; at least eight bytes behind `p` can be read.
-///
-/// Fast path for up to seven digits, which is nearly every number: eight bytes are taken at once,
-/// what is no digit is shifted out, and the digits are summed up in pairs, fours and eights.
-[[gnu::always_inline]] inline std::uint64_t take_number(const char*& p) {
-  if constexpr (std::endian::native == std::endian::little) {
-    constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
-    std::uint64_t word = 0;
-    std::memcpy(&word, p, 8);
-    word ^= EACH_BYTE * '0';
-    // What a byte carries over can only change bytes behind it, and it is no digit itself.
-    const std::uint64_t other = ((word + EACH_BYTE * 0x76) | word) & (EACH_BYTE * 0x80);
-    if (other != 0) {
-      const int digits = std::countr_zero(other) >> 3;
-      if (digits == 0) return 0;
-      word <<= 64 - 8 * digits;
-      word = word * 10 + (word >> 8);
-      p += digits;
-      constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
-      return ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >>
-                 32 &
-             0xFFFFFFFF;
-    }
-  }
-  return take_long_number(p);
 }
 
 }  // namespace
@@ -451,43 +412,6 @@ StatementCutter::Scan StatementCutter::scan(Statement& statement, const char* fr
 }
 
 #endif
-
-/// Takes the statement that `piece` of a trace tells. Returns false, and takes nothing, where it is
-/// not in the buffer as a whole, or another than it was.
-inline bool StatementCutter::take_known(Statement& statement, const std::uint8_t* piece) {
-  const std::size_t size = piece[0];
-  if (static_cast<std::size_t>(end_ - at_) < size) return false;
-  const char* const first = at_ + Trace::lead(piece[1]);
-  const char* const end = at_ + size - 1;
-  clear(statement);
-  Mention* last = names_.data();  // There is room.
-  const char* p = first;
-  if (*p != '#' || *end != ';') return false;
-  take_name(p, last, statement);
-  for (std::size_t i = 0; i < Trace::names(piece[1]); ++i) {
-    p += piece[2 + i] - 1;
-    if (p >= end || *p != '#') return false;
-    take_name(p, last, statement);
-  }
-  if (!statement.is_plain) return false;
-  last_name_ = last;
-  block_ = nullptr;
-  statement.lead = between(at_, first);
-  statement.text = without_blanks_behind(between(first, end));
-  statement.offset = offset_of(first);
-  at_ = end + 1;
-  return true;
-}
-
-Cut StatementCutter::next(Statement& statement, Tape::Reader& trace) {
-  const std::uint8_t* const piece = trace.piece();
-  if (*piece == Trace::UNKNOWN) {
-    trace.pass(1);
-    return take<false>(statement);
-  }
-  trace.pass(2 + Trace::names(piece[1]));
-  return take_known(statement, piece) ? Cut::statement : take<false>(statement);
-}
 
 // All that they are made of stands above.
 template Cut StatementCutter::take<true>(Statement&);

@@ -9,8 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "model/tape.h"
-
 namespace Kessel::Exchange {
 
 /// An instance name "#12" in a statement, outside its strings and comments.
@@ -71,8 +69,6 @@ class StatementCutter {
   Cut next(Statement& statement) {
     return scrutiny_ == Scrutiny::full ? take<true>(statement) : take<false>(statement);
   }
-  /// The same by the trace that a reading before has left (see exchange/trace.h).
-  Cut next(Statement& statement, Tape::Reader& trace);
   /// The instance names in it, in order.
   std::span<const Mention> mentions() const { return {names_.data(), last_name_}; }
 
@@ -98,7 +94,6 @@ class StatementCutter {
   enum class Scan : std::uint8_t { closed, more, in_string, in_comment };
   template <bool full>
   Cut take(Statement& statement);
-  bool take_known(Statement& statement, const std::uint8_t* piece);
   Cut not_closed(Scan scanned, Statement& statement);
   bool refill();
   const char* find_long_lead_end(const char* p, bool& is_open) const;

@@ -24,21 +24,29 @@ struct NamePlace {
 /// end of the text in front; the size of what is behind that; and the places of the names there,
 /// each counted from the one in front. A line of an anchor or reference section has an own name
 /// without digits at its beginning, and all of its names are behind that; how many these are stands
-/// in front of them.
+/// in front of them. Likewise for a record whose names nobody else counts; there one more bit tells
+/// whether it is plain.
 class TextLayout {
  public:
   void add(const Exchange::Record& record) {
-    // The text begins with "#", and ends without blanks.
-    const char* const digits = record.text.data() + 1;
-    const char* const end = record.text.data() + record.text.size();
-    std::uint8_t* out = begin_text(record.mentions.size());
-    out = put_place(out, record.offset + 1 - end_,
-                    static_cast<std::uint64_t>(record.behind_number - digits));
-    const auto size = static_cast<std::uint64_t>(end - record.behind_number);
-    out = put_size(out, size);
-    out = put_places(out, record.behind_number, record.mentions);
-    end_text(out, record.offset + record.text.size());
+    end_record(put_record(begin_text(record.mentions.size()), record), record);
   }
+
+  /// The same for who has no other word of how many names are in it.
+  void add_counted(const Exchange::Record& record) {
+    std::uint8_t* const out = put_record(begin_text(record.mentions.size()), record);
+    end_record(put_size(out, NameCount(record).packed), record);
+  }
+
+  /// How many names a record has behind its own, and what Statement::is_plain says of it.
+  struct NameCount {
+    explicit NameCount(const Exchange::Record& record)
+        : packed(std::uint64_t{record.mentions.size()} << 1 | (record.is_plain ? 1U : 0U)) {}
+    explicit NameCount(std::uint64_t taken) : packed(taken) {}
+    std::size_t names() const { return static_cast<std::size_t>(packed >> 1); }
+    bool is_plain() const { return (packed & 1) != 0; }
+    std::uint64_t packed;
+  };
 
   void add_entry(const Exchange::Statement& entry, std::span<const Exchange::Mention> mentions) {
     std::uint8_t* out = begin_text(mentions.size());
@@ -54,7 +62,10 @@ class TextLayout {
   /// Reads what was noted, in the same order.
   class Cursor {
    public:
-    explicit Cursor(const TextLayout& layout) : at_(layout.bytes_.begin()) {}
+    explicit Cursor(const TextLayout& layout)
+        : at_(layout.bytes_.begin()), end_(layout.bytes_.end()) {}
+
+    bool is_at_end() const { return at_ == end_; }
 
     NamePlace take_place() {
       const std::uint8_t packed = *at_++;
@@ -73,6 +84,7 @@ class TextLayout {
 
    private:
     const std::uint8_t* at_;
+    const std::uint8_t* end_;
   };
 
  private:
@@ -90,6 +102,20 @@ class TextLayout {
   void end_text(const std::uint8_t* out, std::uint64_t end) {
     bytes_.end_at(out);
     end_ = end;
+  }
+
+  /// All but the names.
+  std::uint8_t* put_record(std::uint8_t* out, const Exchange::Record& record) const {
+    // The text begins with "#", and ends without blanks.
+    const char* const digits = record.text.data() + 1;
+    const char* const end = record.text.data() + record.text.size();
+    out = put_place(out, record.offset + 1 - end_,
+                    static_cast<std::uint64_t>(record.behind_number - digits));
+    return put_size(out, static_cast<std::uint64_t>(end - record.behind_number));
+  }
+  void end_record(std::uint8_t* out, const Exchange::Record& record) {
+    end_text(put_places(out, record.behind_number, record.mentions),
+             record.offset + record.text.size());
   }
 
   static std::uint8_t* put_size(std::uint8_t* out, std::uint64_t size) {

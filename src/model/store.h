@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <span>
@@ -21,9 +22,10 @@
 #include "kessel/part.h"
 #include "model/arena.h"
 #include "model/paged_array.h"
-#include "model/tape.h"
 
 namespace Kessel {
+
+class TextLayout;
 
 /// Slots that a new store has, and by whose multiples it grows.
 inline constexpr std::uint32_t SLOT_BLOCK = 1'048'576;
@@ -59,8 +61,10 @@ struct Store {
   Reading reading = Reading::classic;               ///< how the input is read, both times
   std::set<std::uint32_t> repeated;  ///< standard reading: numbers of records that say the same
   bool checked = false;              ///< whether a run ends with an error where a host's goes on
-  Tape tape;  ///< standard reading, no limit of memory: what the first one left for the second
-  std::optional<std::uint64_t> read_up_to;  ///< checked: where the data ended in the first reading
+  /// Checked, classic reading: where the data ended in the first reading.
+  std::optional<std::uint64_t> read_up_to;
+  /// Standard reading: where the first one has found all records and their names.
+  std::shared_ptr<const TextLayout> layout;
 
   /// Slot `id`. Throws `std::out_of_range` "invalid vector subscript" beyond the last slot.
   Entity* at(unsigned id) const;

@@ -5,9 +5,9 @@
 #include <span>
 
 #include "instances/instances.h"
+#include "instances/laid_out_input.h"
 #include "output/counting_number.h"
 #include "output/file_numbers.h"
-#include "output/laid_out_input.h"
 
 namespace Kessel {
 

@@ -5,11 +5,11 @@
 #include <unordered_map>
 
 #include "exchange/reader.h"
+#include "instances/laid_out_input.h"
 #include "kessel/encoding.h"
 #include "model/progress_reporter.h"
 #include "output/file_frame.h"
 #include "output/file_numbers.h"
-#include "output/laid_out_input.h"
 #include "output/links.h"
 #include "output/made_places.h"
 #include "output/made_records.h"
@@ -162,7 +162,7 @@ class SplitWriter {
   /// A record that stands in several files or none, or gets another text.
   void write_closely(Index index) {
     input_.next();
-    const Exchange::Record record = input_.take_record(instances_.references(index).size());
+    const Exchange::Record& record = input_.take_record(instances_.references(index).size());
     if (const auto edits = split_.edits.of(index); !edits.empty()) {
       const EditedText edited(record.text, record.body, record.mentions, edits);
       Exchange::Record other = record;

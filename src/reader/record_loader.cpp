@@ -192,7 +192,7 @@ inline std::uint32_t RecordLoader::enter(unsigned id, std::string_view name,
 /// whose list of references has so many numbers, its length included. The record's texts are
 /// counted when they are kept.
 void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
-  const std::uint64_t beside_slots = store_.arena.bytes() + kept_bytes_;
+  const std::uint64_t beside_slots = store_.arena.bytes() + kept_bytes_ + beside_;
   const std::size_t page = id / PagedArray<Entity*>::PAGE_SIZE;
   // Most records change nothing about the sum.
   if (page == summed_page_ && beside_slots == summed_beside_slots_ && numbers <= most_numbers_) {

@@ -64,6 +64,9 @@ class RecordLoader {
   /// are not lead nowhere and are passed over.
   void add(const Exchange::Record& record);
 
+  /// Counts so many bytes, held elsewhere for what was added, for the memory limit.
+  void count_beside(std::uint64_t bytes) { beside_ = bytes; }
+
   /// Makes room in the store for all that records of a standard reading refer to, so that what is
   /// beyond the last record is missing like any other. Throws as add() does.
   void make_room_for_references();
@@ -108,6 +111,7 @@ class RecordLoader {
   unsigned largest_reference_ = 0;  // in records of a standard reading
   std::uint64_t offset_ = 0;        // Where the record stands that is added.
   std::uint64_t kept_bytes_ = 0;    // What is kept elsewhere than in the arena and the slots.
+  std::uint64_t beside_ = 0;        // What others hold.
   // Where the sum for the memory limit was made last, and how many numbers it leaves room for.
   std::size_t summed_page_ = 0;
   std::uint64_t summed_beside_slots_ = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -11,6 +12,7 @@
 #include "exchange/statement_cutter.h"
 #include "findings/finding_kinds.h"
 #include "findings/refusals.h"
+#include "instances/laid_out_input.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
@@ -95,6 +97,8 @@ class StoreLoader final : public Exchange::Listener {
     } else {
       loader_.add(record);
     }
+    layout_->add_counted(record);
+    loader_.count_beside(layout_->bytes());
     if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
   }
 
@@ -114,6 +118,7 @@ class StoreLoader final : public Exchange::Listener {
 
   void finish() {
     loader_.make_room_for_references();
+    store_.layout = std::move(layout_);
     const std::optional<std::string> by_lines = header_by_lines(text_of_header(store_.input));
     store_.first_line = FIRST_LINE;
     const bool is_by_lines = by_lines && writable(*by_lines) == *by_lines;
@@ -129,6 +134,7 @@ class StoreLoader final : public Exchange::Listener {
   const Options& options_;
   RecordLoader loader_;
   ProgressReporter reporter_;
+  std::unique_ptr<TextLayout> layout_ = std::make_unique<TextLayout>();
   std::string entities_;
   bool has_entries_ = false;
   std::vector<Finding> warnings_;
@@ -155,54 +161,22 @@ class RepeatedRecords final : public Exchange::Listener {
   std::map<std::uint32_t, std::string> bodies_;
 };
 
-/// Hands on records, the first under each number.
-class RecordReader final : public Exchange::Listener {
- public:
-  RecordReader(Store& store, const Options& options,
-               const std::function<void(const Exchange::Record&)>& write)
-      : repeated_(store.repeated),
-        write_(write),
-        reporter_(options, Stage::writing, size_for_progress(store.input, options)) {}
-
-  void record(const Exchange::Record& record) override {
-    if (!repeated_.empty()) {
-      const auto number = static_cast<std::uint32_t>(record.number);
-      if (repeated_.contains(number) && !written_.insert(number).second) return;
-    }
-    write_(record);
-    if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
-  }
-
-  void finish() { reporter_.report_end(); }
-
- private:
-  const std::set<std::uint32_t>& repeated_;
-  std::set<std::uint32_t> written_;
-  const std::function<void(const Exchange::Record&)>& write_;
-  ProgressReporter reporter_;
-};
-
 /// Reads the input to its end. Throws where that cannot be done.
-std::uint64_t read_to_end(std::istream& in, const Exchange::Limits& limits,
-                          Exchange::Listener& listener) {
-  const Exchange::Ending ending = read_exchange_file(in, limits, listener);
+void read_to_end(std::istream& in, const Options& options, Exchange::Listener& listener) {
+  const Exchange::Ending ending = read_exchange_file(in, {options.memory_limit}, listener);
   if (in.bad()) throw InputError(unreadable_file("cannot be read to its end"));
   if (ending.error) throw InputError(*ending.error);
-  return ending.bytes;
 }
 
 }  // namespace
 
 void read_as_standard(Store& store, const Options& options) {
-  Exchange::Limits limits{options.memory_limit};
-  if (options.memory_limit == Options::NO_LIMIT) limits.tape = &store.tape;
   try {
     StoreLoader loader(store, options);
-    store.read_up_to = read_to_end(store.input, limits, loader);
+    read_to_end(store.input, options, loader);
     if (!store.repeated.empty()) {
       RepeatedRecords repeated(store);
-      limits.tape = nullptr;
-      read_to_end(store.input, limits, repeated);
+      read_to_end(store.input, options, repeated);
     }
     loader.finish();
   } catch (const InputError& error) {
@@ -214,16 +188,20 @@ void read_as_standard(Store& store, const Options& options) {
 
 void read_again_as_standard(Store& store, const Options& options,
                             const std::function<void(const Exchange::Record&)>& write) {
-  Exchange::Limits limits{options.memory_limit, Exchange::Scrutiny::none};
-  limits.tape = &store.tape;
-  store.input.clear();
-  store.input.seekg(0);
-  RecordReader reader(store, options, write);
-  const Exchange::Ending ending = read_exchange_file(store.input, limits, reader);
-  if (ending.error || store.input.bad() || ending.bytes != store.read_up_to) {
-    throw InputError(input_changed(ending.bytes));
+  ProgressReporter reporter(options, Stage::writing, size_for_progress(store.input, options));
+  std::set<std::uint32_t> written;  // of those that several records have
+  LaidOutInput input(store.input, *store.layout);
+  while (!input.is_at_end()) {
+    input.next();
+    const Exchange::Record& record = input.take_counted_record();
+    if (reporter.is_due(record.offset)) reporter.report(record.offset);
+    if (!store.repeated.empty()) {
+      const auto number = static_cast<std::uint32_t>(record.number);
+      if (store.repeated.contains(number) && !written.insert(number).second) continue;
+    }
+    write(record);
   }
-  reader.finish();
+  reporter.report_end();
 }
 
 }  // namespace Kessel

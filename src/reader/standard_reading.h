@@ -12,11 +12,12 @@ namespace Kessel {
 /// Reads the header and the records of `store.input`. The header is laid out as the classic reading
 /// has it wherever that sees the same. Throws `InputError`, its finding with its line, where the
 /// reading stops, where a number is beyond 32 bits, where two records have one number, and where
-/// the store or a text would take more than the options' memory limit. Warnings go to the options'.
+/// the store, with what it notes of the records' places, or a text would take more than the
+/// options' memory limit. Warnings go to the options'.
 void read_as_standard(Store& store, const Options& options);
 
-/// The second reading: calls `write` for every record, in order. Throws `InputError` where the
-/// input is not what it was.
+/// The second reading: calls `write` for every record, in order and without its keyword. Throws
+/// `InputError` where the input is noticed not to be what it was.
 void read_again_as_standard(Store& store, const Options& options,
                             const std::function<void(const Exchange::Record&)>& write);
 

@@ -82,9 +82,7 @@ std::string difference_of_words(std::string_view text) {
 }  // namespace
 
 std::string difference_of_readings(std::string_view file, std::size_t block_size) {
-  Tape tape;
-  const Lines log =
-      event_log(file, Exchange::StatementCutter::BLOCK_SIZE, Exchange::Scrutiny::full, &tape);
+  const Lines log = event_log(file);
   const Lines expected = plain::events_of(file);
   if (is_begun(log) || is_begun(expected)) {
     const std::string difference = first_difference("plain and reader", expected, log);
@@ -104,11 +102,11 @@ std::string difference_of_readings(std::string_view file, std::size_t block_size
         first_difference("first and second", without_scrutiny(log),
                          event_log(file, block_size, Exchange::Scrutiny::none));
     if (!second.empty()) return second;
-    const std::string traced =
-        first_difference("first and second by its trace", without_scrutiny(log),
-                         event_log(file, block_size, Exchange::Scrutiny::none, &tape));
-    if (!traced.empty()) return traced;
   }
+  const LaidOutLog laid_out = laid_out_log(file, block_size);
+  const std::string by_layout =
+      first_difference("first and second by its layout", laid_out.first, laid_out.second);
+  if (!by_layout.empty()) return by_layout;
   return is_legal ? difference_of_words(file) : "";
 }
 

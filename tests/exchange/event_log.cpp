@@ -1,7 +1,11 @@
 #include "exchange/event_log.h"
 
+#include <optional>
 #include <span>
 #include <sstream>
+
+#include "instances/laid_out_input.h"
+#include "instances/text_layout.h"
 
 namespace Kessel::test {
 
@@ -68,6 +72,36 @@ class Log final : public Listener {
   std::vector<std::string> lines;
 };
 
+/// Logs records and entries as a layout has them, and notes them there.
+class LaidOut final : public Listener {
+ public:
+  void record(const Record& record) override {
+    layout.add_counted(record);
+    sections.emplace_back();
+    log_record(record);
+  }
+  void entry(Section section, const Statement& entry, std::span<const Mention> mentions) override {
+    layout.add_entry(entry, mentions);
+    sections.emplace_back(section);
+    log_entry(section, entry, mentions);
+  }
+
+  void log_record(Record record) {
+    record.lead = {};
+    record.keyword = {};
+    log.record(record);
+    log.add(record.is_plain ? "plain" : "not plain");
+  }
+  void log_entry(Section section, Statement entry, std::span<const Mention> mentions) {
+    entry.lead = {};
+    log.entry(section, entry, mentions);
+  }
+
+  Log log;
+  TextLayout layout;
+  std::vector<std::optional<Section>> sections;  // of entries
+};
+
 class Telling final : public Listener {
  public:
   void header_entity(const Statement& entity) override {
@@ -101,20 +135,40 @@ class Telling final : public Listener {
 
 }  // namespace
 
-std::vector<std::string> event_log(std::string_view file, std::size_t block_size, Scrutiny scrutiny,
-                                   Tape* tape) {
+std::vector<std::string> event_log(std::string_view file, std::size_t block_size,
+                                   Scrutiny scrutiny) {
   std::istringstream in{std::string(file)};
   Log log;
   Limits limits;
   limits.block_size = block_size;
   limits.scrutiny = scrutiny;
-  limits.tape = tape;
   const Ending ending = read_exchange_file(in, limits, log);
   if (ending.error) {
     log.add("error " + std::string(Kessel::name_of(ending.error->kind)) +
             place(ending.error->offset));
   }
   return std::move(log.lines);
+}
+
+LaidOutLog laid_out_log(std::string_view file, std::size_t block_size) {
+  std::istringstream in{std::string(file)};
+  LaidOut log;
+  read_exchange_file(in, {}, log);
+  LaidOutLog logs{std::move(log.log.lines), {}};
+  log.log.lines.clear();
+  LaidOutInput input(in, log.layout, block_size);
+  for (const std::optional<Section> section : log.sections) {
+    input.next();
+    if (section) {
+      const LaidOutInput::Entry entry = input.take_entry();
+      log.log_entry(*section, entry.statement, entry.mentions);
+    } else {
+      log.log_record(input.take_counted_record());
+    }
+  }
+  if (!input.is_at_end()) log.log.add("and more");
+  logs.second = std::move(log.log.lines);
+  return logs;
 }
 
 std::vector<std::string> told(std::string_view file) {

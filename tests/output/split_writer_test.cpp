@@ -8,8 +8,8 @@
 
 #include "exchange/parameters.h"
 #include "instances/collectors.h"
+#include "instances/layout_loader.h"
 #include "interop/assemblies.h"
-#include "output/layout_loader.h"
 #include "support/loaded_text.h"
 #include "support/product_records.h"
 

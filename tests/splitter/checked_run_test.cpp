@@ -267,9 +267,11 @@ TEST_F(CheckedRunTest, MemoryLimitBoundsTheStore) {
     SCOPED_TRACE(static_cast<int>(reading));
     const Finding finding = refused(in, classic_read(reading, 20'000'000));
     EXPECT_EQ(finding.kind, FindingKind::memory_limit);
-    // A page of 32 KiB and 8 KiB of the table of pages for each such number.
-    EXPECT_EQ(finding.instance, 482u << 22U);
-    EXPECT_EQ(finding.line, 19u + 482u);
+    // A page of 32 KiB and 8 KiB of the table of pages for each such number. What a standard
+    // reading notes of the records' places takes the room of the last.
+    const unsigned number = reading == Reading::standard ? 481 : 482;
+    EXPECT_EQ(finding.instance, number << 22U);
+    EXPECT_EQ(finding.line, 19u + number);
 
     EXPECT_THAT(split_paths(in, "out", classic_read(reading, 50'000'000)),
                 ElementsAre("out/#1_part.stp", "out/#4_part.stp"));

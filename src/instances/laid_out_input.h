@@ -20,8 +20,13 @@ class LaidOutInput {
   /// Bytes behind a text that can be read.
   static constexpr std::size_t PADDING = 32;
 
-  /// Reads `in` from its beginning. Both must outlive the object.
-  LaidOutInput(std::istream& in, const TextLayout& layout);
+  static constexpr std::size_t BLOCK_SIZE = std::size_t{256} * 1024;
+
+  /// Reads `in` from its beginning, so many bytes at once. Both must outlive the object.
+  LaidOutInput(std::istream& in, const TextLayout& layout, std::size_t block_size = BLOCK_SIZE);
+
+  /// Whether there is no further text.
+  bool is_at_end() const { return cursor_.is_at_end(); }
 
   /// Goes on to the next text. All names of the one in front must have been taken. What the
   /// functions below give is valid until the next call.
@@ -49,8 +54,10 @@ class LaidOutInput {
   /// Notes that the digits of an instance name should begin at `digits`.
   void expect_name(const char* digits) { is_changed_ |= digits[-1] ^ '#'; }
 
-  /// The record with all its names, of which there are so many; takes them.
-  Exchange::Record take_record(std::size_t names);
+  /// The record with all its names, of which there are so many; takes them. Has no keyword.
+  const Exchange::Record& take_record(std::size_t names);
+  /// The same where they were counted.
+  const Exchange::Record& take_counted_record();
 
   /// A line of an anchor or reference section with its names; takes them.
   struct Entry {
@@ -64,7 +71,8 @@ class LaidOutInput {
 
  private:
   void read_on(std::uint64_t needed);
-  void take_mentions(const char* from, std::uint64_t count);
+  Exchange::Mention* take_mention(const char* begin, const char* end, Exchange::Mention* out);
+  Exchange::Mention* take_mentions(const char* from, std::size_t count, Exchange::Mention* out);
 
   std::istream& in_;
   TextLayout::Cursor cursor_;
@@ -76,7 +84,8 @@ class LaidOutInput {
   const char* text_end_;
   std::uint64_t passed_ = 0;  // bytes of the input in front of the buffer
   int is_changed_ = 0;
-  std::vector<Exchange::Mention> mentions_;
+  std::vector<Exchange::Mention> mentions_;  // room for them
+  Exchange::Record record_;                  // what was taken last
 };
 
 }  // namespace Kessel
