@@ -137,10 +137,10 @@ std::uint64_t InstanceLoader::needed_memory() const {
 void InstanceLoader::require_memory(std::uint64_t more) const {
   const std::uint64_t needed = needed_memory() + more;
   if (needed <= memory_limit_) return;
-  throw InputError(
-      make_finding(FindingKind::memory_limit, "The records need at least " + std::to_string(needed) +
-                                                  " bytes of memory, and the limit is " +
-                                                  std::to_string(memory_limit_) + "."));
+  throw InputError(make_finding(FindingKind::memory_limit,
+                                "The records need at least " + std::to_string(needed) +
+                                    " bytes of memory, and the limit is " +
+                                    std::to_string(memory_limit_) + "."));
 }
 
 bool InstanceLoader::learn_keeping(TypeId type) {

@@ -111,6 +111,10 @@ TEST_F(ExtractCommand, AmbiguousAndUnknownNames) {
   EXPECT_EQ(names_in("."), Names{"in.stp"});
 }
 
+TEST_F(ExtractCommand, TheInputMayStandBehindAPart) {
+  expect({"--part", "car", "in.stp", "-o", "one.stp"}, 0, "one.stp: 28 records\n", "");
+}
+
 TEST_F(ExtractCommand, NothingIsReplacedUnlessAsked) {
   folder_.write("one.stp", "precious");
   expect({"in.stp", "--part", "car", "-o", "one.stp"}, 1, "",

@@ -20,7 +20,8 @@ using testing::MatchesRegex;
 
 /// "LIMIT" stands for the limit in bytes.
 std::string sentence(const std::string& limit) {
-  return "With instance #4294967295 the records need at least [0-9]+ bytes of memory, and the limit is " +
+  return "With instance #4294967295 the records need at least [0-9]+ bytes of memory, and the "
+         "limit is " +
          limit + "\\.";
 }
 
@@ -78,8 +79,9 @@ TEST_F(MemoryLimitOption, CheckRefusesWhatNeedsMore) {
   const ProcessRun refused = with_limit("8MB", {"check", "names.stp"});
   EXPECT_EQ(refused.exit_code, 1);
   EXPECT_EQ(refused.errors, "");
-  EXPECT_THAT(refused.out, MatchesRegex("names.stp: error: The records need at least [0-9]+ bytes of "
-                                        "memory, and the limit is 8000000\\.\n"));
+  EXPECT_THAT(refused.out,
+              MatchesRegex("names.stp: error: The records need at least [0-9]+ bytes of "
+                           "memory, and the limit is 8000000\\.\n"));
   EXPECT_EQ(with_limit("10MB", {"check", "names.stp"}).out,
             run_velkstep({"check", "names.stp"}).out);
 }

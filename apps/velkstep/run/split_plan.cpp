@@ -47,8 +47,8 @@ fs::path folder_of(const std::string& in, const fs::path& folder) {
   return folder / stem;
 }
 
-/// Whether the last of two arguments is OUTDIR. What is not there, but called as exchange files are,
-/// is an input with a wrong name.
+/// Whether the last of two arguments is OUTDIR. What is not there, but called as exchange files
+/// are, is an input with a wrong name.
 bool is_folder(const std::string& last) {
   std::error_code error;
   if (fs::exists(last, error)) return !fs::is_regular_file(last, error);
