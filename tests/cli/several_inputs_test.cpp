@@ -98,13 +98,6 @@ TEST_F(SeveralInputs, TreesAndListsTellWhoseTheyAre) {
             "again.step,1,lid,lid,part,6,lid.stp\r\n");
 }
 
-TEST_F(SeveralInputs, AMistypedOneIsNoFolder) {
-  const ProcessRun run = run_velkstep({"split", "-q", "box.stp", "gain.step"});
-  EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(run.errors, "velkstep: gain.step: No such file or directory\n");
-  EXPECT_FALSE(fs::exists("gain.step"));
-}
-
 TEST_F(SeveralInputs, AreSplitIntoFoldersOfTheirNames) {
   const Arguments inputs = {"b/large.STEP", "box.stp", "cut.p21", "again.step"};
   Arguments errors;

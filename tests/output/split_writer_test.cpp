@@ -49,8 +49,9 @@ ReadRecords read(std::istream& in) {
 }
 
 void load(std::istream& in, Instances& instances, TextLayout& layout) {
-  LayoutLoader loader(instances, layout, {});
-  load_with(in, loader, {});
+  const Options options;  // The loader keeps a reference.
+  LayoutLoader loader(instances, layout, options);
+  load_with(in, loader, options);
 }
 
 /// A file of the split, and the input's record that each of its numbers stands for.

@@ -47,14 +47,6 @@ fs::path folder_of(const std::string& in, const fs::path& folder) {
   return folder / stem;
 }
 
-/// Whether the last of two arguments is OUTDIR. What is not there, but called as exchange files
-/// are, is an input with a wrong name.
-bool is_folder(const std::string& last) {
-  std::error_code error;
-  if (fs::exists(last, error)) return !fs::is_regular_file(last, error);
-  return stem_of(last).empty();
-}
-
 void refuse_folders(const std::vector<std::string>& inputs) {
   for (const std::string& in : inputs) {
     std::error_code error;
@@ -109,7 +101,8 @@ std::string stem_of(const std::string& in) {
 std::vector<SplitArguments> plan_splits(const SplitArguments& arguments) {
   std::vector<std::string> inputs = arguments.inputs;
   fs::path folder = arguments.output;
-  if (folder.empty() && inputs.size() == 2 && is_folder(inputs[1])) {
+  std::error_code error;
+  if (folder.empty() && inputs.size() == 2 && !fs::is_regular_file(inputs[1], error)) {
     folder = inputs[1];
     inputs.pop_back();
     if (folder.empty()) throw WrongUsage("OUTDIR is empty");
