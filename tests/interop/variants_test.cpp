@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <map>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <tuple>
@@ -48,10 +49,15 @@ class ReadVariants : public testing::TestWithParam<VariantsCase> {
   std::map<std::string, std::vector<DocumentShape>> plain_;
 };
 
-/// Whether the kernel takes the names for others than they are: it knows print control directives
-/// between words only.
+/// Whether the kernel finds something else in the input, too, than in its plain form: it knows
+/// print control directives between words only, has its own way with two spellings of names, and
+/// lists components in the order of the records.
 bool has_own_meaning(const Variant& variant) {
-  return variant.name == "print control in a name";
+  static const std::set<std::string> NAMES = {
+      "print control in a name", "Latin-1 in a name",  "shifted apostrophe doubled in a name",
+      "shuffled records",        "records in reverse", "shuffled records and numbers",
+  };
+  return NAMES.contains(variant.name);
 }
 
 TEST_P(ReadVariants, AsThePlainForm) {
