@@ -11,18 +11,17 @@ bool is_entered(const PlacedComponent& component) {
   return !component.closes_cycle && !component.is_hidden;
 }
 
-/// By part: whether it, or a component of it, has lines; as far as they are below `from`.
-std::vector<bool> parts_with_lines(const Drawing& drawing, std::size_t from) {
+/// Calls `visit` once for each part from `from` down, behind the components that it enters.
+template <class Visit>
+void from_below(const Drawing& drawing, std::size_t from, Visit visit) {
   enum class State : unsigned char { unknown, open, known };
   std::vector<State> states(drawing.parts.size(), State::unknown);
-  std::vector<bool> has_lines(drawing.parts.size());
   std::vector<std::size_t> open{from};
   while (!open.empty()) {
     const std::size_t part = open.back();
-    const DrawnPart& drawn = drawing.parts[part];
     if (states[part] == State::unknown) {
       states[part] = State::open;
-      for (const PlacedComponent& component : drawn.components) {
+      for (const PlacedComponent& component : drawing.parts[part].components) {
         const bool is_new = states[component.part] == State::unknown;
         if (is_entered(component) && is_new) open.push_back(component.part);
       }
@@ -31,12 +30,21 @@ std::vector<bool> parts_with_lines(const Drawing& drawing, std::size_t from) {
     open.pop_back();
     if (states[part] == State::known) continue;
     states[part] = State::known;
+    visit(part);
+  }
+}
+
+/// By part: whether it, or a component of it, has lines; as far as they are below `from`.
+std::vector<bool> parts_with_lines(const Drawing& drawing, std::size_t from) {
+  std::vector<bool> has_lines(drawing.parts.size());
+  from_below(drawing, from, [&](std::size_t part) {
+    const DrawnPart& drawn = drawing.parts[part];
     has_lines[part] = !drawn.lines.empty() ||
                       std::any_of(drawn.components.begin(), drawn.components.end(),
                                   [&](const PlacedComponent& component) {
                                     return is_entered(component) && has_lines[component.part];
                                   });
-  }
+  });
   return has_lines;
 }
 
@@ -139,30 +147,15 @@ void add_moved(const Box3& box, const Matrix3x4& matrix, Box3& sum) {
 
 /// Around the boxes of the components, those of deeper levels first.
 Box3 loose_box(const Drawing& drawing, std::size_t from) {
-  enum class State : unsigned char { unknown, open, known };
-  std::vector<State> states(drawing.parts.size(), State::unknown);
   std::vector<Box3> boxes(drawing.parts.size());
-  std::vector<std::size_t> open{from};
-  while (!open.empty()) {
-    const std::size_t part = open.back();
+  from_below(drawing, from, [&](std::size_t part) {
     const DrawnPart& drawn = drawing.parts[part];
-    if (states[part] == State::unknown) {
-      states[part] = State::open;
-      for (const PlacedComponent& component : drawn.components) {
-        const bool is_new = states[component.part] == State::unknown;
-        if (is_entered(component) && is_new) open.push_back(component.part);
-      }
-      continue;
-    }
-    open.pop_back();
-    if (states[part] == State::known) continue;
-    states[part] = State::known;
     boxes[part] = drawn.box;
     for (const PlacedComponent& component : drawn.components) {
       if (!is_entered(component)) continue;
       add_moved(boxes[component.part], component.matrix, boxes[part]);
     }
-  }
+  });
   return boxes[from];
 }
 
