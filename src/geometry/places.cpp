@@ -11,11 +11,11 @@ bool is_entered(const PlacedComponent& component) {
   return !component.closes_cycle && !component.is_hidden;
 }
 
-/// Calls `visit` once for each part from `from` down, behind the components that it enters.
-template <class Visit>
-void from_below(const Drawing& drawing, std::size_t from, Visit visit) {
+/// The parts from `from` down, each once, behind the components that it enters.
+std::vector<std::size_t> from_below(const Drawing& drawing, std::size_t from) {
   enum class State : unsigned char { unknown, open, known };
   std::vector<State> states(drawing.parts.size(), State::unknown);
+  std::vector<std::size_t> order;
   std::vector<std::size_t> open{from};
   while (!open.empty()) {
     const std::size_t part = open.back();
@@ -30,21 +30,22 @@ void from_below(const Drawing& drawing, std::size_t from, Visit visit) {
     open.pop_back();
     if (states[part] == State::known) continue;
     states[part] = State::known;
-    visit(part);
+    order.push_back(part);
   }
+  return order;
 }
 
 /// By part: whether it, or a component of it, has lines; as far as they are below `from`.
 std::vector<bool> parts_with_lines(const Drawing& drawing, std::size_t from) {
   std::vector<bool> has_lines(drawing.parts.size());
-  from_below(drawing, from, [&](std::size_t part) {
+  for (const std::size_t part : from_below(drawing, from)) {
     const DrawnPart& drawn = drawing.parts[part];
     has_lines[part] = !drawn.lines.empty() ||
                       std::any_of(drawn.components.begin(), drawn.components.end(),
                                   [&](const PlacedComponent& component) {
                                     return is_entered(component) && has_lines[component.part];
                                   });
-  });
+  }
   return has_lines;
 }
 
@@ -148,14 +149,14 @@ void add_moved(const Box3& box, const Matrix3x4& matrix, Box3& sum) {
 /// Around the boxes of the components, those of deeper levels first.
 Box3 loose_box(const Drawing& drawing, std::size_t from) {
   std::vector<Box3> boxes(drawing.parts.size());
-  from_below(drawing, from, [&](std::size_t part) {
+  for (const std::size_t part : from_below(drawing, from)) {
     const DrawnPart& drawn = drawing.parts[part];
     boxes[part] = drawn.box;
     for (const PlacedComponent& component : drawn.components) {
       if (!is_entered(component)) continue;
       add_moved(boxes[component.part], component.matrix, boxes[part]);
     }
-  });
+  }
   return boxes[from];
 }
 
