@@ -45,9 +45,43 @@ void InstanceLoader::begin_section(Exchange::Section section, std::string_view p
   require_memory();
 }
 
+[[gnu::always_inline]] inline Index InstanceLoader::begin_record(TypeId type, std::uint64_t number,
+                                                                 std::uint64_t offset) {
+  Instances& all = instances_;
+  const Index index = all.size();
+  if (index % Instances::BLOCK == 0) begin_block(offset);
+  if (memory_limit_ != Options::NO_LIMIT) require_memory();
+  all.types_.push_back(type);
+  all.numbers_.push_back(
+      static_cast<std::uint32_t>(std::min<std::uint64_t>(number, Instances::LARGE_NUMBER)));
+  if (number >= Instances::LARGE_NUMBER) all.large_numbers_.push_back({index, number});
+  all.first_references_.push_back(
+      static_cast<std::uint32_t>(all.references_.size() - references_of_block_));
+  return index;
+}
+
+/// Begins the next records that have their places from the first of them.
+void InstanceLoader::begin_block(std::uint64_t offset) {
+  Instances& all = instances_;
+  static_assert(NO_RECORD % Instances::BLOCK == Instances::BLOCK - 1);
+  if (all.size() == NO_RECORD + 1 - Instances::BLOCK) {
+    throw InputError(make_finding(FindingKind::memory_limit,
+                                  "The file has more records than can be told apart.", offset));
+  }
+  references_of_block_ = all.references_.size();
+  all.block_references_.push_back(references_of_block_);
+  all.block_offsets_.push_back(offset);
+}
+
+inline void InstanceLoader::note_number(std::uint64_t number) {
+  smallest_ = std::min(smallest_, number);
+  largest_ = std::max(largest_, number);
+}
+
 void InstanceLoader::record(const Exchange::Record& record) {
   const TypeId type = instances_.type_table_.type_of(record);
   const Index index = begin_record(type, record.number, record.offset);
+  note_number(record.number);
   if (instances_.type_table_.collects(type)) note_listed(record);
   add_references(record.mentions);
   if (keeps_text(type)) keep(index, record.body);
@@ -59,43 +93,14 @@ void InstanceLoader::entry(Exchange::Section section, const Exchange::Statement&
                            std::span<const Exchange::Mention> mentions) {
   // A line of a reference section defines the instance that it begins with.
   const bool defines = section == Exchange::Section::reference && begins_with_name(entry, mentions);
-  const auto number = defines ? std::optional(mentions.front().number) : std::nullopt;
+  const std::uint64_t number = defines ? mentions.front().number : 0;
   const TypeId type =
       section == Exchange::Section::anchor ? TypeTable::ANCHOR_ENTRY : TypeTable::REFERENCE_ENTRY;
   const Index index = begin_record(type, number, entry.offset);
+  if (defines) note_number(number);
   add_references(defines ? mentions.subspan(1) : mentions);
   keep(index, entry.text);
   added_entry(index, entry, mentions);
-}
-
-Index InstanceLoader::begin_record(TypeId type, std::optional<std::uint64_t> number,
-                                   std::uint64_t offset) {
-  Instances& all = instances_;
-  const Index index = all.size();
-  if (index == NO_RECORD - 1) {
-    throw InputError(make_finding(FindingKind::memory_limit,
-                                  "The file has more records than can be told apart.", offset));
-  }
-  if (index % Instances::BLOCK == 0) {
-    references_of_block_ = all.references_.size();
-    all.block_references_.push_back(references_of_block_);
-    all.block_offsets_.push_back(offset);
-  }
-  if (memory_limit_ != Options::NO_LIMIT) require_memory();
-  all.types_.push_back(type);
-  if (number.value_or(0) >= Instances::LARGE_NUMBER) {
-    all.large_numbers_.push_back({index, *number});
-    all.numbers_.push_back(Instances::LARGE_NUMBER);
-  } else {
-    all.numbers_.push_back(static_cast<std::uint32_t>(number.value_or(0)));
-  }
-  all.first_references_.push_back(
-      static_cast<std::uint32_t>(all.references_.size() - references_of_block_));
-  if (number) {
-    smallest_ = std::min(smallest_, *number);
-    largest_ = std::max(largest_, *number);
-  }
-  return index;
 }
 
 /// Until the numbers are resolved, a reference holds the number, and no mark: the marks of

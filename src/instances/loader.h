@@ -45,7 +45,9 @@ class InstanceLoader : public Exchange::Listener {
   virtual std::uint64_t further_bytes() const { return 0; }
 
  private:
-  Index begin_record(TypeId type, std::optional<std::uint64_t> number, std::uint64_t offset);
+  Index begin_record(TypeId type, std::uint64_t number, std::uint64_t offset);
+  void begin_block(std::uint64_t offset);
+  void note_number(std::uint64_t number);
   void add_references(std::span<const Exchange::Mention> mentions);
   void note_listed(const Exchange::Record& record);
   void keep(Index index, std::string_view body);
