@@ -3,10 +3,10 @@
 #include <iostream>
 
 #include "arguments/commands.h"
-#include "arguments/near_miss.h"
 #include "run/exit_codes.h"
 #include "run/split_plan.h"
 #include "run/wrong_usage.h"
+#include "text/near_miss.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -34,6 +34,23 @@ std::string unknown(const std::string& typed, const std::vector<std::string>& wo
   return printable(typed) + (meant.empty() ? ": no such " + what : ": did you mean " + meant + "?");
 }
 
+/// What is to be said about a word that is left.
+std::string one_too_many(const std::string& typed, const CLI::App& command) {
+  std::string all;
+  for (const CLI::Option* option : command.get_options()) {
+    if (option->get_positional()) all += (all.empty() ? "" : " and ") + option->get_name(true);
+  }
+  return printable(typed) + " is one too many; it takes " + all + " only";
+}
+
+/// What is to be said where CLI11 says "--jobs: 1 required N missing".
+std::string missing_value(const std::string& text, const CLI::App& command) {
+  const std::string name = text.substr(0, text.find(':'));
+  const CLI::Option* const option = command.get_option_no_throw(name);
+  if (option == nullptr) return text;
+  return name + " wants a value: " + option->get_type_name();
+}
+
 /// What is wrong with the arguments of `command`, which is the program itself where none was found.
 std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::ParseError& error) {
   const std::vector<std::string> left = command.remaining();
@@ -48,10 +65,14 @@ std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::Pa
     }
     return unknown(typed, typed.starts_with("-") ? flags_of(app) : commands_of(app));
   }
-  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && typed.starts_with("-")) {
-    return unknown(typed, flags_of(command));
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+    return typed.starts_with("-") ? unknown(typed, flags_of(command))
+                                  : one_too_many(typed, command);
   }
-  return error.what();
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    return missing_value(error.what(), command);
+  }
+  return printable(error.what());
 }
 
 /// Says what is wrong with the arguments, and where help is.
