@@ -617,6 +617,12 @@ TEST_F(Messages, NoticesNameTheirFile) {
        {"split", "good.stp", "--part", "lid", "--part", "box", "-o", "8"},
        "velkstep: 2 parts: 2 done"},
       {{}, {"split", "good.stp", "none.stp", "-qo", "9"}, ""},
+      {{},
+       {"split", "good.stp", "none.step"},
+       "velkstep: none.step: is not there, so it names the folder for the files; -o does that "
+       "without "
+       "doubt"},
+      {{}, {"split", "-q", "good.stp", "other.step"}, ""},
       {{}, {"check", "good.stp", "lid.stp"}, "velkstep: 2 inputs: 2 done"},
   };
   for (const Notice& notice : NOTICES) {
@@ -665,6 +671,10 @@ TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
       {{"split", "a/b.stp", "b.step", "-oout"},
        " split: a/b.stp and b.step would both go into out/b; split them one by one, each with its "
        "own -o OUTDIR"},
+      {{"split", "good.stp", "--part", "box/lid", "--part", "lid", "-onew"},
+       " split: --part box/lid and --part lid would both go into new/lid; split them one by one, "
+       "each "
+       "with its own -o OUTDIR"},
       {{"split", "good.stp", "--part", "lid", "--part", "a/..", "-onew"},
        " split: --part a/.. does not tell what to call its folder; say it by name"},
       {{"split", "--classic", "--shrink", "good.stp"},
@@ -676,6 +686,10 @@ TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
       {{"check", "-", "-"},
        " check: standard input can be read only once; name files for the others"},
       {{"check", "-j"}, " check: --jobs wants a value: N"},
+      {{"check", "-j2", "-j3", "good.stp"}, " check: --jobs is there more than once; give it once"},
+      {{"picture", "good.stp", "--part", "a", "--part", "b", "-o", "new"},
+       " picture: --part is there more than once; give it once"},
+      {{"check", "--json=x", "good.stp"}, " check: --json takes no value"},
       {{"check", "--memory-limit"}, " check: --memory-limit wants a value: SIZE"},
       {{"check", "-j", "many", "good.stp"}, " check: --jobs: many is not a number of 0 or more"},
       {{"check", "--memory-limit", "10Q", "good.stp"},

@@ -1,6 +1,9 @@
 #include "arguments/command_line.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <iostream>
+#include <string>
 
 #include "arguments/commands.h"
 #include "run/exit_codes.h"
@@ -43,11 +46,15 @@ std::string one_too_many(const std::string& typed, const CLI::App& command) {
   return printable(typed) + " is one too many; it takes " + all + " only";
 }
 
-/// What is to be said where CLI11 says "--jobs: 1 required N missing".
-std::string missing_value(const std::string& text, const CLI::App& command) {
-  const std::string name = text.substr(0, text.find(':'));
+/// What is to be said about an option with too few or too many values; `text` is CLI11's, which
+/// names it: "--jobs: 1 required N missing", "Could not convert: --json = x".
+std::string wrong_values(const std::string& text, const CLI::App& command) {
+  const std::size_t begin = std::min(text.find("--"), text.size());
+  const std::string name = text.substr(begin, text.find_first_of(": =", begin) - begin);
   const CLI::Option* const option = command.get_option_no_throw(name);
-  if (option == nullptr) return text;
+  if (option == nullptr) return printable(text);
+  if (option->get_expected_max() == 0) return name + " takes no value";
+  if (option->count() > 1) return name + " is there more than once; give it once";
   return name + " wants a value: " + option->get_type_name();
 }
 
@@ -69,8 +76,9 @@ std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::Pa
     return typed.starts_with("-") ? unknown(typed, flags_of(command))
                                   : one_too_many(typed, command);
   }
-  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
-    return missing_value(error.what(), command);
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr ||
+      dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
+    return wrong_values(error.what(), command);
   }
   return printable(error.what());
 }

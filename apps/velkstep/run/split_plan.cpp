@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <iostream>
 #include <map>
 #include <string_view>
 #include <system_error>
 
 #include "run/each_input.h"
 #include "run/with_input.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -91,15 +93,29 @@ std::vector<SplitArguments> for_parts(const SplitArguments& whole) {
   return plan;
 }
 
-/// No two inputs go into one folder.
+/// No two inputs go into one folder, and no two parts.
 void require_own_folders(const std::vector<SplitArguments>& plan) {
-  std::map<fs::path, std::string> inputs;
+  std::map<fs::path, std::string> known;
   for (const SplitArguments& one : plan) {
-    const auto [before, is_new] = inputs.emplace(one.outdir.lexically_normal(), one.in);
+    const std::string what = one.parts.size() > 1 ? "--part " + one.part : one.in;
+    const auto [before, is_new] = known.emplace(one.outdir.lexically_normal(), what);
     if (is_new) continue;
-    throw WrongUsage(before->second + " and " + one.in + " would both go into " +
+    throw WrongUsage(before->second + " and " + what + " would both go into " +
                      one.outdir.string() + "; split them one by one, each with its own -o OUTDIR");
   }
+}
+
+/// Who mistypes a second input gets a folder of that name.
+void mention_folder_like_a_file(const SplitArguments& arguments,
+                                const std::vector<SplitArguments>& plan) {
+  const std::string& last = arguments.inputs.back();
+  std::error_code error;
+  if (arguments.quiet || plan.back().in == last || stem_of(last).empty() ||
+      fs::exists(last, error)) {
+    return;
+  }
+  std::cerr << "velkstep: " << printable(last)
+            << ": is not there, so it names the folder for the files; -o does that without doubt\n";
 }
 
 }  // namespace
@@ -138,6 +154,7 @@ std::vector<SplitArguments> plan_splits(const SplitArguments& arguments) {
 int for_each_split(const SplitArguments& arguments,
                    const std::function<int(const SplitArguments&)>& split_one) {
   std::vector<SplitArguments> plan = plan_splits(arguments);
+  mention_folder_like_a_file(arguments, plan);
   EachInput each;
   each.jobs = arguments.jobs;
   if (arguments.parts.size() > 1) {

@@ -71,7 +71,7 @@ std::string reason_of(const std::exception& error) {
   const auto* of_system = dynamic_cast<const std::system_error*>(&error);
   const bool is_memory = dynamic_cast<const std::bad_alloc*>(&error) != nullptr ||
                          (of_system && of_system->code() == std::errc::not_enough_memory);
-  if (is_memory) return "not enough memory; there is more with fewer programs (or -j 1)";
+  if (is_memory) return "not enough memory; close other programs, or give -j 1";
   const std::string_view text = error.what();
   for (const Translation& translation : TRANSLATIONS) {
     if (text == translation.text) return std::string(translation.meaning);
