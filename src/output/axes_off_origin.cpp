@@ -70,6 +70,7 @@ std::vector<Index> axes_of(const Instances& instances, const Product& product) {
 AxesOffOrigin::AxesOffOrigin(const Instances& instances, const Products& products,
                              const Placement& placement)
     : instances_(instances), axes_(placement.files.size()) {
+  if (placement.keeps_others_out) return;
   const std::vector<bool> is_used = used_products(products);
   const Transformations transformations(instances, placement.stands);
   for (FileId file = 0; file < axes_.size(); ++file) {

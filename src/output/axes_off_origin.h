@@ -15,7 +15,8 @@ namespace Kessel {
 /// among the items of its representation, unless an ITEM_DEFINED_TRANSFORMATION (ISO 10303-43) says
 /// that it is there for placing something. A component's is said to be so in its assembly's file
 /// alone. So its own file says it, too: of each such axis that is not at the origin, by a
-/// transformation from it to itself, which nothing refers to.
+/// transformation from it to itself, which nothing refers to. An extraction stays as it is: no file
+/// refers to it.
 ///
 /// Where an axis is, only its text and those of its point and directions tell: these are to be
 /// shown while the input is read again.

@@ -20,6 +20,7 @@ std::vector<bool> shown_with_others(const Products& products) {
 std::vector<std::vector<Index>> later_definitions(const Products& products,
                                                   const Placement& placement) {
   std::vector<std::vector<Index>> later(placement.files.size());
+  if (placement.keeps_others_out) return later;
   const std::vector<bool> is_shown = shown_with_others(products);
   for (ProductId id = 0; id < is_shown.size(); ++id) {
     if (!is_shown[id]) continue;
