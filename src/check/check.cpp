@@ -7,8 +7,7 @@
 #include <system_error>
 #include <utility>
 
-#include "check/reference_check.h"
-#include "check/structure_check.h"
+#include "check/record_checks.h"
 #include "external/targets.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
@@ -16,6 +15,7 @@
 #include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
+#include "products/products.h"
 
 namespace Kessel {
 
@@ -32,8 +32,8 @@ class CheckedLoader final : public InstanceLoader {
   FindingList& findings_;
 };
 
-std::vector<Finding> check_records(std::istream& in, const std::filesystem::path& folder,
-                                   const Options& options) {
+std::vector<Finding> read_and_check(std::istream& in, const std::filesystem::path& folder,
+                                    const Options& options) {
   FindingList findings;
   Instances instances;
   CheckedLoader loader(instances, options, findings);
@@ -45,8 +45,7 @@ std::vector<Finding> check_records(std::istream& in, const std::filesystem::path
     is_read = false;
   }
   if (is_read) {
-    check_references(in, instances, findings);
-    check_structure(in, instances, folder, findings);
+    check_records(in, instances, find_products(instances), folder, findings);
   }
   std::vector<Finding> found = findings.take();
   locate(in, found);
@@ -63,7 +62,7 @@ std::vector<Finding> check(const std::filesystem::path& in, const Options& optio
     const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
     return {unreadable_file("cannot be opened: " + reason.message())};
   }
-  return check_records(file, folder_of_references(in, options), options);
+  return read_and_check(file, folder_of_references(in, options), options);
 }
 
 }  // namespace Kessel
