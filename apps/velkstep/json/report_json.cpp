@@ -205,7 +205,7 @@ Json page_data(const FinishedSplit& split, const SplitArguments& arguments) {
   json["findings"] = findings_on_page(overview.findings);
   json["roots"] = drawing.assembly.roots;
   json["parts"] = parts_on_page(split, drawing.assembly);
-  json["pictures"] = overview.is_drawn;
+  json["pictures"] = overview.is_drawn ? "drawn" : arguments.pictures ? "no room" : "not asked";
   if (!overview.is_drawn) return json;
   const PageDrawing lines = lines_for_page(drawing, MOST_LINE_BYTES);
   json["colours"] = lines.colours;
