@@ -1,17 +1,14 @@
 // The order of the checks.
 #include "kessel/check.h"
 
-#include <cerrno>
 #include <fstream>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "check/record_checks.h"
 #include "external/targets.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
-#include "findings/refusals.h"
 #include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
@@ -55,14 +52,12 @@ std::vector<Finding> read_and_check(std::istream& in, const std::filesystem::pat
 }  // namespace
 
 std::vector<Finding> check(const std::filesystem::path& in, const Options& options) {
-  if (auto finding = find_no_regular_file(in)) return {std::move(*finding)};
-  errno = 0;
-  std::ifstream file(in, std::ios::in | std::ios::binary);
-  if (!file.is_open()) {
-    const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
-    return {unreadable_file("cannot be opened: " + reason.message())};
+  try {
+    std::ifstream file = open_input(in);
+    return read_and_check(file, folder_of_references(in, options), options);
+  } catch (const InputError& error) {
+    return {error.finding()};
   }
-  return read_and_check(file, folder_of_references(in, options), options);
 }
 
 }  // namespace Kessel

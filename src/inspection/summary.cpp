@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "external/targets.h"
+#include "findings/named_errors.h"
 #include "inspection/assembly.h"
 #include "inspection/header.h"
 #include "inspection/units.h"
@@ -70,7 +71,7 @@ Summary summary_of(const InspectedFile& file, const Assembly& assembly,
 }
 
 Summary read_summary(const std::filesystem::path& in, const Options& options) {
-  const InspectedFile file(in, options);
+  const InspectedFile file = with_named_errors(in, [&] { return InspectedFile(in, options); });
   return summary_of(file, assembly_of(file, options), in);
 }
 
