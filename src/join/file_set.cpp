@@ -99,7 +99,7 @@ void FileSet::load(JoinedFile& file) {
   }
   std::ifstream in(file.path, std::ios::in | std::ios::binary);
   if (!in) throw InputError(unreadable_file("cannot be opened"));
-  MarkedLoader loader(file, options, file.bytes);
+  MarkedLoader loader(file, following_.takes_texts, options, file.bytes);
   load_with(in, loader, options);
   memory_ += file.memory();
   bytes_ += file.bytes;

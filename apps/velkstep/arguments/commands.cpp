@@ -88,6 +88,7 @@ void add_verify_command(CLI::App& app, Action& action) {
   command->add_option("OUTDIR", arguments->outdir, "The folder with the files of the split")
       ->required();
   add_memory_limit_option(command, arguments->options.memory_limit);
+  add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
 
