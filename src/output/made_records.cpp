@@ -97,8 +97,9 @@ std::string documented_definition_body(const MentioningText& body, const FileNum
         Exchange::parameter(Exchange::items_of(records.front().list), 4);
     std::string list = renumbered(body.cut(documents), numbers, file);
     const bool is_empty = Exchange::items_of(documents).empty();
-    if (list.ends_with(')')) {
-      list.insert(list.size() - 1, (is_empty ? "" : ",") + std::string(document));
+    if (list.starts_with('(')) {
+      // Readers take the first of them for the file.
+      list.insert(1, std::string(document) + (is_empty ? "" : ","));
       return with_other(body, documents, list, numbers, file);
     }
   }

@@ -54,7 +54,7 @@ std::string placeholder_body(const MentioningText& body, const Instances& instan
 std::string external_context_body(const MentioningText& body, const FileNumbers& numbers,
                                   FileId file);
 
-/// The body of a product definition with one more associated document (ISO 10303-41).
+/// The body of a product definition with one more associated document (ISO 10303-41), the first.
 std::string documented_definition_body(const MentioningText& body, const FileNumbers& numbers,
                                        FileId file, std::string_view document);
 

@@ -8,8 +8,10 @@
 #include "instances/laid_out_input.h"
 #include "kessel/encoding.h"
 #include "model/progress_reporter.h"
+#include "output/axes_off_origin.h"
 #include "output/file_frame.h"
 #include "output/file_numbers.h"
+#include "output/later_definitions.h"
 #include "output/links.h"
 #include "output/made_places.h"
 #include "output/made_records.h"
@@ -47,6 +49,9 @@ class SplitWriter {
         tails_(split.placement.files.size()),
         open_sections_(split.placement.files.size()),
         documents_(split.placement.files.size()),
+        axes_(split.instances, split.products, split.placement),
+        later_(later_definitions(split.products, split.placement)),
+        closely_(records_to_see()),
         reporter_(options, Stage::writing, size_for_progress(in, options)),
         input_(in, split.layout),
         runs_(input_, instances_, numbers_) {
@@ -73,6 +78,9 @@ class SplitWriter {
     for (FileId file = 0; file < tails_.size(); ++file) {
       if (!is_written(file)) continue;
       open_section(file, Section::data, last_section());
+      MadeRecords made(numbers_, file);
+      axes_.make(file, numbers_, made);
+      tails_[file] += made.take();
       files_.write(file, tails_[file]);
       files_.write(file, "ENDSEC;\nEND-ISO-10303-21;\n");
     }
@@ -130,16 +138,20 @@ class SplitWriter {
   void write_records(Index first, Index end) {
     const std::vector<TextEdit>& edits = split_.edits.all();
     auto edit = edits.begin();
+    auto seen = std::lower_bound(closely_.begin(), closely_.end(), first);
     for (Index record = first; record < end;) {
       while (edit != edits.end() && edit->record < record) ++edit;
-      const Index limit = edit == edits.end() ? end : std::min(end, edit->record);
+      while (seen != closely_.end() && *seen < record) ++seen;
+      Index limit = edit == edits.end() ? end : std::min(end, edit->record);
+      if (seen != closely_.end()) limit = std::min(limit, *seen);
       // Fast path: nearly all records stand in one file, beside others of that file.
       const Index end_of_run = stands_.end_of_run(record, limit);
       if (end_of_run != record) {
         write_run(record, end_of_run);
         record = end_of_run;
       } else {
-        write_closely(record++);
+        write_closely(record, seen != closely_.end() && *seen == record);
+        ++record;
       }
     }
   }
@@ -159,10 +171,21 @@ class SplitWriter {
     }
   }
 
-  /// A record that stands in several files or none, or gets another text.
-  void write_closely(Index index) {
+  /// The records that must not be copied with others.
+  std::vector<Index> records_to_see() const {
+    std::vector<Index> records = axes_.wanted();
+    for (const auto& definitions : later_) {
+      records.insert(records.end(), definitions.begin(), definitions.end());
+    }
+    std::sort(records.begin(), records.end());
+    return records;
+  }
+
+  /// A record that stands in several files or none, gets another text, or is to be seen.
+  void write_closely(Index index, bool is_seen) {
     input_.next();
     const Exchange::Record& record = input_.take_record(instances_.references(index).size());
+    if (is_seen) axes_.show(index, record.body);
     if (const auto edits = split_.edits.of(index); !edits.empty()) {
       const EditedText edited(record.text, record.body, record.mentions, edits);
       Exchange::Record other = record;
@@ -209,7 +232,21 @@ class SplitWriter {
     const FileId file = stands.front().file();
     if (!is_written(file)) return;
     open_section(file, section_, data_section());
+    if (is_later(index, file)) return write_later(record, body, {}, index, file);
     write_whole(record, body, {}, numbers_.of_single(index), file);
+  }
+
+  bool is_later(Index index, FileId file) const {
+    return !later_[file].empty() &&
+           std::binary_search(later_[file].begin(), later_[file].end(), index);
+  }
+
+  /// Writes the record as it is behind all others.
+  void write_later(const Exchange::Record& record, const MentioningText& body,
+                   std::string_view mark, Index index, FileId file) {
+    tails_[file].append(mark).append("#").append(std::to_string(numbers_.of(index, file)));
+    tails_[file].append(record.behind_number, record.body.data());
+    tails_[file].append(renumbered(body, numbers_, file)).append(";\n");
   }
 
   /// Writes the record with its text, `mark` in front.
@@ -253,6 +290,8 @@ class SplitWriter {
         const std::string equals(record.behind_number, record.body.data());
         files_.write(file, mark + "#" + std::to_string(in_file) + equals +
                                lists->body(numbers_, file) + ";\n");
+      } else if (is_later(index, file)) {
+        write_later(record, body, mark, index, file);
       } else {
         write_whole(record, body, mark, in_file, file);
       }
@@ -312,6 +351,9 @@ class SplitWriter {
   std::vector<OpenSection> open_sections_;
   // By file: definitions that get a document, and its name in the file.
   std::vector<std::unordered_map<Index, std::string>> documents_;
+  AxesOffOrigin axes_;
+  std::vector<std::vector<Index>> later_;  // by file: definitions that stand behind
+  std::vector<Index> closely_;
   ProgressReporter reporter_;
   LaidOutInput input_;
   RunCopy runs_;

@@ -30,18 +30,61 @@ constexpr Keywords::Row SOFT_TYPES[] = {
     {exactly, "DIMENSIONAL_EXPONENTS"},
 };
 
-bool is_soft(std::string_view keyword) {
-  return std::any_of(std::begin(SOFT_TYPES), std::end(SOFT_TYPES),
+// What refers to points, directions or placements as to no more than values (ISO 10303-42, -46).
+constexpr Keywords::Row MADE_OF_PLAIN[] = {
+    {exactly, "VECTOR"},
+    {ending, "PLACEMENT"},
+    {exactly, "AXIS2_PLACEMENT_2D"},
+    {exactly, "AXIS2_PLACEMENT_3D"},
+    {exactly, "LINE"},
+    {exactly, "CIRCLE"},
+    {exactly, "ELLIPSE"},
+    {exactly, "HYPERBOLA"},
+    {exactly, "PARABOLA"},
+    {exactly, "POLYLINE"},
+    {ending, "_CURVE"},
+    {beginning, "B_SPLINE_"},
+    {exactly, "PLANE"},
+    {ending, "_SURFACE"},
+    {beginning, "SURFACE_OF_"},
+    {exactly, "VERTEX_POINT"},
+    {exactly, "POLY_LOOP"},
+    {exactly, "BLOCK"},
+    {exactly, "SPHERE"},
+    {exactly, "TORUS"},
+    {beginning, "RIGHT_"},
+    {exactly, "PLANAR_BOX"},
+    {beginning, "CAMERA_MODEL_"},
+};
+
+template <std::size_t N>
+bool is_in(const Keywords::Row (&rows)[N], std::string_view keyword) {
+  return std::any_of(std::begin(rows), std::end(rows),
                      [&](const Keywords::Row& row) { return row.fits(keyword); });
 }
 
-/// What a representation that only names an occurrence may consist of.
+/// By type: whether one of its keywords is in `rows`.
+template <std::size_t N>
+std::vector<bool> types_in(const Keywords::Row (&rows)[N], const TypeTable& types) {
+  std::vector<bool> are_in(types.size());
+  for (TypeId type = 0; type < are_in.size(); ++type) {
+    const auto& keywords = types.keywords(type);
+    are_in[type] = std::any_of(keywords.begin(), keywords.end(),
+                               [&](std::string_view keyword) { return is_in(rows, keyword); });
+  }
+  return are_in;
+}
+
+}  // namespace
+
 bool is_plain_geometry(const Instances& instances, Index record) {
   return is_placement(instances, record) || instances.is(record, "CARTESIAN_POINT") ||
          instances.is(record, "DIRECTION");
 }
 
-}  // namespace
+std::vector<bool> made_of_plain_geometry(const TypeTable& types) {
+  return types_in(MADE_OF_PLAIN, types);
+}
 
 Classes::Classes(const Instances& instances, const Products& products) : traits_(instances.size()) {
   find_soft(instances);
@@ -82,13 +125,9 @@ std::span<const ProductId> Classes::owners(Index representation) const {
 }
 
 void Classes::find_soft(const Instances& instances) {
-  std::vector<std::uint8_t> soft(instances.types().size());
-  for (TypeId type = 0; type < soft.size(); ++type) {
-    const auto& keywords = instances.types().keywords(type);
-    if (std::any_of(keywords.begin(), keywords.end(), is_soft)) soft[type] = SOFT;
-  }
+  const std::vector<bool> is_soft = types_in(SOFT_TYPES, instances.types());
   for (Index record = 0; record < instances.size(); ++record) {
-    traits_[record] = soft[instances.type(record)];
+    traits_[record] = is_soft[instances.type(record)] ? std::uint8_t{SOFT} : std::uint8_t{0};
   }
 }
 

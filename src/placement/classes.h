@@ -32,6 +32,14 @@ enum Trait : std::uint8_t {
   IDENTITY = 128,
 };
 
+/// Whether `record` is a point, a direction or a placement (ISO 10303-42). Many products share
+/// them.
+bool is_plain_geometry(const Instances& instances, Index record);
+
+/// By type: whether it is geometry that is made of such, or topology at a point. Who uses a point
+/// of another's shape does not speak of that shape.
+std::vector<bool> made_of_plain_geometry(const TypeTable& types);
+
 /// The traits of all records, and who owns representations.
 class Classes {
  public:

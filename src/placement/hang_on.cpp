@@ -13,8 +13,13 @@ namespace {
 class HangingOn {
  public:
   explicit HangingOn(Placing& placing)
-      : placing_(placing), classes_(placing.classes), states_(placing.instances.size()) {
+      : placing_(placing),
+        classes_(placing.classes),
+        states_(placing.instances.size()),
+        is_made_of_plain_(made_of_plain_geometry(placing.instances.types())),
+        has_users_(placing.instances.size()) {
     if (placing.has_bodies_apart()) find_aspects();
+    find_users();
   }
 
   void run() {
@@ -81,15 +86,28 @@ class HangingOn {
     path_.push_back({record, 0});
   }
 
-  bool is_bound(Index record) const {
-    return classes_.has(record, OWNED | USED | BOUND) && !classes_.has(record, SOFT);
+  void find_users() {
+    for (const Index record : placing_.others) {
+      if (classes_.has(record, SOFT)) continue;
+      for (const Reference reference : placing_.instances.references(record)) {
+        if (reference.record() != NO_RECORD) has_users_[reference.record()] = true;
+      }
+    }
+  }
+
+  /// Whether `record` stands where `other` does, since it refers to that. Geometry that somebody
+  /// uses stands with whoever that is, and not with the shapes that it shares points with.
+  bool is_bound_by(Index other, Index record) const {
+    if (!classes_.has(other, OWNED | USED | BOUND) || classes_.has(other, SOFT)) return false;
+    return !is_made_of_plain_[placing_.instances.type(record)] || !has_users_[record] ||
+           !is_plain_geometry(placing_.instances, other);
   }
 
   void decide(Index record) {
     fixed_.clear();
     listed_.clear();
     for (const Reference reference : placing_.instances.references(record)) {
-      if (reference.record() == NO_RECORD || !is_bound(reference.record())) continue;
+      if (reference.record() == NO_RECORD || !is_bound_by(reference.record(), record)) continue;
       (reference.is_listed() ? listed_ : fixed_).push_back(reference.record());
     }
     if (fixed_.empty() && listed_.empty()) return;
@@ -159,7 +177,7 @@ class HangingOn {
     placing_.stands.add(record, file, Role::own);
     for (const Reference reference : placing_.instances.references(record)) {
       const Index other = reference.record();
-      if (other == NO_RECORD || is_bound(other)) continue;
+      if (other == NO_RECORD || is_bound_by(other, record)) continue;
       if (reference.is_listed() && !listed_.empty() && !classes_.has(other, SOFT)) continue;
       placing_.bring(other, file);
     }
@@ -168,6 +186,8 @@ class HangingOn {
   Placing& placing_;
   Classes& classes_;
   std::vector<State> states_;
+  std::vector<bool> is_made_of_plain_;  // by type
+  std::vector<bool> has_users_;         // by record: others than contexts
   std::unordered_map<Index, std::vector<FileId>> files_of_aspects_;
   std::vector<Step> path_;
   std::vector<Index> fixed_;

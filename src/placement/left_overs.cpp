@@ -27,6 +27,21 @@ class LeftOvers {
   explicit LeftOvers(Placing& placing)
       : placing_(placing), instances_(placing.instances), classes_(placing.classes) {}
 
+  /// What only a collector leads to that stands in one file stands there, too.
+  void place_items() {
+    for (const Index record : placing_.others) {
+      const auto places = placing_.stands.of(record);
+      if (places.size() != 1 || !placing_.collects(record)) continue;
+      const FileId file = places.front().file();
+      for (const Reference item : instances_.references(record)) {
+        if (item.record() == NO_RECORD || !item.is_listed() || !is_left(item.record())) continue;
+        if (!classes_.is_free(item.record())) continue;
+        const Needed all = needed(item.record(), file, NO_LIMIT);
+        if (!placing_.keeps_others_out(file) || is_nobodys(all)) enter(all, record, file);
+      }
+    }
+  }
+
   /// Those first that nothing left over refers to: they bring along what they refer to.
   void place_all() {
     for (const Usage& usage : placing_.products.usages) {
@@ -216,6 +231,7 @@ class LeftOvers {
 
 void place_left_overs(Placing& placing) {
   LeftOvers left(placing);
+  left.place_items();
   left.place_all();
   if (!placing.products.products.empty()) left.complete_lists();
 }

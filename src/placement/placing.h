@@ -35,8 +35,7 @@ class Placing {
   bool is_shape(Index record) const {
     return classes.has(record, OWNED) &&
            !classes.has(record, SOFT | IDENTITY | DEFINING | SHOWING) &&
-           !is_placement(instances, record) && !instances.is(record, "CARTESIAN_POINT") &&
-           !instances.is(record, "DIRECTION");
+           !is_plain_geometry(instances, record);
   }
   /// Whether bodies of one product stand in files of their own.
   bool has_bodies_apart() const {

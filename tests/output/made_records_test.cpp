@@ -100,7 +100,7 @@ TEST(DocumentedDefinition, OnePlainAndOneThatHasDocuments) {
   const RecordIn has(
       "#1=PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS('a','',#2,#2,(#2));\n#2=A();\n", 1);
   EXPECT_EQ(documented_definition_body(has.body(), *has.numbers, 0, "#7"),
-            "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS('a','',#2,#2,(#2,#7))");
+            "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS('a','',#2,#2,(#7,#2))");
 }
 
 TEST(Links, ByDocumentFile) {

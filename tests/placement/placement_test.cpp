@@ -277,6 +277,25 @@ TEST(Placement, StylesGoWithTheirItems) {
   EXPECT_EQ(styled.at(85), "2");
 }
 
+TEST(Placement, AShapeOfAnAspectIsNotBoundByPointsThatItShares) {
+  const Placed car(CAR +
+                   "#90=SHAPE_ASPECT('','',#33,.T.);\n#91=PROPERTY_DEFINITION('','',#90);\n"
+                   "#92=SHAPE_DEFINITION_REPRESENTATION(#91,#93);\n"
+                   "#93=SHAPE_REPRESENTATION('',(#94,#95),#2);\n"
+                   "#94=AXIS2_PLACEMENT_3D('',#4,$,$);\n" +
+                   solid_records(95));
+  for (const std::uint64_t number : {90, 92, 93, 94, 95, 96}) EXPECT_EQ(car.at(number), "2");
+}
+
+TEST(Placement, WhatOnlyARepresentationLeadsToStandsWithIt) {
+  const Placed car(CAR +
+                   "#90=SHAPE_ASPECT('','',#33,.T.);\n#91=PROPERTY_DEFINITION('','',#90);\n"
+                   "#92=SHAPE_DEFINITION_REPRESENTATION(#91,#93);\n"
+                   "#93=SHAPE_REPRESENTATION('',(#50,#95),#2);\n" +
+                   solid_records(95));
+  for (const std::uint64_t number : {92, 93, 95, 96}) EXPECT_EQ(car.at(number), "2");
+}
+
 TEST(Placement, CollectorsAreSharedOut) {
   const Placed shared(CAR +
                       "#80=PRESENTATION_LAYER_ASSIGNMENT('1','',(#40,#50));\n"

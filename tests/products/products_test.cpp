@@ -157,6 +157,21 @@ TEST(Products, TiedRepresentationsBelongToTheProductUnlessAnotherHasThem) {
   EXPECT_EQ(all.products[1].tied_to_others, std::vector<Index>{file.at(15)});
 }
 
+TEST(Products, WhatAnAssemblyAndAComponentAreTiedToIsTheComponents) {
+  const LoadedText file(COMMON + product_records(10, "whole", "#3") +
+                        product_records(20, "bolt", "#3") + usage_record(30, 10, 20) +
+                        "#40=SHAPE_REPRESENTATION('',(#4),#2);\n"
+                        "#41=SHAPE_REPRESENTATION_RELATIONSHIP('','',#25,#40);\n"
+                        "#42=SHAPE_REPRESENTATION_RELATIONSHIP('','',#15,#40);\n");
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(all.products.at(0).tied, std::vector<Index>{});
+  EXPECT_EQ(all.products.at(0).ties, std::vector<Index>{});
+  EXPECT_EQ(all.products.at(0).tied_to_others, std::vector<Index>{file.at(40)});
+  EXPECT_FALSE(all.products.at(0).has_bodies);
+  EXPECT_EQ(all.products.at(1).tied, std::vector<Index>{file.at(40)});
+  EXPECT_EQ(all.products.at(1).ties, std::vector<Index>{file.at(41)});
+}
+
 TEST(Products, ThePropertyFormOfALink) {
   std::string text = COMMON + product_records(10, "bolt", "#4");
   text.replace(text.find("SHAPE_DEFINITION_REPRESENTATION"),
@@ -210,6 +225,18 @@ TEST(Products, AnotherViewStandsWithTheDefinitionThatTheStructureNames) {
   std::vector<ProductId> stands_with;
   for (const Product& product : all.products) stands_with.push_back(product.stands_with);
   EXPECT_EQ(stands_with, (std::vector<ProductId>{2, NO_PRODUCT, NO_PRODUCT, 1, 2}));
+}
+
+TEST(Products, AViewMayShowWhatIsTied) {
+  const LoadedText file(COMMON + product_records(10, "whole", "#3") +
+                        product_records(20, "bolt", "#3") + usage_record(30, 10, 20) +
+                        "#40=SHAPE_REPRESENTATION('',(#4),#2);\n"
+                        "#41=SHAPE_REPRESENTATION_RELATIONSHIP('','',#25,#40);\n" +
+                        view_records(50, 22, 40));
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(all.tops, std::vector<ProductId>{0});
+  EXPECT_EQ(all.products.at(1).tied, std::vector<Index>{file.at(40)});
+  EXPECT_EQ(all.products.at(2).stands_with, 1u);
 }
 
 TEST(Products, OfViewsThatNobodyUsesTheFirstCounts) {
