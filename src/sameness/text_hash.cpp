@@ -325,14 +325,23 @@ std::uint64_t text_hash(std::string_view body, std::span<const std::string_view>
   return sets.empty() ? words_hash(body, 0) : text_hash_with_sets(body, sets);
 }
 
+RecordHash::OfType RecordHash::of_type(TypeId type) const {
+  OfType known;
+  known.is_known = true;
+  known.collects = types_.collects(type);
+  if (known.collects || types_.is_complex(type)) return known;
+  known.keyword = types_.name(type);
+  known.hash = behind(0, Sameness::hash_of(known.keyword, hash_of(WordKind::keyword)));
+  return known;
+}
+
 std::uint64_t RecordHash::of(TypeId type, std::string_view body) {
-  if (types_.collects(type)) return text_hash(body, collected_lists(body));
-  const std::string_view keyword = types_.is_complex(type) ? std::string_view() : types_.name(type);
-  if (keyword.empty() || !body.starts_with(keyword)) return text_hash(body);
-  if (type >= keywords_.size()) keywords_.resize(type + 1);
-  std::optional<std::uint64_t>& known = keywords_[type];
-  if (!known) known = behind(0, Sameness::hash_of(keyword, hash_of(WordKind::keyword)));
-  return words_hash(body.substr(keyword.size()), *known);
+  if (type >= known_.size()) known_.resize(type + 1);
+  OfType& known = known_[type];
+  if (!known.is_known) known = of_type(type);
+  if (known.collects) return text_hash(body, collected_lists(body));
+  if (known.keyword.empty() || !body.starts_with(known.keyword)) return text_hash(body);
+  return words_hash(body.substr(known.keyword.size()), known.hash);
 }
 
 }  // namespace Kessel::Sameness

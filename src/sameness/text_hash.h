@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -27,8 +26,16 @@ class RecordHash {
   std::uint64_t of(TypeId type, std::string_view body);
 
  private:
+  struct OfType {
+    bool is_known = false;
+    bool collects = false;
+    std::string_view keyword = {};  // of the table; empty for complex instances
+    std::uint64_t hash = 0;         // of that
+  };
+  OfType of_type(TypeId type) const;
+
   const TypeTable& types_;
-  std::vector<std::optional<std::uint64_t>> keywords_;  // by type: the hash of its keyword
+  std::vector<OfType> known_;  // by type
 };
 
 /// The hash of a number (ISO 10303-21, 6.4.1 and 6.4.2) by its exact decimal value; of text that is
