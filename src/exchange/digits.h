@@ -24,10 +24,19 @@ namespace Kessel::Exchange {
 /// One in each byte of a word: times a byte, that byte everywhere.
 inline constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
 
+/// What eight digits say, the first in the lowest byte and each without the bits of "0": they are
+/// summed up in pairs, fours and eights.
+[[gnu::always_inline]] inline std::uint64_t sum_up(std::uint64_t digits) {
+  constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
+  digits = digits * 10 + (digits >> 8);
+  return ((digits & PAIRS) * 0x000F424000000064 + ((digits >> 16) & PAIRS) * 0x0000271000000001) >>
+         32;
+}
+
 /// Takes the digits at `p`, which moves behind them, by `word`, the eight bytes there with the
 /// first in the lowest byte. Returns false, and takes none, where all eight are digits.
 ///
-/// What is no digit is shifted out, and the digits are summed up in pairs, fours and eights.
+/// What is no digit is shifted out, in front of which zeros come in.
 [[gnu::always_inline]] inline bool take_short_number(std::uint64_t word, const char*& p,
                                                      std::uint64_t& value) {
   word ^= EACH_BYTE * '0';
@@ -38,10 +47,7 @@ inline constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
   // The last bit of the first byte that is no digit.
   const auto end = static_cast<unsigned>(std::countr_zero(other));
   p += end >> 3;
-  word = word << 8 << (63 - end);
-  word = word * 10 + (word >> 8);
-  constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
-  value = ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >> 32;
+  value = sum_up(word << 8 << (63 - end));
   return true;
 }
 
@@ -56,6 +62,18 @@ inline constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
     if (take_short_number(word, p, value)) return value;
   }
   return take_long_number(p);
+}
+
+/// Whether the eight bytes at `p` are digits; if so, `value` is what it was with them behind it.
+[[gnu::always_inline]] inline bool take_eight_digits(const char* p, std::uint64_t& value) {
+  if constexpr (std::endian::native == std::endian::little) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, p, sizeof word);
+    if ((word & (word + EACH_BYTE * 6) & (EACH_BYTE * 0xF0)) != EACH_BYTE * '0') return false;
+    value = value * 100'000'000 + sum_up(word ^ (EACH_BYTE * '0'));
+    return true;
+  }
+  return false;
 }
 
 }  // namespace Kessel::Exchange

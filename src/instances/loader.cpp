@@ -6,6 +6,7 @@
 
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
+#include "findings/refusals.h"
 #include "instances/collectors.h"
 #include "instances/kept_types.h"
 #include "instances/places.h"
@@ -64,10 +65,7 @@ void InstanceLoader::begin_section(Exchange::Section section, std::string_view p
 void InstanceLoader::begin_block(std::uint64_t offset) {
   Instances& all = instances_;
   static_assert(NO_RECORD % Instances::BLOCK == Instances::BLOCK - 1);
-  if (all.size() == NO_RECORD + 1 - Instances::BLOCK) {
-    throw InputError(make_finding(FindingKind::memory_limit,
-                                  "The file has more records than can be told apart.", offset));
-  }
+  if (all.size() == NO_RECORD + 1 - Instances::BLOCK) throw InputError(too_many_records(offset));
   references_of_block_ = all.references_.size();
   all.block_references_.push_back(references_of_block_);
   all.block_offsets_.push_back(offset);
@@ -78,13 +76,29 @@ inline void InstanceLoader::note_number(std::uint64_t number) {
   largest_ = std::max(largest_, number);
 }
 
+/// Until the numbers are resolved, a reference holds the number, and no mark: the marks of
+/// collectors' lists wait in a list of their own.
+inline void InstanceLoader::add_references(std::span<const Exchange::Mention> mentions) {
+  Column<Reference>& references = instances_.references_;
+  Reference* out = references.room_for(mentions.size());
+  for (const Exchange::Mention& mention : mentions) {
+    if (mention.number > UINT32_MAX) {
+      const auto place = static_cast<std::uint64_t>(out - references.begin());
+      large_references_.push_back({place, mention.number});
+    }
+    *out++ = Reference::unresolved(static_cast<std::uint32_t>(mention.number));
+  }
+  references.end_at(out);
+}
+
 void InstanceLoader::record(const Exchange::Record& record) {
   const TypeId type = instances_.type_table_.type_of(record);
   const Index index = begin_record(type, record.number, record.offset);
   note_number(record.number);
-  if (instances_.type_table_.collects(type)) note_listed(record);
+  const int look = look_at(type);
+  if ((look & LISTS) != 0) note_listed(record);
   add_references(record.mentions);
-  if (keeps_text(type)) keep(index, record.body);
+  if ((look & WHOLE_TEXT) != 0) keep(index, record.body);
   added(index, record);
   if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
 }
@@ -103,18 +117,6 @@ void InstanceLoader::entry(Exchange::Section section, const Exchange::Statement&
   added_entry(index, entry, mentions);
 }
 
-/// Until the numbers are resolved, a reference holds the number, and no mark: the marks of
-/// collectors' lists wait in a list of their own.
-void InstanceLoader::add_references(std::span<const Exchange::Mention> mentions) {
-  Column<Reference>& references = instances_.references_;
-  for (const Exchange::Mention& mention : mentions) {
-    if (mention.number > UINT32_MAX) {
-      large_references_.push_back({references.size(), mention.number});
-    }
-    references.push_back(Reference::unresolved(static_cast<std::uint32_t>(mention.number)));
-  }
-}
-
 /// Notes which of the references that are added next stand in a collector's list.
 void InstanceLoader::note_listed(const Exchange::Record& record) {
   const std::vector<std::string_view> lists = collected_lists(record.body);
@@ -127,10 +129,7 @@ void InstanceLoader::note_listed(const Exchange::Record& record) {
 }
 
 void InstanceLoader::keep(Index index, std::string_view body) {
-  instances_.kept_.push_back(index);
-  const std::string& text = instances_.kept_texts_.emplace_back(body);
-  instances_.kept_bodies_.push_back(text);
-  instances_.kept_bytes_ += text.capacity() + 96;  // with its places in three lists
+  instances_.keep(index, std::string(body));
 }
 
 std::uint64_t InstanceLoader::needed_memory() const {
@@ -141,18 +140,16 @@ std::uint64_t InstanceLoader::needed_memory() const {
 /// Throws where what is held, and `more` bytes, are above the limit.
 void InstanceLoader::require_memory(std::uint64_t more) const {
   const std::uint64_t needed = needed_memory() + more;
-  if (needed <= memory_limit_) return;
-  throw InputError(make_finding(FindingKind::memory_limit,
-                                "The records need at least " + std::to_string(needed) +
-                                    " bytes of memory, and the limit is " +
-                                    std::to_string(memory_limit_) + "."));
+  if (needed > memory_limit_) throw InputError(records_need_memory(needed, memory_limit_));
 }
 
-bool InstanceLoader::learn_keeping(TypeId type) {
-  if (type >= keeps_.size()) keeps_.resize(type + 1, -1);
+int InstanceLoader::learn_look(TypeId type) {
+  if (type >= looks_.size()) looks_.resize(type + 1, UNKNOWN);
   const auto& keywords = instances_.type_table_.keywords(type);
-  keeps_[type] = std::any_of(keywords.begin(), keywords.end(), keeps_text_of);
-  return keeps_[type] != 0;
+  const bool keeps = std::any_of(keywords.begin(), keywords.end(), keeps_text_of);
+  const bool collects = instances_.type_table_.collects(type);
+  return looks_[type] = static_cast<signed char>((collects ? LISTS : NOTHING) |
+                                                 (keeps ? WHOLE_TEXT : NOTHING));
 }
 
 void InstanceLoader::finish(std::istream& in) {
