@@ -161,6 +161,10 @@ class Maker {
     for (std::size_t i = 0; i < count; ++i) make_product(i);
     make_usages();
     share_bodies();
+    make_views();
+    make_pieces();
+    make_aspect_shapes();
+    tie_across();
     make_styles();
     make_layers();
     make_properties();
@@ -420,6 +424,60 @@ class Maker {
     }
   }
 
+  /// Further definitions of products, of the same shape or one of their own.
+  void make_views() {
+    for (const MadeProduct& product : products_) {
+      if (!product.has_shape || !chance(12)) continue;
+      const Ref view = make_definition(product.formation);
+      const Ref shape = add("PRODUCT_DEFINITION_SHAPE('','',", view, ")");
+      const Ref shown =
+          chance(2)   ? product.representation
+          : chance(2) ? product.body_representation
+                      : add("SHAPE_REPRESENTATION('',(", placement(), "),", product.context, ")");
+      add("SHAPE_DEFINITION_REPRESENTATION(", shape, ",", shown, ")");
+    }
+  }
+
+  /// A product that another one shows by a mapped item in a representation of its own.
+  void make_pieces() {
+    if (!chance(4)) return;
+    const MadeProduct& piece = any(products_);
+    const MadeProduct& whole = any(products_);
+    if (!piece.has_shape || !whole.has_shape || piece.shape.record == whole.shape.record) return;
+    const Ref map =
+        add("REPRESENTATION_MAP(", any(piece.placements), ",", piece.representation, ")");
+    const Ref item = add("MAPPED_ITEM('',", map, ",", placement(), ")");
+    const Ref shown = add("SHAPE_REPRESENTATION('',(", item, "),", whole.context, ")");
+    add("SHAPE_DEFINITION_REPRESENTATION(", whole.shape, ",", shown, ")");
+  }
+
+  /// Shapes of aspects, which may share placements with the product's own.
+  void make_aspect_shapes() {
+    for (MadeProduct& product : products_) {
+      if (!product.has_shape || !chance(8)) continue;
+      const Ref aspect = add("SHAPE_ASPECT('','',", product.shape, ",.T.)");
+      const Ref property = add("PROPERTY_DEFINITION('','',", aspect, ")");
+      MadeProduct loose;
+      const Ref body = solid(loose);
+      const Ref at = chance(2) ? any(product.placements) : placement();
+      const Ref shown =
+          add("ADVANCED_BREP_SHAPE_REPRESENTATION('',(", body, ",", at, "),", product.context, ")");
+      add("SHAPE_DEFINITION_REPRESENTATION(", property, ",", shown, ")");
+    }
+  }
+
+  /// A relationship without a placement from an assembly to a shape of its component.
+  void tie_across() {
+    if (!chance(6)) return;
+    for (const MadeUsage& usage : usages_) {
+      const MadeProduct& whole = products_[usage.assembly];
+      const MadeProduct& piece = products_[usage.component];
+      if (!whole.has_shape || !piece.has_shape || !chance(3)) continue;
+      add("SHAPE_REPRESENTATION_RELATIONSHIP('','',", whole.representation, ",",
+          chance(2) ? piece.representation : piece.body_representation, ")");
+    }
+  }
+
   /// STYLED_ITEM and those that override it, and the representations that collect them.
   void make_styles() {
     Refs styled_of_all;
@@ -444,6 +502,7 @@ class Maker {
     for (const auto* usages : {&usages_, &higher_usages_}) {
       for (const MadeUsage& usage : *usages) {
         if (usage.has_name && chance(2)) style_occurrence(usage, styled_of_all);
+        if (usage.is_placed && chance(6)) style_by_place(usage, styled_of_all);
       }
     }
     if (!styled_of_all.empty()) {
@@ -464,6 +523,25 @@ class Maker {
       styled.push_back(add("OVER_RIDING_STYLED_ITEM('',(", style, "),", any(product.solids), ",",
                            styled.back(), ")"));
     }
+  }
+
+  /// The same by what places it, which may be one level below an assembly's usage.
+  void style_by_place(const MadeUsage& usage, Refs& styled) {
+    const MadeProduct& product = products_[usage.component];
+    if (product.solids.empty() || styled.empty()) return;
+    const Ref item = chance(3)   ? product.representation
+                     : chance(2) ? any(product.faces)
+                                 : any(product.solids);
+    Refs places;
+    for (const MadeUsage& above : usages_) {
+      if (above.is_placed && above.component == usage.assembly && chance(3)) {
+        places.push_back(above.placement);
+        break;
+      }
+    }
+    places.push_back(usage.placement);
+    styled.push_back(add("CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(", style_, "),", item, ",",
+                         styled.back(), ",", places, ")"));
   }
 
   /// A colour of its own for one occurrence, said in the assembly's context.

@@ -18,8 +18,8 @@ struct AssemblyTraits {
 
 /// The text of an exchange file with two to a dozen products: usages over several levels, shared
 /// components, own bodies of assemblies, shapes tied by relationships, several representations,
-/// mapped items, bodies of several products; colours, overriding styles, styles of single
-/// occurrences and of those at higher levels, layers, invisibility;
+/// mapped items, bodies of several products, views, pieces, shapes of aspects; colours, overriding
+/// styles, styles of single occurrences and of those at higher levels, layers, invisibility;
 /// properties, product manufacturing information, usages with shapes of their own; approvals,
 /// dates, persons, categories, documents, materials; names with all characters. Every reference
 /// leads to a record. The same seed gives the same text.
