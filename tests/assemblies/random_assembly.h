@@ -10,10 +10,11 @@ namespace Kessel::test {
 struct AssemblyTraits {
   bool several_tops = true;
   bool circles = true;
-  bool lost_records = true;  ///< records that belong to no product
-  bool schemas = true;       ///< those of AP203, with its own records, and AP242 beside AP214
-  bool sections = true;      ///< anchors, references to other files, two data sections
-  bool shuffled = true;      ///< records in any order, numbers with gaps and in any order
+  bool lost_records = true;     ///< records that belong to no product
+  bool schemas = true;          ///< those of AP203, with its own records, and AP242 beside AP214
+  bool sections = true;         ///< anchors, references to other files, two data sections
+  bool styles_by_place = true;  ///< styles that name what places an occurrence
+  bool shuffled = true;         ///< records in any order, numbers with gaps and in any order
 };
 
 /// The text of an exchange file with two to a dozen products: usages over several levels, shared
