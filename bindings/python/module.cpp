@@ -93,6 +93,9 @@ std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
   if (references != "keep" && options.assemblies == Kessel::AssemblyStyle::classic) {
     throw py::value_error("references: the classic style keeps them");
   }
+  if (shrink && options.assemblies == Kessel::AssemblyStyle::classic) {
+    throw py::value_error("shrink: the classic style cannot be shrunk");
+  }
   options.progress = progress_for(progress);
   std::vector<fs::path> files;
   run_alone(input, [&] {

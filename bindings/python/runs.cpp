@@ -82,11 +82,10 @@ void run_alone(const fs::path& input, const std::function<void()>& run) {
     py::list candidates;
     for (const Kessel::NamedPart& part : error.candidates())
       candidates.append(named_part_dict(part));
-    raise("PartError", error.what(), candidates);
+    raise("PartError", error.sentence(), candidates, error.path());
   } catch (const Kessel::InputError& error) {
     const Kessel::Finding& finding = error.finding();
-    const fs::path named = finding.file.empty() ? input : fs::path(finding.file);
-    raise("InputError", finding.sentence, named, std::string(Kessel::name_of(finding.kind)),
+    raise("InputError", finding.sentence, error.path(), std::string(Kessel::name_of(finding.kind)),
           or_none(finding.line), or_none(finding.column), or_none(finding.instance));
   } catch (const Kessel::OutputError& error) {
     raise("OutputError", error.what(), error.path(), error.reason().value());
@@ -97,7 +96,7 @@ void run_alone(const fs::path& input, const std::function<void()>& run) {
   } catch (const std::system_error&) {
     throw py::value_error("a path is not UTF-8");
   } catch (const std::invalid_argument& error) {
-    raise("InputError", error.what(), input, "unreadable");
+    throw py::value_error(error.what());  // Choices that do not go together.
   } catch (const std::out_of_range& error) {
     raise("InputError", error.what(), input);
   } catch (const std::runtime_error& error) {

@@ -67,9 +67,9 @@ struct Assembly {
 /// Prints nothing and writes nothing. A file without parts, with one part alone, with several tops
 /// (which get a generated root, as in a split), or with parts that contain each other is no error.
 ///
-/// Throws `std::invalid_argument` "Failed to open input file.", `InputError` (`kessel/errors.h`)
-/// with the finding that check() gives for what is no regular file, cannot be read to its end or
-/// takes more than the memory limit, and `std::bad_alloc`. Works on the caller's thread.
+/// Throws `InputError` (`kessel/errors.h`) with the finding that check() gives for what cannot be
+/// opened, is no regular file, cannot be read to its end or takes more than the memory limit, and
+/// `std::bad_alloc`. Works on the caller's thread.
 KESSEL_EXPORT Assembly read_assembly(const std::filesystem::path& in,
                                      const Options& options = Options());
 

@@ -10,20 +10,26 @@
 
 namespace Kessel {
 
-/// An input on which a run would not end, or would take more memory than it may.
+/// An input that cannot be read, on which a run would not end, or that would take more memory than
+/// it may.
 class KESSEL_EXPORT InputError : public std::runtime_error {
  public:
-  /// `what()` is the finding's sentence.
-  explicit InputError(const Finding& finding);
+  /// `what()` is "lamp.step:12:5: " and the finding's sentence: the path as the system spells it,
+  /// line and column where the finding has them. Without a path it is the sentence alone.
+  explicit InputError(const Finding& finding, const std::filesystem::path& path = {});
   InputError(const InputError&);
   InputError& operator=(const InputError&) = delete;
   ~InputError() override;
 
   /// What was found, and where; lives as long as the exception.
   const Finding& finding() const;
+  /// The file, as it was given or found; every function of the library sets it. Lives as long as
+  /// the exception.
+  const std::filesystem::path& path() const;
 
  private:
   Finding finding_;
+  std::filesystem::path path_;
 };
 
 /// An output file that was not written whole, or not at all, since there is something already.

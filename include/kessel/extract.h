@@ -59,16 +59,25 @@ struct NamedPart {
 /// A name that no part has, or several.
 class KESSEL_EXPORT PartError : public std::runtime_error {
  public:
-  /// `what()` is a sentence, UTF-8, with the candidates in it.
-  PartError(const std::string& sentence, std::vector<NamedPart> candidates);
+  /// `what()` is the path of the file as the system spells it, ": ", and the sentence; the sentence
+  /// alone without a path. `sentence` is UTF-8 and has the candidates in it.
+  PartError(const std::string& sentence, std::vector<NamedPart> candidates,
+            const std::filesystem::path& path = {});
   PartError(const PartError&);
   PartError& operator=(const PartError&) = delete;
   ~PartError() override;
 
   /// The parts that have the name; or, where none has it, those with the most similar names.
   const std::vector<NamedPart>& candidates() const;
+  /// What is wrong, without the path; lives as long as the exception.
+  const std::string& sentence() const;
+  /// The file that was looked at, as it was given; every function of the library sets it. Lives as
+  /// long as the exception.
+  const std::filesystem::path& path() const;
 
  private:
+  std::string sentence_;
+  std::filesystem::path path_;
   std::vector<NamedPart> candidates_;
 };
 
@@ -106,7 +115,7 @@ KESSEL_EXPORT std::vector<NamedPart> read_parts(const std::filesystem::path& in,
 /// `out` appears when it is finished, or not at all; it is written beside itself under another name
 /// that begins with a dot. Prints nothing. Time and memory are those of a split.
 ///
-/// Throws `std::invalid_argument` "Failed to open input file.", `PartError` where `part` names no
+/// Throws `PartError` where `part` names no
 /// part or several, `InputError` for an input that cannot be read, or that was changed meanwhile;
 /// `OutputError` where `out` cannot be written, is there already and not to be replaced, is a
 /// folder, or is the input or a file that the input refers to; and `std::bad_alloc`. With

@@ -204,12 +204,13 @@ KESSEL_EXPORT int kessel_is_same(const kessel_result* result);
 /* How the split or comparison ended; KESSEL_OUT_OF_MEMORY for null. */
 KESSEL_EXPORT enum kessel_status kessel_status_of(const kessel_result* result);
 
-/* One sentence on what went wrong, in English; empty for KESSEL_DONE. Paths in it are spelt as the
-   system spells them. Never null; lives as long as the result. */
+/* One sentence on what went wrong, in English; empty for KESSEL_DONE. That of a KESSEL_INPUT_ERROR
+   begins with the file, line and column where they are known, "lamp.step:12:5: ". Paths in it are
+   spelt as the system spells them. Never null; lives as long as the result. */
 KESSEL_EXPORT const char* kessel_error_of(const kessel_result* result);
 
-/* Which of several inputs a KESSEL_INPUT_ERROR is about, as it was given or found; empty where
-   there is one input only, and for every other status. Never null; lives as long as the result. */
+/* Which file a KESSEL_INPUT_ERROR is about, as it was given or found, UTF-8; empty for every other
+   status. Never null; lives as long as the result. */
 KESSEL_EXPORT const char* kessel_error_file(const kessel_result* result);
 
 /* Where in that input: the line, from 1, and the column in it, in bytes from 1. 0 for a problem of

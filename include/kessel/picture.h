@@ -55,7 +55,7 @@ struct Picture {
 ///
 /// `out` appears when it is finished, or not at all. Prints nothing. Works on the caller's thread.
 ///
-/// Throws `std::invalid_argument` "Failed to open input file.", `PartError` where `options.part`
+/// Throws `PartError` where `options.part`
 /// names no part or several, `InputError` for an input that cannot be read, `OutputError` where
 /// `out` cannot be written, is there already and not to be replaced, is a folder, or is the input;
 /// `std::bad_alloc`, and what `options.progress` throws.

@@ -54,8 +54,9 @@ struct WrittenFile {
 ///
 /// It returns. Where `Run` would not, and where the records would need more memory than
 /// `options.memory_limit`, it throws `InputError` (`kessel/errors.h`) before it writes anything; so
-/// it does for an `in` that is no regular file. It also throws `InputError` when somebody changes
-/// the input meanwhile, as far as its size, its time and the end of its data tell.
+/// it does for an `in` that cannot be opened or is no regular file. It also throws `InputError`
+/// when somebody changes the input meanwhile, as far as its size, its time and the end of its data
+/// tell.
 ///
 /// It damages nothing. Before it writes anything it looks whether any of the files is there
 /// already: a file, a folder, a link, which is not followed, or anything else under that name. If

@@ -242,12 +242,12 @@ void end(kessel_result& result, kessel_status status, const char* error) noexcep
 }
 
 /// The same for an input that was refused.
-void end(kessel_result& result, const Finding& finding) noexcept {
-  end(result, KESSEL_INPUT_ERROR, finding.sentence.c_str());
-  result.error_line = finding.line;
-  result.error_column = finding.column;
+void end(kessel_result& result, const InputError& error) noexcept {
+  end(result, KESSEL_INPUT_ERROR, error.what());
+  result.error_line = error.finding().line;
+  result.error_column = error.finding().column;
   try {
-    result.error_file = finding.file;
+    result.error_file = utf8_of_path(error.path());
   } catch (const std::bad_alloc&) {
     result.status = KESSEL_OUT_OF_MEMORY;
   }
@@ -269,13 +269,13 @@ kessel_result* guarded(const char* cancelled, Run run) {
   } catch (const PartError& error) {
     end(*result, KESSEL_BAD_ARGUMENT, error.what());
   } catch (const InputError& error) {
-    end(*result, error.finding());
+    end(*result, error);
   } catch (const OutputError& error) {
     end(*result, KESSEL_OUTPUT_ERROR, error.what());
   } catch (const std::filesystem::filesystem_error& error) {
     end(*result, KESSEL_OUTPUT_ERROR, error.what());
   } catch (const std::invalid_argument& error) {
-    end(*result, KESSEL_INPUT_ERROR, error.what());
+    end(*result, KESSEL_BAD_ARGUMENT, error.what());
   } catch (const std::out_of_range& error) {
     end(*result, KESSEL_INPUT_ERROR, error.what());
   } catch (const std::exception& error) {

@@ -1,10 +1,8 @@
 // The order of the checks.
 #include "kessel/check.h"
 
-#include <cerrno>
 #include <fstream>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "check/reference_check.h"
@@ -12,7 +10,6 @@
 #include "external/targets.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
-#include "findings/refusals.h"
 #include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
@@ -56,14 +53,12 @@ std::vector<Finding> check_records(std::istream& in, const std::filesystem::path
 }  // namespace
 
 std::vector<Finding> check(const std::filesystem::path& in, const Options& options) {
-  if (auto finding = find_no_regular_file(in)) return {std::move(*finding)};
-  errno = 0;
-  std::ifstream file(in, std::ios::in | std::ios::binary);
-  if (!file.is_open()) {
-    const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
-    return {unreadable_file("cannot be opened: " + reason.message())};
+  try {
+    std::ifstream file = open_input(in);
+    return check_records(file, folder_of_references(in, options), options);
+  } catch (const InputError& error) {
+    return {error.finding()};
   }
-  return check_records(file, folder_of_references(in, options), options);
 }
 
 }  // namespace Kessel

@@ -8,13 +8,16 @@
 #include "extract/extraction.h"
 #include "extract/fresh_folder.h"
 #include "extract/part_names.h"
+#include "findings/named_errors.h"
 #include "inspection/inspected_file.h"
 
 namespace Kessel {
 
 namespace fs = std::filesystem;
 
-std::vector<NamedPart> read_parts(const fs::path& in, const ExtractOptions& options) {
+namespace {
+
+std::vector<NamedPart> parts_of(const fs::path& in, const ExtractOptions& options) {
   Options reading;
   reading.memory_limit = options.memory_limit;
   const std::unique_ptr<FollowedInput> followed = followed_input(in, options);
@@ -27,14 +30,7 @@ std::vector<NamedPart> read_parts(const fs::path& in, const ExtractOptions& opti
   return parts;
 }
 
-ExtractedFile extract(const fs::path& in, const std::string& part, const fs::path& out,
-                      const ExtractOptions& options) {
-  Extraction extraction(in, options);
-  extraction.write(extraction.find(part), out);
-  return extraction.finish().front();
-}
-
-std::vector<ExtractedFile> extract_each(const fs::path& in, const std::vector<std::string>& parts,
+std::vector<ExtractedFile> extract_into(const fs::path& in, const std::vector<std::string>& parts,
                                         const fs::path& outdir, const ExtractOptions& options) {
   std::optional<FreshFolder> folder;  // Goes behind the files in it.
   Extraction extraction(in, options);
@@ -57,6 +53,26 @@ std::vector<ExtractedFile> extract_each(const fs::path& in, const std::vector<st
     }
   }
   return extraction.finish();
+}
+
+}  // namespace
+
+std::vector<NamedPart> read_parts(const fs::path& in, const ExtractOptions& options) {
+  return with_named_errors(in, [&] { return parts_of(in, options); });
+}
+
+ExtractedFile extract(const fs::path& in, const std::string& part, const fs::path& out,
+                      const ExtractOptions& options) {
+  return with_named_errors(in, [&] {
+    Extraction extraction(in, options);
+    extraction.write(extraction.find(part), out);
+    return extraction.finish().front();
+  });
+}
+
+std::vector<ExtractedFile> extract_each(const fs::path& in, const std::vector<std::string>& parts,
+                                        const fs::path& outdir, const ExtractOptions& options) {
+  return with_named_errors(in, [&] { return extract_into(in, parts, outdir, options); });
 }
 
 }  // namespace Kessel

@@ -40,12 +40,6 @@ Options split_options(const ExtractOptions& options) {
   return same;
 }
 
-/// What was opened before it is known to be no regular file might wait for ever.
-const fs::path& require_regular_file(const fs::path& in) {
-  if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
-  return in;
-}
-
 /// A file for what is to be shrunk into `out`.
 fs::path fresh_path_beside(const fs::path& out, std::vector<std::unique_ptr<FreshFile>>& fresh) {
   fresh.push_back(std::make_unique<FreshFile>(out.parent_path()));
@@ -73,13 +67,12 @@ std::unique_ptr<FollowedInput> followed_input(const fs::path& in, const ExtractO
 
 Extraction::Extraction(const fs::path& in, const ExtractOptions& options)
     : options_(options),
-      followed_(followed_input(require_regular_file(in), options)),
+      followed_(followed_input(in, options)),
       path_(followed_ ? followed_->path() : in),
       split_options_(followed_ ? followed_->options_for_path() : split_options(options)),
       from_(without_links(folder_of_references(in, split_options_))),
       stamp_(path_),
-      in_(path_, std::ios::in | std::ios::binary) {
-  if (!in_.is_open()) throw std::invalid_argument("Failed to open input file.");
+      in_(open_input(path_)) {
   inputs_ = followed_ ? followed_->files() : std::vector<fs::path>{in};
   load();
   products_ = find_products(instances_);

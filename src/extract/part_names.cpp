@@ -27,13 +27,25 @@ std::uint64_t number_in(std::string_view what) {
 
 }  // namespace
 
-PartError::PartError(const std::string& sentence, std::vector<NamedPart> candidates)
-    : std::runtime_error(sentence), candidates_(std::move(candidates)) {}
+PartError::PartError(const std::string& sentence, std::vector<NamedPart> candidates,
+                     const std::filesystem::path& path)
+    : std::runtime_error(path.empty() ? sentence : path.string() + ": " + sentence),
+      sentence_(sentence),
+      path_(path),
+      candidates_(std::move(candidates)) {}
 PartError::PartError(const PartError&) = default;
 PartError::~PartError() = default;
 
 const std::vector<NamedPart>& PartError::candidates() const {
   return candidates_;
+}
+
+const std::string& PartError::sentence() const {
+  return sentence_;
+}
+
+const std::filesystem::path& PartError::path() const {
+  return path_;
 }
 
 PartNames::PartNames(const Instances& instances, const Products& products)

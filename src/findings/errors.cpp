@@ -1,10 +1,26 @@
 // The exceptions of the checked form.
 #include "kessel/errors.h"
 
+#include <string>
+
 namespace Kessel {
 
-InputError::InputError(const Finding& finding)
-    : std::runtime_error(finding.sentence), finding_(finding) {}
+namespace {
+
+/// A finding in one line for people, with the file that it is about.
+std::string line_about(const Finding& finding, const std::filesystem::path& path) {
+  if (path.empty()) return finding.sentence;
+  std::string place = path.string();
+  if (finding.line != 0) {
+    place += ":" + std::to_string(finding.line) + ":" + std::to_string(finding.column);
+  }
+  return place + ": " + finding.sentence;
+}
+
+}  // namespace
+
+InputError::InputError(const Finding& finding, const std::filesystem::path& path)
+    : std::runtime_error(line_about(finding, path)), finding_(finding), path_(path) {}
 
 InputError::InputError(const InputError&) = default;
 
@@ -12,6 +28,10 @@ InputError::~InputError() = default;
 
 const Finding& InputError::finding() const {
   return finding_;
+}
+
+const std::filesystem::path& InputError::path() const {
+  return path_;
 }
 
 OutputError::OutputError(const std::filesystem::path& path, std::error_code reason)

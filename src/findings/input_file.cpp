@@ -1,9 +1,11 @@
 // Whether there is a file that can be read twice.
 #include "findings/input_file.h"
 
+#include <cerrno>
 #include <system_error>
 
 #include "findings/refusals.h"
+#include "kessel/errors.h"
 
 namespace Kessel {
 
@@ -20,6 +22,17 @@ std::optional<Finding> find_no_regular_file(const std::filesystem::path& in) {
     default:
       return unreadable_file("is not a regular file, and the input is read twice");
   }
+}
+
+std::ifstream open_input(const std::filesystem::path& in) {
+  if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
+  errno = 0;
+  std::ifstream file(in, std::ios::in | std::ios::binary);
+  if (!file.is_open()) {
+    const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
+    throw InputError(unreadable_file("cannot be opened: " + reason.message()));
+  }
+  return file;
 }
 
 }  // namespace Kessel

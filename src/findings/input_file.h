@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <fstream>
 #include <optional>
 
 #include "kessel/finding.h"
@@ -11,5 +12,9 @@ namespace Kessel {
 /// What is wrong when `in` is there but is no regular file: a folder, a pipe, a device. Opens
 /// nothing, since opening a pipe may wait for ever.
 std::optional<Finding> find_no_regular_file(const std::filesystem::path& in);
+
+/// Opens `in` for reading bytes. Throws InputError, without a path, where it is not there, cannot
+/// be opened, or is no regular file.
+std::ifstream open_input(const std::filesystem::path& in);
 
 }  // namespace Kessel

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "external/targets.h"
+#include "findings/named_errors.h"
 #include "inspection/walk.h"
 #include "products/file_names.h"
 
@@ -96,7 +97,7 @@ Assembly assembly_of(const InspectedFile& file, const Options& options) {
 }
 
 Assembly read_assembly(const std::filesystem::path& in, const Options& options) {
-  return assembly_of(InspectedFile(in, options), options);
+  return with_named_errors(in, [&] { return assembly_of(InspectedFile(in, options), options); });
 }
 
 }  // namespace Kessel

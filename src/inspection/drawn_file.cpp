@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "findings/finding_kinds.h"
+#include "findings/named_errors.h"
 #include "geometry/draw_products.h"
 #include "geometry/part_lines.h"
 #include "inspection/assembly.h"
@@ -75,12 +76,14 @@ DrawnPart draw_generated_root(const Products& products, const std::vector<DrawnP
 
 DrawnFile::DrawnFile(const std::filesystem::path& in, const DrawingOptions& fineness,
                      const Options& options) {
-  if (options.follow_references) {
-    const FollowedInput whole(in, options);
-    draw(whole.path(), fineness, whole.options_for_path(), whole.names());
-  } else {
-    draw(in, fineness, options, {});
-  }
+  with_named_errors(in, [&] {
+    if (options.follow_references) {
+      const FollowedInput whole(in, options);
+      draw(whole.path(), fineness, whole.options_for_path(), whole.names());
+    } else {
+      draw(in, fineness, options, {});
+    }
+  });
 }
 
 void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fineness,

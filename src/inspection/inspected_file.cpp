@@ -1,7 +1,6 @@
 #include "inspection/inspected_file.h"
 
 #include <fstream>
-#include <stdexcept>
 #include <vector>
 
 #include "external/targets.h"
@@ -52,9 +51,7 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
 void InspectedFile::read(const std::filesystem::path& in, const Options& options,
                          InstanceLoader& loader) {
   folder = folder_of_references(in, options);
-  if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
-  std::ifstream file(in, std::ios::in | std::ios::binary);
-  if (!file.is_open()) throw std::invalid_argument("Failed to open input file.");
+  std::ifstream file = open_input(in);
   load_with(file, loader, options);
   products = find_products(instances);
   references = find_external_references(instances, products);

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "external/targets.h"
+#include "findings/named_errors.h"
 #include "inspection/assembly.h"
 #include "inspection/header.h"
 #include "inspection/units.h"
@@ -56,7 +57,7 @@ void list_references(const InspectedFile& file, Summary& summary) {
 }  // namespace
 
 Summary read_summary(const std::filesystem::path& in, const Options& options) {
-  const InspectedFile file(in, options);
+  const InspectedFile file = with_named_errors(in, [&] { return InspectedFile(in, options); });
   Summary summary;
   summary.header = read_header(file.instances.header());
   std::error_code unknown;

@@ -97,8 +97,7 @@ void FileSet::load(JoinedFile& file) {
       options_.progress({progress.stage, bytes_ + progress.done, bytes_ + progress.total});
     };
   }
-  std::ifstream in(file.path, std::ios::in | std::ios::binary);
-  if (!in) throw InputError(unreadable_file("cannot be opened"));
+  std::ifstream in = open_input(file.path);
   MarkedLoader loader(file, options, file.bytes);
   load_with(in, loader, options);
   memory_ += file.memory();

@@ -30,14 +30,27 @@ FollowedInput::FollowedInput(const fs::path& in, const Options& options)
   join_options.follow_outside = options.follow_outside;
   join_options.progress = options.progress;
   if (!options.input_folder.empty()) join_options.stands_for = options.input_folder / in.filename();
-  Joining joining(in, join_options);
+  try {
+    join_files(in, join_options);
+  } catch (const InputError& error) {
+    const fs::path& place = join_options.stands_for.empty() ? in : join_options.stands_for;
+    Finding finding = error.finding();
+    const fs::path path = place.parent_path() / path_of_utf8(finding.file);
+    // The input itself is called as the caller knows it.
+    if (finding.file == utf8_of_path(place.filename())) finding.file.clear();
+    throw InputError(finding, finding.file.empty() ? in : path);
+  }
+  if (options_.input_name.empty()) options_.input_name = utf8_of_path(in.filename());
+}
+
+void FollowedInput::join_files(const fs::path& in, const JoinOptions& options) {
+  Joining joining(in, options);
   for (std::size_t i = 0; i < joining.files().size(); ++i) {
     files_.push_back(joining.files()[i].path);
   }
   joining.write(utf8_of_path(in.filename()), fresh_.stream());
   fresh_.close();
   if (fresh_.error()) throw OutputError(fresh_.path(), fresh_.error());
-  if (options_.input_name.empty()) options_.input_name = utf8_of_path(in.filename());
 }
 
 std::vector<std::string> FollowedInput::names() const {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "kessel/join.h"
 #include "kessel/options.h"
 #include "output/fresh_file.h"
 
@@ -28,6 +29,8 @@ class FollowedInput {
   Options options_for_path() const;
 
  private:
+  void join_files(const std::filesystem::path& in, const JoinOptions& options);
+
   Options options_;
   FreshFile fresh_;
   std::vector<std::filesystem::path> files_;

@@ -7,6 +7,7 @@
 #include "encoding/utf8_path.h"
 #include "external/repointing.h"
 #include "external/targets.h"
+#include "findings/named_errors.h"
 #include "join/joining.h"
 #include "kessel/errors.h"
 #include "output/finished_file.h"
@@ -74,11 +75,16 @@ Joined join_and_shrink(std::ostream& stream, const std::filesystem::path& root,
 
 Joined join(const std::filesystem::path& root, const std::filesystem::path& out,
             const JoinOptions& options) {
-  FinishedFile file(out, options.replace);
-  Joined joined = options.shrink ? join_and_shrink(file.stream(), root, out, options)
-                                 : join_into(file.stream(), root, out, options);
-  joined.bytes = file.finish();
-  return joined;
+  std::error_code unknown;
+  const bool is_folder = std::filesystem::is_directory(root, unknown);
+  const std::filesystem::path& place = options.stands_for.empty() ? root : options.stands_for;
+  return with_named_errors(place, is_folder ? root : place.parent_path(), [&] {
+    FinishedFile file(out, options.replace);
+    Joined joined = options.shrink ? join_and_shrink(file.stream(), root, out, options)
+                                   : join_into(file.stream(), root, out, options);
+    joined.bytes = file.finish();
+    return joined;
+  });
 }
 
 }  // namespace Kessel

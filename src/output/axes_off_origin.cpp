@@ -13,14 +13,6 @@ namespace {
 constexpr std::string_view AXIS = "AXIS2_PLACEMENT_3D";
 constexpr std::string_view TRANSFORMATION = "ITEM_DEFINED_TRANSFORMATION";
 
-std::vector<bool> used_products(const Products& products) {
-  std::vector<bool> is_used(products.products.size());
-  for (const Usage& usage : products.usages) {
-    if (!usage.closes_circle) is_used[usage.component] = true;
-  }
-  return is_used;
-}
-
 /// The transformations between items, by the items.
 class Transformations {
  public:

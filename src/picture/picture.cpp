@@ -5,6 +5,7 @@
 
 #include "encoding/utf8_path.h"
 #include "extract/part_names.h"
+#include "findings/named_errors.h"
 #include "inspection/drawn_file.h"
 #include "kessel/errors.h"
 #include "output/finished_file.h"
@@ -65,7 +66,7 @@ Picture draw_picture(const std::filesystem::path& in, const std::filesystem::pat
   DrawingOptions fineness;
   fineness.tolerance = TOLERANCE;
   const DrawnFile drawn(in, fineness, reading);
-  const std::size_t part = find_part(drawn, options.part);
+  const std::size_t part = with_named_errors(in, [&] { return find_part(drawn, options.part); });
   Picture picture;
   Sketch lines;
   if (part < drawn.drawing.parts.size()) {

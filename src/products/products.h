@@ -111,6 +111,9 @@ struct Products {
 /// over. Linear in the records that carry structure.
 Products find_products(const Instances& instances);
 
+/// By product: whether a usage that closes no circle makes it a component.
+std::vector<bool> used_products(const Products& all);
+
 /// What `record`'s types say about it, for those who place records.
 bool is_placement(const Instances& instances, Index record);
 bool is_shape_representation(const Instances& instances, Index record);

@@ -55,14 +55,6 @@ class Walk {
   std::vector<Step> path_;
 };
 
-std::vector<bool> used_products(const Products& all) {
-  std::vector<bool> used(all.products.size());
-  for (const Usage& usage : all.usages) {
-    if (!usage.closes_circle) used[usage.component] = true;
-  }
-  return used;
-}
-
 /// What is only shown by others stands with the first of those.
 void find_shown(Products& all, const std::vector<bool>& used) {
   for (Product& product : all.products) product.stands_with = NO_PRODUCT;
@@ -130,6 +122,14 @@ std::vector<ProductId> highest(Products& all) {
 }
 
 }  // namespace
+
+std::vector<bool> used_products(const Products& all) {
+  std::vector<bool> used(all.products.size());
+  for (const Usage& usage : all.usages) {
+    if (!usage.closes_circle) used[usage.component] = true;
+  }
+  return used;
+}
 
 /// Products that no top leads to go round in circles, each of which is entered at its first product
 /// in the order of the file.

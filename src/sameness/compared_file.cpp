@@ -1,8 +1,6 @@
 #include "sameness/compared_file.h"
 
-#include <cerrno>
 #include <fstream>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -11,7 +9,6 @@
 #include "exchange/string_value.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
-#include "findings/refusals.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
@@ -26,7 +23,7 @@ void set_file(Finding& finding, const std::filesystem::path& in) {
 
 [[noreturn]] void refuse(Finding finding, const std::filesystem::path& in) {
   set_file(finding, in);
-  throw InputError(finding);
+  throw InputError(finding, in);
 }
 
 /// Loads, and keeps what it is warned of.
@@ -54,14 +51,11 @@ void warn(std::istream& stream, const std::filesystem::path& in, std::vector<Fin
 }  // namespace
 
 std::ifstream open_file(const std::filesystem::path& in) {
-  if (auto finding = find_no_regular_file(in)) refuse(std::move(*finding), in);
-  errno = 0;
-  std::ifstream file(in, std::ios::in | std::ios::binary);
-  if (!file.is_open()) {
-    const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
-    refuse(unreadable_file("cannot be opened: " + reason.message()), in);
+  try {
+    return open_input(in);
+  } catch (const InputError& error) {
+    refuse(error.finding(), in);
   }
-  return file;
 }
 
 void read_file(const std::filesystem::path& in, ComparedFile& file, const Options& options) {

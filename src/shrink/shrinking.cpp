@@ -1,8 +1,6 @@
 #include "shrink/shrinking.h"
 
-#include <cerrno>
 #include <fstream>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -45,17 +43,6 @@ class ValueLoader final : public InstanceLoader {
   FindingList warnings_;
 };
 
-std::ifstream open_regular(const fs::path& in) {
-  if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
-  errno = 0;
-  std::ifstream file(in, std::ios::in | std::ios::binary);
-  if (!file.is_open()) {
-    const std::error_code reason(errno != 0 ? errno : EIO, std::generic_category());
-    throw InputError(unreadable_file("cannot be opened: " + reason.message()));
-  }
-  return file;
-}
-
 class Shrinking {
  public:
   Shrinking(const fs::path& in, const ShrinkOptions& options)
@@ -66,7 +53,7 @@ class Shrinking {
   }
 
   Shrunk run(std::ostream& out) {
-    std::ifstream in = open_regular(path_);
+    std::ifstream in = open_input(path_);
     const InputStamp before(path_);
     shrunk_.bytes_before = before.size;
     load(in);

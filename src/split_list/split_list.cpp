@@ -12,6 +12,7 @@
 
 #include "encoding/utf8_path.h"
 #include "findings/finding_kinds.h"
+#include "findings/named_errors.h"
 #include "kessel/errors.h"
 #include "split_list/json_text.h"
 #include "split_list/xxh64.h"
@@ -158,10 +159,7 @@ std::string text_of(const SplitList& list) {
   return text + "\n ]\n}\n";
 }
 
-}  // namespace
-
-std::optional<SplitList> read_split_list(const fs::path& folder) {
-  const fs::path path = folder / SPLIT_LIST;
+std::optional<SplitList> read_list_file(const fs::path& path) {
   std::error_code error;
   const fs::file_type type = fs::symlink_status(path, error).type();
   if (type == fs::file_type::not_found) return std::nullopt;
@@ -174,6 +172,13 @@ std::optional<SplitList> read_split_list(const fs::path& folder) {
   const std::optional<JsonValue> json = read_json(text.view());
   if (!json) refuse_list("The list of the split is no JSON.");
   return list_in(*json);
+}
+
+}  // namespace
+
+std::optional<SplitList> read_split_list(const fs::path& folder) {
+  const fs::path path = folder / SPLIT_LIST;
+  return with_named_errors(path, [&] { return read_list_file(path); });
 }
 
 void write_split_list(const SplitList& list, const fs::path& folder) {

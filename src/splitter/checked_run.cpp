@@ -49,7 +49,7 @@ std::unique_ptr<Store> CheckedRun::read() const {
 }
 
 std::vector<WrittenFile> CheckedRun::write_to(const std::filesystem::path& outdir) {
-  if (const auto finding = find_no_regular_file(in_)) throw InputError(*finding);
+  open_input(in_);  // What cannot be opened is refused with the reason.
   const InputStamp before(in_);
   const std::unique_ptr<Store> file = read();
 

@@ -13,6 +13,7 @@
 #include "external/resource.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
+#include "findings/input_file.h"
 #include "findings/refusals.h"
 #include "instances/loader.h"
 #include "kessel/errors.h"
@@ -26,7 +27,7 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void throw_about(Finding finding, const fs::path& path) {
   finding.file = utf8_of_path(path);
-  throw InputError(finding);
+  throw InputError(finding, path);
 }
 
 /// Learns where edits change bytes of a file, and how many records that has.
@@ -147,12 +148,11 @@ std::string CopiedReferences::unused_name(const fs::path& path) {
 }
 
 void CopiedReferences::load(Copy& copy) const {
-  std::ifstream in(copy.path, std::ios::in | std::ios::binary);
-  if (!in) throw_about(unreadable_file("cannot be opened"), copy.path);
   Options quiet;
   quiet.memory_limit = options_.memory_limit;
   Instances instances;
   try {
+    std::ifstream in = open_input(copy.path);
     load_instances(in, instances, quiet);
   } catch (const InputError& error) {
     throw_about(error.finding(), copy.path);

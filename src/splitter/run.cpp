@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "findings/named_errors.h"
 #include "join/followed_input.h"
 #include "kessel/encoding.h"
 #include "kessel/file.h"
@@ -22,27 +23,41 @@ std::vector<std::filesystem::path> Run(const std::filesystem::path& in,
   return written_files(file->parts(), file->root_part(), outdir);
 }
 
-std::vector<WrittenFile> split(const std::filesystem::path& in, const std::filesystem::path& outdir,
-                               const Options& options) {
-  if (options.shrink && options.assemblies == AssemblyStyle::classic) {
+namespace {
+
+/// Throws where choices make no sense together.
+void require_fit(const Options& options) {
+  const bool is_classic = options.assemblies == AssemblyStyle::classic;
+  if (options.shrink && is_classic) {
     throw std::invalid_argument(
         "The classic style of assemblies cannot be shrunk; the others can.");
   }
-  if (options.assemblies == AssemblyStyle::classic) {
-    if (options.follow_references || options.copy_references) {
-      throw std::invalid_argument(
-          "References are neither followed nor copied in the classic style of assemblies.");
-    }
-    return CheckedRun(in, options).write_to(outdir);
+  if (is_classic && (options.follow_references || options.copy_references)) {
+    throw std::invalid_argument(
+        "References are neither followed nor copied in the classic style of assemblies.");
   }
-  if (options.reading == Reading::classic) {
+  if (!is_classic && options.reading == Reading::classic) {
     throw std::invalid_argument(
         "The classic reading is for the classic style of assemblies; the others need the standard "
         "one.");
   }
+}
+
+std::vector<WrittenFile> split_as_chosen(const std::filesystem::path& in,
+                                         const std::filesystem::path& outdir,
+                                         const Options& options) {
+  if (options.assemblies == AssemblyStyle::classic) return CheckedRun(in, options).write_to(outdir);
   if (!options.follow_references) return split_by_placement(in, outdir, options);
   const FollowedInput whole(in, options);
   return split_by_placement(whole.path(), outdir, whole.options_for_path(), whole.names());
+}
+
+}  // namespace
+
+std::vector<WrittenFile> split(const std::filesystem::path& in, const std::filesystem::path& outdir,
+                               const Options& options) {
+  require_fit(options);
+  return with_named_errors(in, [&] { return split_as_chosen(in, outdir, options); });
 }
 
 }  // namespace Kessel

@@ -128,7 +128,7 @@ const char* word_of(NameStyle style) {
 void create_folder(const fs::path& outdir) {
   std::error_code error;
   fs::create_directories(outdir, error);
-  if (error) throw fs::filesystem_error("create_directories", outdir, error);
+  if (error) throw OutputError(outdir, error);
 }
 
 /// One split, step by step.
@@ -136,9 +136,7 @@ class PlacedSplit {
  public:
   PlacedSplit(const fs::path& in, const fs::path& outdir, const Options& options,
               const std::vector<std::string>& taken)
-      : path_(in), outdir_(outdir), options_(options), taken_(taken), in_(in, std::ios::binary) {
-    if (!in_.is_open()) throw std::invalid_argument("Failed to open input file.");
-  }
+      : path_(in), outdir_(outdir), options_(options), taken_(taken), in_(open_input(in)) {}
 
   std::vector<WrittenFile> run() {
     const InputStamp before(path_);
@@ -309,7 +307,6 @@ class PlacedSplit {
 std::vector<WrittenFile> split_by_placement(const fs::path& in, const fs::path& outdir,
                                             const Options& options,
                                             const std::vector<std::string>& taken) {
-  if (const auto finding = find_no_regular_file(in)) throw InputError(*finding);
   return PlacedSplit(in, outdir, options, taken).run();
 }
 

@@ -72,7 +72,7 @@ static void expect_failure(const char* in, const char* outdir, const struct kess
     ++failures;
   }
   expect_text(kessel_error_of(result), error, line);
-  EXPECT_TEXT(kessel_error_file(result), "");
+  EXPECT_TEXT(kessel_error_file(result), status == KESSEL_INPUT_ERROR ? in : "");
   EXPECT(kessel_file_count(result) == 0);
   EXPECT(kessel_file(result, 0) == NULL);
   kessel_free(result);
@@ -260,11 +260,12 @@ static void input_errors(void) {
   struct kessel_options options = default_options();
   FILE* empty = fopen("empty.stp", "w");
   if (empty == NULL || fclose(empty) != 0) abort();
-  EXPECT_FAILURE("missing.stp", "out", NULL, KESSEL_INPUT_ERROR, "Failed to open input file.");
-  EXPECT_FAILURE("empty.stp", "out", NULL, KESSEL_INPUT_ERROR, "The file is empty.");
+  EXPECT_FAILURE("missing.stp", "out", NULL, KESSEL_INPUT_ERROR,
+                 "missing.stp: The file cannot be opened: No such file or directory.");
+  EXPECT_FAILURE("empty.stp", "out", NULL, KESSEL_INPUT_ERROR, "empty.stp: The file is empty.");
   options.memory_limit = 1;
   EXPECT_FAILURE(ASSEMBLY, "out", &options, KESSEL_INPUT_ERROR,
-                 "The records need at least 722 bytes of memory, and the limit is 1.");
+                 ASSEMBLY ": The records need at least 722 bytes of memory, and the limit is 1.");
   EXPECT(access("out", F_OK) != 0);
 }
 
@@ -278,7 +279,7 @@ static void output_errors(void) {
                  "other/nut.stp: cannot be written: Is a directory");
   write_file("plain", "");
   EXPECT_FAILURE(ASSEMBLY, "plain/out", NULL, KESSEL_OUTPUT_ERROR,
-                 "filesystem error: create_directories: Not a directory [plain/out]");
+                 "plain/out: cannot be written: Not a directory");
 }
 
 /* What a progress function was told. */
@@ -408,7 +409,7 @@ static void comparing(void) {
                   "The path of the second input is missing.") == 0);
   expect_place_of_error();
   EXPECT(compared("missing.stp", ASSEMBLY, NULL, KESSEL_INPUT_ERROR,
-                  "The file cannot be opened: No such file or directory.") == 0);
+                  "missing.stp: The file cannot be opened: No such file or directory.") == 0);
   kessel_default_options(&options, sizeof options);
   options.progress = cancel;
   EXPECT(compared(ASSEMBLY, ASSEMBLY, &options, KESSEL_CANCELLED,
@@ -438,7 +439,7 @@ static void joining(void) {
   options.progress = cancel_at_once;
   expect_joined("alone.stp", &options, KESSEL_CANCELLED, "The joining was cancelled.", 0);
   expect_joined("root.stp", NULL, KESSEL_INPUT_ERROR,
-                "Files that are referred to are missing: \"part.stp\".", 0);
+                "root.stp: Files that are referred to are missing: \"part.stp\".", 0);
   expect_joined(NULL, NULL, KESSEL_BAD_ARGUMENT, "The path of the input is missing.", 0);
   expect_joined("alone.stp", NULL, KESSEL_DONE, "", 1);
   expect_joined("alone.stp", NULL, KESSEL_OUTPUT_ERROR, "one.stp: cannot be written: File exists",
@@ -504,7 +505,7 @@ static void shrinking(void) {
                 "small.stp: cannot be written: File exists") == 0);
   remove("small.stp");
   EXPECT(shrunk("missing.stp", NULL, KESSEL_INPUT_ERROR,
-                "The file cannot be opened: No such file or directory.") == 0);
+                "missing.stp: The file cannot be opened: No such file or directory.") == 0);
   EXPECT(shrunk(NULL, NULL, KESSEL_BAD_ARGUMENT, "The path of the input is missing.") == 0);
   kessel_default_options(&options, sizeof options);
   options.flags = (uint64_t)1 << 63;
@@ -535,7 +536,8 @@ static void extracting(void) {
   options.progress = cancel_at_once;
   remove("one.stp");
   expect_extracted("bolt", &options, KESSEL_CANCELLED, "The extraction was cancelled.", 0);
-  expect_extracted("screw", NULL, KESSEL_BAD_ARGUMENT, "There is no part called \"screw\".", 0);
+  expect_extracted("screw", NULL, KESSEL_BAD_ARGUMENT, 
+                   ASSEMBLY ": There is no part called \"screw\".", 0);
   expect_extracted(NULL, NULL, KESSEL_BAD_ARGUMENT, "The name of the part is missing.", 0);
   expect_extracted("bolt", NULL, KESSEL_DONE, "", 1);
   remove("one.stp");
@@ -644,7 +646,7 @@ static void drawing(void) {
   options.progress = cancel_at_once;
   expect_drawn(NULL, KESSEL_VIEW_TOP, &options, KESSEL_CANCELLED, "The drawing was cancelled.");
   expect_drawn("screw", KESSEL_VIEW_TOP, NULL, KESSEL_BAD_ARGUMENT,
-               "There is no part called \"screw\".");
+               ASSEMBLY ": There is no part called \"screw\".");
   expect_drawn(NULL, 4, NULL, KESSEL_BAD_ARGUMENT, "There is no such view.");
   expect_drawn(NULL, KESSEL_VIEW_ISOMETRIC, NULL, KESSEL_DONE, "");
   expect_drawn("bolt", KESSEL_VIEW_RIGHT, NULL, KESSEL_DONE, "");

@@ -56,13 +56,15 @@ TEST_F(CheckCommand, ErrorsAndWarnings) {
   expect(
       {"in.stp"}, 1,
       "in.stp:16:1: warning: Nothing stands in front of this \";\".\n"
-      "in.stp:17:1: error: A string in this statement is not closed up to the end of the file.\n");
+      "in.stp:17:1: error: A string in this statement is not closed up to the end of the file. The "
+      "file may be cut off or damaged: copy or export it again.\n");
 }
 
 TEST_F(CheckCommand, FileThatCannotBeRead) {
   expect({"missing.stp"}, 1,
-         "missing.stp: error: The file cannot be opened: No such file or directory.\n");
-  expect({"."}, 1, ".: error: The file is a folder.\n");
+         "missing.stp: error: The file cannot be opened: No such file or directory. Check its "
+         "name.\n");
+  expect({"."}, 1, ".: error: The file is a folder. Name files in it, such as ./*.step.\n");
 }
 
 TEST_F(CheckCommand, JsonHoldsEverythingThatIsKnown) {
@@ -133,7 +135,9 @@ TEST_F(CheckCommand, StandardOutputThatIsFullIsAFailure) {
   folder_.write("in.stp", exchange_file(LID_ALONE));
   const ProcessRun run = run_velkstep({"check", "in.stp"}, {.standard_output = "/dev/full"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(run.errors, "velkstep: standard output: cannot be written\n");
+  EXPECT_EQ(run.errors,
+            "velkstep: standard output: cannot be written: No space left on device; make room, or "
+            "name a place on another disk\n");
 }
 
 }  // namespace

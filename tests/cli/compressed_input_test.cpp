@@ -22,6 +22,10 @@ constexpr const char* ZIP =
     "with zipfile.ZipFile(sys.argv[1], \"w\", zipfile.ZIP_DEFLATED) as archive:\n"
     "  for name, file in zip(sys.argv[2::2], sys.argv[3::2]): archive.write(file, name)' ";
 
+const std::string CUT_ARCHIVE =
+    "The archive cannot be unpacked: truncated gzip input. Copy it again, or unpack it by other "
+    "means.";
+
 class CompressedInput : public testing::Test {
  protected:
   CompressedInput() {
@@ -75,9 +79,11 @@ TEST_F(CompressedInput, ZipAsTheStandardHasIt) {
 
 TEST_F(CompressedInput, ZipThatDoesNotSayWhichFileIsMeant) {
   make(std::string(ZIP) + "two.zip a.stp in.stp b.stp other.stp");
-  expect_refused("two.zip", "The archive holds 2 files, not one exchange file: a.stp, b.stp.");
+  expect_refused("two.zip",
+                 "The archive holds 2 files, not one exchange file: a.stp, b.stp. Unpack it, and "
+                 "name one of them.");
   make(std::string(ZIP) + "none.zip");
-  expect_refused("none.zip", "The archive holds no file.");
+  expect_refused("none.zip", "The archive holds no file. Name one that holds an exchange file.");
 }
 
 TEST_F(CompressedInput, EveryCommandReadsIt) {
@@ -95,14 +101,14 @@ TEST_F(CompressedInput, EveryCommandReadsIt) {
 
 TEST_F(CompressedInput, DamagedArchiveIsAnError) {
   make("gzip -c in.stp | head -c 200 > cut.gz");
-  expect_refused("cut.gz", "The archive cannot be unpacked: truncated gzip input.");
+  expect_refused("cut.gz", CUT_ARCHIVE);
 }
 
 TEST_F(CompressedInput, CheckFindsWhatOthersRefuse) {
   make("gzip -c in.stp | head -c 200 > cut.gz");
   const ProcessRun text = run_velkstep({"check", "cut.gz"});
   EXPECT_EQ(text.exit_code, 1);
-  EXPECT_EQ(text.out, "cut.gz: error: The archive cannot be unpacked: truncated gzip input.\n");
+  EXPECT_EQ(text.out, "cut.gz: error: " + CUT_ARCHIVE + "\n");
   const ProcessRun json = run_velkstep({"check", "--json", "cut.gz"});
   EXPECT_NE(json.out.find("\"kind\":\"compressed\",\"severity\":\"error\""), std::string::npos)
       << json.out;
@@ -111,8 +117,9 @@ TEST_F(CompressedInput, CheckFindsWhatOthersRefuse) {
 
 TEST_F(CompressedInput, NothingCompressedIsAnEmptyFile) {
   make(": | gzip > nothing.gz");
-  expect_refused("nothing.gz", "The file is empty.");
-  EXPECT_EQ(run_velkstep({"check", "nothing.gz"}).out, "nothing.gz: error: The file is empty.\n");
+  expect_refused("nothing.gz", "The file is empty. Copy or export it again.");
+  EXPECT_EQ(run_velkstep({"check", "nothing.gz"}).out,
+            "nothing.gz: error: The file is empty. Copy or export it again.\n");
 }
 
 TEST_F(CompressedInput, SmallArchiveDoesNotBecomeAHugeFile) {

@@ -62,12 +62,16 @@ TEST_F(DiffCommand, Json) {
 TEST_F(DiffCommand, Trouble) {
   folder_.write("a.stp", exchange_file("#1=A(1.);\n"));
   expect({"a.stp", "missing.stp"}, 2, "",
-         "velkstep: missing.stp: The file cannot be opened: No such file or directory.\n");
-  expect({"-", "-"}, 2, "", "velkstep: standard input: cannot be both files\n");
+         "velkstep: missing.stp: The file cannot be opened: No such file or directory. Check its "
+         "name.\n");
+  expect({"-", "-"}, 2, "", "velkstep: standard input: cannot be both files; name one of them\n");
   ProcessSetting full;
   full.standard_output = "/dev/full";
-  expect({"--summary", "a.stp", "a.stp"}, 2, "", "velkstep: standard output: cannot be written\n",
-         full);
+  expect(
+      {"--summary", "a.stp", "a.stp"}, 2, "",
+      "velkstep: standard output: cannot be written: No space left on device; make room, or name "
+      "a place on another disk\n",
+      full);
 }
 
 TEST_F(DiffCommand, StandardInput) {

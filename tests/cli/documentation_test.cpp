@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -46,6 +47,26 @@ TEST(Documentation, ReferenceBlockStandsInTheFileThatThePageNames) {
   const std::string block = block_in(page, "/*~*/#78=DOCUMENT_TYPE");
   EXPECT_EQ(std::count(block.begin(), block.end(), '\n'), 16);
   EXPECT_NE(read_file("parts/Arm.stp").find(block), std::string::npos) << block;
+}
+
+/// A list without what is another one in each run, and without what stands between its ends.
+nlohmann::json list_in(const std::string& text) {
+  nlohmann::json list = nlohmann::json::parse(text);
+  nlohmann::json& files = list["files"];
+  for (nlohmann::json& file : files) file.erase("hash");
+  files.back().erase("bytes");  // The page's, which is no matter of this one.
+  files = {files.front(), files.back()};
+  return list;
+}
+
+TEST(Documentation, ListOfASplitIsAsThePageShowsIt) {
+  const std::string page = read_file(fs::path(PROJECT_FOLDER) / "docs/output-files.md");
+  const std::size_t begin = page.find("```json\n") + 8;
+  const ScratchFolder folder;
+  fs::copy(VELKSTEP_EXAMPLE, "lamp.step");
+  EXPECT_EQ(run_velkstep({"report", "lamp.step"}).exit_code, 0);
+  EXPECT_EQ(list_in(page.substr(begin, page.find("```", begin) - begin)),
+            list_in(read_file("lamp/velkstep-split.json")));
 }
 
 TEST(Documentation, ExamplesAreWhatTheGeneratorWrites) {

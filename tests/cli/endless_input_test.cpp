@@ -2,6 +2,7 @@
 // that only look like them are not. The standard reading knows where they end.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <regex>
 #include <string>
@@ -46,12 +47,15 @@ void expect_outcome(const std::string& input, const std::string& reading,
   EXPECT_EQ(run.out, "");
   if (reason != READ) {
     EXPECT_EQ(run.exit_code, 1);
-    EXPECT_EQ(std::regex_replace(run.errors, COLUMN, "$1"), "velkstep: in.stp" + reason + "\n");
+    // What can be done stands behind it.
+    const std::string printed = std::regex_replace(run.errors, COLUMN, "$1");
+    EXPECT_TRUE(printed.starts_with("velkstep: in.stp" + reason + " ")) << printed;
+    EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 1);
   } else {
     EXPECT_EQ(run.exit_code, 3);
     EXPECT_EQ(run.errors, std::string(NO_ROOT) +
                               "velkstep: in.stp: holds one part or none, of which a classic "
-                              "split makes nothing\n");
+                              "split makes nothing; without --classic it is copied\n");
   }
 }
 

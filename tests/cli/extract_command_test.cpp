@@ -104,10 +104,10 @@ TEST_F(ExtractCommand, Json) {
 TEST_F(ExtractCommand, AmbiguousAndUnknownNames) {
   expect({"in.stp", "--part", "bolt", "-o", "one.stp"}, 1, "",
          "velkstep: in.stp: There are 2 parts called \"bolt\": #20 (car/bolt), #30 (car/bolt); say "
-         "which one by its number.\n");
+         "which one by its number. velkstep extract in.stp --list lists all.\n");
   expect({"in.stp", "--part", "bolts", "-o", "one.stp"}, 1, "",
          "velkstep: in.stp: There is no part called \"bolts\"; similar are #20 (car/bolt), #30 "
-         "(car/bolt).\n");
+         "(car/bolt). velkstep extract in.stp --list lists all.\n");
   EXPECT_EQ(names_in("."), Names{"in.stp"});
 }
 
@@ -118,11 +118,11 @@ TEST_F(ExtractCommand, TheInputMayStandBehindAPart) {
 TEST_F(ExtractCommand, NothingIsReplacedUnlessAsked) {
   folder_.write("one.stp", "precious");
   expect({"in.stp", "--part", "car", "-o", "one.stp"}, 1, "",
-         "velkstep: one.stp: is there already; --force replaces it, unless it is an input\n");
+         "velkstep: one.stp: is there already; --force replaces it\n");
   EXPECT_EQ(read_file("one.stp"), "precious");
   expect({"in.stp", "--part", "car", "-o", "one.stp", "--force"}, 0, "one.stp: 28 records\n", "");
   expect({"in.stp", "--part", "car", "-o", "in.stp", "--force"}, 1, "",
-         "velkstep: in.stp: is there already; --force replaces it, unless it is an input\n");
+         "velkstep: in.stp: is the input; choose another name\n");
 }
 
 TEST_F(ExtractCommand, SplitOfAPartIsThatOfTheExtractedFile) {
@@ -151,7 +151,8 @@ TEST_F(ExtractCommand, SplitOfAPartIsThatOfTheExtractedFile) {
   const ProcessRun unknown = run_velkstep({"split", "deep.stp", "--part", "weel", "-o", "no"});
   EXPECT_EQ(unknown.exit_code, 1);
   EXPECT_EQ(unknown.errors,
-            "velkstep: deep.stp: There is no part called \"weel\"; similar are #20 (car/wheel).\n");
+            "velkstep: deep.stp: There is no part called \"weel\"; similar are #20 (car/wheel). "
+            "velkstep extract deep.stp --list lists all.\n");
   EXPECT_FALSE(fs::exists("no"));
 }
 
@@ -171,7 +172,8 @@ TEST_F(ExtractCommand, WrongUsage) {
 
 TEST_F(ExtractCommand, UnusableInput) {
   expect({"nowhere.stp", "--part", "car", "-o", "one.stp"}, 1, "",
-         "velkstep: nowhere.stp: No such file or directory\n");
+         "velkstep: nowhere.stp: The file cannot be opened: No such file or directory. Check its "
+         "name.\n");
   folder_.write("cut.stp", "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A('");
   const ProcessRun run = run_velkstep({"extract", "cut.stp", "--part", "car", "-o", "one.stp"});
   EXPECT_EQ(run.exit_code, 1);

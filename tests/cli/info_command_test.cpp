@@ -134,10 +134,13 @@ TEST(InfoCommand, InputThatFailsDoesNotKeepOthersFromBeingShown) {
   const ProcessRun run = run_velkstep({"info", "missing.stp", "b.stp", "a.stp"});
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_EQ(run.out, run_velkstep({"info", "a.stp"}).out);
-  EXPECT_EQ(run.errors,
-            "velkstep: missing.stp: No such file or directory\n"
-            "velkstep: b.stp:3:1: The HEADER section is not closed by \"ENDSEC;\".\n"
-            "velkstep: 3 inputs: 1 done, 2 failed\n");
+  EXPECT_EQ(
+      run.errors,
+      "velkstep: missing.stp: The file cannot be opened: No such file or directory. Check its "
+      "name.\n"
+      "velkstep: b.stp:3:1: The HEADER section is not closed by \"ENDSEC;\". The file may be cut "
+      "off or damaged: copy or export it again.\n"
+      "velkstep: 3 inputs: 1 done, 2 failed\n");
 }
 
 TEST(InfoCommand, NeedsAnInput) {

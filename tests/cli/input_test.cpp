@@ -50,7 +50,7 @@ TEST(Input, StandardInputIsCalledSoInMessages) {
   const ProcessRun run = run_velkstep({"tree", "-"});
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.errors, "velkstep: standard input: The file is empty.\n");
+  EXPECT_EQ(run.errors, "velkstep: standard input: The file is empty. Copy or export it again.\n");
 }
 
 TEST(Input, PipeIsReadLikeAFile) {
@@ -85,19 +85,21 @@ TEST(Input, VerifyReadsAPipe) {
 TEST(Input, ThatCannotBeReadIsNamedWithTheReason) {
   const ScratchFolder folder;
   folder.write("in.stp", exchange_file(BOX_WITH_LID));
-  const std::pair<const char*, const char*> CASES[] = {
-      {"missing.stp", "No such file or directory"},
-      {"in.stp/in.stp", "Not a directory"},
-      {"", "No such file or directory"},
-      {".", "is a folder"},
-      {"/dev/zero", "is neither a file nor a pipe"},
+  const std::string opened = "The file cannot be opened: ";
+  const std::pair<const char*, std::string> CASES[] = {
+      {"missing.stp", opened + "No such file or directory. Check its name."},
+      {"in.stp/in.stp", opened + "Not a directory. Check its name."},
+      {"", opened + "No such file or directory. Check its name."},
+      {".", "The file is a folder. Name files in it, such as ./*.step."},
+      {"/dev/zero", "The file is neither a file nor a pipe. Copy it into a file first."},
   };
   for (const char* command : {"tree", "info"}) {
     for (const auto& [in, reason] : CASES) {
       const ProcessRun run = run_velkstep({command, in});
       EXPECT_EQ(run.exit_code, 1);
       EXPECT_EQ(run.out, "");
-      EXPECT_EQ(run.errors, "velkstep: " + std::string(in) + ": " + reason + "\n");
+      EXPECT_EQ(run.errors,
+                "velkstep: " + std::string(*in == '\0' ? "''" : in) + ": " + reason + "\n");
     }
   }
 }
@@ -108,7 +110,10 @@ TEST(Input, FolderForTemporaryFilesThatIsMissing) {
   const ProcessRun run = run_velkstep(
       {"tree", "-"}, {.standard_input = "in.stp", .environment = {{"TMPDIR", "missing"}}});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(run.errors, "velkstep: standard input: no temporary file: No such file or directory\n");
+  EXPECT_EQ(run.errors,
+            "velkstep: standard input: no temporary file in missing: No such file or directory; "
+            "TMPDIR names "
+            "another folder for it\n");
 }
 
 /// A command that waits for more of its standard input.

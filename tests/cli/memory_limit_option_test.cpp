@@ -26,6 +26,8 @@ std::string sentence(const std::string& limit) {
 }
 
 /// An input of a few bytes, for whose highest number a table of 8 MiB is made.
+const std::string ADVICE = " With a larger --memory-limit, or without, it is read\\.";
+
 class MemoryLimitOption : public testing::Test {
  protected:
   MemoryLimitOption() {
@@ -49,13 +51,15 @@ TEST_F(MemoryLimitOption, SplitAndReportRefuseTheInputAndLeaveTheFolderAsItWas) 
       const ProcessRun run = with_limit("8MB", {command, "--classic", "in.stp", outdir});
       EXPECT_EQ(run.exit_code, 1);
       EXPECT_EQ(run.out, "");
-      EXPECT_THAT(run.errors, MatchesRegex("velkstep: in.stp:20:1: " + sentence("8000000") + "\n"));
+      EXPECT_THAT(run.errors,
+                  MatchesRegex("velkstep: in.stp:20:1: " + sentence("8000000") + ADVICE + "\n"));
       EXPECT_EQ(tree_of(folder_.path()), before);
       // The columns of the other styles hold any number, but not any name.
       const ProcessRun nested = with_limit("1kB", {command, "in.stp", outdir});
       EXPECT_EQ(nested.exit_code, 1);
       EXPECT_EQ(nested.out, "");
-      EXPECT_THAT(nested.errors, MatchesRegex("velkstep: in.stp.*: .* limit is 1000\\.\n"));
+      EXPECT_THAT(nested.errors,
+                  MatchesRegex("velkstep: in.stp.*: .* limit is 1000\\." + ADVICE + "\n"));
       EXPECT_EQ(tree_of(folder_.path()), before);
     }
   }
@@ -81,7 +85,8 @@ TEST_F(MemoryLimitOption, CheckRefusesWhatNeedsMore) {
   EXPECT_EQ(refused.errors, "");
   EXPECT_THAT(refused.out,
               MatchesRegex("names.stp: error: The records need at least [0-9]+ bytes of "
-                           "memory, and the limit is 8000000\\.\n"));
+                           "memory, and the limit is 8000000\\." +
+                           ADVICE + "\n"));
   EXPECT_EQ(with_limit("10MB", {"check", "names.stp"}).out,
             run_velkstep({"check", "names.stp"}).out);
 }
@@ -111,7 +116,7 @@ TEST_F(MemoryLimitOption, SizesMayHaveUnits) {
                {"7MiB", "7340032"}, {"7000kB", "7000000"},  {"7000ki", "7168000"}};
   for (const auto& row : CASES) {
     EXPECT_THAT(with_limit(row.size, {"check", "names.stp"}).out,
-                MatchesRegex(".*limit is " + std::string(row.bytes) + "\\.\n"))
+                MatchesRegex(".*limit is " + std::string(row.bytes) + "\\." + ADVICE + "\n"))
         << row.size;
   }
   for (const char* const enough : {"2GiB", "1TB", "15EiB", "9999999999999999999"}) {

@@ -73,7 +73,8 @@ TEST_F(OlderSplitTest, DryRunTellsWhatWouldStay) {
   EXPECT_EQ(dry.exit_code, 0);
   EXPECT_TRUE(dry.out.ends_with("  bytes in 4 files\n")) << dry.out;
   EXPECT_EQ(dry.errors,
-            "velkstep: out: 1 file of an earlier split changed since, and stays: hat.stp\n");
+            "velkstep: out: 1 file of an earlier split changed since, and stays; "
+            "remove it where not needed: hat.stp\n");
 }
 
 TEST_F(OlderSplitTest, GoesWhereItIsAsItWasWritten) {
@@ -86,8 +87,10 @@ TEST_F(OlderSplitTest, StaysWhereItHasChanged) {
   std::string hat = read_file("out/hat.stp");
   hat[hat.size() - 3] = ' ';
   folder_.write("out/hat.stp", hat);
-  expect_replaced("velkstep: out: 1 file of an earlier split changed since, and stays: hat.stp\n",
-                  {{"hat.stp", without_time_stamps(hat)}});
+  expect_replaced(
+      "velkstep: out: 1 file of an earlier split changed since, and stays; "
+      "remove it where not needed: hat.stp\n",
+      {{"hat.stp", without_time_stamps(hat)}});
   // The new list does not know it.
   expect_replaced("", {{"hat.stp", without_time_stamps(hat)}});
 }
@@ -101,8 +104,10 @@ TEST_F(OlderSplitTest, LinksInItsPlaceStay) {
   fs::rename("out/hat.stp", "out/elsewhere.stp");
   fs::create_symlink("elsewhere.stp", "out/hat.stp");
   const std::string hat = without_time_stamps(read_file("out/elsewhere.stp"));
-  expect_replaced("velkstep: out: 1 file of an earlier split changed since, and stays: hat.stp\n",
-                  {{"elsewhere.stp", hat}, {"hat.stp", "->elsewhere.stp"}});
+  expect_replaced(
+      "velkstep: out: 1 file of an earlier split changed since, and stays; "
+      "remove it where not needed: hat.stp\n",
+      {{"elsewhere.stp", hat}, {"hat.stp", "->elsewhere.stp"}});
 }
 
 TEST_F(OlderSplitTest, StaysWithoutForce) {
@@ -116,7 +121,7 @@ TEST_F(OlderSplitTest, StaysWhereItsListCannotBeRead) {
   folder_.write("out/velkstep-split.json", "{");
   expect_replaced(
       "velkstep: out: The list of the split is no JSON. What an earlier split left "
-      "stays.\n",
+      "stays; remove by hand what is not needed.\n",
       {{"hat.stp", hat}});
 }
 
@@ -127,7 +132,7 @@ TEST_F(OlderSplitTest, NeverLeadsOutOfTheFolder) {
   const std::string hat = without_time_stamps(read_file("out/hat.stp"));
   expect_replaced(
       "velkstep: out: The list of the split names something that is no file in its "
-      "folder. What an earlier split left stays.\n",
+      "folder. What an earlier split left stays; remove by hand what is not needed.\n",
       {{"hat.stp", hat}});
 }
 
@@ -200,7 +205,8 @@ TEST_F(OlderSplitTest, ManyChangedFilesAreOneLine) {
     changed[name] = "mine";
   }
   expect_replaced(
-      "velkstep: out: 7 files of an earlier split changed since, and stay: p1.stp, "
+      "velkstep: out: 7 files of an earlier split changed since, and stay; remove them where not "
+      "needed: p1.stp, "
       "p2.stp, p3.stp, p4.stp, p5.stp, ...\n",
       changed);
 }

@@ -63,7 +63,9 @@ TEST(PrintedNames, ControlCharactersOfPathsAreReplaced) {
   const ScratchFolder folder;
   const ProcessRun run = run_velkstep({"tree", "no\x1B[2Jsuch\xFF"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(run.errors, "velkstep: no�[2Jsuch�: No such file or directory\n");
+  EXPECT_EQ(run.errors,
+            "velkstep: no�[2Jsuch�: The file cannot be opened: No such "
+            "file or directory. Check its name.\n");
 }
 
 class Colours : public testing::Test {

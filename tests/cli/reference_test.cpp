@@ -101,7 +101,11 @@ TEST(ManualPage, SaysWhatTheHelpSays) {
   EXPECT_NE(page.find("--names record|product|product-unicode"), std::string::npos) << page;
   EXPECT_NE(page.find("--memory-limit SIZE"), std::string::npos) << page;
   EXPECT_NE(page.find("velkstep info [OPTIONS] IN...\n"), std::string::npos) << page;
+  EXPECT_NE(page.find("velkstep join [OPTIONS] ROOT -o OUT\n"), std::string::npos) << page;
   EXPECT_NE(page.find("--depth N\n"), std::string::npos) << page;
+  EXPECT_NE(page.find("--jobs N\n"), std::string::npos) << page;
+  EXPECT_NE(page.find("--output OUT\n"), std::string::npos) << page;
+  EXPECT_EQ(page.find("N:"), std::string::npos) << "a check is no part of a value's name";
   EXPECT_EQ(page.find('@'), std::string::npos) << "a mark was not replaced";
 }
 

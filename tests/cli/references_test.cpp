@@ -49,9 +49,10 @@ TEST_F(InputWithReferences, NamesAreSeenFromTheFolderThatFilesArriveIn) {
   fs::remove("in/lid.stp");
   const ProcessRun missing = run_velkstep({"split", "in/in.stp", "-o", "out"});
   EXPECT_EQ(missing.exit_code, 0);
-  EXPECT_EQ(missing.errors,
-            "velkstep: in/in.stp: 1 warning; nothing is lost, and velkstep check says what it is "
-            "about\n");
+  EXPECT_EQ(
+      missing.errors,
+      "velkstep: in/in.stp:20:1: The file \"lid.stp\" that is referred to is not there. Put it "
+      "there, or what is in it is missing.\n");
 }
 
 TEST_F(InputWithReferences, CopiesArriveWithTheFiles) {
@@ -81,7 +82,8 @@ TEST_F(InputWithReferences, CopiesOfAnOlderSplitGo) {
             0);
   folder_.write("out/lid.stp", "somebody's");
   EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "out", "--force"}).errors,
-            "velkstep: out: 1 file of an earlier split changed since, and stays: lid.stp\n");
+            "velkstep: out: 1 file of an earlier split changed since, and stays; remove it "
+            "where not needed: lid.stp\n");
   EXPECT_EQ(read_file("out/lid.stp"), "somebody's");
 }
 
@@ -127,7 +129,7 @@ TEST_F(InputWithReferences, JoinKeepsWhatIsMissingWhereAsked) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_NE(
       run.errors.find("in/in.stp:20:1: warning: The file \"lid.stp\" that is referred to is not "
-                      "there.\n"),
+                      "there. Put it there, and join again, to have it in the result.\n"),
       std::string::npos)
       << run.errors;
   EXPECT_NE(read_file("one.stp").find("=DOCUMENT_FILE('in/lid.stp',"), std::string::npos);

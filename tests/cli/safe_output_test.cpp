@@ -189,7 +189,8 @@ TEST_F(SafeOutput, FoldersAreNeverReplaced) {
   fs::create_directories("out/lid.stp");
   folder_.write("out/lid.stp/notes.txt", "mine");
   folder_.write("out/box.stp", "mine");
-  expect_untouched("velkstep: out/lid.stp: is a folder\n", {"--force"});
+  expect_untouched("velkstep: out/lid.stp: is a folder; remove it, or name another place\n",
+                   {"--force"});
 }
 
 TEST_F(SafeOutput, FolderBehindALinkIsWrittenTo) {
@@ -202,9 +203,9 @@ TEST_F(SafeOutput, FolderBehindALinkIsWrittenTo) {
 
 TEST_F(SafeOutput, FileInPlaceOfTheFolderStays) {
   folder_.write("out", "mine");
-  expect_untouched("velkstep: out: cannot be created: Not a directory\n");
+  expect_untouched("velkstep: out: cannot be created: Not a directory; name another place\n");
   EXPECT_EQ(run_velkstep({"split", "in.stp", "out/sub/folder"}).errors,
-            "velkstep: out/sub/folder: cannot be created: Not a directory\n");
+            "velkstep: out/sub/folder: cannot be created: Not a directory; name another place\n");
   EXPECT_EQ(read_file("out"), "mine");
 }
 
@@ -229,7 +230,7 @@ TEST_F(SafeOutput, InputIsNotReplacedWithForceEither) {
   const auto before = tree_of("out");
   const ProcessRun run = run_velkstep({"split", "--force", "out/lid.stp", "out"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(run.errors, "velkstep: out/lid.stp: is the input\n");
+  EXPECT_EQ(run.errors, "velkstep: out/lid.stp: is the input; choose another folder\n");
   EXPECT_EQ(tree_of("out"), before);
 }
 
@@ -241,7 +242,8 @@ TEST_F(SafeOutput, ListThatCannotBePrintedLeavesEverythingAsItWas) {
     const ProcessRun run = run_velkstep(arguments, full);
     EXPECT_EQ(run.exit_code, 1);
     EXPECT_EQ(run.errors,
-              "velkstep: standard output: cannot be written: No space left on device\n");
+              "velkstep: standard output: cannot be written: No space left on device; make "
+              "room, or name a place on another disk\n");
     EXPECT_EQ(tree_of(folder_.path()), before);
   };
   for (const char* command : {"split", "report"}) {
@@ -261,9 +263,14 @@ TEST_F(SafeOutput, FolderInWhichAnotherProcessPublishesIsRefused) {
   fs::create_directory("out");
   const int folder = ::open("out", O_RDONLY | O_CLOEXEC);
   ASSERT_EQ(::flock(folder, LOCK_EX), 0);
-  expect_untouched("velkstep: out: another process is writing into it\n");
+  expect_untouched(
+      "velkstep: out: another process is writing into it; wait, or name another "
+      "folder\n");
   folder_.write("out/lid.stp", "mine");
-  expect_untouched("velkstep: out: another process is writing into it\n", {"--force"});
+  expect_untouched(
+      "velkstep: out: another process is writing into it; wait, or name another "
+      "folder\n",
+      {"--force"});
   ::close(folder);
   EXPECT_EQ(split({"--force"}).exit_code, 0);
   EXPECT_EQ(tree_of("out"), expected_files());
@@ -301,7 +308,9 @@ TEST_F(SafeOutput, LongestNameOfAFolderIsFine) {
   const auto before = tree_of(folder_.path());
   const ProcessRun run = run_velkstep({"split", "in.stp", longest + "x"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(run.errors, "velkstep: " + longest + "x: cannot be created: File name too long\n");
+  EXPECT_EQ(run.errors, "velkstep: " + longest +
+                            "x: cannot be created: File name too long; name a "
+                            "shorter one\n");
   EXPECT_EQ(tree_of(folder_.path()), before);
 }
 

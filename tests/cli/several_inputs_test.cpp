@@ -108,7 +108,8 @@ TEST_F(SeveralInputs, AreSplitIntoFoldersOfTheirNames) {
   }
   for (std::size_t at = 0; (at = out.find("one/", at)) != std::string::npos;) out.erase(at, 4);
   const std::string said =
-      "velkstep: cut.p21:3:1: The HEADER section is not closed by \"ENDSEC;\".\n"
+      "velkstep: cut.p21:3:1: The HEADER section is not closed by \"ENDSEC;\". The file may be cut "
+      "off or damaged: copy or export it again.\n"
       "velkstep: 4 inputs: 3 done, 1 failed\n";
 
   const ProcessRun here = run_velkstep(joined({"split"}, inputs));

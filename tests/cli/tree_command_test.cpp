@@ -170,7 +170,8 @@ TEST_F(TreeCommand, FileWithoutPartsIsNoFailure) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.errors,
-            "velkstep: in.stp: holds no part: no product definition has a shape or a component\n");
+            "velkstep: in.stp: holds no part: no product definition has a shape or a component; "
+            "velkstep info says what it holds\n");
 }
 
 TEST_F(TreeCommand, FileThatEndsTooEarlySaysSo) {
@@ -231,7 +232,9 @@ TEST_F(TreeCommand, StandardOutputThatIsFullIsAFailure) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no device that is always full";
   const ProcessRun run = run_velkstep({"tree", VELKSTEP_EXAMPLE}, {.standard_output = "/dev/full"});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(run.errors, "velkstep: standard output: cannot be written\n");
+  EXPECT_EQ(run.errors,
+            "velkstep: standard output: cannot be written: No space left on device; make room, or "
+            "name a place on another disk\n");
 }
 
 TEST_F(TreeCommand, HelpNamesEveryFormat) {

@@ -69,9 +69,10 @@ TEST_F(VerifyCommand, WarningsOnly) {
 TEST_F(VerifyCommand, FindingsOnTheInputAndTheFolder) {
   expect({"missing.stp", "out"}, 1,
          "missing.stp: error: The file cannot be opened: No such file or "
-         "directory.\n");
+         "directory. Check its name.\n");
   expect({"in.stp", "nowhere"}, 1,
-         "nowhere: error: The folder cannot be read: No such file or directory.\n");
+         "nowhere: error: The folder cannot be read: No such file or directory. Name a folder that "
+         "a split wrote.\n");
 }
 
 TEST_F(VerifyCommand, StandardInput) {

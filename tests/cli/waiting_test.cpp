@@ -106,10 +106,13 @@ TEST_F(Waiting, ClosedStreamsAreNotTakenForFiles) {
   expect_whole_files();
   EXPECT_EQ(run_in_shell(VELKSTEP + " split in.stp out2 >&- 2>errors; echo $?").out, "1\n");
   EXPECT_EQ(read_file("errors"),
-            "velkstep: standard output: cannot be written: Bad file descriptor\n");
+            "velkstep: standard output: cannot be written: Bad file descriptor; name another "
+            "place\n");
   EXPECT_FALSE(fs::exists("out2"));
-  EXPECT_EQ(run_in_shell(VELKSTEP + " split - out2 <&- 2>&1; echo $?").out,
-            "velkstep: standard input: Bad file descriptor\n1\n");
+  EXPECT_EQ(
+      run_in_shell(VELKSTEP + " split - out2 <&- 2>&1; echo $?").out,
+      "velkstep: standard input: The file cannot be read: Bad file descriptor. Redirect it from "
+      "a file, or name one.\n1\n");
 }
 
 }  // namespace

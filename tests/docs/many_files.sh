@@ -140,7 +140,7 @@ run_block 6
 expect "exit code of the array job" 0 "$status"
 expect_results
 run_block 7 > "$scratch/printed"
-expect "the failed one's log" "results/3.log:velkstep: assemblies/broken.stp: The file is no exchange file: it does not begin with \"ISO-10303-21\"." "$(cat "$scratch/printed")"
+expect "the failed one's log" "results/3.log:velkstep: assemblies/broken.stp: The file is no exchange file: it does not begin with \"ISO-10303-21\". Export it from the CAD system as STEP (.stp, .step)." "$(cat "$scratch/printed")"
 rm -r parts results results.jsonl inputs.txt split-one.sh "$scratch/flaky" "$scratch/calls" "$scratch/folders"
 
 command -v parallel > /dev/null && command -v rsync > /dev/null || { echo SKIPPED; exit 0; }
@@ -172,6 +172,8 @@ assemblies/flaky.stp
 assemblies/lamp.step
 assemblies/packed.stpz
 assemblies/broken.stp" "$(inputs_of_results)"
+run_block 3 > "$scratch/printed"
+expect "what has failed after it" "" "$(cat "$scratch/printed")"
 
 rm -r parts jobs.log results.jsonl "$scratch/flaky" "$scratch/calls" "$scratch/folders"
 echo hello > assemblies/broken.stp

@@ -94,7 +94,7 @@ TEST(Bodies, PartsWithoutAnyAreRefused) {
     extract_each("in.stp", {"solid", "empty"}, "out", options);
     FAIL() << "extracted";
   } catch (const PartError& error) {
-    EXPECT_STREQ(error.what(), "The part #10 (empty) has no bodies of its own.");
+    EXPECT_STREQ(error.what(), "in.stp: The part #10 (empty) has no bodies of its own.");
   }
   EXPECT_FALSE(fs::exists("out"));
 }

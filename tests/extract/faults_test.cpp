@@ -79,7 +79,7 @@ TEST_F(ExtractFaults, OutputThatCannotBe) {
 }
 
 TEST_F(ExtractFaults, InputThatCannotBeRead) {
-  EXPECT_THROW(extract("nowhere.stp", "wheel", "out.stp"), std::invalid_argument);
+  EXPECT_THROW(extract("nowhere.stp", "wheel", "out.stp"), InputError);
   folder_.write("in.stp", "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A('");
   EXPECT_THROW(extract("in.stp", "wheel", "out.stp"), InputError);
   fs::create_directory("folder");

@@ -5,6 +5,7 @@
 
 #include "inspection/products.h"
 #include "kessel/assembly.h"
+#include "kessel/errors.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -243,8 +244,11 @@ TEST(ReadAssembly, FileThatCannotBeOpened) {
   try {
     read_assembly("nowhere/in.stp");
     ADD_FAILURE() << "no exception";
-  } catch (const std::invalid_argument& error) {
-    EXPECT_STREQ(error.what(), "Failed to open input file.");
+  } catch (const InputError& error) {
+    EXPECT_EQ(error.finding().kind, FindingKind::unreadable);
+    EXPECT_EQ(error.path(), "nowhere/in.stp");
+    EXPECT_STREQ(error.what(),
+                 "nowhere/in.stp: The file cannot be opened: No such file or directory.");
   }
 }
 

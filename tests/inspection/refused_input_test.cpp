@@ -36,15 +36,25 @@ std::string text_of(const Finding& finding) {
   return place + " " + std::string(name_of(finding.kind)) + ": " + finding.sentence;
 }
 
-/// For which error `read` refuses something; empty where it does not.
+/// For which error `read` refuses `in`; empty where it does not. Expects that the exception names
+/// the file, with the place where it has one.
 template <class Read>
-std::string refusal_of(Read read) {
+std::string refusal_of(const fs::path& in, Read read) {
   try {
     read();
   } catch (const InputError& error) {
-    return text_of(error.finding());
-  } catch (const PartError&) {
-    return "";  // The file was read.
+    const Finding& finding = error.finding();
+    std::string place = in.string();
+    if (finding.line != 0) {
+      place += ":" + std::to_string(finding.line) + ":" + std::to_string(finding.column);
+    }
+    EXPECT_EQ(error.path(), in);
+    EXPECT_EQ(error.what(), place + ": " + finding.sentence);
+    return text_of(finding);
+  } catch (const PartError& error) {  // The file was read.
+    EXPECT_EQ(error.path(), in);
+    EXPECT_EQ(error.what(), in.string() + ": " + error.sentence());
+    return "";
   }
   return "";
 }
@@ -63,7 +73,9 @@ void verify_as_split(const fs::path& in) {
   const std::vector<Finding> findings = verify(in, "out").findings;
   fs::remove_all("out");
   for (const Finding& finding : findings) {
-    if (finding.severity == Severity::error && finding.file.empty()) throw InputError(finding);
+    if (finding.severity == Severity::error && finding.file.empty()) {
+      throw InputError(finding, in);
+    }
   }
 }
 
@@ -92,8 +104,20 @@ std::string refusal_of_file(const fs::path& in, const Options& options = {}) {
   for (const Finding& finding : check(in, options)) {
     if (finding.severity == Severity::error) found += text_of(finding);
   }
-  EXPECT_EQ(refusal_of([&] { read_assembly(in, options); }), found);
-  EXPECT_EQ(refusal_of([&] { read_summary(in, options); }), found);
+  EXPECT_EQ(refusal_of(in, [&] { read_assembly(in, options); }), found);
+  EXPECT_EQ(refusal_of(in, [&] { read_summary(in, options); }), found);
+  return found;
+}
+
+/// For which error all functions refuse the file alike.
+std::string refusal_by_all(const fs::path& in) {
+  const std::string found = refusal_of_file(in);
+  for (const Reader& reader : READERS) {
+    EXPECT_EQ(refusal_of(in, [&] { reader.read(in); }), found) << reader.name;
+    EXPECT_TRUE(found.empty() || !fs::exists("out")) << reader.name;
+    fs::remove_all("out");
+    fs::remove("roots.txt");
+  }
   return found;
 }
 
@@ -104,15 +128,7 @@ std::string refusal_of_text(const std::string& text, const Options& options) {
 
 std::string refusal_of_text(const std::string& text) {
   const ScratchFolder folder;
-  const fs::path in = folder.write("in.stp", text);
-  const std::string found = refusal_of_file(in);
-  for (const Reader& reader : READERS) {
-    EXPECT_EQ(refusal_of([&] { reader.read(in); }), found) << reader.name;
-    EXPECT_TRUE(found.empty() || !fs::exists("out")) << reader.name;
-    fs::remove_all("out");
-    fs::remove("roots.txt");
-  }
-  return found;
+  return refusal_by_all(folder.write("in.stp", text));
 }
 
 TEST(RefusedInput, FilesThatAreNoExchangeFiles) {
@@ -139,6 +155,8 @@ TEST(RefusedInput, WhatIsNoFile) {
   EXPECT_EQ(refusal_of_file("."), "0 unreadable: The file is a folder.");
   EXPECT_EQ(refusal_of_file("pipe"),
             "0 unreadable: The file is not a regular file, and the input is read twice.");
+  EXPECT_EQ(refusal_by_all("missing.stp"),
+            "0 unreadable: The file cannot be opened: No such file or directory.");
 }
 
 TEST(RefusedInput, FilesThatBreakOff) {

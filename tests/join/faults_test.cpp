@@ -103,7 +103,7 @@ TEST(JoinFaults, ComponentThatCannotBeRead) {
 
 TEST(JoinFaults, RootThatIsNotThereOrNoFile) {
   JoinedFolder folder;
-  EXPECT_EQ(folder.refusal(), "root.stp: The file cannot be opened.");
+  EXPECT_EQ(folder.refusal(), "root.stp: The file cannot be opened: No such file or directory.");
   fs::create_directory(folder.folder() / "root.stp");
   EXPECT_EQ(
       folder.refusal(),

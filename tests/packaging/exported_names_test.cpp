@@ -173,15 +173,18 @@ const std::set<std::string> INTERFACE = {
     "Kessel::Part::_opened_files",
 
     "Kessel::PartError::PartError(std::string const&, std::vector<Kessel::NamedPart, "
-    "std::allocator<Kessel::NamedPart>>)",
+    "std::allocator<Kessel::NamedPart>>, std::filesystem::path const&)",
     "Kessel::PartError::PartError(Kessel::PartError const&)",
     "Kessel::PartError::~PartError()",
     "Kessel::PartError::candidates() const",
+    "Kessel::PartError::path() const",
+    "Kessel::PartError::sentence() const",
 
-    "Kessel::InputError::InputError(Kessel::Finding const&)",
+    "Kessel::InputError::InputError(Kessel::Finding const&, std::filesystem::path const&)",
     "Kessel::InputError::InputError(Kessel::InputError const&)",
     "Kessel::InputError::~InputError()",
     "Kessel::InputError::finding() const",
+    "Kessel::InputError::path() const",
 
     "Kessel::OutputError::OutputError(std::filesystem::path const&, std::error_code)",
     "Kessel::OutputError::OutputError(Kessel::OutputError const&)",

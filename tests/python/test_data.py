@@ -138,7 +138,7 @@ def test_shrink_makes_one_of_what_is_there_twice(write, tmp_path):
 
 def test_split_shrinks_lean_files_only(assembly, tmp_path):
     assert velkstep.split(assembly, tmp_path / "lean", assemblies="lean", shrink=True)
-    with pytest.raises(velkstep.InputError):
+    with pytest.raises(ValueError, match="^shrink: the classic style cannot be shrunk$"):
         velkstep.split(assembly, tmp_path / "classic", assemblies="classic", shrink=True)
 
 

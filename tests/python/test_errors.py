@@ -9,7 +9,19 @@ from pathlib import Path
 import pytest
 import velkstep
 
-FUNCTIONS = [lambda path: velkstep.split(path, "out"), velkstep.tree, velkstep.info]
+FUNCTIONS = [
+    lambda path: velkstep.split(path, "out"),
+    lambda path: velkstep.split(path, "out", references="follow"),
+    lambda path: velkstep.split(path, "out", **velkstep.CLASSIC),
+    velkstep.tree,
+    velkstep.info,
+    velkstep.drawing,
+    lambda path: velkstep.picture(path, "out"),
+    lambda path: velkstep.extract(path, "lid", "out"),
+    lambda path: velkstep.shrink(path, "out"),
+    lambda path: velkstep.join(path, "out"),
+    lambda path: velkstep.diff(path, path),
+]
 
 
 @pytest.mark.parametrize("function", FUNCTIONS)
@@ -17,11 +29,34 @@ def test_missing_input(function):
     with pytest.raises(velkstep.InputError) as caught:
         function("missing.stp")
     error = caught.value
-    assert str(error) == "missing.stp: Failed to open input file."
+    assert str(error) == "missing.stp: The file cannot be opened: No such file or directory."
     assert (error.path, error.kind, error.line, error.column, error.record) == (
         Path("missing.stp"), "unreadable", None, None, None,
     )  # fmt: skip
     assert isinstance(error, RuntimeError)
+    assert not Path("out").exists()
+
+
+def test_part_that_is_not_there(assembly):
+    for function in (
+        lambda: velkstep.extract(assembly, "no such part", "out"),
+        lambda: velkstep.picture(assembly, "out", part="no such part"),
+    ):
+        with pytest.raises(velkstep.PartError) as caught:
+            function()
+        error = caught.value
+        assert str(error) == f'{assembly}: There is no part called "no such part".'
+        assert (error.path, error.candidates) == (assembly, [])
+        assert str(pickle.loads(pickle.dumps(error))) == str(error)
+
+
+def test_which_of_several_files_is_to_blame(write):
+    good = write("good.stp", "#1=A();\n")
+    Path("bad.stp").write_text("ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n#1=A(\n")
+    with pytest.raises(velkstep.InputError) as caught:
+        velkstep.diff(good, "bad.stp")
+    assert (caught.value.path, caught.value.line) == (Path("bad.stp"), 5)
+    assert str(caught.value).startswith("bad.stp:5:1: ")
 
 
 def test_finding_of_the_whole_file():
@@ -86,7 +121,7 @@ def test_folder_that_cannot_be_made(assembly):
     Path("plain").touch()
     with pytest.raises(velkstep.OutputError) as caught:
         velkstep.split(assembly, "plain/out")
-    assert str(caught.value) == "plain/out: cannot be made: Not a directory"
+    assert str(caught.value) == "plain/out: cannot be written: Not a directory"
     assert (caught.value.path, caught.value.errno) == (Path("plain/out"), errno.ENOTDIR)
 
 

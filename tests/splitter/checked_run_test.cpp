@@ -36,6 +36,15 @@ using testing::IsEmpty;
 const std::string HEADER = "ISO-10303-21;\nHEADER;\nENDSEC;\n";
 const std::string END = "ENDSEC;\nEND-ISO-10303-21;\n";
 
+/// What an exception says of a finding on `in`.
+std::string line_about(const fs::path& in, const Finding& finding) {
+  std::string place = in.string();
+  if (finding.line != 0) {
+    place += ":" + std::to_string(finding.line) + ":" + std::to_string(finding.column);
+  }
+  return place + ": " + finding.sentence;
+}
+
 class CheckedRunTest : public testing::Test {
  protected:
   ~CheckedRunTest() override { Part::free_statics(); }
@@ -48,7 +57,8 @@ class CheckedRunTest : public testing::Test {
                   split_paths(in, "out", options);
                 } catch (const InputError& error) {
                   finding = error.finding();
-                  EXPECT_EQ(error.what(), finding->sentence);
+                  EXPECT_EQ(error.path(), in);
+                  EXPECT_EQ(error.what(), line_about(in, *finding));
                 }
               }),
               "");
@@ -255,8 +265,12 @@ TEST_F(CheckedRunTest, WhatIsNoRegularFileIsRefusedUnopened) {
   EXPECT_EQ(refused(".").sentence, "The file is a folder.");
 }
 
-TEST_F(CheckedRunTest, InputThatIsNotThereIsWhatItIsInTheTwoArgumentForm) {
-  EXPECT_THROW(split_paths("missing.stp", "out", Options::classic()), std::invalid_argument);
+TEST_F(CheckedRunTest, InputThatIsNotThereIsRefusedWithTheReason) {
+  for (const Options& options : {Options(), Options::classic()}) {
+    const Finding finding = refused("missing.stp", options);
+    EXPECT_EQ(finding.kind, FindingKind::unreadable);
+    EXPECT_EQ(finding.sentence, "The file cannot be opened: No such file or directory.");
+  }
 }
 
 TEST_F(CheckedRunTest, MemoryLimitBoundsTheStore) {

@@ -290,7 +290,8 @@ TEST_F(SplitListTest, OfNoUseIsRefused) {
     } catch (const InputError& error) {
       EXPECT_EQ(error.finding().kind, FindingKind::wrong_split_list);
       EXPECT_EQ(error.finding().file, "velkstep-split.json");
-      EXPECT_STREQ(error.what(), row.sentence);
+      EXPECT_EQ(error.path(), "out/velkstep-split.json");
+      EXPECT_EQ(error.what(), std::string("out/velkstep-split.json: ") + row.sentence);
     }
   }
   fs::remove("out/velkstep-split.json");

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "arguments/near_miss.h"
 #include "run/words.h"
+#include "text/near_miss.h"
 
 namespace Velkstep {
 

@@ -1,12 +1,15 @@
 #include "arguments/command_line.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <iostream>
+#include <string>
 
 #include "arguments/commands.h"
-#include "arguments/near_miss.h"
 #include "run/exit_codes.h"
 #include "run/split_plan.h"
 #include "run/wrong_usage.h"
+#include "text/near_miss.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -34,6 +37,27 @@ std::string unknown(const std::string& typed, const std::vector<std::string>& wo
   return printable(typed) + (meant.empty() ? ": no such " + what : ": did you mean " + meant + "?");
 }
 
+/// What is to be said about a word that is left.
+std::string one_too_many(const std::string& typed, const CLI::App& command) {
+  std::string all;
+  for (const CLI::Option* option : command.get_options()) {
+    if (option->get_positional()) all += (all.empty() ? "" : " and ") + option->get_name(true);
+  }
+  return printable(typed) + " is one too many; it takes " + all + " only";
+}
+
+/// What is to be said about an option with too few or too many values; `text` is CLI11's, which
+/// names it: "--jobs: 1 required N missing", "Could not convert: --json = x".
+std::string wrong_values(const std::string& text, const CLI::App& command) {
+  const std::size_t begin = std::min(text.find("--"), text.size());
+  const std::string name = text.substr(begin, text.find_first_of(": =", begin) - begin);
+  const CLI::Option* const option = command.get_option_no_throw(name);
+  if (option == nullptr) return printable(text);
+  if (option->get_expected_max() == 0) return name + " takes no value";
+  if (option->count() > 1) return name + " is there more than once; give it once";
+  return name + " wants a value: " + option->get_type_name();
+}
+
 /// What is wrong with the arguments of `command`, which is the program itself where none was found.
 std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::ParseError& error) {
   const std::vector<std::string> left = command.remaining();
@@ -48,10 +72,15 @@ std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::Pa
     }
     return unknown(typed, typed.starts_with("-") ? flags_of(app) : commands_of(app));
   }
-  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && typed.starts_with("-")) {
-    return unknown(typed, flags_of(command));
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+    return typed.starts_with("-") ? unknown(typed, flags_of(command))
+                                  : one_too_many(typed, command);
   }
-  return error.what();
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr ||
+      dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
+    return wrong_values(error.what(), command);
+  }
+  return printable(error.what());
 }
 
 /// Says what is wrong with the arguments, and where help is.

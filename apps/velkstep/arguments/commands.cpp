@@ -5,6 +5,7 @@
 #include <string>
 
 #include "arguments/choice.h"
+#include "arguments/faults.h"
 #include "arguments/options.h"
 #include "commands/check_command.h"
 #include "commands/diff_command.h"
@@ -36,7 +37,7 @@ Command<Arguments> add_command(CLI::App& app, Action& action, int (*run)(const A
                                const std::string& name, const std::string& description) {
   const auto arguments = std::make_shared<Arguments>();
   CLI::App* command = app.add_subcommand(name, description);
-  command->footer(EXIT_CODES);
+  command->footer(USUAL_EXIT_CODES);
   command->callback(
       [&action, arguments, run] { action = [arguments, run] { return run(*arguments); }; });
   return {command, arguments};
@@ -47,20 +48,27 @@ void add_input(CLI::App* command, std::string& in) {
   command->add_option("IN", in, "The exchange file; - reads standard input")->required();
 }
 
-/// The one file that a command writes.
-void add_output_option(CLI::App* command, std::filesystem::path& out) {
-  command->add_option("-o,--output", out, "The file to write")->type_name("OUT")->required();
+/// The one file that a command writes. `fault_of_ending` says what is wrong with its ending.
+void add_output_option(CLI::App* command, std::filesystem::path& out,
+                       std::string (*fault_of_ending)(const std::string&)) {
+  command->add_option("-o,--output", out, "The file to write")
+      ->type_name("OUT")
+      ->check(CLI::Validator(fault_of_output, ""))
+      ->check(CLI::Validator(fault_of_ending, ""))
+      ->required();
 }
 
 void add_split_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, split, "split", "Split each IN into one file per part");
+  command->footer(SPLIT_EXIT_CODES);
   add_split_arguments(command, *arguments);
 }
 
 void add_check_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, check, "check", "Say what is wrong or unusual in each IN");
+  command->footer(CHECK_EXIT_CODES);
   add_inputs(command, arguments->in, arguments->jobs,
              "The exchange files to check; - reads standard input");
   add_memory_limit_option(command, arguments->options.memory_limit);
@@ -82,10 +90,12 @@ void add_diff_command(CLI::App& app, Action& action) {
 void add_verify_command(CLI::App& app, Action& action) {
   const auto [command, arguments] = add_command(
       app, action, verify, "verify", "Check the files that IN was split into under OUTDIR");
+  command->footer(CHECK_EXIT_CODES);
   command
       ->add_option("IN", arguments->in, "The exchange file that was split; - reads standard input")
       ->required();
   command->add_option("OUTDIR", arguments->outdir, "The folder with the files of the split")
+      ->check(CLI::Validator(fault_of_output, ""))
       ->required();
   add_memory_limit_option(command, arguments->options.memory_limit);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
@@ -99,7 +109,7 @@ void add_join_command(CLI::App& app, Action& action) {
                    "The file that refers to the others, or the folder of a split; - reads standard "
                    "input")
       ->required();
-  add_output_option(command, arguments->out);
+  add_output_option(command, arguments->out, fault_of_exchange_file);
   command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   command->add_flag("--follow-outside", arguments->follow_outside,
                     "Also read files outside of ROOT's folder");
@@ -119,7 +129,7 @@ void add_shrink_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, shrink, "shrink", "Write IN again, without what it says twice");
   add_input(command, arguments->in);
-  add_output_option(command, arguments->out);
+  add_output_option(command, arguments->out, fault_of_exchange_file);
   command->add_flag("--drop-unreachable", arguments->drop_unreachable,
                     "Leave out values, geometry and contexts that nothing leads to");
   command->add_flag("--renumber", arguments->renumber,
@@ -148,7 +158,9 @@ void add_extract_command(CLI::App& app, Action& action) {
   CLI::Option* out = command
                          ->add_option("-o,--output", arguments->out,
                                       "The file to write, or the folder for several files")
-                         ->type_name("OUT");
+                         ->type_name("OUT")
+                         ->check(CLI::Validator(fault_of_output, ""))
+                         ->check(CLI::Validator(fault_of_exchange_file, ""));
   CLI::Option* bodies = command->add_flag(
       "--bodies", arguments->bodies, "Write a file for each body of a part, OUT being a folder");
   CLI::Option* list =
@@ -183,7 +195,7 @@ void add_picture_command(CLI::App& app, Action& action) {
                    "as 'Desk lamp/Boom/Arm'; without it, the whole is drawn")
       ->type_name("WHAT");
   add_choice(command, "--view", arguments->view, VIEWS, "Where it is seen from");
-  add_output_option(command, arguments->out);
+  add_output_option(command, arguments->out, fault_of_picture);
   command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   add_memory_limit_option(command, arguments->memory_limit);
   command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");
@@ -232,6 +244,7 @@ void add_report_command(CLI::App& app, Action& action) {
   const auto [command, arguments] =
       add_command(app, action, report, "report",
                   "Split each IN, and write a page about its parts, report.html");
+  command->footer(SPLIT_EXIT_CODES);
   add_split_arguments(command, *arguments);
   command->add_flag_callback(
       "--no-pictures", [arguments = arguments] { arguments->pictures = false; },

@@ -31,6 +31,7 @@ OptionDescription describe(const CLI::Option& option) {
     description.is_path = description.value.starts_with("OUT");
   }
   description.is_folder = description.value == "OUTDIR";
+  description.is_required = option.get_required();
   if (description.repeats) description.value += "...";
   description.preset = option.get_default_str();
   description.text = option.get_description();

@@ -1,25 +1,9 @@
 #include "arguments/options.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <limits>
-
 #include "arguments/choice.h"
+#include "arguments/faults.h"
 
 namespace Velkstep {
-
-namespace {
-
-/// What is wrong with a size; empty where CLI11 reads it as it stands. It takes a missing number
-/// for 1, and one that is negative or too large modulo something.
-std::string fault_of_size(const std::string& size) {
-  const std::size_t digits = std::min(size.find_first_not_of("0123456789"), size.size());
-  constexpr std::size_t MOST_DIGITS = std::numeric_limits<std::uint64_t>::digits10;
-  return digits == 0 || digits > MOST_DIGITS ? "is not a size: " + size : std::string();
-}
-
-}  // namespace
 
 CLI::Option* add_names_option(CLI::App* command, Kessel::NameStyle& names) {
   return add_choice(command, "--names", names, NAME_STYLES,
@@ -35,13 +19,6 @@ void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
       ->transform(CLI::AsSizeValue(true).description(""))
       ->transform(CLI::Validator(fault_of_size, ""))  // Comes before the other.
       ->type_name("SIZE");
-}
-
-std::string fault_of_count(const std::string& count) {
-  constexpr std::size_t MOST_DIGITS = 18;
-  const bool is_number = !count.empty() && count.size() <= MOST_DIGITS &&
-                         count.find_first_not_of("0123456789") == std::string::npos;
-  return is_number ? std::string() : "is not a number of 0 or more: " + count;
 }
 
 void add_colour_option(CLI::App* command, ColourChoice& colours) {
@@ -152,7 +129,8 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
       ->add_option("-o,--output", arguments.output,
                    "The folder for the files, created as needed; of several inputs, for one folder "
                    "each. Without it, lamp.step is split into lamp")
-      ->type_name("OUTDIR");
+      ->type_name("OUTDIR")
+      ->check(CLI::Validator(fault_of_output, ""));
   command
       ->add_option("--part", arguments.parts,
                    "Split only this part and all below it, as if it had been extracted before; "

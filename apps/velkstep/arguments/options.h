@@ -23,9 +23,6 @@ CLI::Option* add_names_option(CLI::App* command, Kessel::NameStyle& names);
 /// Adds `--reading`, for commands that split.
 CLI::Option* add_reading_option(CLI::App* command, Kessel::Reading& reading);
 
-/// What is wrong with a count; empty for nothing. For checks of options.
-std::string fault_of_count(const std::string& count);
-
 /// Adds `--memory-limit`, for `Kessel::Options::memory_limit`: bytes, or a number with a unit,
 /// where k is 1000 and Ki is 1024.
 void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit);

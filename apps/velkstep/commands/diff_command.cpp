@@ -45,7 +45,8 @@ int compare(const std::filesystem::path& a, const std::filesystem::path& b,
     in_a.mention(arguments.a);
     in_b.mention(arguments.b);
     if (!difference.is_certain) {
-      fail(arguments.b, "may differ: symmetrical all over, it looks the same");
+      fail(arguments.b,
+           "may differ: symmetrical all over, it looks the same; compare how they look");
     }
     if (print(text_of(difference, arguments)) != EXIT_DONE) return EXIT_TROUBLE;
     return difference.is_same ? int{EXIT_DONE} : int{EXIT_DIFFERENT};
@@ -60,7 +61,7 @@ int compare(const std::filesystem::path& a, const std::filesystem::path& b,
 
 int diff(const DiffArguments& arguments) {
   if (arguments.a == "-" && arguments.b == "-") {
-    fail("standard input", "cannot be both files");
+    fail("standard input", "cannot be both files; name one of them");
     return EXIT_TROUBLE;
   }
   const auto refuse = [](const std::string& name) {

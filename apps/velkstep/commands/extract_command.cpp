@@ -88,6 +88,7 @@ std::string list_text(const std::vector<Kessel::NamedPart>& parts) {
 
 int list(const ExtractArguments& arguments, const fs::path& in) {
   const std::vector<Kessel::NamedPart> parts = Kessel::read_parts(in, reading_options(arguments));
+  if (parts.empty()) mention_no_part(arguments.in);
   return print(arguments.json ? parts_json(parts, arguments.in) : list_text(parts));
 }
 
@@ -105,9 +106,7 @@ int extract(const ExtractArguments& arguments) {
       if (arguments.json) return print(extract_json(files, arguments.in, arguments.out));
       return arguments.quiet ? EXIT_DONE : print(extracted_text(files));
     } catch (const Kessel::OutputError& error) {
-      return fail_to_write(error);
-    } catch (const Kessel::PartError& error) {
-      return fail(shown_name(arguments.in), printable(error.what()));
+      return fail_to_write(error, arguments.force);
     }
   });
 }

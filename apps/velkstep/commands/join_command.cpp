@@ -7,6 +7,7 @@
 #include "json/documents.h"
 #include "kessel/errors.h"
 #include "kessel/join.h"
+#include "run/advice.h"
 #include "run/exit_codes.h"
 #include "run/one_output.h"
 #include "run/progress.h"
@@ -60,16 +61,32 @@ Kessel::Joined join_quietly(const fs::path& root, const JoinArguments& arguments
   return Kessel::join(root, arguments.out, options);
 }
 
-/// The finding with what its reader can do about it.
-Kessel::Finding with_advice(Kessel::Finding finding) {
-  if (finding.kind == Kessel::FindingKind::target_outside) {
-    finding.sentence += " --follow-outside reads them.";
-  } else if (finding.kind == Kessel::FindingKind::missing_target) {
-    finding.sentence += " --allow-missing keeps what refers to them.";
-  } else if (finding.kind == Kessel::FindingKind::mixed_schemas) {
-    finding.sentence += " --allow-mixed-schemas takes them.";
+/// What is wrong, and which option helps, where one does.
+std::string sentence_for(const JoinArguments& arguments, const Kessel::Finding& finding) {
+  switch (finding.kind) {
+    case Kessel::FindingKind::missing_target:
+      return finding.sentence + " --allow-missing keeps what refers to them.";
+    case Kessel::FindingKind::mixed_schemas:
+      return finding.sentence + " --allow-mixed-schemas takes them.";
+    default:
+      return sentence_with_advice(finding, name_in_finding(arguments, finding));
   }
-  return finding;
+}
+
+/// What can be done about something that a join which worked was warned of.
+const char* advice_on_warning(const Kessel::Finding& warning) {
+  switch (warning.kind) {
+    case Kessel::FindingKind::missing_target:
+      return " Put it there, and join again, to have it in the result.";
+    case Kessel::FindingKind::mixed_schemas:
+      return " Try the result in the program that is to read it.";
+    case Kessel::FindingKind::copies_differ:
+      return " Undo the change in one of them if it is the wrong one.";
+    case Kessel::FindingKind::stand_in_left:
+      return " Put the file that holds it beside the others, and join again.";
+    default:
+      return " velkstep check says more.";
+  }
 }
 
 std::string joined_text(const JoinArguments& arguments, const Kessel::Joined& joined) {
@@ -88,14 +105,18 @@ int join(const JoinArguments& arguments) {
       // No input's check would find these.
       for (const Kessel::Finding& warning : joined.warnings) {
         if (arguments.quiet) break;
-        std::cerr << finding_text(name_in_finding(arguments, warning), warning);
+        Kessel::Finding advised = warning;
+        advised.sentence += advice_on_warning(warning);
+        std::cerr << finding_text(name_in_finding(arguments, warning), advised);
       }
       if (arguments.json) return print(join_json(joined, arguments.root, arguments.out));
       return arguments.quiet ? int{EXIT_DONE} : print(joined_text(arguments, joined));
     } catch (const Kessel::InputError& error) {
-      return fail_at(name_in_finding(arguments, error.finding()), with_advice(error.finding()));
+      const Kessel::Finding& finding = error.finding();
+      return fail(place_in(name_in_finding(arguments, finding), finding),
+                  sentence_for(arguments, finding));
     } catch (const Kessel::OutputError& error) {
-      return fail_to_write(error);
+      return fail_to_write(error, arguments.force);
     }
   };
   return with_path(arguments.root, join_from, [&](const Kessel::Finding& finding) {

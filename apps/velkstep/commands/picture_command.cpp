@@ -1,9 +1,12 @@
 #include "commands/picture_command.h"
 
+#include <iostream>
+
 #include "json/documents.h"
 #include "kessel/errors.h"
 #include "kessel/extract.h"
 #include "run/exit_codes.h"
+#include "run/one_output.h"
 #include "run/progress.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
@@ -34,21 +37,28 @@ std::string picture_text(const PictureArguments& arguments, const Kessel::Pictur
   return text;
 }
 
+/// A picture without a line looks as if something had gone wrong.
+void mention_nothing_drawn(const PictureArguments& arguments) {
+  std::cerr << "velkstep: " << printable(shown_name(arguments.in))
+            << ": holds nothing to draw there, so " << printable(arguments.out.string())
+            << " is empty; velkstep info says what it holds\n";
+}
+
 }  // namespace
 
 int picture(const PictureArguments& arguments) {
   return with_input(arguments.in, [&](const fs::path& in) {
     hold_interruptions();
     try {
+      refuse_to_replace(arguments.in, arguments.out);
       const Kessel::Picture picture = draw(in, arguments);
+      if (picture.places == 0 && !arguments.quiet) mention_nothing_drawn(arguments);
       if (arguments.json) {
         return print(picture_json(picture, arguments.view, arguments.in, arguments.out));
       }
       return arguments.quiet ? EXIT_DONE : print(picture_text(arguments, picture));
     } catch (const Kessel::OutputError& error) {
-      return fail_to_write(error);
-    } catch (const Kessel::PartError& error) {
-      return fail(shown_name(arguments.in), printable(error.what()));
+      return fail_to_write(error, arguments.force);
     }
   });
 }

@@ -13,6 +13,7 @@
 #include "run/split_plan.h"
 #include "run/split_run.h"
 #include "system/staged_output.h"
+#include "system/write_advice.h"
 
 namespace Velkstep {
 
@@ -28,8 +29,9 @@ void write_page(const FinishedSplit& split, const SplitArguments& arguments) {
   file << report_page(split, arguments);
   file.close();
   if (!file) {
-    throw UnusableOutput(arguments.outdir / REPORT_FILE,
-                         "cannot be written: " + std::system_category().message(errno));
+    throw UnusableOutput(
+        arguments.outdir / REPORT_FILE,
+        "cannot be written: " + reason_with_advice({errno, std::system_category()}));
   }
   std::optional<Kessel::SplitList> list = Kessel::read_split_list(split.folder);
   if (!list) return;  // Classic splits have none.

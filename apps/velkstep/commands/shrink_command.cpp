@@ -58,7 +58,7 @@ int shrink(const ShrinkArguments& arguments) {
       }
       return arguments.quiet ? int{EXIT_DONE} : print(shrunk_text(arguments, shrunk));
     } catch (const Kessel::OutputError& error) {
-      return fail_to_write(error);
+      return fail_to_write(error, arguments.force);
     }
   });
 }

@@ -2,7 +2,6 @@
 #include "commands/tree_command.h"
 
 #include <filesystem>
-#include <iostream>
 #include <string>
 
 #include "formats/tree_formats.h"
@@ -52,10 +51,7 @@ int tree_of_one(const std::string& in, const TreeArguments& arguments, const Col
       drawing.assembly = Kessel::read_assembly(path, options);
     }
     const Kessel::Assembly& assembly = drawing.assembly;
-    if (assembly.parts.empty()) {
-      std::cerr << "velkstep: " << printable(shown_name(in))
-                << ": holds no part: no product definition has a shape or a component\n";
-    }
+    if (assembly.parts.empty()) mention_no_part(in);
     warnings.mention(in);
     return print(formatted(assembly, sizes_of(drawing), in, arguments, colours));
   });

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "run/advice.h"
 #include "run/exit_codes.h"
 #include "run/with_input.h"
 #include "text/terminal.h"
@@ -16,8 +17,10 @@ const char* word_of(Severity severity) {
 }
 
 std::string finding_text(const std::string& name, const Finding& finding) {
+  // Warnings are many, and a split works in spite of them.
+  const bool is_error = finding.severity == Severity::error;
   return printable(place_in(name, finding)) + ": " + word_of(finding.severity) + ": " +
-         finding.sentence + '\n';
+         (is_error ? sentence_with_advice(finding, name) : finding.sentence) + '\n';
 }
 
 int exit_code_of(const std::vector<Finding>& findings) {

@@ -40,6 +40,9 @@ std::string synopsis(const std::vector<CommandDescription>& commands) {
     for (const OptionDescription& argument : commands[i].arguments) {
       out += " " + italic(argument.value);
     }
+    for (const OptionDescription& option : commands[i].options) {
+      if (option.is_required) out += " " + bold(option.flags.front()) + " " + italic(option.value);
+    }
     out += "\n.br\n";
   }
   return out;

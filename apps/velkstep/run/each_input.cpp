@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
-#include <stdexcept>
 #include <system_error>
 #include <thread>
 
@@ -41,17 +40,17 @@ std::size_t outcome_of(int code) {
   return static_cast<std::size_t>(std::min(found, &OUTCOMES.back()) - OUTCOMES.begin());
 }
 
-/// Standard output cannot be written; `what()` says why.
-class NotPrinted : public std::runtime_error {
+/// Standard output cannot be written.
+class NotPrinted : public std::system_error {
  public:
-  using std::runtime_error::runtime_error;
+  using std::system_error::system_error;
 };
 
 void print_result(const std::string& text) {
   try {
     write_patiently(STDOUT_FILENO, text);
   } catch (const std::system_error& error) {
-    throw NotPrinted(error.code().message());
+    throw NotPrinted(error.code());
   }
 }
 
@@ -70,7 +69,8 @@ class Results {
     if (end.signal != 0) {
       fail(shown_name(each_.inputs[job]),
            std::string("was ended by the system: ") + ::strsignal(end.signal) +
-               (end.signal == SIGKILL ? "; with -j 1 it has all the memory for itself" : ""));
+               (end.signal == SIGKILL ? "; with -j 1 it has all the memory for itself"
+                                      : "; run it alone to see more"));
     }
     ++counts_[outcome_of(end.signal == 0 ? end.exit_code : int{EXIT_FAILED})];
   }
@@ -87,7 +87,7 @@ class Results {
       if (counts_[i] == 0) continue;
       text += (text.empty() ? ": " : ", ") + grouped(counts_[i]) + " " + OUTCOMES[i].words;
     }
-    return counted(each_.inputs.size(), "input", "inputs") + text;
+    return counted(each_.inputs.size(), each_.one, each_.many) + text;
   }
 
  private:
@@ -109,8 +109,8 @@ int run_all(const EachInput& each, const std::function<int(std::size_t)>& run) {
   jobs.most_at_once = each.jobs == 0 ? as_many_as_cores() : each.jobs;
   jobs.run = run;
   jobs.ended = [&](std::size_t job, const JobEnd& end) { results.add(job, end); };
-  jobs.progress = [&](std::size_t done) { bar.show(done, jobs.count); };
-  bar.show(0, jobs.count);
+  jobs.progress = [&](std::size_t done) { bar.show(done, jobs.count, each.many); };
+  bar.show(0, jobs.count, each.many);
   run_side_by_side(jobs);
   bar.wipe();
   if (each.summary) std::cerr << "velkstep: " << results.summary() << '\n';
@@ -121,13 +121,13 @@ int run_all(const EachInput& each, const std::function<int(std::size_t)>& run) {
 
 int for_each_input(const EachInput& each, const std::function<int(std::size_t)>& run) {
   if (std::count(each.inputs.begin(), each.inputs.end(), "-") > 1) {
-    throw WrongUsage("standard input can be read only once");
+    throw WrongUsage("standard input can be read only once; name files for the others");
   }
   if (each.inputs.size() == 1) return run(0);
   try {
     return run_all(each, run);
   } catch (const NotPrinted& error) {
-    return fail("standard output", std::string("cannot be written: ") + error.what());
+    return fail_to_print(error.code());
   }
 }
 

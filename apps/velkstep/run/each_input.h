@@ -16,6 +16,8 @@ struct EachInput {
   std::size_t jobs = 0;             ///< how many at once; 0 for as many as there are cores
   std::string heading = {};         ///< in front of what several of them print
   std::string gap = {};             ///< between what one prints and what the next one does
+  const char* one = "input";        ///< what one of them is called in that line,
+  const char* many = "inputs";      ///< and several
   bool summary = true;              ///< whether a line on standard error sums up several
   ShowProgress progress = ShowProgress::never;
 };

@@ -18,7 +18,7 @@ enum DiffExitCode : int {
   EXIT_TROUBLE = 2,    ///< wrong usage, or a file that cannot be read
 };
 
-/// The same for `--help`.
+/// The same for `--help` of the program.
 inline constexpr const char* EXIT_CODES =
     "Exit codes:\n"
     "  0  done\n"
@@ -26,6 +26,29 @@ inline constexpr const char* EXIT_CODES =
     "  2  wrong usage\n"
     "  3  nothing to split, with --classic: the file holds one part or none\n"
     "  4  check, verify: warnings, but no errors";
+
+/// Of commands that read and write.
+inline constexpr const char* USUAL_EXIT_CODES =
+    "Exit codes:\n"
+    "  0  done\n"
+    "  1  failed; one line on standard error says why\n"
+    "  2  wrong usage";
+
+/// Of those that split.
+inline constexpr const char* SPLIT_EXIT_CODES =
+    "Exit codes:\n"
+    "  0  done\n"
+    "  1  failed; one line on standard error says why\n"
+    "  2  wrong usage\n"
+    "  3  nothing to split, with --classic: the file holds one part or none";
+
+/// Of those that find faults.
+inline constexpr const char* CHECK_EXIT_CODES =
+    "Exit codes:\n"
+    "  0  nothing was found\n"
+    "  1  errors, or it failed\n"
+    "  2  wrong usage\n"
+    "  4  warnings, but no errors";
 
 /// And for those of `diff`.
 inline constexpr const char* DIFF_EXIT_CODES =

@@ -65,7 +65,7 @@ OlderSplit find_older_split(const fs::path& folder, const std::vector<std::strin
     const std::optional<Kessel::SplitList> list = Kessel::read_split_list(folder);
     if (list) look_at(*list, folder, {names.begin(), names.end()}, input, older);
   } catch (const Kessel::InputError& error) {
-    older.problem = error.what();
+    older.problem = error.finding().sentence;
   }
   return older;
 }
@@ -73,17 +73,20 @@ OlderSplit find_older_split(const fs::path& folder, const std::vector<std::strin
 std::string older_split_text(const OlderSplit& older, const fs::path& folder) {
   const std::string begin = "velkstep: " + printable(folder.string());
   if (!older.problem.empty()) {
-    return begin + ": " + older.problem + " What an earlier split left stays.\n";
+    return begin + ": " + older.problem +
+           " What an earlier split left stays; remove by hand what is not needed.\n";
   }
   if (older.changed.empty()) return {};
-  std::string text = begin + ": " + counted(older.changed.size(), "file", "files") +
-                     " of an earlier split changed since, and " +
-                     (older.changed.size() == 1 ? "stays" : "stay") + ": ";
+  std::string names;
   const std::size_t shown = std::min(older.changed.size(), MOST_NAMES);
   for (std::size_t i = 0; i < shown; ++i) {
-    text += (i == 0 ? "" : ", ") + std::string(printable(older.changed[i]));
+    names += (i == 0 ? "" : ", ") + std::string(printable(older.changed[i]));
   }
-  return text + (shown < older.changed.size() ? ", ...\n" : "\n");
+  if (shown < older.changed.size()) names += ", ...";
+  return begin + ": " + counted(older.changed.size(), "file", "files") +
+         " of an earlier split changed since, and " +
+         (older.changed.size() == 1 ? "stays; remove it" : "stay; remove them") +
+         " where not needed: " + names + "\n";
 }
 
 }  // namespace Velkstep

@@ -2,12 +2,14 @@
 
 #include <system_error>
 
+#include "system/staged_output.h"
+
 namespace Velkstep {
 
 void refuse_to_replace(const std::string& in, const std::filesystem::path& out) {
   std::error_code ignored;  // What cannot be compared is not the same.
   if (in != "-" && std::filesystem::equivalent(in, out, ignored)) {
-    throw Kessel::OutputError(out, std::make_error_code(std::errc::file_exists));
+    throw UnusableOutput(out, "is the input; choose another name");
   }
 }
 

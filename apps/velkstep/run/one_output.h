@@ -4,11 +4,9 @@
 #include <filesystem>
 #include <string>
 
-#include "kessel/errors.h"
-
 namespace Velkstep {
 
-/// Throws OutputError where `out` is the file that the argument `in` names, which no option may
+/// Throws UnusableOutput where `out` is the file that the argument `in` names, which no option may
 /// replace. Its copy or what is unpacked of it is another file to the library.
 void refuse_to_replace(const std::string& in, const std::filesystem::path& out);
 

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <iostream>
 #include <map>
 #include <string_view>
 #include <system_error>
 
 #include "run/each_input.h"
 #include "run/with_input.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -36,23 +38,37 @@ bool take_off(std::string& name, const Endings& endings) {
   return true;
 }
 
+/// An input that cannot be one, or whose name tells nothing.
+[[noreturn]] void refuse_name(const std::string& in) {
+  std::error_code error;
+  if (fs::is_directory(in, error)) {
+    const std::string files = (fs::path(in) / "*.step").string();
+    throw WrongUsage(in + " is a folder; name files in it, such as " + files +
+                     ", or the folder for "
+                     "the result by -o " +
+                     in);
+  }
+  throw WrongUsage(in +
+                   ": its name does not end in .step or the like, which would tell what to call "
+                   "its folder; -o OUTDIR names one");
+}
+
 /// The folder for an input that needs one of its own below `folder`.
 fs::path folder_of(const std::string& in, const fs::path& folder) {
-  if (in == "-")
+  if (in == "-") {
     throw WrongUsage("standard input has no name for a folder; -o OUTDIR names one for it alone");
-  const std::string stem = stem_of(in);
-  if (stem.empty()) {
-    throw WrongUsage(in + ": its name does not tell what to call its folder; -o OUTDIR names one");
   }
-  return folder / stem;
+  const std::string stem = stem_of(in);
+  if (!stem.empty()) return folder / stem;
+  std::error_code error;
+  if (!fs::exists(in, error)) return folder / fs::path(in).filename();  // Opening it will fail.
+  refuse_name(in);
 }
 
 void refuse_folders(const std::vector<std::string>& inputs) {
   for (const std::string& in : inputs) {
     std::error_code error;
-    if (fs::is_directory(in, error)) {
-      throw WrongUsage(in + " is a folder; -o " + in + " puts the files there");
-    }
+    if (fs::is_directory(in, error)) refuse_name(in);
   }
 }
 
@@ -60,7 +76,7 @@ void refuse_folders(const std::vector<std::string>& inputs) {
 std::string part_folder(const std::string& what) {
   const std::string name = what.substr(what.find_last_of('/') + 1);
   if (name.empty() || name == "." || name == "..") {
-    throw WrongUsage("--part " + what + " does not tell what to call its folder");
+    throw WrongUsage("--part " + what + " does not tell what to call its folder; say it by name");
   }
   return name;
 }
@@ -77,15 +93,29 @@ std::vector<SplitArguments> for_parts(const SplitArguments& whole) {
   return plan;
 }
 
-/// No two inputs go into one folder.
+/// No two inputs go into one folder, and no two parts.
 void require_own_folders(const std::vector<SplitArguments>& plan) {
-  std::map<fs::path, std::string> inputs;
+  std::map<fs::path, std::string> known;
   for (const SplitArguments& one : plan) {
-    const auto [before, is_new] = inputs.emplace(one.outdir.lexically_normal(), one.in);
+    const std::string what = one.parts.size() > 1 ? "--part " + one.part : one.in;
+    const auto [before, is_new] = known.emplace(one.outdir.lexically_normal(), what);
     if (is_new) continue;
-    throw WrongUsage(before->second + " and " + one.in + " would both go into " +
+    throw WrongUsage(before->second + " and " + what + " would both go into " +
                      one.outdir.string() + "; split them one by one, each with its own -o OUTDIR");
   }
+}
+
+/// Who mistypes a second input gets a folder of that name.
+void mention_folder_like_a_file(const SplitArguments& arguments,
+                                const std::vector<SplitArguments>& plan) {
+  const std::string& last = arguments.inputs.back();
+  std::error_code error;
+  if (arguments.quiet || plan.back().in == last || stem_of(last).empty() ||
+      fs::exists(last, error)) {
+    return;
+  }
+  std::cerr << "velkstep: " << printable(last)
+            << ": is not there, so it names the folder for the files; -o does that without doubt\n";
 }
 
 }  // namespace
@@ -102,10 +132,11 @@ std::vector<SplitArguments> plan_splits(const SplitArguments& arguments) {
   std::vector<std::string> inputs = arguments.inputs;
   fs::path folder = arguments.output;
   std::error_code error;
-  if (folder.empty() && inputs.size() == 2 && !fs::is_regular_file(inputs[1], error)) {
+  if (folder.empty() && inputs.size() == 2 && inputs[1] != "-" &&
+      !fs::is_regular_file(inputs[1], error)) {
     folder = inputs[1];
     inputs.pop_back();
-    if (folder.empty()) throw WrongUsage("OUTDIR is empty");
+    if (folder.empty()) throw WrongUsage("OUTDIR is empty; name a folder");
   }
   const bool is_one = inputs.size() == 1;
   if (!is_one) refuse_folders(inputs);
@@ -123,8 +154,13 @@ std::vector<SplitArguments> plan_splits(const SplitArguments& arguments) {
 int for_each_split(const SplitArguments& arguments,
                    const std::function<int(const SplitArguments&)>& split_one) {
   std::vector<SplitArguments> plan = plan_splits(arguments);
+  mention_folder_like_a_file(arguments, plan);
   EachInput each;
   each.jobs = arguments.jobs;
+  if (arguments.parts.size() > 1) {
+    each.one = "part";
+    each.many = "parts";
+  }
   each.summary = !arguments.quiet;
   each.progress = arguments.quiet ? ShowProgress::never : arguments.progress;
   for (SplitArguments& one : plan) {

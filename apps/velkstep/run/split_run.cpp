@@ -24,6 +24,7 @@
 #include "system/patient_output.h"
 #include "system/staged_output.h"
 #include "system/temporary_folder.h"
+#include "system/write_advice.h"
 #include "text/counted.h"
 #include "text/terminal.h"
 
@@ -101,7 +102,7 @@ void refuse_to_replace_input(const std::vector<std::string>& names, const fs::pa
     std::error_code error;
     const fs::path there = outdir / name;
     if (!fs::is_symlink(there, error) && fs::equivalent(there, input, error)) {
-      throw UnusableOutput(there, "is the input");
+      throw UnusableOutput(there, "is the input; choose another folder");
     }
   }
 }
@@ -166,7 +167,7 @@ int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArg
     if (interruption.signal() == SIGPIPE) staged.keep();
     throw;
   } catch (const std::system_error& error) {
-    return fail("standard output", "cannot be written: " + error.code().message());
+    return fail_to_print(error.code());
   }
   staged.keep();
   return EXIT_DONE;
@@ -216,7 +217,10 @@ int run_split(const SplitArguments& arguments,
     split.has_root = fs::exists(split.folder / ROOTS_FILE);
     split.has_list = fs::exists(split.folder / Kessel::SPLIT_LIST);
     if (split.files.empty()) {  // The library has said what hosts are told.
-      fail(name, "holds one part or none, of which a classic split makes nothing");
+      fail(
+          name,
+          "holds one part or none, of which a classic split makes nothing; without --classic it is "
+          "copied");
       return EXIT_NOTHING_TO_SPLIT;
     }
     OlderSplit older;
@@ -230,10 +234,14 @@ int run_split(const SplitArguments& arguments,
   } catch (const UnusableOutput& error) {
     return fail(error.path().string(), error.what());
   } catch (const Kessel::InputError& error) {
-    return fail_at(name, error.finding());
+    return fail_at(name_of_file(arguments.in, error.finding()), error.finding());
+  } catch (const Kessel::PartError& error) {
+    return fail_to_find(arguments.in, error);
   } catch (const Kessel::OutputError& error) {
-    return fail((arguments.outdir / error.path().filename()).string(),
-                "cannot be written: " + error.reason().message());
+    // What has an absolute path is in the folder for temporary files.
+    const bool is_output = error.path().is_relative();
+    return fail((is_output ? arguments.outdir / error.path().filename() : error.path()).string(),
+                "cannot be written: " + reason_with_advice(error.reason()));
   } catch (const std::exception& error) {
     return fail(name, reason_of(error));
   }

@@ -12,6 +12,8 @@ void Warnings::add(const Kessel::Finding& warning) {
   if (warning.kind == Kessel::FindingKind::one_part ||
       warning.kind == Kessel::FindingKind::no_part) {
     why_copied_ = warning.kind;
+  } else if (warning.kind == Kessel::FindingKind::missing_target) {
+    missing_.push_back(warning);
   } else {
     count_ += warning.count;
   }
@@ -22,6 +24,15 @@ void Warnings::listen(Kessel::Options& options) {
 }
 
 void Warnings::mention(const std::string& argument) const {
+  if (!missing_.empty()) {
+    const Kessel::Finding& first = missing_.front();
+    std::uint64_t more = 0;
+    for (const Kessel::Finding& missing : missing_) more += missing.count;
+    --more;
+    std::cerr << "velkstep: " << printable(place_in(shown_name(argument), first)) << ": "
+              << first.sentence << (more == 0 ? "" : " " + grouped(more) + " more are missing.")
+              << " Put it there, or what is in it is missing.\n";
+  }
   if (count_ == 0) return;
   std::cerr << "velkstep: " << printable(shown_name(argument)) << ": "
             << counted(count_, "warning", "warnings")

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "kessel/options.h"
 
@@ -17,7 +18,8 @@ class Warnings {
   /// Has `options` tell it, as long as it lives, of what the library warns.
   void listen(Kessel::Options& options);
 
-  /// Prints how many there were in the input that the user called `argument`; nothing for none.
+  /// Prints how many there were in the input that the user called `argument`, and in a line of its
+  /// own which file is missing that it refers to; nothing for none.
   void mention(const std::string& argument) const;
 
   /// Why a split has one file only, the copy of its input: it holds one part
@@ -26,6 +28,7 @@ class Warnings {
 
  private:
   std::uint64_t count_ = 0;
+  std::vector<Kessel::Finding> missing_;  // files that the input refers to
   std::optional<Kessel::FindingKind> why_copied_;
 };
 

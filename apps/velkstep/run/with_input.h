@@ -6,8 +6,10 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "kessel/errors.h"
+#include "kessel/extract.h"
 #include "kessel/finding.h"
 
 namespace Velkstep {
@@ -22,14 +24,25 @@ int fail_at(const std::string& name, const Kessel::Finding& finding);
 /// "NAME:12:5", with line and column where the finding has them.
 std::string place_in(const std::string& name, const Kessel::Finding& finding);
 
-/// As fail() for an output that was to appear as a whole; OUT is its path.
-int fail_to_write(const Kessel::OutputError& error);
+/// As fail() for an output that was to appear as a whole; `force` says whether what is there was to
+/// be replaced.
+int fail_to_write(const Kessel::OutputError& error, bool force);
+
+/// As fail() for standard output.
+int fail_to_print(std::error_code reason);
+
+/// As fail() for a part that the input `argument` does not have, or not alone.
+int fail_to_find(const std::string& argument, const Kessel::PartError& error);
 
 /// Why something failed, in the words of fail().
 std::string reason_of(const std::exception& error);
 
 /// What an input is called in messages: its path, or "standard input".
 std::string shown_name(const std::string& argument);
+
+/// What the file that a finding on the input `argument` names is called: the input, or one that is
+/// seen from its folder.
+std::string name_of_file(const std::string& argument, const Kessel::Finding& finding);
 
 /// The absolute path of the folder from which an input's names of other files are seen: the one
 /// that it lies in, or the working directory for standard input.
@@ -50,5 +63,8 @@ int with_path(const std::string& argument,
 
 /// Prints `text` on standard output. Returns EXIT_DONE, or fails when it cannot be written.
 int print(std::string_view text);
+
+/// Says on standard error that an input holds no part.
+void mention_no_part(const std::string& argument);
 
 }  // namespace Velkstep

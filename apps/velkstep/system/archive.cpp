@@ -93,7 +93,8 @@ class Archive {
     if (result >= ARCHIVE_OK) return;
     const char* reason = ::archive_error_string(archive_.get());
     refuse(std::string("The archive cannot be unpacked: ") +
-           (reason == nullptr ? "it is damaged" : reason) + ".");
+           (reason == nullptr ? "it is damaged" : reason) +
+           ". Copy it again, or unpack it by other means.");
   }
 
   std::unique_ptr<archive, int (*)(archive*)> archive_;
@@ -123,10 +124,11 @@ std::size_t find_exchange_file(const std::vector<std::string>& names) {
     (is_called_as_exchange_file(names[i]) ? found : others).push_back(i);
   }
   if (found.empty()) found = others;
-  if (found.empty()) refuse("The archive holds no file.");
+  if (found.empty()) refuse("The archive holds no file. Name one that holds an exchange file.");
   if (found.size() == 1) return found.front();
-  refuse("The archive holds " + std::to_string(found.size()) + " files, not one exchange file: " +
-         names[found[0]] + ", " + names[found[1]] + (found.size() > 2 ? ", ..." : "") + ".");
+  refuse("The archive holds " + std::to_string(found.size()) +
+         " files, not one exchange file: " + names[found[0]] + ", " + names[found[1]] +
+         (found.size() > 2 ? ", ..." : "") + ". Unpack it, and name one of them.");
 }
 
 /// The names of an archive's files; one without a name for what is compressed by itself.
@@ -158,7 +160,7 @@ void unpack(int from, int to) {
   for (std::size_t i = 0; i <= wanted; ++i) {
     if (archive.next()) continue;
     if (archive.is_nothing()) return;
-    refuse("The archive was changed while it was read.");
+    refuse("The archive was changed while it was read. Try again when nobody writes to it.");
   }
   const std::uint64_t most = most_bytes_of(from);
   std::uint64_t bytes = 0;

@@ -8,27 +8,34 @@
 
 #include <array>
 #include <cerrno>
-#include <stdexcept>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "kessel/errors.h"
 #include "system/archive.h"
+#include "system/temporary_folder.h"
 #include "system/write_all.h"
 
 namespace Velkstep {
 
 namespace {
 
-[[noreturn]] void throw_reason(std::string_view what, int error) {
-  throw std::runtime_error(std::string(what) + std::system_category().message(error));
+/// As the library refuses what it cannot open.
+[[noreturn]] void refuse_as_unreadable(const std::string& reason) {
+  Kessel::Finding finding;
+  finding.kind = Kessel::FindingKind::unreadable;
+  finding.severity = Kessel::Severity::error;
+  finding.sentence = "The file " + reason + ".";
+  throw Kessel::InputError(finding);
+}
+
+[[noreturn]] void refuse_to_open(int error) {
+  refuse_as_unreadable("cannot be opened: " + std::system_category().message(error));
 }
 
 /// A temporary file without a name. No signal can end the process while it still has one.
 Descriptor open_unnamed_file() {
-  std::error_code no_folder;
-  const std::filesystem::path folder = std::filesystem::temp_directory_path(no_folder);
-  if (no_folder) throw_reason("no temporary file: ", no_folder.value());
+  const std::filesystem::path folder = folder_for_temporary_files();
   std::string name = (folder / "velkstep-XXXXXX").string();
   sigset_t all;
   sigset_t before;
@@ -38,7 +45,7 @@ Descriptor open_unnamed_file() {
   const int error = errno;
   if (file.number() >= 0) ::unlink(name.c_str());
   ::sigprocmask(SIG_SETMASK, &before, nullptr);
-  if (file.number() < 0) throw_reason("no temporary file: ", error);
+  if (file.number() < 0) throw_nothing_temporary(folder, error);
   return file;
 }
 
@@ -48,7 +55,9 @@ void copy_all(int from, int to) {
   for (;;) {
     const ssize_t count = ::read(from, buffer.data(), buffer.size());
     if (count == 0) return;
-    if (count < 0 && errno != EINTR) throw_reason("", errno);
+    if (count < 0 && errno != EINTR) {
+      refuse_as_unreadable("cannot be read: " + std::system_category().message(errno));
+    }
     if (count > 0) write_all(to, {buffer.data(), static_cast<std::size_t>(count)});
   }
 }
@@ -97,13 +106,13 @@ Input::Input(const std::string& argument) : path_(argument) {
   }
   std::error_code error;
   const file_type type = std::filesystem::status(path_, error).type();
-  if (type == file_type::none || type == file_type::not_found) throw_reason("", error.value());
-  if (type == file_type::directory) throw std::runtime_error("is a folder");
+  if (type == file_type::none || type == file_type::not_found) refuse_to_open(error.value());
+  if (type == file_type::directory) refuse_as_unreadable("is a folder");
   if (type != file_type::regular && type != file_type::fifo) {
-    throw std::runtime_error("is neither a file nor a pipe");
+    refuse_as_unreadable("is neither a file nor a pipe");
   }
   const Descriptor file(::open(path_.c_str(), O_RDONLY | O_CLOEXEC));
-  if (file.number() < 0) throw_reason("", errno);
+  if (file.number() < 0) refuse_to_open(errno);
   if (type == file_type::fifo) {
     spool(file.number());
   } else {

@@ -13,6 +13,8 @@
 #include <cstdio>
 #include <iostream>
 #include <map>
+#include <stdexcept>
+#include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -24,8 +26,9 @@ namespace Velkstep {
 
 namespace {
 
-std::system_error system_failure() {
-  return {errno, std::system_category()};
+std::runtime_error system_failure() {
+  return std::runtime_error("no process can be started for one of the inputs: " +
+                            std::system_category().message(errno) + "; -j 1 starts fewer at once");
 }
 
 /// A file in memory that takes what a process prints.

@@ -15,6 +15,7 @@
 #include <system_error>
 
 #include "system/interruption.h"
+#include "system/write_advice.h"
 
 namespace Velkstep {
 
@@ -29,8 +30,9 @@ UnusableOutput failure(const fs::path& path, const std::string& what) {
   return UnusableOutput(path, what);
 }
 
+/// What the system says, and what can be done.
 std::string reason(int error) {
-  return std::system_category().message(error);
+  return reason_with_advice({error, std::system_category()});
 }
 
 std::optional<struct stat> status_of(const fs::path& path) {
@@ -66,7 +68,7 @@ fs::path resolved(const fs::path& outdir) {
   if (outdir.empty()) throw failure(outdir, "cannot be created: " + reason(ENOENT));
   std::error_code error;
   fs::path path = fs::weakly_canonical(fs::absolute(outdir), error);
-  if (error) throw failure(outdir, "cannot be created: " + error.message());
+  if (error) throw failure(outdir, "cannot be created: " + reason_with_advice(error));
   path = path.lexically_normal();
   return path.has_filename() ? path : path.parent_path();
 }
@@ -107,7 +109,8 @@ void refuse_what_is_there(const fs::path& outdir, const std::vector<std::string>
   for (const std::string& name : names) {
     const auto there = status_of(outdir / name);
     if (!there) continue;
-    if (is_folder(*there)) throw failure(outdir / name, "is a folder");
+    if (is_folder(*there))
+      throw failure(outdir / name, "is a folder; remove it, or name another place");
     if (!replace) throw failure(outdir / name, "is there already; --force replaces it");
   }
 }
@@ -166,7 +169,8 @@ void StagedOutput::lock_outdir() {
   const bool replaced =
       ::fstat(lock_.number(), &locked) == 0 &&
       (!there || there->st_dev != locked.st_dev || there->st_ino != locked.st_ino);
-  if (!mine || replaced) throw failure(shown_, "another process is writing into it");
+  if (!mine || replaced)
+    throw failure(shown_, "another process is writing into it; wait, or name another folder");
 }
 
 /// A folder that is new or empty is replaced as a whole, if nobody else notices.

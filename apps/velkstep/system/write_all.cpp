@@ -13,7 +13,9 @@ void write_all(int to, std::string_view text) {
   while (!text.empty()) {
     const ssize_t written = ::write(to, text.data(), text.size());
     if (written < 0 && errno != EINTR) {
-      throw std::runtime_error("temporary file: " + std::system_category().message(errno));
+      throw std::runtime_error(
+          "the temporary file cannot be written: " + std::system_category().message(errno) +
+          "; TMPDIR names another folder for it");
     }
     if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
   }

@@ -73,10 +73,10 @@ void ProgressBar::show(const Kessel::Progress& progress) {
   show_line(progress_line(progress, seconds.count()));
 }
 
-void ProgressBar::show(std::size_t done, std::size_t inputs) {
+void ProgressBar::show(std::size_t done, std::size_t all, const char* what) {
   if (!is_due()) return;
-  show_line(bar_of(share_of(done, inputs)) + std::to_string(done) + " of " +
-            std::to_string(inputs) + " inputs");
+  show_line(bar_of(share_of(done, all)) + std::to_string(done) + " of " + std::to_string(all) +
+            " " + what);
 }
 
 void ProgressBar::wipe() {

@@ -23,8 +23,8 @@ class ProgressBar {
 
   void show(const Kessel::Progress& progress);
 
-  /// The same for several inputs, `done` of which are finished.
-  void show(std::size_t done, std::size_t inputs);
+  /// The same for several things that are called `what`, `done` of which are finished.
+  void show(std::size_t done, std::size_t all, const char* what);
 
   /// Makes room for other lines.
   void wipe();

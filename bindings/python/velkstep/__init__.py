@@ -242,6 +242,6 @@ def diff(a: StrPath, b: StrPath, progress: Optional[Progress] = None) -> Differe
     The member "same" is the answer. `progress` is called with "reading" and bytes of both files,
     then with "sorting" and steps of the comparison; it can end it as that of split can.
 
-    Raises InputError, whose path is that of the file, and MemoryError.
+    Raises InputError, whose path is that of the one that is to blame, and MemoryError.
     """
     return _velkstep.diff(a, b, progress)

@@ -26,7 +26,7 @@ class InputError(RuntimeError):
         self.sentence = sentence
         """What is wrong, in English."""
         self.path = path
-        """The input, as it was given."""
+        """The file, as it was given or found."""
         self.kind = kind
         """The kind of the finding, such as "empty_file"; None where there is no name for it."""
         self.line = line
@@ -44,15 +44,19 @@ class InputError(RuntimeError):
 class PartError(LookupError):
     """A name that no part has, or several; nothing was written."""
 
-    def __init__(self, sentence: str, candidates: list[NamedPart]) -> None:
-        super().__init__(sentence, candidates)
+    def __init__(
+        self, sentence: str, candidates: list[NamedPart], path: pathlib.Path | None = None
+    ) -> None:
+        super().__init__(sentence, candidates, path)
         self.sentence = sentence
         """What is wrong, in English, with the candidates."""
         self.candidates = candidates
         """The parts of that name, or those with the most similar names."""
+        self.path = path
+        """The input, as it was given."""
 
     def __str__(self) -> str:
-        return self.sentence
+        return self.sentence if self.path is None else f"{self.path}: {self.sentence}"
 
 
 class OutputError(RuntimeError):

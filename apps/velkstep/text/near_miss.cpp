@@ -1,4 +1,4 @@
-#include "arguments/near_miss.h"
+#include "text/near_miss.h"
 
 #include <algorithm>
 #include <cstddef>

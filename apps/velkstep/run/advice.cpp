@@ -1,0 +1,132 @@
+#include "run/advice.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstddef>
+#include <filesystem>
+#include <iterator>
+#include <vector>
+
+#include "text/near_miss.h"
+#include "text/terminal.h"
+
+namespace Velkstep {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Kessel::FindingKind;
+
+constexpr const char* GET_IT_AGAIN = "The file may be cut off or damaged: copy or export it again.";
+constexpr const char* EXPORT_AS_STEP = "Export it from the CAD system as STEP (.stp, .step).";
+constexpr const char* CLASSIC_ONLY = "Without --classic it is read.";
+
+struct Advice {
+  FindingKind kind;
+  const char* sentence;
+};
+
+/// Errors because of which an input is not read, and those of files that refer to others. Of those
+/// that are not here, the sentences themselves tell what to do, or only `verify` finds them.
+constexpr Advice ADVICE[] = {
+    {FindingKind::empty_file, "Copy or export it again."},
+    {FindingKind::binary, EXPORT_AS_STEP},
+    {FindingKind::not_an_exchange_file, EXPORT_AS_STEP},
+    {FindingKind::header_without_end, GET_IT_AGAIN},
+    {FindingKind::nothing_after_header, GET_IT_AGAIN},
+    {FindingKind::header_is_read_as_data, CLASSIC_ONLY},
+    {FindingKind::unclosed_text, GET_IT_AGAIN},
+    {FindingKind::unclosed_record, GET_IT_AGAIN},
+    {FindingKind::changed_while_read, "Try again when nobody writes to it."},
+    {FindingKind::record_number_too_large, "Export it again with smaller numbers."},
+    {FindingKind::memory_limit, "With a larger --memory-limit, or without, it is read."},
+    {FindingKind::skipped_text, "Put \"DATA;\" in front of it, or export it again."},
+    {FindingKind::unclosed_string, GET_IT_AGAIN},
+    {FindingKind::unclosed_comment, GET_IT_AGAIN},
+    {FindingKind::unclosed_list, "Export it again, or close it with an editor."},
+    {FindingKind::unclosed_section, GET_IT_AGAIN},
+    {FindingKind::missing_header, GET_IT_AGAIN},
+    {FindingKind::unsupported_scope, "Export it again in another edition of the schema."},
+    {FindingKind::two_texts_of_a_number,
+     "Export it again: nobody can tell which of them is meant."},
+    {FindingKind::missing_file, "Name a folder that a split wrote."},
+    {FindingKind::wrong_split_list, "Name the root's file in place of the folder."},
+    {FindingKind::missing_target, "Put them there, or do not follow them."},
+    {FindingKind::target_outside, "--follow-outside reads them."},
+    {FindingKind::file_cycle, "Change one of these references first."},
+    {FindingKind::mixed_schemas, "Export them with one schema."},
+    {FindingKind::unknown_component, "Export that file again, with the component at its top."},
+};
+
+/// More files of a folder than these are not looked at.
+constexpr std::size_t MOST_ENTRIES = 10'000;
+
+/// The names of files in a folder, in order.
+std::vector<std::string> files_in(const fs::path& folder) {
+  std::error_code error;
+  std::vector<std::string> names;
+  fs::directory_iterator entry(folder.empty() ? "." : folder, error);
+  for (; !error && entry != fs::directory_iterator() && names.size() < MOST_ENTRIES;
+       entry.increment(error)) {
+    std::error_code unknown;
+    if (entry->is_regular_file(unknown)) names.push_back(entry->path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+/// A name as far as people remember it: without its ending, in small letters.
+std::string remembered(const fs::path& name) {
+  std::string stem = name.stem().string();
+  std::transform(stem.begin(), stem.end(), stem.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return stem;
+}
+
+/// The file beside `path`, which is not there, that may have been meant; empty for none.
+std::string meant_instead_of(const fs::path& path) {
+  const std::vector<std::string> names = files_in(path.parent_path());
+  std::vector<std::string> words;
+  for (const std::string& name : names) words.push_back(remembered(name));
+  const std::string typed = remembered(path.filename());
+  auto meant = std::find(words.begin(), words.end(), typed);
+  if (meant == words.end()) {
+    meant = std::find(words.begin(), words.end(), near_miss(typed, words));
+  }
+  if (meant == words.end() || meant->empty()) return {};
+  return (path.parent_path() / names[static_cast<std::size_t>(meant - words.begin())]).string();
+}
+
+std::string advice_on_unreadable(const std::string& argument) {
+  if (argument == "standard input") return "Redirect it from a file, or name one.";
+  std::error_code error;
+  const fs::path path = argument;
+  const fs::file_type type = fs::status(path, error).type();
+  if (type == fs::file_type::directory) {
+    return "Name files in it, such as " + (path / "*.step").string() + ".";
+  }
+  if (type == fs::file_type::not_found) {
+    const std::string meant = meant_instead_of(path);
+    return meant.empty() ? "Check its name." : "Did you mean " + meant + "?";
+  }
+  if (type == fs::file_type::regular) return "Check who may read it, and the disk that it is on.";
+  if (type == fs::file_type::none) return "Check its name.";
+  return "Copy it into a file first.";
+}
+
+}  // namespace
+
+std::string advice_on(const Kessel::Finding& finding, const std::string& path) {
+  if (finding.kind == FindingKind::unreadable) return advice_on_unreadable(path);
+  const auto* found = std::find_if(std::begin(ADVICE), std::end(ADVICE), [&](const Advice& advice) {
+    return advice.kind == finding.kind;
+  });
+  return found == std::end(ADVICE) ? std::string() : found->sentence;
+}
+
+std::string sentence_with_advice(const Kessel::Finding& finding, const std::string& path) {
+  const std::string advice = advice_on(finding, path);
+  return finding.sentence + (advice.empty() ? "" : " " + std::string(printable(advice)));
+}
+
+}  // namespace Velkstep
