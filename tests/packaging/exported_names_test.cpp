@@ -71,6 +71,8 @@ const std::set<std::string> INTERFACE = {
     "kessel_extract",
     "kessel_file",
     "kessel_file_count",
+    "kessel_finding_at",
+    "kessel_finding_count",
     "kessel_free",
     "kessel_is_same",
     "kessel_join",
@@ -79,6 +81,7 @@ const std::set<std::string> INTERFACE = {
     "kessel_shrunk_of",
     "kessel_split",
     "kessel_status_of",
+    "kessel_verify",
 #endif
 
     "Kessel::Run(std::filesystem::path const&, std::filesystem::path const&)",
@@ -102,6 +105,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::read_assembly(std::filesystem::path const&, Kessel::Options const&)",
     "Kessel::read_drawing(std::filesystem::path const&, Kessel::DrawingOptions const&, "
     "Kessel::Options const&)",
+    "Kessel::read_overview(std::filesystem::path const&, std::optional<Kessel::DrawingOptions> "
+    "const&, Kessel::Options const&)",
     "Kessel::read_summary(std::filesystem::path const&, Kessel::Options const&)",
     "Kessel::list_file(std::string const&, std::filesystem::path const&)",
     "Kessel::read_split_list(std::filesystem::path const&)",
