@@ -129,6 +129,15 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
   return diff_dict(difference, a.string(), b.string());
 }
 
+py::dict verify(const fs::path& input, const fs::path& outdir, const py::object& progress) {
+  require_function(progress);
+  Kessel::Options options;
+  options.progress = progress_for(progress);
+  Kessel::Verification verification;
+  run_alone(input, [&] { verification = Kessel::verify(input, outdir, options); });
+  return verify_dict(verification, input.string(), outdir.string());
+}
+
 py::dict join(const fs::path& root, const fs::path& out, bool replace, bool follow_outside,
               const py::object& progress, bool shrink, bool allow_missing,
               bool allow_mixed_schemas) {
@@ -227,4 +236,5 @@ PYBIND11_MODULE(_velkstep, module) {
   module.def("split", &Velkstep::split);
   module.def("tree", &Velkstep::tree);
   module.def("info", &Velkstep::info);
+  module.def("verify", &Velkstep::verify);
 }

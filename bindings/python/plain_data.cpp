@@ -240,6 +240,18 @@ py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                   "findings"_a = list_of(joined.warnings, finding_dict));
 }
 
+py::dict verify_dict(const Kessel::Verification& verification, const std::string& input,
+                     const std::string& outdir) {
+  const auto finding_of_split = [](const Kessel::Finding& finding) {
+    py::dict dict = finding_dict(finding);
+    if (finding.file.empty()) dict["file"] = py::none();
+    return dict;
+  };
+  return py::dict("format"_a = FORMAT, "input"_a = text(input), "output"_a = text(outdir),
+                  "files"_a = verification.files, "records"_a = verification.records,
+                  "findings"_a = list_of(verification.findings, finding_of_split));
+}
+
 py::dict shrink_dict(const Kessel::Shrunk& shrunk, const std::vector<Kessel::Finding>& warnings,
                      const std::string& input, const std::string& output) {
   return py::dict("format"_a = FORMAT, "input"_a = text(input), "output"_a = text(output),

@@ -14,6 +14,7 @@
 #include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/summary.h"
+#include "kessel/verify.h"
 
 namespace Velkstep {
 
@@ -23,6 +24,10 @@ pybind11::dict tree_dict(const Kessel::Assembly& assembly, const std::string& in
 /// What differs between `a` and `b`. Needs the interpreter's lock.
 pybind11::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
                          const std::string& b);
+
+/// What is wrong with the split of `input` in `outdir`. Needs the interpreter's lock.
+pybind11::dict verify_dict(const Kessel::Verification& verification, const std::string& input,
+                           const std::string& outdir);
 
 /// How much of `input` is left in `output`. Needs the interpreter's lock.
 pybind11::dict shrink_dict(const Kessel::Shrunk& shrunk,

@@ -33,6 +33,8 @@ struct ExtractOptions {
   bool follow_references = false;
   /// Whether files outside of the input's folder may be followed.
   bool follow_outside = false;
+  /// As Options::readable.
+  std::function<std::filesystem::path(const std::filesystem::path&)> readable = {};
   /// The folder from which the input's names of other files are seen, as Options::input_folder.
   std::filesystem::path input_folder = {};
   /// The folder in which the outputs are going to lie, as Options::output_folder.

@@ -181,6 +181,42 @@ KESSEL_EXPORT size_t kessel_difference_count(const kessel_result* result);
  */
 KESSEL_EXPORT int kessel_difference_at(const kessel_result* result, size_t index,
                                        struct kessel_difference* difference, size_t size);
+
+/* Checks that the files in the folder `outdir`, of which a split has made them, hold what the
+   exchange file `in` holds, as Kessel::verify does (kessel/verify.h). Of the options the memory
+   limit and the progress function matter, which is told of reading the files, and then of
+   comparing as KESSEL_SORTING. Writes and prints nothing. Returns a result as kessel_split does,
+   without files: what is wrong, be it that a file cannot be read, is told by kessel_finding_at, and
+   the status is KESSEL_DONE. */
+KESSEL_EXPORT kessel_result* kessel_verify(const char* in, const char* outdir,
+                                           const struct kessel_options* options);
+
+/* How bad a finding is: Kessel::Severity. */
+enum kessel_severity { KESSEL_WARNING = 0, KESSEL_ERROR = 1 };
+
+/* What is wrong or deserves a look: Kessel::Finding. The texts live as long as the result. Later
+   versions may add members at the end. */
+struct kessel_finding {
+  int32_t severity;     /* an enum kessel_severity */
+  const char* kind;     /* "missing_record"; what hosts tell findings apart by */
+  const char* file;     /* in the folder; "." for the folder itself, empty for the input */
+  const char* sentence; /* in English, for people */
+  uint64_t line;        /* in that file, from 1; 0 where it is about no record */
+  uint64_t column;      /* in that line, in bytes from 1; 0 with it */
+  uint64_t instance;    /* number of the instance; 0 for none */
+  uint64_t count;       /* how many findings of this kind it stands for */
+};
+
+/* How many findings kessel_verify has; 0 where all is as it should be, for every other result, and
+   for null. */
+KESSEL_EXPORT size_t kessel_finding_count(const kessel_result* result);
+
+/* Fills the `size` bytes at `finding`, `sizeof(struct kessel_finding)` where the caller was
+   compiled, with the finding at `index`. Returns 1, or 0 beyond the last, where zeros are filled
+   in. */
+KESSEL_EXPORT int kessel_finding_at(const kessel_result* result, size_t index,
+                                    struct kessel_finding* finding, size_t size);
+
 /* Writes the part or sub-assembly `part` of the exchange file `in`, with all below it, as the file
    `out`, as Kessel::extract does (kessel/extract.h), which must not be there. A name that no part
    has, or several, ends it with KESSEL_BAD_ARGUMENT and the candidates in the sentence. Of the

@@ -36,12 +36,13 @@ struct Verification {
 /// some things more than once and others not at all, and for its splits this says what.
 ///
 /// Of each kind the first twenty findings are listed; one more says how many there are beyond
-/// (`Finding::count`). Of the options only the memory limit matters, which goes for the input, and
-/// for all files together.
+/// (`Finding::count`). Of the options the memory limit, which goes for the input, and for all files
+/// together, and the progress matter: `reading` is the files, whose total grows as they are found,
+/// `sorting` the comparison in steps.
 ///
-/// Prints nothing, and writes nothing but a file in the system's folder for temporary ones, which
-/// it removes. Time and memory are about linear in the input and the files. Works on the caller's
-/// thread. Throws `OutputError` where there is no room for that file, and `std::bad_alloc`.
+/// Writes and prints nothing. Time and memory are about linear in the input and the files. The
+/// input is read on another thread while the caller's reads the files. Throws `std::bad_alloc`, and
+/// what the progress throws.
 KESSEL_EXPORT Verification verify(const std::filesystem::path& in,
                                   const std::filesystem::path& outdir, const Options& options = {});
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "c_interface/difference_rows.h"
+#include "c_interface/finding_rows.h"
 #include "encoding/utf8_path.h"
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
@@ -24,6 +25,7 @@
 #include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/splitter.h"
+#include "kessel/verify.h"
 
 struct kessel_result {
   kessel_status status = KESSEL_DONE;
@@ -35,6 +37,7 @@ struct kessel_result {
   bool is_same = false;
   Kessel::Shrunk shrunk;
   Kessel::DifferenceRows differences;
+  Kessel::FindingRows findings;
 };
 
 namespace Kessel {
@@ -140,6 +143,13 @@ void compare(kessel_result& result, const char* a, const char* b, const kessel_o
   const Difference difference = diff(path_a, path_b, to_options(known_options(options)));
   result.differences = DifferenceRows(difference);
   result.is_same = difference.is_same;
+}
+
+void verify_into(kessel_result& result, const char* in, const char* outdir,
+                 const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  const std::filesystem::path folder = path_of(outdir, "The path of the output is missing.");
+  result.findings = FindingRows(verify(input, folder, to_options(known_options(options))).findings);
 }
 
 void join_into(kessel_result& result, const char* root, const char* out,
@@ -321,6 +331,23 @@ kessel_result* kessel_split(const char* in, const char* outdir, const kessel_opt
 kessel_result* kessel_diff(const char* a, const char* b, const kessel_options* options) {
   return Kessel::guarded("The comparison was cancelled.",
                          [&](kessel_result& result) { Kessel::compare(result, a, b, options); });
+}
+
+kessel_result* kessel_verify(const char* in, const char* outdir, const kessel_options* options) {
+  return Kessel::guarded("The check was cancelled.", [&](kessel_result& result) {
+    Kessel::verify_into(result, in, outdir, options);
+  });
+}
+
+std::size_t kessel_finding_count(const kessel_result* result) {
+  return result == nullptr ? 0 : result->findings.size();
+}
+
+int kessel_finding_at(const kessel_result* result, std::size_t index, kessel_finding* finding,
+                      std::size_t size) {
+  const bool is_there = index < kessel_finding_count(result);
+  Kessel::fill(finding, size, is_there ? result->findings.row(index) : kessel_finding());
+  return is_there ? 1 : 0;
 }
 
 kessel_result* kessel_join(const char* root, const char* out, const kessel_options* options) {

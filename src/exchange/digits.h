@@ -48,4 +48,23 @@ namespace Kessel::Exchange {
   return take_long_number(p);
 }
 
+/// Whether the eight bytes at `p` are digits; if so, `value` is what it was with them behind it.
+[[gnu::always_inline]] inline bool take_eight_digits(const char* p, std::uint64_t& value) {
+  if constexpr (std::endian::native == std::endian::little) {
+    constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
+    std::uint64_t word = 0;
+    std::memcpy(&word, p, 8);
+    if ((word & (word + EACH_BYTE * 6) & (EACH_BYTE * 0xF0)) != EACH_BYTE * '0') return false;
+    word ^= EACH_BYTE * '0';
+    word = word * 10 + (word >> 8);
+    constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
+    const std::uint64_t eight =
+        ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >> 32 &
+        0xFFFFFFFF;
+    value = value * 100'000'000 + eight;
+    return true;
+  }
+  return false;
+}
+
 }  // namespace Kessel::Exchange

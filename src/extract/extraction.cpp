@@ -34,6 +34,7 @@ Options split_options(const ExtractOptions& options) {
   same.memory_limit = options.memory_limit;
   same.names = options.names;
   same.follow_outside = options.follow_outside;
+  same.readable = options.readable;
   same.input_folder = options.input_folder;
   same.progress = options.progress;
   same.warning = options.warning;

@@ -53,6 +53,17 @@ Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t
                       offset, instance);
 }
 
+Finding records_need_memory(std::uint64_t needed, std::uint64_t limit) {
+  return make_finding(FindingKind::memory_limit,
+                      "The records need at least " + std::to_string(needed) +
+                          " bytes of memory, and the limit is " + std::to_string(limit) + ".");
+}
+
+Finding too_many_records(std::uint64_t offset) {
+  return make_finding(FindingKind::memory_limit,
+                      "The file has more records than can be told apart.", offset);
+}
+
 Finding input_changed(std::uint64_t offset) {
   return make_finding(FindingKind::changed_while_read, "The file was changed while it was split.",
                       offset);

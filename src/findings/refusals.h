@@ -30,6 +30,12 @@ Finding too_long(std::uint64_t limit, std::uint64_t offset);
 Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t instance,
                         std::uint64_t offset);
 
+/// The records of a file need at least `needed` bytes.
+Finding records_need_memory(std::uint64_t needed, std::uint64_t limit);
+
+/// There are more records than indices; the first of those is at `offset`.
+Finding too_many_records(std::uint64_t offset);
+
 /// The second reading does not find what the first one did; it came to `offset`.
 Finding input_changed(std::uint64_t offset);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace Kessel {
 
@@ -37,6 +38,13 @@ std::vector<Index> Instances::kept_with(std::string_view keyword) const {
     if (has[types_[record]]) records.push_back(record);
   }
   return records;
+}
+
+void Instances::keep(Index record, std::string body) {
+  kept_.push_back(record);
+  const std::string& text = kept_texts_.emplace_back(std::move(body));
+  kept_bodies_.push_back(text);
+  kept_bytes_ += text.capacity() + 96;  // with its places in three lists
 }
 
 void Instances::make_one(const Column<Index>& first) {

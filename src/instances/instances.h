@@ -43,8 +43,8 @@ class Reference {
 /// that carry the product structure. A line of an anchor or reference section is a record, too, of
 /// a type of its own: an anchor has no number and refers to its instance.
 ///
-/// Filled by an InstanceLoader, read-only afterwards but for make_one() and drop(). About 25 bytes
-/// a record.
+/// Filled by an InstanceLoader or an InstanceBuilder, read-only afterwards but for make_one() and
+/// drop(). About 25 bytes a record.
 class Instances {
  public:
   /// How many there are; indices run from 0.
@@ -122,7 +122,11 @@ class Instances {
 
  private:
   friend class InstanceLoader;
+  friend class InstanceBuilder;
   static constexpr Index BLOCK = 64;
+
+  /// Keeps the text of the last record.
+  void keep(Index record, std::string body);
 
   TypeTable type_table_;
   Column<TypeId> types_;

@@ -6,6 +6,7 @@
 
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
+#include "findings/refusals.h"
 #include "instances/collectors.h"
 #include "instances/kept_types.h"
 #include "instances/places.h"
@@ -72,10 +73,7 @@ Index InstanceLoader::begin_record(TypeId type, std::optional<std::uint64_t> num
                                    std::uint64_t offset) {
   Instances& all = instances_;
   const Index index = all.size();
-  if (index == NO_RECORD - 1) {
-    throw InputError(make_finding(FindingKind::memory_limit,
-                                  "The file has more records than can be told apart.", offset));
-  }
+  if (index == NO_RECORD - 1) throw InputError(too_many_records(offset));
   if (index % Instances::BLOCK == 0) {
     references_of_block_ = all.references_.size();
     all.block_references_.push_back(references_of_block_);
@@ -122,10 +120,7 @@ void InstanceLoader::note_listed(const Exchange::Record& record) {
 }
 
 void InstanceLoader::keep(Index index, std::string_view body) {
-  instances_.kept_.push_back(index);
-  const std::string& text = instances_.kept_texts_.emplace_back(body);
-  instances_.kept_bodies_.push_back(text);
-  instances_.kept_bytes_ += text.capacity() + 96;  // with its places in three lists
+  instances_.keep(index, std::string(body));
 }
 
 std::uint64_t InstanceLoader::needed_memory() const {
@@ -136,11 +131,7 @@ std::uint64_t InstanceLoader::needed_memory() const {
 /// Throws where what is held, and `more` bytes, are above the limit.
 void InstanceLoader::require_memory(std::uint64_t more) const {
   const std::uint64_t needed = needed_memory() + more;
-  if (needed <= memory_limit_) return;
-  throw InputError(make_finding(FindingKind::memory_limit,
-                                "The records need at least " + std::to_string(needed) +
-                                    " bytes of memory, and the limit is " +
-                                    std::to_string(memory_limit_) + "."));
+  if (needed > memory_limit_) throw InputError(records_need_memory(needed, memory_limit_));
 }
 
 bool InstanceLoader::learn_keeping(TypeId type) {

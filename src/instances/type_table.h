@@ -27,6 +27,11 @@ class TypeTable {
     return id < by_keyword_.size() && by_keyword_[id] != 0 ? by_keyword_[id] : look_up(record);
   }
 
+  /// The same for a type of another table.
+  TypeId type_like(const TypeTable& other, TypeId type) {
+    return enter(other.types_[type].name, other.types_[type].is_complex);
+  }
+
   std::size_t size() const { return types_.size(); }
   /// "PRODUCT"; of complex instances the keywords with a blank between them.
   std::string_view name(TypeId type) const { return types_[type].name; }

@@ -1,9 +1,12 @@
 // What a record says, in sixteen bytes.
 #pragma once
 
+#include <bit>
 #include <compare>
 #include <cstdint>
 #include <string_view>
+
+#include "sameness/hash.h"
 
 namespace Kessel {
 
@@ -15,11 +18,14 @@ namespace Kessel {
 class Digest {
  public:
   void add(std::string_view word) {
-    for (const char c : word) add_byte(static_cast<unsigned char>(c));
-    add_byte(END_OF_WORD);
+    add(std::uint64_t{word.size()});
+    for (; word.size() > 8; word.remove_prefix(8)) add(Sameness::word_of(word));
+    add(Sameness::word_of(word));
   }
   void add(std::uint64_t number) {
-    for (int i = 0; i < 8; ++i) add_byte(static_cast<unsigned char>(number >> (8 * i)));
+    first_ = Sameness::combined(first_, number);
+    second_ = (std::rotl(second_, 29) ^ number) * 0x9E37'79B9'7F4A'7C15;
+    second_ ^= second_ >> 32;
   }
   void add(const Digest& other) {
     add(other.first_);
@@ -29,13 +35,6 @@ class Digest {
   auto operator<=>(const Digest&) const = default;
 
  private:
-  static constexpr unsigned char END_OF_WORD = 0;
-  void add_byte(unsigned char byte) {
-    first_ = (first_ ^ byte) * 0x0000'0100'0000'01B3;
-    second_ = (second_ + byte) * 0x9E37'79B9'7F4A'7C15;
-    second_ ^= second_ >> 29;
-  }
-
   std::uint64_t first_ = 0xCBF2'9CE4'8422'2325;
   std::uint64_t second_ = 0;
 };

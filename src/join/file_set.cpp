@@ -98,7 +98,7 @@ void FileSet::load(JoinedFile& file) {
     };
   }
   std::ifstream in = open_input(file.path);
-  MarkedLoader loader(file, options, file.bytes);
+  MarkedLoader loader(file, following_.takes_texts, options, file.bytes);
   load_with(in, loader, options);
   memory_ += file.memory();
   bytes_ += file.bytes;

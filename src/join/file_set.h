@@ -14,10 +14,13 @@
 
 namespace Kessel {
 
-/// Which references lead to files that are joined.
+/// Which references lead to files that are joined, and what is learned of these.
 struct Following {
   /// Of files of a split, only those that the split made; the others stay.
   bool only_made = false;
+  /// What every record says by itself (sameness/fingerprints.h), so that what is joined can be
+  /// compared and need not be written.
+  bool takes_texts = false;
 };
 
 /// Files, each loaded once, in the order in which references lead to them; the root is the first.

@@ -28,6 +28,7 @@ FollowedInput::FollowedInput(const fs::path& in, const Options& options)
   JoinOptions join_options;
   join_options.memory_limit = options.memory_limit;
   join_options.follow_outside = options.follow_outside;
+  join_options.readable = options.readable;
   join_options.progress = options.progress;
   if (!options.input_folder.empty()) join_options.stands_for = options.input_folder / in.filename();
   try {
@@ -46,7 +47,7 @@ FollowedInput::FollowedInput(const fs::path& in, const Options& options)
 void FollowedInput::join_files(const fs::path& in, const JoinOptions& options) {
   Joining joining(in, options);
   for (std::size_t i = 0; i < joining.files().size(); ++i) {
-    files_.push_back(joining.files()[i].path);
+    files_.push_back(i == 0 ? in : joining.files()[i].place);
   }
   joining.write(utf8_of_path(in.filename()), fresh_.stream());
   fresh_.close();

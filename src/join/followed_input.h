@@ -15,8 +15,8 @@ namespace Kessel {
 /// folder for temporary files, as long as the object lives.
 class FollowedInput {
  public:
-  /// Joins them as `join` does; of the options the memory limit, the progress, the input's folder
-  /// and `follow_outside` matter. Throws InputError as `join`, and OutputError where there is no
+  /// Joins them as `join` does; of the options the memory limit, the progress, the input's folder,
+  /// `readable` and `follow_outside` matter. Throws InputError as `join`, and OutputError where there is no
   /// room.
   FollowedInput(const std::filesystem::path& in, const Options& options);
 

@@ -5,8 +5,6 @@
 #include <system_error>
 
 #include "encoding/utf8_path.h"
-#include "external/repointing.h"
-#include "external/targets.h"
 #include "findings/named_errors.h"
 #include "join/joining.h"
 #include "kessel/errors.h"
@@ -24,17 +22,6 @@ void refuse_to_replace_inputs(const FileSet& files, const std::filesystem::path&
   for (std::size_t i = 0; i < files.size(); ++i) {
     refuse_to_replace(files[i].path, out);
     refuse_to_replace(files[i].place, out);
-  }
-}
-
-/// References that stay lead to where they led, seen from the folder of `out`.
-void keep_references(Joining& joining, const std::filesystem::path& out) {
-  const std::filesystem::path to = without_links(std::filesystem::absolute(out).parent_path());
-  for (std::size_t i = 0; i < joining.files().size(); ++i) {
-    const JoinedFile& file = joining.files()[i];
-    if (file.kept.empty()) continue;
-    const auto from = without_links(std::filesystem::absolute(file.place).parent_path());
-    joining.edit(i, TextEdits(repoint(file.kept, from, to)));
   }
 }
 

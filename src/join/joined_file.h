@@ -43,6 +43,7 @@ struct JoinedFile {
   std::optional<std::uint64_t> split;  ///< see split_in()
   std::vector<Marked> marked;          ///< ascending; empty for files without `split`
   std::vector<Value> values;           ///< ascending
+  Column<std::uint64_t> texts;         ///< see Following::takes_texts
   std::vector<FileReference> references;
   std::vector<ExternalReference> kept;  ///< references that stay, since nothing is read there
   TextEdits edits;                      ///< other texts for strings in what is written
@@ -61,7 +62,7 @@ struct JoinedFile {
   }
   std::uint64_t memory() const {
     return instances.bytes() + marked.capacity() * sizeof(Marked) +
-           values.capacity() * sizeof(Value);
+           values.capacity() * sizeof(Value) + texts.bytes();
   }
 };
 

@@ -8,6 +8,7 @@
 
 #include "exchange/lexer.h"
 #include "exchange/parameters.h"
+#include "external/text_edits.h"
 #include "instances/collectors.h"
 
 namespace Kessel {
@@ -31,13 +32,51 @@ std::span<const Mention> mentions_in(std::string_view text, std::span<const Ment
   return {first, end};
 }
 
+std::vector<Mention> mentions_of(std::string_view text) {
+  std::vector<Mention> mentions;
+  Exchange::Lexer lexer(text);
+  for (auto word = lexer.next(); word.kind != Exchange::WordKind::end; word = lexer.next()) {
+    if (word.kind != Exchange::WordKind::instance) continue;
+    mentions.push_back({Exchange::number_in(word.text), word.text.data() + 1,
+                        word.text.data() + word.text.size()});
+  }
+  return mentions;
+}
+
 }  // namespace
 
+bool rewrites_list(const JoinedFile& file, const JoinedLists& lists, Node node, Index record) {
+  return !lists.more_of(node).empty() ||
+         (!file.references.empty() && file.instances.types().collects(file.instances.type(record)));
+}
+
+void JoinedText::append_body(Index index, std::string_view text, std::string_view body,
+                             std::span<const Mention> mentions, std::string& out) {
+  const auto edits = file_.edits.of(index);
+  if (edits.empty()) return append_edited(index, body, mentions, out);
+  const EditedText edited(text, body, mentions, edits);
+  append_edited(index, edited.body(), edited.mentions(), out);
+}
+
+void JoinedText::append_body(Index index, std::string_view body, std::string& out) {
+  append_body(index, body, body, mentions_of(body), out);
+}
+
+void JoinedText::append_edited(Index index, std::string_view body,
+                               std::span<const Mention> mentions, std::string& out) {
+  const Node node = records_.node(position_, index);
+  if (rewrites_list(file_, lists_, node, index)) {
+    append_collector(body, mentions, lists_.more_of(node), out);
+  } else {
+    append(body, mentions, out);
+  }
+}
+
 void JoinedText::append_number(std::uint64_t number, std::string& out) {
-  const Index record = instances_.find(number);
+  const Index record = file_.instances.find(number);
   const std::uint64_t joined =
-      record == NO_RECORD ? 0 : numbering_.of(records_.node(file_, record));
-  append_digits(joined != 0 ? joined : numbering_.of_missing(file_, number), out);
+      record == NO_RECORD ? 0 : numbering_.of(records_.node(position_, record));
+  append_digits(joined != 0 ? joined : numbering_.of_missing(position_, number), out);
 }
 
 void JoinedText::append(std::string_view text, std::span<const Mention> mentions,
@@ -51,6 +90,8 @@ void JoinedText::append(std::string_view text, std::span<const Mention> mentions
   out.append(at, text.data() + text.size());
 }
 
+/// Of the list go items that are not written and those that have become one with an item in front;
+/// `more` comes to its end.
 void JoinedText::append_collector(std::string_view body, std::span<const Mention> mentions,
                                   std::span<const Node> more, std::string& out) {
   std::string_view rest = body;
@@ -69,9 +110,9 @@ void JoinedText::append_list(std::string_view list, std::span<const Mention> men
   std::unordered_map<Node, Index> met;  // texts, and the first record that has become one with each
   char separator = '(';
   for (const std::string_view item : Exchange::items_of(list)) {
-    const Index record = instances_.find(Exchange::instance_of(item));
+    const Index record = file_.instances.find(Exchange::instance_of(item));
     if (record != NO_RECORD) {
-      const Node node = records_.node(file_, record);
+      const Node node = records_.node(position_, record);
       if (numbering_.of(node) == 0) continue;
       if (met.emplace(records_.text_of(node), record).first->second != record) continue;
     }
@@ -89,15 +130,10 @@ void JoinedText::append_list(std::string_view list, std::span<const Mention> men
   out += ')';
 }
 
-void JoinedText::append_entry(std::string_view entry, std::string& out) {
-  Exchange::Lexer lexer(entry);
-  std::vector<Mention> mentions;
-  for (auto word = lexer.next(); word.kind != Exchange::WordKind::end; word = lexer.next()) {
-    if (word.kind != Exchange::WordKind::instance) continue;
-    mentions.push_back({Exchange::number_in(word.text), word.text.data() + 1,
-                        word.text.data() + word.text.size()});
-  }
-  append(entry, mentions, out);
+void JoinedText::append_entry(Index entry, std::string& out) {
+  const std::string_view line = file_.instances.kept_body(entry);
+  const EditedText edited(line, line, {}, file_.edits.of(entry));
+  append(edited.text(), mentions_of(edited.text()), out);
 }
 
 }  // namespace Kessel

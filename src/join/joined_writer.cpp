@@ -60,12 +60,11 @@ class JoinedReading final : public Exchange::Listener {
       : file_(files[file]),
         position_(file),
         records_(records),
-        lists_(lists),
         numbering_(numbering),
         section_(section),
         out_(out),
         progress_(progress),
-        text_(files, file, records, numbering) {}
+        text_(files, file, records, lists, numbering) {}
 
   void begin_section(Exchange::Section section, std::string_view parameters) override {
     if (section == Exchange::Section::data) is_here_ = section_.takes(parameters);
@@ -81,27 +80,9 @@ class JoinedReading final : public Exchange::Listener {
     if (record.offset >= due_) tell(record.offset);
     const Node node = records_.node(position_, index);
     if (!is_here_ || !records_.is_written(node)) return;
-    if (const auto edits = file_.edits.of(index); !edits.empty()) {
-      const EditedText edited(record.text, record.body, record.mentions, edits);
-      write(edited.body(), edited.mentions(), index, node);
-    } else {
-      write(record.body, record.mentions, index, node);
-    }
-  }
-
-  void write(std::string_view body, std::span<const Exchange::Mention> mentions, Index index,
-             Node node) {
     std::string& out = out_.text();
     out.append("#").append(std::to_string(numbering_.of(node))).append("=");
-    const auto more = lists_.more_of(node);
-    const bool is_list_rewritten =
-        !more.empty() || (!file_.references.empty() &&
-                          file_.instances.types().collects(file_.instances.type(index)));
-    if (is_list_rewritten) {
-      text_.append_collector(body, mentions, more, out);
-    } else {
-      text_.append(body, mentions, out);
-    }
+    text_.append_body(index, record.text, record.body, record.mentions, out);
     out += ";\n";
     out_.flush_if_long();
   }
@@ -125,7 +106,6 @@ class JoinedReading final : public Exchange::Listener {
   const JoinedFile& file_;
   const std::size_t position_;
   const Records& records_;
-  const JoinedLists& lists_;
   Numbering& numbering_;
   const JoinedSection section_;
   bool is_here_ = true;
@@ -179,14 +159,12 @@ class JoinedWriter {
     std::set<std::string> written;
     for (std::size_t file = 0; file < files_.size(); ++file) {
       const Instances& instances = files_[file].instances;
-      JoinedText text(files_, file, records_, numbering_);
+      JoinedText text(files_, file, records_, lists_, numbering_);
       for (const Index entry : instances.kept()) {
         if (instances.type(entry) != type) continue;
         if (!records_.is_written(records_.node(file, entry))) continue;
         std::string line;
-        const EditedText edited(instances.kept_body(entry), instances.kept_body(entry), {},
-                                files_[file].edits.of(entry));
-        text.append_entry(edited.text(), line);
+        text.append_entry(entry, line);
         const auto [place, is_new] = written.insert(std::move(line));
         if (!is_new) continue;
         if (written.size() == 1) out_.text() += begin;

@@ -1,8 +1,16 @@
 #include "join/joining.h"
 
+#include <fstream>
+#include <memory>
+
+#include "external/repointing.h"
+#include "external/targets.h"
+#include "instances/places.h"
 #include "join/by_marks.h"
 #include "join/by_structure.h"
 #include "join/equal_values.h"
+#include "join/joined_records.h"
+#include "join/joined_text.h"
 #include "join/joined_writer.h"
 #include "join/reference_entries.h"
 #include "model/progress_reporter.h"
@@ -48,6 +56,33 @@ std::vector<Finding> Joining::doubts() const {
   return doubts;
 }
 
+void Joining::enter_into(Sameness::ComparedFile& joined) {
+  make_joined_records(files_, records_, lists_, numbering_, options_.memory_limit, joined.instances,
+                      joined.fingerprints.text);
+}
+
+Sameness::BodyReader Joining::body_reader() {
+  struct File {
+    std::size_t position = 0;
+    std::ifstream stream;
+  };
+  auto nodes = std::make_shared<const std::vector<Node>>(nodes_by_number());
+  auto last = std::make_shared<File>();
+  return [this, nodes, last](Index index) {
+    const Node node = (*nodes)[index];
+    const std::size_t position = records_.file_of(node);
+    const JoinedFile& file = files_[position];
+    if (!last->stream.is_open() || last->position != position) {
+      *last = {position, std::ifstream(file.path, std::ios::in | std::ios::binary)};
+    }
+    const Index record = records_.index_of(node);
+    std::string body;
+    JoinedText(files_, position, records_, lists_, numbering_)
+        .append_body(record, read_again(last->stream, file.instances, record).body, body);
+    return body;
+  };
+}
+
 void Joining::write(const std::string& name, std::ostream& out) {
   std::uint64_t total = 0;
   for (std::size_t i = 0; i < files_.size(); ++i) total += files_[i].bytes;
@@ -57,6 +92,16 @@ void Joining::write(const std::string& name, std::ostream& out) {
   write_joined(files_, records_, lists_, numbering_, name, out,
                [&](std::uint64_t done) { reporter.report(done); });
   reporter.report_end();
+}
+
+void keep_references(Joining& joining, const std::filesystem::path& out) {
+  const std::filesystem::path to = without_links(std::filesystem::absolute(out).parent_path());
+  for (std::size_t i = 0; i < joining.files().size(); ++i) {
+    const JoinedFile& file = joining.files()[i];
+    if (file.kept.empty()) continue;
+    const auto from = without_links(std::filesystem::absolute(file.place).parent_path());
+    joining.edit(i, TextEdits(repoint(file.kept, from, to)));
+  }
 }
 
 }  // namespace Kessel

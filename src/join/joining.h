@@ -11,6 +11,7 @@
 #include "join/numbering.h"
 #include "join/records.h"
 #include "join/residue.h"
+#include "sameness/compared_file.h"
 
 namespace Kessel {
 
@@ -35,6 +36,14 @@ class Joining {
   /// What `Joined::warnings` says.
   std::vector<Finding> doubts() const;
 
+  /// Fills `joined` with the records of the joined file, without writing it; Sameness::complete()
+  /// does the rest, and needs the object no more. See make_joined_records().
+  void enter_into(Sameness::ComparedFile& joined);
+
+  /// Reads bodies of records as the joined file has them, anchors excepted; the object must outlive
+  /// it.
+  Sameness::BodyReader body_reader();
+
   /// Writes the joined file to `out`, as if it were called `name`; as write_joined().
   void write(const std::string& name, std::ostream& out);
 
@@ -49,5 +58,8 @@ class Joining {
   JoinedLists lists_;
   Numbering numbering_;
 };
+
+/// Lets references that stay lead to where they led, seen from the folder of `out`.
+void keep_references(Joining& joining, const std::filesystem::path& out);
 
 }  // namespace Kessel

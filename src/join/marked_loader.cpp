@@ -4,8 +4,12 @@
 
 namespace Kessel {
 
-MarkedLoader::MarkedLoader(JoinedFile& file, const Options& options, std::uint64_t total)
-    : InstanceLoader(file.instances, options, total), file_(file) {}
+MarkedLoader::MarkedLoader(JoinedFile& file, bool takes_texts, const Options& options,
+                           std::uint64_t total)
+    : InstanceLoader(file.instances, options, total),
+      file_(file),
+      takes_texts_(takes_texts),
+      texts_(file.instances) {}
 
 void MarkedLoader::added(Index index, const Exchange::Record& record) {
   if (!knows_split_) {
@@ -20,6 +24,7 @@ void MarkedLoader::added(Index index, const Exchange::Record& record) {
       file_.marked.push_back({index, mark, is_whole ? digest_of(record.body) : Digest()});
     }
   }
+  if (takes_texts_) texts_.add(index, record.body, file_.texts);
   if (is_value(file_.instances.type(index))) {
     file_.values.push_back({index, digest_of(record.body)});
   }

@@ -5,20 +5,24 @@
 
 #include "instances/loader.h"
 #include "join/joined_file.h"
+#include "sameness/fingerprints.h"
 
 namespace Kessel {
 
-/// Fills `file.instances`, and notes marks and values on the way.
+/// Fills `file.instances`, and notes marks and values on the way, and what records say where it
+/// `takes_texts`.
 class MarkedLoader final : public InstanceLoader {
  public:
   /// `file` and `options` must outlive it; `total` is as for InstanceLoader.
-  MarkedLoader(JoinedFile& file, const Options& options, std::uint64_t total);
+  MarkedLoader(JoinedFile& file, bool takes_texts, const Options& options, std::uint64_t total);
 
  private:
   void added(Index index, const Exchange::Record& record) override;
   bool is_value(TypeId type);
 
   JoinedFile& file_;
+  const bool takes_texts_;
+  Sameness::TextLoader texts_;
   bool knows_split_ = false;
   std::vector<signed char> values_;  // by type: -1 not known yet
 };

@@ -1,6 +1,7 @@
 #include "sameness/compared_file.h"
 
 #include <fstream>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -68,9 +69,21 @@ void read_file(const std::filesystem::path& in, ComparedFile& file, const Option
   } catch (const InputError& error) {
     refuse(error.finding(), in);
   }
+  complete(file);
+}
+
+void complete(ComparedFile& file) {
   file.order = order_of(file.instances);
   complete(file.fingerprints, file.instances, file.order);
   file.products = find_products(file.instances);
+}
+
+BodyReader body_reader(const std::filesystem::path& in, const Instances& instances) {
+  auto stream = std::make_shared<std::ifstream>();
+  return [in, &instances, stream](Index record) {
+    if (!stream->is_open()) *stream = open_file(in);
+    return read_again(*stream, instances, record).body;
+  };
 }
 
 std::vector<std::string> schemas_of(const Instances& instances) {

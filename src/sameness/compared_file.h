@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,18 @@ struct ComparedFile {
   Products products;
 };
 
+/// Fills in the rest, once the records and what they say by themselves are there.
+void complete(ComparedFile& file);
+
 /// Reads `in` into `file`. Throws InputError, whose finding names the file.
 void read_file(const std::filesystem::path& in, ComparedFile& file, const Options& options);
+
+/// Reads the body (Exchange::Record::body) of a record once more.
+using BodyReader = std::function<std::string(Index)>;
+
+/// One for records of `instances`, which were read from `in` and must outlive it. It throws as
+/// open_file().
+BodyReader body_reader(const std::filesystem::path& in, const Instances& instances);
 
 /// The schemas that the header names.
 std::vector<std::string> schemas_of(const Instances& instances);

@@ -113,18 +113,18 @@ class Comparison {
 
 }  // namespace
 
-Difference Sameness::compare_files(const std::filesystem::path& a, const ComparedFile& file_a,
-                                   const std::filesystem::path& b, const ComparedFile& file_b,
+Difference Sameness::compare_files(const ComparedFile& a, const BodyReader& bodies_of_a,
+                                   const ComparedFile& b, const BodyReader& bodies_of_b,
                                    const Options& options) {
   Difference difference;
-  difference.schemas_in_a = schemas_of(file_a.instances);
-  difference.schemas_in_b = schemas_of(file_b.instances);
-  difference.records_in_a = file_a.instances.size();
-  difference.records_in_b = file_b.instances.size();
+  difference.schemas_in_a = schemas_of(a.instances);
+  difference.schemas_in_b = schemas_of(b.instances);
+  difference.records_in_a = a.instances.size();
+  difference.records_in_b = b.instances.size();
 
   constexpr std::uint64_t STEPS = 3;
   ProgressReporter reporter(options, Stage::sorting, STEPS);
-  const Comparison comparison(file_a, file_b);
+  const Comparison comparison(a, b);
   reporter.report(1);
   const Verdict verdict = comparison.verdict();
   reporter.report(2);
@@ -132,8 +132,8 @@ Difference Sameness::compare_files(const std::filesystem::path& a, const Compare
   difference.is_same =
       verdict != Verdict::different && difference.schemas_in_a == difference.schemas_in_b;
   if (verdict == Verdict::different) {
-    difference.products =
-        differences({a, file_a, comparison.owners_a()}, {b, file_b, comparison.owners_b()});
+    difference.products = differences({a, comparison.owners_a(), bodies_of_a},
+                                      {b, comparison.owners_b(), bodies_of_b});
   }
   reporter.report_end();
   return difference;
@@ -148,7 +148,8 @@ Difference diff(const std::filesystem::path& a, const std::filesystem::path& b,
   read_file(a, file_a, options_a);
   const Options options_b = reading.of_b();
   read_file(b, file_b, options_b);
-  return compare_files(a, file_a, b, file_b, options);
+  return compare_files(file_a, body_reader(a, file_a.instances), file_b,
+                       body_reader(b, file_b.instances), options);
 }
 
 }  // namespace Kessel

@@ -1,13 +1,11 @@
 #include "sameness/differences.h"
 
 #include <algorithm>
-#include <fstream>
 #include <map>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 
-#include "instances/places.h"
 #include "sameness/changed_parameters.h"
 #include "sameness/correspondence.h"
 
@@ -168,12 +166,9 @@ class Report {
 
   /// Looks up the parameters.
   void read_again() {
-    if (changed_.empty()) return;
-    std::ifstream in_a = open_file(compared_[A]->path);
-    std::ifstream in_b = open_file(compared_[B]->path);
     for (const ChangedPair& pair : changed_) {
-      const std::string body_a = Kessel::read_again(in_a, a_.file.instances, pair.a).body;
-      const std::string body_b = Kessel::read_again(in_b, b_.file.instances, pair.b).body;
+      const std::string body_a = compared_[A]->body_of(pair.a);
+      const std::string body_b = compared_[B]->body_of(pair.b);
       pair.type->changed[pair.place].parameters =
           changed_parameters(body_a, body_b, a_, b_, changes_);
     }

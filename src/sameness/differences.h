@@ -1,7 +1,6 @@
 // Lists what differs, product by product.
 #pragma once
 
-#include <filesystem>
 #include <vector>
 
 #include "kessel/diff.h"
@@ -12,9 +11,9 @@ namespace Kessel::Sameness {
 
 /// One of the files that are compared; what it names must outlive it.
 struct Compared {
-  const std::filesystem::path& path;
   const ComparedFile& file;
   const Owners& owners;
+  const BodyReader& body_of;
 };
 
 /// What differs between two files that do not say the same.

@@ -4,10 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "instances/collectors.h"
 #include "sameness/hash.h"
 #include "sameness/in_use.h"
-#include "sameness/text_hash.h"
 
 namespace Kessel::Sameness {
 
@@ -127,16 +125,6 @@ class Structures {
 };
 
 }  // namespace
-
-void FingerprintLoader::added(Index index, const Exchange::Record& record) {
-  Column<std::uint64_t>& text = fingerprints_.text;
-  while (text.size() < index) text.push_back(0);  // entries, see hash_entries()
-  if (instances_.types().collects(instances_.type(index))) {
-    text.push_back(text_hash(record.body, collected_lists(record.body)));
-  } else {
-    text.push_back(text_hash(record.body));
-  }
-}
 
 void complete(Fingerprints& fingerprints, const Instances& instances, const Order& order) {
   hash_entries(fingerprints, instances);

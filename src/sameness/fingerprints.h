@@ -8,6 +8,7 @@
 #include "instances/instances.h"
 #include "instances/loader.h"
 #include "sameness/order.h"
+#include "sameness/text_hash.h"
 #include "sameness/values.h"
 
 namespace Kessel::Sameness {
@@ -33,21 +34,40 @@ struct Fingerprints {
   }
 };
 
+/// Takes Fingerprints::text while a file is read.
+class TextLoader {
+ public:
+  /// Of records of `instances`, which must outlive it.
+  explicit TextLoader(const Instances& instances)
+      : instances_(instances), hash_(instances.types()) {}
+
+  /// Appends that of the record which was entered under `index`; of what was entered in front of it
+  /// and is no record 0, until complete().
+  void add(Index index, std::string_view body, Column<std::uint64_t>& text) {
+    while (text.size() < index) text.push_back(0);
+    text.push_back(hash_.of(instances_.type(index), body));
+  }
+
+ private:
+  const Instances& instances_;
+  RecordHash hash_;
+};
+
 /// Reads a file into `instances` and takes the hash of each record's text on the way.
 class FingerprintLoader : public InstanceLoader {
  public:
   /// Both must outlive it; `options` and `total` are as for InstanceLoader.
   FingerprintLoader(Instances& instances, Fingerprints& fingerprints, const Options& options,
                     std::uint64_t total = 0)
-      : InstanceLoader(instances, options, total),
-        instances_(instances),
-        fingerprints_(fingerprints) {}
+      : InstanceLoader(instances, options, total), texts_(instances), fingerprints_(fingerprints) {}
 
  protected:
-  void added(Index index, const Exchange::Record& record) override;
+  void added(Index index, const Exchange::Record& record) override {
+    texts_.add(index, record.body, fingerprints_.text);
+  }
 
  private:
-  const Instances& instances_;
+  TextLoader texts_;
   Fingerprints& fingerprints_;
 };
 

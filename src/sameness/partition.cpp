@@ -1,11 +1,35 @@
 #include "sameness/partition.h"
 
 #include <algorithm>
-#include <numeric>
+#include <bit>
 
 #include "sameness/hash.h"
 
 namespace Kessel::Sameness {
+
+namespace {
+
+/// Fills `nodes` with all nodes, by ascending colour, then by themselves. Colours are hashes: there
+/// are as many drawers for what they begin with as there are nodes, and few nodes in most of them.
+void sort_by_colour(Column<Node>& nodes, const Column<std::uint64_t>& colours) {
+  const int bits = std::max(1, static_cast<int>(std::bit_width(colours.size())) - 1);
+  const auto drawer_of = [&](Node node) {
+    return static_cast<std::size_t>(colours[node] >> (64 - bits));
+  };
+  Column<std::uint32_t> ends((std::size_t{1} << bits) + 1);
+  for (Node node = 0; node < colours.size(); ++node) ++ends[drawer_of(node) + 1];
+  for (std::size_t i = 1; i < ends.size(); ++i) ends[i] += ends[i - 1];
+  for (Node node = 0; node < colours.size(); ++node) nodes[ends[drawer_of(node)]++] = node;
+  std::uint32_t begin = 0;
+  for (const std::uint32_t end : ends) {
+    std::sort(nodes.begin() + begin, nodes.begin() + end, [&](Node x, Node y) {
+      return colours[x] != colours[y] ? colours[x] < colours[y] : x < y;
+    });
+    begin = end;
+  }
+}
+
+}  // namespace
 
 Partition::Partition(const Graph& a, const Graph& b) : lengths_(a.size()), is_queued_(a.size()) {
   for (const Side side : {A, B}) {
@@ -14,20 +38,13 @@ Partition::Partition(const Graph& a, const Graph& b) : lengths_(a.size()), is_qu
     one.nodes = Column<Node>(one.graph->size());
     one.places = Column<std::uint32_t>(one.graph->size());
     one.cells = Column<Cell>(one.graph->size());
-    one.sums = Column<std::uint64_t>(one.graph->size());
   }
 }
 
 bool Partition::begin(const Column<std::uint64_t>& a, const Column<std::uint64_t>& b) {
   if (a.size() != b.size()) return false;
-  const Column<std::uint64_t>* const colours[] = {&a, &b};
-  for (const Side side : {A, B}) {
-    Column<Node>& nodes = sides_[side].nodes;
-    const Column<std::uint64_t>& of = *colours[side];
-    std::iota(nodes.begin(), nodes.end(), Node{0});
-    std::sort(nodes.begin(), nodes.end(),
-              [&](Node x, Node y) { return of[x] != of[y] ? of[x] < of[y] : x < y; });
-  }
+  sort_by_colour(sides_[A].nodes, a);
+  sort_by_colour(sides_[B].nodes, b);
   Cell cell = 0;
   for (std::uint32_t place = 0; place < a.size(); ++place) {
     const std::uint64_t colour = a[sides_[A].nodes[place]];
@@ -50,6 +67,10 @@ void Partition::enqueue(Cell cell) {
 }
 
 bool Partition::refine() {
+  for (OneSide& side : sides_) {
+    // Most graphs need none.
+    if (side.sums.empty()) side.sums = Column<std::uint64_t>(side.graph->size());
+  }
   while (!queue_.empty()) {
     const Cell splitter = queue_.back();
     queue_.pop_back();

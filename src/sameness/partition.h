@@ -56,7 +56,8 @@ class Partition {
     Column<Node> nodes;            // by place
     Column<std::uint32_t> places;  // by node
     Column<Cell> cells;            // by node
-    Column<std::uint64_t> sums;    // by node, of the edges to the cell that splits others
+    Column<std::uint64_t> sums;    // by node, of the edges to the cell that splits others; refine()
+                                   // makes it
     std::vector<Node> touched;     // those with such edges
   };
   struct Split {

@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <string>
 
 #include "exchange/characters.h"
+#include "exchange/digits.h"
 #include "exchange/lexer.h"
 #include "exchange/string_value.h"
+#include "instances/collectors.h"
 #include "sameness/hash.h"
 
 namespace Kessel::Sameness {
@@ -17,43 +20,74 @@ using Exchange::Lexer;
 using Exchange::Word;
 using Exchange::WordKind;
 
-/// Takes in the digits of a number. Zeros in front and behind say nothing.
-class Digits {
- public:
-  void add(unsigned digit) {
-    if (digit != 0) {
-      push(digit);
-    } else if (significant_ != 0) {
-      ++zeros_;
-    }
-  }
-  bool is_zero() const { return significant_ == 0; }
-  /// Those from the first to the last that is no zero: as a number where 64 bits hold it.
-  std::uint64_t value() const { return value_; }
-  /// How many there are from the first that is no zero on.
-  std::int64_t places() const { return significant_ + zeros_; }
-
- private:
-  static constexpr std::int64_t IN_ONE_WORD = 19;
-
-  void push(unsigned digit) {
-    for (; zeros_ > 0; --zeros_) push_one(0);
-    push_one(digit);
-  }
-  void push_one(unsigned digit) {
-    value_ = significant_ < IN_ONE_WORD ? value_ * 10 + digit : combined(value_, digit);
-    ++significant_;
-  }
-
-  std::uint64_t value_ = 0;
-  std::int64_t significant_ = 0;
-  std::int64_t zeros_ = 0;
-};
-
 /// A number that is read off the front of a text (ISO 10303-21, 6.4.1 and 6.4.2).
 struct Number {
   std::uint64_t hash = 0;
   std::size_t length = 0;  // 0 for no number
+};
+
+/// The digits in front of an exponent, and the point among them.
+class Mantissa {
+ public:
+  /// Reads them from `text`, from `at` on, which moves behind them.
+  Mantissa(std::string_view text, std::size_t& at) {
+    const std::size_t begin = at;
+    take_digits(text, at);
+    has_point_ = at < text.size() && text[at] == '.';
+    magnitude_ = significant_;
+    if (has_point_) {
+      const auto point = static_cast<std::int64_t>(at++);
+      take_digits(text, at);
+      // Zeros that stand between the point and the first digit that is none.
+      if (magnitude_ == 0) magnitude_ = point + 1 + significant_ - static_cast<std::int64_t>(at);
+    }
+    text_ = text.substr(begin, at - begin);
+  }
+
+  bool has_point() const { return has_point_; }
+  bool is_empty() const { return text_.size() == (has_point_ ? 1 : 0); }
+  bool is_zero() const { return significant_ == 0; }
+  /// The digits from the first to the last that is no zero: as a number where 64 bits hold it.
+  std::uint64_t value() const {
+    if (significant_ > IN_ONE_WORD) return long_value();
+    std::uint64_t value = value_;
+    while (value % 10 == 0) value /= 10;
+    return value;
+  }
+  /// How many places the first digit that is no zero stands in front of the point.
+  std::int64_t magnitude() const { return magnitude_; }
+
+ private:
+  static constexpr std::int64_t IN_ONE_WORD = 19;
+
+  void take_digits(std::string_view text, std::size_t& at) {
+    if (significant_ == 0) {
+      while (at < text.size() && text[at] == '0') ++at;
+    }
+    const std::size_t first = at;
+    while (text.size() - at >= 8 && Exchange::take_eight_digits(text.data() + at, value_)) at += 8;
+    for (; at < text.size() && Exchange::is_digit(text[at]); ++at) {
+      value_ = value_ * 10 + static_cast<std::uint64_t>(text[at] - '0');
+    }
+    significant_ += static_cast<std::int64_t>(at - first);
+  }
+
+  std::uint64_t long_value() const {
+    std::string digits(text_);
+    std::erase(digits, '.');
+    digits.erase(0, digits.find_first_not_of('0'));
+    digits.erase(digits.find_last_not_of('0') + 1);
+    if (digits.size() > IN_ONE_WORD) return hash_of(digits);
+    std::uint64_t value = 0;
+    for (const char c : digits) value = value * 10 + static_cast<std::uint64_t>(c - '0');
+    return value;
+  }
+
+  std::string_view text_;
+  std::uint64_t value_ = 0;       // of all digits, where 64 bits hold it
+  std::int64_t significant_ = 0;  // digits from the first on that is no zero
+  std::int64_t magnitude_ = 0;
+  bool has_point_ = false;
 };
 
 /// Reads on behind "E". Exponents beyond all reason count as one.
@@ -66,7 +100,7 @@ bool take_exponent(std::string_view text, std::size_t& at, std::int64_t& exponen
   for (; at < text.size() && Exchange::is_digit(text[at]); ++at) {
     written = std::min(written * 10 + (text[at] - '0'), MOST);
   }
-  exponent += is_negative ? -written : written;
+  exponent = is_negative ? -written : written;
   return at > first;
 }
 
@@ -74,31 +108,18 @@ Number take_number(std::string_view text) {
   std::size_t at = 0;
   const bool is_negative = text[0] == '-';
   if (is_negative || text[0] == '+') ++at;
-  Digits digits;
+  const Mantissa mantissa(text, at);
+  if (mantissa.is_empty()) return {};
+  bool is_real = mantissa.has_point();
   std::int64_t exponent = 0;
-  bool has_digits = false;
-  bool is_real = false;
-  for (; at < text.size(); ++at) {
-    const char c = text[at];
-    if (Exchange::is_digit(c)) {
-      digits.add(static_cast<unsigned>(c - '0'));
-      has_digits = true;
-      exponent -= is_real ? 1 : 0;
-    } else if (c == '.' && !is_real) {
-      is_real = true;
-    } else {
-      break;
-    }
-  }
-  if (!has_digits) return {};
   if (at < text.size() && (text[at] | 0x20) >= 'd' && (text[at] | 0x20) <= 'e') {
     is_real = true;
     if (!take_exponent(text, ++at, exponent)) return {};
   }
   const std::uint64_t kind = is_real ? 1 : 0;
-  if (digits.is_zero()) return {combined(0, kind), at};
-  const auto magnitude = static_cast<std::uint64_t>(exponent + digits.places());
-  return {combined(digits.value(), magnitude * 4 + (is_negative ? 2 : 0) + kind), at};
+  if (mantissa.is_zero()) return {combined(0, kind), at};
+  const auto magnitude = static_cast<std::uint64_t>(exponent + mantissa.magnitude());
+  return {combined(mantissa.value(), magnitude * 4 + (is_negative ? 2 : 0) + kind), at};
 }
 
 /// A word that has no text of its own worth hashing.
@@ -286,6 +307,13 @@ std::uint64_t text_hash_with_sets(std::string_view body, std::span<const std::st
   return combined(hash, in_sets);
 }
 
+std::uint64_t words_hash(std::string_view text, std::uint64_t so_far) {
+  std::uint64_t hash = so_far;
+  std::uint64_t word = 0;
+  for (WordHashes words(text); words.next(word);) hash = behind(hash, word);
+  return combined(hash, 0);
+}
+
 }  // namespace
 
 std::uint64_t number_hash(std::string_view literal) {
@@ -294,11 +322,26 @@ std::uint64_t number_hash(std::string_view literal) {
 }
 
 std::uint64_t text_hash(std::string_view body, std::span<const std::string_view> sets) {
-  if (!sets.empty()) return text_hash_with_sets(body, sets);
-  std::uint64_t hash = 0;
-  std::uint64_t word = 0;
-  for (WordHashes words(body); words.next(word);) hash = behind(hash, word);
-  return combined(hash, 0);
+  return sets.empty() ? words_hash(body, 0) : text_hash_with_sets(body, sets);
+}
+
+RecordHash::OfType RecordHash::of_type(TypeId type) const {
+  OfType known;
+  known.is_known = true;
+  known.collects = types_.collects(type);
+  if (known.collects || types_.is_complex(type)) return known;
+  known.keyword = types_.name(type);
+  known.hash = behind(0, Sameness::hash_of(known.keyword, hash_of(WordKind::keyword)));
+  return known;
+}
+
+std::uint64_t RecordHash::of(TypeId type, std::string_view body) {
+  if (type >= known_.size()) known_.resize(type + 1);
+  OfType& known = known_[type];
+  if (!known.is_known) known = of_type(type);
+  if (known.collects) return text_hash(body, collected_lists(body));
+  if (known.keyword.empty() || !body.starts_with(known.keyword)) return text_hash(body);
+  return words_hash(body.substr(known.keyword.size()), known.hash);
 }
 
 }  // namespace Kessel::Sameness

@@ -52,7 +52,7 @@ struct HashedFile {
 
   explicit HashedFile(const fs::path& path) {
     std::ifstream in(path, std::ios::in | std::ios::binary);
-    std::string block(std::size_t{256} << 10, '\0');
+    std::string block(std::size_t{32} << 10, '\0');
     while (in) {
       in.read(block.data(), static_cast<std::streamsize>(block.size()));
       const auto count = static_cast<std::size_t>(in.gcount());

@@ -2,6 +2,7 @@
 #include "kessel/verify.h"
 
 #include <algorithm>
+#include <atomic>
 #include <fstream>
 #include <future>
 #include <map>
@@ -9,7 +10,7 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <system_error>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -21,7 +22,6 @@
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "output/fresh_file.h"
 #include "sameness/comparison.h"
 #include "verify/differences.h"
 #include "verify/kept_references.h"
@@ -35,33 +35,48 @@ namespace {
 namespace fs = std::filesystem;
 
 /// The input, which is read while the files of a split are joined.
-class InputReading {
+class Input {
  public:
-  /// What is given must outlive the object.
-  InputReading(const fs::path& in, const Options& options)
-      : reading_(std::async([&in, &options] {
-          auto file = std::make_unique<Sameness::ComparedFile>();
-          Sameness::read_file(in, *file, options);
-          return file;
-        })) {}
+  struct Refused {
+    Finding finding;
+  };
 
-  /// Throws InputRefused where it cannot be read.
+  /// Begins to read it. What is given must outlive the object.
+  void begin(const fs::path& in, std::uint64_t memory_limit) {
+    options_.memory_limit = memory_limit;
+    options_.progress = [this](const Progress&) {
+      if (!is_wanted_) throw NotWanted();
+    };
+    reading_ = std::async([this, &in] {
+      auto file = std::make_unique<Sameness::ComparedFile>();
+      Sameness::read_file(in, *file, options_);
+      return file;
+    });
+  }
+  Input() = default;
+  Input(const Input&) = delete;
+  Input& operator=(const Input&) = delete;
+  ~Input() { is_wanted_ = false; }
+
+  /// Throws Refused where it cannot be read.
   const Sameness::ComparedFile& file() {
     try {
       if (!file_) file_ = reading_.get();
     } catch (const InputError& error) {
-      throw InputRefused{error.finding()};
+      throw Refused{error.finding()};
     }
     return *file_;
   }
-
-  struct InputRefused {
-    Finding finding;
-  };
+  /// Whether file() has returned it.
+  bool is_read() const { return file_ != nullptr; }
 
  private:
-  std::future<std::unique_ptr<Sameness::ComparedFile>> reading_;
+  struct NotWanted {};
+
+  Options options_;
   std::unique_ptr<Sameness::ComparedFile> file_;
+  std::atomic<bool> is_wanted_ = true;
+  std::future<std::unique_ptr<Sameness::ComparedFile>> reading_;  // ends first
 };
 
 /// Checks one split.
@@ -69,8 +84,10 @@ class SplitCheck {
  public:
   SplitCheck(const fs::path& in, const fs::path& outdir, const Options& options)
       : in_(in), outdir_(outdir), folder_(folder_of_references(in, options)) {
+    options_.memory_limit = options.memory_limit;
+    options_.progress = options.progress;
     join_options_.memory_limit = options.memory_limit;
-    quiet_.memory_limit = options.memory_limit;
+    join_options_.progress = options.progress;
   }
 
   Verification check() {
@@ -79,22 +96,21 @@ class SplitCheck {
     folder.check_listed(findings_);
     if (root) check_files(*root, folder);
     verification_.findings = findings_.take();
-    if (is_joined_) set_places(*root);
+    if (root) set_places(*root);
     sort_by_place();
     return std::move(verification_);
   }
 
  private:
   void check_files(const fs::path& root, SplitFolder& folder) {
-    InputReading input(in_, quiet_);
+    input_.begin(in_, options_.memory_limit);
     try {
-      join(root);
-      edit_kept_references([&]() -> const Sameness::ComparedFile& { return input.file(); }, folder_,
-                           outdir_, *joining_);
+      join(root, {.only_made = true, .takes_texts = true});
+      is_joined_ = true;
       check_joined_files();
       verification_.files += folder.check_others(joined_names(), findings_);
-      compare(root, input);
-    } catch (const InputReading::InputRefused& refused) {
+      compare(root);
+    } catch (const Input::Refused& refused) {
       findings_.begin_file("");
       findings_.add(refused.finding);
     } catch (const InputError& error) {
@@ -103,10 +119,23 @@ class SplitCheck {
     }
   }
 
-  void join(const fs::path& root) {
-    // What the input refers to is no part of the split.
-    if (!joining_) joining_.emplace(root, join_options_, Following{.only_made = true});
-    is_joined_ = true;
+  /// What the input refers to is no part of the split.
+  void join(const fs::path& root, const Following& following) {
+    joining_ = std::make_unique<Joining>(root, join_options_, following);
+    edit_references();
+  }
+
+  /// The same once more, where something is found.
+  void join_again(const fs::path& root) {
+    if (joining_) return;
+    join_options_.progress = nullptr;
+    join(root, {.only_made = true});
+  }
+
+  /// References to other files get the input's texts.
+  void edit_references() {
+    edit_kept_references([&]() -> const Sameness::ComparedFile& { return input_.file(); }, folder_,
+                         outdir_, *joining_);
   }
 
   void check_joined_files() {
@@ -156,60 +185,68 @@ class SplitCheck {
     return names;
   }
 
-  void compare(const fs::path& root, InputReading& input) {
-    std::error_code error;
-    const fs::path folder = fs::temp_directory_path(error);
-    if (error) throw OutputError(folder, error);
-    FreshFile joined(folder);
-    joining_->write("joined", joined.stream());
-    joined.close();
-    if (joined.error()) throw OutputError(folder, joined.error());
-    // Its memory is of use; where something is found the files are read again.
-    joining_.reset();
-    const Sameness::ComparedFile& of_input = input.file();
-    Sameness::ComparedFile of_joined;
+  void compare(const fs::path& root) {
+    Sameness::ComparedFile joined;
     try {
-      Sameness::read_file(joined.path(), of_joined, quiet_);
+      joining_->enter_into(joined);
     } catch (const InputError& refused) {
-      // The folder's files together did not fit into memory.
-      Finding finding = refused.finding();
+      // The folder's files together do not fit into memory.
       findings_.begin_file(".");
-      findings_.add(std::move(finding));
+      findings_.add(refused.finding());
       return;
     }
-    const Difference difference =
-        Sameness::compare_files(in_, of_input, joined.path(), of_joined, quiet_);
+    // Its memory is of use; where something is found the files are read again.
+    joining_.reset();
+    Sameness::complete(joined);
+    Sameness::BodyReader bodies;
+    const auto body_of_joined = [&](Index record) {
+      const std::string_view kept = joined.instances.kept_body(record);
+      if (!kept.empty()) return std::string(kept);
+      if (!bodies) {
+        join_again(root);
+        bodies = joining_->body_reader();
+      }
+      return bodies(record);
+    };
+    const Sameness::ComparedFile& input = input_.file();
+    const Difference difference = Sameness::compare_files(
+        input, Sameness::body_reader(in_, input.instances), joined, body_of_joined, options_);
     if (difference.is_same) return;
-    join(root);
+    join_again(root);
     add_differences(difference, *joining_, findings_);
   }
 
   /// Looks up where the records stand that findings are about.
   void set_places(const fs::path& root) {
+    if (input_.is_read()) set_places_in(in_, input_.file().instances, "");
     const auto& found = verification_.findings;
-    const bool is_about_records = std::any_of(
-        found.begin(), found.end(), [](const Finding& finding) { return finding.instance != 0; });
-    if (!is_about_records) return;
-    join(root);
+    const bool is_about_files = std::any_of(found.begin(), found.end(), [](const Finding& finding) {
+      return finding.instance != 0 && !finding.file.empty();
+    });
+    if (!is_joined_ || !is_about_files) return;
+    join_again(root);
     const FileSet& files = joining_->files();
     for (std::size_t i = 0; i < files.size(); ++i) {
-      std::vector<Finding*> of_file;
-      for (Finding& finding : verification_.findings) {
-        if (finding.file == files[i].name && finding.instance != 0) of_file.push_back(&finding);
-      }
-      if (of_file.empty()) continue;
-      std::ifstream in(files[i].path, std::ios::in | std::ios::binary);
-      std::vector<Finding> placed;
-      for (Finding* finding : of_file) {
-        const Index record = files[i].instances.find(finding->instance);
-        if (record != NO_RECORD) {
-          finding->offset = read_again(in, files[i].instances, record).offset;
-        }
-        placed.push_back(*finding);
-      }
-      locate(in, placed);
-      for (std::size_t at = 0; at < placed.size(); ++at) *of_file[at] = std::move(placed[at]);
+      set_places_in(files[i].path, files[i].instances, files[i].name);
     }
+  }
+
+  /// The same for those with this name of a file.
+  void set_places_in(const fs::path& path, const Instances& instances, const std::string& name) {
+    std::vector<Finding*> of_file;
+    for (Finding& finding : verification_.findings) {
+      if (finding.file == name && finding.instance != 0) of_file.push_back(&finding);
+    }
+    if (of_file.empty()) return;
+    std::ifstream in(path, std::ios::in | std::ios::binary);
+    std::vector<Finding> placed;
+    for (Finding* finding : of_file) {
+      const Index record = instances.find(finding->instance);
+      if (record != NO_RECORD) finding->offset = read_again(in, instances, record).offset;
+      placed.push_back(*finding);
+    }
+    locate(in, placed);
+    for (std::size_t at = 0; at < placed.size(); ++at) *of_file[at] = std::move(placed[at]);
   }
 
   /// Findings on a file stand together, those on all of it first.
@@ -228,9 +265,10 @@ class SplitCheck {
   const fs::path& in_;
   const fs::path& outdir_;
   const fs::path folder_;  // from which the input's references are seen
-  Options quiet_;
+  Options options_;
   JoinOptions join_options_;
-  std::optional<Joining> joining_;
+  Input input_;
+  std::unique_ptr<Joining> joining_;
   bool is_joined_ = false;  // it was once, at least
   FindingList findings_;
   Verification verification_;

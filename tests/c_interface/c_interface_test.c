@@ -479,6 +479,58 @@ static void differences(void) {
   EXPECT(kessel_difference_at(NULL, 0, &row, sizeof row) == 0);
 }
 
+/* What is wrong with a split, and as which rows. */
+static void verification(void) {
+  struct kessel_finding row;
+  struct kessel_options options;
+  kessel_result* result = kessel_split(ASSEMBLY, "parts", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  kessel_free(result);
+  result = kessel_verify(ASSEMBLY, "parts", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT(kessel_finding_count(result) == 0);
+  EXPECT(kessel_file_count(result) == 0);
+  kessel_free(result);
+  write_file("parts/more.stp", "#1=A();\n");
+  result = kessel_verify(ASSEMBLY, "parts", NULL);
+  EXPECT(kessel_finding_count(result) == 1);
+  EXPECT(kessel_finding_at(result, 0, &row, sizeof row) == 1);
+  EXPECT(row.severity == KESSEL_WARNING && row.line == 0 && row.column == 0);
+  EXPECT(row.instance == 0 && row.count == 1);
+  EXPECT_TEXT(row.kind, "foreign_file");
+  EXPECT_TEXT(row.file, "more.stp");
+  EXPECT_TEXT(row.sentence, "The file does not belong to the split: no other refers to it.");
+  EXPECT(kessel_finding_at(result, 1, &row, sizeof row) == 0);
+  EXPECT(row.kind == NULL && row.count == 0);
+  EXPECT(kessel_finding_at(result, 0, NULL, sizeof row) == 1);
+  kessel_free(result);
+  result = kessel_verify("missing.stp", "parts", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT(kessel_finding_count(result) == 2);
+  EXPECT(kessel_finding_at(result, 0, &row, sizeof row) == 1);
+  EXPECT(row.severity == KESSEL_WARNING);
+  EXPECT(kessel_finding_at(result, 1, &row, sizeof row) == 1);
+  EXPECT(row.severity == KESSEL_ERROR);
+  EXPECT_TEXT(row.kind, "unreadable");
+  EXPECT_TEXT(row.file, "");
+  kessel_free(result);
+  kessel_default_options(&options, sizeof options);
+  options.progress = cancel;
+  result = kessel_verify(ASSEMBLY, "parts", &options);
+  EXPECT(kessel_status_of(result) == KESSEL_CANCELLED);
+  EXPECT_TEXT(kessel_error_of(result), "The check was cancelled.");
+  EXPECT(kessel_finding_count(result) == 0);
+  kessel_free(result);
+  result = kessel_verify(NULL, "parts", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_BAD_ARGUMENT);
+  kessel_free(result);
+  result = kessel_verify(ASSEMBLY, NULL, NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_BAD_ARGUMENT);
+  kessel_free(result);
+  EXPECT(kessel_finding_count(NULL) == 0);
+  EXPECT(kessel_finding_at(NULL, 0, &row, sizeof row) == 0);
+}
+
 /* Shrinks into "small.stp", expects how that ended, and returns how many records are left. */
 static uint64_t shrunk(const char* in, const struct kessel_options* options,
                        enum kessel_status status, const char* error) {
@@ -684,6 +736,7 @@ static const struct {
     {"cancelling", cancelling},
     {"joining", joining},
     {"differences", differences},
+    {"verification", verification},
     {"shrinking", shrinking},
     {"extracting", extracting},
     {"references", references},

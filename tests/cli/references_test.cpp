@@ -5,11 +5,13 @@
 #include <nlohmann/json.hpp>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "cli/run_process.h"
 #include "inspection/products.h"
 #include "support/folder_tree.h"
 #include "support/scratch_folder.h"
+#include "support/shell.h"
 
 namespace Kessel::test {
 namespace {
@@ -98,6 +100,33 @@ TEST_F(InputWithReferences, FollowedAsOneAssembly) {
   EXPECT_EQ(
       run_velkstep({"split", "in/in.stp", "-o", "o", "--follow", "--assemblies=classic"}).exit_code,
       2);
+}
+
+TEST_F(InputWithReferences, CompressedOnesAreFollowed) {
+  const std::vector<std::vector<std::string>> commands = {
+      {"split", "in/in.stp", "-o", "out/all", "--follow"},
+      {"split", "in/in.stp", "--part=lid", "-o", "out/lid", "--follow"},
+      {"extract", "in/in.stp", "--part=lid", "-o", "out/one.stp", "--follow"},
+  };
+  const auto written = [&] {
+    fs::remove_all("out");
+    fs::create_directory("out");
+    for (const auto& command : commands) {
+      const ProcessRun run = run_velkstep(command);
+      EXPECT_EQ(run.exit_code, 0) << run.errors;
+    }
+    std::vector<std::string> records;
+    for (const char* const file : {"out/all/lid (2).stp", "out/lid/lid.stp", "out/one.stp"}) {
+      const std::string text = read_file(file);
+      EXPECT_NE(text.find("MANIFOLD_SOLID_BREP('its',$)"), std::string::npos) << file;
+      records.push_back(text.substr(text.find("DATA;")));
+    }
+    records.push_back(run_velkstep({"extract", "in/in.stp", "--list", "--follow"}).out);
+    return records;
+  };
+  const auto plain = written();
+  ASSERT_EQ(run_in_shell("gzip in/lid.stp && mv in/lid.stp.gz in/lid.stp").status, 0);
+  EXPECT_EQ(written(), plain);
 }
 
 TEST_F(InputWithReferences, APartKeepsItsOwn) {

@@ -60,6 +60,14 @@ TEST_F(VerifyCommand, Errors) {
          "\"'our'\" in place of \"'its'\".\n");
 }
 
+TEST_F(VerifyCommand, WhatIsMissingIsShownInTheInput) {
+  std::string text = read_file("out/root.stp");
+  const std::size_t at = text.find("#18=NEXT_ASSEMBLY_USAGE_OCCURRENCE");
+  folder_.write("out/root.stp", text.erase(at, text.find('\n', at) + 1 - at));
+  expect({"in.stp", "out"}, 1,
+         "in.stp:24:1: error: #17 (NEXT_ASSEMBLY_USAGE_OCCURRENCE) is in no file.\n");
+}
+
 TEST_F(VerifyCommand, WarningsOnly) {
   folder_.write("out/other.stp", whole_file("#1=A();\n"));
   expect({"in.stp", "out"}, 4,

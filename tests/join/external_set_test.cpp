@@ -65,6 +65,7 @@ TEST(JoinExternalSet, JoiningOnceMoreChangesNothing) {
   join(root_of_set(), folder / "one.stp");
   join(folder / "one.stp", folder / "two.stp");
   EXPECT_TRUE(diff(folder / "one.stp", folder / "two.stp").is_same);
+  EXPECT_EQ(difference_of_data(root_of_set(), folder / "one.stp", {}), "");
 }
 
 }  // namespace

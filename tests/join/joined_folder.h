@@ -1,9 +1,12 @@
 // Small exchange files in a folder of their own, and what they join to.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <string_view>
 
+#include "join/joined_data.h"
 #include "kessel/errors.h"
 #include "kessel/join.h"
 #include "support/scratch_folder.h"
@@ -33,9 +36,11 @@ class JoinedFolder {
   }
   const ScratchFolder& folder() const { return folder_; }
 
-  /// Joins "root.stp" and what it refers to, and returns the records of the result.
+  /// Joins "root.stp" and what it refers to, and returns the records of the result. What
+  /// comparisons are given in place of the result must be the same.
   std::string data() {
     joined_ = join(folder_ / "root.stp", folder_ / "out.stp", options);
+    EXPECT_EQ(difference_of_data(folder_ / "root.stp", folder_ / "out.stp", options), "");
     const std::string text = read_file(folder_ / "out.stp");
     const std::size_t begin = text.find("DATA;\n") + 6;
     return text.substr(begin, text.find("ENDSEC;\n", begin) - begin);

@@ -71,6 +71,8 @@ const std::set<std::string> INTERFACE = {
     "kessel_extract",
     "kessel_file",
     "kessel_file_count",
+    "kessel_finding_at",
+    "kessel_finding_count",
     "kessel_free",
     "kessel_is_same",
     "kessel_join",
@@ -79,6 +81,7 @@ const std::set<std::string> INTERFACE = {
     "kessel_shrunk_of",
     "kessel_split",
     "kessel_status_of",
+    "kessel_verify",
 #endif
 
     "Kessel::Run(std::filesystem::path const&, std::filesystem::path const&)",

@@ -100,6 +100,22 @@ def test_diff_names_the_file_that_cannot_be_read(lamp):
     assert str(caught.value.path) == "missing.step"
 
 
+@needs_command
+def test_verify_is_what_the_command_prints(lamp, assembly, tmp_path):
+    velkstep.split(lamp, tmp_path)
+    stages = set()
+    whole = velkstep.verify(lamp, tmp_path, lambda stage, *_: stages.add(stage))
+    assert whole["findings"] == [] and whole["files"] > 1
+    assert stages == {"reading", "sorting"}
+    found = velkstep.verify(assembly, tmp_path)
+    assert None in {finding["file"] for finding in found["findings"]}
+    shown = subprocess.run(
+        [COMMAND, "verify", "--json", assembly, tmp_path], capture_output=True
+    )
+    assert shown.returncode == 1
+    assert found == json.loads(shown.stdout)
+
+
 def test_join_of_one_file_says_the_same(lamp, tmp_path):
     out = tmp_path / "one.step"
     joined = velkstep.join(lamp, out)

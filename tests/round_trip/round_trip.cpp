@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "instances/loader.h"
+#include "join/joined_data.h"
 #include "kessel/diff.h"
 #include "kessel/join.h"
 #include "kessel/splitter.h"
@@ -89,6 +90,9 @@ class RoundTrip {
     options.allow_missing = true;
     options.follow_outside = true;
     join(root, "joined.stp", options);
+    if (const std::string fault = difference_of_data(root, "joined.stp", options); !fault.empty()) {
+      say("joined, what is written and what is compared differ: " + fault);
+    }
     const Difference difference = diff(in_, "joined.stp");
     if (difference.is_same) return;
     say("joined, the files say something else");

@@ -22,7 +22,7 @@ TEST_F(Damage, ChangedWordOfACopy) {
 TEST_F(Damage, DroppedRecord) {
   replace("root.stp", "#18=NEXT_ASSEMBLY_USAGE_OCCURRENCE('u','','',#3,#11,$);\n", "");
   EXPECT_EQ(found(),
-            FoundLines{":0: error missing_record: #17 (NEXT_ASSEMBLY_USAGE_OCCURRENCE) is in no "
+            FoundLines{":24: error missing_record: #17 (NEXT_ASSEMBLY_USAGE_OCCURRENCE) is in no "
                        "file."});
 }
 

@@ -13,6 +13,25 @@ TEST_F(WholeSplit, NothingIsFound) {
   EXPECT_EQ(verification.records, 41u);
 }
 
+TEST_F(WholeSplit, ProgressIsToldAndCanEndIt) {
+  std::vector<Stage> stages;
+  Options options;
+  options.progress = [&](const Progress& progress) {
+    EXPECT_LE(progress.done, progress.total);
+    if (stages.empty() || stages.back() != progress.stage) stages.push_back(progress.stage);
+  };
+  EXPECT_TRUE(verify("in.stp", "out", options).findings.empty());
+  EXPECT_EQ(stages, (std::vector{Stage::reading, Stage::sorting}));
+
+  struct Ended {};
+  for (const Stage last : stages) {
+    options.progress = [&](const Progress& progress) {
+      if (progress.stage == last) throw Ended();
+    };
+    EXPECT_THROW(verify("in.stp", "out", options), Ended);
+  }
+}
+
 TEST_F(WholeSplit, NumbersOrderAndBlanksDoNotMatter) {
   folder_.write("in.stp", whole_file("#90 = MANIFOLD_SOLID_BREP( 'own' , $ );\n" + [] {
                   std::string text = INPUT;

@@ -98,6 +98,7 @@ void add_verify_command(CLI::App& app, Action& action) {
       ->check(CLI::Validator(fault_of_output, ""))
       ->required();
   add_memory_limit_option(command, arguments->options.memory_limit);
+  add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
 }
 

@@ -10,6 +10,7 @@
 #include "run/exit_codes.h"
 #include "run/one_output.h"
 #include "run/progress.h"
+#include "run/unpacked.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
@@ -43,6 +44,8 @@ std::vector<Kessel::ExtractedFile> extract_from(const fs::path& in,
                                                 const ExtractArguments& arguments,
                                                 Warnings& warnings) {
   Kessel::ExtractOptions options = reading_options(arguments);
+  Unpacked unpacked;
+  options.readable = unpacked.readable();
   options.names = arguments.names;
   options.bodies = arguments.bodies;
   options.shrink = arguments.shrink;
@@ -87,7 +90,10 @@ std::string list_text(const std::vector<Kessel::NamedPart>& parts) {
 }
 
 int list(const ExtractArguments& arguments, const fs::path& in) {
-  const std::vector<Kessel::NamedPart> parts = Kessel::read_parts(in, reading_options(arguments));
+  Kessel::ExtractOptions options = reading_options(arguments);
+  Unpacked unpacked;
+  options.readable = unpacked.readable();
+  const std::vector<Kessel::NamedPart> parts = Kessel::read_parts(in, options);
   if (parts.empty()) mention_no_part(arguments.in);
   return print(arguments.json ? parts_json(parts, arguments.in) : list_text(parts));
 }

@@ -1,7 +1,6 @@
 #include "commands/join_command.h"
 
 #include <iostream>
-#include <list>
 
 #include "formats/findings.h"
 #include "json/documents.h"
@@ -11,8 +10,8 @@
 #include "run/exit_codes.h"
 #include "run/one_output.h"
 #include "run/progress.h"
+#include "run/unpacked.h"
 #include "run/with_input.h"
-#include "system/input.h"
 #include "system/interruption.h"
 #include "text/counted.h"
 
@@ -31,19 +30,6 @@ std::string name_in_finding(const JoinArguments& arguments, const Kessel::Findin
   return (folder / finding.file).string();
 }
 
-/// Unpacks the compressed ones of the files that are joined; they are there as long as it lives.
-class Unpacked {
- public:
-  fs::path path_of(const fs::path& file) {
-    const std::string name = fs::absolute(file).string();
-    if (!needs_a_copy(name)) return file;
-    return inputs_.emplace_back(name).path();
-  }
-
- private:
-  std::list<Input> inputs_;
-};
-
 /// Joins `root`, which may be a copy of what the arguments mean.
 Kessel::Joined join_quietly(const fs::path& root, const JoinArguments& arguments) {
   Kessel::JoinOptions options;
@@ -55,7 +41,7 @@ Kessel::Joined join_quietly(const fs::path& root, const JoinArguments& arguments
   options.replace = arguments.force;
   if (root != arguments.root) options.stands_for = shown_name(arguments.root);
   Unpacked unpacked;
-  options.readable = [&](const fs::path& file) { return unpacked.path_of(file); };
+  options.readable = unpacked.readable();
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = progress_on(bar);
   return Kessel::join(root, arguments.out, options);

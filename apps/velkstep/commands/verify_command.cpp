@@ -39,6 +39,13 @@ std::string verify_text(const VerifyArguments& arguments, const Verification& ve
 
 namespace {
 
+Verification verified(const std::filesystem::path& in, const VerifyArguments& arguments) {
+  Kessel::Options options = arguments.options;
+  ProgressBar bar(arguments.progress);
+  options.progress = [&](const Kessel::Progress& progress) { bar.show(progress); };
+  return Kessel::verify(in, arguments.outdir, options);
+}
+
 int print_verification(const VerifyArguments& arguments, const Verification& verification) {
   const int printed =
       print(arguments.json ? verify_json(verification, arguments.in, arguments.outdir)
@@ -52,8 +59,7 @@ int verify(const VerifyArguments& arguments) {
   return with_path(
       arguments.in,
       [&](const std::filesystem::path& path) {
-        return print_verification(arguments,
-                                  Kessel::verify(path, arguments.outdir, arguments.options));
+        return print_verification(arguments, verified(path, arguments));
       },
       [&](const Finding& refused) {
         Verification verification;

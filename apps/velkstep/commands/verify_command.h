@@ -5,6 +5,7 @@
 #include <string>
 
 #include "kessel/options.h"
+#include "text/progress_bar.h"
 
 namespace Velkstep {
 
@@ -12,6 +13,7 @@ struct VerifyArguments {
   std::string in;
   std::filesystem::path outdir;
   Kessel::Options options;
+  ShowProgress progress = ShowProgress::automatic;
   bool json = false;
 };
 

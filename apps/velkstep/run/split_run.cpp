@@ -16,6 +16,7 @@
 #include "run/exit_codes.h"
 #include "run/older_split.h"
 #include "run/progress.h"
+#include "run/unpacked.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
 #include "system/descriptor.h"
@@ -64,6 +65,8 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
   if (options.assemblies == Kessel::AssemblyStyle::classic) {
     options.folder_in_headers = arguments.outdir;  // The library sees another one.
   }
+  Unpacked unpacked;
+  options.readable = unpacked.readable();
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = progress_on(bar);
   const WorkingDirectory inside(folder);
@@ -77,6 +80,8 @@ fs::path extracted(const fs::path& in, const SplitArguments& arguments, const fs
   options.progress = [](const Kessel::Progress&) { throw_if_interrupted(); };
   options.follow_references = arguments.options.follow_references;
   options.follow_outside = arguments.options.follow_outside;
+  Unpacked unpacked;
+  options.readable = unpacked.readable();
   // What it refers to is looked for by the split, and from where the input is.
   options.input_folder = folder_of_input(arguments.in);
   options.output_folder = options.input_folder;

@@ -13,7 +13,17 @@ from typing import Callable, Literal, Optional, TypedDict, Union
 
 from . import _velkstep
 from .errors import InputError, OutputError, PartError
-from .shapes import Difference, Drawing, Extracted, Info, Joined, Picture, Shrunk, Tree
+from .shapes import (
+    Difference,
+    Drawing,
+    Extracted,
+    Info,
+    Joined,
+    Picture,
+    Shrunk,
+    Tree,
+    Verification,
+)
 
 __all__ = [
     "CLASSIC",
@@ -29,6 +39,7 @@ __all__ = [
     "shrink",
     "split",
     "tree",
+    "verify",
 ]
 
 StrPath = Union[str, "os.PathLike[str]"]
@@ -245,3 +256,16 @@ def diff(a: StrPath, b: StrPath, progress: Optional[Progress] = None) -> Differe
     Raises InputError, whose path is that of the one that is to blame, and MemoryError.
     """
     return _velkstep.diff(a, b, progress)
+
+
+def verify(input: StrPath, outdir: StrPath, progress: Optional[Progress] = None) -> Verification:
+    """Checks that the files of a split in the folder `outdir` hold what the file `input` holds.
+
+    Returns what `velkstep verify --json` prints; the member "findings" is empty where all is as it
+    should be. What cannot be read is a finding, too. Writes nothing. `progress` is called with
+    "reading" and bytes of the files, then with "sorting" and steps of the comparison; it can end it as
+    that of split can.
+
+    Raises MemoryError.
+    """
+    return _velkstep.verify(input, outdir, progress)

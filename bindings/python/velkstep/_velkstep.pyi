@@ -2,7 +2,17 @@ import os
 import pathlib
 from typing import Callable, Optional, Union
 
-from .shapes import Difference, Drawing, Extracted, Info, Joined, Picture, Shrunk, Tree
+from .shapes import (
+    Difference,
+    Drawing,
+    Extracted,
+    Info,
+    Joined,
+    Picture,
+    Shrunk,
+    Tree,
+    Verification,
+)
 
 _StrPath = Union[str, "os.PathLike[str]"]
 
@@ -67,3 +77,6 @@ def extract(
 def diff(
     a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]
 ) -> Difference: ...
+def verify(
+    input: _StrPath, outdir: _StrPath, progress: Optional[Callable[..., object]]
+) -> Verification: ...

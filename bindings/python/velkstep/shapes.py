@@ -180,6 +180,23 @@ class Finding(InputFinding):
     file: str
 
 
+class SplitFinding(InputFinding):
+    """What is wrong with a split: in one of its files, in its folder ("."), or in the input (None)."""
+
+    file: str | None
+
+
+class Verification(TypedDict):
+    """What a split was found to lose, double or change."""
+
+    format: int
+    input: str
+    output: str
+    files: int
+    records: int
+    findings: list[SplitFinding]
+
+
 class NamedPart(TypedDict):
     """A part that can be extracted."""
 
