@@ -5,14 +5,14 @@
 #include <string>
 #include <utility>
 
-#include "check/reference_check.h"
-#include "check/structure_check.h"
+#include "check/record_checks.h"
 #include "external/targets.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
+#include "products/products.h"
 
 namespace Kessel {
 
@@ -29,8 +29,8 @@ class CheckedLoader final : public InstanceLoader {
   FindingList& findings_;
 };
 
-std::vector<Finding> check_records(std::istream& in, const std::filesystem::path& folder,
-                                   const Options& options) {
+std::vector<Finding> read_and_check(std::istream& in, const std::filesystem::path& folder,
+                                    const Options& options) {
   FindingList findings;
   Instances instances;
   CheckedLoader loader(instances, options, findings);
@@ -42,8 +42,7 @@ std::vector<Finding> check_records(std::istream& in, const std::filesystem::path
     is_read = false;
   }
   if (is_read) {
-    check_references(in, instances, findings);
-    check_structure(in, instances, folder, findings);
+    check_records(in, instances, find_products(instances), folder, findings);
   }
   std::vector<Finding> found = findings.take();
   locate(in, found);
@@ -55,7 +54,7 @@ std::vector<Finding> check_records(std::istream& in, const std::filesystem::path
 std::vector<Finding> check(const std::filesystem::path& in, const Options& options) {
   try {
     std::ifstream file = open_input(in);
-    return check_records(file, folder_of_references(in, options), options);
+    return read_and_check(file, folder_of_references(in, options), options);
   } catch (const InputError& error) {
     return {error.finding()};
   }

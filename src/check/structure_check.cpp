@@ -6,7 +6,6 @@
 #include "external/external_references.h"
 #include "external/targets.h"
 #include "instances/places.h"
-#include "products/products.h"
 #include "products/structure.h"
 
 namespace Kessel {
@@ -53,9 +52,8 @@ void check_targets(std::istream& in, const Instances& instances, const Products&
 
 }  // namespace
 
-void check_structure(std::istream& in, const Instances& instances,
+void check_structure(std::istream& in, const Instances& instances, const Products& products,
                      const std::filesystem::path& folder, FindingList& findings) {
-  const Products products = find_products(instances);
   if (products.products.empty()) {
     Finding finding;
     finding.kind = no_part;

@@ -47,6 +47,27 @@ double Ellipse::nearest(const Vector& point) const {
   return std::atan2(dot(p, frame_.y) / second_, dot(p, frame_.x) / first_);
 }
 
+/// Where it goes farthest along an axis, in order, and `to` behind them.
+std::vector<double> Ellipse::farthest(double from, double to) const {
+  constexpr double LEAST_WAY = 1e-9;  // of the larger radius: what goes less lies across the axis
+  constexpr double LEAST_ANGLE = 1e-9;
+  std::vector<double> found;
+  for (double Vector::*axis : {&Vector::x, &Vector::y, &Vector::z}) {
+    const double a = first_ * frame_.x.*axis;
+    const double b = second_ * frame_.y.*axis;
+    if (!(std::hypot(a, b) > LEAST_WAY * std::max(first_, second_))) continue;
+    constexpr double HALF = TURN / 2;
+    double t = std::atan2(b, a);
+    t += HALF * std::ceil((from - t) / HALF);
+    for (; t < to - LEAST_ANGLE; t += HALF) {
+      if (t > from + LEAST_ANGLE) found.push_back(t);
+    }
+  }
+  found.push_back(to);
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
 void Ellipse::trace(double from, double to, const Fineness& fineness, Points& points) const {
   // As a circle's image it is nowhere farther from its chord than the larger radius allows.
   constexpr double LARGEST_STEP = TURN / 12;
@@ -55,10 +76,14 @@ void Ellipse::trace(double from, double to, const Fineness& fineness, Points& po
   // The cosine cannot tell small angles.
   const double step =
       flatness < 1e-8 ? std::sqrt(8 * flatness) : 2 * std::acos(1 - std::min(1.0, flatness));
-  const double fewest = std::ceil((to - from) / std::min(step, LARGEST_STEP) * (1 - 1e-12));
-  const int steps = static_cast<int>(std::clamp(fewest, 1.0, MOST_STEPS));
-  fineness.budget->spend(static_cast<std::uint64_t>(steps));
-  for (int i = 1; i <= steps; ++i) points.push_back(at(from + (to - from) * i / steps));
+  for (const double next : farthest(from, to)) {
+    const double fewest = std::ceil((next - from) / std::min(step, LARGEST_STEP) - 1e-9);
+    if (fewest < 1 && next < to) continue;  // Two axes at once.
+    const int steps = static_cast<int>(std::clamp(fewest, 1.0, MOST_STEPS));
+    fineness.budget->spend(static_cast<std::uint64_t>(steps));
+    for (int i = 1; i <= steps; ++i) points.push_back(at(from + (next - from) * i / steps));
+    from = next;
+  }
 }
 
 Parabola::Parabola(const Frame& frame, double focal_distance)

@@ -43,6 +43,8 @@ class Ellipse final : public EndlessCurve {
   void trace(double from, double to, const Fineness& fineness, Points& points) const override;
 
  private:
+  std::vector<double> farthest(double from, double to) const;
+
   Frame frame_;
   double first_;
   double second_;

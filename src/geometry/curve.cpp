@@ -1,5 +1,7 @@
 #include "geometry/curve.h"
 
+#include <algorithm>
+
 namespace Kessel::Geometry {
 
 namespace {
@@ -12,10 +14,22 @@ struct Piece {
   int depth;
 };
 
+/// How far `between` is beside the box around a piece's ends.
+double overhang(const Vector& between, const Piece& piece) {
+  double most = 0;
+  for (double Vector::*axis : {&Vector::x, &Vector::y, &Vector::z}) {
+    const auto [low, high] = std::minmax(piece.begin.*axis, piece.end.*axis);
+    most = std::max({most, low - between.*axis, between.*axis - high});
+  }
+  return most;
+}
+
 bool is_near(const Curve& curve, const Piece& piece, double chord) {
+  constexpr double OVERHANG = 0.01;  // of the chord
   for (const double part : {0.5, 0.25, 0.75}) {
     const Vector between = curve.at(piece.from + part * (piece.to - piece.from));
     if (!(distance_to_piece(between, piece.begin, piece.end) <= chord)) return false;
+    if (!(overhang(between, piece) <= OVERHANG * chord)) return false;
   }
   return true;
 }

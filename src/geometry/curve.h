@@ -11,7 +11,7 @@ namespace Kessel::Geometry {
 
 using Points = std::vector<Vector>;
 
-/// How finely a curve is drawn.
+/// How finely a curve is drawn. The box around its points is truer than that.
 struct Fineness {
   double chord = 0;  ///< the largest distance between a piece and the curve; infinite: whatever
   Budget* budget = nullptr;
@@ -45,6 +45,7 @@ void trace_whole(const Curve& curve, double from, double to, const Fineness& fin
                  Points& points);
 
 /// Appends what is behind `from` up to `to` by cutting pieces in halves until they are near enough.
+/// Where the curve turns along an axis that is a hundredth of the chord, so that boxes are true.
 void trace_by_halves(const Curve& curve, double from, double to, const Fineness& fineness,
                      Points& points);
 

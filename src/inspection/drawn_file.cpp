@@ -29,11 +29,15 @@ namespace {
 class DrawingLoader final : public InstanceLoader {
  public:
   DrawingLoader(Instances& instances, Geometry::GeometryRecords& records, const Options& options,
-                std::uint64_t total)
+                std::uint64_t total, FindingList* warnings)
       : InstanceLoader(instances, options, total),
         instances_(instances),
         records_(records),
-        limit_(options.memory_limit) {}
+        limit_(options.memory_limit),
+        warnings_(warnings) {}
+  void warning(const Finding& finding) override {
+    if (warnings_ != nullptr) warnings_->add(finding);
+  }
 
  private:
   void added(Index index, const Exchange::Record& record) override {
@@ -45,6 +49,7 @@ class DrawingLoader final : public InstanceLoader {
   const Instances& instances_;
   Geometry::GeometryRecords& records_;
   std::uint64_t limit_;
+  FindingList* warnings_;
 };
 
 /// Bytes of the file; 0 where the system cannot say.
@@ -75,21 +80,22 @@ DrawnPart draw_generated_root(const Products& products, const std::vector<DrawnP
 }  // namespace
 
 DrawnFile::DrawnFile(const std::filesystem::path& in, const DrawingOptions& fineness,
-                     const Options& options) {
+                     const Options& options, FindingList* warnings) {
   with_named_errors(in, [&] {
     if (options.follow_references) {
       const FollowedInput whole(in, options);
-      draw(whole.path(), fineness, whole.options_for_path(), whole.names());
+      draw(whole.path(), fineness, whole.options_for_path(), whole.names(), warnings);
     } else {
-      draw(in, fineness, options, {});
+      draw(in, fineness, options, {}, warnings);
     }
   });
 }
 
 void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fineness,
-                     const Options& options, const std::vector<std::string>& others) {
+                     const Options& options, const std::vector<std::string>& others,
+                     FindingList* warnings) {
   Geometry::GeometryRecords records(file.instances);
-  DrawingLoader loader(file.instances, records, options, size_of(in));
+  DrawingLoader loader(file.instances, records, options, size_of(in), warnings);
   file.read(in, options, loader);
   file.names_of_others.insert(file.names_of_others.end(), others.begin(), others.end());
   drawing.assembly = assembly_of(file, options);

@@ -8,17 +8,17 @@ namespace Kessel {
 
 /// Its records, products and lines.
 struct DrawnFile {
-  /// Reads `in` once; with Options::follow_references, together with what it refers to. Throws as
-  /// read_drawing() does.
-  DrawnFile(const std::filesystem::path& in, const DrawingOptions& fineness,
-            const Options& options);
+  /// Reads `in` once; with Options::follow_references, together with what it refers to. What the
+  /// reading warns of goes into `warnings`, where there is a list. Throws as read_drawing() does.
+  DrawnFile(const std::filesystem::path& in, const DrawingOptions& fineness, const Options& options,
+            FindingList* warnings = nullptr);
 
   InspectedFile file;
   Drawing drawing;
 
  private:
   void draw(const std::filesystem::path& in, const DrawingOptions& fineness, const Options& options,
-            const std::vector<std::string>& others);
+            const std::vector<std::string>& others, FindingList* warnings);
 };
 
 }  // namespace Kessel

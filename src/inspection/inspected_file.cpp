@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "external/targets.h"
-#include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "instances/places.h"
 #include "join/followed_input.h"
@@ -17,10 +16,12 @@ namespace {
 /// Loads, and keeps what it is warned of.
 class NotedLoader final : public InstanceLoader {
  public:
-  using InstanceLoader::InstanceLoader;
-  void warning(const Finding& finding) override { warnings.add(finding); }
+  NotedLoader(Instances& instances, const Options& options, FindingList& warnings)
+      : InstanceLoader(instances, options), warnings_(warnings) {}
+  void warning(const Finding& finding) override { warnings_.add(finding); }
 
-  FindingList warnings;
+ private:
+  FindingList& warnings_;
 };
 
 /// Tells `options.warning` of these and of references that lead nowhere, with their lines.
@@ -43,9 +44,15 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
     names_of_others = whole.names();
     return;
   }
-  NotedLoader loader(instances, options);
+  FindingList warnings;
+  read(in, options, warnings);
+  tell_warnings(in, instances, warnings, options);
+}
+
+void InspectedFile::read(const std::filesystem::path& in, const Options& options,
+                         FindingList& warnings) {
+  NotedLoader loader(instances, options, warnings);
   read(in, options, loader);
-  tell_warnings(in, instances, loader.warnings, options);
 }
 
 void InspectedFile::read(const std::filesystem::path& in, const Options& options,

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "external/external_references.h"
+#include "findings/finding_list.h"
 #include "instances/loader.h"
 #include "kessel/options.h"
 #include "products/products.h"
@@ -19,6 +20,9 @@ struct InspectedFile {
   /// Reads `in` once; with Options::follow_references, together with what it refers to. Throws as
   /// read_assembly() does.
   InspectedFile(const std::filesystem::path& in, const Options& options);
+
+  /// Reads `in` alone into nothing yet, and puts what it is warned of into `warnings`.
+  void read(const std::filesystem::path& in, const Options& options, FindingList& warnings);
 
   /// The same with a loader of one's own, which fills `instances`.
   void read(const std::filesystem::path& in, const Options& options, InstanceLoader& loader);

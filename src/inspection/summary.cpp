@@ -1,5 +1,5 @@
 // What an exchange file says about itself, and what is in it.
-#include "kessel/summary.h"
+#include "inspection/summary.h"
 
 #include <algorithm>
 #include <map>
@@ -56,18 +56,23 @@ void list_references(const InspectedFile& file, Summary& summary) {
 
 }  // namespace
 
-Summary read_summary(const std::filesystem::path& in, const Options& options) {
-  const InspectedFile file = with_named_errors(in, [&] { return InspectedFile(in, options); });
+Summary summary_of(const InspectedFile& file, const Assembly& assembly,
+                   const std::filesystem::path& in) {
   Summary summary;
   summary.header = read_header(file.instances.header());
   std::error_code unknown;
   summary.bytes = std::filesystem::file_size(in, unknown);
   if (unknown) summary.bytes = 0;
   count_records(file.instances, summary);
-  count_parts(assembly_of(file, options), summary);
+  count_parts(assembly, summary);
   sum_up_units(file.instances, summary);
   list_references(file, summary);
   return summary;
+}
+
+Summary read_summary(const std::filesystem::path& in, const Options& options) {
+  const InspectedFile file = with_named_errors(in, [&] { return InspectedFile(in, options); });
+  return summary_of(file, assembly_of(file, options), in);
 }
 
 }  // namespace Kessel

@@ -75,7 +75,7 @@ TEST_F(ReportCommand, DataHoldsPartsFilesAndUses) {
     "input": "in.stp", "assemblies": "nested", "names": "product", "roots": [0],
     "header": {"system": "", "preprocessor": "", "authors": ["me"], "organisations": ["us"],
                "time": "then", "schemas": ["AUTOMOTIVE_DESIGN"], "units": [], "records": 12},
-    "findings": [], "pictures": true, "colours": [],
+    "findings": [], "pictures": "drawn", "colours": [],
     "parts": [
       {"record": "3", "id": "box", "name": "box", "kind": "assembly", "file": "box.stp",
        "total": "1", "components": [{"part": 1, "count": 1}], "used_in": [], "placed": [1],
@@ -118,7 +118,7 @@ TEST_F(ReportCommand, PicturesAreLinesInTheirBoxesAndPlaces) {
 TEST_F(ReportCommand, NoPicturesLeavesThemOut) {
   ASSERT_EQ(run_velkstep({"report", "--no-pictures", VELKSTEP_EXAMPLE, "out"}).exit_code, 0);
   const Json data = Json::parse(data_text(read_file("out/report.html")));
-  EXPECT_EQ(data["pictures"], false);
+  EXPECT_EQ(data["pictures"], "not asked");
   EXPECT_FALSE(data.contains("colours"));
   for (const Json& part : data["parts"]) {
     for (const char* const key : {"box", "unit", "frame", "lines", "colour", "placements"}) {

@@ -178,14 +178,44 @@ const CurveCase CURVES[] = {
 
 class WholeCurve : public testing::TestWithParam<CurveCase> {};
 
+/// The curve #50 of `records` as the only line of a part.
+DrawnPart draw_curve(const std::string& records, double tolerance, const char* units = "#8,#9") {
+  return draw(drawn_product("#20", units) + "#20=GEOMETRIC_CURVE_SET('',(#50));\n" + POINTS +
+                  records,
+              {.tolerance = tolerance})
+      .parts.at(0);
+}
+
+void expect_box(const Box3& box, const Box3& expected, double error) {
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_NEAR(box.low[i], expected.low[i], error) << i;
+    EXPECT_NEAR(box.high[i], expected.high[i], error) << i;
+  }
+}
+
+TEST_P(WholeCurve, HasATruerBoxThanItsLine) {
+  const CurveCase& curve = GetParam();
+  const DrawnPart fine = draw_curve(curve.records, 1e-8, curve.units);
+  const DrawnPart usual = draw_curve(curve.records, 1e-3, curve.units);
+  EXPECT_LE(usual.points.size(), 150u);
+  expect_box(usual.box, fine.box, 1.5e-5 * distance(fine.box.low, fine.box.high));
+}
+
+TEST(Curves, TiltedCirclesReachAsFarAsTheyDo) {
+  // Across the direction (1,2,2) the unit circle reaches as far as the sine of the angle to an
+  // axis.
+  const DrawnPart part = draw_curve(
+      "#50=CIRCLE('',#51,3.);\n#51=AXIS2_PLACEMENT_3D('',#24,#52,$);\n"
+      "#52=DIRECTION('',(1.,2.,2.));\n",
+      1e-3);
+  const double x = std::sqrt(8.0);
+  const double y = std::sqrt(5.0);
+  expect_box(part.box, {{3 - x, 4 - y, -y}, {3 + x, 4 + y, y}}, 1e-12);
+}
+
 TEST_P(WholeCurve, IsAsLongAsItIs) {
   const CurveCase& expected = GetParam();
-  const Drawing drawing =
-      draw(drawn_product("#20", expected.units) + "#20=GEOMETRIC_CURVE_SET('',(#50));\n" + POINTS +
-               expected.records,
-           {.tolerance = 1e-7});
-  ASSERT_EQ(drawing.parts.size(), 1u);
-  const DrawnPart& part = drawing.parts[0];
+  const DrawnPart part = draw_curve(expected.records, 1e-7, expected.units);
   EXPECT_EQ(part.dropped, 0u);
   ASSERT_EQ(part.lines.size(), 1u);
   EXPECT_EQ(part.lines[0].record, 50u);

@@ -15,6 +15,7 @@
 #include "kessel/errors.h"
 #include "kessel/extract.h"
 #include "kessel/join.h"
+#include "kessel/overview.h"
 #include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/splitter.h"
@@ -94,6 +95,7 @@ const Reader READERS[] = {
     {"join", [](const fs::path& in) { join(in, "out"); }},
     {"diff", [](const fs::path& in) { diff(in, in); }},
     {"drawing", [](const fs::path& in) { read_drawing(in); }},
+    {"overview", [](const fs::path& in) { read_overview(in, DrawingOptions()); }},
     {"picture", [](const fs::path& in) { draw_picture(in, "out"); }},
     {"verify", verify_as_split},
 };

@@ -105,6 +105,8 @@ const std::set<std::string> INTERFACE = {
     "Kessel::read_assembly(std::filesystem::path const&, Kessel::Options const&)",
     "Kessel::read_drawing(std::filesystem::path const&, Kessel::DrawingOptions const&, "
     "Kessel::Options const&)",
+    "Kessel::read_overview(std::filesystem::path const&, std::optional<Kessel::DrawingOptions> "
+    "const&, Kessel::Options const&)",
     "Kessel::read_summary(std::filesystem::path const&, Kessel::Options const&)",
     "Kessel::list_file(std::string const&, std::filesystem::path const&)",
     "Kessel::read_split_list(std::filesystem::path const&)",

@@ -23,6 +23,7 @@ set(expected
   kessel/kessel.h
   kessel/number_map.h
   kessel/options.h
+  kessel/overview.h
   kessel/part.h
   kessel/picture.h
   kessel/reference_list.h

@@ -142,6 +142,13 @@ class Browser:
             self._mouse(kind, x, y, button="left", clickCount=1)
         self.settle()
 
+    def double_click(self, selector):
+        x, y = self.middle_of(selector)
+        for count in (1, 2):
+            for kind in ("mousePressed", "mouseReleased"):
+                self._mouse(kind, x, y, button="left", clickCount=count)
+        self.settle()
+
     def hover(self, selector):
         self._mouse("mouseMoved", *self.middle_of(selector))
         self.settle()

@@ -74,62 +74,107 @@ def copies_of(text, name, count, distance):
     return text[:end] + "\n".join(records) + "\n" + text[end:]
 
 
+class DrawnFile:
+    """An exchange file of products with lines, placed in each other. Lengths are millimetres."""
+
+    def __init__(self):
+        self.records = []
+        millimetre = self.add("(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.METRE.))")
+        radian = self.add("(NAMED_UNIT(*)PLANE_ANGLE_UNIT()SI_UNIT($,.RADIAN.))")
+        self.context = self.add(
+            "(GEOMETRIC_REPRESENTATION_CONTEXT(3)GLOBAL_UNIT_ASSIGNED_CONTEXT((#%d,#%d))"
+            "REPRESENTATION_CONTEXT('',''))", millimetre, radian)
+        self.origin = self.axis(0, 0, 0)
+
+    def add(self, record, *values):
+        self.records.append("#%d=%s;" % (len(self.records) + 1, record % values))
+        return len(self.records)
+
+    def point(self, x, y, z):
+        return self.add("CARTESIAN_POINT('',(%.3f,%.3f,%.3f))", x, y, z)
+
+    def axis(self, x, y, z):
+        return self.add("AXIS2_PLACEMENT_3D('',#%d,$,$)", self.point(x, y, z))
+
+    def polyline(self, *points):
+        ends = [self.point(*point) for point in points]
+        return self.add("POLYLINE('',(%s))", ",".join("#%d" % end for end in ends))
+
+    def product(self, name, curves=()):
+        """Returns its definition and its representation."""
+        items = [self.origin]
+        if curves:
+            items.append(self.add("GEOMETRIC_CURVE_SET('',(%s))",
+                                  ",".join("#%d" % curve for curve in curves)))
+        definition = self.add("PRODUCT_DEFINITION('','',#%d,$)", self.add(
+            "PRODUCT_DEFINITION_FORMATION('','',#%d)",
+            self.add("PRODUCT('%s','%s','',())", name, name)))
+        shape = self.add("PRODUCT_DEFINITION_SHAPE('','',#%d)", definition)
+        representation = self.add("SHAPE_REPRESENTATION('',(%s),#%d)",
+                                  ",".join("#%d" % item for item in items), self.context)
+        self.add("SHAPE_DEFINITION_REPRESENTATION(#%d,#%d)", shape, representation)
+        return definition, representation
+
+    def place(self, assembly, component, x, y):
+        """Returns the record that styles of this place name."""
+        usage = self.add("PRODUCT_DEFINITION_SHAPE('','',#%d)", self.add(
+            "NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#%d,#%d,$)", assembly[0], component[0]))
+        way = self.add("ITEM_DEFINED_TRANSFORMATION('','',#%d,#%d)", self.origin,
+                       self.axis(x, y, 0))
+        relationship = self.add(
+            "(REPRESENTATION_RELATIONSHIP('','',#%d,#%d)"
+            "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#%d)"
+            "SHAPE_REPRESENTATION_RELATIONSHIP())", component[1], assembly[1], way)
+        return self.add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#%d,#%d)", relationship, usage)
+
+    def colour(self, part, red, green, blue, *places):
+        """Colours a part at the end of these places. Returns the styled item."""
+        style = self.add("PRESENTATION_STYLE_ASSIGNMENT((#%d))", self.add(
+            "CURVE_STYLE('',$,$,#%d)", self.add("COLOUR_RGB('',%.1f,%.1f,%.1f)", red, green, blue)))
+        item = self.add("STYLED_ITEM('',(),#%d)", part[1])
+        return self.add("CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(#%d),#%d,#%d,(%s))", style,
+                        part[1], item, ",".join("#%d" % place for place in places))
+
+    def text(self):
+        return "\n".join([
+            "ISO-10303-21;", "HEADER;", "FILE_DESCRIPTION(('test'),'2;1');",
+            "FILE_NAME('in.stp','then',('me'),('us'),'','','');",
+            "FILE_SCHEMA(('AUTOMOTIVE_DESIGN'));", "ENDSEC;", "DATA;", *self.records, "ENDSEC;",
+            "END-ISO-10303-21;", ""])
+
+
 def drawn_parts(count, group=9):
     """An exchange file with so many parts that have lines, `group` of them in each sub-assembly."""
-    records = []
-
-    def add(record, *values):
-        records.append("#%d=%s;" % (len(records) + 1, record % values))
-        return len(records)
-
-    millimetre = add("(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.METRE.))")
-    radian = add("(NAMED_UNIT(*)PLANE_ANGLE_UNIT()SI_UNIT($,.RADIAN.))")
-    context = add("(GEOMETRIC_REPRESENTATION_CONTEXT(3)GLOBAL_UNIT_ASSIGNED_CONTEXT((#%d,#%d))"
-                  "REPRESENTATION_CONTEXT('',''))", millimetre, radian)
-
-    def axis(x, y, z):
-        return add("AXIS2_PLACEMENT_3D('',#%d,$,$)",
-                   add("CARTESIAN_POINT('',(%.3f,%.3f,%.3f))", x, y, z))
-
-    origin = axis(0, 0, 0)
-
-    def product(name, items):
-        definition = add("PRODUCT_DEFINITION('','',#%d,$)", add(
-            "PRODUCT_DEFINITION_FORMATION('','',#%d)", add("PRODUCT('%s','%s','',())", name, name)))
-        shape = add("PRODUCT_DEFINITION_SHAPE('','',#%d)", definition)
-        representation = add("SHAPE_REPRESENTATION('',(%s),#%d)",
-                             ",".join("#%d" % item for item in [origin, *items]), context)
-        add("SHAPE_DEFINITION_REPRESENTATION(#%d,#%d)", shape, representation)
-        return definition, representation
+    file = DrawnFile()
 
     def part(number):
         size = 10 + number % 7
-        curves = [add("CIRCLE('',#%d,%.3f)", axis(0, 0, 3 * i), size - 0.5 * i) for i in range(12)]
-        for i in range(12):
-            ends = [add("CARTESIAN_POINT('',(%.3f,%.3f,%.3f))", size * (i % 4), i, z)
-                    for z in (0, 10, 35)]
-            curves.append(add("POLYLINE('',(%s))", ",".join("#%d" % end for end in ends)))
-        return product("part %d" % number,
-                       [add("GEOMETRIC_CURVE_SET('',(%s))", ",".join("#%d" % c for c in curves))])
+        curves = [file.add("CIRCLE('',#%d,%.3f)", file.axis(0, 0, 3 * i), size - 0.5 * i)
+                  for i in range(12)]
+        curves += [file.polyline(*((size * (i % 4), i, z) for z in (0, 10, 35)))
+                   for i in range(12)]
+        return file.product("part %d" % number, curves)
 
-    def place(assembly, component, x, y):
-        usage = add("PRODUCT_DEFINITION_SHAPE('','',#%d)", add(
-            "NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#%d,#%d,$)", assembly[0], component[0]))
-        way = add("ITEM_DEFINED_TRANSFORMATION('','',#%d,#%d)", origin, axis(x, y, 0))
-        relationship = add("(REPRESENTATION_RELATIONSHIP('','',#%d,#%d)"
-                           "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#%d)"
-                           "SHAPE_REPRESENTATION_RELATIONSHIP())", component[1], assembly[1], way)
-        add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#%d,#%d)", relationship, usage)
-
-    whole = product("whole", [])
+    whole = file.product("whole")
     for first in range(0, count, group):
-        assembly = product("group %d" % (first // group), [])
         number = first // group
-        place(whole, assembly, 60 * (number % 20) * 3, 60 * (number // 20) * 3)
+        assembly = file.product("group %d" % number)
+        file.place(whole, assembly, 60 * (number % 20) * 3, 60 * (number // 20) * 3)
         for i in range(first, min(first + group, count)):
-            place(assembly, part(i), 60 * (i % 3), 60 * (i % group // 3))
-    return "\n".join([
-        "ISO-10303-21;", "HEADER;", "FILE_DESCRIPTION(('test'),'2;1');",
-        "FILE_NAME('in.stp','then',('me'),('us'),'','','');",
-        "FILE_SCHEMA(('AUTOMOTIVE_DESIGN'));", "ENDSEC;", "DATA;", *records, "ENDSEC;",
-        "END-ISO-10303-21;", ""])
+            file.place(assembly, part(i), 60 * (i % 3), 60 * (i % group // 3))
+    return file.text()
+
+
+def styled_places():
+    """"one" twice in "two", which is three times in "three". Every first "one" is green; what is in
+    the first "two" is red; the second "one" of the second "two" is blue, that of the third hidden."""
+    file = DrawnFile()
+    three, two = file.product("three"), file.product("two")
+    one = file.product("one", [file.polyline((0, 0, 0), (10, 0, 0), (10, 10, 0), (0, 0, 0))])
+    ones = [file.place(two, one, 15 * i, 0) for i in range(2)]
+    twos = [file.place(three, two, 0, 20 * i) for i in range(3)]
+    file.colour(one, 0, 1, 0, ones[0])
+    file.colour(two, 1, 0, 0, twos[0])
+    file.colour(one, 0, 0, 1, twos[1], ones[1])
+    file.add("INVISIBILITY((#%d))", file.colour(one, 1, 1, 0, twos[2], ones[1]))
+    return file.text()

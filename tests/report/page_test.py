@@ -8,7 +8,7 @@ import tempfile
 import unittest
 
 from browser import Browser
-from exchange_files import copies_of, drawn_parts, exchange_file
+from exchange_files import copies_of, drawn_parts, exchange_file, styled_places
 
 VELKSTEP, EXAMPLE, CHROMIUM = sys.argv[1:4]
 SAMPLE = pathlib.Path(sys.argv[4]) / "as1-oc-214.stp" if len(sys.argv) > 4 else pathlib.Path()
@@ -44,6 +44,31 @@ PIXELS = """((canvas) => {
   context.drawImage(canvas, 0, 0);
   return context.getImageData(0, 0, canvas.width, canvas.height).data;
 })"""
+# The least contrast between a visible text and what is behind it, as WCAG 2 counts it, and the text.
+CONTRAST = """(() => {
+  const channels = (text) => text.match(/[\\d.]+/g).map(Number);
+  const behind = (element) => {
+    for (let at = element; at; at = at.parentElement) {
+      const [red, green, blue, alpha = 1] = channels(getComputedStyle(at).backgroundColor);
+      if (alpha === 1) return [red, green, blue];
+    }
+    return [255, 255, 255];
+  };
+  const light = (colour) => colour.map((part) => part / 255).map((part) =>
+    part <= 0.04045 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4)
+    .reduce((sum, part, i) => sum + part * [0.2126, 0.7152, 0.0722][i], 0);
+  let least = [Infinity, "", 0], count = 0;
+  for (const element of document.querySelectorAll("body *")) {
+    const text = [...element.childNodes].filter((node) => node.nodeType === 3)
+      .map((node) => node.textContent).join("").trim();
+    if (text === "" || !element.checkVisibility() || element.matches("script, noscript")) continue;
+    ++count;
+    const [a, b] = [light(channels(getComputedStyle(element).color).slice(0, 3)), light(behind(element))];
+    const contrast = (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05);
+    if (contrast < least[0]) least = [contrast, text];
+  }
+  return [...least.slice(0, 2), count];
+})()"""
 # How many pixels of a canvas are drawn, and in how many of its columns and rows.
 INK = """((canvas) => {
   const data = """ + PIXELS + """(canvas);
@@ -174,7 +199,7 @@ class ReportPage(unittest.TestCase):
         facts = self.facts()
         self.assertEqual(facts["File"], "Desk lamp.stp")
         self.assertEqual(facts["Record"], "#1332")
-        self.assertEqual(facts["Bounding box"], "508.2 × 212.7 × 599 mm")
+        self.assertEqual(facts["Bounding box"], "508.2 × 213 × 599 mm")
         self.assertEqual(self.value("document.querySelector('#facts a').href"),
                          (self.lamp.parent / "Desk lamp.stp").as_uri())
         about = self.value("[...document.querySelectorAll('#about div')].map((one) =>"
@@ -349,6 +374,36 @@ class ReportPage(unittest.TestCase):
             '"%s"' % text if "," in text else text for text in line) + "\r\n" for line in copied))
         self.browser.click("#with-assemblies")
         self.assertEqual(self.value("document.getElementById('bom').ariaRowCount"), "15")
+        # The tree has opened to the part; so it does for what a part is used in.
+        self.browser.click("#tab-tree")
+        self.assertEqual((self.active()["name"], self.active()["in_sight"]), ("Pivot pin", True))
+        self.browser.click("#facts li:last-child button")
+        self.assertEqual((self.active()["name"], self.value(TITLE)), ("Head", "Head"))
+
+    def test_every_column_sorts_and_is_seen_whole(self):
+        self.browser.open(self.lamp)
+        self.browser.click("#tab-bom")
+        parts = self.value("""PARTS.filter((part) => part.kind === "part").map((part) => [
+          part.name, part.id, Number(part.total), part.bytes,
+          [0, 1, 2].reduce((volume, i) => volume * (part.box[i + 3] - part.box[i]), 1), part.file])""")
+        for column, key in enumerate(["name", "id", "quantity", "size", "box", "file"]):
+            if key != "name":  # which it is sorted by already
+                self.browser.click("[data-key=%s] button" % key)
+            values = {part[0]: part[column] for part in parts}
+            ascending = [values[name] for name in self.value(LISTED)]
+            self.assertEqual(ascending, sorted(ascending), key)
+            self.browser.click("[data-key=%s] button" % key)
+            descending = [values[name] for name in self.value(LISTED)]
+            self.assertEqual(descending, sorted(descending, reverse=True), key)
+        # Wide or narrow, no column is cut off or out of sight.
+        cut_off = """[...document.querySelectorAll("#bom .line > span")].filter((cell) =>
+          cell.scrollWidth > cell.clientWidth + 1 ||
+          cell.getBoundingClientRect().right > document.querySelector("#panel-bom .list")
+            .getBoundingClientRect().right).map((cell) => cell.textContent)"""
+        for share in ("50%", "75%"):
+            self.value("document.documentElement.style.setProperty('--lists', '%s')" % share)
+            self.browser.settle()
+            self.assertEqual(self.value(cut_off), [], share)
 
     def test_pictures_turn_stand_out_and_find_parts(self):
         self.browser.open(self.lamp)
@@ -368,9 +423,14 @@ class ReportPage(unittest.TestCase):
         self.assertAlmostEqual(self.value(CAMERA)[0], yaw + 10 - 20)
         self.browser.wheel("#preview canvas", -100)
         self.assertGreater(self.value(CAMERA)[2], zoom * 1.1)
-        self.browser.press("0")
-        self.value("new Promise((done) => setTimeout(done, 400))")
-        self.assertEqual(self.value(CAMERA)[2:], [1, 0, 0])
+        for fit in (lambda: self.browser.press("0"),
+                    lambda: self.browser.double_click("#preview canvas"),
+                    lambda: self.browser.click("#fit")):
+            self.value("PAGE.preview.camera.zoom_by(3, 20, 10)")
+            self.focus("#preview canvas")
+            fit()
+            self.value("new Promise((done) => setTimeout(done, 400))")
+            self.assertEqual(self.value(CAMERA)[2:], [1, 0, 0])
         self.browser.click("[data-view=front]")
         self.assertEqual(self.value(CAMERA)[:2], [0, 0])
         self.browser.touch("#preview canvas", 30, 0)
@@ -412,9 +472,9 @@ class ReportPage(unittest.TestCase):
               if (!lines) return [null, null];
               const read = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
               lines.points.forEach((value, at) => {
-                const [factor, start] = lines.frame[at % 3];
-                read[at % 3] = Math.min(read[at % 3], start + factor * value);
-                read[at % 3 + 3] = Math.max(read[at % 3 + 3], start + factor * value);
+                const place = lines.frame[4 * (at % 3) + 3] + lines.frame[5 * (at % 3)] * value;
+                read[at % 3] = Math.min(read[at % 3], place);
+                read[at % 3 + 3] = Math.max(read[at % 3 + 3], place);
               });
               return [part.box, read];
             })""")):
@@ -430,7 +490,7 @@ class ReportPage(unittest.TestCase):
             let size = 0;
             for (let at = 3 * starts[line]; at < 3 * (starts[line + 1] - 1); at += 3) {
               size += Math.hypot(...[0, 1, 2].map((i) =>
-                frame[i][0] * (points[at + i] - points[at + 3 + i])));
+                frame[5 * i] * (points[at + i] - points[at + 3 + i])));
             }
             sizes.push(size);
           }
@@ -441,6 +501,22 @@ class ReportPage(unittest.TestCase):
             self.assertGreater(one, next_one - 0.01)
         self.assertEqual(self.value("PAGE.preview.scene.copies.length"), 17)
         self.assertEqual(self.value("css_colour(PARTS[%d].colour)" % self.part("Shade")), "#c71f1a")
+
+    def test_places_have_the_colours_that_assemblies_give_them(self):
+        source = self.folder / "styled.stp"
+        source.write_text(styled_places())
+        self.browser.open(self.report("styled", source))
+        copies = """PAGE.preview.scene.copies.map(({part, matrix, colour}) =>
+          [PARTS[part].name, matrix[3], matrix[7], css_colour(colour)])"""
+        red, green, blue = "#ff0000", "#00ff00", "#0000ff"
+        self.assertEqual(self.value(copies), [
+            ["one", 0, 0, red], ["one", 15, 0, red], ["one", 0, 20, green], ["one", 15, 20, blue],
+            ["one", 0, 40, green]])
+        # What "three" says does not count where "two" is seen by itself.
+        self.browser.click("#row-1 .name")
+        self.browser.click("#alone")
+        self.assertEqual(self.value("""PAGE.preview.scene.copies.map(({matrix, colour}) =>
+          [matrix[3], matrix[7], colour])"""), [[0, 0, 0x00FF00], [15, 0, -1]])
 
     def test_panes_tabs_and_roles(self):
         self.browser.open(self.lamp)
@@ -551,6 +627,53 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.value(CAMERA)[2:], [1, 0, 0])
         self.picture("lamp", self.lamp)
 
+    def test_all_texts_can_be_read(self):
+        # 4.5 is what WCAG 2 asks for in level AA.
+        source = self.folder / "readable.stp"
+        source.write_text(exchange_file(["box", "l\\id"], [(0, 1)]))
+        for page in (self.lamp, self.report("readable", source)):
+            for dark in (False, True):
+                self.browser.open(page, dark=dark)
+                self.browser.click("#expand")
+                for tab in ("tree", "bom", "map", "findings"):
+                    if self.value("document.getElementById('tab-%s').hidden" % tab):
+                        continue
+                    self.browser.click("#tab-" + tab)
+                    for colour in ("weight", "part") if tab == "map" else ("",):
+                        if colour and self.value("!document.getElementById('map-colours').hidden"):
+                            self.browser.click("[name=map-colour][value=%s]" % colour)
+                        contrast, text, count = self.value(CONTRAST)
+                        self.assertGreaterEqual(contrast, 4.5, (text, tab, dark))
+                        self.assertGreater(count, 15)
+
+    def test_overlong_names_are_shortened_and_told_whole(self):
+        name = "Very_long_name_without_a_blank_" * 8
+        page = self.report_of("overlong", ["top", name, name + "2"], [(0, 1), (1, 2)])
+        for width in (1280, 700):
+            self.browser.open(page, width)
+            self.assertTrue(self.value(FITS))
+            self.assertEqual(self.value("document.querySelector('#row-1 .name').title"), name)
+            self.browser.press("/")
+            self.browser.type("very")
+            self.assertEqual(self.value("document.querySelector('#results li').title"), name)
+            for tab in ("bom", "map", "tree"):
+                self.browser.click("#tab-" + tab)
+                self.assertTrue(self.value(FITS), tab)
+        # There is nothing to draw: no room is kept for pictures, and the page says why.
+        self.assertEqual(self.value("document.querySelectorAll('canvas.thumbnail').length"), 0)
+        self.assertIn("nothing in it can be drawn", self.value(
+            "document.getElementById('summary').textContent"))
+
+    def test_without_room_for_pictures(self):
+        source = self.folder / "crowded.stp"
+        source.write_text(drawn_parts(90))
+        page = self.report("crowded", source, "--memory-limit", "700K")
+        self.browser.open(page)
+        self.assertEqual(self.value("PARTS.length"), 101)
+        self.assertIn("need more memory than the limit", self.value(
+            "document.getElementById('summary').textContent"))
+        self.assertFalse(self.value("HAS_PICTURES"))
+
     def test_without_pictures(self):
         page = self.report("plain", EXAMPLE, "--no-pictures")
         self.browser.open(page)
@@ -572,6 +695,7 @@ class ReportPage(unittest.TestCase):
         severity, sentence, line = self.value(
             "[...document.querySelectorAll('#findings li > *')].map((one) => one.textContent)")
         self.assertEqual((severity, line), ("warning", "line 11, column 1"))
+        self.assertEqual(self.value("""document.querySelector("#about dd").textContent"""), "me, us")
         self.assertIn("\\", sentence)
         self.assertTrue(self.value("document.getElementById('preview').hidden"))
 

@@ -162,15 +162,28 @@ void add_point(std::vector<std::uint8_t>& bytes, const Point3& point, const Kess
   }
 }
 
-/// Longer lines than a 16-bit number counts become several that meet.
-void add_line(std::vector<std::uint8_t>& bytes, const PageLine& line, const Kessel::Box3& box,
-              Palette& palette) {
-  for (std::size_t first = 0; first + 1 < line.points.size(); first += MOST_POINTS_OF_A_LINE - 1) {
-    const std::size_t count = std::min(MOST_POINTS_OF_A_LINE, line.points.size() - first);
-    add_number(bytes, static_cast<std::uint32_t>(count), 2);
-    add_number(bytes, palette.position_of(line.colour), 2);
-    for (std::size_t i = first; i < first + count; ++i) add_point(bytes, line.points[i], box);
+/// How many lines there are, how many points each has with its colour, and all points: so a script
+/// has the points without a copy. Longer lines than a 16-bit number counts become several that
+/// meet.
+std::vector<std::uint8_t> bytes_for_page(const std::vector<PageLine>& lines,
+                                         const Kessel::Box3& box, Palette& palette) {
+  std::vector<std::uint8_t> heads;
+  std::vector<std::uint8_t> points;
+  for (const PageLine& line : lines) {
+    const std::size_t last = line.points.size() - 1;
+    for (std::size_t first = 0; first < last; first += MOST_POINTS_OF_A_LINE - 1) {
+      const std::size_t count = std::min(MOST_POINTS_OF_A_LINE, line.points.size() - first);
+      add_number(heads, static_cast<std::uint32_t>(count), 2);
+      add_number(heads, palette.position_of(line.colour), 2);
+      for (std::size_t i = first; i < first + count; ++i) add_point(points, line.points[i], box);
+    }
   }
+  std::vector<std::uint8_t> bytes;
+  if (heads.empty()) return bytes;
+  add_number(bytes, static_cast<std::uint32_t>(heads.size() / 4), 4);
+  bytes.insert(bytes.end(), heads.begin(), heads.end());
+  bytes.insert(bytes.end(), points.begin(), points.end());
+  return bytes;
 }
 
 /// The colour of most of the lines' length; that without colour does not count.
@@ -204,9 +217,7 @@ PageDrawing lines_for_page(const Kessel::Drawing& drawing, std::uint64_t most_by
     PageLines& on_page = page.parts.emplace_back();
     on_page.colour = main_colour(lines);
     on_page.left_out = make_fit(lines, part.box, share);
-    std::vector<std::uint8_t> bytes;
-    for (const PageLine& line : lines) add_line(bytes, line, part.box, palette);
-    on_page.base64 = base64(bytes);
+    on_page.base64 = base64(bytes_for_page(lines, part.box, palette));
   }
   page.colours = palette.take();
   return page;

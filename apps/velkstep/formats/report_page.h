@@ -9,7 +9,7 @@
 namespace Velkstep {
 
 /// One HTML page in UTF-8 with the structure and the files of `split`, which it links as files
-/// beside itself. It loads nothing. Reads the input again; throws as `Kessel::read_assembly`.
+/// beside itself. It loads nothing. Reads the input once more; throws as `Kessel::read_overview`.
 std::string report_page(const FinishedSplit& split, const SplitArguments& arguments);
 
 }  // namespace Velkstep

@@ -11,9 +11,8 @@
 #include "json/documents.h"
 #include "json/json_line.h"
 #include "kessel/assembly.h"
-#include "kessel/check.h"
 #include "kessel/drawing.h"
-#include "kessel/errors.h"
+#include "kessel/overview.h"
 #include "kessel/summary.h"
 #include "run/with_input.h"
 #include "run/words.h"
@@ -179,18 +178,6 @@ Kessel::Options options_of(const SplitArguments& arguments) {
   return options;
 }
 
-/// Nothing where the parts fit into the memory limit and their geometry does not.
-std::optional<Kessel::Drawing> drawing_of(const FinishedSplit& split,
-                                          const SplitArguments& arguments) {
-  if (!arguments.pictures) return std::nullopt;
-  try {
-    return Kessel::read_drawing(split.input, {}, options_of(arguments));
-  } catch (const Kessel::InputError& error) {
-    if (error.finding().kind != Kessel::FindingKind::memory_limit) throw;
-    return std::nullopt;
-  }
-}
-
 Json parts_on_page(const FinishedSplit& split, const Kessel::Assembly& assembly) {
   std::map<std::uint64_t, const Kessel::WrittenFile*> files;  // by record, 0 for a generated root
   for (const Kessel::WrittenFile& file : split.files) {
@@ -205,24 +192,26 @@ Json parts_on_page(const FinishedSplit& split, const Kessel::Assembly& assembly)
 }
 
 Json page_data(const FinishedSplit& split, const SplitArguments& arguments) {
-  const std::optional<Kessel::Drawing> drawing = drawing_of(split, arguments);
-  const Kessel::Assembly assembly =
-      drawing ? drawing->assembly : Kessel::read_assembly(split.input, options_of(arguments));
+  using Lines = std::optional<Kessel::DrawingOptions>;
+  const Kessel::Overview overview = Kessel::read_overview(
+      split.input, arguments.pictures ? Lines(Kessel::DrawingOptions()) : Lines(),
+      options_of(arguments));
+  const Kessel::Drawing& drawing = overview.drawing;
   Json json;
   json["input"] = std::filesystem::path(shown_name(arguments.in)).filename().string();
   json["assemblies"] = word_of(arguments.options.assemblies);
   json["names"] = word_of(arguments.options.names);
-  json["header"] = header_on_page(Kessel::read_summary(split.input, options_of(arguments)));
-  json["findings"] = findings_on_page(Kessel::check(split.input, arguments.options));
-  json["roots"] = assembly.roots;
-  json["parts"] = parts_on_page(split, assembly);
-  json["pictures"] = drawing.has_value();
-  if (!drawing) return json;
-  const PageDrawing lines = lines_for_page(*drawing, MOST_LINE_BYTES);
+  json["header"] = header_on_page(overview.summary);
+  json["findings"] = findings_on_page(overview.findings);
+  json["roots"] = drawing.assembly.roots;
+  json["parts"] = parts_on_page(split, drawing.assembly);
+  json["pictures"] = overview.is_drawn ? "drawn" : arguments.pictures ? "no room" : "not asked";
+  if (!overview.is_drawn) return json;
+  const PageDrawing lines = lines_for_page(drawing, MOST_LINE_BYTES);
   json["colours"] = lines.colours;
-  PlacesOnPage places(*drawing);
+  PlacesOnPage places(drawing);
   for (std::size_t i = 0; i < lines.parts.size(); ++i) {
-    add_picture(json["parts"][i], *drawing, i, lines.parts[i], places);
+    add_picture(json["parts"][i], drawing, i, lines.parts[i], places);
   }
   return json;
 }

@@ -1,5 +1,12 @@
 // What the input says about itself, and what about it deserves a look.
 
+// By what was asked for and came of it.
+const WHY_NO_PICTURES = {
+  drawn: "; nothing in it can be drawn",
+  "no room": "; not drawn, since its lines need more memory than the limit",
+  "not asked": "",
+};
+
 function show_about() {
   const files = PARTS.filter((part) => part.bytes !== null);
   const bytes = files.reduce((sum, part) => sum + part.bytes, 0);
@@ -7,7 +14,8 @@ function show_about() {
   document.getElementById("title").textContent = REPORT.input;
   document.getElementById("summary").textContent =
     `${counted(files.length, "file", "files")}, ${size_text(bytes)}; ` +
-    `assemblies ${REPORT.assemblies}, names ${REPORT.names}`;
+    `assemblies ${REPORT.assemblies}, names ${REPORT.names}` +
+    (HAS_PICTURES ? "" : WHY_NO_PICTURES[REPORT.pictures]);
 
   const {header} = REPORT;
   const listed = (texts) => texts.filter((text) => text.trim() !== "").join(", ");

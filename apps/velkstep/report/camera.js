@@ -35,14 +35,13 @@ class Camera {
   frame(scene) {
     const axes = this.axes();
     this.middle = [0, 1, 2].map((i) => (scene.box[i] + scene.box[i + 3]) / 2);
-    this.low = [Infinity, Infinity];
-    this.high = [-Infinity, -Infinity];
-    for (const corner of scene.corners()) {
-      for (const i of [0, 1]) {
-        const at = axes[i].reduce((sum, part, k) => sum + part * (corner[k] - this.middle[k]), 0);
-        this.low[i] = Math.min(this.low[i], at);
-        this.high[i] = Math.max(this.high[i], at);
-      }
+    this.low = [];
+    this.high = [];
+    for (const axis of axes.slice(0, 2)) {
+      const middle = axis.reduce((sum, part, i) => sum + part * this.middle[i], 0);
+      const [least, most] = scene.reach(axis);
+      this.low.push(least - middle);
+      this.high.push(most - middle);
     }
   }
 

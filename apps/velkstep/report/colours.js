@@ -30,8 +30,22 @@ const packed = ([red, green, blue]) => blue << 16 | green << 8 | red;
 
 const css_colour = (colour) => `#${colour.toString(16).padStart(6, "0")}`;
 
-// Black or white, whichever is easier to read on a colour.
-const text_colour_on = (channels) => (brightness_of(channels) > 0.62 ? "#101418" : "#ffffff");
+// How much light comes from a colour, from 0 to 1 (the relative luminance of WCAG 2).
+function luminance_of(channels) {
+  const [red, green, blue] = channels.map((channel) =>
+    (channel <= 10 ? channel / 3294.6 : ((channel / 255 + 0.055) / 1.055) ** 2.4));
+  return 0.2126 * red + 0.7152 * green + 0.0722 * blue;
+}
+
+// How far two colours are apart for one who reads, from 1 to 21.
+function contrast_of(a, b) {
+  const [dark, light] = [luminance_of(a), luminance_of(b)].sort((x, y) => x - y);
+  return (light + 0.05) / (dark + 0.05);
+}
+
+// Black or white, whichever is easier to read on a colour: at least 4.5 of contrast.
+const text_colour_on = (channels) =>
+  (contrast_of(channels, [0, 0, 0]) >= contrast_of(channels, [255, 255, 255]) ? "#000000" : "#ffffff");
 
 // All that is drawn with lines is drawn in these. Made anew when the colour scheme changes.
 let INKS = null;

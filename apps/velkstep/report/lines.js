@@ -1,6 +1,7 @@
 // The lines of parts, read from the page's data when they are needed first.
 
 function bytes_of(text) {
+  if (Uint8Array.fromBase64) return Uint8Array.fromBase64(text);
   const characters = atob(text);
   const bytes = new Uint8Array(characters.length);
   for (let i = 0; i < characters.length; ++i) bytes[i] = characters.charCodeAt(i);
@@ -11,28 +12,23 @@ const LINES = new Map();
 
 // The own lines of a part, or null: `starts` (positions in `points`, in points, one more than there
 // are lines), `colours` (one each, 65535 for none), `points` (x, y, z from 0 to 65535), and `frame`,
-// which takes points to the part's coordinates: three pairs of a factor and a summand.
+// the matrix that takes points to the part's coordinates.
 function lines_of(part) {
   if (!PARTS[part].lines) return null;
   if (LINES.has(part)) return LINES.get(part);
   const numbers = new Uint16Array(bytes_of(PARTS[part].lines).buffer);
-  const starts = [0], colours = [];
-  const points = new Uint16Array(numbers.length);
-  let filled = 0;
-  for (let at = 0; at < numbers.length; ) {
-    const count = 3 * numbers[at];
-    colours.push(numbers[at + 1]);
-    points.set(numbers.subarray(at + 2, at + 2 + count), filled);
-    filled += count;
-    starts.push(filled / 3);
-    at += 2 + count;
+  const count = numbers[0] + 65536 * numbers[1];
+  const starts = new Uint32Array(count + 1), colours = new Uint16Array(count);
+  for (let line = 0; line < count; ++line) {
+    starts[line + 1] = starts[line] + numbers[2 + 2 * line];
+    colours[line] = numbers[3 + 2 * line];
   }
-  const box = PARTS[part].frame;
-  const frame = [0, 1, 2].map((i) => [(box[i + 3] - box[i]) / 65535, box[i]]);
+  const [x, y, z, right, back, top] = PARTS[part].frame;
   const lines = {
-    starts: Uint32Array.from(starts), colours: Uint16Array.from(colours), frame,
-    points: points.slice(0, filled),
-    diagonal: Math.hypot(box[3] - box[0], box[4] - box[1], box[5] - box[2]),
+    starts, colours, points: numbers.subarray(2 + 2 * count),
+    frame: Float64Array.of((right - x) / 65535, 0, 0, x, 0, (back - y) / 65535, 0, y,
+                           0, 0, (top - z) / 65535, z),
+    diagonal: Math.hypot(right - x, back - y, top - z),
   };
   LINES.set(part, lines);
   return lines;
@@ -70,3 +66,4 @@ function parts_with_lines() {
 }
 
 const HAS_LINES = parts_with_lines();
+const HAS_PICTURES = HAS_LINES.includes(true);

@@ -3,11 +3,11 @@
 const PHONE = matchMedia("(max-width: 48rem)");
 
 function show_page() {
-  document.body.classList.toggle("no-pictures", !REPORT.pictures);
+  document.body.classList.toggle("no-pictures", !HAS_PICTURES);
   show_about();
   show_findings();
   const details = document.getElementById("details");
-  const preview = REPORT.pictures && HAS_LINES.includes(true)
+  const preview = HAS_PICTURES
     ? new Preview(document.getElementById("preview"), (way) => tree.reveal(way)) : null;
   document.getElementById("preview").hidden = preview === null;
   document.getElementById("divider-details").hidden = preview === null;

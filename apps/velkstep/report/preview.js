@@ -6,6 +6,8 @@ const LEAST_SHARE = 0.1;  // of the lines
 const DEGREES_A_KEY = 10;
 const PICK_REACH = 7;     // pixels
 const FIT_MILLISECONDS = 220;
+const REST_STRENGTH = 0.42;      // of what does not stand out, beside what does
+const LIT_FAR_STRENGTH = 0.7;
 const REDUCED_MOTION = matchMedia("(prefers-reduced-motion: reduce)");
 
 class Preview {
@@ -118,9 +120,10 @@ class Preview {
   // What stands out is strong and wide; the rest is fainter then.
   look(scale) {
     const out = this.hovered ?? this.chosen;
-    const usual = {strength: out ? 0.3 : 1, width: scale, ink: -1};
+    const near = out ? REST_STRENGTH : 1;
+    const usual = {near, far: near * FAR_STRENGTH, width: scale, ink: -1};
     if (!out) return () => usual;
-    const lit = {strength: 1, width: 1.7 * scale, ink: inks().lit};
+    const lit = {near: 1, far: LIT_FAR_STRENGTH, width: 1.7 * scale, ink: inks().lit};
     const known = new Map();
     return (copy) => {
       if (!known.has(copy.node)) known.set(copy.node, is_below(copy.node, out) ? lit : usual);

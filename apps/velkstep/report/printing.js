@@ -30,7 +30,7 @@ function printed_tree() {
 function printed_table(order) {
   const table = element("table");
   const columns = shown_columns();
-  const pictures = REPORT.pictures && order.length <= MOST_PRINTED_PICTURES;
+  const pictures = HAS_PICTURES && order.length <= MOST_PRINTED_PICTURES;
   const head = element("tr");
   if (pictures) head.append(element("th"));
   for (const column of columns) {

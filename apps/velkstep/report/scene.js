@@ -1,9 +1,8 @@
 // What a picture shows: a part with its components at all their places. Lines are those of the
 // parts, so that a copy costs no more than a matrix.
 
-// Does `inner` first, then `outer`; both are three rows of four.
-function composed(outer, inner) {
-  const both = new Float64Array(12);
+// Does `inner` first, then `outer`; all are three rows of four.
+function composed(outer, inner, both = new Float64Array(12)) {
   for (let row = 0; row < 12; row += 4) {
     const [a, b, c, d] = [outer[row], outer[row + 1], outer[row + 2], outer[row + 3]];
     for (let k = 0; k < 4; ++k) {
@@ -85,17 +84,21 @@ class Scene {
     }
   }
 
-  // The corners of the boxes around all copies.
-  * corners() {
+  // How far the boxes around all copies reach along a direction: [least, most].
+  reach([x, y, z]) {
+    let least = Infinity, most = -Infinity;
     for (const {part, matrix} of this.copies) {
       const frame = PARTS[part].frame;
-      for (let corner = 0; corner < 8; ++corner) {
-        const [x, y, z] = [0, 1, 2].map((i) => frame[i + (corner >> i & 1 ? 3 : 0)]);
-        yield [0, 4, 8].map((row) =>
-          matrix[row] * x + matrix[row + 1] * y + matrix[row + 2] * z + matrix[row + 3]);
+      let middle = x * matrix[3] + y * matrix[7] + z * matrix[11], half = 0;
+      for (let i = 0; i < 3; ++i) {
+        const along = x * matrix[i] + y * matrix[4 + i] + z * matrix[8 + i];
+        middle += along * (frame[i] + frame[i + 3]) / 2;
+        half += Math.abs(along) * (frame[i + 3] - frame[i]) / 2;
       }
+      least = Math.min(least, middle - half);
+      most = Math.max(most, middle + half);
     }
-    if (this.copies.length === 0) yield this.box.slice(0, 3);
+    return this.copies.length > 0 ? [least, most] : [0, 0];
   }
 
   // The node at the end of a way of parts from the scene's part on, or undefined.

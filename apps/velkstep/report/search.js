@@ -63,7 +63,8 @@ class Search {
     item.id = `hit-${i}`;
     item.setAttribute("role", "option");
     item.setAttribute("aria-selected", false);
-    item.append(element("span", "name", title_of(PARTS[part])),
+    item.title = title_of(PARTS[part]);
+    item.append(element("span", "name", item.title),
                 element("span", "size", PARTS[part].file));
     return item;
   }

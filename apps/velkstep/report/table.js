@@ -2,7 +2,7 @@
 
 const TABLE_ROW_HEIGHT = 44;
 
-const by_text = (a, b) => a.localeCompare(b, undefined, {numeric: true, sensitivity: "base"});
+const {compare: by_text} = new Intl.Collator(undefined, {numeric: true, sensitivity: "base"});
 const quantity_of = (part) => BigInt(part.total.replace(/\D/g, ""));
 const volume_of = ({box}) =>
   box ? (box[3] - box[0]) * (box[4] - box[1]) * (box[5] - box[2]) : -1;
@@ -20,7 +20,7 @@ const COLUMNS = [
   {key: "file", title: "File", text: (part) => part.file, order: (a, b) => by_text(a.file, b.file)},
 ];
 
-const shown_columns = () => COLUMNS.filter((column) => REPORT.pictures || !column.picture);
+const shown_columns = () => COLUMNS.filter((column) => HAS_PICTURES || !column.picture);
 
 class Table {
   // `choose(part)` is called when a part's row is pressed or gone to.
@@ -43,7 +43,7 @@ class Table {
     const row = element("div", "line head");
     row.setAttribute("role", "row");
     row.setAttribute("aria-rowindex", 1);
-    if (REPORT.pictures) {
+    if (HAS_PICTURES) {
       const cell = element("span", "cell-thumbnail");
       cell.setAttribute("role", "columnheader");
       cell.setAttribute("aria-label", "Picture");
@@ -117,7 +117,7 @@ class Table {
     made.setAttribute("role", "row");
     made.setAttribute("aria-rowindex", index + 2);
     made.setAttribute("aria-selected", this.order[index] === this.chosen);
-    if (REPORT.pictures) {
+    if (HAS_PICTURES) {
       const cell = element("span", "cell-thumbnail");
       cell.setAttribute("role", "gridcell");
       cell.append(thumbnail(this.order[index], 52, 38));

@@ -57,7 +57,7 @@ function picture_of(part, width, height) {
   const camera = new Camera();
   camera.frame(scene);
   const matrix = camera.matrix(scene.box, width, height, 1.5);
-  const look = {strength: 0.9, width: 1, ink: -1};
+  const look = {near: 0.9, far: 0.9 * FAR_STRENGTH, width: 1, ink: -1};
   paint(scene, matrix, raster, 1, () => look);
   return raster.image;
 }

@@ -185,8 +185,9 @@ class Tree {
     made.setAttribute("aria-selected", index === this.active);
     if (this.can_open(row)) made.setAttribute("aria-expanded", row.open);
     made.append(element("span", "twisty"));
-    if (REPORT.pictures) made.append(thumbnail(row.use.part, 38, 28));
-    made.append(element("span", "name", title_of(part)));
+    if (HAS_PICTURES) made.append(thumbnail(row.use.part, 38, 28));
+    const name = made.appendChild(element("span", "name", title_of(part)));
+    name.title = name.textContent;
     if (row.use.count > 1) made.append(element("span", "times", `×${number_text(row.use.count)}`));
     if (row.use.closes_cycle) made.append(element("span", "times", "(contains itself)"));
     made.append(element("span", "size", weight_text(row.use.part)));

@@ -148,9 +148,9 @@ class Treemap {
     made.setAttribute("aria-label", title_of(PARTS[node.part]));
     const has_title = place.width >= 44 && place.height >= 3 * FRAME_TITLE;
     if (has_title) {
-      const title = element("span", "title", title_of(PARTS[node.part]));
-      title.append(element("i", "", size_text(node.bytes)));
-      made.append(title);
+      const title = made.appendChild(element("span", "title", title_of(PARTS[node.part])));
+      if (place.width < 90) made.classList.add("narrow");
+      else title.append(element("i", "", size_text(node.bytes)));
     }
     const edge = Math.min(place.width, place.height) >= 40 ? 3 : 1;
     const top = has_title ? FRAME_TITLE : edge;
