@@ -85,7 +85,7 @@ DrawnPart draw_generated_root(const Products& products, const std::vector<DrawnP
     component.part = top;
     if (drawn.unit_metres <= 0) continue;
     const double scale = drawn.unit_metres / root.unit_metres;
-    for (const std::size_t i : {0, 5, 10}) component.matrix.rows[i] = scale;
+    for (std::size_t i = 0; i < 12; i += 5) component.matrix.rows[i] = scale;
   }
   return root;
 }
