@@ -11,17 +11,27 @@ Finding finding_for(std::istream& in, const Instances& instances, const Placemen
   const std::uint64_t number = instances.number(warning.record);
   const std::string name = "#" + std::to_string(number);
   const std::uint64_t offset = read_again(in, instances, warning.record).offset;
+  const auto finding_of = [&](FindingKind kind, const std::string& sentence) {
+    return make_finding(kind, sentence, offset, number);
+  };
   Finding finding;
-  if (warning.kind == PlacementWarning::Kind::closes_circle) {
-    finding = make_finding(FindingKind::usage_cycle,
+  switch (warning.kind) {
+    case PlacementWarning::Kind::closes_circle:
+      finding = finding_of(FindingKind::usage_cycle,
                            "The component of the usage " + name +
-                               " leads back to its assembly; the usage stands in the root's file.",
-                           offset, number);
-  } else {
-    finding = make_finding(
-        FindingKind::foreign_shape,
-        "The record " + name + " needs parts of other products' shapes, which stand with it.",
-        offset, number);
+                               " leads back to its assembly; the usage stands in the root's file.");
+      break;
+    case PlacementWarning::Kind::foreign_shape:
+      finding = finding_of(
+          FindingKind::foreign_shape,
+          "The record " + name + " needs parts of other products' shapes, which stand with it.");
+      break;
+    case PlacementWarning::Kind::occurrence_style:
+      finding = finding_of(FindingKind::occurrence_style,
+                           "The style " + name +
+                               " is for one of several occurrences of a part whose shape is in "
+                               "another file; readers may not show it.");
+      break;
   }
   finding.severity = Severity::warning;
   return finding;

@@ -142,16 +142,31 @@ class Check {
     });
   }
 
+  /// What says what a product is and has, and those that it shows by mapped items: these stand
+  /// whole with it.
+  std::vector<Index> core_of(ProductId id) const {
+    std::vector<Index> core;
+    std::vector<ProductId> shown{id};
+    std::unordered_set<ProductId> seen{id};
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+      const Product& product = products_.products[shown[i]];
+      core.push_back(product.definition);
+      core.insert(core.end(), product.shapes.begin(), product.shapes.end());
+      for (const ShapeLink& link : product.links) core.push_back(link.link);
+      core.insert(core.end(), product.tied.begin(), product.tied.end());
+      core.insert(core.end(), product.ties.begin(), product.ties.end());
+      for (const MappedProduct& mapped : product.mapped) {
+        if (seen.insert(mapped.product).second) shown.push_back(mapped.product);
+      }
+    }
+    return core;
+  }
+
   /// The solids that a product's definition and representations lead to. Where they lead to
   /// another's representation, which is a placeholder, they lead no further.
   void add_homes(ProductId id, std::unordered_map<Index, std::unordered_set<FileId>>& homes) {
-    const Product& product = products_.products[id];
     const FileId file = placement_.file_of[id];
-    std::vector<Index> open{product.definition};
-    open.insert(open.end(), product.shapes.begin(), product.shapes.end());
-    for (const ShapeLink& link : product.links) open.push_back(link.link);
-    open.insert(open.end(), product.tied.begin(), product.tied.end());
-    open.insert(open.end(), product.ties.begin(), product.ties.end());
+    std::vector<Index> open = core_of(id);
     std::unordered_set<Index> seen(open.begin(), open.end());
     while (!open.empty()) {
       const Index record = open.back();

@@ -104,18 +104,32 @@ class HangingOn {
   }
 
   void decide(Index record) {
-    fixed_.clear();
-    listed_.clear();
-    for (const Reference reference : placing_.instances.references(record)) {
-      if (reference.record() == NO_RECORD || !is_bound_by(reference.record(), record)) continue;
-      (reference.is_listed() ? listed_ : fixed_).push_back(reference.record());
-    }
+    find_bonds(record);
     if (fixed_.empty() && listed_.empty()) return;
     classes_.give(record, BOUND);
     if (placing_.stands.is_placed(record)) return;
     find_files();
     keep_files_of_aspect(record);
     for (const FileId file : files_) place(record, file);
+  }
+
+  /// What `record` stands with. A shape that nobody owns is not bound by the placements, maybe of
+  /// others, that it is listed with.
+  void find_bonds(Index record) {
+    fixed_.clear();
+    listed_.clear();
+    bool lists_free = false;
+    for (const Reference reference : placing_.instances.references(record)) {
+      const Index other = reference.record();
+      if (other == NO_RECORD) continue;
+      if (is_bound_by(other, record)) {
+        (reference.is_listed() ? listed_ : fixed_).push_back(other);
+      } else if (reference.is_listed()) {
+        lists_free = lists_free || !is_plain_geometry(placing_.instances, other);
+      }
+    }
+    if (!lists_free) return;
+    std::erase_if(listed_, [&](Index item) { return is_plain_geometry(placing_.instances, item); });
   }
 
   /// The files in which all fixed references stand, and one of the listed ones if there are any.
@@ -177,7 +191,8 @@ class HangingOn {
     placing_.stands.add(record, file, Role::own);
     for (const Reference reference : placing_.instances.references(record)) {
       const Index other = reference.record();
-      if (other == NO_RECORD || is_bound_by(other, record)) continue;
+      if (other == NO_RECORD) continue;
+      if (is_bound_by(other, record) && !(reference.is_listed() && listed_.empty())) continue;
       if (reference.is_listed() && !listed_.empty() && !classes_.has(other, SOFT)) continue;
       placing_.bring(other, file);
     }

@@ -5,21 +5,22 @@
 #include <utility>
 #include <vector>
 
+#include "placement/bodies.h"
 #include "placement/placing.h"
 
 namespace Kessel {
 
 namespace {
 
-/// By type: whether it is STYLED_ITEM or derived from that (ISO 10303-46).
-std::vector<bool> styled_items(const TypeTable& types) {
-  std::vector<bool> styled(types.size());
-  for (TypeId type = 0; type < styled.size(); ++type) {
+/// By type: whether a keyword of it ends so.
+std::vector<bool> types_ending_in(const TypeTable& types, std::string_view ending) {
+  std::vector<bool> fit(types.size());
+  for (TypeId type = 0; type < fit.size(); ++type) {
     const auto& keywords = types.keywords(type);
-    styled[type] = std::any_of(keywords.begin(), keywords.end(),
-                               [](std::string_view k) { return k.ends_with("STYLED_ITEM"); });
+    fit[type] = std::any_of(keywords.begin(), keywords.end(),
+                            [&](std::string_view k) { return k.ends_with(ending); });
   }
-  return styled;
+  return fit;
 }
 
 bool is_item(const Placing& placing, Index record) {
@@ -31,7 +32,10 @@ bool is_item(const Placing& placing, Index record) {
 class OccurrenceStyles {
  public:
   explicit OccurrenceStyles(Placing& placing)
-      : placing_(placing), is_styled_(styled_items(placing.instances.types())) {
+      : placing_(placing),
+        is_styled_(types_ending_in(placing.instances.types(), "STYLED_ITEM")),
+        names_context_(types_ending_in(placing.instances.types(),
+                                       "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM")) {
     find_names();
     const auto& files = placing.placement.files;
     has_bodies_apart_ = std::any_of(files.begin(), files.end(),
@@ -39,10 +43,10 @@ class OccurrenceStyles {
   }
 
   std::vector<OverriddenStyle> place_all() {
-    if (usages_.empty()) return {};
+    if (usages_.empty() && places_.empty()) return {};
     for (Index record = 0; record < placing_.instances.size(); ++record) {
       if (!is_styled_item(record)) continue;
-      const Usage* const usage = usage_of(record);
+      const Usage* const usage = names_context(record) ? placed_by(record) : usage_of(record);
       if (usage != nullptr) place(record, *usage);
     }
     return std::move(overridden_);
@@ -50,6 +54,7 @@ class OccurrenceStyles {
 
  private:
   bool is_styled_item(Index record) const { return is_styled_[placing_.instances.type(record)]; }
+  bool names_context(Index record) const { return names_context_[placing_.instances.type(record)]; }
 
   void find_names() {
     uses_.resize(placing_.products.products.size());
@@ -71,6 +76,7 @@ class OccurrenceStyles {
         usages_.emplace(link.representation, &usage);
       }
     }
+    for (const Index relationship : usage.relationships) places_.emplace(relationship, &usage);
   }
 
   /// The usage that a style by context is for: the first that its contexts name.
@@ -86,30 +92,71 @@ class OccurrenceStyles {
     return nullptr;
   }
 
+  /// The same for a style that names what places the occurrence: of several usages, that whose
+  /// assembly is no component of the others.
+  const Usage* placed_by(Index styled) const {
+    const Usage* highest = nullptr;
+    for (const Reference context : placing_.instances.references(styled)) {
+      const auto found = places_.find(context.record());
+      if (found == places_.end()) continue;
+      if (highest == nullptr || found->second->component == highest->assembly) {
+        highest = found->second;
+      }
+    }
+    return highest;
+  }
+
   void place(Index styled, const Usage& usage) {
     const FileId assembly = placing_.placement.file_of[usage.assembly];
-    if (has_items(styled, assembly)) return;
+    if (has_targets(styled, assembly)) return;
     // The style of an only occurrence goes with the part, or the body: that shows it alone, too.
     const FileId component = placing_.placement.file_of[usage.component];
-    const bool is_only = uses_[usage.component] == 1;
-    if (is_only && (has_bodies_apart_ || has_items(styled, component))) return;
+    if (uses_[usage.component] == 1 && goes_with_component(styled, component)) {
+      // hang_on() finds the place, unless the style names what stands with the assembly.
+      if (names_context(styled)) enter(styled, component);
+      return;
+    }
     enter(styled, placing_.keeps_others_out(assembly) ? 0 : assembly);
   }
 
-  bool has_items(Index styled, FileId file) const {
+  bool goes_with_component(Index styled, FileId component) const {
+    if (!names_context(styled)) return has_bodies_apart_ || has_targets(styled, component);
+    return !placing_.keeps_others_out(component) && has_targets(styled, component);
+  }
+
+  /// Whether a style of `record` is one of a shape: of an item, or of a representation of bodies.
+  bool is_target(Index record) const {
+    if (!placing_.classes.has(record, OWNED) || placing_.classes.has(record, SOFT | DEFINING)) {
+      return false;
+    }
+    if (!placing_.classes.has(record, SHOWING)) return true;
+    const auto items = placing_.instances.references(record);
+    return std::any_of(items.begin(), items.end(), [&](Reference item) {
+      return item.record() != NO_RECORD && item.is_listed() &&
+             !is_placement(placing_.instances, item.record());
+    });
+  }
+
+  bool is_own(Index record, FileId file) const {
+    const Stand* const stand = placing_.stands.find(record, file);
+    return stand != nullptr && stand->role() == Role::own;
+  }
+
+  bool has_targets(Index styled, FileId file) const {
     const auto references = placing_.instances.references(styled);
     return std::all_of(references.begin(), references.end(), [&](Reference reference) {
-      if (reference.record() == NO_RECORD || !is_item(placing_, reference.record())) return true;
-      const Stand* const stand = placing_.stands.find(reference.record(), file);
-      return stand != nullptr && stand->role() == Role::own;
+      return reference.record() == NO_RECORD || !is_target(reference.record()) ||
+             is_own(reference.record(), file);
     });
   }
 
   void enter(Index styled, FileId file) {
     if (!placing_.stands.add(styled, file, Role::own)) return;
+    bool is_lost = false;
     for (const Reference reference : placing_.instances.references(styled)) {
       const Index other = reference.record();
       if (other == NO_RECORD) continue;
+      is_lost = is_lost || is_lost_behind(styled, other, file);
       if (is_styled_item(other)) {
         overridden_.push_back({other, file});
       } else if (is_item(placing_, other)) {
@@ -118,11 +165,26 @@ class OccurrenceStyles {
         placing_.bring(other, file);
       }
     }
+    if (is_lost) {
+      placing_.placement.warnings.push_back(
+          {PlacementWarning::Kind::occurrence_style, styled, file});
+    }
+  }
+
+  /// Whether no reader can tell what is styled: readers know the usages that contexts of styles
+  /// have names for, and give the style to all of the component; of any other style only the item
+  /// would tell.
+  bool is_lost_behind(Index styled, Index target, FileId file) const {
+    if (!is_target(target) || is_own(target, file)) return false;
+    return names_context(styled) ||
+           (!placing_.classes.has(target, SHOWING) && !is_body(placing_.instances, target));
   }
 
   Placing& placing_;
   std::vector<bool> is_styled_;                     // by type
+  std::vector<bool> names_context_;                 // by type: whether the style itself does
   std::unordered_map<Index, const Usage*> usages_;  // by the representation that names it
+  std::unordered_map<Index, const Usage*> places_;  // by the relationship that places it
   std::vector<std::uint32_t> uses_;                 // by product
   bool has_bodies_apart_ = false;
   std::vector<OverriddenStyle> overridden_;

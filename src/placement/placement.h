@@ -93,6 +93,9 @@ struct PlacementWarning {
   enum class Kind : std::uint8_t {
     closes_circle,  ///< a usage whose component leads back to its assembly
     foreign_shape,  ///< stands in a file with parts of another product's shape
+    /// a style of one occurrence that stands with the assembly, where readers cannot know what of
+    /// the component's shape has it
+    occurrence_style,
   };
   Kind kind;
   Index record;

@@ -79,10 +79,12 @@ struct OverriddenStyle {
   FileId file;
 };
 
-/// Enters styles that single occurrences of a component have (PRESENTATION_STYLE_BY_CONTEXT with a
-/// representation that names the occurrence, ISO 10303-46) into the assembly's file. A style of a
-/// component's only occurrence is left to hang_on(), and stands with the component. The item that
-/// is styled stands in the assembly's file as a stand-in, which refers to nothing.
+/// Enters styles that single occurrences of a component have into the assembly's file: those by
+/// context (PRESENTATION_STYLE_BY_CONTEXT with a representation that names the occurrence, ISO
+/// 10303-46), and those that name what places it (CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM). A
+/// style of a component's only occurrence stands with the component. The item that is styled stands
+/// in the assembly's file as a stand-in, which refers to nothing. Warns of styles that readers
+/// cannot know the occurrence or the item of then.
 std::vector<OverriddenStyle> place_occurrence_styles(Placing& placing);
 
 /// Enters the styles that those override, when all styles stand somewhere.

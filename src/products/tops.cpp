@@ -77,7 +77,8 @@ bool shows_all_of(const Product& product, const Product& other) {
   });
 }
 
-/// Another view of a product stands with the definition that the structure names.
+/// Another view of a product stands with the definition that the structure names, else with that
+/// which shows the most.
 void find_views(Products& all, const std::vector<bool>& used) {
   std::unordered_map<Index, std::vector<ProductId>> named;  // by PRODUCT
   std::vector<ProductId> views;
@@ -91,6 +92,9 @@ void find_views(Products& all, const std::vector<bool>& used) {
       views.push_back(id);
     }
   }
+  std::stable_sort(views.begin(), views.end(), [&](ProductId a, ProductId b) {
+    return all.products[a].representations.size() > all.products[b].representations.size();
+  });
   for (const ProductId view : views) {
     Product& product = all.products[view];
     std::vector<ProductId>& others = named[product.product];

@@ -259,14 +259,17 @@ Ref FormMaker::colour(double red, double green, double blue) {
              std::to_string(blue) + ")");
 }
 
-Ref FormMaker::styled(const Ref& colour, const Ref& item) {
+Ref FormMaker::style(const Ref& colour) {
   const Ref fill = add("FILL_AREA_STYLE_COLOUR(''," + colour + ")");
   const Ref area =
       add("SURFACE_STYLE_FILL_AREA(" + add("FILL_AREA_STYLE('',(" + fill + "))") + ")");
   const Ref side = add("SURFACE_SIDE_STYLE('',(" + area + "))");
-  const Ref style = add("PRESENTATION_STYLE_ASSIGNMENT((" +
-                        add("SURFACE_STYLE_USAGE(.BOTH.," + side + ")") + "))");
-  return add("STYLED_ITEM('',(" + style + ")," + item + ")");
+  return add("PRESENTATION_STYLE_ASSIGNMENT((" + add("SURFACE_STYLE_USAGE(.BOTH.," + side + ")") +
+             "))");
+}
+
+Ref FormMaker::styled(const Ref& colour, const Ref& item) {
+  return add("STYLED_ITEM('',(" + style(colour) + ")," + item + ")");
 }
 
 void FormMaker::present(const std::vector<Ref>& styled) {

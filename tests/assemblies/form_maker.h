@@ -71,6 +71,7 @@ class FormMaker {
                 double z = 0, const Ref& shown = {});
 
   Ref colour(double red, double green, double blue);
+  Ref style(const Ref& colour);
   Ref styled(const Ref& colour, const Ref& item);
   void present(const std::vector<Ref>& styled);
 

@@ -162,6 +162,23 @@ std::string same_place(bool is_tied, bool is_usual) {
   return form.text();
 }
 
+// Colours.
+
+/// One that names what places the part, which is used once.
+std::string colour_by_place() {
+  FormMaker form("242");
+  FormProduct root = form.assembly("root");
+  const FormProduct part = form.part("part");
+  const FormUsage usage = form.use(root, part, 5);
+  form.finish(root);
+  const Ref below = form.styled(form.colour(1, 0, 0), part.solid);
+  const Ref above =
+      form.add("CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(" + form.style(form.colour(0, 1, 0)) +
+               ")," + part.solid + "," + below + ",(" + usage.relationship + "))");
+  form.present({below, above});
+  return form.text();
+}
+
 // Records of AP203.
 
 /// Definitions with documents of their own.
@@ -222,6 +239,7 @@ std::vector<AssemblyForm> assembly_forms() {
        [] { return same_place(false, true); }},
       {"same_place_tied", [] { return same_place(true, false); },
        [] { return same_place(true, true); }},
+      {"colour_by_place", colour_by_place},
       {"documented_definitions", documented_definitions},
       {"shapes_of_aspects", [] { return shapes_of_aspects(false); }},
       {"shapes_of_aspects_at_shared_axes", [] { return shapes_of_aspects(true); }},

@@ -139,6 +139,7 @@ struct MadeProduct {
   Refs solids, faces, placements;
   Ref body_representation;  // the one that holds the solids
   bool has_shape = false;
+  Refs styles;  // of its solids and faces
 };
 
 struct MadeUsage {
@@ -147,7 +148,8 @@ struct MadeUsage {
   Ref shape;
   Ref placement;  // the record that places the component
   bool is_placed = false;
-  Ref name;  // the representation that names the occurrence
+  bool is_related = false;  // by a relationship
+  Ref name;                 // the representation that names the occurrence
   bool has_name = false;
 };
 
@@ -161,6 +163,10 @@ class Maker {
     for (std::size_t i = 0; i < count; ++i) make_product(i);
     make_usages();
     share_bodies();
+    make_views();
+    make_pieces();
+    make_aspect_shapes();
+    tie_across();
     make_styles();
     make_layers();
     make_properties();
@@ -346,7 +352,7 @@ class Maker {
 
   /// A component of a component, which may have a name and so a style of its own.
   void make_higher_usage() {
-    MadeUsage made{0, usages_.back().component, {}, {}, {}, false, {}, false};
+    MadeUsage made{0, usages_.back().component, {}, {}, {}, false, false, {}, false};
     made.usage = add("SPECIFIED_HIGHER_USAGE_OCCURRENCE('','',$,", products_[0].definition, ",",
                      products_[made.component].definition, ",$,", usages_.front().usage, ",",
                      usages_.back().usage, ")");
@@ -358,7 +364,7 @@ class Maker {
   }
 
   void use(std::size_t assembly, std::size_t component) {
-    MadeUsage made{assembly, component, {}, {}, {}, false, {}, false};
+    MadeUsage made{assembly, component, {}, {}, {}, false, false, {}, false};
     MadeProduct& whole = products_[assembly];
     const MadeProduct& piece = products_[component];
     const Ref used = chance(12)
@@ -373,6 +379,7 @@ class Maker {
       if (chance(8)) {
         place_by_mapping(made, whole, piece);
       } else {
+        made.is_related = true;
         place_by_transformation(made, whole, piece);
       }
       if (chance(5)) name_occurrence(made, whole.context);
@@ -420,10 +427,64 @@ class Maker {
     }
   }
 
+  /// Further definitions of products, of the same shape or one of their own.
+  void make_views() {
+    for (const MadeProduct& product : products_) {
+      if (!product.has_shape || !chance(12)) continue;
+      const Ref view = make_definition(product.formation);
+      const Ref shape = add("PRODUCT_DEFINITION_SHAPE('','',", view, ")");
+      const Ref shown =
+          chance(2)   ? product.representation
+          : chance(2) ? product.body_representation
+                      : add("SHAPE_REPRESENTATION('',(", placement(), "),", product.context, ")");
+      add("SHAPE_DEFINITION_REPRESENTATION(", shape, ",", shown, ")");
+    }
+  }
+
+  /// A product that another one shows by a mapped item in a representation of its own.
+  void make_pieces() {
+    if (!chance(4)) return;
+    const MadeProduct& piece = any(products_);
+    const MadeProduct& whole = any(products_);
+    if (!piece.has_shape || !whole.has_shape || piece.shape.record == whole.shape.record) return;
+    const Ref map =
+        add("REPRESENTATION_MAP(", any(piece.placements), ",", piece.representation, ")");
+    const Ref item = add("MAPPED_ITEM('',", map, ",", placement(), ")");
+    const Ref shown = add("SHAPE_REPRESENTATION('',(", item, "),", whole.context, ")");
+    add("SHAPE_DEFINITION_REPRESENTATION(", whole.shape, ",", shown, ")");
+  }
+
+  /// Shapes of aspects, which may share placements with the product's own.
+  void make_aspect_shapes() {
+    for (MadeProduct& product : products_) {
+      if (!product.has_shape || !chance(8)) continue;
+      const Ref aspect = add("SHAPE_ASPECT('','',", product.shape, ",.T.)");
+      const Ref property = add("PROPERTY_DEFINITION('','',", aspect, ")");
+      MadeProduct loose;
+      const Ref body = solid(loose);
+      const Ref at = chance(2) ? any(product.placements) : placement();
+      const Ref shown =
+          add("ADVANCED_BREP_SHAPE_REPRESENTATION('',(", body, ",", at, "),", product.context, ")");
+      add("SHAPE_DEFINITION_REPRESENTATION(", property, ",", shown, ")");
+    }
+  }
+
+  /// A relationship without a placement from an assembly to a shape of its component.
+  void tie_across() {
+    if (!chance(6)) return;
+    for (const MadeUsage& usage : usages_) {
+      const MadeProduct& whole = products_[usage.assembly];
+      const MadeProduct& piece = products_[usage.component];
+      if (!whole.has_shape || !piece.has_shape || !chance(3)) continue;
+      add("SHAPE_REPRESENTATION_RELATIONSHIP('','',", whole.representation, ",",
+          chance(2) ? piece.representation : piece.body_representation, ")");
+    }
+  }
+
   /// STYLED_ITEM and those that override it, and the representations that collect them.
   void make_styles() {
     Refs styled_of_all;
-    for (const MadeProduct& product : products_) {
+    for (MadeProduct& product : products_) {
       Refs styled;
       for (const Ref solid : product.solids) {
         if (!chance(4)) styled.push_back(add("STYLED_ITEM('',(", style_, "),", solid, ")"));
@@ -439,11 +500,15 @@ class Maker {
         styled_of_all.insert(styled_of_all.end(), styled.begin(), styled.end());
       }
       if (chance(4)) override_style(styled[0], product);
+      product.styles = styled;
       all_styled_.insert(all_styled_.end(), styled.begin(), styled.end());
     }
     for (const auto* usages : {&usages_, &higher_usages_}) {
       for (const MadeUsage& usage : *usages) {
         if (usage.has_name && chance(2)) style_occurrence(usage, styled_of_all);
+        if (traits_.styles_by_place && usage.is_related && chance(6)) {
+          style_by_place(usage, styled_of_all);
+        }
       }
     }
     if (!styled_of_all.empty()) {
@@ -458,12 +523,31 @@ class Maker {
     const MadeProduct& product = products_[usage.component];
     if (product.solids.empty()) return;
     const Ref style = add("PRESENTATION_STYLE_BY_CONTEXT((", colour_, "),", usage.name, ")");
-    if (styled.empty() || chance(2)) {
+    if (product.styles.empty() || chance(2)) {
       styled.push_back(add("STYLED_ITEM('',(", style, "),", any(product.solids), ")"));
     } else {
       styled.push_back(add("OVER_RIDING_STYLED_ITEM('',(", style, "),", any(product.solids), ",",
-                           styled.back(), ")"));
+                           any(product.styles), ")"));
     }
+  }
+
+  /// The same by what places it, which may be one level below an assembly's usage.
+  void style_by_place(const MadeUsage& usage, Refs& styled) {
+    const MadeProduct& product = products_[usage.component];
+    if (product.styles.empty()) return;
+    const Ref item = chance(3)   ? product.representation
+                     : chance(2) ? any(product.faces)
+                                 : any(product.solids);
+    Refs places;
+    for (const MadeUsage& above : usages_) {
+      if (above.is_related && above.component == usage.assembly && chance(3)) {
+        places.push_back(above.placement);
+        break;
+      }
+    }
+    places.push_back(usage.placement);
+    styled.push_back(add("CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(", style_, "),", item, ",",
+                         any(product.styles), ",", places, ")"));
   }
 
   /// A colour of its own for one occurrence, said in the assembly's context.
@@ -587,7 +671,7 @@ class Maker {
       if (chance(2)) add_anchor(product.definition);
       if (!product.faces.empty() && chance(2)) add_anchor(product.faces[0]);
       if (!product.solids.empty() && chance(3)) {
-        const Ref style = records_.add_external("styles.stp#style" + std::to_string(below(3)));
+        const Ref style = records_.add_external("styles.stp#style" + std::to_string(externals_++));
         add("STYLED_ITEM('',(", style, "),", product.solids[0], ")");
       }
     }
@@ -613,6 +697,7 @@ class Maker {
   Schema schema_ = SCHEMAS[0];
   Records records_;
   std::size_t anchors_ = 0;
+  std::size_t externals_ = 0;
   Ref application_, product_context_, definition_context_, length_, angle_, shared_context_;
   Ref colour_, style_;
   Refs directions_;

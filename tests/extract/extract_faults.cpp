@@ -112,6 +112,10 @@ class Extractions {
       }
       for (const auto& mapped : products_.products[next].mapped) open.push_back(mapped.product);
     }
+    // Other views stand with them.
+    for (ProductId id = 0; id < products_.products.size(); ++id) {
+      if (below.contains(products_.products[id].stands_with)) below.insert(id);
+    }
     return below;
   }
 

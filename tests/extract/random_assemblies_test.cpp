@@ -13,8 +13,10 @@ namespace {
 TEST(ExtractRandom, PartsComeOutWhole) {
   const auto [first, count] = seeds_to_try(40);
   const ScratchFolder folder;
+  // What names a place of the asked product is left out, but stands in its file of a split.
+  const AssemblyTraits traits{.styles_by_place = false};
   for (std::uint64_t seed = first; seed < first + count; ++seed) {
-    folder.write("in.stp", random_assembly(seed));
+    folder.write("in.stp", random_assembly(seed, traits));
     EXPECT_THAT(extract_faults("in.stp", false), testing::IsEmpty()) << "seed " << seed;
   }
 }

@@ -419,6 +419,52 @@ TEST(Placement, AStyleOfAnOnlyOccurrenceStandsWithThePart) {
   EXPECT_EQ(wheel.at(40), "1");
 }
 
+/// The styles #80 of the solid #40 and #81, which overrides it where #63 places the wheel.
+const std::string STYLE_BY_PLACE =
+    "#80=STYLED_ITEM('',(#82),#40);\n#82=PRESENTATION_STYLE_ASSIGNMENT((#83));\n"
+    "#83=COLOUR_RGB('',1.,0.,0.);\n"
+    "#81=CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(#84),#40,#80,(#63));\n"
+    "#84=PRESENTATION_STYLE_ASSIGNMENT((#85));\n#85=COLOUR_RGB('',0.,0.,1.);\n";
+
+TEST(Placement, AStyleThatNamesAPlaceStandsWithTheAssemblyWithAWarning) {
+  for (const AssemblyStyle style : {AssemblyStyle::nested, AssemblyStyle::lean}) {
+    const Placed wheels(product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") +
+                            solid_records(40) + placed_usage_records(60, 10, 20) +
+                            placed_usage_records(70, 10, 20) + STYLE_BY_PLACE,
+                        style);
+    EXPECT_EQ(wheels.at(81), "0");
+    EXPECT_EQ(wheels.at(80), "0g 1");
+    EXPECT_EQ(wheels.at(40), "0s 1");
+    EXPECT_EQ(wheels.at(41), "1");
+    EXPECT_EQ(wheels.at(63), "0");
+    ASSERT_EQ(wheels.placement.warnings.size(), 1u);
+    EXPECT_EQ(wheels.placement.warnings[0].kind, PlacementWarning::Kind::occurrence_style);
+    EXPECT_EQ(wheels.placement.warnings[0].record, wheels.file.at(81));
+  }
+}
+
+TEST(Placement, AStyleThatNamesTheOnlyPlaceStandsWithThePart) {
+  const Placed wheel(product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") +
+                     solid_records(40) + placed_usage_records(60, 10, 20) + STYLE_BY_PLACE);
+  EXPECT_EQ(wheel.at(81), "1");
+  EXPECT_EQ(wheel.at(80), "1");
+  EXPECT_EQ(wheel.at(40), "1");
+  EXPECT_EQ(wheel.at(63), "0 1");
+  EXPECT_EQ(wheel.at(15), "0 1s");
+  EXPECT_THAT(wheel.placement.warnings, IsEmpty());
+}
+
+TEST(Placement, AStyleOfAFaceOfOneOccurrenceIsWarnedOf) {
+  std::string text = COLOURED_WHEELS;
+  const std::string item = "(#84),#40,#80";
+  text.replace(text.find(item), item.size(), "(#84),#41,#80");
+  const Placed wheels(text);
+  EXPECT_EQ(wheels.at(81), "0");
+  EXPECT_EQ(wheels.at(41), "0s 1");
+  ASSERT_EQ(wheels.placement.warnings.size(), 1u);
+  EXPECT_EQ(wheels.placement.warnings[0].kind, PlacementWarning::Kind::occurrence_style);
+}
+
 TEST(Placement, AStyleOfASubAssemblyStandsWithItsAssembly) {
   for (const AssemblyStyle style : {AssemblyStyle::nested, AssemblyStyle::lean}) {
     const Placed car(CAR +

@@ -246,6 +246,15 @@ TEST(Products, OfViewsThatNobodyUsesTheFirstCounts) {
   EXPECT_EQ(all.products.at(1).stands_with, 0u);
 }
 
+TEST(Products, OfViewsThatNobodyUsesThatCountsWhichShowsTheMost) {
+  const LoadedText file(COMMON + view_records(10, 22, 25) + product_records(20, "bolt", "#4") +
+                        "#30=SHAPE_DEFINITION_REPRESENTATION(#23,#31);\n"
+                        "#31=SHAPE_REPRESENTATION('',(#3),#2);\n");
+  const Products all = find_products(file.instances);
+  EXPECT_EQ(all.tops, std::vector<ProductId>{1});
+  EXPECT_EQ(all.products.at(0).stands_with, 1u);
+}
+
 TEST(Products, WhatShowsSomethingElseOrIsUsedOrIsOfAnotherProductIsNoView) {
   const std::string whole = COMMON + product_records(10, "whole", "#3") +
                             product_records(20, "bolt", "#4") + usage_record(30, 10, 20);
