@@ -6,6 +6,7 @@
 
 #include "check/record_checks.h"
 #include "findings/finding_list.h"
+#include "findings/named_errors.h"
 #include "inspection/assembly.h"
 #include "inspection/drawn_file.h"
 #include "inspection/inspected_file.h"
@@ -62,10 +63,8 @@ Overview read_without_lines(const std::filesystem::path& in, const Options& opti
   return all;
 }
 
-}  // namespace
-
-Overview read_overview(const std::filesystem::path& in,
-                       const std::optional<DrawingOptions>& drawing, const Options& options) {
+Overview overview_of(const std::filesystem::path& in, const std::optional<DrawingOptions>& drawing,
+                     const Options& options) {
   if (!drawing) return read_without_lines(in, options);
   try {
     return read_with_lines(in, *drawing, options);
@@ -73,6 +72,13 @@ Overview read_overview(const std::filesystem::path& in,
     if (error.finding().kind != FindingKind::memory_limit) throw;
   }
   return read_without_lines(in, options);
+}
+
+}  // namespace
+
+Overview read_overview(const std::filesystem::path& in,
+                       const std::optional<DrawingOptions>& drawing, const Options& options) {
+  return with_named_errors(in, [&] { return overview_of(in, drawing, options); });
 }
 
 }  // namespace Kessel

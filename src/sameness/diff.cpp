@@ -92,12 +92,13 @@ class Comparison {
   Verdict verdict() const {
     if (!has_loose_values(a_, b_) || !has_loose_values(b_, a_)) return Verdict::different;
     const bool with_copies = !owners_a_.has_too_many() && !owners_b_.has_too_many();
-    const Graph graph_a(a_.instances, a_.fingerprints, a_.order,
-                        with_copies ? &owners_a_ : nullptr);
-    const Graph graph_b(b_.instances, b_.fingerprints, b_.order,
-                        with_copies ? &owners_b_ : nullptr);
-    return compare(graph_a, graph_b, colours_of(graph_a, a_.fingerprints.structure),
-                   colours_of(graph_b, b_.fingerprints.structure));
+    Graph graph_a(a_.instances, a_.fingerprints, a_.order, with_copies ? &owners_a_ : nullptr);
+    const Column<std::uint64_t> colours_a = colours_of(graph_a, a_.fingerprints.structure);
+    graph_a.forget_users();  // Colours nearly always tell all.
+    Graph graph_b(b_.instances, b_.fingerprints, b_.order, with_copies ? &owners_b_ : nullptr);
+    const Column<std::uint64_t> colours_b = colours_of(graph_b, b_.fingerprints.structure);
+    graph_b.forget_users();
+    return compare(graph_a, graph_b, colours_a, colours_b);
   }
 
   const Owners& owners_a() const { return owners_a_; }

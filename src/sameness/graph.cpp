@@ -148,10 +148,16 @@ Graph::Graph(const Instances& instances, const Fingerprints& fingerprints, const
     for (const Edge& edge : edges) references_.push_back(edge);
     reference_ends_.push_back(references_.size());
   }
-  invert();
+  find_users();
 }
 
-void Graph::invert() {
+void Graph::forget_users() {
+  users_ = {};
+  user_ends_ = {};
+}
+
+void Graph::find_users() {
+  if (!user_ends_.empty()) return;
   user_ends_ = Column<std::uint64_t>(std::size_t{size()} + 1);
   for (const Edge& edge : references_) ++user_ends_[edge.node + 1];
   for (Node node = 0; node < size(); ++node) user_ends_[node + 1] += user_ends_[node];

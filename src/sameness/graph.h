@@ -57,9 +57,13 @@ class Graph {
   std::span<const Edge> references(Node node) const {
     return part(references_, reference_ends_, node);
   }
-  /// Who refers to it.
+  /// Who refers to it, unless that was forgotten.
   std::span<const Edge> users(Node node) const { return part(users_, user_ends_, node); }
   std::uint64_t edge_count() const { return references_.size(); }
+
+  /// Frees what users() looks at, and makes it again.
+  void forget_users();
+  void find_users();
 
   /// The circles, ascending.
   const std::vector<Circle>& circles() const { return circles_; }
@@ -72,8 +76,6 @@ class Graph {
     return edges.part(static_cast<std::size_t>(node == 0 ? 0 : ends[node - 1]),
                       static_cast<std::size_t>(ends[node]));
   }
-
-  void invert();
 
   Column<Index> records_;
   Column<std::uint64_t> texts_;

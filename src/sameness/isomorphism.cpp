@@ -120,7 +120,7 @@ bool is_isomorphism(const Partition& partition, const Graph& a, const Graph& b) 
 
 }  // namespace
 
-Verdict compare(const Graph& a, const Graph& b, const Column<std::uint64_t>& colours_a,
+Verdict compare(Graph& a, Graph& b, const Column<std::uint64_t>& colours_a,
                 const Column<std::uint64_t>& colours_b) {
   if (a.size() != b.size() || a.edge_count() != b.edge_count()) return Verdict::different;
   Partition partition(a, b);
@@ -129,6 +129,8 @@ Verdict compare(const Graph& a, const Graph& b, const Column<std::uint64_t>& col
   for (Node node = 0; node < a.size() && is_paired; ++node)
     is_paired = partition.is_single(A, node);
   if (!is_paired) {
+    a.find_users();
+    b.find_users();
     if (!partition.refine()) return Verdict::different;
     constexpr std::uint64_t MOST_WORK_PER_EDGE = 64;
     const std::uint64_t most_work =

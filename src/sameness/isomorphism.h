@@ -17,8 +17,9 @@ enum class Verdict : std::uint8_t {
 
 /// Compares two graphs. Nodes correspond whose texts are equal, and all of whose references and
 /// users correspond with equal labels. About linear in the edges; what is symmetrical is tried out
-/// piece by piece.
-Verdict compare(const Graph& a, const Graph& b, const Column<std::uint64_t>& colours_a,
+/// piece by piece. The graphs may have forgotten users, who are found again where colours leave
+/// something open.
+Verdict compare(Graph& a, Graph& b, const Column<std::uint64_t>& colours_a,
                 const Column<std::uint64_t>& colours_b);
 
 /// A colour for each node: what its record says with all below it (`structure`), and then who uses

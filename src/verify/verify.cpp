@@ -153,18 +153,31 @@ class SplitCheck {
     check_stand_ins(*joining_, findings_);
   }
 
-  /// What is written into the joined file is compared with the input there.
+  /// How many references of a record lead nowhere.
+  std::size_t missing_references(std::size_t file, Index record) const {
+    const auto references = joining_->files()[file].instances.references(record);
+    return static_cast<std::size_t>(
+        std::count_if(references.begin(), references.end(),
+                      [](Reference reference) { return reference.record() == NO_RECORD; }));
+  }
+
+  /// What is written into the joined file is compared with the input there, and what stands for
+  /// such a record may lead nowhere as that does.
   void check_references(std::size_t i) {
     const JoinedFile& file = joining_->files()[i];
     if (file.instances.missing_references() == 0) return;
+    const Records& records = joining_->records();
     findings_.begin_file(file.name);
     for (Index record = 0; record < file.instances.size(); ++record) {
-      const auto references = file.instances.references(record);
-      const bool misses =
-          std::any_of(references.begin(), references.end(),
-                      [](Reference reference) { return reference.record() == NO_RECORD; });
-      if (!misses || file.instances.type(record) == TypeTable::REPEATED) continue;
-      if (joining_->records().is_written(joining_->records().node(i, record))) continue;
+      const std::size_t missing = missing_references(i, record);
+      if (missing == 0 || file.instances.type(record) == TypeTable::REPEATED) continue;
+      const Node node = records.node(i, record);
+      const Node text = records.text_of(node);
+      if (records.is_written(node)) continue;
+      if (text != node &&
+          missing <= missing_references(records.file_of(text), records.index_of(text))) {
+        continue;
+      }
       const std::uint64_t number = file.instances.number(record);
       findings_.add(make_finding(
           FindingKind::unresolved_reference,

@@ -72,6 +72,21 @@ TEST_F(JoinCommand, WarningsGoToStandardErrorWithTheirFile) {
          "taken. Undo the change in one of them if it is the wrong one.\n");
 }
 
+TEST_F(JoinCommand, WhatStandsForSomethingThatIsNotThereIsMentioned) {
+  std::string part = read_file("parts/part.stp");
+  for (const char* const number : {"20", "21", "22", "23", "24", "25", "26", "30"}) {
+    part.replace(part.find(std::string("/*") + number + "*/") + 2, 1, "9");
+  }
+  folder_.write("parts/part.stp", part);
+  const ProcessRun run = run_velkstep({"join", "parts/root.stp", "-o", "one.stp"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.errors,
+            "parts/root.stp: warning: #16 stands for a record that no file holds; it is taken "
+            "itself. Put the file that holds it beside the others, and join again.\n"
+            "parts/part.stp: warning: #11 says something else than its copy in another file, which "
+            "is taken. Undo the change in one of them if it is the wrong one.\n");
+}
+
 TEST_F(JoinCommand, MissingFiles) {
   fs::remove("parts/part.stp");
   expect({"parts/root.stp", "-o", "one.stp"}, 1, "",

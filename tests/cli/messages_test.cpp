@@ -1,5 +1,6 @@
 // What commands say when something is wrong: each message names its file, and says what to do next.
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -14,6 +15,7 @@
 #include "kessel/finding.h"
 #include "splitter/small_inputs.h"
 #include "support/scratch_folder.h"
+#include "support/shell.h"
 
 namespace Kessel::test {
 namespace {
@@ -349,21 +351,6 @@ INSTANTIATE_TEST_SUITE_P(
                 " Name the root's file in place of the folder."}));
 
 INSTANTIATE_TEST_SUITE_P(
-    Limits, EachMessage,
-    testing::Values(Message{{},
-                            {"split", "--memory-limit=300", "good.stp", "-o", "new"},
-                            1,
-                            "good.stp",
-                            "The records need at least 727 bytes of memory, and the limit is 300.",
-                            " With a larger --memory-limit, or without, it is read."},
-                    Message{{},
-                            {"join", "--memory-limit=300", "good.stp", "-o", "new"},
-                            1,
-                            "good.stp",
-                            "The records need at least 727 bytes of memory, and the limit is 300.",
-                            " With a larger --memory-limit, or without, it is read."}));
-
-INSTANTIATE_TEST_SUITE_P(
     ClassicSplits, EachMessage,
     testing::Values(
         Message{{{"in.stp", "ISO-10303-21;\nHEADER;\n"}},
@@ -544,6 +531,74 @@ TEST_F(Messages, StandardStreamsAndTemporaryFiles) {
   expect_line({"split", "-n", "good.stp"}, 1, "good.stp" + no_file, no_folder);
 }
 
+TEST_F(Messages, LimitsOfTheSystem) {
+  if (fs::exists("/dev/full")) {
+    expect_line({"tree", "good.stp", "good.stp"}, 1,
+                "standard output: cannot be written: No space left on device; make room, or name a "
+                "place on another disk",
+                {.standard_output = "/dev/full"});
+  }
+  expect_line({"tree", "-"}, 1,
+              "standard input: the temporary file cannot be written: File too large; TMPDIR names "
+              "another folder for it",
+              {.standard_input = "good.stp", .most_file_bytes = 300});
+  expect_line(
+      {"report", "good.stp", "-o", "new"}, 1,
+      "new/report.html: cannot be written: File too large; raise the limit of sizes (ulimit "
+      "-f), or name another disk",
+      {.most_file_bytes = 20'000});
+  expect_line(
+      {"check", "good.stp", "parts/lid.stp"}, 1,
+      "good.stp: no process can be started for it: Too many open files; -j 1 starts fewer at "
+      "once",
+      {.most_files = 4});
+}
+
+TEST_F(Messages, MemoryLimits) {
+  const std::string next = " With a larger --memory-limit, or without, it is read\\.\n";
+  for (const char* command : {"split", "report", "join", "shrink", "picture"}) {
+    const ProcessRun run = run_velkstep({command, "--memory-limit=300", "good.stp", "-o", "new"});
+    EXPECT_EQ(run.exit_code, 1);
+    EXPECT_THAT(run.errors, testing::MatchesRegex(
+                                "velkstep: good.stp: The records need at least [0-9]+ bytes of "
+                                "memory, and the limit is 300\\." +
+                                next));
+  }
+  // Somewhere there is room for the records, but not for their geometry.
+  std::set<std::string> said;
+  for (int limit = 600; limit < 20'000; limit += 100) {
+    const std::string size = std::to_string(limit);
+    const ProcessRun run =
+        run_velkstep({"picture", "--memory-limit", size, "good.stp", "-o", "new"});
+    if (run.exit_code == 0) break;
+    std::string errors = run.errors;
+    said.insert(errors.replace(errors.rfind(size), size.size(), "N"));
+  }
+  EXPECT_TRUE(said.contains(
+      "velkstep: good.stp: The records and their geometry need more memory than the limit of N "
+      "bytes. With a larger --memory-limit, or without, it is read.\n"))
+      << testing::PrintToString(said);
+}
+
+TEST_F(Messages, FileThatMayNotBeRead) {
+  fs::permissions("good.stp", fs::perms::none);
+  for (const char* command : {"tree", "info"}) {
+    expect_line(
+        {command, "good.stp"}, 1,
+        "good.stp: The file cannot be opened: Permission denied. Check who may read it, and "
+        "the disk that it is on.",
+        {.minds_permissions = true});
+  }
+}
+
+TEST_F(Messages, WorkingDirectoryThatIsGone) {
+  const ShellRun run = run_in_shell("mkdir gone && cd gone && rmdir ../gone && '" VELKSTEP_COMMAND
+                                    "' tree - < ../good.stp 2>&1");
+  EXPECT_EQ(run.out,
+            "velkstep: standard input: the working directory: No such file or directory; go to "
+            "another\n");
+}
+
 TEST_F(Messages, FolderInWhichAnotherProcessPublishes) {
   const int folder = ::open("parts", O_RDONLY | O_CLOEXEC);
   ASSERT_EQ(::flock(folder, LOCK_EX), 0);
@@ -593,6 +648,14 @@ TEST_F(Messages, NoticesNameTheirFile) {
        {"join", "--allow-missing", "in/a.stp", "-o", "4"},
        "in/a.stp:20:1: warning: The file \"b.stp\" that is referred to is not there. Put it there, "
        "and join again, to have it in the result."},
+      {{{"in/b.stp", with_schema(exchange_file(LID), "OTHER")}},
+       {"join", "--allow-mixed-schemas", "in/a.stp", "-qo", "10"},
+       ""},
+      {{},
+       {"join", "--allow-mixed-schemas", "in/a.stp", "-o", "11"},
+       "in/b.stp: warning: The file obeys the schema \"OTHER\", the root \"AUTOMOTIVE_DESIGN\". "
+       "Try "
+       "the result in the program that is to read it."},
       {{{"lid.stp", exchange_file(LID)}},
        {"split", "lid.stp", "-o", "5"},
        "velkstep: lid.stp: holds one part only; 5/lid.stp is a copy of it"},

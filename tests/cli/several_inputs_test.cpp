@@ -217,17 +217,22 @@ TEST_F(SeveralInputs, SignalToStopEndsAllAndUndoesWhatIsNotFinished) {
 TEST_F(SeveralInputs, ProcessThatTheSystemEndsIsOneFailure) {
   ASSERT_EQ(::mkfifo("pipe.stp", 0600), 0);
   const int keeps_pipe_open = ::open("pipe.stp", O_RDWR | O_CLOEXEC);
-  const ShellRun run =
-      run_in_shell("'" VELKSTEP_COMMAND
-                   "' check -j2 box.stp pipe.stp again.step 2>&1 & "
-                   "until [ \"$killed\" ]; do for child in $(cat /proc/$!/task/$!/children); do "
-                   "if ls -l /proc/$child/fd 2> /dev/null | grep -q pipe.stp; then "
-                   "kill -KILL $child; killed=yes; fi; done; sleep 0.02; done; wait $!");
+  const std::pair<std::string, std::string> SIGNALS[] = {
+      {"KILL", "Killed; with -j 1 it has all the memory for itself"},
+      {"USR1", "User defined signal 1; run it alone to see more"}};
+  for (const auto& [signal, words] : SIGNALS) {
+    const ShellRun run =
+        run_in_shell("'" VELKSTEP_COMMAND
+                     "' check -j2 box.stp pipe.stp again.step 2>&1 & "
+                     "until [ \"$killed\" ]; do for child in $(cat /proc/$!/task/$!/children); do "
+                     "if ls -l /proc/$child/fd 2> /dev/null | grep -q pipe.stp; then "
+                     "kill -" +
+                     signal + " $child; killed=yes; fi; done; sleep 0.02; done; wait $!");
+    EXPECT_EQ(WEXITSTATUS(run.status), 1);
+    EXPECT_EQ(run.out, "velkstep: pipe.stp: was ended by the system: " + words +
+                           "\nvelkstep: 3 inputs: 2 done, 1 failed\n");
+  }
   ::close(keeps_pipe_open);
-  EXPECT_EQ(WEXITSTATUS(run.status), 1);
-  EXPECT_EQ(run.out,
-            "velkstep: pipe.stp: was ended by the system: Killed; with -j 1 it has all the memory "
-            "for itself\nvelkstep: 3 inputs: 2 done, 1 failed\n");
 }
 
 }  // namespace

@@ -22,6 +22,12 @@ TEST(JoinByMarks, RecordsOfOneNumberBecomeOne) {
   EXPECT_TRUE(folder.joined().warnings.empty());
 }
 
+TEST(JoinByMarks, WhatStandsBehindANumberWithoutAnEqualsSignIsNoPartOfIt) {
+  JoinedFolder folder;
+  folder.file("root.stp", "#7 6A('x');\n#8=B(#7);\n");
+  EXPECT_EQ(folder.data(), "#1 6A('x');\n#2=B(#1);\n");
+}
+
 TEST(JoinByMarks, WholeFile) {
   JoinedFolder folder;
   folder.file("root.stp", MARKED_ROOT);

@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "exchange/lexer.h"
 #include "join/joining.h"
 #include "kessel/join.h"
 #include "sameness/compared_file.h"
@@ -26,10 +28,22 @@ struct RecordSeen {
   bool operator==(const RecordSeen&) const = default;
 };
 
+/// The words of a text; names of instances that are not there are all alike.
+inline std::string words_of(const Instances& instances, std::string_view text) {
+  std::string words;
+  Exchange::Lexer lexer(text);
+  for (auto word = lexer.next(); word.kind != Exchange::WordKind::end; word = lexer.next()) {
+    const bool is_missing = word.kind == Exchange::WordKind::instance &&
+                            instances.find(Exchange::number_in(word.text)) == NO_RECORD;
+    words.append(is_missing ? std::string_view("#") : word.text).append(" ");
+  }
+  return words;
+}
+
 inline RecordSeen seen(const Sameness::ComparedFile& file, Index record) {
   const Instances& instances = file.instances;
   RecordSeen seen{std::string(instances.types().name(instances.type(record))),
-                  std::string(instances.kept_body(record)),
+                  words_of(instances, instances.kept_body(record)),
                   {},
                   {},
                   file.fingerprints.text[record],

@@ -107,13 +107,14 @@ def test_verify_is_what_the_command_prints(lamp, assembly, tmp_path):
     whole = velkstep.verify(lamp, tmp_path, lambda stage, *_: stages.add(stage))
     assert whole["findings"] == [] and whole["files"] > 1
     assert stages == {"reading", "sorting"}
-    found = velkstep.verify(assembly, tmp_path)
-    assert None in {finding["file"] for finding in found["findings"]}
-    shown = subprocess.run(
-        [COMMAND, "verify", "--json", assembly, tmp_path], capture_output=True
-    )
-    assert shown.returncode == 1
-    assert found == json.loads(shown.stdout)
+    for source, file in ((assembly, "Desk lamp.stp"), ("missing.stp", None)):
+        found = velkstep.verify(source, tmp_path)
+        assert file in {finding["file"] for finding in found["findings"]}
+        shown = subprocess.run(
+            [COMMAND, "verify", "--json", source, tmp_path], capture_output=True
+        )
+        assert shown.returncode == 1
+        assert found == json.loads(shown.stdout)
 
 
 def test_join_of_one_file_says_the_same(lamp, tmp_path):

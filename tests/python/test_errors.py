@@ -1,6 +1,7 @@
 """Errors of the library as exceptions."""
 
 import errno
+import gzip
 import pickle
 import subprocess
 import sys
@@ -68,6 +69,14 @@ def test_finding_of_the_whole_file():
     assert caught.value.sentence == "The file is empty."
     assert str(caught.value) == "empty.stp: The file is empty."
     assert not Path("out").exists()
+
+
+def test_compressed_input_is_not_read(assembly):
+    Path("joint.stp.gz").write_bytes(gzip.compress(assembly.read_bytes()))
+    with pytest.raises(velkstep.InputError) as caught:
+        velkstep.tree("joint.stp.gz")
+    assert caught.value.kind == "compressed"
+    assert str(caught.value) == "joint.stp.gz: The file is compressed (gzip); unpack it first."
 
 
 def test_finding_in_a_line():

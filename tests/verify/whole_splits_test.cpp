@@ -58,5 +58,15 @@ TEST_F(WholeSplit, ReferencesThatLeadNowhereInTheInputDoSoInTheSplit) {
   EXPECT_EQ(found(), FoundLines());
 }
 
+TEST_F(WholeSplit, WhatStandsForARecordMayLeadNowhereAsThatDoes) {
+  std::string text = INPUT;
+  text.replace(text.find("(#16,#20),#2)"), 13, "(#16,#20),#99)");
+  folder_.write("in.stp", whole_file(text));
+  replace("root.stp", "#16=SHAPE_REPRESENTATION('',(#17),#2)",
+          "#16=SHAPE_REPRESENTATION('',(#17),#99)");
+  replace("part.stp", "(#9,#10),#2)", "(#9,#10),#99)");
+  EXPECT_EQ(found(), FoundLines());
+}
+
 }  // namespace
 }  // namespace Kessel::test

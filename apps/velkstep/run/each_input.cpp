@@ -126,6 +126,8 @@ int for_each_input(const EachInput& each, const std::function<int(std::size_t)>&
   if (each.inputs.size() == 1) return run(0);
   try {
     return run_all(each, run);
+  } catch (const NotStarted& error) {
+    return fail(shown_name(each.inputs[error.job()]), error.what());
   } catch (const NotPrinted& error) {
     return fail_to_print(error.code());
   }

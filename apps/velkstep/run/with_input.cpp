@@ -66,7 +66,9 @@ int fail_to_print(std::error_code reason) {
 std::string reason_of(const std::exception& error) {
   if (const auto* of_file = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
     const std::string path = of_file->path1().string();
-    return path + (path.empty() ? "" : ": ") + reason_with_advice(of_file->code());
+    if (path.empty())
+      return "the working directory: " + of_file->code().message() + "; go to another";
+    return path + ": " + reason_with_advice(of_file->code());
   }
   const auto* of_system = dynamic_cast<const std::system_error*>(&error);
   const bool is_memory = dynamic_cast<const std::bad_alloc*>(&error) != nullptr ||

@@ -13,7 +13,6 @@
 #include <cstdio>
 #include <iostream>
 #include <map>
-#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -26,16 +25,11 @@ namespace Velkstep {
 
 namespace {
 
-std::runtime_error system_failure() {
-  return std::runtime_error("no process can be started for one of the inputs: " +
-                            std::system_category().message(errno) + "; -j 1 starts fewer at once");
-}
-
 /// A file in memory that takes what a process prints.
 class Print {
  public:
-  Print() : file_(::memfd_create("velkstep", MFD_CLOEXEC)) {
-    if (file_.number() < 0) throw system_failure();
+  explicit Print(std::size_t job) : file_(::memfd_create("velkstep", MFD_CLOEXEC)) {
+    if (file_.number() < 0) throw NotStarted(job, errno);
   }
   int number() const { return file_.number(); }
 
@@ -56,8 +50,10 @@ class Print {
 
 /// The process of a job. It holds one end of a pipe as long as it lives.
 struct Process {
+  explicit Process(std::size_t of_job) : job(of_job), out(of_job), errors(of_job) {}
+
   pid_t number = 0;
-  std::size_t job = 0;
+  std::size_t job;
   Descriptor life;
   Print out;
   Print errors;
@@ -86,14 +82,13 @@ struct Process {
 
 Process start(const Jobs& jobs, std::size_t job) {
   std::array<int, 2> ends;
-  if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw system_failure();
-  Process process;
-  process.job = job;
+  if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw NotStarted(job, errno);
+  Process process(job);
   process.life = Descriptor(ends[0]);
   const Descriptor lives(ends[1]);
   const pid_t parent = ::getpid();
   process.number = ::fork();
-  if (process.number < 0) throw system_failure();
+  if (process.number < 0) throw NotStarted(job, errno);
   if (process.number == 0) become(jobs, process, parent);
   return process;
 }
@@ -181,6 +176,11 @@ class Crew {
 };
 
 }  // namespace
+
+NotStarted::NotStarted(std::size_t job, int reason)
+    : std::runtime_error("no process can be started for it: " +
+                         std::system_category().message(reason) + "; -j 1 starts fewer at once"),
+      job_(job) {}
 
 void run_side_by_side(const Jobs& jobs) {
   hold_interruptions();

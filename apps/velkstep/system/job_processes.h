@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 namespace Velkstep {
@@ -28,10 +29,20 @@ struct Jobs {
   std::function<void(std::size_t done)> progress;
 };
 
+/// The system has no room for the process of a job.
+class NotStarted : public std::runtime_error {
+ public:
+  /// `what()` says why, and what can be done.
+  NotStarted(std::size_t job, int reason);
+  std::size_t job() const { return job_; }
+
+ private:
+  std::size_t job_;
+};
+
 /// Runs all jobs. Forks, so the caller has no other thread. Throws `Interrupted` when the command
 /// is asked to stop, and what `ended` throws; by then the processes of all jobs have been asked to
-/// stop and have ended. Throws `std::system_error` where the system has no room for another
-/// process.
+/// stop and have ended. Throws NotStarted.
 void run_side_by_side(const Jobs& jobs);
 
 }  // namespace Velkstep
