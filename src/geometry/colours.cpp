@@ -101,6 +101,15 @@ StyleTable::StyleTable(const GeometryRecords& records) : records_(records), hidd
   }
 }
 
+std::uint64_t StyleTable::bytes() const {
+  constexpr std::uint64_t NODE = 48;  // of a table, with its share of the buckets
+  std::uint64_t sum = NODE * (items_.size() + styles_.size() + hidden_.size());
+  for (const ContextStyle& style : contexts_) {
+    sum += sizeof style + style.placements.capacity() * sizeof(Index);
+  }
+  return sum;
+}
+
 StyleColours StyleTable::of(Index item) const {
   const auto found = items_.find(item);
   return found == items_.end() ? StyleColours() : found->second;

@@ -41,6 +41,9 @@ class StyleTable {
   /// component has that colour, or is hidden.
   const std::vector<ContextStyle>& in_contexts() const { return contexts_; }
 
+  /// Bytes that all this takes, about.
+  std::uint64_t bytes() const;
+
   /// Whether an item or a representation is not to be seen.
   bool hides(Index item) const { return hidden_.has(item); }
 

@@ -39,6 +39,8 @@ std::vector<DrawnPart> draw_products(const GeometryRecords& records, const Produ
                                      const std::function<void(std::size_t)>& done) {
   const Owners owners(products);
   const StyleTable styles(records);
+  if (styles.bytes() > most_bytes) throw NoRoom();
+  most_bytes -= styles.bytes();
   UnitTable units(records.instances());
   Budget budget(budget_for(records, options));
   ComponentPlacement placement(records, owners, units);

@@ -15,6 +15,7 @@ class HiddenItems {
 
   /// Whether an item, a representation or what gives it a style is hidden.
   bool has(Index record) const { return !hidden_.empty() && hidden_.contains(record); }
+  std::size_t size() const { return hidden_.size(); }
 
  private:
   void hide(const GeometryRecords& records, Index record);

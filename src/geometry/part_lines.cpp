@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <unordered_map>
 #include <utility>
 
 #include "geometry/edges.h"
@@ -57,6 +58,7 @@ struct PartLines::Place {
   };
   std::vector<Setting> settings;  // one per root
   std::vector<Index> way;         // the mapped representations that lead here
+  bool is_mapped = false;         // by an item: it may be shown again, elsewhere
 
   void add(Index record, const Colour& colour, const Frame& frame,
            const RepresentationUnits& units) {
@@ -83,6 +85,31 @@ struct PartLines::Pass {
   TriangleMesh mesh;
   std::vector<const ShownItem*> mesh_items;
   CoordinateLists lists;
+
+  /// The line of an item in its representation's coordinates, and what it was traced with.
+  struct TracedLine {
+    Points points;
+    double chord = 0;
+    double angle = 0;
+
+    std::uint64_t bytes() const { return NODE + sizeof *this + points.capacity() * sizeof(Vector); }
+  };
+  /// What a mapped item does, where lengths of what it maps are `unit` times those around it.
+  struct KnownMapping {
+    Mapping mapping;
+    Frame frame;
+    double unit = 0;
+  };
+  static constexpr std::uint64_t NODE = 32;  // of a table, with its share of the buckets
+  // What was read of mapped representations, for the next time that they are shown.
+  std::unordered_map<Index, TracedLine> traced;
+  std::unordered_map<Index, KnownMapping> mappings;
+  std::uint64_t traced_bytes = 0;
+
+  std::uint64_t bytes() const {
+    return item_bytes + pieces.bytes() + mesh.bytes() + lists.bytes() + traced_bytes +
+           mappings.size() * (NODE + sizeof(KnownMapping));
+  }
 };
 
 PartLines::PartLines(const GeometryRecords& records, const Owners& owners, const StyleTable& styles,
@@ -134,15 +161,21 @@ void PartLines::draw(ProductId product, DrawnPart& part) {
   bytes_left_ -= bytes_of(part);
 }
 
+std::uint64_t PartLines::taken_bytes(const Pass& pass) const {
+  return bytes_of(*pass.part) + pass.bytes();
+}
+
+void PartLines::require_room(const Pass& pass) const {
+  if (taken_bytes(pass) > bytes_left_) throw NoRoom();
+}
+
 /// For one more line in the part that is drawn.
 void PartLines::make_room(Pass& pass, std::size_t points) const {
   DrawnPart& part = *pass.part;
-  const std::uint64_t taken = bytes_of(part) + pass.item_bytes;
-  if (taken > bytes_left_) throw NoRoom();
-  grow(part.points, points, bytes_left_ - taken);
-  const std::uint64_t with_points = bytes_of(part) + pass.item_bytes;
-  if (with_points > bytes_left_) throw NoRoom();
-  grow(part.lines, 1, bytes_left_ - with_points);
+  require_room(pass);
+  grow(part.points, points, bytes_left_ - taken_bytes(pass));
+  require_room(pass);
+  grow(part.lines, 1, bytes_left_ - taken_bytes(pass));
 }
 
 void PartLines::draw_all(Pass& pass) {
@@ -201,19 +234,12 @@ void PartLines::draw_place(const Place& place, Pass& pass) {
 }
 
 void PartLines::draw_item(const ShownItem& item, const Place& place, Pass& pass) {
-  const Place::Setting& setting = place.settings[item.root];
-  const Fineness fineness{pass.chord / setting.stretch, &budget_};
-  const CurveReading reading{records_, setting.units.angle, fineness};
-  scratch_.clear();
   switch (item.role) {
     case Role::edge:
-      if (!trace_edge(reading, item.record, scratch_)) pass.has_curves = true;
-      return add_line(item, scratch_, place, pass);
     case Role::curve:
-      pass.has_curves = true;
-      trace_curve(reading, item.record, scratch_);
-      return add_line(item, scratch_, place, pass);
+      return add_line(item, trace(item, place, pass), place, pass);
     case Role::loop:
+      scratch_.clear();
       for (const Reference point : records_.instances().references(item.record)) {
         require(point.record() != NO_RECORD);
         scratch_.push_back(read_point(records_, point.record()));
@@ -226,11 +252,12 @@ void PartLines::draw_item(const ShownItem& item, const Place& place, Pass& pass)
       for (const Points& strip : read_strips(records_, item.record, pass.lists, budget_)) {
         draw_pieces(item, strip, place, pass);
       }
-      return;
+      return require_room(pass);
     case Role::triangles:
       if (is_drawn_exactly(item)) return;
       pass.mesh_items.push_back(&item);
-      return pass.mesh.add(records_, item.record, pass.lists, budget_);
+      pass.mesh.add(records_, item.record, pass.lists, budget_);
+      return require_room(pass);
     case Role::mapped:
       return open_mapped(item, place, pass);
     case Role::moved:
@@ -238,6 +265,36 @@ void PartLines::draw_item(const ShownItem& item, const Place& place, Pass& pass)
     default:
       return;
   }
+}
+
+/// The line of an edge or a curve in its representation's coordinates, valid until the next call.
+const Points& PartLines::trace(const ShownItem& item, const Place& place, Pass& pass) {
+  const Place::Setting& setting = place.settings[item.root];
+  const double chord = pass.chord / setting.stretch;
+  const double angle = setting.units.angle;
+  if (place.is_mapped) {
+    const auto known = pass.traced.find(item.record);
+    if (known != pass.traced.end() && known->second.chord == chord &&
+        known->second.angle == angle) {
+      budget_.spend(known->second.points.size());
+      return known->second.points;
+    }
+  }
+  scratch_.clear();
+  const CurveReading reading{records_, angle, {chord, &budget_}};
+  if (item.role == Role::edge) {
+    if (!trace_edge(reading, item.record, scratch_)) pass.has_curves = true;
+  } else {
+    pass.has_curves = true;
+    trace_curve(reading, item.record, scratch_);
+  }
+  if (place.is_mapped) {
+    Pass::TracedLine& line = pass.traced[item.record];
+    pass.traced_bytes -= line.points.empty() ? 0 : line.bytes();
+    line = {{scratch_.begin(), scratch_.end()}, chord, angle};
+    pass.traced_bytes += line.bytes();
+  }
+  return scratch_;
 }
 
 bool PartLines::is_drawn_exactly(const ShownItem& item) const {
@@ -252,17 +309,27 @@ void PartLines::open_place(Place place, Pass& pass) {
 }
 
 void PartLines::open_mapped(const ShownItem& item, const Place& place, Pass& pass) {
-  const Mapping mapping = read_mapping(records_, item.record);
+  const Place::Setting& here = place.settings[item.root];
+  auto found = pass.mappings.find(item.record);
+  if (found == pass.mappings.end()) {
+    found = pass.mappings.insert({item.record, {read_mapping(records_, item.record), {}, 0}}).first;
+  }
+  Pass::KnownMapping& known = found->second;
+  const Mapping& mapping = known.mapping;
   const ProductId mapped = owners_.of(mapping.representation);
   // What stands for a component is drawn with it.
   if (mapped != NO_PRODUCT && owners_.uses(pass.product, mapped)) return;
   const auto is_on_way = std::find(place.way.begin(), place.way.end(), mapping.representation);
   require(is_on_way == place.way.end());
-  const Place::Setting& here = place.settings[item.root];
   const RepresentationUnits units = units_.of(mapping.representation);
-  const Frame frame = after(
-      here.frame, frame_between(records_, mapping.origin, mapping.target, units.to(here.units)));
+  const double unit = units.to(here.units);
+  if (known.unit != unit) {
+    known.frame = frame_between(records_, mapping.origin, mapping.target, unit);
+    known.unit = unit;
+  }
+  const Frame frame = after(here.frame, known.frame);
   Place there;
+  there.is_mapped = true;
   there.way = place.way;
   there.way.push_back(mapping.representation);
   for (const Index representation : owners_.shown_with(mapping.representation)) {
@@ -276,6 +343,7 @@ void PartLines::open_mapped(const ShownItem& item, const Place& place, Pass& pas
 void PartLines::open_moved(const ShownItem& item, const Place& place, Pass& pass) {
   const Place::Setting& here = place.settings[item.root];
   Place there;
+  there.is_mapped = place.is_mapped;
   there.way = place.way;
   there.way.push_back(item.record);
   const Frame frame = after(here.frame, read_frame(records_, reposition_of(records_, item.record)));

@@ -33,6 +33,7 @@ class PartLines {
   void draw_all(Pass& pass);
   void draw_place(const Place& place, Pass& pass);
   void draw_item(const ShownItem& item, const Place& place, Pass& pass);
+  const Points& trace(const ShownItem& item, const Place& place, Pass& pass);
   bool is_drawn_exactly(const ShownItem& item) const;
   void open_place(Place place, Pass& pass);
   void open_mapped(const ShownItem& item, const Place& place, Pass& pass);
@@ -40,6 +41,8 @@ class PartLines {
   void draw_pieces(const ShownItem& item, const Points& points, const Place& place, Pass& pass);
   void draw_mesh(const Place& place, Pass& pass);
   void add_line(const ShownItem& item, const Points& points, const Place& place, Pass& pass);
+  std::uint64_t taken_bytes(const Pass& pass) const;
+  void require_room(const Pass& pass) const;
   void make_room(Pass& pass, std::size_t points) const;
 
   const GeometryRecords& records_;

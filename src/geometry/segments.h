@@ -18,6 +18,10 @@ class PointNumbers {
  public:
   std::uint32_t of(const Vector& point);
   const Vector& point(std::uint32_t number) const { return points_[number]; }
+  /// Bytes that all this takes, about.
+  std::uint64_t bytes() const {
+    return 56 * std::uint64_t{numbers_.size()} + points_.capacity() * sizeof(Vector);
+  }
 
  private:
   struct Hash {
@@ -43,6 +47,8 @@ class DrawnPieces {
   void draw(std::span<const Vector> points, const std::function<void(const Points&)>& draw);
 
   PointNumbers& numbers() { return numbers_; }
+  /// Bytes that all this takes, about.
+  std::uint64_t bytes() const { return numbers_.bytes() + 32 * std::uint64_t{drawn_.size()}; }
 
  private:
   PointNumbers numbers_;

@@ -87,6 +87,7 @@ const Points& CoordinateLists::of(Index list, Budget& budget) {
     };
     place->second.push_back({at(0), at(1), at(2)});
   }
+  bytes_ += place->second.capacity() * sizeof(Vector);
   return place->second;
 }
 
@@ -112,6 +113,12 @@ std::vector<Points> read_strips(const GeometryRecords& records, Index record,
     }
   }
   return strips;
+}
+
+std::uint64_t TriangleMesh::bytes() const {
+  constexpr std::uint64_t NODE = 48;  // of a table, with its share of the buckets
+  return faces_.capacity() * sizeof(Index) + numbers_.bytes() + NODE * places_.size() +
+         pieces_.capacity() * sizeof(std::uint64_t) + borders_.capacity() * sizeof(Border);
 }
 
 void TriangleMesh::add(const GeometryRecords& records, Index record, CoordinateLists& lists,

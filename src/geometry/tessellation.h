@@ -28,11 +28,13 @@ class CoordinateLists {
   explicit CoordinateLists(const GeometryRecords& records) : records_(records) {}
 
   const Points& of(Index list, Budget& budget);
-  void clear() { lists_.clear(); }
+  /// Bytes that they take.
+  std::uint64_t bytes() const { return bytes_; }
 
  private:
   const GeometryRecords& records_;
   std::unordered_map<Index, Points> lists_;
+  std::uint64_t bytes_ = 0;
 };
 
 /// The lines of a tessellated edge or curve set.
@@ -43,6 +45,8 @@ std::vector<Points> read_strips(const GeometryRecords& records, Index record,
 class TriangleMesh {
  public:
   bool empty() const { return faces_.empty(); }
+  /// Bytes that they take, about.
+  std::uint64_t bytes() const;
 
   /// Adds the triangles of the tessellated face or surface set `record`.
   void add(const GeometryRecords& records, Index record, CoordinateLists& lists, Budget& budget);

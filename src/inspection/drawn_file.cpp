@@ -59,6 +59,19 @@ std::uint64_t size_of(const std::filesystem::path& in) {
   return unknown ? 0 : size;
 }
 
+/// Bytes of what is known of the parts.
+std::uint64_t bytes_of(const Assembly& assembly) {
+  std::uint64_t sum = 0;
+  for (const PartInfo& part : assembly.parts) {
+    sum += sizeof part + (part.components.capacity() + part.used_in.capacity()) * sizeof(PartUse);
+    for (const std::string* text : {&part.id, &part.name, &part.description, &part.external_file}) {
+      sum += text->capacity();
+    }
+    sum += part.file.native().capacity() * sizeof(std::filesystem::path::value_type);
+  }
+  return sum;
+}
+
 /// A generated root has its tops where they are, and the unit of the first one.
 DrawnPart draw_generated_root(const Products& products, const std::vector<DrawnPart>& parts) {
   DrawnPart root;
@@ -72,7 +85,7 @@ DrawnPart draw_generated_root(const Products& products, const std::vector<DrawnP
     component.part = top;
     if (drawn.unit_metres <= 0) continue;
     const double scale = drawn.unit_metres / root.unit_metres;
-    for (const std::size_t i : {0, 5, 10}) component.matrix.rows[i] = scale;
+    for (std::size_t i = 0; i < 12; i += 5) component.matrix.rows[i] = scale;
   }
   return root;
 }
@@ -100,7 +113,9 @@ void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fine
   file.names_of_others.insert(file.names_of_others.end(), others.begin(), others.end());
   drawing.assembly = assembly_of(file, options);
   const std::size_t count = file.products.products.size();
-  const std::uint64_t held = file.instances.bytes() + records.bytes();
+  // The products have the same texts and lists once more.
+  const std::uint64_t held =
+      file.instances.bytes() + records.bytes() + 2 * bytes_of(drawing.assembly);
   const std::uint64_t left = options.memory_limit - std::min(options.memory_limit, held);
   const auto done = [&](std::size_t parts) {
     if (options.progress) options.progress({Stage::sorting, parts, count});

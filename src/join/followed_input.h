@@ -16,8 +16,8 @@ namespace Kessel {
 class FollowedInput {
  public:
   /// Joins them as `join` does; of the options the memory limit, the progress, the input's folder,
-  /// `readable` and `follow_outside` matter. Throws InputError as `join`, and OutputError where there is no
-  /// room.
+  /// `readable` and `follow_outside` matter. Throws InputError as `join`, and OutputError where
+  /// there is no room.
   FollowedInput(const std::filesystem::path& in, const Options& options);
 
   const std::filesystem::path& path() const { return fresh_.path(); }

@@ -13,28 +13,32 @@ namespace {
 constexpr std::string_view AXIS = "AXIS2_PLACEMENT_3D";
 constexpr std::string_view TRANSFORMATION = "ITEM_DEFINED_TRANSFORMATION";
 
-/// The transformations between items, by the items.
+/// Where transformations between items stand, by the items.
 class Transformations {
  public:
-  Transformations(const Instances& instances, const FileSets& stands) : stands_(stands) {
+  Transformations(const Instances& instances, const FileSets& stands) {
     for (const Index record : instances.kept_with(TRANSFORMATION)) {
       for (const Reference item : instances.references(record)) {
-        if (item.record() != NO_RECORD) of_[item.record()].push_back(record);
+        if (item.record() == NO_RECORD) continue;
+        std::vector<FileId>& files = files_of_[item.record()];
+        for (const Stand stand : stands.of(record)) {
+          // Nearly always those of one item stand in one file.
+          if (files.empty() || files.back() != stand.file()) files.push_back(stand.file());
+        }
       }
     }
+    for (auto& [item, files] : files_of_) std::sort(files.begin(), files.end());
   }
 
   /// Whether one that stands in `file` is from or to `axis`.
   bool place_by(Index axis, FileId file) const {
-    const auto found = of_.find(axis);
-    return found != of_.end() &&
-           std::any_of(found->second.begin(), found->second.end(),
-                       [&](Index record) { return stands_.has(record, file); });
+    const auto found = files_of_.find(axis);
+    return found != files_of_.end() &&
+           std::binary_search(found->second.begin(), found->second.end(), file);
   }
 
  private:
-  const FileSets& stands_;
-  std::unordered_map<Index, std::vector<Index>> of_;
+  std::unordered_map<Index, std::vector<FileId>> files_of_;
 };
 
 void sort_out(std::vector<Index>& records) {

@@ -24,9 +24,11 @@ SharedLists::SharedLists(const MentioningText& body, const Instances& instances,
         for (const Stand stand : own) kept_.push_back({stand.file(), item});
         continue;
       }
-      for (const Stand stand : placement.stands.of(listed)) {
-        if (own.size() == 1 ? own.front().file() == stand.file()
-                            : placement.stands.has(record, stand.file())) {
+      // Either may stand in very many files: a layer, or a placement that all parts share.
+      const auto other = placement.stands.of(listed);
+      const bool asks_other = own.size() <= other.size();
+      for (const Stand stand : asks_other ? own : other) {
+        if (placement.stands.has(asks_other ? listed : record, stand.file())) {
           kept_.push_back({stand.file(), item});
         }
       }

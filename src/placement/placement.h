@@ -31,7 +31,9 @@ namespace Kessel {
 // 4. Own bodies, no empty files. Lean has one file for the root and one for each part; what
 //    assemblies have of their own, bodies included, stands in the root's. Nested has a file for
 //    each product. But what no usage uses and another product shows by a mapped item has no file of
-//    its own, since no reader would come to that: it stands with all that show it.
+//    its own: it is a piece of the shape of all that show it, and stands with them. Their mapped
+//    items cannot be closed without its body (3), no usage gives it a place in the structure (5),
+//    and what refers to a file shows an empty placeholder, which those items would show then.
 // 5. Only products have files (products/products.h).
 // 6. Links. A file refers to the file of every component that it shows and that has a file of its
 //    own; the component's representation stands there as a placeholder.

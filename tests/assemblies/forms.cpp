@@ -44,6 +44,16 @@ std::string axes_of_tied_off_origin() {
   return form.text();
 }
 
+/// All parts, and the root, have one axis.
+std::string shared_axis_off_origin() {
+  FormMaker form;
+  const Ref axis = form.axis(2, 3, 4);
+  Nest nest{form.assembly("root", axis), form.assembly("sub", axis),
+            form.part("one", {10, 20, 30}, axis), form.part("two", {5, 5, 5}, axis)};
+  use_all(form, nest);
+  return form.text();
+}
+
 std::string turned_axes() {
   FormMaker form;
   Nest nest{form.assembly("root"), form.assembly("sub"),
@@ -222,6 +232,7 @@ std::vector<AssemblyForm> assembly_forms() {
       {"axes_off_origin_214", [] { return axes_off_origin("214"); }},
       {"axes_off_origin_242", [] { return axes_off_origin("242"); }},
       {"axes_of_tied_off_origin", axes_of_tied_off_origin},
+      {"shared_axis_off_origin", shared_axis_off_origin},
       {"turned_axes", turned_axes},
       {"body_beside_axis", [] { return body_beside_axis_off_origin(false); }},
       {"tied_body_beside_axis", [] { return body_beside_axis_off_origin(true); }},

@@ -231,5 +231,83 @@ TEST(AnyInput, TheMemoryLimitCountsPoints) {
   EXPECT_EQ(draw(circles, fine, {.memory_limit = 4 * needed}).parts[0].lines.size(), 20u);
 }
 
+/// The least memory limit, to a hundredth, with which `records` can be drawn.
+std::uint64_t least_limit(const std::string& records) {
+  std::uint64_t low = 0;
+  std::uint64_t high = 100'000'000;
+  while (high - low > high / 100) {
+    const std::uint64_t limit = (low + high) / 2;
+    try {
+      draw(records, {}, {.memory_limit = limit});
+      high = limit;
+    } catch (const InputError& error) {
+      EXPECT_EQ(error.finding().kind, FindingKind::memory_limit);
+      low = limit;
+    }
+  }
+  return high;
+}
+
+TEST(AnyInput, TheMemoryLimitCountsStyles) {
+  constexpr int STYLES = 20'000;
+  std::string styled = drawn_product("#20") + "#20=CARTESIAN_POINT('',(0.,0.,0.));\n" +
+                       "#21=PRESENTATION_STYLE_ASSIGNMENT((#22));\n#22=CURVE_STYLE('',$,$,#23);\n";
+  for (int i = 100; i < 100 + STYLES; ++i) {
+    const std::string item = "#" + std::to_string(i + STYLES);
+    styled += "#" + std::to_string(i) + "=STYLED_ITEM('',(#21)," + item + ");\n" + item +
+              "=CARTESIAN_POINT('',(0.,0.,0.));\n";
+  }
+  const std::uint64_t plain = least_limit(styled + "#23=COLOUR_XYZ('',1.,0.,0.);\n");
+  const std::uint64_t coloured = least_limit(styled + "#23=COLOUR_RGB('',1.,0.,0.);\n");
+  EXPECT_GT(coloured, plain + 40 * STYLES);
+}
+
+TEST(AnyInput, TheMemoryLimitCountsNamesWhereverTheyAre) {
+  // In the records, in the products, and in what is told of them.
+  constexpr std::size_t LETTERS = 2'000'000;
+  std::string named = drawn_product("#20") + "#20=CARTESIAN_POINT('',(0.,0.,0.));\n";
+  named.replace(named.find("'one'"), 5, "'" + std::string(LETTERS, 'n') + "'");
+  EXPECT_GT(least_limit(named), 3 * LETTERS);
+}
+
+/// A square of so many squares, of two triangles each, as a part's only item.
+std::string mesh_of(std::size_t side) {
+  std::string points;
+  std::string triangles;
+  const auto corner = [&](std::size_t x, std::size_t y) {
+    return std::to_string(1 + y * (side + 1) + x);
+  };
+  const auto list = [](const std::string& a, const std::string& b, const std::string& c) {
+    return "(" + a + "," + b + "," + c + "),";
+  };
+  for (std::size_t y = 0; y <= side; ++y) {
+    for (std::size_t x = 0; x <= side; ++x) {
+      points += list(std::to_string(x) + ".", std::to_string(y) + ".", "0.");
+      if (x == side || y == side) continue;
+      triangles += list(corner(x, y), corner(x + 1, y), corner(x + 1, y + 1));
+      triangles += list(corner(x, y), corner(x + 1, y + 1), corner(x, y + 1));
+    }
+  }
+  points.pop_back();
+  triangles.pop_back();
+  return drawn_product("#20") + "#20=TRIANGULATED_SURFACE_SET('',#21," +
+         std::to_string((side + 1) * (side + 1)) + ",(),(),(" + triangles +
+         "));\n#21=COORDINATES_LIST(''," + std::to_string((side + 1) * (side + 1)) + ",(" + points +
+         "));\n";
+}
+
+TEST(AnyInput, TheMemoryLimitCountsTrianglesOfWhichNoneIsDrawn) {
+  constexpr std::size_t SIDE = 100;
+  const std::string mesh = mesh_of(SIDE);
+  const Drawing drawing = draw(mesh);
+  ASSERT_EQ(drawing.parts[0].dropped, 0u);
+  EXPECT_EQ(drawing.parts[0].box.high, (Point3{SIDE, SIDE, 0}));
+  EXPECT_LT(drawing.parts[0].points.size(), 1000u);
+  // The text, the points twice, and three pieces for each square.
+  constexpr std::size_t LEAST_OF_A_PIECE = 48;
+  EXPECT_GT(least_limit(mesh),
+            mesh.size() + 2 * SIDE * SIDE * sizeof(Point3) + 3 * SIDE * SIDE * LEAST_OF_A_PIECE);
+}
+
 }  // namespace
 }  // namespace Kessel::test

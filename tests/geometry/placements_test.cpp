@@ -170,6 +170,24 @@ TEST(MappedItems, OfNoUsageAreOwnLinesAtTheirPlace) {
   EXPECT_EQ(part.lines[0].record, 108u);
 }
 
+TEST(MappedItems, AreDrawnAsFinelyAsTheyAreLarge) {
+  const Drawing drawing =
+      draw(drawn_product("#205,#207,#209") +
+           "#205=MAPPED_ITEM('',#206,#31);\n#206=REPRESENTATION_MAP(#31,#300);\n"
+           "#207=MAPPED_ITEM('',#206,#208);\n#209=MAPPED_ITEM('',#206,#31);\n"
+           "#208=CARTESIAN_TRANSFORMATION_OPERATOR_3D('','','',$,$,#21,100.,$);\n"
+           "#300=SHAPE_REPRESENTATION('',(#301),#7);\n#301=GEOMETRIC_CURVE_SET('',(#302));\n"
+           "#302=CIRCLE('',#31,1.);\n#31=AXIS2_PLACEMENT_3D('',#21,$,$);\n"
+           "#21=CARTESIAN_POINT('',(0.,0.,0.));\n");
+  const DrawnPart& part = drawing.parts.at(0);
+  EXPECT_EQ(part.dropped, 0u);
+  ASSERT_EQ(part.lines.size(), 3u);
+  EXPECT_NEAR(length_of(part, part.lines[1]), 200 * PI, 0.01 * 200 * PI);
+  EXPECT_GT(part.lines[1].count, 2 * part.lines[0].count);
+  EXPECT_EQ(part.lines[2].count, part.lines[0].count);
+  EXPECT_EQ(part.box.high, (Point3{100, 100, 0}));
+}
+
 TEST(MappedItems, ThatGoInACircleEnd) {
   const Drawing drawing =
       draw(drawn_product("#205,#20") +

@@ -173,6 +173,15 @@ class Browser:
             self.send("Input.dispatchTouchEvent", type=kind, touchPoints=points)
         self.settle()
 
+    def pinch(self, selector, before, after):
+        """Two fingers that move from one distance to another."""
+        x, y = self.middle_of(selector)
+        for kind, gap in (("touchStart", before), ("touchMove", after), ("touchEnd", None)):
+            points = [] if gap is None else [{"x": x - gap / 2, "y": y, "id": 0},
+                                             {"x": x + gap / 2, "y": y, "id": 1}]
+            self.send("Input.dispatchTouchEvent", type=kind, touchPoints=points)
+        self.settle()
+
     def type(self, text):
         self.send("Input.insertText", text=text)
         self.settle()

@@ -8,7 +8,7 @@ import tempfile
 import unittest
 
 from browser import Browser
-from exchange_files import copies_of, drawn_parts, exchange_file, styled_places
+from exchange_files import DrawnFile, copies_of, drawn_parts, exchange_file, styled_places
 
 VELKSTEP, EXAMPLE, CHROMIUM = sys.argv[1:4]
 SAMPLE = pathlib.Path(sys.argv[4]) / "as1-oc-214.stp" if len(sys.argv) > 4 else pathlib.Path()
@@ -298,6 +298,15 @@ class ReportPage(unittest.TestCase):
         self.value("history.replaceState(null, '', '#part=77777')")
         self.browser.reload()
         self.assertEqual(self.value(TITLE), "Desk lamp")
+        # A root that the file does not have is no record.
+        self.browser.open(self.report_of("tops", ["a", "b", "lid"], [(0, 2), (1, 2)]))
+        self.browser.click("#row-1 .name")
+        self.browser.click("#row-0 .name")
+        self.assertEqual(self.value("location.hash"), "#part=root")
+        self.value("PAGE.tree.activate(2)")
+        self.value("location.hash = '#part=root'")
+        self.browser.reload()
+        self.assertEqual(self.value(TITLE), "(generated root)")
 
     def test_the_map_is_grouped_by_assembly_and_leads_to_the_part(self):
         self.browser.open(self.lamp)
@@ -343,6 +352,12 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.value(LISTED)[:3], ["Pivot pin", "Rubber foot", "Arm beam"])
         self.assertEqual(self.value("""[...document.querySelectorAll("[aria-sort]")].map((cell) =>
           cell.ariaSort)"""), ["none", "none", "descending", "none", "none", "none"])
+        # By keys as well.
+        self.focus("[data-key=name] button")
+        self.browser.press("Enter")
+        self.assertEqual(self.value(LISTED), PARTS_OF_DESK_LAMP)
+        self.browser.click("[data-key=quantity] button")
+        self.browser.click("[data-key=quantity] button")
         # A row selects the part; a link of its own opens its file.
         self.browser.click("#line-1 .cell-name")
         self.assertEqual((self.value(TITLE), self.value("location.hash")),
@@ -502,6 +517,30 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.value("PAGE.preview.scene.copies.length"), 17)
         self.assertEqual(self.value("css_colour(PARTS[%d].colour)" % self.part("Shade")), "#c71f1a")
 
+    def test_farther_lines_are_fainter_and_fingers_zoom(self):
+        file = DrawnFile()
+        file.product("two", [file.polyline((0, y, z), (100, y, z)) for y, z in ((0, 0), (100, 50))])
+        source = self.folder / "near-and-far.stp"
+        source.write_text(file.text())
+        strengths = """(() => {
+          const {width, height, data} = PAGE.preview.raster.image;
+          const most = (from, to) => {
+            let alpha = 0;
+            for (let i = 4 * width * from + 3; i < 4 * width * to; i += 4) alpha = Math.max(alpha, data[i]);
+            return alpha;
+          };
+          return [most(0, height >> 1), most(height >> 1, height)];
+        })()"""
+        for dark in (False, True):
+            self.browser.open(self.report("near-and-far-%s" % dark, source), dark=dark)
+            self.browser.click("[data-view=front]")
+            far, near = self.value(strengths)
+            self.assertGreater(far, 40)
+            self.assertGreater(near, 2 * far)
+        zoom = self.value(CAMERA)[2]
+        self.browser.pinch("#preview canvas", 40, 80)
+        self.assertAlmostEqual(self.value(CAMERA)[2], 2 * zoom, delta=0.1)
+
     def test_places_have_the_colours_that_assemblies_give_them(self):
         source = self.folder / "styled.stp"
         source.write_text(styled_places())
@@ -534,6 +573,12 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.value("document.getElementById('divider').ariaValueNow"), "56")
         self.browser.drag("#divider", -200, 0)
         self.assertLess(self.value(width), before[0] - 50)
+        shown = self.value(height)
+        self.browser.drag("#divider-details", 0, 60)
+        self.assertAlmostEqual(self.value(height), shown + 60, delta=4)
+        # The picture takes the room that it gets.
+        self.assertEqual(self.value("[PAGE.preview.raster.width, PAGE.preview.raster.height]"), self.value(
+            "[PAGE.preview.canvas.clientWidth, PAGE.preview.canvas.clientHeight]"))
         self.focus("#tab-tree")
         for key, tab, panel in [("ArrowRight", "tab-bom", "panel-bom"),
                                 ("ArrowRight", "tab-map", "panel-map"),

@@ -41,16 +41,21 @@ function set_up_divider(id, variable, vertical, usual) {
   bar.setAttribute("aria-valuemin", least);
   bar.setAttribute("aria-valuemax", most);
   set(usual);
+  // What the pointer's place is of what is around the bar, in percent.
+  const place_of = (event) => {
+    const around = bar.parentElement.getBoundingClientRect();
+    return 100 * (vertical ? (event.clientX - around.left) / around.width
+                           : (event.clientY - around.top) / around.height);
+  };
+  let grip = 0;  // from the share to where the bar was taken
   bar.addEventListener("pointerdown", (event) => {
     bar.setPointerCapture(event.pointerId);
+    grip = place_of(event) - share;
     event.preventDefault();
     bar.focus();
   });
   bar.addEventListener("pointermove", (event) => {
-    if (!bar.hasPointerCapture(event.pointerId)) return;
-    const around = bar.parentElement.getBoundingClientRect();
-    set(vertical ? (event.clientX - around.left) / around.width * 100
-                 : (event.clientY - around.top) / around.height * 100);
+    if (bar.hasPointerCapture(event.pointerId)) set(place_of(event) - grip);
   });
   bar.addEventListener("dblclick", () => set(usual));
   bar.addEventListener("keydown", (event) => {
