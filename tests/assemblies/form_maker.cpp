@@ -145,7 +145,7 @@ Ref FormMaker::axis(double x, double y, double z) {
 Ref FormMaker::shell(const std::array<double, 3>& size, double x, bool is_closed) {
   BoxFrame frame(*this, size, x);
   std::vector<Ref> faces;
-  for (const std::size_t axis : {0, 1, 2}) {
+  for (std::size_t axis = 0; axis < 3; ++axis) {
     for (const int side : {0, 1}) faces.push_back(frame.face(axis, side));
   }
   return add((is_closed ? "CLOSED_SHELL(''," : "OPEN_SHELL('',") + list_of(faces) + ")");
