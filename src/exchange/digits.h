@@ -21,29 +21,45 @@ namespace Kessel::Exchange {
   return is_too_large ? 0 : value;
 }
 
-/// The same; at least eight bytes behind `p` can be read.
+/// One in each byte of a word: times a byte, that byte everywhere.
+inline constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
+
+/// What eight digits say, the first in the lowest byte and each without the bits of "0": they are
+/// summed up in pairs, fours and eights.
+[[gnu::always_inline]] inline std::uint64_t sum_up(std::uint64_t digits) {
+  constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
+  digits = digits * 10 + (digits >> 8);
+  return ((digits & PAIRS) * 0x000F424000000064 + ((digits >> 16) & PAIRS) * 0x0000271000000001) >>
+         32;
+}
+
+/// Takes the digits at `p`, which moves behind them, by `word`, the eight bytes there with the
+/// first in the lowest byte. Returns false, and takes none, where all eight are digits.
 ///
-/// Fast path for up to seven digits, which is nearly every number: eight bytes are taken at once,
-/// what is no digit is shifted out, and the digits are summed up in pairs, fours and eights.
+/// What is no digit is shifted out, in front of which zeros come in.
+[[gnu::always_inline]] inline bool take_short_number(std::uint64_t word, const char*& p,
+                                                     std::uint64_t& value) {
+  word ^= EACH_BYTE * '0';
+  // What a byte carries over can only change bytes behind it, and it is no digit itself.
+  const std::uint64_t other = ((word + EACH_BYTE * 0x76) | word) & (EACH_BYTE * 0x80);
+  if (other == 0) [[unlikely]]
+    return false;
+  // The last bit of the first byte that is no digit.
+  const auto end = static_cast<unsigned>(std::countr_zero(other));
+  p += end >> 3;
+  value = sum_up(word << 8 << (63 - end));
+  return true;
+}
+
+/// The same as take_long_number(); at least eight bytes behind `p` can be read.
+///
+/// Fast path: nearly every number is short.
 [[gnu::always_inline]] inline std::uint64_t take_number(const char*& p) {
   if constexpr (std::endian::native == std::endian::little) {
-    constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
     std::uint64_t word = 0;
-    std::memcpy(&word, p, 8);
-    word ^= EACH_BYTE * '0';
-    // What a byte carries over can only change bytes behind it, and it is no digit itself.
-    const std::uint64_t other = ((word + EACH_BYTE * 0x76) | word) & (EACH_BYTE * 0x80);
-    if (other != 0) {
-      const int digits = std::countr_zero(other) >> 3;
-      if (digits == 0) return 0;
-      word <<= 64 - 8 * digits;
-      word = word * 10 + (word >> 8);
-      p += digits;
-      constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
-      return ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >>
-                 32 &
-             0xFFFFFFFF;
-    }
+    std::memcpy(&word, p, sizeof word);
+    std::uint64_t value = 0;
+    if (take_short_number(word, p, value)) return value;
   }
   return take_long_number(p);
 }
@@ -51,17 +67,10 @@ namespace Kessel::Exchange {
 /// Whether the eight bytes at `p` are digits; if so, `value` is what it was with them behind it.
 [[gnu::always_inline]] inline bool take_eight_digits(const char* p, std::uint64_t& value) {
   if constexpr (std::endian::native == std::endian::little) {
-    constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
     std::uint64_t word = 0;
-    std::memcpy(&word, p, 8);
+    std::memcpy(&word, p, sizeof word);
     if ((word & (word + EACH_BYTE * 6) & (EACH_BYTE * 0xF0)) != EACH_BYTE * '0') return false;
-    word ^= EACH_BYTE * '0';
-    word = word * 10 + (word >> 8);
-    constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
-    const std::uint64_t eight =
-        ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >> 32 &
-        0xFFFFFFFF;
-    value = value * 100'000'000 + eight;
+    value = value * 100'000'000 + sum_up(word ^ (EACH_BYTE * '0'));
     return true;
   }
   return false;

@@ -90,32 +90,35 @@ bool defines_two(std::string_view text) {
   return definitions > 1;
 }
 
-/// Finds the body of `record`, which stands in a buffer with more bytes behind it.
-inline void find_body(Record& record) {
-  const char* body = record.behind_number;
-  const char* const end = record.text.data() + record.text.size();
+/// Where the body of `record` begins, however "=" is written.
+[[gnu::noinline]] const char* find_unusual_body(Record& record) {
+  const std::string_view text = record.text;
+  std::size_t at =
+      behind_blanks(text, static_cast<std::size_t>(record.behind_number - text.data()));
+  record.has_equals = at < text.size() && text[at] == '=';
+  if (record.has_equals) at = behind_blanks(text, at + 1);
+  return text.data() + at;
+}
+
+/// Completes `record`, whose statement is known and stands in a buffer with more bytes behind it,
+/// but for its keyword.
+[[gnu::always_inline]] inline void complete(Record& record, std::span<const Mention> mentions) {
+  record.number = mentions.front().number;
+  record.behind_number = mentions.front().end;
+  record.mentions = mentions.subspan(1);
   record.has_equals = true;
+  record.is_usual = true;
+  const char* body = record.behind_number;
   // Fast path: nobody writes "=" in another way.
   if (std::memcmp(body, " = ", 3) == 0 && begins_keyword(body[3])) {
     body += 3;
   } else if (body[0] == '=' && begins_keyword(body[1])) {
     ++body;
   } else {
-    const std::string_view text = record.text;
-    std::size_t at = behind_blanks(text, static_cast<std::size_t>(body - text.data()));
-    record.has_equals = at < text.size() && text[at] == '=';
-    if (record.has_equals) at = behind_blanks(text, at + 1);
-    body = text.data() + at;
+    body = find_unusual_body(record);
+    record.is_usual = false;
   }
-  record.body = {body, static_cast<std::size_t>(end - body)};
-}
-
-/// Completes `record`, whose statement is known, but for its keyword.
-inline void complete(Record& record, std::span<const Mention> mentions) {
-  record.number = mentions.front().number;
-  record.behind_number = mentions.front().end;
-  record.mentions = mentions.subspan(1);
-  find_body(record);
+  record.body = {body, static_cast<std::size_t>(record.text.data() + record.text.size() - body)};
 }
 
 /// One reading: goes from section to section.
@@ -210,7 +213,7 @@ class Reading {
         listener_.header_entity(statement());
       }
     }
-    listener_.end_section(HEADER);
+    listener_.end_section(HEADER, cutter_.offset());
     return true;
   }
 
@@ -281,7 +284,7 @@ class Reading {
         warn(text.empty() ? empty_statement(statement().offset) : passed_over(statement()));
       }
     }
-    listener_.end_section(DATA);
+    listener_.end_section(DATA, cutter_.offset());
     return true;
   }
 
@@ -302,19 +305,35 @@ class Reading {
   }
 
   void find_keyword() {
-    record_.keyword_id = keywords_->recognise(record_.body.data(), record_.keyword);
-    if (record_.keyword_id != Record::NO_KEYWORD) return;
+    // Fast path: a keyword that was met before is all that stands in front of "(".
+    const char* const begin = record_.body.data();
+    const char* end = record_.open;
+    if (end > begin) {
+      if (end[-1] == ' ') --end;
+      const std::string_view keyword(begin, static_cast<std::size_t>(end - begin));
+      const std::uint32_t id = keywords_->recognise(keyword);
+      if (id != Record::NO_KEYWORD) {
+        record_.keyword = keyword;
+        record_.keyword_id = id;
+        return;
+      }
+    }
+    find_new_keyword();
+  }
+
+  [[gnu::noinline]] void find_new_keyword() {
+    record_.is_usual = false;
     record_.keyword = keyword_at_front(record_.body);
-    if (!record_.keyword.empty()) record_.keyword_id = keywords_->id_of(record_.keyword);
+    record_.keyword_id =
+        record_.keyword.empty() ? Record::NO_KEYWORD : keywords_->id_of(record_.keyword);
   }
 
   /// Looks for what makes a record doubtful or unusual.
   bool scrutinise(const Record& record) {
-    const bool is_usual = !(record.takes_in_record | record.has_too_large_number |
-                            record.has_backslash | record.has_high_bytes) &&
-                          record.depth == 0 && record.number != 0 && record.has_equals &&
-                          !record.keyword.empty();
-    return is_usual || scrutinise_closely(record);
+    const bool is_fine = record.is_usual && record.depth == 0 && record.number != 0 &&
+                         !(record.takes_in_record | record.has_too_large_number |
+                           record.has_backslash | record.has_high_bytes);
+    return is_fine || scrutinise_closely(record);
   }
 
   /// The same for a record in which there is something to say a word about.
@@ -368,7 +387,7 @@ class Reading {
       if (--left_ == 0) return false;
     }
     cutter_.know_resources(false);
-    listener_.end_section(section);
+    listener_.end_section(section, cutter_.offset());
     return true;
   }
 

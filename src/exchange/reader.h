@@ -30,6 +30,10 @@ struct Record : Statement {
   std::uint32_t keyword_id = NO_KEYWORD;
   std::span<const Mention> mentions;  ///< the instance names in `body`, in order
 
+  /// At most one blank stands on either side of "=", and between the keyword and "("; perhaps also
+  /// where this is false. With full scrutiny only.
+  bool is_usual = false;
+
   static constexpr std::uint32_t NO_KEYWORD = KeywordIds::NONE;
 };
 
@@ -45,7 +49,8 @@ class Listener {
   virtual void record(const Record&) {}
   /// A line of an anchor or reference section, and the instance names in it.
   virtual void entry(Section, const Statement&, std::span<const Mention>) {}
-  virtual void end_section(Section) {}
+  /// The section ends, at the offset `end`: behind the ";" of ENDSEC.
+  virtual void end_section(Section, std::uint64_t /*end*/) {}
   /// Something unusual, which loses nothing unless the sentence says so. Its line is not yet known.
   virtual void warning(const Finding&) {}
 };

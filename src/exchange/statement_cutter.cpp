@@ -10,7 +10,6 @@
 
 #include "exchange/characters.h"
 #include "exchange/digits.h"
-#include "exchange/keyword_ids.h"
 #include "exchange/literals.h"
 
 namespace Kessel::Exchange {
@@ -19,7 +18,6 @@ namespace {
 
 /// Zeros behind what was read, so that whole words and blocks can be looked at.
 constexpr std::size_t PADDING = 64;
-static_assert(PADDING >= KeywordIds::READ_AHEAD);
 
 /// So many at most are among 64 bytes, even where one begins with the last of them.
 constexpr std::size_t NAMES_IN_BLOCK = 33;
@@ -44,6 +42,7 @@ StatementCutter::StatementCutter(std::istream& in, std::uint64_t position, std::
       names_(4 * NAMES_IN_BLOCK),
       last_name_(names_.data()) {
   std::memset(buffer_.get(), 0, PADDING);
+  note_room_for_names();
 }
 
 /// Reads behind what is left in the buffer, which moves to the front first and grows when it fills
@@ -192,11 +191,15 @@ Cut StatementCutter::not_closed(Scan scanned, Statement& statement) {
   return last + 1;
 }
 
+void StatementCutter::note_room_for_names() {
+  last_with_room_ = names_.data() + names_.size() - NAMES_IN_BLOCK - 1;
+}
+
 /// Makes room for the names that one more block may have, and one. Returns where `last` is then.
-inline Mention* StatementCutter::make_room_for_names(Mention* last) {
+[[gnu::noinline]] Mention* StatementCutter::make_room_for_names(Mention* last) {
   const auto count = static_cast<std::size_t>(last - names_.data());
-  if (names_.size() - count <= NAMES_IN_BLOCK) [[unlikely]]
-    names_.resize(2 * names_.size());
+  names_.resize(2 * names_.size());
+  note_room_for_names();
   return names_.data() + count;
 }
 
@@ -217,6 +220,7 @@ StatementCutter::Scan StatementCutter::scan_plainly(Statement& statement, const 
                                                     const char*& at) {
   block_ = nullptr;
   statement.depth = 0;
+  statement.open = from;
   Scan scanned = Scan::more;
   Mention* last = names_.data();
   for (const char* p = from; p < end_;) {
@@ -249,10 +253,10 @@ StatementCutter::Scan StatementCutter::scan_plainly(Statement& statement, const 
       p += close + 1;
     } else if (*p == '#') {
       if (statement.depth <= 0 && p != from) statement.takes_in_record = true;
-      last = make_room_for_names(last);
+      if (last > last_with_room_) last = make_room_for_names(last);
       take_name(p, last, statement);
     } else {
-      if (*p == '(') ++statement.depth;
+      if (*p == '(' && ++statement.depth == 1) statement.open = p;
       if (*p == ')') --statement.depth;
       ++p;
     }
@@ -364,6 +368,7 @@ template <bool full>
     marks &= marks - 1;  // No other stands in front.
     take_name(p, last, statement);
   }
+  const char* open = from;
   int depth = 0;
   bool is_unusual = is_unusual_;
   for (;;) {
@@ -374,14 +379,18 @@ template <bool full>
       if (c == '#') {
         if (full && depth <= 0) statement.takes_in_record = true;
         take_name(p, last, statement);
-      } else if (full && (c & ~1) == '(') {
-        depth += 1 - 2 * (c & 1);
+      } else if (full && c == '(') {
+        if (depth == 0) open = p;
+        ++depth;
+      } else if (full && c == ')') {
+        --depth;
       } else if (c == ';') {
         block_ = block;
         marks_ = marks;
         last_name_ = last;
         if constexpr (full) {
           statement.depth = depth;
+          statement.open = open;
           if (is_unusual) [[unlikely]]
             look_at(from, p, statement);
         }
@@ -394,7 +403,8 @@ template <bool full>
     }
     block += 64;
     if (block >= end) break;
-    last = make_room_for_names(last);
+    if (last > last_with_room_) [[unlikely]]
+      last = make_room_for_names(last);
     marks = find_marks<full>(block, true);
     is_unusual |= is_unusual_;
   }

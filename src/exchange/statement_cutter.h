@@ -27,6 +27,9 @@ struct Statement {
   bool has_too_large_number = false;
 
   // Known with full scrutiny only.
+  /// A "(" outside strings that no other encloses: the last one, if there are several. Else the
+  /// text's beginning.
+  const char* open = nullptr;
   int depth = 0;  ///< "(" less ")" outside strings and comments
   /// An instance name stands outside all parentheses, and not at its beginning: the statement takes
   /// in a record behind something else.
@@ -105,6 +108,7 @@ class StatementCutter {
   void take_name(const char*& p, Mention*& last, Statement& statement);
   static Mention* take_unusual_name(Mention* last, Statement& statement);
   Mention* make_room_for_names(Mention* last);
+  void note_room_for_names();
   std::uint64_t offset_of(const char* p) const {
     return passed_ + static_cast<std::uint64_t>(p - buffer_.get());
   }
@@ -121,6 +125,7 @@ class StatementCutter {
   std::uint64_t passed_;        // bytes of the input in front of the buffer
   std::vector<Mention> names_;  // room for them: those of the statement are up to last_name_
   Mention* last_name_;
+  const Mention* last_with_room_;  // up to here those of one more block, and one, fit there
 
   // What is known of the 64 bytes that are looked at.
   const char* block_ = nullptr;  // null for none

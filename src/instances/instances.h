@@ -62,7 +62,7 @@ class Instances {
   Index find(std::uint64_t number) const { return index_.find(number); }
 
   /// What it refers to, in order of appearance, repeats kept.
-  std::span<const Reference> references(Index record) const {
+  [[gnu::always_inline]] std::span<const Reference> references(Index record) const {
     const std::size_t block = record / BLOCK;
     const std::uint64_t first = block_references_[block] + first_references_[record];
     const std::uint64_t end = record + 1 == size() ? references_.size()

@@ -81,8 +81,7 @@ const Exchange::Record& LaidOutInput::take_record(std::size_t names) {
   return record_;
 }
 
-const Exchange::Record& LaidOutInput::take_counted_record() {
-  const TextLayout::NameCount count(cursor_.take_size());
+const Exchange::Record& LaidOutInput::take_record(TextLayout::NameCount count) {
   take_record(count.names());
   record_.is_plain = count.is_plain();
   return record_;

@@ -3,22 +3,35 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <istream>
 #include <memory>
 #include <span>
 #include <vector>
 
+#include "exchange/digits.h"
 #include "exchange/reader.h"
 #include "instances/text_layout.h"
 
 namespace Kessel {
+
+/// Copies what stands between two names, in blocks of a fixed size, whatever stands behind it: so
+/// many bytes behind both ends may be read and written.
+inline constexpr std::size_t PIECE_BLOCK = 32;
+[[gnu::always_inline]] inline char* copy_piece(const char* from, std::size_t size, char* out) {
+  std::memcpy(out, from, PIECE_BLOCK);  // Nearly every such piece is short.
+  for (std::size_t copied = PIECE_BLOCK; copied < size; copied += PIECE_BLOCK) {
+    std::memcpy(out + copied, from + copied, PIECE_BLOCK);
+  }
+  return out + size;
+}
 
 /// Reads the texts of a file again, one after the other, by what was noted of them when it was read
 /// first: without looking for anything. Throws InputError where the file is not the same any more.
 class LaidOutInput {
  public:
   /// Bytes behind a text that can be read.
-  static constexpr std::size_t PADDING = 32;
+  static constexpr std::size_t PADDING = PIECE_BLOCK;
 
   static constexpr std::size_t BLOCK_SIZE = std::size_t{256} * 1024;
 
@@ -41,7 +54,12 @@ class LaidOutInput {
     if (own.digits != 0) expect_name(digits_);
   }
 
-  /// Of a record: what is behind its number.
+  /// Of a record: the digits of its number, that number, and what is behind it.
+  const char* digits() const { return digits_; }
+  std::uint64_t number() const {
+    const char* p = digits_;
+    return Exchange::take_number(p);
+  }
   const char* behind_number() const { return behind_number_; }
   const char* end() const { return text_end_; }
   /// Of the end, in bytes from the input's beginning.
@@ -54,10 +72,17 @@ class LaidOutInput {
   /// Notes that the digits of an instance name should begin at `digits`.
   void expect_name(const char* digits) { is_changed_ |= digits[-1] ^ '#'; }
 
+  /// Of a record whose names were counted what was noted of them, which is taken before them.
+  TextLayout::NameCount take_count() { return TextLayout::NameCount(cursor_.take_size()); }
+  /// Passes over the record's names, of which there are so many.
+  void pass_over(std::size_t names) {
+    for (; names > 0; --names) take_place();
+  }
+
   /// The record with all its names, of which there are so many; takes them. Has no keyword.
   const Exchange::Record& take_record(std::size_t names);
   /// The same where they were counted.
-  const Exchange::Record& take_counted_record();
+  const Exchange::Record& take_record(TextLayout::NameCount count);
 
   /// A line of an anchor or reference section with its names; takes them.
   struct Entry {

@@ -46,12 +46,59 @@ void InstanceLoader::begin_section(Exchange::Section section, std::string_view p
   require_memory();
 }
 
+[[gnu::always_inline]] inline Index InstanceLoader::begin_record(TypeId type, std::uint64_t number,
+                                                                 std::uint64_t offset) {
+  Instances& all = instances_;
+  const Index index = all.size();
+  if (index % Instances::BLOCK == 0) begin_block(offset);
+  if (memory_limit_ != Options::NO_LIMIT) require_memory();
+  all.types_.push_back(type);
+  all.numbers_.push_back(
+      static_cast<std::uint32_t>(std::min<std::uint64_t>(number, Instances::LARGE_NUMBER)));
+  if (number >= Instances::LARGE_NUMBER) all.large_numbers_.push_back({index, number});
+  all.first_references_.push_back(
+      static_cast<std::uint32_t>(all.references_.size() - references_of_block_));
+  return index;
+}
+
+/// Begins the next records that have their places from the first of them.
+void InstanceLoader::begin_block(std::uint64_t offset) {
+  Instances& all = instances_;
+  static_assert(NO_RECORD % Instances::BLOCK == Instances::BLOCK - 1);
+  if (all.size() == NO_RECORD + 1 - Instances::BLOCK) throw InputError(too_many_records(offset));
+  references_of_block_ = all.references_.size();
+  all.block_references_.push_back(references_of_block_);
+  all.block_offsets_.push_back(offset);
+}
+
+inline void InstanceLoader::note_number(std::uint64_t number) {
+  smallest_ = std::min(smallest_, number);
+  largest_ = std::max(largest_, number);
+}
+
+/// Until the numbers are resolved, a reference holds the number, and no mark: the marks of
+/// collectors' lists wait in a list of their own.
+inline void InstanceLoader::add_references(std::span<const Exchange::Mention> mentions) {
+  Column<Reference>& references = instances_.references_;
+  Reference* out = references.room_for(mentions.size());
+  for (const Exchange::Mention& mention : mentions) {
+    if (mention.number > UINT32_MAX) {
+      const auto place = static_cast<std::uint64_t>(out - references.begin());
+      large_references_.push_back({place, mention.number});
+    }
+    *out++ = Reference::unresolved(static_cast<std::uint32_t>(mention.number));
+  }
+  references.end_at(out);
+}
+
 void InstanceLoader::record(const Exchange::Record& record) {
   const TypeId type = instances_.type_table_.type_of(record);
   const Index index = begin_record(type, record.number, record.offset);
-  if (instances_.type_table_.collects(type)) note_listed(record);
+  note_number(record.number);
+  const int look = look_at(type);
+  if ((look & LISTS) != 0) note_listed(record);
   add_references(record.mentions);
-  if (keeps_text(type)) keep(index, record.body);
+  if ((look & WHOLE_TEXT) != 0) keep(index, record.body);
   added(index, record);
   if (reporter_.is_due(record.offset)) reporter_.report(record.offset);
 }
@@ -60,52 +107,14 @@ void InstanceLoader::entry(Exchange::Section section, const Exchange::Statement&
                            std::span<const Exchange::Mention> mentions) {
   // A line of a reference section defines the instance that it begins with.
   const bool defines = section == Exchange::Section::reference && begins_with_name(entry, mentions);
-  const auto number = defines ? std::optional(mentions.front().number) : std::nullopt;
+  const std::uint64_t number = defines ? mentions.front().number : 0;
   const TypeId type =
       section == Exchange::Section::anchor ? TypeTable::ANCHOR_ENTRY : TypeTable::REFERENCE_ENTRY;
   const Index index = begin_record(type, number, entry.offset);
+  if (defines) note_number(number);
   add_references(defines ? mentions.subspan(1) : mentions);
   keep(index, entry.text);
   added_entry(index, entry, mentions);
-}
-
-Index InstanceLoader::begin_record(TypeId type, std::optional<std::uint64_t> number,
-                                   std::uint64_t offset) {
-  Instances& all = instances_;
-  const Index index = all.size();
-  if (index == NO_RECORD - 1) throw InputError(too_many_records(offset));
-  if (index % Instances::BLOCK == 0) {
-    references_of_block_ = all.references_.size();
-    all.block_references_.push_back(references_of_block_);
-    all.block_offsets_.push_back(offset);
-  }
-  if (memory_limit_ != Options::NO_LIMIT) require_memory();
-  all.types_.push_back(type);
-  if (number.value_or(0) >= Instances::LARGE_NUMBER) {
-    all.large_numbers_.push_back({index, *number});
-    all.numbers_.push_back(Instances::LARGE_NUMBER);
-  } else {
-    all.numbers_.push_back(static_cast<std::uint32_t>(number.value_or(0)));
-  }
-  all.first_references_.push_back(
-      static_cast<std::uint32_t>(all.references_.size() - references_of_block_));
-  if (number) {
-    smallest_ = std::min(smallest_, *number);
-    largest_ = std::max(largest_, *number);
-  }
-  return index;
-}
-
-/// Until the numbers are resolved, a reference holds the number, and no mark: the marks of
-/// collectors' lists wait in a list of their own.
-void InstanceLoader::add_references(std::span<const Exchange::Mention> mentions) {
-  Column<Reference>& references = instances_.references_;
-  for (const Exchange::Mention& mention : mentions) {
-    if (mention.number > UINT32_MAX) {
-      large_references_.push_back({references.size(), mention.number});
-    }
-    references.push_back(Reference::unresolved(static_cast<std::uint32_t>(mention.number)));
-  }
 }
 
 /// Notes which of the references that are added next stand in a collector's list.
@@ -134,11 +143,13 @@ void InstanceLoader::require_memory(std::uint64_t more) const {
   if (needed > memory_limit_) throw InputError(records_need_memory(needed, memory_limit_));
 }
 
-bool InstanceLoader::learn_keeping(TypeId type) {
-  if (type >= keeps_.size()) keeps_.resize(type + 1, -1);
+int InstanceLoader::learn_look(TypeId type) {
+  if (type >= looks_.size()) looks_.resize(type + 1, UNKNOWN);
   const auto& keywords = instances_.type_table_.keywords(type);
-  keeps_[type] = std::any_of(keywords.begin(), keywords.end(), keeps_text_of);
-  return keeps_[type] != 0;
+  const bool keeps = std::any_of(keywords.begin(), keywords.end(), keeps_text_of);
+  const bool collects = instances_.type_table_.collects(type);
+  return looks_[type] = static_cast<signed char>((collects ? LISTS : NOTHING) |
+                                                 (keeps ? WHOLE_TEXT : NOTHING));
 }
 
 void InstanceLoader::finish(std::istream& in) {

@@ -45,17 +45,21 @@ class InstanceLoader : public Exchange::Listener {
   virtual std::uint64_t further_bytes() const { return 0; }
 
  private:
-  Index begin_record(TypeId type, std::optional<std::uint64_t> number, std::uint64_t offset);
+  Index begin_record(TypeId type, std::uint64_t number, std::uint64_t offset);
+  void begin_block(std::uint64_t offset);
+  void note_number(std::uint64_t number);
   void add_references(std::span<const Exchange::Mention> mentions);
   void note_listed(const Exchange::Record& record);
   void keep(Index index, std::string_view body);
   std::uint64_t needed_memory() const;
   void require_memory(std::uint64_t more = 0) const;
-  bool keeps_text(TypeId type) {
-    const bool is_known = type < keeps_.size() && keeps_[type] >= 0;
-    return is_known ? keeps_[type] != 0 : learn_keeping(type);
+  /// What of a record's text is looked at: bits.
+  enum Look : signed char { UNKNOWN = -1, NOTHING = 0, LISTS = 1, WHOLE_TEXT = 2 };
+  int look_at(TypeId type) {
+    const bool is_known = type < looks_.size() && looks_[type] != UNKNOWN;
+    return is_known ? looks_[type] : learn_look(type);
   }
-  bool learn_keeping(TypeId type);
+  int learn_look(TypeId type);
   void enter_numbers();
   void resolve();
   void drop_repeated(std::istream& in);
@@ -67,7 +71,7 @@ class InstanceLoader : public Exchange::Listener {
   std::uint64_t largest_ = 0;
   std::uint64_t references_of_block_ = 0;
   Column<std::uint64_t> listed_;    // places of references in collectors' lists
-  std::vector<signed char> keeps_;  // by type: -1 not known yet
+  std::vector<signed char> looks_;  // by type: Look
   struct LargeReference {
     std::uint64_t place = 0;
     std::uint64_t number = 0;

@@ -29,16 +29,6 @@ std::uint64_t NumberIndex::bytes_for(std::size_t records, std::uint64_t smallest
                                               : std::uint64_t{records} * sizeof(Entry);
 }
 
-void NumberIndex::enter(std::uint64_t number, Index record) {
-  if (dense_.size() == 0) return scattered_.push_back({number, record});
-  Index& known = dense_[static_cast<std::size_t>(number - smallest_)];
-  if (known == NO_RECORD) {
-    known = record;
-  } else {
-    repeated_.push_back({known, record});
-  }
-}
-
 std::vector<Repeated> NumberIndex::finish() {
   std::sort(scattered_.begin(), scattered_.end(), [](const Entry& a, const Entry& b) {
     return std::tie(a.number, a.record) < std::tie(b.number, b.record);

@@ -35,7 +35,15 @@ class NumberIndex {
                                  std::uint64_t largest);
 
   /// Enters a record; they come in ascending order.
-  void enter(std::uint64_t number, Index record);
+  void enter(std::uint64_t number, Index record) {
+    if (dense_.size() == 0) return scattered_.push_back({number, record});
+    Index& known = dense_[static_cast<std::size_t>(number - smallest_)];
+    if (known == NO_RECORD) {
+      known = record;
+    } else {
+      repeated_.push_back({known, record});
+    }
+  }
   /// Ends the entering, before which nothing can be found. Returns the records whose number another
   /// one has had before, by ascending `second`; they cannot be found.
   std::vector<Repeated> finish();

@@ -89,20 +89,21 @@ struct Store {
   /// Constructs a record in the arena and puts it into slot `id`, which exists, in place of what
   /// was there, which nobody has seen yet.
   template <class Record, class... Args>
-  Record* put(unsigned id, Args&&... args) {
+  [[gnu::always_inline]] Record* put(unsigned id, Args&&... args) {
     Record* record = arena.make<Record>(std::forward<Args>(args)...);
     Entity* replaced_record = std::exchange(entities.edit(id), record);
     if (replaced_record != nullptr) replaced_record->~Entity();
     return record;
   }
 
-  /// Packs `references` into the arena, behind the record that they belong to.
-  void set_references(Entity& entity, std::span<const unsigned> references) {
-    if (references.empty()) return;
-    auto* packed = static_cast<std::uint32_t*>(
-        arena.allocate(sizeof(std::uint32_t) + references.size_bytes()));
-    packed[0] = static_cast<std::uint32_t>(references.size());
-    std::copy(references.begin(), references.end(), packed + 1);
+  /// Packs references into the arena, behind the record that they belong to: what
+  /// `put(std::uint32_t* out)` puts to `out`, where there is room for `most`; it returns the end.
+  template <class Put>
+  void put_references(Entity& entity, std::size_t most, Put put) {
+    if (most == 0) return;
+    auto* const packed =
+        static_cast<std::uint32_t*>(arena.allocate((1 + most) * sizeof(std::uint32_t)));
+    packed[0] = static_cast<std::uint32_t>(put(packed + 1) - (packed + 1));
     entity.references_.view(packed);
   }
 

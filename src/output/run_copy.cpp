@@ -1,7 +1,5 @@
 #include "output/run_copy.h"
 
-#include <cstring>
-
 #include "output/renumbered_text.h"
 #include "reader/text.h"
 
@@ -9,20 +7,9 @@ namespace Kessel {
 
 namespace {
 
-constexpr std::size_t BLOCK = LaidOutInput::PADDING;
-
 /// What a record may need beside its text and the numbers in it: its own, what stands around it,
 /// and a block that is copied whole.
-constexpr std::size_t AROUND_TEXT = 32 + BLOCK;
-
-/// Copies what stands between two names, in blocks of a fixed size, whatever stands behind it.
-inline char* copy_piece(const char* from, std::size_t size, char* out) {
-  std::memcpy(out, from, BLOCK);  // Nearly every such piece is short.
-  for (std::size_t copied = BLOCK; copied < size; copied += BLOCK) {
-    std::memcpy(out + copied, from + copied, BLOCK);
-  }
-  return out + size;
-}
+constexpr std::size_t AROUND_TEXT = 32 + PIECE_BLOCK;
 
 }  // namespace
 
@@ -80,7 +67,7 @@ char* RunCopy::copy(char* out, const char* end) {
 void RunCopy::pass_over(Index first, Index end) {
   for (Index record = first; record < end; ++record) {
     input_.next();
-    for (std::size_t i = instances_.references(record).size(); i > 0; --i) input_.take_place();
+    input_.pass_over(instances_.references(record).size());
   }
 }
 

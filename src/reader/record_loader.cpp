@@ -108,47 +108,42 @@ RecordLoader::Added RecordLoader::add(std::string_view record, std::uint64_t off
   if (name.empty()) return {Loading::no_type};
 
   Added added{whole ? Loading::whole : Loading::references_cut, *first, name};
-  added.known_type = enter(*first, name, record, {first + 1, last});
+  const auto references = static_cast<std::size_t>(last - first) - 1;
+  const Entered entered = enter(*first, name, record, references);
+  store_.put_references(*entered.entity, references,
+                        [&](std::uint32_t* out) { return std::copy(first + 1, last, out); });
+  added.known_type = entered.known_type;
   return added;
 }
 
-namespace {
-
-/// Whether `keyword` is all that stands between "=" and "(", blanks apart.
-bool stands_alone(std::string_view keyword, const Exchange::Record& record) {
-  if (keyword.empty()) return false;
-  const char* before = keyword.data();
-  if (is_space(before[-1])) --before;
-  const char* behind = keyword.data() + keyword.size();
-  const char* const end = record.text.data() + record.text.size();
-  if (behind != end && is_space(*behind)) ++behind;
-  return before[-1] == '=' && behind != end && *behind == '(';
-}
-
-}  // namespace
-
 void RecordLoader::add(const Exchange::Record& record) {
   offset_ = record.offset;
-  if (numbers_.size() < record.mentions.size()) numbers_.resize(record.mentions.size());
-  unsigned* const first = numbers_.data();
-  unsigned* last = first;
-  for (const Exchange::Mention& mention : record.mentions) {
-    if (mention.number == 0 || mention.number > UINT32_MAX) continue;
-    *last++ = static_cast<unsigned>(mention.number);
-    largest_reference_ = std::max(largest_reference_, last[-1]);
-  }
-  const std::span<const unsigned> references(first, last);
-  if (record.is_plain && stands_alone(record.keyword, record)) {
-    enter(static_cast<unsigned>(record.number), record.keyword, record.text, references,
-          record.keyword_id);
-    return;
-  }
+  if (!record.is_plain || !record.is_usual) return add_unusual(record);
+  const Entered entered = enter(static_cast<unsigned>(record.number), record.keyword, record.text,
+                                record.mentions.size(), record.keyword_id);
+  put_references(*entered.entity, record.mentions);
+}
+
+inline void RecordLoader::put_references(Entity& entity,
+                                         std::span<const Exchange::Mention> mentions) {
+  store_.put_references(entity, mentions.size(), [&](std::uint32_t* out) {
+    for (const Exchange::Mention& mention : mentions) {
+      if (mention.number == 0 || mention.number > UINT32_MAX) continue;
+      *out = static_cast<std::uint32_t>(mention.number);
+      largest_reference_ = std::max(largest_reference_, *out++);
+    }
+    return out;
+  });
+}
+
+/// Adds a record by what there is of its text for those who know no comments.
+void RecordLoader::add_unusual(const Exchange::Record& record) {
   const std::size_t equals = record.text.rfind('=', record.text.size() - record.body.size());
-  const bool is_bare = record.is_plain && !Exchange::has_comments(record.text);
-  if (is_bare && equals != std::string_view::npos) {
-    load(record, record.text, equals, references);
+  const bool has_remarks = record.has_backslash && Exchange::has_comments(record.text);
+  if (record.is_plain && !has_remarks && equals != std::string_view::npos) {
+    load(record, record.text, equals);
   } else {
-    load(record, "=" + Exchange::without_comments(record.body), 0, references);
+    load(record, "=" + Exchange::without_comments(record.body), 0);
   }
 }
 
@@ -159,12 +154,11 @@ void RecordLoader::make_room_for_references() {
 
 /// Enters `record` by `text`, what there is of it for those who know no comments; its type stands
 /// behind `equals`.
-void RecordLoader::load(const Exchange::Record& record, std::string_view text, std::size_t equals,
-                        std::span<const unsigned> references) {
+void RecordLoader::load(const Exchange::Record& record, std::string_view text, std::size_t equals) {
   const auto id = static_cast<unsigned>(record.number);
   const std::string_view name = record_type(equals, text);
   if (!name.empty()) {
-    enter(id, name, text, references);
+    put_references(*enter(id, name, text, record.mentions.size()).entity, record.mentions);
     return;
   }
   // Nothing leads on from it, but its number is taken: another record under it is one too many.
@@ -173,19 +167,18 @@ void RecordLoader::load(const Exchange::Record& record, std::string_view text, s
   store_.put<Entity>(id);
 }
 
-/// Enters a record with the type `name`, which is in its text `record`. Returns the number by which
-/// the type is known.
-inline std::uint32_t RecordLoader::enter(unsigned id, std::string_view name,
-                                         std::string_view record,
-                                         std::span<const unsigned> references,
-                                         std::uint32_t keyword_id) {
-  if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id, references.size() + 1);
+/// Enters a record with the type `name`, which is in its text `record`, and as yet without its
+/// references, of which there are so many at most.
+[[gnu::always_inline]] inline RecordLoader::Entered RecordLoader::enter(unsigned id,
+                                                                        std::string_view name,
+                                                                        std::string_view record,
+                                                                        std::size_t references,
+                                                                        std::uint32_t keyword_id) {
+  if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id, references + 1);
   store_.make_room(id);
   if (store_.name_style != NameStyle::record) keep_name(id, name, record);
   const Type& type = type_of(name, keyword_id);
-  Entity* entity = create_record_entity(id, type, record);
-  store_.set_references(*entity, references);
-  return type.place;
+  return {create_record_entity(id, type, record), type.place};
 }
 
 /// Throws InputError where what is kept would need more memory than it may take with a record `id`
@@ -206,9 +199,15 @@ void RecordLoader::require_memory_for(unsigned id, std::size_t numbers) {
   most_numbers_ = (memory_limit_ - without_numbers) / sizeof(unsigned);
 }
 
-inline Entity* RecordLoader::create_record_entity(unsigned id, const Type& type,
-                                                  std::string_view record) {
-  if (type.keep == Keep::nothing) return store_.put<Entity>(id);
+[[gnu::always_inline]] inline Entity* RecordLoader::create_record_entity(unsigned id,
+                                                                         const Type& type,
+                                                                         std::string_view record) {
+  if (type.keep == Keep::nothing) return store_.put<Entity>(id);  // Fast path: so do nearly all.
+  return create_typed_entity(id, type, record);
+}
+
+[[gnu::noinline]] Entity* RecordLoader::create_typed_entity(unsigned id, const Type& type,
+                                                            std::string_view record) {
   const std::size_t room = type.ids->capacity();
   type.ids->push_back(id);
   kept_bytes_ += (type.ids->capacity() - room) * sizeof(unsigned);

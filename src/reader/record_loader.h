@@ -89,11 +89,16 @@ class RecordLoader {
     Ends ends = {};
     std::uint32_t place = MOST_KNOWN_TYPES;  // in the cache
   };
-  void load(const Exchange::Record& record, std::string_view text, std::size_t equals,
-            std::span<const unsigned> references);
-  std::uint32_t enter(unsigned id, std::string_view name, std::string_view record,
-                      std::span<const unsigned> references,
-                      std::uint32_t keyword_id = Exchange::Record::NO_KEYWORD);
+  /// A record that was entered, and what Added::known_type tells.
+  struct Entered {
+    Entity* entity;
+    std::uint32_t known_type;
+  };
+  void add_unusual(const Exchange::Record& record);
+  void load(const Exchange::Record& record, std::string_view text, std::size_t equals);
+  Entered enter(unsigned id, std::string_view name, std::string_view record, std::size_t references,
+                std::uint32_t keyword_id = Exchange::Record::NO_KEYWORD);
+  void put_references(Entity& entity, std::span<const Exchange::Mention> mentions);
 
   // What the tables take for each element beside its text, with what the heap adds, roughly.
   static constexpr std::uint64_t BYTES_OF_A_NAME = 96;
@@ -103,6 +108,7 @@ class RecordLoader {
   const Type& type_of(std::string_view name, std::uint32_t keyword_id);
   Type look_up(std::string_view name);
   Entity* create_record_entity(unsigned id, const Type& type, std::string_view record);
+  Entity* create_typed_entity(unsigned id, const Type& type, std::string_view record);
   void keep_name(unsigned id, std::string_view type, std::string_view record);
   void require_memory_for(unsigned id, std::size_t numbers);
 

@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "exchange/comments.h"
-#include "exchange/statement_cutter.h"
+#include "exchange/reader.h"
 #include "findings/finding_kinds.h"
 #include "findings/refusals.h"
-#include "instances/laid_out_input.h"
 #include "instances/places.h"
+#include "instances/text_layout.h"
 #include "kessel/errors.h"
 #include "model/progress_reporter.h"
 #include "reader/record_loader.h"
@@ -26,15 +26,9 @@ namespace {
 constexpr std::string_view FIRST_LINE = "ISO-10303-21;";
 constexpr std::string_view HEADER_END = "ENDSEC;\n";
 
-/// Everything up to the end of the header section, as it stands.
-std::string text_of_header(std::istream& in) {
-  in.clear();
-  in.seekg(0);
-  Exchange::StatementCutter cutter(in);
-  Exchange::Statement statement;
-  while (cutter.next(statement) == Exchange::Cut::statement && statement.text != "ENDSEC") {
-  }
-  std::string text(static_cast<std::size_t>(cutter.offset()), '\0');
+/// Everything up to the end of the header section, which is at the offset `end`, as it stands.
+std::string text_of_header(std::istream& in, std::uint64_t end) {
+  std::string text(static_cast<std::size_t>(end), '\0');
   in.clear();
   in.seekg(0);
   in.read(text.data(), static_cast<std::streamsize>(text.size()));
@@ -89,6 +83,10 @@ class StoreLoader final : public Exchange::Listener {
     entities_.append(writable(entity.text)).append(";\n");
   }
 
+  void end_section(Exchange::Section section, std::uint64_t end) override {
+    if (section == Exchange::Section::header) header_end_ = end;
+  }
+
   void record(const Exchange::Record& record) override {
     const std::uint32_t number = number_of(record);
     const bool is_known = number < store_.entities.size() && store_.entities[number] != nullptr;
@@ -119,7 +117,8 @@ class StoreLoader final : public Exchange::Listener {
   void finish() {
     loader_.make_room_for_references();
     store_.layout = std::move(layout_);
-    const std::optional<std::string> by_lines = header_by_lines(text_of_header(store_.input));
+    const std::optional<std::string> by_lines =
+        header_by_lines(text_of_header(store_.input, header_end_));
     store_.first_line = FIRST_LINE;
     const bool is_by_lines = by_lines && writable(*by_lines) == *by_lines;
     store_.header = is_by_lines ? *by_lines : "HEADER;\n" + entities_ + std::string(HEADER_END);
@@ -136,6 +135,7 @@ class StoreLoader final : public Exchange::Listener {
   ProgressReporter reporter_;
   std::unique_ptr<TextLayout> layout_ = std::make_unique<TextLayout>();
   std::string entities_;
+  std::uint64_t header_end_ = 0;
   bool has_entries_ = false;
   std::vector<Finding> warnings_;
 };
@@ -184,24 +184,6 @@ void read_as_standard(Store& store, const Options& options) {
     locate(store.input, found);
     throw InputError(found.front());
   }
-}
-
-void read_again_as_standard(Store& store, const Options& options,
-                            const std::function<void(const Exchange::Record&)>& write) {
-  ProgressReporter reporter(options, Stage::writing, size_for_progress(store.input, options));
-  std::set<std::uint32_t> written;  // of those that several records have
-  LaidOutInput input(store.input, *store.layout);
-  while (!input.is_at_end()) {
-    input.next();
-    const Exchange::Record& record = input.take_counted_record();
-    if (reporter.is_due(record.offset)) reporter.report(record.offset);
-    if (!store.repeated.empty()) {
-      const auto number = static_cast<std::uint32_t>(record.number);
-      if (store.repeated.contains(number) && !written.insert(number).second) continue;
-    }
-    write(record);
-  }
-  reporter.report_end();
 }
 
 }  // namespace Kessel

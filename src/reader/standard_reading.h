@@ -1,9 +1,6 @@
 // Reads an input into a host's store as the standard has it.
 #pragma once
 
-#include <functional>
-
-#include "exchange/reader.h"
 #include "kessel/options.h"
 #include "model/store.h"
 
@@ -15,10 +12,5 @@ namespace Kessel {
 /// the store, with what it notes of the records' places, or a text would take more than the
 /// options' memory limit. Warnings go to the options'.
 void read_as_standard(Store& store, const Options& options);
-
-/// The second reading: calls `write` for every record, in order and without its keyword. Throws
-/// `InputError` where the input is noticed not to be what it was.
-void read_again_as_standard(Store& store, const Options& options,
-                            const std::function<void(const Exchange::Record&)>& write);
 
 }  // namespace Kessel

@@ -12,10 +12,9 @@
 #include <cstring>
 #include <string_view>
 
-namespace Kessel {
+#include "exchange/digits.h"
 
-/// One in each byte of a word: times a byte, that byte everywhere.
-inline constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
+namespace Kessel {
 
 /// White space of the "C" locale, whatever the process's locale is.
 constexpr bool is_space(char c) {
@@ -67,25 +66,11 @@ inline std::uint64_t load_word(const char* p, const char* end) {
 
 /// The same as read_number_plainly().
 ///
-/// Fast path for up to seven digits, which is nearly every number: eight bytes are taken at once,
-/// what is no digit is shifted out, and the digits are summed up in pairs, fours and eights.
+/// Fast path: nearly every number is short.
 inline std::uint32_t read_number(const char*& p, const char* end) {
-  if constexpr (std::endian::native == std::endian::little) {
-    std::uint64_t word = load_word(p, end) ^ (EACH_BYTE * '0');
-    // What a byte carries over can only change bytes behind it, and it is no digit itself.
-    const std::uint64_t above_nine = (word + EACH_BYTE * 0x76) | word;
-    const std::uint64_t other = above_nine & (EACH_BYTE * 0x80);
-    if (other != 0) {
-      const int digits = std::countr_zero(other) >> 3;
-      if (digits == 0) return 0;
-      word <<= 64 - 8 * digits;
-      word = word * 10 + (word >> 8);
-      p += digits;
-      constexpr std::uint64_t PAIRS = 0x000000FF000000FF;
-      return static_cast<std::uint32_t>(
-          ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >>
-          32);
-    }
+  std::uint64_t value = 0;
+  if (Exchange::take_short_number(load_word(p, end), p, value)) {
+    return static_cast<std::uint32_t>(value);
   }
   return read_number_plainly(p, end);
 }

@@ -182,20 +182,28 @@ char* rewrite_record(std::string_view record, const std::vector<TextReference>& 
   return rewriter.finish();
 }
 
-std::size_t rewriting_room(const Exchange::Record& record) {
-  return record.text.size() + (1 + record.mentions.size()) * NUMBER_ROOM;
+std::size_t rewriting_room(const LaidOutInput& input, std::size_t names) {
+  const auto size = static_cast<std::size_t>(input.end() - input.digits()) + 1;
+  return size + (1 + names) * NUMBER_ROOM + PIECE_BLOCK;
 }
 
-char* rewrite_record(const Exchange::Record& record, std::uint32_t own_number, Slots slots,
-                     Part* part, char* out) {
-  const std::string_view text = record.text;
-  Rewriter rewriter(text, slots, part, out);
-  rewriter.put_number(reference_at(text, 0, text.data() + 1, record.behind_number), own_number);
-  for (const Exchange::Mention& other : record.mentions) {
-    rewriter.put_reference(
-        reference_at(text, static_cast<std::uint32_t>(other.number), other.begin, other.end));
+char* rewrite_record(LaidOutInput& input, std::uint32_t own_number,
+                     std::span<const std::uint32_t> numbers, char* out) {
+  const char* copied = input.digits() - 1;  // What was read, up to here, has been dealt with.
+  const auto put_number = [&](const char* begin, const char* end, std::uint32_t number) {
+    while (*begin == '0') ++begin;  // Zeros in front of a number stay.
+    out = copy_piece(copied, static_cast<std::size_t>(begin - copied), out);
+    out = write_number(out, number);
+    copied = end;
+  };
+  put_number(input.digits(), input.behind_number(), own_number);
+  for (const std::uint32_t number : numbers) {
+    const NamePlace place = input.take_place();
+    const char* const digits = copied + place.gap;
+    input.expect_name(digits);
+    put_number(digits, digits + place.digits, number);
   }
-  return rewriter.finish();
+  return copy_piece(copied, static_cast<std::size_t>(input.end() - copied), out);
 }
 
 std::size_t rewriting_room(std::string_view record) {

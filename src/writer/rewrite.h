@@ -5,11 +5,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "exchange/reader.h"
+#include "instances/laid_out_input.h"
 #include "kessel/entity.h"
 #include "kessel/part.h"
 #include "model/slots.h"
@@ -66,11 +68,11 @@ std::size_t rewriting_room(std::string_view record);
 char* rewrite_record(std::string_view record, const TextReference& own, std::uint32_t own_number,
                      Slots slots, Part* part, char* out);
 
-/// The same for a record of a standard reading, whose references the reader has found; all are
-/// numbers from 1 to 4,294,967,295.
-std::size_t rewriting_room(const Exchange::Record& record);
-char* rewrite_record(const Exchange::Record& record, std::uint32_t own_number, Slots slots,
-                     Part* part, char* out);
+/// The same for the record of a standard reading that `input` is at, whose references become
+/// `numbers`, one for each of its names; takes these.
+std::size_t rewriting_room(const LaidOutInput& input, std::size_t names);
+char* rewrite_record(LaidOutInput& input, std::uint32_t own_number,
+                     std::span<const std::uint32_t> numbers, char* out);
 
 /// Appends the record `text` of `record`, a presentation representation, with its item list made
 /// anew from those references of the record that `part` holds. The context, being a reference,

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -13,11 +14,12 @@
 #include "encoding/string_body.h"
 #include "exchange/comments.h"
 #include "findings/refusals.h"
+#include "instances/laid_out_input.h"
 #include "kessel/encoding.h"
+#include "kessel/errors.h"
 #include "model/progress_reporter.h"
 #include "model/slots.h"
 #include "reader/record_cutter.h"
-#include "reader/standard_reading.h"
 #include "structure/reachability.h"
 #include "writer/external_reference.h"
 #include "writer/frame.h"
@@ -58,22 +60,15 @@ class RecordWriter {
     }
   }
 
-  /// The same for a record of a standard reading.
-  void write(const Exchange::Record& record) {
-    const Entity* entity = slot_at(slots_, static_cast<std::uint32_t>(record.number));
-    if (entity == nullptr || entity->part_numbers.empty()) return;
-    if (record.is_plain && has_common_numbers(record)) {
-      if (goes_into_one_file(*entity)) return write_to_only_part(record, *entity);
-      return write(record.text);
-    }
-    if (is_remade(*entity) || loses_reference(record, *entity)) {
-      const std::string bare = Exchange::without_comments(record.text);
-      find_all_references(bare, references_);
-      write_to_each_part(bare, *entity);
-    } else {
-      find_references(record, references_);
-      write_to_each_part(record.text, *entity);
-    }
+  /// The same for the record of a standard reading that `input` is at.
+  void write(LaidOutInput& input) {
+    const TextLayout::NameCount count = input.take_count();
+    const std::uint64_t number = input.number();
+    if (number >= slots_.size()) throw InputError(input_changed(input.offset()));
+    const Entity* entity = slots_[static_cast<std::size_t>(number)];
+    if (entity == nullptr || entity->part_numbers.empty()) return input.pass_over(count.names());
+    if (count.is_plain() && write_to_only_part(input, *entity, count.names())) return;
+    write(input.take_record(count), *entity);
   }
 
  private:
@@ -93,24 +88,55 @@ class RecordWriter {
     });
   }
 
-  static bool has_common_numbers(const Exchange::Record& record) {
-    return std::all_of(
-        record.mentions.begin(), record.mentions.end(),
-        [](const Exchange::Mention& mention) { return mention.number <= UINT32_MAX; });
-  }
-
   /// Whether the record goes into one file with no change but the numbers.
   static bool goes_into_one_file(const Entity& entity) {
     return entity.part_numbers.size() == 1 && !is_presentation(entity);
   }
 
-  /// Fast path: nearly every record does.
-  void write_to_only_part(const Exchange::Record& record, const Entity& entity) {
+  /// Fast path: nearly every record does, and that file holds all that it refers to. Returns
+  /// whether it is so; else nothing was taken.
+  bool write_to_only_part(LaidOutInput& input, const Entity& entity, std::size_t names) {
+    if (!goes_into_one_file(entity)) return false;
     const auto [part, number] = entity.part_numbers.front();
-    const std::size_t room = rewriting_room(record) + RECORD_END.size();
-    output_.write_in_place(*part, room, [&, part = part, number = number](char* out) {
-      return end_record(rewrite_record(record, number, slots_, part, out));
+    // Names that are no numbers of this style are none of the references.
+    if (entity.references().size() != names || !find_numbers(entity, part)) return false;
+    const std::size_t room = rewriting_room(input, names) + RECORD_END.size();
+    output_.write_in_place(*part, room, [&, number = number](char* out) {
+      return end_record(rewrite_record(input, number, numbers_, out));
     });
+    return true;
+  }
+
+  /// Finds the numbers in `part`'s file of all that `entity` refers to. Returns false where it
+  /// lacks one, or has it under the number 0.
+  bool find_numbers(const Entity& entity, Part* part) {
+    numbers_.clear();
+    for (const std::uint32_t reference : entity.references()) {
+      const Entity* const other = slot_at(slots_, reference);
+      const std::uint32_t number = other == nullptr ? 0 : other->part_numbers.number_or_zero(part);
+      if (number == 0) return false;
+      numbers_.push_back(number);
+    }
+    return true;
+  }
+
+  /// The long way for a record of a standard reading.
+  void write(const Exchange::Record& record, const Entity& entity) {
+    if (record.is_plain && has_common_numbers(record)) return write(record.text);
+    if (is_remade(entity) || loses_reference(record, entity)) {
+      const std::string bare = Exchange::without_comments(record.text);
+      find_all_references(bare, references_);
+      write_to_each_part(bare, entity);
+    } else {
+      find_references(record, references_);
+      write_to_each_part(record.text, entity);
+    }
+  }
+
+  static bool has_common_numbers(const Exchange::Record& record) {
+    return std::all_of(
+        record.mentions.begin(), record.mentions.end(),
+        [](const Exchange::Mention& mention) { return mention.number <= UINT32_MAX; });
   }
 
   static bool is_presentation(const Entity& entity) {
@@ -196,6 +222,7 @@ class RecordWriter {
   StringEncoder encode_;
   ReachabilitySearch search_;
   std::vector<TextReference> references_;
+  std::vector<std::uint32_t> numbers_;
   std::string external_text_;
   std::vector<TextReference> external_references_;
 };
@@ -215,6 +242,28 @@ void write_records(Store& store, const Options& options, RecordWriter& writer) {
       (store.input.bad() || (store.read_up_to && cutter.offset() != *store.read_up_to))) {
     throw InputError(input_changed(cutter.offset()));
   }
+  reporter.report_end();
+}
+
+/// The same of the standard kind: by what the first one has noted.
+void write_laid_out_records(Store& store, const Options& options, RecordWriter& writer) {
+  ProgressReporter reporter(options, Stage::writing, size_for_progress(store.input, options));
+  std::set<std::uint32_t> left = store.repeated;  // what of it was not written yet
+  const auto was_written = [&](std::uint64_t number) {
+    const auto id = static_cast<std::uint32_t>(number);
+    return store.repeated.contains(id) && left.erase(id) == 0;
+  };
+  LaidOutInput input(store.input, *store.layout);
+  while (!input.is_at_end()) {
+    input.next();
+    if (!store.repeated.empty() && was_written(input.number())) {
+      input.pass_over(input.take_count().names());
+    } else {
+      writer.write(input);
+    }
+    if (reporter.is_due(input.offset())) reporter.report(input.offset());
+  }
+  input.require_unchanged();
   reporter.report_end();
 }
 
@@ -247,8 +296,7 @@ void write_parts(Store& store, const std::filesystem::path& outdir, const Option
 
   RecordWriter writer(store.entities, output, encode);
   if (store.reading == Reading::standard) {
-    read_again_as_standard(store, options,
-                           [&](const Exchange::Record& record) { writer.write(record); });
+    write_laid_out_records(store, options, writer);
   } else {
     write_records(store, options, writer);
   }

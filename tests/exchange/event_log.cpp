@@ -62,7 +62,9 @@ class Log final : public Listener {
     add("entry " + name_of(section) + place(entry.offset) + std::string(entry.lead) + '|' +
         std::string(entry.text) + '|' + numbers_in(mentions));
   }
-  void end_section(Section section) override { add("end " + name_of(section)); }
+  void end_section(Section section, std::uint64_t end) override {
+    add("end " + name_of(section) + place(end));
+  }
   void warning(const Finding& finding) override {
     add("warning " + std::string(Kessel::name_of(finding.kind)) + place(finding.offset) + '#' +
         std::to_string(finding.instance));
@@ -117,7 +119,7 @@ class Telling final : public Listener {
   void entry(Section, const Statement& entry, std::span<const Mention> mentions) override {
     add(std::string(entry.text) + arrow(mentions));
   }
-  void end_section(Section section) override {
+  void end_section(Section section, std::uint64_t /*end*/) override {
     if (section != Section::header) add("end");
   }
   void warning(const Finding& finding) override {
@@ -163,7 +165,7 @@ LaidOutLog laid_out_log(std::string_view file, std::size_t block_size) {
       const LaidOutInput::Entry entry = input.take_entry();
       log.log_entry(*section, entry.statement, entry.mentions);
     } else {
-      log.log_record(input.take_counted_record());
+      log.log_record(input.take_record(input.take_count()));
     }
   }
   if (!input.is_at_end()) log.log.add("and more");

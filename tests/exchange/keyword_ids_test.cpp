@@ -38,32 +38,17 @@ TEST(KeywordIds, CountKeywordsAsTheyAreMet) {
 
 TEST(KeywordIds, RecogniseOnlyWhatWasMetBefore) {
   KeywordIds ids;
-  const std::string behind(KeywordIds::READ_AHEAD, ';');
+  EXPECT_EQ(ids.recognise(""), KeywordIds::NONE);
   for (const std::string_view keyword : KEYWORDS) {
-    for (const char next : {'(', ' '}) {
-      const std::string text = std::string(keyword) + next + behind;
-      std::string_view found = "none";
-      EXPECT_EQ(ids.recognise(text.data(), found), KeywordIds::NONE) << text;
-      EXPECT_EQ(found, "none");
+    EXPECT_EQ(ids.recognise(keyword), KeywordIds::NONE) << keyword;
+    const std::uint32_t id = ids.id_of(keyword);
+    EXPECT_EQ(ids.recognise(std::string(keyword)), id) << keyword;
+    for (const char next : {'(', ' ', '-', ',', '\t'}) {
+      const std::string longer = std::string(keyword) + next;
+      EXPECT_EQ(ids.recognise(longer), KeywordIds::NONE) << longer;
     }
   }
-  for (const std::string_view keyword : KEYWORDS) ids.id_of(keyword);
-  for (const std::string_view keyword : KEYWORDS) {
-    for (const char next : {'(', ' ', '-', ',', '8', '\t'}) {
-      const std::string text = std::string(keyword) + next + behind;
-      std::string_view found = "none";
-      const std::uint32_t id = ids.recognise(text.data(), found);
-      if (id == KeywordIds::NONE) {
-        EXPECT_EQ(found, "none");
-        continue;
-      }
-      EXPECT_TRUE(next == '(' || next == ' ') << text;
-      EXPECT_EQ(id, ids.id_of(keyword)) << text;
-      EXPECT_EQ(found, keyword);
-    }
-  }
-  std::string_view found = "none";
-  EXPECT_EQ(ids.recognise(("(" + behind).data(), found), KeywordIds::NONE);
+  EXPECT_EQ(ids.recognise(""), KeywordIds::NONE);
 }
 
 TEST(KeywordIds, GoWithoutWhereThereAreTooMany) {

@@ -424,7 +424,7 @@ class Reading {
       warn_of_bytes("0");
       add("header" + place(s_.begin) + lead_of(s_) + '|' + text);
     }
-    add("end HEADER");
+    add("end HEADER" + place(at_));
     return true;
   }
 
@@ -481,7 +481,7 @@ class Reading {
         pass_over();
       }
     }
-    add("end DATA");
+    add("end DATA" + place(at_));
     return true;
   }
 
@@ -531,7 +531,7 @@ class Reading {
       add(line);
     }
     knows_resources_ = false;
-    add("end " + section);
+    add("end " + section + place(at_));
     return true;
   }
 

@@ -39,10 +39,10 @@ TEST(ReadExchangeFile, TellsWhatAFileHolds) {
 TEST(ReadExchangeFile, TellsPlacesAndTexts) {
   EXPECT_THAT(event_log("\xEF\xBB\xBFISO-10303-21;HEADER;A();ENDSEC;DATA;\n"
                         "/*7*/ #007 /*a*/ = /*b*/ X_1 /*c*/ (#2) /*d*/ ;ENDSEC;END-ISO-10303-21;"),
-              ElementsAre("begin HEADER ", "header @23 |A()", "end HEADER", "begin DATA ",
+              ElementsAre("begin HEADER ", "header @23 |A()", "end HEADER @34 ", "begin DATA ",
                           "record @46 7|\n/*7*/ |#007 /*a*/ = /*b*/ X_1 /*c*/ (#2) /*d*/|"
                           "X_1 /*c*/ (#2) /*d*/| 2",
-                          "keyword X_1", "end DATA"));
+                          "keyword X_1", "end DATA @94 "));
 }
 
 TEST(ReadExchangeFile, ReadsAFileOnOneLineWithCommentsEverywhere) {
@@ -246,10 +246,10 @@ TEST(ReadExchangeFile, HoldsNoMoreThanItMay) {
 
 TEST(ReadExchangeFile, WithoutScrutinySaysTheSameButNoWarningsAndKeywords) {
   const std::string file = BEGIN + "DATA;;#1=A('\\');#2=B(#1));?;ENDSEC;x;" + END + "x";
-  EXPECT_THAT(
-      event_log(file, 7, Scrutiny::none),
-      ElementsAre("begin HEADER ", "end HEADER", "begin DATA ", "record @33 1||#1=A('\\')|A('\\')|",
-                  "record @43 2||#2=B(#1))|B(#1))| 1", "end DATA"));
+  EXPECT_THAT(event_log(file, 7, Scrutiny::none),
+              ElementsAre("begin HEADER ", "end HEADER @27 ", "begin DATA ",
+                          "record @33 1||#1=A('\\')|A('\\')|", "record @43 2||#2=B(#1))|B(#1))| 1",
+                          "end DATA @62 "));
 }
 
 TEST(ReadExchangeFile, LetsThroughWhatAListenerThrows) {

@@ -81,6 +81,9 @@ void check_rewriting(const World& world, const std::string& record) {
         "a whole record with known references");
     expect(plain::outcome_of([&] { return store.rewritten_on_the_way(record, part); }) == plainly,
            "a whole record on the way");
+    const auto by_layout = store.rewritten_by_layout(record, part);
+    expect(!by_layout || plain::outcome_of([&] { return *by_layout; }) == plainly,
+           "a whole record by its layout");
   }
 }
 

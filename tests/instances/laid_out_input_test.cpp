@@ -135,7 +135,7 @@ struct Loaded {
         const LaidOutInput::Entry entry = input.take_entry();
         again.push_back(seen_in(entry.statement, entry.mentions));
       } else {
-        const Exchange::Record record = input.take_counted_record();
+        const Exchange::Record record = input.take_record(input.take_count());
         again.push_back(seen_in(record));
         again.back().is_plain = record.is_plain;
       }

@@ -243,9 +243,14 @@ TEST(Store, PackedReferencesAreThoseOfTheRecord) {
   Entity* first = file.create_entity(1);
   Entity* second = file.create_entity(2);
   Entity* third = file.create_entity(3);
-  file.set_references(*first, std::vector<unsigned>{4, 5, 4});
-  file.set_references(*second, {});
-  file.set_references(*third, std::vector<unsigned>{6});
+  const auto put = [&](Entity& record, std::size_t most, const std::vector<unsigned>& numbers) {
+    file.put_references(record, most, [&](std::uint32_t* out) {
+      return std::copy(numbers.begin(), numbers.end(), out);
+    });
+  };
+  put(*first, 5, {4, 5, 4});
+  put(*second, 0, {});
+  put(*third, 1, {6});
   EXPECT_EQ(first->get_references(), (std::vector<unsigned>{4, 5, 4}));
   EXPECT_FALSE(second->refer_any());
   EXPECT_EQ(third->get_references(), (std::vector<unsigned>{6}));

@@ -239,6 +239,18 @@ TEST_F(CheckedRunTest, ClassicReadingLooksNoFurtherThanAnEmptyPiece) {
   EXPECT_EQ(finding.instance, 2u);
 }
 
+TEST_F(CheckedRunTest, HeaderEndsWhereTheStandardHasIt) {
+  std::string text = exchange_file(BOX_WITH_LID);
+  text.replace(text.find("ENDSEC;"), 7, "ENDSEC /* of the header */ ;");
+  const fs::path in = folder_.write("in.stp", text);
+  split_paths(in, "out", classic_read(Reading::standard));
+  const std::string written = read_file("out/#1_part.stp");
+  const std::string head = written.substr(0, written.find("DATA;"));
+  EXPECT_TRUE(head.starts_with("ISO-10303-21;\nHEADER;\n")) << written;
+  EXPECT_TRUE(head.ends_with(";\nENDSEC;\n\n")) << written;
+  EXPECT_EQ(head.find('#'), head.find("#1_part.stp")) << "a record in the header: " << written;
+}
+
 TEST_F(CheckedRunTest, ClassicReadingIsForTheClassicStyleOnly) {
   const fs::path in = write_box();
   for (const AssemblyStyle style : {AssemblyStyle::lean, AssemblyStyle::nested}) {

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <sstream>
+#include <stdexcept>
 
+#include "exchange/reader.h"
+#include "instances/laid_out_input.h"
 #include "model/store.h"
 #include "writer/rewrite.h"
 
@@ -66,6 +70,47 @@ std::string HandMadeStore::rewritten_on_the_way(std::string_view text, Part* par
   return put_into(rewriting_room(text), text, [&](std::string_view copy, char* out) {
     return rewrite_record(copy, own, number, slots(), part, out);
   });
+}
+
+namespace {
+
+/// What a standard reading notes of a file's records.
+struct Noted final : Exchange::Listener {
+  void record(const Exchange::Record& record) override {
+    layout.add_counted(record);
+    ++records;
+    is_plain &= record.is_plain;
+    for (const Exchange::Mention& mention : record.mentions) mentioned.push_back(mention.number);
+  }
+  TextLayout layout;
+  int records = 0;
+  bool is_plain = true;
+  std::vector<std::uint64_t> mentioned;
+};
+
+}  // namespace
+
+std::optional<std::string> HandMadeStore::rewritten_by_layout(std::string_view text,
+                                                              Part* part) const {
+  std::istringstream in("ISO-10303-21;HEADER;ENDSEC;DATA;" + std::string(text) +
+                        ";ENDSEC;END-ISO-10303-21;");
+  Noted noted;
+  if (read_exchange_file(in, {}, noted).error) return std::nullopt;
+  if (noted.records != 1 || !noted.is_plain) return std::nullopt;
+  std::vector<std::uint32_t> numbers;
+  for (const std::uint64_t id : noted.mentioned) {
+    const Entity* const entity = id < slots().size() ? slots()[id] : nullptr;
+    numbers.push_back(entity == nullptr ? 0 : entity->part_numbers.number_or_zero(part));
+    if (numbers.back() == 0) return std::nullopt;
+  }
+  LaidOutInput input(in, noted.layout);
+  input.next();
+  if (input.take_count().names() != numbers.size()) throw std::logic_error("other names");
+  const std::uint32_t own = file_.at(static_cast<unsigned>(input.number()))->part_numbers.at(part);
+  const auto out = std::make_unique<char[]>(rewriting_room(input, numbers.size()));
+  std::string rewritten(out.get(), rewrite_record(input, own, numbers, out.get()));
+  input.require_unchanged();
+  return rewritten;
 }
 
 std::string HandMadeStore::rewritten_presentation(std::string_view text, const Entity& record,

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,10 @@ class HandMadeStore {
   /// its references found before and on the way.
   std::string rewritten_with_references(std::string_view text, Part* part) const;
   std::string rewritten_on_the_way(std::string_view text, Part* part) const;
+  /// The same for a record of a standard reading, by what that has noted of it. No value where the
+  /// text is none that this is for: all that it refers to is there and held, and "#" means nothing
+  /// else.
+  std::optional<std::string> rewritten_by_layout(std::string_view text, Part* part) const;
 
   /// The record `text` of `record`, rewritten for `part` as a presentation record.
   std::string rewritten_presentation(std::string_view text, const Entity& record, Part* part) const;

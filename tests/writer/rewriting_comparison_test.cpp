@@ -147,6 +147,7 @@ TEST_P(RewritingComparison, RecordsComeOutAsIfEditedInPlace) {
 TEST_P(RewritingComparison, WholeRecordsComeOutAsIfEditedInPlace) {
   RecordWriter writer(dice_);
   int held = 0;
+  int laid_out = 0;
   for (int i = 0; i < RECORDS; ++i) {
     const std::string record = writer.record();
     const std::uint32_t own = plain::references_in(record).front();
@@ -157,9 +158,13 @@ TEST_P(RewritingComparison, WholeRecordsComeOutAsIfEditedInPlace) {
       const std::string expected = plain::rewrite_references(record, store_.slots(), part);
       ASSERT_EQ(store_.rewritten_with_references(record, part), expected) << record;
       ASSERT_EQ(store_.rewritten_on_the_way(record, part), expected) << record;
+      const auto by_layout = store_.rewritten_by_layout(record, part);
+      ASSERT_EQ(by_layout.value_or(expected), expected) << record;
+      laid_out += by_layout ? 1 : 0;
     }
   }
   EXPECT_GT(held, RECORDS / 2);
+  EXPECT_GT(laid_out, RECORDS / 20);
 }
 
 TEST_P(RewritingComparison, PresentationRecordsComeOutAsIfEditedInPlace) {
@@ -200,6 +205,7 @@ TEST(LongPieces, OfEveryLengthAreCopiedWhole) {
     const std::string expected = "#54321" + middle + "#7" + rest;
     EXPECT_EQ(store.rewritten_with_references("#1" + middle + "#2" + rest, part), expected);
     EXPECT_EQ(store.rewritten_on_the_way("#1" + middle + "#2" + rest, part), expected);
+    EXPECT_EQ(store.rewritten_by_layout("#1" + middle + "#2" + rest, part), expected);
     piece += static_cast<char>('A' + length % 26);
   }
 }
