@@ -80,7 +80,7 @@ struct Difference {
 /// Of the options the memory limit, which goes for each file, the progress and the warnings matter:
 /// `reading` is both files together, `sorting` the comparison in steps; `warning` is told what
 /// about the reading of a file deserves a look, with that file (`Finding::file`, UTF-8). Time and
-/// memory are about linear in the records; some 95 bytes a record. Writes and prints nothing. Works
+/// memory are about linear in the records; some 90 bytes a record. Writes and prints nothing. Works
 /// on the caller's thread.
 ///
 /// Throws `InputError` for a file that cannot be read to its end or does not fit into memory; its

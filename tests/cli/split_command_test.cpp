@@ -18,6 +18,7 @@
 #include "kessel/splitter.h"
 #include "splitter/small_inputs.h"
 #include "support/folder_tree.h"
+#include "support/product_records.h"
 #include "support/scratch_folder.h"
 #include "support/shell.h"
 
@@ -188,6 +189,23 @@ TEST_F(SplitCommand, OtherWarningsAreCountedApart) {
             "velkstep: in.stp: holds one part only; out/lid.stp is a copy of it\n"
             "velkstep: in.stp: 1 warning; nothing is lost, and velkstep check says what it is "
             "about\n");
+}
+
+TEST_F(SplitCommand, WhatASplitAloneWarnsOfIsTold) {
+  std::string text = SHARED_RECORDS + product_records(10, "car", "#3") +
+                     product_records(20, "wheel", "#3,#40") + solid_records(40) +
+                     placed_usage_records(60, 10, 20) + placed_usage_records(70, 10, 20) +
+                     "#80=STYLED_ITEM('',(#81),#40);\n#81=NULL_STYLE(.NULL.);\n";
+  for (const char* number : {"90", "91"}) {
+    text += std::string("#") + number +
+            "=CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(#81),#40,#80,(#63));\n";
+  }
+  folder_.write("in.stp", exchange_file(text));
+  const ProcessRun run = run_velkstep({"split", "in.stp", "-o", "out"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.errors,
+            "velkstep: in.stp:38:1: The style #90 is for one of several occurrences of a part "
+            "whose shape is in another file; readers may not show it. 1 more like it.\n");
 }
 
 TEST_F(SplitCommand, HashesOfTheListAreThoseOfXxhsum) {

@@ -29,3 +29,8 @@ def names(source: str) -> list[str]:
 
 def size(source: str) -> int:
     return velkstep.info(source)["bytes"]
+
+
+def faults(source: pathlib.Path) -> list[tuple[str | None, int | None, str]]:
+    findings = velkstep.verify(source, "out")["findings"]
+    return [(finding["file"], finding["line"], finding["sentence"]) for finding in findings]

@@ -14,6 +14,11 @@ void Warnings::add(const Kessel::Finding& warning) {
     why_copied_ = warning.kind;
   } else if (warning.kind == Kessel::FindingKind::missing_target) {
     missing_.push_back(warning);
+  } else if (warning.kind == Kessel::FindingKind::foreign_shape ||
+             warning.kind == Kessel::FindingKind::occurrence_style) {
+    Group& group = of_split_[warning.kind];
+    if (group.count == 0) group.first = warning;
+    group.count += warning.count;
   } else {
     count_ += warning.count;
   }
@@ -32,6 +37,12 @@ void Warnings::mention(const std::string& argument) const {
     std::cerr << "velkstep: " << printable(place_in(shown_name(argument), first)) << ": "
               << first.sentence << (more == 0 ? "" : " " + grouped(more) + " more are missing.")
               << " Put it there, or what is in it is missing.\n";
+  }
+  for (const auto& [kind, group] : of_split_) {
+    std::cerr << "velkstep: " << printable(place_in(shown_name(argument), group.first)) << ": "
+              << group.first.sentence
+              << (group.count == 1 ? "" : " " + grouped(group.count - 1) + " more like it.")
+              << "\n";
   }
   if (count_ == 0) return;
   std::cerr << "velkstep: " << printable(shown_name(argument)) << ": "

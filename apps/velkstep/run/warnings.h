@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,8 +19,9 @@ class Warnings {
   /// Has `options` tell it, as long as it lives, of what the library warns.
   void listen(Kessel::Options& options);
 
-  /// Prints how many there were in the input that the user called `argument`, and in a line of its
-  /// own which file is missing that it refers to; nothing for none.
+  /// Prints how many there were in the input that the user called `argument`, and in lines of their
+  /// own which file is missing that it refers to, and what a split alone warns of, the first of
+  /// each kind; nothing for none.
   void mention(const std::string& argument) const;
 
   /// Why a split has one file only, the copy of its input: it holds one part
@@ -27,8 +29,14 @@ class Warnings {
   std::optional<Kessel::FindingKind> why_copied() const { return why_copied_; }
 
  private:
+  struct Group {
+    std::uint64_t count = 0;
+    Kessel::Finding first;
+  };
+
   std::uint64_t count_ = 0;
-  std::vector<Kessel::Finding> missing_;  // files that the input refers to
+  std::vector<Kessel::Finding> missing_;           // files that the input refers to
+  std::map<Kessel::FindingKind, Group> of_split_;  // what check knows nothing of
   std::optional<Kessel::FindingKind> why_copied_;
 };
 
