@@ -102,6 +102,14 @@ TEST(LegalFiles, AreReadAsThePlainReaderReadsThem) {
   }
 }
 
+TEST(LegalFiles, HaveNoWordOfTheGrammarForAKeywordInTheHeader) {
+  const std::string text =
+      "ISO-10303-21;HEADER;FILE_DESCRIPTION((''),'2;1');FILE_NAME('','',(''),(''),'','','');"
+      "DATA('x',('S'));FILE_SCHEMA(('S'));ENDSEC;DATA;#1=A();ENDSEC;END-ISO-10303-21;";
+  EXPECT_FALSE(plain::is_legal(text));
+  EXPECT_EQ(difference_of_readings(text, 64), "");
+}
+
 /// Changes a few places of a text.
 std::string mutated(std::string text, std::mt19937& random) {
   constexpr std::string_view INSERTS[] = {

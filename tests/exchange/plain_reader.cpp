@@ -660,7 +660,8 @@ class Grammar {
     if (!word("HEADER") || !take(';')) return false;
     int count = 0;
     while (!word("ENDSEC")) {
-      if (!record() || !take(';')) return false;
+      // A word of the grammar, which begins a section with parameters; not a keyword (5.3, 6.2).
+      if (word("DATA") || !record() || !take(';')) return false;
       ++count;
     }
     return count >= 3 && take(';');
