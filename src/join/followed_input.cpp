@@ -49,7 +49,8 @@ void FollowedInput::join_files(const fs::path& in, const JoinOptions& options) {
   for (std::size_t i = 0; i < joining.files().size(); ++i) {
     files_.push_back(i == 0 ? in : joining.files()[i].place);
   }
-  joining.write(utf8_of_path(in.filename()), fresh_.stream());
+  // It stands for the input, whose time is its own.
+  joining.write({utf8_of_path(in.filename()), {}}, fresh_.stream());
   fresh_.close();
   if (fresh_.error()) throw OutputError(fresh_.path(), fresh_.error());
 }

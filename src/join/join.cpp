@@ -13,6 +13,7 @@
 #include "output/own_input.h"
 #include "shrink/shrinking.h"
 #include "split_list/split_root.h"
+#include "writer/frame.h"
 
 namespace Kessel {
 
@@ -33,7 +34,7 @@ Joined join_into(std::ostream& stream, const std::filesystem::path& root,
   Joining joining(is_split ? root_of_split(root) : root, options);
   refuse_to_replace_inputs(joining.files(), out);
   keep_references(joining, out);
-  joining.write(utf8_of_path(out.filename()), stream);
+  joining.write({utf8_of_path(out.filename()), current_time_stamp()}, stream);
   Joined joined;
   joined.records = joining.record_count();
   for (std::size_t i = 0; i < joining.files().size(); ++i) {

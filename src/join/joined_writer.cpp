@@ -16,7 +16,6 @@
 #include "kessel/errors.h"
 #include "output/buffered_text.h"
 #include "output/file_frame.h"
-#include "writer/frame.h"
 
 namespace Kessel {
 
@@ -125,11 +124,11 @@ class JoinedWriter {
                Numbering& numbering, std::ostream& out)
       : files_(files), records_(records), lists_(lists), numbering_(numbering), out_(out) {}
 
-  void write(const std::string& name, const std::function<void(std::uint64_t)>& progress) {
+  void write(const JoinedName& name, const std::function<void(std::uint64_t)>& progress) {
     const Instances& root = files_.root().instances;
     const std::vector<std::string> sections = sections_of(root);
     const bool become_one = sections.size() == 1 && root.data_sections().size() != 1;
-    out_.text() += HeaderForm(root.header(), current_time_stamp(), become_one).with_name(name);
+    out_.text() += HeaderForm(root.header(), name.time_stamp, become_one).with_name(name.name);
     write_entries(TypeTable::ANCHOR_ENTRY, "ANCHOR;\n");
     write_entries(TypeTable::REFERENCE_ENTRY, "REFERENCE;\n");
     for (std::size_t section = 0; section < sections.size(); ++section) {
@@ -204,7 +203,7 @@ class JoinedWriter {
 }  // namespace
 
 void write_joined(const FileSet& files, const Records& records, const JoinedLists& lists,
-                  Numbering& numbering, const std::string& name, std::ostream& out,
+                  Numbering& numbering, const JoinedName& name, std::ostream& out,
                   const std::function<void(std::uint64_t)>& progress) {
   try {
     JoinedWriter(files, records, lists, numbering, out).write(name, progress);

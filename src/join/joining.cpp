@@ -11,7 +11,6 @@
 #include "join/equal_values.h"
 #include "join/joined_records.h"
 #include "join/joined_text.h"
-#include "join/joined_writer.h"
 #include "join/reference_entries.h"
 #include "model/progress_reporter.h"
 
@@ -83,7 +82,7 @@ Sameness::BodyReader Joining::body_reader() {
   };
 }
 
-void Joining::write(const std::string& name, std::ostream& out) {
+void Joining::write(const JoinedName& name, std::ostream& out) {
   std::uint64_t total = 0;
   for (std::size_t i = 0; i < files_.size(); ++i) total += files_[i].bytes;
   Options options;

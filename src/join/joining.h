@@ -8,6 +8,7 @@
 
 #include "join/file_set.h"
 #include "join/joined_lists.h"
+#include "join/joined_writer.h"
 #include "join/numbering.h"
 #include "join/records.h"
 #include "join/residue.h"
@@ -44,8 +45,8 @@ class Joining {
   /// it.
   Sameness::BodyReader body_reader();
 
-  /// Writes the joined file to `out`, as if it were called `name`; as write_joined().
-  void write(const std::string& name, std::ostream& out);
+  /// Writes the joined file to `out`; as write_joined().
+  void write(const JoinedName& name, std::ostream& out);
 
  private:
   Documents unite();

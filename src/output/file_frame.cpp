@@ -58,7 +58,9 @@ HeaderForm::HeaderForm(const std::vector<std::string>& entities, std::string_vie
   std::vector<std::string> said;
   for (const std::string& entity : entities) {
     if (keyword_of(entity) == "FILE_NAME") {
-      const std::string line = with_parameter(entity, 1, "'" + std::string(time_stamp) + "'");
+      const std::string line = time_stamp.empty()
+                                   ? entity
+                                   : with_parameter(entity, 1, "'" + std::string(time_stamp) + "'");
       const std::string_view name = Exchange::parameter(first_list(line), 0);
       if (!name.empty()) {
         const auto begin = static_cast<std::size_t>(name.data() - line.data());

@@ -10,8 +10,9 @@
 namespace Kessel {
 
 /// The header section of the input, from "ISO-10303-21;" to its "ENDSEC;", for files of the split:
-/// FILE_NAME (ISO 10303-21, 8.2.2) says the file's name and `time_stamp`. Where the sections of the
-/// input become one, entities that speak of sections speak of all.
+/// FILE_NAME (ISO 10303-21, 8.2.2) says the file's name and `time_stamp`, or the input's time where
+/// that is empty. Where the sections of the input become one, entities that speak of sections speak
+/// of all.
 class HeaderForm {
  public:
   HeaderForm(const std::vector<std::string>& entities, std::string_view time_stamp,

@@ -136,6 +136,9 @@ TEST(Overview, FollowsReferencesAndChecksTheInputItself) {
   Options options;
   options.follow_references = true;
   expect_same(in, options);
+  const std::string written = read_summary(in).header.time_stamp;
+  EXPECT_FALSE(written.empty());
+  EXPECT_EQ(read_summary(in, options).header.time_stamp, written);
 }
 
 TEST(Overview, HasNoLinesWhereTheyDoNotFit) {
