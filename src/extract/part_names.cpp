@@ -103,11 +103,8 @@ NamedPart PartNames::operator[](ProductId product) const {
 }
 
 ProductId PartNames::find(std::string_view what) const {
-  if (const std::uint64_t number = number_in(what); number != 0) {
-    const Index record = instances_.find(number);
-    const ProductId product = record == NO_RECORD ? NO_PRODUCT : products_.find(record);
-    if (product != NO_PRODUCT) return product;
-  }
+  const ProductId product = numbered(what);
+  if (product != NO_PRODUCT) return product;
   std::vector<ProductId> found = called(what);
   if (found.empty()) found = on_path(what);
   if (found.size() != 1) refuse(what, found);
@@ -153,7 +150,15 @@ std::vector<ProductId> PartNames::on_path(std::string_view path) const {
   return {found.begin(), found.end()};
 }
 
+ProductId PartNames::numbered(std::string_view what) const {
+  const std::uint64_t number = number_in(what);
+  const Index record = number == 0 ? NO_RECORD : instances_.find(number);
+  return record == NO_RECORD ? NO_PRODUCT : products_.find(record);
+}
+
 std::vector<ProductId> PartNames::most_similar(std::string_view what) const {
+  const ProductId meant = numbered("#" + std::string(what));
+  if (meant != NO_PRODUCT) return {meant};
   const std::string_view last = what.substr(what.find_last_of(BETWEEN_STEPS) + 1);
   std::vector<std::pair<std::size_t, ProductId>> similar;
   for (ProductId product = 0; product < products_.products.size(); ++product) {
@@ -188,7 +193,8 @@ void PartNames::refuse(std::string_view what, const std::vector<ProductId>& call
     sentence = "There are " + std::to_string(called.size()) + " parts called " + name + ": " +
                list(called) + "; say which one by its number.";
   } else if (!some.empty()) {
-    sentence = "There is no part called " + name + "; similar are " + list(some) + ".";
+    sentence = "There is no part called " + name + "; similar " +
+               (some.size() == 1 ? "is " : "are ") + list(some) + ".";
   } else {
     sentence = "There is no part called " + name + ".";
   }

@@ -34,6 +34,8 @@ class PartNames {
   bool is_called(ProductId product, std::string_view what) const;
   std::vector<ProductId> called(std::string_view what) const;
   std::vector<ProductId> on_path(std::string_view path) const;
+  /// The one that "#12" stands for.
+  ProductId numbered(std::string_view what) const;
   std::vector<ProductId> most_similar(std::string_view what) const;
   std::vector<ProductId> components(ProductId product) const;
   [[noreturn]] void refuse(std::string_view what, const std::vector<ProductId>& called) const;

@@ -40,9 +40,12 @@ std::size_t unlikeness(std::string_view name, std::string_view wanted) {
   if (name.empty() || wanted.empty()) return UNLIKE;
   const std::string a = caseless(name);
   const std::string b = caseless(wanted);
-  if (a.find(b) != std::string::npos || b.find(a) != std::string::npos) return 0;
+  // Short names stand in many words by chance.
+  const bool holds_most = 2 * a.size() >= b.size() && b.find(a) != std::string::npos;
+  if (holds_most || a.find(b) != std::string::npos) return 0;
   const std::size_t distance = edit_distance(a, b);
-  return 2 * distance > std::max(a.size(), b.size()) ? UNLIKE : distance;
+  const std::size_t most = std::max<std::size_t>(std::max(a.size(), b.size()) / 3, 1);
+  return distance > most ? UNLIKE : distance;
 }
 
 }  // namespace Kessel

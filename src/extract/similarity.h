@@ -7,8 +7,9 @@
 namespace Kessel {
 
 /// How much `name` differs from `wanted`: insertions, removals and replacements of bytes, ASCII
-/// letters without regard to case; 0 where one is a part of the other. Names of which more than
-/// half would have to change are unlike, which is `UNLIKE`.
+/// letters without regard to case; 0 where `wanted` is a part of `name`, or `name` half of `wanted`
+/// or more. Names of which more than a third, and more than one byte, would have to change are
+/// unlike, which is `UNLIKE`.
 std::size_t unlikeness(std::string_view name, std::string_view wanted);
 
 inline constexpr std::size_t UNLIKE = ~std::size_t{0};

@@ -151,7 +151,7 @@ TEST_F(ExtractCommand, SplitOfAPartIsThatOfTheExtractedFile) {
   const ProcessRun unknown = run_velkstep({"split", "deep.stp", "--part", "weel", "-o", "no"});
   EXPECT_EQ(unknown.exit_code, 1);
   EXPECT_EQ(unknown.errors,
-            "velkstep: deep.stp: There is no part called \"weel\"; similar are #20 (car/wheel). "
+            "velkstep: deep.stp: There is no part called \"weel\"; similar is #20 (car/wheel). "
             "velkstep extract deep.stp --list lists all.\n");
   EXPECT_FALSE(fs::exists("no"));
 }

@@ -21,8 +21,7 @@ const std::string UNITS =
     "#35=(CONVERSION_BASED_UNIT('INCH',#36)LENGTH_UNIT()NAMED_UNIT(#39));\n"
     "#36=LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(25.4),#33);\n";
 
-const std::string ONE_WARNING =
-    "velkstep: in.stp: 1 warning; nothing is lost, and velkstep check says what it is about\n";
+const std::string ONE_WARNING = "velkstep: in.stp: 1 warning; velkstep check in.stp lists it\n";
 
 TEST(InfoCommand, PrintsHeaderAndCounts) {
   const ScratchFolder folder;

@@ -175,10 +175,42 @@ TEST_F(Messages, WhatCannotBeOpenedIsCalledTheSameByAllCommands) {
   }
   expect_of_all("good.stp/lost.stp", "",
                 "The file cannot be opened: Not a directory. Check its name.");
-  const std::string is_folder = "The file is a folder. Name files in it, such as parts/*.step.";
-  for (const char* command : {"tree", "info"})
-    expect_line({command, "parts"}, 1, "parts: " + is_folder);
-  EXPECT_EQ(run_velkstep({"check", "parts"}).out, "parts: error: " + is_folder + "\n");
+}
+
+TEST_F(Messages, FoldersSayWhatToNameInThem) {
+  for (const char* name : {"models", "empty"}) fs::create_directory(name);
+  folder_.write("models/notes.txt", "");
+  folder_.write("models/LAMP.STEP", "");
+  folder_.write("empty/notes.txt", "");
+  const std::vector<std::pair<std::string, std::string>> FOLDERS = {
+      {"parts", "ame the file of its root, parts/box.stp"},
+      {"models", "ame files in it, such as models/*.STEP"},
+      {"empty", ""},
+  };
+  for (const auto& [name, what] : FOLDERS) {
+    const std::string is_folder =
+        "The file is a folder. " + (what.empty() ? "It holds no STEP file: name one" : "N" + what);
+    for (const char* command : {"tree", "info"})
+      expect_line({command, name}, 1, name + ": " + is_folder + ".");
+    EXPECT_EQ(run_velkstep({"check", name}).out, name + ": error: " + is_folder + ".\n");
+    EXPECT_EQ(run_velkstep({"split", name}).errors,
+              "velkstep split: " + name + " is a folder; " +
+                  (what.empty() ? "it holds no STEP file: name one" : "n" + what) +
+                  ", or the folder for the result by -o " + name +
+                  "\nvelkstep split --help says how to use it.\n");
+  }
+}
+
+TEST_F(Messages, HelpIsThereHoweverItIsAskedFor) {
+  const ProcessRun of_split = run_velkstep({"split", "--help"});
+  const ProcessRun of_all = run_velkstep({"--help"});
+  for (const char* word : {"help", "-h", "--help"}) {
+    EXPECT_EQ(run_velkstep({word, "split"}).out, of_split.out);
+    EXPECT_EQ(run_velkstep({word, "split", "in.stp"}).out, of_split.out);
+    const ProcessRun all = run_velkstep({word});
+    EXPECT_EQ(all.out, of_all.out);
+    EXPECT_EQ(all.exit_code, 0);
+  }
 }
 
 /// Kinds that no table here holds, and why.
@@ -409,7 +441,13 @@ INSTANTIATE_TEST_SUITE_P(
                             {"extract", "good.stp", "--part", "lit", "-o", "new"},
                             1,
                             "good.stp",
-                            "There is no part called \"lit\"; similar are #6 (box/lid).",
+                            "There is no part called \"lit\"; similar is #6 (box/lid).",
+                            " velkstep extract good.stp --list lists all."},
+                    Message{{},
+                            {"extract", "good.stp", "--part", "6", "-o", "new"},
+                            1,
+                            "good.stp",
+                            "There is no part called \"6\"; similar is #6 (box/lid).",
                             " velkstep extract good.stp --list lists all."},
                     Message{{},
                             {"extract", "good.stp", "--bodies", "--part", "box", "-o", "new"},
@@ -625,7 +663,6 @@ struct Notice {
 };
 
 TEST_F(Messages, NoticesNameTheirFile) {
-  const std::string more = "; nothing is lost, and velkstep check says what it is about";
   const std::string warned = exchange_file(std::string(BOX_WITH_LID) + "#90=A(#99);\n");
   const std::string missing =
       "velkstep: in/a.stp:20:1: The file \"b.stp\" that is referred to is not there. Put it "
@@ -636,13 +673,25 @@ TEST_F(Messages, NoticesNameTheirFile) {
   const std::vector<Notice> NOTICES = {
       {{{"warned.stp", warned}},
        {"split", "warned.stp", "-o", "1"},
-       "velkstep: warned.stp: 1 warning" + more},
-      {{}, {"tree", "warned.stp"}, "velkstep: warned.stp: 1 warning" + more},
-      {{}, {"info", "warned.stp"}, "velkstep: warned.stp: 1 warning" + more},
-      {{}, {"shrink", "warned.stp", "-o", "2"}, "velkstep: warned.stp: 1 warning" + more},
+       "velkstep: warned.stp: 1 warning; velkstep check warned.stp lists it"},
+      {{},
+       {"tree", "warned.stp"},
+       "velkstep: warned.stp: 1 warning; velkstep check warned.stp lists it"},
+      {{},
+       {"info", "warned.stp"},
+       "velkstep: warned.stp: 1 warning; velkstep check warned.stp lists it"},
+      {{},
+       {"shrink", "warned.stp", "-o", "2"},
+       "velkstep: warned.stp: 1 warning; velkstep check warned.stp lists it"},
       {{{"a.stp", exchange_file(LID)}, {"b.stp", exchange_file(LID) + "stray"}},
        {"diff", "a.stp", "b.stp"},
-       "velkstep: b.stp: 1 warning" + more},
+       "velkstep: b.stp:16:1: Text stands behind \"END-ISO-10303-21;\"; it is left out."},
+      {{{"my box.stp", exchange_file("#90=A(#99);\n#91=A(#98);\n" + std::string(BOX_WITH_LID))}},
+       {"split", "my box.stp", "-o", "12"},
+       "velkstep: my box.stp: 2 warnings; velkstep check 'my box.stp' lists them"},
+      {{{"behind.stp", exchange_file(BOX_WITH_LID) + "stray"}},
+       {"split", "behind.stp", "-o", "13"},
+       "velkstep: behind.stp:22:1: Text stands behind \"END-ISO-10303-21;\"; it is left out."},
       {{{"in/a.stp", box_that_refers_to({"b.stp"})}}, {"split", "in/a.stp", "-o", "3"}, missing},
       {{},
        {"join", "--allow-missing", "in/a.stp", "-o", "4"},
@@ -685,7 +734,11 @@ TEST_F(Messages, NoticesNameTheirFile) {
        {"split", "good.stp", "none.step"},
        "velkstep: none.step: is not there, so it names the folder for the files; -o does that "
        "without "
-       "doubt"},
+       "doubt. Did you mean none.stp?"},
+      {{},
+       {"split", "good.stp", "good.step"},
+       "velkstep: good.step: is not there, so it names the folder for the files; -o does that "
+       "without doubt"},
       {{}, {"split", "-q", "good.stp", "other.step"}, ""},
       {{}, {"check", "good.stp", "lid.stp"}, "velkstep: 2 inputs: 2 done"},
   };
@@ -715,7 +768,11 @@ TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
       {{}, ": a command is required"},
       {{"splt", "in.stp", "out"}, ": splt: did you mean split?"},
       {{"good.stp"}, ": good.stp: no such command; velkstep split good.stp splits that file"},
-      {{"help"}, ": help: did you mean --help?"},
+      {{"help", "splt"}, ": splt: did you mean split?"},
+      {{"version"}, ": version: did you mean --version?"},
+      {{"-v"}, ": -v: did you mean --version?"},
+      {{"tree", "--bom", "--sort", "size", "good.stp"},
+       " tree: --sort: size: none of file, name, quantity"},
       {{"split"}, " split: IN is required"},
       {{"split", "--forse", "good.stp"}, " split: --forse: did you mean --force?"},
       {{"split", "--names=other", "good.stp"},
@@ -724,10 +781,10 @@ TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
        " split: lid: its name does not end in .step or the like, which would tell what to call its "
        "folder; -o OUTDIR names one"},
       {{"split", "parts"},
-       " split: parts is a folder; name files in it, such as parts/*.step, or the folder for the "
+       " split: parts is a folder; name the file of its root, parts/box.stp, or the folder for the "
        "result by -o parts"},
       {{"split", "good.stp", "a.stp", "parts"},
-       " split: parts is a folder; name files in it, such as parts/*.step, or the folder for the "
+       " split: parts is a folder; name the file of its root, parts/box.stp, or the folder for the "
        "result by -o parts"},
       {{"split", "good.stp", "-"},
        " split: standard input has no name for a folder; -o OUTDIR names one for it alone"},

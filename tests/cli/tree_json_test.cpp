@@ -88,11 +88,10 @@ TEST(TreeJson, LargestNumberIsExact) {
 }
 
 TEST(TreeJson, TextsAreKeptAndEscaped) {
-  const Json tree = tree_json_of(
-      product(1, "'\"q\" \\X2\\30CD\\X0\\','it''s \x1B[31m',$") +
-          product(11, "'caf\xE9','\xC2\x9B\x7F','\xF0\x9F\x94\xA9'") + usage(20, 3, 13),
-      "velkstep: in.stp: 1 warning; nothing is lost, and velkstep check says what it is "
-      "about\n");
+  const Json tree = tree_json_of(product(1, "'\"q\" \\X2\\30CD\\X0\\','it''s \x1B[31m',$") +
+                                     product(11, "'caf\xE9','\xC2\x9B\x7F','\xF0\x9F\x94\xA9'") +
+                                     usage(20, 3, 13),
+                                 "velkstep: in.stp: 1 warning; velkstep check in.stp lists it\n");
   EXPECT_EQ(tree["parts"][0]["id"], "\"q\" ネ");
   EXPECT_EQ(tree["parts"][0]["name"], "it's \x1B[31m");
   EXPECT_EQ(tree["parts"][1]["id"], "café");

@@ -79,7 +79,9 @@ TEST_F(PartNamesTest, AmbiguousNamesListTheCandidates) {
 }
 
 TEST_F(PartNamesTest, UnknownNamesListSimilarOnes) {
-  EXPECT_EQ(refusal("Wheell"), "There is no part called \"Wheell\"; similar are #20 (car/wheel).");
+  EXPECT_EQ(refusal("Wheell"), "There is no part called \"Wheell\"; similar is #20 (car/wheel).");
+  EXPECT_EQ(refusal("20"), "There is no part called \"20\"; similar is #20 (car/wheel).");
+  EXPECT_EQ(refusal("shell"), "There is no part called \"shell\".");
   EXPECT_EQ(refusal("xyz"), "There is no part called \"xyz\".");
   EXPECT_EQ(refusal(""), "There is no part called \"\".");
   EXPECT_EQ(refusal("#21"), "There is no part called \"#21\".");

@@ -7,7 +7,7 @@
 
 #include "arguments/commands.h"
 #include "run/exit_codes.h"
-#include "run/split_plan.h"
+#include "run/input_names.h"
 #include "run/wrong_usage.h"
 #include "text/near_miss.h"
 #include "text/terminal.h"
@@ -65,7 +65,9 @@ std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::Pa
       left.empty() ? std::string() : left.front().substr(0, left.front().find('='));
   if (&command == &app) {
     if (left.empty()) return "a command is required";
-    if (typed == "help") return "help: did you mean --help?";
+    for (const char* word : {"version", "-v", "-V"}) {
+      if (typed == word) return typed + ": did you mean --version?";
+    }
     if (!stem_of(typed).empty()) {
       return printable(typed) + ": no such command; velkstep split " + printable(typed) +
              " splits that file";
@@ -89,6 +91,25 @@ int refuse(const std::string& command, const std::string& sentence) {
   return EXIT_WRONG_USAGE;
 }
 
+/// The arguments, the last one first as CLI11 takes them. "help", or its option in front of a
+/// command, asks for the help of that command.
+std::vector<std::string> arguments_of(int argc, char** argv, const CLI::App& app) {
+  std::vector<std::string> arguments(argv + 1, argv + std::max(argc, 1));
+  const bool asks = !arguments.empty() &&
+                    (arguments[0] == "help" || arguments[0] == "-h" || arguments[0] == "--help");
+  if (asks) {
+    const std::vector<std::string> commands = commands_of(app);
+    arguments.erase(arguments.begin());
+    arguments.resize(std::min<std::size_t>(arguments.size(), 1));
+    const bool is_unknown =
+        !arguments.empty() && !arguments[0].starts_with('-') &&
+        std::find(commands.begin(), commands.end(), arguments[0]) == commands.end();
+    if (!is_unknown) arguments.emplace_back("--help");
+  }
+  std::reverse(arguments.begin(), arguments.end());
+  return arguments;
+}
+
 }  // namespace
 
 int run_command_line(int argc, char** argv) {
@@ -103,7 +124,7 @@ int run_command_line(int argc, char** argv) {
     return &command() == &app ? "velkstep" : "velkstep " + command().get_name();
   };
   try {
-    app.parse(argc, argv);
+    app.parse(arguments_of(argc, argv, app));
     return action();
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return app.exit(error);  // Help, or the version.

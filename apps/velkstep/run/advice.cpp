@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstddef>
 #include <filesystem>
 #include <iterator>
-#include <vector>
 
-#include "text/near_miss.h"
+#include "run/meant_files.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -58,52 +56,16 @@ constexpr Advice ADVICE[] = {
     {FindingKind::unknown_component, "Export that file again, with the component at its top."},
 };
 
-/// More files of a folder than these are not looked at.
-constexpr std::size_t MOST_ENTRIES = 10'000;
-
-/// The names of files in a folder, in order.
-std::vector<std::string> files_in(const fs::path& folder) {
-  std::error_code error;
-  std::vector<std::string> names;
-  fs::directory_iterator entry(folder.empty() ? "." : folder, error);
-  for (; !error && entry != fs::directory_iterator() && names.size() < MOST_ENTRIES;
-       entry.increment(error)) {
-    std::error_code unknown;
-    if (entry->is_regular_file(unknown)) names.push_back(entry->path().filename().string());
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
-/// A name as far as people remember it: without its ending, in small letters.
-std::string remembered(const fs::path& name) {
-  std::string stem = name.stem().string();
-  std::transform(stem.begin(), stem.end(), stem.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return stem;
-}
-
-/// The file beside `path`, which is not there, that may have been meant; empty for none.
-std::string meant_instead_of(const fs::path& path) {
-  const std::vector<std::string> names = files_in(path.parent_path());
-  std::vector<std::string> words;
-  for (const std::string& name : names) words.push_back(remembered(name));
-  const std::string typed = remembered(path.filename());
-  auto meant = std::find(words.begin(), words.end(), typed);
-  if (meant == words.end()) {
-    meant = std::find(words.begin(), words.end(), near_miss(typed, words));
-  }
-  if (meant == words.end() || meant->empty()) return {};
-  return (path.parent_path() / names[static_cast<std::size_t>(meant - words.begin())]).string();
-}
-
 std::string advice_on_unreadable(const std::string& argument) {
   if (argument == "standard input") return "Redirect it from a file, or name one.";
   std::error_code error;
   const fs::path path = argument;
   const fs::file_type type = fs::status(path, error).type();
   if (type == fs::file_type::directory) {
-    return "Name files in it, such as " + (path / "*.step").string() + ".";
+    std::string sentence = what_to_name_in(path) + ".";
+    sentence.front() =
+        static_cast<char>(std::toupper(static_cast<unsigned char>(sentence.front())));
+    return sentence;
   }
   if (type == fs::file_type::not_found) {
     const std::string meant = meant_instead_of(path);

@@ -1,14 +1,12 @@
 #include "run/split_plan.h"
 
-#include <algorithm>
-#include <array>
-#include <cctype>
 #include <iostream>
 #include <map>
-#include <string_view>
 #include <system_error>
 
 #include "run/each_input.h"
+#include "run/input_names.h"
+#include "run/meant_files.h"
 #include "run/with_input.h"
 #include "text/terminal.h"
 
@@ -18,35 +16,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<std::string_view, 6> COMPRESSED_ENDINGS = {".gz", ".zip", ".bz2",
-                                                                ".xz", ".zst", ".zstd"};
-constexpr std::array<std::string_view, 5> EXCHANGE_ENDINGS = {".step", ".stp", ".p21", ".stpnc",
-                                                              ".stpz"};
-
-/// Takes the one of `endings` off that `name` has, in capital or small letters. Returns whether.
-template <class Endings>
-bool take_off(std::string& name, const Endings& endings) {
-  const auto ends_with = [&](std::string_view ending) {
-    return name.size() >= ending.size() &&
-           std::equal(ending.rbegin(), ending.rend(), name.rbegin(), [](char a, char b) {
-             return a == std::tolower(static_cast<unsigned char>(b));
-           });
-  };
-  const auto found = std::find_if(endings.begin(), endings.end(), ends_with);
-  if (found == endings.end()) return false;
-  name.resize(name.size() - found->size());
-  return true;
-}
-
 /// An input that cannot be one, or whose name tells nothing.
 [[noreturn]] void refuse_name(const std::string& in) {
   std::error_code error;
   if (fs::is_directory(in, error)) {
-    const std::string files = (fs::path(in) / "*.step").string();
-    throw WrongUsage(in + " is a folder; name files in it, such as " + files +
-                     ", or the folder for "
-                     "the result by -o " +
-                     in);
+    throw WrongUsage(in + " is a folder; " + what_to_name_in(in) +
+                     ", or the folder for the result by -o " + in);
   }
   throw WrongUsage(in +
                    ": its name does not end in .step or the like, which would tell what to call "
@@ -114,19 +89,14 @@ void mention_folder_like_a_file(const SplitArguments& arguments,
       fs::exists(last, error)) {
     return;
   }
+  const std::string meant = meant_instead_of(last);
+  const bool is_another = !meant.empty() && !stem_of(meant).empty() && meant != plan.back().in;
   std::cerr << "velkstep: " << printable(last)
-            << ": is not there, so it names the folder for the files; -o does that without doubt\n";
+            << ": is not there, so it names the folder for the files; -o does that without doubt"
+            << (is_another ? ". Did you mean " + printable(meant) + "?" : "") << '\n';
 }
 
 }  // namespace
-
-std::string stem_of(const std::string& in) {
-  std::string name = fs::path(in).filename().string();
-  const bool was_compressed = take_off(name, COMPRESSED_ENDINGS);
-  const bool was_exchange = take_off(name, EXCHANGE_ENDINGS);
-  const bool is_name = !name.empty() && name != "." && name != "..";
-  return is_name && (was_compressed || was_exchange) ? name : std::string();
-}
 
 std::vector<SplitArguments> plan_splits(const SplitArguments& arguments) {
   std::vector<std::string> inputs = arguments.inputs;

@@ -11,10 +11,6 @@
 
 namespace Velkstep {
 
-/// The name of an input without what says that it is compressed or an exchange file: "lamp" for
-/// "a/lamp.step", "lamp.STP.gz" and "lamp.stpz". Empty where nothing says so.
-std::string stem_of(const std::string& in);
-
 /// One split for each input, its `in` and `outdir` set, all else as in `arguments`. Without
 /// `arguments.output`, the second of two inputs is the folder where it is no regular file. One
 /// input goes into the folder itself, without one into a folder of its own name; several go into

@@ -15,8 +15,9 @@ void Warnings::add(const Kessel::Finding& warning) {
   } else if (warning.kind == Kessel::FindingKind::missing_target) {
     missing_.push_back(warning);
   } else if (warning.kind == Kessel::FindingKind::foreign_shape ||
-             warning.kind == Kessel::FindingKind::occurrence_style) {
-    Group& group = of_split_[warning.kind];
+             warning.kind == Kessel::FindingKind::occurrence_style ||
+             warning.kind == Kessel::FindingKind::text_after_end) {
+    Group& group = told_[warning.kind];
     if (group.count == 0) group.first = warning;
     group.count += warning.count;
   } else {
@@ -38,7 +39,7 @@ void Warnings::mention(const std::string& argument) const {
               << first.sentence << (more == 0 ? "" : " " + grouped(more) + " more are missing.")
               << " Put it there, or what is in it is missing.\n";
   }
-  for (const auto& [kind, group] : of_split_) {
+  for (const auto& [kind, group] : told_) {
     std::cerr << "velkstep: " << printable(place_in(shown_name(argument), group.first)) << ": "
               << group.first.sentence
               << (group.count == 1 ? "" : " " + grouped(group.count - 1) + " more like it.")
@@ -46,8 +47,9 @@ void Warnings::mention(const std::string& argument) const {
   }
   if (count_ == 0) return;
   std::cerr << "velkstep: " << printable(shown_name(argument)) << ": "
-            << counted(count_, "warning", "warnings")
-            << "; nothing is lost, and velkstep check says what it is about\n";
+            << counted(count_, "warning", "warnings") << "; velkstep check"
+            << (argument == "-" ? "" : " " + in_command(argument)) << " lists "
+            << (count_ == 1 ? "it" : "them") << "\n";
 }
 
 }  // namespace Velkstep

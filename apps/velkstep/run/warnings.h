@@ -20,8 +20,8 @@ class Warnings {
   void listen(Kessel::Options& options);
 
   /// Prints how many there were in the input that the user called `argument`, and in lines of their
-  /// own which file is missing that it refers to, and what a split alone warns of, the first of
-  /// each kind; nothing for none.
+  /// own which file is missing that it refers to, and what check does not know or what is left out,
+  /// the first of each kind; nothing for none.
   void mention(const std::string& argument) const;
 
   /// Why a split has one file only, the copy of its input: it holds one part
@@ -35,8 +35,8 @@ class Warnings {
   };
 
   std::uint64_t count_ = 0;
-  std::vector<Kessel::Finding> missing_;           // files that the input refers to
-  std::map<Kessel::FindingKind, Group> of_split_;  // what check knows nothing of
+  std::vector<Kessel::Finding> missing_;       // files that the input refers to
+  std::map<Kessel::FindingKind, Group> told_;  // told by their own sentences
   std::optional<Kessel::FindingKind> why_copied_;
 };
 

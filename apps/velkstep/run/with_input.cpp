@@ -92,11 +92,13 @@ std::string name_of_file(const std::string& argument, const Kessel::Finding& fin
   return (folder / finding.file).string();
 }
 
+std::string in_command(const std::string& argument) {
+  return printable(argument.find(' ') == std::string::npos ? argument : "'" + argument + "'");
+}
+
 int fail_to_find(const std::string& argument, const Kessel::PartError& error) {
-  const std::string shown =
-      argument.find(' ') == std::string::npos ? argument : "'" + argument + "'";
   return fail(shown_name(argument), printable(error.sentence()) + " velkstep extract " +
-                                        printable(shown) + " --list lists all.");
+                                        in_command(argument) + " --list lists all.");
 }
 
 std::filesystem::path folder_of_input(const std::string& argument) {

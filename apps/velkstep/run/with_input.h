@@ -40,6 +40,9 @@ std::string reason_of(const std::exception& error);
 /// What an input is called in messages: its path, or "standard input".
 std::string shown_name(const std::string& argument);
 
+/// How an argument is written in a command that a message proposes.
+std::string in_command(const std::string& argument);
+
 /// What the file that a finding on the input `argument` names is called: the input, or one that is
 /// seen from its folder.
 std::string name_of_file(const std::string& argument, const Kessel::Finding& finding);

@@ -32,7 +32,8 @@ std::string near_miss(const std::string& typed, const std::vector<std::string>& 
   constexpr std::size_t LONGEST = 64;  // No word is near to what is longer.
   if (typed.empty() || typed.size() > LONGEST) return {};
   std::string nearest;
-  std::size_t least = typed.size() / 3 + 2;  // A third of the letters may be wrong, and one.
+  // A third of the letters may be wrong, or one.
+  std::size_t least = std::max<std::size_t>(typed.size() / 3, 1) + 1;
   for (const std::string& word : words) {
     const std::size_t steps = word.starts_with(typed) ? 1 : distance(typed, word);
     if (steps >= least || steps >= word.size()) continue;
