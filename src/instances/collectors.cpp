@@ -1,5 +1,6 @@
 #include "instances/collectors.h"
 
+#include "exchange/lexer.h"
 #include "exchange/parameters.h"
 #include "instances/keyword_row.h"
 
@@ -47,6 +48,11 @@ unsigned collecting_parameter(std::string_view keyword) {
 
 std::vector<std::string_view> collected_lists(std::string_view body) {
   std::vector<std::string_view> lists;
+  // Nearly all records are simple ones that collect nothing: then nothing behind the keyword
+  // counts.
+  const Exchange::Word first = Exchange::Lexer(body).next();
+  const bool is_simple = first.kind == Exchange::WordKind::keyword;
+  if (is_simple && collecting_parameter(first.text) == NO_PARAMETER) return lists;
   for (const Exchange::PartialRecord& partial : Exchange::partial_records(body)) {
     const unsigned place = collecting_parameter(partial.keyword);
     if (place == NO_PARAMETER) continue;

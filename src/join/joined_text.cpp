@@ -17,12 +17,6 @@ namespace {
 
 using Exchange::Mention;
 
-void append_digits(std::uint64_t number, std::string& out) {
-  std::array<char, 20> digits;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-  out.append(digits.data(), end);
-}
-
 /// The mentions that stand in `text`, a part of the text that all stand in.
 std::span<const Mention> mentions_in(std::string_view text, std::span<const Mention> mentions) {
   const auto first = std::partition_point(mentions.begin(), mentions.end(),
@@ -72,6 +66,12 @@ void JoinedText::append_edited(Index index, std::string_view body,
   }
 }
 
+void append_digits(std::uint64_t number, std::string& out) {
+  std::array<char, 20> digits;
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+  out.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
+}
+
 void JoinedText::append_number(std::uint64_t number, std::string& out) {
   const Index record = file_.instances.find(number);
   const std::uint64_t joined =
@@ -83,11 +83,11 @@ void JoinedText::append(std::string_view text, std::span<const Mention> mentions
                         std::string& out) {
   const char* at = text.data();
   for (const Mention& mention : mentions) {
-    out.append(at, mention.begin);
+    out.append(at, static_cast<std::size_t>(mention.begin - at));
     append_number(mention.number, out);
     at = mention.end;
   }
-  out.append(at, text.data() + text.size());
+  out.append(at, static_cast<std::size_t>(text.data() + text.size() - at));
 }
 
 /// Of the list go items that are not written and those that have become one with an item in front;

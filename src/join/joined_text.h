@@ -15,6 +15,9 @@ namespace Kessel {
 /// Whether items may go from the list of the file's record, which is `node`, or come into it.
 bool rewrites_list(const JoinedFile& file, const JoinedLists& lists, Node node, Index record);
 
+/// Appends `number` in decimal.
+void append_digits(std::uint64_t number, std::string& out);
+
 /// Rewrites the texts of one file's records.
 class JoinedText {
  public:

@@ -80,9 +80,9 @@ class JoinedReading final : public Exchange::Listener {
     const Node node = records_.node(position_, index);
     if (!is_here_ || !records_.is_written(node)) return;
     std::string& out = out_.text();
-    out.append("#")
-        .append(std::to_string(numbering_.of(node)))
-        .append(1, record.has_equals ? '=' : ' ');
+    out += '#';
+    append_digits(numbering_.of(node), out);
+    out += record.has_equals ? '=' : ' ';
     text_.append_body(index, record.text, record.body, record.mentions, out);
     out += ";\n";
     out_.flush_if_long();

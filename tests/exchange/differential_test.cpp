@@ -110,6 +110,22 @@ TEST(LegalFiles, HaveNoWordOfTheGrammarForAKeywordInTheHeader) {
   EXPECT_EQ(difference_of_readings(text, 64), "");
 }
 
+TEST(LegalFiles, MayBeginWithPrintControlDirectives) {
+  const std::string text =
+      " \\N\\ISO-10303-21;HEADER;FILE_DESCRIPTION((''),'2;1');FILE_NAME('','',(''),(''),'','','');"
+      "FILE_SCHEMA(('S'));ENDSEC;DATA;#1=A();ENDSEC;END-ISO-10303-21;";
+  EXPECT_TRUE(plain::is_legal(text));
+  EXPECT_EQ(difference_of_readings(text, 64), "");
+}
+
+TEST(LegalFiles, HaveNoEmptyResource) {
+  const std::string text =
+      "ISO-10303-21;HEADER;FILE_DESCRIPTION((''),'2;1');FILE_NAME('','',(''),(''),'','','');"
+      "FILE_SCHEMA(('S'));ENDSEC;ANCHOR;<>='a';<b>='>';ENDSEC;DATA;ENDSEC;END-ISO-10303-21;";
+  EXPECT_FALSE(plain::is_legal(text));
+  EXPECT_EQ(difference_of_readings(text, 64), "");
+}
+
 /// Changes a few places of a text.
 std::string mutated(std::string text, std::mt19937& random) {
   constexpr std::string_view INSERTS[] = {

@@ -392,10 +392,7 @@ class Reading {
 
   bool begin() {
     if (has(text_, 0, "\xEF\xBB\xBF")) at_ = 3;
-    std::size_t i = at_;
-    while (i < text_.size() && (is_blank(text_[i]) || has(text_, i, "/*"))) {
-      i = is_blank(text_[i]) ? i + 1 : comment_end(text_, i);
-    }
+    const std::size_t i = skip_blanks(text_, at_);
     if (!has(text_, i, "ISO-10303-21") || !next("") || !is_word(text_of(s_), "ISO-10303-21")) {
       return false;
     }
@@ -578,7 +575,9 @@ Token number_at(std::string_view text, std::size_t i) {
 
 Token enclosed(std::string_view text, std::size_t i, char kind, char last, bool (*fits)(char)) {
   for (std::size_t end = i + 1; end < text.size(); ++end) {
-    if (text[end] == last && end > i + 1) return {kind, std::string(text.substr(i, end + 1 - i))};
+    if (text[end] == last) {
+      return end == i + 1 ? Token{0, ""} : Token{kind, std::string(text.substr(i, end + 1 - i))};
+    }
     if (!fits(text[end])) break;
   }
   return {0, ""};
