@@ -64,7 +64,7 @@ TEST_F(CheckCommand, FileThatCannotBeRead) {
   expect({"missing.stp"}, 1,
          "missing.stp: error: The file cannot be opened: No such file or directory. Check its "
          "name.\n");
-  expect({"."}, 1, ".: error: The file is a folder. Name files in it, such as ./*.step.\n");
+  expect({"."}, 1, ".: error: The file is a folder. It holds no STEP file: name one.\n");
 }
 
 TEST_F(CheckCommand, JsonHoldsEverythingThatIsKnown) {

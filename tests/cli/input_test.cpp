@@ -90,7 +90,7 @@ TEST(Input, ThatCannotBeReadIsNamedWithTheReason) {
       {"missing.stp", opened + "No such file or directory. Check its name."},
       {"in.stp/in.stp", opened + "Not a directory. Check its name."},
       {"", opened + "No such file or directory. Check its name."},
-      {".", "The file is a folder. Name files in it, such as ./*.step."},
+      {".", "The file is a folder. Name files in it, such as ./*.stp."},
       {"/dev/zero", "The file is neither a file nor a pipe. Copy it into a file first."},
   };
   for (const char* command : {"tree", "info"}) {

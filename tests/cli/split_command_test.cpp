@@ -182,7 +182,7 @@ TEST_F(SplitCommand, NoPartIsCopiedUnderTheInputsName) {
 }
 
 TEST_F(SplitCommand, OtherWarningsAreCountedApart) {
-  folder_.write("in.stp", exchange_file(LID_WITH_SHAPE + "#90=A(#99);\n"));
+  folder_.write("in.stp", exchange_file(std::string(LID_WITH_SHAPE) + "#90=A(#99);\n"));
   const ProcessRun run = run_velkstep({"split", "in.stp", "-o", "out"});
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors,
