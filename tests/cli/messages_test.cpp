@@ -201,6 +201,23 @@ TEST_F(Messages, FoldersSayWhatToNameInThem) {
   }
 }
 
+TEST_F(Messages, VerifyKnowsWhoseFolderItIs) {
+  folder_.write("lid.stp", exchange_file(LID_WITH_SHAPE));
+  EXPECT_EQ(run_velkstep({"verify", "lid.stp", "parts"}).errors,
+            "velkstep: parts: is the split of good.stp\n");
+  fs::copy_file("good.stp", "renamed.stp");
+  EXPECT_EQ(run_velkstep({"verify", "renamed.stp", "parts"}).errors, "");
+}
+
+TEST_F(Messages, VerifyAdvisesToSplitAgain) {
+  folder_.write("parts/lid.stp", "");
+  EXPECT_THAT(run_velkstep({"verify", "good.stp", "parts"}).out,
+              testing::HasSubstr("parts/lid.stp: error: The file is empty. Split again.\n"));
+  fs::remove("parts/lid.stp");
+  EXPECT_THAT(run_velkstep({"verify", "good.stp", "parts"}).out,
+              testing::HasSubstr("are missing: \"lid.stp\". Put them there, or split again.\n"));
+}
+
 TEST_F(Messages, HelpIsThereHoweverItIsAskedFor) {
   const ProcessRun of_split = run_velkstep({"split", "--help"});
   const ProcessRun of_all = run_velkstep({"--help"});
@@ -374,7 +391,19 @@ INSTANTIATE_TEST_SUITE_P(
                 "in",
                 "The folder holds no split: neither a list of one nor a \"roots.txt\" names a file "
                 "in it.",
-                " Name a folder that a split wrote."},
+                " Name a folder that a split wrote, or the file that refers to the others."},
+        Message{{},
+                {"join", "parts/roots.txt", "-o", "new"},
+                1,
+                "parts/roots.txt",
+                "The file is no exchange file: it does not begin with \"ISO-10303-21\".",
+                " Name the folder that it is in, or its root's file."},
+        Message{{},
+                {"join", "parts/velkstep-split.json", "-o", "new"},
+                1,
+                "parts/velkstep-split.json",
+                "The file is no exchange file: it does not begin with \"ISO-10303-21\".",
+                " Name the folder that it is in, or its root's file."},
         Message{{{"parts/velkstep-split.json", "{"}},
                 {"join", "parts", "-o", "new"},
                 1,
@@ -761,6 +790,7 @@ TEST_F(Messages, NoticesNameTheirFile) {
 /// Arguments that make no sense, and what is said about them in front of where help is.
 TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
   folder_.write("lid", "");
+  folder_.write("-x.step", "");
   const struct {
     std::vector<std::string> arguments;
     const char* line;
@@ -828,6 +858,11 @@ TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
       {{"extract", "good.stp", "-o", "new"}, " extract: --part is required"},
       {{"extract", "good.stp", "--part", "lid"}, " extract: --output is required"},
       {{"shrink", "good.stp"}, " shrink: --output is required"},
+      {{"shrink", "good.stp", "new.stp"},
+       " shrink: --output is required; did you mean -o new.stp?"},
+      {{"extract", "good.stp", "--part", "lid", "new.stp"},
+       " extract: --output is required; did you mean -o new.stp?"},
+      {{"split", "-x.step"}, " split: -x.step: no such option; ./-x.step names the file"},
       {{"shrink", "good.stp", "-o", ""}, " shrink: --output: its name is empty; give it one"},
       {{"shrink", "good.stp", "-o", "-"},
        " shrink: --output: nothing is written to standard output; name a file, even if it is ./-"},

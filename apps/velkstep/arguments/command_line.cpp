@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <filesystem>
 #include <iostream>
 #include <string>
+#include <system_error>
 
 #include "arguments/commands.h"
 #include "run/exit_codes.h"
@@ -34,6 +36,10 @@ std::vector<std::string> flags_of(const CLI::App& app) {
 std::string unknown(const std::string& typed, const std::vector<std::string>& words) {
   const std::string meant = near_miss(typed, words);
   const std::string what = typed.starts_with("-") ? "option" : "command";
+  std::error_code error;
+  if (what == "option" && std::filesystem::exists(typed, error)) {
+    return printable(typed) + ": no such option; ./" + printable(typed) + " names the file";
+  }
   return printable(typed) + (meant.empty() ? ": no such " + what : ": did you mean " + meant + "?");
 }
 
@@ -74,6 +80,8 @@ std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::Pa
     }
     return unknown(typed, typed.starts_with("-") ? flags_of(app) : commands_of(app));
   }
+  const bool is_required = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+  if (is_required && typed.starts_with("-")) return unknown(typed, flags_of(command));
   if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
     return typed.starts_with("-") ? unknown(typed, flags_of(command))
                                   : one_too_many(typed, command);
@@ -82,7 +90,10 @@ std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::Pa
       dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
     return wrong_values(error.what(), command);
   }
-  return printable(error.what());
+  const bool is_for_output = left.size() == 1 && !typed.starts_with("-") &&
+                             error.what() == std::string("--output is required");
+  return printable(error.what()) +
+         (is_for_output ? "; did you mean -o " + printable(typed) + "?" : "");
 }
 
 /// Says what is wrong with the arguments, and where help is.

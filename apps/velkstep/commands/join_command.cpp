@@ -6,10 +6,12 @@
 #include "json/documents.h"
 #include "kessel/errors.h"
 #include "kessel/join.h"
+#include "kessel/split_list.h"
 #include "run/advice.h"
 #include "run/exit_codes.h"
 #include "run/one_output.h"
 #include "run/progress.h"
+#include "run/split_run.h"
 #include "run/unpacked.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
@@ -47,11 +49,23 @@ Kessel::Joined join_quietly(const fs::path& root, const JoinArguments& arguments
   return Kessel::join(root, arguments.out, options);
 }
 
+bool is_list_of_split(const fs::path& path) {
+  return path.filename() == ROOTS_FILE || path.filename() == Kessel::SPLIT_LIST;
+}
+
 /// What is wrong, and which option helps, where one does.
 std::string sentence_for(const JoinArguments& arguments, const Kessel::Finding& finding) {
   switch (finding.kind) {
     case Kessel::FindingKind::missing_target:
       return finding.sentence + " --allow-missing keeps what refers to them.";
+    case Kessel::FindingKind::missing_file:
+      return finding.sentence +
+             " Name a folder that a split wrote, or the file that refers to the others.";
+    case Kessel::FindingKind::not_an_exchange_file:
+      if (is_list_of_split(name_in_finding(arguments, finding))) {
+        return finding.sentence + " Name the folder that it is in, or its root's file.";
+      }
+      return sentence_with_advice(finding, name_in_finding(arguments, finding));
     case Kessel::FindingKind::mixed_schemas:
       return finding.sentence + " --allow-mixed-schemas takes them.";
     default:

@@ -1,15 +1,22 @@
 // velkstep verify IN OUTDIR
 #include "commands/verify_command.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <iostream>
 #include <string>
+#include <system_error>
 
 #include "formats/findings.h"
 #include "json/documents.h"
+#include "kessel/errors.h"
+#include "kessel/split_list.h"
 #include "kessel/verify.h"
+#include "run/advice.h"
 #include "run/exit_codes.h"
 #include "run/with_input.h"
 #include "text/counted.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -25,10 +32,45 @@ std::string name_of_file(const VerifyArguments& arguments, const Finding& findin
   return (arguments.outdir / finding.file).string();
 }
 
+/// What stands in a line for a finding. What a split wrote is written again by another.
+std::string line_for(const VerifyArguments& arguments, const Finding& finding) {
+  const std::string name = name_of_file(arguments, finding);
+  if (finding.file.empty() || finding.severity != Kessel::Severity::error) {
+    return finding_text(name, finding);
+  }
+  const std::string advice = advice_on_split(finding, name);
+  return printable(place_in(name, finding)) + ": error: " + finding.sentence +
+         (advice.empty() ? "" : " ") + printable(advice) + "\n";
+}
+
+/// Whoever takes the wrong folder, or the wrong input, is told so in front of all that differs.
+void mention_other_input(const VerifyArguments& arguments, const Verification& verification) {
+  const auto is_difference = [](const Finding& finding) {
+    return finding.kind == Kessel::FindingKind::missing_record ||
+           finding.kind == Kessel::FindingKind::foreign_record ||
+           finding.kind == Kessel::FindingKind::changed_record;
+  };
+  const bool differs =
+      std::any_of(verification.findings.begin(), verification.findings.end(), is_difference);
+  if (!differs || arguments.in == "-") return;
+  try {
+    const auto list = Kessel::read_split_list(arguments.outdir);
+    const std::filesystem::path in = arguments.in;
+    std::error_code error;
+    const bool is_other = list && list->input != in.filename().string() &&
+                          list->input_bytes != std::filesystem::file_size(in, error) && !error;
+    if (!is_other) return;
+    std::cerr << "velkstep: " << printable(arguments.outdir.string()) << ": is the split of "
+              << printable(shown_name(list->input)) << '\n';
+  } catch (const Kessel::InputError&) {
+    return;  // A list that is wrong is a finding.
+  }
+}
+
 std::string verify_text(const VerifyArguments& arguments, const Verification& verification) {
   std::string text;
   for (const Finding& finding : verification.findings) {
-    text += finding_text(name_of_file(arguments, finding), finding);
+    text += line_for(arguments, finding);
   }
   if (!text.empty()) return text;
   return counted(verification.files, "file", "files") + " with " +
@@ -47,6 +89,7 @@ Verification verified(const std::filesystem::path& in, const VerifyArguments& ar
 }
 
 int print_verification(const VerifyArguments& arguments, const Verification& verification) {
+  mention_other_input(arguments, verification);
   const int printed =
       print(arguments.json ? verify_json(verification, arguments.in, arguments.outdir)
                            : verify_text(arguments, verification));

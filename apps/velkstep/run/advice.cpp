@@ -56,6 +56,10 @@ constexpr Advice ADVICE[] = {
     {FindingKind::unknown_component, "Export that file again, with the component at its top."},
 };
 
+/// What helps where the file is one that a split wrote, and no CAD system.
+constexpr const char* SPLIT_AGAIN = "Split again.";
+constexpr const char* SPLIT_AGAIN_OR_PUT = "Put them there, or split again.";
+
 std::string advice_on_unreadable(const std::string& argument) {
   if (argument == "standard input") return "Redirect it from a file, or name one.";
   std::error_code error;
@@ -84,6 +88,15 @@ std::string advice_on(const Kessel::Finding& finding, const std::string& path) {
     return advice.kind == finding.kind;
   });
   return found == std::end(ADVICE) ? std::string() : found->sentence;
+}
+
+std::string advice_on_split(const Kessel::Finding& finding, const std::string& path) {
+  if (finding.kind == FindingKind::missing_target) return SPLIT_AGAIN_OR_PUT;
+  const std::string advice = advice_on(finding, path);
+  const bool is_about_the_file = finding.kind != FindingKind::unreadable &&
+                                 finding.kind != FindingKind::missing_file &&
+                                 finding.kind != FindingKind::memory_limit;
+  return is_about_the_file && !advice.empty() ? SPLIT_AGAIN : advice;
 }
 
 std::string sentence_with_advice(const Kessel::Finding& finding, const std::string& path) {

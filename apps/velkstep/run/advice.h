@@ -12,6 +12,9 @@ namespace Velkstep {
 /// "standard input".
 std::string advice_on(const Kessel::Finding& finding, const std::string& path);
 
+/// The same where the file is one of a split, or its folder.
+std::string advice_on_split(const Kessel::Finding& finding, const std::string& path);
+
 /// The finding's sentence, and behind it what can be done, for a message about the input at `path`.
 std::string sentence_with_advice(const Kessel::Finding& finding, const std::string& path);
 
