@@ -9,7 +9,7 @@
 #include "external/targets.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
-#include "instances/loader.h"
+#include "instances/noting_loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
 #include "products/products.h"
@@ -18,22 +18,11 @@ namespace Kessel {
 
 namespace {
 
-/// Loads, and keeps what it is warned of.
-class CheckedLoader final : public InstanceLoader {
- public:
-  CheckedLoader(Instances& instances, const Options& options, FindingList& findings)
-      : InstanceLoader(instances, options), findings_(findings) {}
-  void warning(const Finding& finding) override { findings_.add(finding); }
-
- private:
-  FindingList& findings_;
-};
-
 std::vector<Finding> read_and_check(std::istream& in, const std::filesystem::path& folder,
                                     const Options& options) {
   FindingList findings;
   Instances instances;
-  CheckedLoader loader(instances, options, findings);
+  NotingLoader loader(instances, options, findings);
   bool is_read = true;
   try {
     load_with(in, loader, options);

@@ -5,6 +5,7 @@
 
 #include "external/targets.h"
 #include "findings/input_file.h"
+#include "instances/noting_loader.h"
 #include "instances/places.h"
 #include "join/followed_input.h"
 #include "kessel/errors.h"
@@ -12,17 +13,6 @@
 namespace Kessel {
 
 namespace {
-
-/// Loads, and keeps what it is warned of.
-class NotedLoader final : public InstanceLoader {
- public:
-  NotedLoader(Instances& instances, const Options& options, FindingList& warnings)
-      : InstanceLoader(instances, options), warnings_(warnings) {}
-  void warning(const Finding& finding) override { warnings_.add(finding); }
-
- private:
-  FindingList& warnings_;
-};
 
 /// Tells `options.warning` of these and of references that lead nowhere, with their lines.
 void tell_warnings(const std::filesystem::path& in, const Instances& instances,
@@ -51,7 +41,7 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
 
 void InspectedFile::read(const std::filesystem::path& in, const Options& options,
                          FindingList& warnings) {
-  NotedLoader loader(instances, options, warnings);
+  NotingLoader loader(instances, options, warnings);
   read(in, options, loader);
 }
 

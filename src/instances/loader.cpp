@@ -9,6 +9,7 @@
 #include "findings/refusals.h"
 #include "instances/collectors.h"
 #include "instances/kept_types.h"
+#include "instances/noting_loader.h"
 #include "instances/places.h"
 #include "instances/repeated_records.h"
 #include "kessel/errors.h"
@@ -200,28 +201,13 @@ void InstanceLoader::drop_repeated(std::istream& in) {
   for (const Finding& finding : warnings) warning(finding);
 }
 
-namespace {
-
-/// Loads, and keeps what it is warned of.
-class WarnedLoader final : public InstanceLoader {
- public:
-  using InstanceLoader::InstanceLoader;
-  void warning(const Finding& finding) override { warnings_.add(finding); }
-  FindingList& warnings() { return warnings_; }
-
- private:
-  FindingList warnings_;
-};
-
-}  // namespace
-
 std::vector<Finding> load_instances(std::istream& in, Instances& instances,
                                     const Options& options) {
-  WarnedLoader loader(instances, options, size_for_progress(in, options));
+  FindingList noted;
+  NotingLoader loader(instances, options, noted, size_for_progress(in, options));
   load_with(in, loader, options);
-  for (Finding& finding : missing_instances(in, instances))
-    loader.warnings().add(std::move(finding));
-  std::vector<Finding> warnings = loader.warnings().take();
+  for (Finding& finding : missing_instances(in, instances)) noted.add(std::move(finding));
+  std::vector<Finding> warnings = noted.take();
   locate(in, warnings);
   return warnings;
 }

@@ -136,14 +136,10 @@ class SplitWriter {
   }
 
   void write_records(Index first, Index end) {
-    const std::vector<TextEdit>& edits = split_.edits.all();
-    auto edit = edits.begin();
     auto seen = std::lower_bound(closely_.begin(), closely_.end(), first);
     for (Index record = first; record < end;) {
-      while (edit != edits.end() && edit->record < record) ++edit;
       while (seen != closely_.end() && *seen < record) ++seen;
-      Index limit = edit == edits.end() ? end : std::min(end, edit->record);
-      if (seen != closely_.end()) limit = std::min(limit, *seen);
+      const Index limit = seen == closely_.end() ? end : std::min(end, *seen);
       // Fast path: nearly all records stand in one file, beside others of that file.
       const Index end_of_run = stands_.end_of_run(record, limit);
       if (end_of_run != record) {
@@ -171,9 +167,10 @@ class SplitWriter {
     }
   }
 
-  /// The records that must not be copied with others.
+  /// The records that must not be copied with others, ascending.
   std::vector<Index> records_to_see() const {
     std::vector<Index> records = axes_.wanted();
+    for (const TextEdit& edit : split_.edits.all()) records.push_back(edit.record);
     for (const auto& definitions : later_) {
       records.insert(records.end(), definitions.begin(), definitions.end());
     }

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "instances/keyword_row.h"
+#include "placement/types_in.h"
 
 namespace Kessel {
 
@@ -56,24 +57,6 @@ constexpr Keywords::Row MADE_OF_PLAIN[] = {
     {exactly, "PLANAR_BOX"},
     {beginning, "CAMERA_MODEL_"},
 };
-
-template <std::size_t N>
-bool is_in(const Keywords::Row (&rows)[N], std::string_view keyword) {
-  return std::any_of(std::begin(rows), std::end(rows),
-                     [&](const Keywords::Row& row) { return row.fits(keyword); });
-}
-
-/// By type: whether one of its keywords is in `rows`.
-template <std::size_t N>
-std::vector<bool> types_in(const Keywords::Row (&rows)[N], const TypeTable& types) {
-  std::vector<bool> are_in(types.size());
-  for (TypeId type = 0; type < are_in.size(); ++type) {
-    const auto& keywords = types.keywords(type);
-    are_in[type] = std::any_of(keywords.begin(), keywords.end(),
-                               [&](std::string_view keyword) { return is_in(rows, keyword); });
-  }
-  return are_in;
-}
 
 }  // namespace
 

@@ -1,27 +1,21 @@
 // Enters styles that single occurrences have.
 #include <algorithm>
-#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "placement/bodies.h"
 #include "placement/placing.h"
+#include "placement/types_in.h"
 
 namespace Kessel {
 
 namespace {
 
-/// By type: whether a keyword of it ends so.
-std::vector<bool> types_ending_in(const TypeTable& types, std::string_view ending) {
-  std::vector<bool> fit(types.size());
-  for (TypeId type = 0; type < fit.size(); ++type) {
-    const auto& keywords = types.keywords(type);
-    fit[type] = std::any_of(keywords.begin(), keywords.end(),
-                            [&](std::string_view k) { return k.ends_with(ending); });
-  }
-  return fit;
-}
+// STYLED_ITEM and what is derived from that (ISO 10303-46).
+constexpr Keywords::Row STYLED_ITEMS[] = {{Keywords::Match::ending, "STYLED_ITEM"}};
+constexpr Keywords::Row NAMING_CONTEXT[] = {
+    {Keywords::Match::ending, "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"}};
 
 bool is_item(const Placing& placing, Index record) {
   return placing.classes.has(record, OWNED) &&
@@ -33,9 +27,8 @@ class OccurrenceStyles {
  public:
   explicit OccurrenceStyles(Placing& placing)
       : placing_(placing),
-        is_styled_(types_ending_in(placing.instances.types(), "STYLED_ITEM")),
-        names_context_(types_ending_in(placing.instances.types(),
-                                       "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM")) {
+        is_styled_(types_in(STYLED_ITEMS, placing.instances.types())),
+        names_context_(types_in(NAMING_CONTEXT, placing.instances.types())) {
     find_names();
     const auto& files = placing.placement.files;
     has_bodies_apart_ = std::any_of(files.begin(), files.end(),

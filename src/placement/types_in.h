@@ -1,0 +1,28 @@
+// Types by tables of entity names.
+#pragma once
+
+#include <algorithm>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "instances/keyword_row.h"
+#include "instances/type_table.h"
+
+namespace Kessel {
+
+/// By type: whether one of its keywords fits one of `rows`.
+inline std::vector<bool> types_in(std::span<const Keywords::Row> rows, const TypeTable& types) {
+  const auto is_in = [&](std::string_view keyword) {
+    return std::any_of(rows.begin(), rows.end(),
+                       [&](const Keywords::Row& row) { return row.fits(keyword); });
+  };
+  std::vector<bool> are_in(types.size());
+  for (TypeId type = 0; type < are_in.size(); ++type) {
+    const auto& keywords = types.keywords(type);
+    are_in[type] = std::any_of(keywords.begin(), keywords.end(), is_in);
+  }
+  return are_in;
+}
+
+}  // namespace Kessel
