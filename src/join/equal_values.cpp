@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "join/digest.h"
+#include "join/origins.h"
 #include "sameness/in_use.h"
 
 namespace Kessel {
@@ -63,25 +64,6 @@ class ValueDigests {
   Records& records_;
   std::vector<State> states_;
 };
-
-/// One file, or all files of one split.
-using Origin = std::vector<std::size_t>;
-
-std::vector<Origin> origins_of(const FileSet& files) {
-  std::vector<Origin> origins;
-  std::map<std::uint64_t, std::size_t> splits;
-  for (std::size_t i = 0; i < files.size(); ++i) {
-    if (files[i].split) {
-      const auto [place, is_new] = splits.emplace(*files[i].split, origins.size());
-      if (!is_new) {
-        origins[place->second].push_back(i);
-        continue;
-      }
-    }
-    origins.push_back({i});
-  }
-  return origins;
-}
 
 }  // namespace
 

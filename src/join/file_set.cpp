@@ -100,6 +100,7 @@ void FileSet::load(JoinedFile& file) {
   std::ifstream in = open_input(file.path);
   MarkedLoader loader(file, following_.takes_texts, options, file.bytes);
   load_with(in, loader, options);
+  if (!file.split) file.marked.clear();
   memory_ += file.memory();
   bytes_ += file.bytes;
 }

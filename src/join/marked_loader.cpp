@@ -16,18 +16,28 @@ void MarkedLoader::added(Index index, const Exchange::Record& record) {
     file_.split = split_in(record.lead);
     knows_split_ = true;
   }
-  // Most records have nothing but a line feed in front.
-  if (file_.split && record.lead.size() > 2) {
-    const Mark mark = mark_in(record.lead);
-    if (mark.kind != Mark::Kind::none) {
-      const bool is_whole = mark.kind == Mark::Kind::whole;
-      file_.marked.push_back({index, mark, is_whole ? digest_of(record.body) : Digest()});
-    }
-  }
+  if (file_.split) note_mark(index, record, record.body);
   if (takes_texts_) texts_.add(index, record.body, file_.texts);
   if (is_value(file_.instances.type(index))) {
     file_.values.push_back({index, digest_of(record.body)});
   }
+}
+
+/// Whose file it is is known only when the data begins.
+void MarkedLoader::added_entry(Index index, const Exchange::Statement& entry,
+                               std::span<const Exchange::Mention> /*mentions*/) {
+  if (file_.instances.type(index) == TypeTable::REFERENCE_ENTRY)
+    note_mark(index, entry, entry.text);
+}
+
+void MarkedLoader::note_mark(Index index, const Exchange::Statement& statement,
+                             std::string_view body) {
+  // Most statements have nothing but a line feed in front.
+  if (statement.lead.size() <= 2) return;
+  const Mark mark = mark_in(statement.lead);
+  if (mark.kind == Mark::Kind::none) return;
+  const bool is_whole = mark.kind == Mark::Kind::whole;
+  file_.marked.push_back({index, mark, is_whole ? digest_of(body) : Digest()});
 }
 
 bool MarkedLoader::is_value(TypeId type) {

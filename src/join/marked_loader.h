@@ -18,6 +18,9 @@ class MarkedLoader final : public InstanceLoader {
 
  private:
   void added(Index index, const Exchange::Record& record) override;
+  void added_entry(Index index, const Exchange::Statement& entry,
+                   std::span<const Exchange::Mention> mentions) override;
+  void note_mark(Index index, const Exchange::Statement& statement, std::string_view body);
   bool is_value(TypeId type);
 
   JoinedFile& file_;

@@ -1,14 +1,18 @@
 #include "join/reference_entries.h"
 
+#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "encoding/utf8_path.h"
 #include "exchange/lexer.h"
 #include "external/resource.h"
+#include "external/targets.h"
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
+#include "join/origins.h"
 #include "kessel/errors.h"
 
 namespace Kessel {
@@ -41,6 +45,28 @@ std::map<std::string, Index> anchored_instances(const Instances& instances) {
   throw InputError(finding);
 }
 
+/// What the lines of one file's reference section name, in one way for all files.
+class NamedResources {
+ public:
+  explicit NamedResources(const JoinedFile& file) : folder_(file.place.parent_path()) {}
+
+  /// Empty where `line` names nothing that another file may mean.
+  std::string of(std::string_view line) {
+    const Resource resource = resource_in(line);
+    if (resource.whole.starts_with('#')) return {};
+    if (resource.path.empty()) return std::string(resource.whole);
+    const auto [path, is_new] = paths_.try_emplace(resource.path);
+    if (is_new) {
+      path->second = without_links(folder_ / path_of_utf8(decoded_uri(resource.path))).string();
+    }
+    return path->second + "#" + decoded_uri(resource.anchor);
+  }
+
+ private:
+  const std::filesystem::path folder_;
+  std::map<std::string_view, std::string> paths_;
+};
+
 }  // namespace
 
 void unite_anchors(const FileSet& files, Records& records) {
@@ -61,20 +87,27 @@ void unite_anchors(const FileSet& files, Records& records) {
 }
 
 void unite_reference_entries(const FileSet& files, Records& records) {
-  std::map<std::string_view, std::vector<Node>> known;
-  for (std::size_t i = 0; i < files.size(); ++i) {
-    const Instances& instances = files[i].instances;
-    std::map<std::string_view, std::size_t> counts;
-    for (const Index entry : instances.kept()) {
-      if (instances.type(entry) != TypeTable::REFERENCE_ENTRY) continue;
-      const std::string_view resource = resource_in(instances.kept_body(entry)).whole;
-      if (resource.empty()) continue;
-      std::vector<Node>& same = known[resource];
-      const std::size_t count = counts[resource]++;
-      if (count < same.size()) {
-        records.unite(same[count], records.node(i, entry));
-      } else {
-        same.push_back(records.node(i, entry));
+  const std::vector<Origin> origins = origins_of(files);
+  if (origins.size() < 2) return;
+  std::map<std::string, std::vector<Node>> known;
+  for (const Origin& origin : origins) {
+    std::map<std::string, std::size_t> counts;
+    for (const std::size_t i : origin) {
+      NamedResources resources(files[i]);
+      for (const Index entry : files[i].instances.kept()) {
+        if (files[i].instances.type(entry) != TypeTable::REFERENCE_ENTRY) continue;
+        const Node node = records.node(i, entry);
+        const bool is_first = records.leader(node) == node;
+        if (!is_first || records.standing(node) != Standing::whole) continue;
+        const std::string resource = resources.of(files[i].instances.kept_body(entry));
+        if (resource.empty()) continue;
+        std::vector<Node>& same = known[resource];
+        const std::size_t count = counts[resource]++;
+        if (count < same.size()) {
+          records.unite(same[count], node);
+        } else {
+          same.push_back(node);
+        }
       }
     }
   }

@@ -10,8 +10,9 @@ namespace Kessel {
 /// anchor, or one that names no instance.
 void unite_anchors(const FileSet& files, Records& records);
 
-/// Unites the lines of reference sections of different files that name the same resource: the first
-/// of each that does with the first in another, and so on.
+/// Unites the lines of reference sections of different origins (join/origins.h) that name the same
+/// resource, each seen from its own file's folder: the first of one that does with the first of
+/// another, and so on. What a file names in itself is no other's.
 void unite_reference_entries(const FileSet& files, Records& records);
 
 }  // namespace Kessel

@@ -212,14 +212,22 @@ class SplitWriter {
       mentions = mentions.subspan(1);
     }
     const MentioningText rest{text, mentions, instances_.references(index)};
-    for (const Stand stand : stands_.of(index)) {
+    const std::span<const Stand> stands = stands_.of(index);
+    std::string mark;
+    if (defines) mark = mark_of(instances_.number(index), stands);
+    for (const Stand stand : stands) {
       const FileId file = stand.file();
       if (!is_written(file)) continue;
       open_section(file, section_, 0);
-      std::string line;
-      if (defines) line = "#" + std::to_string(numbers_.of(index, file));
+      std::string line = mark;
+      if (defines) line += "#" + std::to_string(numbers_.of(index, file));
       files_.write(file, line + renumbered(rest, numbers_, file) + ";\n");
     }
+  }
+
+  /// What stands in front of an input's record that is the same in several files.
+  std::string mark_of(std::uint64_t number, std::span<const Stand> stands) const {
+    return split_.id && stands.size() > 1 ? "/*" + std::to_string(number) + "*/" : "";
   }
 
   void write(const Exchange::Record& record, Index index) {
@@ -274,7 +282,7 @@ class SplitWriter {
     std::optional<SharedLists> lists;
     if (collects) lists.emplace(body, instances_, split_.placement, index);
     const std::string number = std::to_string(record.number);
-    const std::string mark = split_.id && stands.size() > 1 ? "/*" + number + "*/" : "";
+    const std::string mark = mark_of(record.number, stands);
     for (const Stand stand : stands) {
       const FileId file = stand.file();
       if (!is_written(file)) continue;

@@ -41,9 +41,9 @@ struct FileFigures {
 /// Reads the input of `split.instances` again from `in` and writes the files. Throws OutputError
 /// when a file cannot be written whole, and InputError when the input is not the same any more.
 ///
-/// The marks: behind "DATA;" a comment names the split. A record that stands in several files has
-/// its number in the input in a comment in front, `/*12*/`; one with another text than the input's,
-/// `/*~12*/`; and one that the split made, `/*~*/`.
+/// The marks: behind "DATA;" a comment names the split. A record that stands in several files, be
+/// it a line of a reference section, has its number in the input in a comment in front, `/*12*/`;
+/// one with another text than the input's, `/*~12*/`; and one that the split made, `/*~*/`.
 std::vector<FileFigures> write_split(std::istream& in, const SplitToWrite& split,
                                      const Options& options);
 

@@ -671,7 +671,9 @@ class Maker {
       if (chance(2)) add_anchor(product.definition);
       if (!product.faces.empty() && chance(2)) add_anchor(product.faces[0]);
       if (!product.solids.empty() && chance(3)) {
-        const Ref style = records_.add_external("styles.stp#style" + std::to_string(externals_++));
+        // Several names may stand for one style.
+        const std::size_t which = externals_ != 0 && chance(2) ? below(externals_) : externals_++;
+        const Ref style = records_.add_external("styles.stp#style" + std::to_string(which));
         add("STYLED_ITEM('',(", style, "),", product.solids[0], ")");
       }
     }

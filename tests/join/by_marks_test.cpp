@@ -1,4 +1,5 @@
 // Files of one split, with the marks that it leaves.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "join/joined_folder.h"
@@ -38,6 +39,47 @@ TEST(JoinByMarks, WholeFile) {
             "FILE_NAME('out.stp','<time>',('me'),(''),'','','');\n"
             "FILE_SCHEMA(('AP'));\nENDSEC;\nDATA;\n" +
                 INPUT + "ENDSEC;\nEND-ISO-10303-21;\n");
+}
+
+/// A file of a split whose reference section has these lines.
+std::string marked_file(const std::string& lines, const std::string& data) {
+  return whole_file(data, "AP", "REFERENCE;\n" + lines + "ENDSEC;\n");
+}
+
+// The root has both lines of the input, the part the second one only.
+TEST(JoinByMarks, LinesOfReferencesThatNameOneThingStayApart) {
+  JoinedFolder folder;
+  folder.folder().write("root.stp", marked_file("#90=<http://a#x>;\n/*901*/#91=<http://a#x>;\n",
+                                                MARKED_ROOT + "#92=A(#90);\n/*93*/#93=B(#91);\n"));
+  folder.folder().write("part.stp", marked_file("/*901*/#90=<http://a#x>;\n",
+                                                MARKED_PART + "/*93*/#91=B(#90);\n#92=C(#90);\n"));
+  const std::string data = folder.data();
+  EXPECT_THAT(folder.joined().warnings, testing::IsEmpty());
+  EXPECT_THAT(read_file("out.stp"),
+              testing::HasSubstr("REFERENCE;\n#1=<http://a#x>;\n#2=<http://a#x>;\nENDSEC;\n"));
+  EXPECT_THAT(data, testing::HasSubstr("=A(#1);\n"));
+  EXPECT_THAT(data, testing::HasSubstr("=B(#2);\n"));
+  EXPECT_THAT(data, testing::HasSubstr("=C(#2);\n"));
+}
+
+TEST(JoinByMarks, LineOfAReferenceThatNamesSomethingElseThanItsCopyIsAWarning) {
+  JoinedFolder folder;
+  folder.folder().write("root.stp",
+                        marked_file("/*901*/#90=<http://a#x>;\n", MARKED_ROOT + "#92=A(#90);\n"));
+  folder.folder().write("part.stp",
+                        marked_file("/*901*/#90=<http://a#y>;\n", MARKED_PART + "#92=C(#90);\n"));
+  folder.data();
+  ASSERT_EQ(folder.joined().warnings.size(), 1u);
+  EXPECT_EQ(folder.joined().warnings.front().kind, FindingKind::copies_differ);
+  EXPECT_EQ(folder.joined().warnings.front().file, "part.stp");
+  EXPECT_EQ(folder.joined().warnings.front().instance, 90u);
+}
+
+TEST(JoinByMarks, MarksOfReferencesInFilesOfNoSplitMeanNothing) {
+  JoinedFolder folder;
+  folder.folder().write("root.stp", marked_file("/*1*/#90=<http://a#x>;\n/*1*/#91=<http://b#x>;\n",
+                                                "#92=A(#90,#91);\n"));
+  EXPECT_EQ(folder.data(), "#3=A(#1,#2);\n");
 }
 
 TEST(JoinByMarks, CopyThatSaysSomethingElseIsAWarning) {

@@ -39,6 +39,44 @@ TEST(JoinSections, AnchorsAndReferencesOfAllFiles) {
       "ENDSEC;\nEND-ISO-10303-21;\n");
 }
 
+/// The names that stand in the reference section of the joined file, and its data.
+std::string joined_references(JoinedFolder& folder) {
+  folder.options.allow_missing = true;
+  folder.data();
+  const std::string text = read_file("out.stp");
+  return text.substr(text.find("REFERENCE;"));
+}
+
+// "lost.stp" is another file for each, and so is "../lost.stp", which is the root's "lost.stp".
+TEST(JoinSections, ReferencesAreSeenFromTheFoldersOfTheirFiles) {
+  JoinedFolder folder;
+  std::string to_part = REFERENCE_TO_PART;
+  to_part.replace(to_part.find("part.stp"), 8, "in/part.stp");
+  std::filesystem::create_directory("in");
+  folder.folder().write("root.stp", whole_file(to_part + "#3=A(#4);\n", "AP",
+                                               "REFERENCE;\n#4=<lost.stp#x>;\nENDSEC;\n"));
+  folder.folder().write("in/part.stp",
+                        whole_file("#1=PRODUCT_DEFINITION('','',$,$);\n#3=B(#4,#5);\n", "AP",
+                                   "REFERENCE;\n#4=<lost.stp#x>;\n#5=<../lost.stp#x>;\n"
+                                   "ENDSEC;\n"));
+  EXPECT_EQ(joined_references(folder),
+            "REFERENCE;\n#1=<lost.stp#x>;\n#3=<in/lost.stp#x>;\nENDSEC;\nDATA;\n#2=A(#1);\n"
+            "#4=PRODUCT_DEFINITION('','',$,$);\n#5=B(#3,#1);\nENDSEC;\nEND-ISO-10303-21;\n");
+}
+
+TEST(JoinSections, WhatAFileNamesInItselfIsNoOthers) {
+  JoinedFolder folder;
+  folder.folder().write("root.stp",
+                        whole_file(REFERENCE_TO_PART + "#3=A(#4);\n", "AP",
+                                   "ANCHOR;\n<x>=#3;\nENDSEC;\nREFERENCE;\n#4=<#x>;\nENDSEC;\n"));
+  folder.folder().write("part.stp",
+                        whole_file("#1=PRODUCT_DEFINITION('','',$,$);\n#3=B(#4);\n", "AP",
+                                   "ANCHOR;\n<x>=#3;\nENDSEC;\nREFERENCE;\n#4=<#x>;\nENDSEC;\n"));
+  EXPECT_EQ(joined_references(folder),
+            "REFERENCE;\n#1=<#x>;\n#3=<#x>;\nENDSEC;\nDATA;\n#2=A(#1);\n"
+            "#4=PRODUCT_DEFINITION('','',$,$);\n#5=B(#3);\nENDSEC;\nEND-ISO-10303-21;\n");
+}
+
 TEST(JoinSections, NameOfTheOutputInItsHeader) {
   JoinedFolder folder;
   folder.file("root.stp", "#1=A();\n");

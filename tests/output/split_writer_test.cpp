@@ -221,6 +221,21 @@ TEST(SplitWriter, AnchorsAndReferencesGoWithTheirInstances) {
   EXPECT_EQ(car.substr(0, car.find("DATA;")), "ANCHOR;\n<car>=#5;\nENDSEC;\n");
 }
 
+TEST(SplitWriter, LinesOfReferencesThatStandInSeveralFilesHaveMarks) {
+  const ScratchFolder folder;
+  const std::string text =
+      "ISO-10303-21;\nHEADER;\nFILE_SCHEMA(('AUTOMOTIVE_DESIGN'));\nENDSEC;\nREFERENCE;\n"
+      "#900=<other.stp#x>;\n#901=<other.stp#x>;\nENDSEC;\nDATA;\n" +
+      TWO +
+      "#90=STYLED_ITEM('',(#900,#901),#41);\n#91=PROPERTY_DEFINITION('','',#10);\n"
+      "#92=GENERAL_PROPERTY_ASSOCIATION('','',#901,#91);\nENDSEC;\nEND-ISO-10303-21;\n";
+  const std::string wheel = written(text, folder, 1);
+  EXPECT_EQ(wheel.substr(0, wheel.find("DATA;")),
+            "REFERENCE;\n#1=<other.stp#x>;\n/*901*/#2=<other.stp#x>;\nENDSEC;\n");
+  const std::string car = written(text, folder, 0);
+  EXPECT_EQ(car.substr(0, car.find("DATA;")), "REFERENCE;\n/*901*/#1=<other.stp#x>;\nENDSEC;\n");
+}
+
 std::string data_of(const std::string& records, const ScratchFolder& folder, FileId wanted) {
   const std::string all = written(exchange_file(records), folder, wanted);
   return all.substr(all.find('\n', all.find("/* velkstep")) + 1);
