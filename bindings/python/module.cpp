@@ -70,6 +70,16 @@ void require_function(const py::object& progress) {
   }
 }
 
+/// What becomes of files that an input refers to.
+template <class Choices>
+void read_references(const std::string& word, Choices& options) {
+  if (word != "keep" && word != "follow" && word != "copy") {
+    throw py::value_error("references: neither 'keep' nor 'follow' nor 'copy'");
+  }
+  options.follow_references = word == "follow";
+  options.copy_references = word == "copy";
+}
+
 std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
                             const std::string& assemblies, const std::string& names,
                             const std::string& reading, const py::object& progress, bool shrink,
@@ -77,11 +87,7 @@ std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
   require_function(progress);
   Kessel::Options options;
   options.shrink = shrink;
-  if (references != "keep" && references != "follow" && references != "copy") {
-    throw py::value_error("references: neither 'keep' nor 'follow' nor 'copy'");
-  }
-  options.follow_references = references == "follow";
-  options.copy_references = references == "copy";
+  read_references(references, options);
   options.follow_outside = follow_outside;
   options.assemblies = style_of("assemblies", assemblies, ASSEMBLIES);
   options.names = style_of("names", names, NAMES);
@@ -204,10 +210,7 @@ py::dict extract(const fs::path& input, const std::vector<std::string>& parts, c
   options.names = style_of("names", names, NAMES);
   options.bodies = bodies;
   options.shrink = shrink;
-  if (references != "keep" && references != "follow") {
-    throw py::value_error("references: neither 'keep' nor 'follow'");
-  }
-  options.follow_references = references == "follow";
+  read_references(references, options);
   options.follow_outside = follow_outside;
   options.replace = replace;
   options.progress = progress_for(progress);

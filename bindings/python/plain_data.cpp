@@ -170,6 +170,7 @@ py::dict extract_dict(const std::vector<Kessel::ExtractedFile>& files, const std
     dict["body"] = file.body == 0 ? py::object(py::none()) : py::object(py::int_(file.body));
     dict["records"] = file.records;
     dict["bytes"] = file.bytes;
+    dict["copies"] = list_of(file.copies, [](const auto& copy) { return text(copy.string()); });
     return dict;
   };
   return py::dict("format"_a = FORMAT, "input"_a = text(input), "output"_a = text(output),

@@ -31,7 +31,11 @@ struct ExtractOptions {
   /// `join`); else the references of what is extracted stay, and lead to the same files from the
   /// folder of the output. The numbers of parts are then those of the joined file.
   bool follow_references = false;
-  /// Whether files outside of the input's folder may be followed.
+  /// Whether the files that what is extracted refers to, and those that these refer to in turn, are
+  /// copied into the folder of the output, so that the references lead there. A name that an output
+  /// or another copy has gets " (2)" behind.
+  bool copy_references = false;
+  /// Whether files outside of the input's folder may be followed or copied.
   bool follow_outside = false;
   /// As Options::readable.
   std::function<std::filesystem::path(const std::filesystem::path&)> readable = {};
@@ -90,6 +94,9 @@ struct ExtractedFile {
   std::uint64_t body = 0;     ///< instance number of its only body; 0 where it has all
   std::uint64_t records = 0;  ///< in the file
   std::uint64_t bytes = 0;    ///< of the file
+  /// The copies that were made of files that it refers to (ExtractOptions::copy_references); one
+  /// that several files need stands with the first of them.
+  std::vector<std::filesystem::path> copies = {};
 };
 
 /// Reads what can be extracted from the exchange file `in`, in the order of the file. Throws as
@@ -121,7 +128,9 @@ KESSEL_EXPORT std::vector<NamedPart> read_parts(const std::filesystem::path& in,
 /// part or several, `InputError` for an input that cannot be read, or that was changed meanwhile;
 /// `OutputError` where `out` cannot be written, is there already and not to be replaced, is a
 /// folder, or is the input or a file that the input refers to; and `std::bad_alloc`. With
-/// `follow_references` it throws what `join` throws, too.
+/// `follow_references` it throws what `join` throws, too; with `copy_references` `InputError` for a
+/// file that cannot be read, or lies outside of the input's folder. Copies appear in
+/// front of it, or not at all.
 KESSEL_EXPORT ExtractedFile extract(const std::filesystem::path& in, const std::string& part,
                                     const std::filesystem::path& out,
                                     const ExtractOptions& options = {});

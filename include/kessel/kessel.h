@@ -35,7 +35,7 @@ enum kessel_flags {
   KESSEL_DROP_UNREACHABLE = 2,     /* shrink: drop_unreachable */
   KESSEL_RENUMBER = 4,             /* shrink: renumber */
   KESSEL_FOLLOW_REFERENCES = 8,    /* split, extract: follow_references */
-  KESSEL_COPY_REFERENCES = 16,     /* split: copy_references */
+  KESSEL_COPY_REFERENCES = 16,     /* split, extract: copy_references */
   KESSEL_FOLLOW_OUTSIDE = 32,      /* split, extract, join: follow_outside */
   KESSEL_ALLOW_MISSING = 64,       /* join: allow_missing */
   KESSEL_ALLOW_MIXED_SCHEMAS = 128 /* join: allow_mixed_schemas */
@@ -221,7 +221,7 @@ KESSEL_EXPORT int kessel_finding_at(const kessel_result* result, size_t index,
    `out`, as Kessel::extract does (kessel/extract.h), which must not be there. A name that no part
    has, or several, ends it with KESSEL_BAD_ARGUMENT and the candidates in the sentence. Of the
    options the memory limit, the progress function and flags matter. Prints nothing. Returns a
-   result as kessel_split does; its only file is `out`. */
+   result as kessel_split does; its files are `out` and, with KESSEL_COPY_REFERENCES, the copies. */
 KESSEL_EXPORT kessel_result* kessel_extract(const char* in, const char* part, const char* out,
                                             const struct kessel_options* options);
 

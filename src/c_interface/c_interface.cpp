@@ -235,9 +235,11 @@ void extract_into(kessel_result& result, const char* in, const char* part, const
   extract_options.progress = choices.progress;
   extract_options.shrink = choices.shrink;
   extract_options.follow_references = choices.follow_references;
+  extract_options.copy_references = choices.copy_references;
   extract_options.follow_outside = choices.follow_outside;
   std::vector<std::string> files = {fspath_to_utf8(output)};
-  extract(input, part, output, extract_options);
+  const ExtractedFile file = extract(input, part, output, extract_options);
+  for (const std::filesystem::path& copy : file.copies) files.push_back(fspath_to_utf8(copy));
   result.files = std::move(files);
 }
 

@@ -47,12 +47,12 @@ std::vector<ExtractedFile> extract_into(const fs::path& in, const std::vector<st
   folder.emplace(outdir);
   for (const ProductId product : products) {
     if (options.bodies) {
-      extraction.write_bodies(product, outdir);
+      extraction.ask_bodies(product, outdir);
     } else {
-      extraction.write(product, outdir / extraction.file_name(product));
+      extraction.ask(product, outdir / extraction.file_name(product));
     }
   }
-  return extraction.finish();
+  return extraction.write();
 }
 
 }  // namespace
@@ -65,8 +65,8 @@ ExtractedFile extract(const fs::path& in, const std::string& part, const fs::pat
                       const ExtractOptions& options) {
   return with_named_errors(in, [&] {
     Extraction extraction(in, options);
-    extraction.write(extraction.find(part), out);
-    return extraction.finish().front();
+    extraction.ask(extraction.find(part), out);
+    return extraction.write().front();
   });
 }
 

@@ -119,29 +119,71 @@ void Extraction::name_files() {
   for (std::size_t i = 0; i < order.size(); ++i) file_names_[order[i]] = given[i];
 }
 
-void Extraction::write(ProductId product, const fs::path& out) {
-  const Placement placement = place(plan_extraction(products_, product));
-  const auto last = static_cast<FileId>(placement.files.size() - 1);
-  write_files(product, placement, {{last, out}});
+void Extraction::ask(ProductId product, const fs::path& out) {
+  const FilePlan plan = plan_extraction(products_, product);
+  const auto last = static_cast<FileId>(plan.files.size() - 1);
+  pieces_.push_back({product, false, {{last, out}}, {}});
 }
 
-void Extraction::write_bodies(ProductId product, const fs::path& outdir) {
-  const std::vector<Index> bodies = bodies_of(instances_, products_, product);
+void Extraction::ask_bodies(ProductId product, const fs::path& outdir) {
   const std::string stem = utf8_of_path(file_name(product).stem());
-  const Placement placement = place(plan_bodies(products_, product, bodies));
-  std::vector<Asked> asked;
-  for (FileId file = 1; file < placement.files.size(); ++file) {
+  const std::size_t count = bodies_of(instances_, products_, product).size();
+  Pieces pieces{product, true, {}, {}};
+  for (FileId file = 1; file <= count; ++file) {
     const std::string name = body_names_.take(stem + " body " + std::to_string(file));
-    asked.push_back({file, outdir / path_of_utf8(name)});
+    pieces.asked.push_back({file, outdir / path_of_utf8(name)});
   }
-  write_files(product, placement, asked);
+  pieces_.push_back(std::move(pieces));
 }
 
-Placement Extraction::place(FilePlan plan) {
+Placement Extraction::place(const Pieces& pieces) {
   ProgressReporter sorting(split_options_, Stage::sorting, 1);
+  FilePlan plan = pieces.are_bodies ? plan_bodies(products_, pieces.product,
+                                                  bodies_of(instances_, products_, pieces.product))
+                                    : plan_extraction(products_, pieces.product);
   Placement placement = place_records(instances_, products_, std::move(plan));
   sorting.report_end();
   return placement;
+}
+
+std::vector<ExtractedFile> Extraction::write() {
+  if (options_.copy_references) find_copies();
+  for (const Pieces& pieces : pieces_) write_files(pieces);
+  if (copies_) write_copies();
+  // Copies first, so that nothing refers to what is not there yet.
+  for (std::size_t i = finished_.size(); i-- > 0;) {
+    const std::uint64_t bytes = finished_[i]->finish();
+    if (i < files_.size()) files_[i].bytes = bytes;
+  }
+  return std::move(files_);
+}
+
+/// For all that was asked for, before anything is written, since the copies share one folder.
+void Extraction::find_copies() {
+  if (references_.empty()) return;
+  const fs::path to = folder_of(pieces_.front().asked.front().out);
+  copies_.emplace(from_, to, split_options_);
+  std::vector<std::string> taken;
+  for (Pieces& pieces : pieces_) {
+    for (const Asked& one : pieces.asked) taken.push_back(utf8_of_path(one.out.filename()));
+    find_copies_for(pieces);
+  }
+  for (const fs::path& in : inputs_) {
+    if (without_links(in).parent_path() == to) taken.push_back(utf8_of_path(in.filename()));
+  }
+  copies_->give_names(taken);
+}
+
+/// Of files that these refer to, no others.
+void Extraction::find_copies_for(Pieces& pieces) {
+  const Placement placement = place(pieces);
+  std::vector<ExternalReference> needed;
+  for (const ExternalReference& reference : references_) {
+    if (stands_in(placement, reference.document, pieces.asked)) needed.push_back(reference);
+  }
+  std::size_t copy = copies_->count();
+  copies_->add(needed);
+  for (; copy < copies_->count(); ++copy) pieces.copies.push_back(copy);
 }
 
 void Extraction::warn(const Placement& placement, const std::vector<Asked>& asked) {
@@ -177,14 +219,20 @@ void Extraction::refuse_to_replace_inputs(const fs::path& out) const {
   }
 }
 
-TextEdits Extraction::edits_for(const fs::path& out) const {
-  const fs::path folder =
-      options_.output_folder.empty() ? fs::absolute(out).parent_path() : options_.output_folder;
-  return TextEdits(repoint(references_, from_, without_links(folder)));
+/// From where names of other files in `out` are seen, without links.
+fs::path Extraction::folder_of(const fs::path& out) const {
+  return without_links(options_.output_folder.empty() ? fs::absolute(out).parent_path()
+                                                      : options_.output_folder);
 }
 
-void Extraction::write_files(ProductId product, const Placement& placement,
-                             const std::vector<Asked>& asked) {
+TextEdits Extraction::edits_for(const fs::path& out) const {
+  if (copies_) return copies_->edits_of_input();
+  return TextEdits(repoint(references_, from_, folder_of(out)));
+}
+
+void Extraction::write_files(const Pieces& pieces) {
+  const Placement placement = place(pieces);
+  const std::vector<Asked>& asked = pieces.asked;
   warn(placement, asked);
   SplitToWrite split{instances_, layout_, products_, placement, std::nullopt, {}, {}};
   split.paths.resize(placement.files.size());
@@ -204,8 +252,27 @@ void Extraction::write_files(ProductId product, const Placement& placement,
     const Index body = placement.files[asked[i].file].body;
     const std::uint64_t records = options_.shrink ? shrink_into(*whole[i], *finished_[first + i])
                                                   : figures[asked[i].file].records;
-    files_.push_back({asked[i].out, (*names_)[product],
-                      body == NO_RECORD ? 0 : instances_.number(body), records, 0});
+    files_.push_back({asked[i].out,
+                      (*names_)[pieces.product],
+                      body == NO_RECORD ? 0 : instances_.number(body),
+                      records,
+                      0,
+                      {}});
+  }
+  if (!copies_) return;
+  for (const std::size_t copy : pieces.copies) {
+    files_[first].copies.push_back(asked.front().out.parent_path() /
+                                   path_of_utf8(copies_->name(copy)));
+  }
+}
+
+void Extraction::write_copies() {
+  for (std::size_t i = 0; i < copies_->count(); ++i) {
+    const fs::path out =
+        pieces_.front().asked.front().out.parent_path() / path_of_utf8(copies_->name(i));
+    refuse_to_replace_inputs(out);
+    finished_.push_back(std::make_unique<FinishedFile>(out, options_.replace));
+    copies_->write(i, finished_.back()->stream());
   }
 }
 
@@ -234,11 +301,6 @@ std::uint64_t Extraction::shrink_into(const FreshFile& whole, FinishedFile& file
   options.progress = options_.progress;
   options.renumber = true;
   return Shrink::shrink_into(whole.path(), file.stream(), options).records_after;
-}
-
-std::vector<ExtractedFile> Extraction::finish() {
-  for (std::size_t i = 0; i < files_.size(); ++i) files_[i].bytes = finished_[i]->finish();
-  return std::move(files_);
 }
 
 }  // namespace Kessel

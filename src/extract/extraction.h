@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "external/copied_references.h"
 #include "external/external_references.h"
 #include "extract/part_names.h"
 #include "instances/instances.h"
@@ -43,13 +44,13 @@ class Extraction {
   /// What a split calls the product's file.
   std::filesystem::path file_name(ProductId product);
 
-  /// Writes the product and all below it, for `out`.
-  void write(ProductId product, const std::filesystem::path& out);
-  /// Writes a file for each of its bodies, for `outdir`.
-  void write_bodies(ProductId product, const std::filesystem::path& outdir);
+  /// Asks for the product and all below it, as `out`.
+  void ask(ProductId product, const std::filesystem::path& out);
+  /// Asks for a file for each of its bodies, in `outdir`.
+  void ask_bodies(ProductId product, const std::filesystem::path& outdir);
 
-  /// Moves all files to their places.
-  std::vector<ExtractedFile> finish();
+  /// Writes what was asked for, all into one folder, and moves it to its place.
+  std::vector<ExtractedFile> write();
 
  private:
   /// A file of a placement that is to be written.
@@ -57,13 +58,24 @@ class Extraction {
     FileId file;
     std::filesystem::path out;
   };
+  /// Files of one placement.
+  struct Pieces {
+    ProductId product;
+    bool are_bodies;
+    std::vector<Asked> asked;
+    std::vector<std::size_t> copies;  ///< that are made for these files, in `copies_`
+  };
   void load();
   void name_files();
-  void write_files(ProductId product, const Placement& placement, const std::vector<Asked>& asked);
+  Placement place(const Pieces& pieces);
+  void find_copies();
+  void write_files(const Pieces& pieces);
+  void find_copies_for(Pieces& pieces);
+  void write_copies();
   void warn(const Placement& placement, const std::vector<Asked>& asked);
   std::vector<FileFigures> write_pieces(const SplitToWrite& split, const std::vector<Asked>& asked);
-  Placement place(FilePlan plan);
   void refuse_to_replace_inputs(const std::filesystem::path& out) const;
+  std::filesystem::path folder_of(const std::filesystem::path& out) const;
   TextEdits edits_for(const std::filesystem::path& out) const;
   std::uint64_t shrink_into(const FreshFile& whole, FinishedFile& file) const;
 
@@ -82,7 +94,9 @@ class Extraction {
   std::optional<PartNames> names_;
   std::vector<std::filesystem::path> file_names_;  // by product, once they are wanted
   UniqueNames body_names_;
-  std::vector<std::unique_ptr<FinishedFile>> finished_;
+  std::vector<Pieces> pieces_;  // that were asked for
+  std::optional<CopiedReferences> copies_;
+  std::vector<std::unique_ptr<FinishedFile>> finished_;  // of files_, then copies
   std::vector<ExtractedFile> files_;
 };
 

@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "encoding/utf8_path.h"
+#include "external/copied_references.h"
 #include "external/external_references.h"
 #include "external/repointing.h"
 #include "external/targets.h"
@@ -31,7 +32,6 @@
 #include "products/products.h"
 #include "shrink/equal_records.h"
 #include "split_list/program.h"
-#include "splitter/copied_references.h"
 #include "splitter/fresh_files.h"
 #include "splitter/placed_names.h"
 #include "splitter/root_list.h"
@@ -150,7 +150,11 @@ class PlacedSplit {
     warn();
     from_ = without_links(folder_of_references(path_, options_));
     to_ = without_links(options_.output_folder.empty() ? outdir_ : options_.output_folder);
-    if (options_.copy_references) copies_.emplace(references_, from_, to_, options_);
+    if (options_.copy_references) {
+      copies_.emplace(from_, to_, options_);
+      copies_->add(references_);
+      copies_->give_names(names_that_stay());
+    }
     name_files();
     for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
     require_fresh_file(outdir_ / SPLIT_LIST);
@@ -159,8 +163,7 @@ class PlacedSplit {
       throw OutputError(ROOT_LIST, {errno != 0 ? errno : EIO, std::generic_category()});
     }
     const std::vector<FileFigures> figures = write();
-    std::vector<WrittenFile> copies;
-    if (copies_) copies = copies_->write(outdir_);
+    std::vector<WrittenFile> copies = write_copies();
     if (InputStamp(path_) != before) throw InputError(input_changed(0));
     SplitList list = list_of(figures, before.size);
     for (const WrittenFile& copy : copies) {
@@ -206,14 +209,20 @@ class PlacedSplit {
     return options_.input_name.empty() ? path_.filename().string() : options_.input_name;
   }
 
+  /// No copy takes the place of the input.
+  std::vector<std::string> names_that_stay() const {
+    if (from_ != to_) return {};
+    return {utf8_of_path(path_.filename())};
+  }
+
   void name_files() {
     // No file takes the name of one that the input refers to, nor that of a copy.
     std::vector<std::string> referred = names_of_targets(references_);
     referred.insert(referred.end(), taken_.begin(), taken_.end());
     if (copies_) {
-      for (const std::string& name : copies_->new_names()) {
-        referred.push_back(name);
-        require_fresh_file(outdir_ / path_of_utf8(name));
+      for (std::size_t i = 0; i < copies_->count(); ++i) {
+        referred.push_back(copies_->name(i));
+        require_fresh_file(outdir_ / path_of_utf8(copies_->name(i)));
       }
     }
     names_ = placed_names(instances_, products_, placement_, options_.names, referred);
@@ -235,6 +244,22 @@ class PlacedSplit {
       split.names.push_back(fspath_to_utf8(options_.folder_in_headers.value_or("") / name));
     }
     return write_split(in_, split, options_);
+  }
+
+  std::vector<WrittenFile> write_copies() const {
+    std::vector<WrittenFile> files;
+    for (std::size_t i = 0; copies_ && i < copies_->count(); ++i) {
+      const fs::path path = outdir_ / path_of_utf8(copies_->name(i));
+      errno = 0;
+      std::ofstream out(path, std::ios::out | std::ios::binary);
+      const std::uint32_t records = copies_->write(i, out);
+      const auto size =
+          static_cast<std::uint64_t>(out ? static_cast<std::streamoff>(out.tellp()) : 0);
+      out.close();
+      if (!out) throw OutputError(path, {errno != 0 ? errno : EIO, std::generic_category()});
+      files.push_back({path.lexically_normal(), 0, records, size, true});
+    }
+    return files;
   }
 
   /// The files in the order in which they are told: the root's first, the others by record.

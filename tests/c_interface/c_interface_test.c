@@ -633,13 +633,18 @@ static size_t split_with(const char* outdir, uint64_t flags, enum kessel_status 
   return files;
 }
 
-static void extract_with(const char* out, uint64_t flags, enum kessel_status status) {
+/* Returns how many files were written. */
+static size_t extract_with(const char* out, uint64_t flags, enum kessel_status status) {
   struct kessel_options options = default_options();
+  size_t files;
   kessel_result* result;
   options.flags = flags;
   result = kessel_extract("in/in.stp", "lid", out, &options);
   EXPECT(kessel_status_of(result) == status);
+  files = kessel_file_count(result);
+  if (files == 2) EXPECT_TEXT(kessel_file(result, 1), "lid.stp");
   kessel_free(result);
+  return files;
 }
 
 /* What becomes of files that the input refers to: "box" of a "lid", whose shape is in lid.stp. */
@@ -662,8 +667,11 @@ static void references(void) {
   EXPECT(split_with("follow", KESSEL_FOLLOW_REFERENCES, KESSEL_DONE) == 2);
   EXPECT(holds("follow/lid (2).stp", "SHAPE_REPRESENTATION"));
   EXPECT(!holds("follow/lid (2).stp", "DOCUMENT_FILE"));
-  extract_with("kept.stp", 0, KESSEL_DONE);
+  EXPECT(extract_with("kept.stp", 0, KESSEL_DONE) == 1);
   EXPECT(holds("kept.stp", "=DOCUMENT_FILE('in/lid.stp',"));
+  EXPECT(extract_with("copied.stp", KESSEL_COPY_REFERENCES, KESSEL_DONE) == 2);
+  EXPECT(holds("copied.stp", "=DOCUMENT_FILE('lid.stp',"));
+  EXPECT(holds("lid.stp", "SHAPE_REPRESENTATION"));
   extract_with("followed.stp", KESSEL_FOLLOW_REFERENCES | KESSEL_SHRINK, KESSEL_DONE);
   EXPECT(holds("followed.stp", "SHAPE_REPRESENTATION"));
   /* The same with the file outside of the input's folder. */

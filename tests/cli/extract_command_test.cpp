@@ -91,7 +91,8 @@ TEST_F(ExtractCommand, Json) {
                            {"file", name},
                            {"body", body},
                            {"records", 12},
-                           {"bytes", fs::file_size(name)}});
+                           {"bytes", fs::file_size(name)},
+                           {"copies", nlohmann::json::array()}});
   };
   EXPECT_EQ(nlohmann::json::parse(run.out),
             nlohmann::json(

@@ -72,6 +72,32 @@ TEST_F(InputWithReferences, CopiesArriveWithTheFiles) {
   EXPECT_EQ(run_velkstep({"verify", "in/in.stp", "out"}).exit_code, 0);
 }
 
+TEST_F(InputWithReferences, CopiesArriveBesideAnExtractedPart) {
+  const ProcessRun run =
+      run_velkstep({"extract", "in/in.stp", "--part=lid", "-o", "one.stp", "--copy-references"});
+  EXPECT_EQ(run.exit_code, 0) << run.errors;
+  EXPECT_EQ(run.out, "one.stp: 10 records\nlid.stp: copied\n");
+  EXPECT_EQ(read_file("lid.stp"), read_file("in/lid.stp"));
+  const ProcessRun again =
+      run_velkstep({"extract", "in/in.stp", "--part=lid", "-o", "two.stp", "--copy-references"});
+  EXPECT_EQ(again.exit_code, 1);
+  EXPECT_EQ(again.errors, "velkstep: lid.stp: is there already; --force replaces it\n");
+  EXPECT_FALSE(fs::exists("two.stp"));
+  const ProcessRun json = run_velkstep({"extract", "in/in.stp", "--part=lid", "-o", "two.stp",
+                                        "--copy-references", "--force", "--json"});
+  EXPECT_EQ(Json::parse(json.out)["files"][0]["copies"], Json::array({"lid.stp"}));
+  EXPECT_EQ(run_velkstep({"extract", "in/in.stp", "--part=lid", "-o", "two.stp", "--follow",
+                          "--copy-references"})
+                .exit_code,
+            2);
+  // Of a part that is split, too.
+  const ProcessRun split =
+      run_velkstep({"split", "in/in.stp", "--part=box", "-o", "out", "--copy-references"});
+  EXPECT_EQ(split.exit_code, 0) << split.errors;
+  EXPECT_EQ(read_file("out/lid.stp"), read_file("in/lid.stp"));
+  EXPECT_NE(read_file("out/lid (2).stp").find("=DOCUMENT_FILE('lid.stp',"), std::string::npos);
+}
+
 TEST_F(InputWithReferences, CopiesOfAnOlderSplitGo) {
   ASSERT_EQ(run_velkstep({"split", "in/in.stp", "-o", "out", "--copy-references"}).exit_code, 0);
   EXPECT_TRUE(fs::exists("out/lid.stp"));

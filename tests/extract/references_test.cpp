@@ -14,6 +14,7 @@
 #include "support/folder_tree.h"
 #include "support/referring_input.h"
 #include "support/scratch_folder.h"
+#include "support/small_disk.h"
 
 namespace Kessel::test {
 namespace {
@@ -109,6 +110,168 @@ TEST_F(ExtractFromReferring, NoFileTakesTheNameOfOneThatIsReferredTo) {
   EXPECT_EQ(names_in("in"),
             (std::set<std::string>{"T\xC3\xBCr", "in.stp", "lid (2).stp", "lid.stp", "own.stp"}));
   EXPECT_NE(read_file("in/lid (2).stp").find("=DOCUMENT_FILE('lid.stp',"), std::string::npos);
+}
+
+class CopiesOfReferring : public ExtractFromReferring {
+ protected:
+  CopiesOfReferring() {
+    copying_ = choices();
+    copying_.replace = false;
+    copying_.copy_references = true;
+  }
+
+  /// What a part's file leads to, as one file: the same as if the input's files had been followed.
+  bool leads_to_the_same(const char* part, const fs::path& file) {
+    ExtractOptions following = choices();
+    following.follow_references = true;
+    extract("in/in.stp", part, "followed.stp", following);
+    const JoinOptions within{.replace = true};
+    join(file, "joined.stp", within);
+    return diff("joined.stp", "followed.stp").is_same;
+  }
+
+  ExtractOptions copying_;
+};
+
+TEST_F(CopiesOfReferring, LieBesideThePartWhichRefersToThem) {
+  fs::create_directory("out");
+  const ExtractedFile file = extract("in/in.stp", "lid", "out/part.stp", copying_);
+  EXPECT_EQ(file.copies, std::vector<fs::path>{"out/lid.stp"});
+  EXPECT_EQ(names_in("out"), (std::set<std::string>{"part.stp", "lid.stp"}));
+  EXPECT_EQ(read_file("out/lid.stp"), part_in_a_file("lid"));
+  EXPECT_NE(read_file("out/part.stp").find("=DOCUMENT_FILE('lid.stp','about it','',$,'',$);\n"),
+            std::string::npos);
+  EXPECT_EQ(file.bytes, fs::file_size("out/part.stp"));
+  fs::rename("out", "elsewhere");
+  EXPECT_TRUE(leads_to_the_same("lid", "elsewhere/part.stp"));
+}
+
+TEST_F(CopiesOfReferring, MakeWayForThePart) {
+  fs::create_directory("out");
+  const ExtractedFile file = extract("in/in.stp", "lid", "out/LID.stp", copying_);
+  EXPECT_EQ(file.copies, std::vector<fs::path>{"out/lid (2).stp"});
+  EXPECT_TRUE(leads_to_the_same("lid", "out/LID.stp"));
+}
+
+TEST_F(CopiesOfReferring, OnlyOfWhatThePartRefersTo) {
+  folder_.write("in/lid.stp", "no exchange file");
+  fs::create_directory("out");
+  EXPECT_TRUE(extract("in/in.stp", "own", "out/own.stp", copying_).copies.empty());
+  EXPECT_EQ(extract("in/in.stp", "hinge", "out/its.stp", copying_).copies,
+            std::vector<fs::path>{"out/hinge.stp"});
+  try {
+    extract("in/in.stp", "lid", "out/lid.stp", copying_);
+    ADD_FAILURE() << "nothing was refused";
+  } catch (const InputError& error) {
+    EXPECT_EQ(error.finding().kind, FindingKind::not_an_exchange_file);
+    EXPECT_EQ(fs::path(error.finding().file).filename(), "lid.stp");
+  }
+  EXPECT_EQ(names_in("out"), (std::set<std::string>{"own.stp", "its.stp", "hinge.stp"}));
+}
+
+// Both parts need the hinge's file, the lid's file by itself.
+TEST_F(CopiesOfReferring, OnceForAllParts) {
+  folder_.write("in/lid.stp",
+                exchange_file(SHARED_RECORDS + product_records(10, "lid", "#3") +
+                              product_records(20, "hinge", "#3") + usage_record(60, 10, 20) +
+                              reference(70, "T\\X2\\00FC\\X0\\r/hinge.stp", 20)));
+  const std::vector<ExtractedFile> files =
+      extract_each("in/in.stp", {"own", "lid", "hinge"}, "out", copying_);
+  ASSERT_EQ(files.size(), 3u);
+  EXPECT_TRUE(files[0].copies.empty());
+  EXPECT_EQ(files[1].copies, (std::vector<fs::path>{"out/lid.stp", "out/hinge.stp"}));
+  EXPECT_TRUE(files[2].copies.empty());
+  EXPECT_EQ(names_in("out"), (std::set<std::string>{"own.stp", "lid (2).stp", "hinge (2).stp",
+                                                    "lid.stp", "hinge.stp"}));
+  fs::rename("out", "elsewhere");
+  EXPECT_TRUE(leads_to_the_same("lid", "elsewhere/lid (2).stp"));
+  EXPECT_TRUE(leads_to_the_same("hinge", "elsewhere/hinge (2).stp"));
+}
+
+TEST_F(CopiesOfReferring, WhatLiesThereStays) {
+  folder_.write("in/T\xC3\xBCr/lid.stp", part_in_a_file("other"));
+  std::string input = REFERRING;
+  const std::string hinge = "T\\X2\\00FC\\X0\\r/hinge.stp";
+  for (std::size_t at = 0; (at = input.find(hinge, at)) != std::string::npos; ++at) {
+    input.replace(at, hinge.size(), "T\\X2\\00FC\\X0\\r/lid.stp");
+  }
+  folder_.write("in/in.stp", exchange_file(input));
+  const ExtractedFile file = extract("in/in.stp", "whole", "in/new.stp", copying_);
+  EXPECT_EQ(file.copies, std::vector<fs::path>{"in/lid (2).stp"});
+  EXPECT_EQ(read_file("in/lid.stp"), part_in_a_file("lid"));
+  EXPECT_EQ(read_file("in/lid (2).stp"), part_in_a_file("other"));
+  EXPECT_TRUE(leads_to_the_same("whole", "in/new.stp"));
+  // Somebody's file is replaced where that is asked for only, and nothing is written otherwise.
+  fs::create_directory("far");
+  folder_.write("far/lid.stp", "somebody's");
+  EXPECT_THROW(extract("in/in.stp", "lid", "far/part.stp", copying_), OutputError);
+  EXPECT_EQ(names_in("far"), std::set<std::string>{"lid.stp"});
+  EXPECT_EQ(read_file("far/lid.stp"), "somebody's");
+  copying_.replace = true;
+  extract("in/in.stp", "lid", "far/part.stp", copying_);
+  EXPECT_EQ(read_file("far/lid.stp"), part_in_a_file("lid"));
+}
+
+// The lid's file is missing; another one of that name must not be taken for it.
+TEST_F(CopiesOfReferring, TakeNoNameOfAFileThatIsMissingThere) {
+  fs::rename("in/lid.stp", "in/T\xC3\xBCr/lid.stp");
+  folder_.write("in/T\xC3\xBCr/hinge.stp",
+                exchange_file(SHARED_RECORDS + product_records(10, "hinge", "#3") +
+                              product_records(20, "lid", "#3") + usage_record(60, 10, 20) +
+                              reference(70, "lid.stp", 20)));
+  const ExtractedFile file = extract("in/in.stp", "whole", "in/new.stp", copying_);
+  EXPECT_EQ(file.copies, (std::vector<fs::path>{"in/hinge.stp", "in/lid (2).stp"}));
+  EXPECT_EQ(warnings_, Sentences{"70: The file \"lid.stp\" that is referred to is not there."});
+  EXPECT_NE(read_file("in/hinge.stp").find("'lid (2).stp'"), std::string::npos);
+  EXPECT_NE(read_file("in/new.stp").find("=DOCUMENT_FILE('lid.stp',"), std::string::npos);
+}
+
+TEST_F(CopiesOfReferring, BodiesReferToThemToo) {
+  folder_.write(
+      "in/in.stp",
+      exchange_file(SHARED_RECORDS + product_records(10, "pair", "#3,#40,#50") + solid_records(40) +
+                    solid_records(50) + reference(70, "lid.stp", 10)));
+  copying_.bodies = true;
+  const std::vector<ExtractedFile> files = extract_each("in/in.stp", {"pair"}, "out", copying_);
+  ASSERT_EQ(files.size(), 2u);
+  EXPECT_EQ(files[0].copies, std::vector<fs::path>{"out/lid.stp"});
+  EXPECT_TRUE(files[1].copies.empty());
+  for (const ExtractedFile& file : files) {
+    EXPECT_NE(read_file(file.path).find("=DOCUMENT_FILE('lid.stp',"), std::string::npos);
+  }
+}
+
+TEST_F(CopiesOfReferring, StayInTheInputsFolderUnlessAskedFor) {
+  fs::rename("in/lid.stp", "lid.stp");
+  fs::create_symlink("../lid.stp", "in/lid.stp");
+  try {
+    extract("in/in.stp", "lid", "part.stp", copying_);
+    ADD_FAILURE() << "nothing was refused";
+  } catch (const InputError& error) {
+    EXPECT_EQ(error.finding().kind, FindingKind::target_outside);
+  }
+  EXPECT_FALSE(fs::exists("part.stp"));
+  copying_.follow_outside = true;
+  fs::create_directory("out");
+  EXPECT_EQ(extract("in/in.stp", "lid", "out/part.stp", copying_).copies,
+            std::vector<fs::path>{"out/lid.stp"});
+  EXPECT_EQ(read_file("out/lid.stp"), part_in_a_file("lid"));
+}
+
+TEST_F(CopiesOfReferring, CopyThatDoesNotFitOntoTheDiskLeavesNothing) {
+  std::string lid = part_in_a_file("lid");
+  lid.insert(lid.find("DATA;"), "/*" + std::string(300000, 'x') + "*/\n");
+  folder_.write("in/lid.stp", lid);
+  const SmallDisk disk("disk", "size=128k");
+  if (!disk.is_there()) GTEST_SKIP() << "needs a small disk";
+  try {
+    extract("in/in.stp", "lid", "disk/part.stp", copying_);
+    ADD_FAILURE() << "nothing was said";
+  } catch (const OutputError& error) {
+    EXPECT_EQ(error.path(), "disk/lid.stp");
+    EXPECT_EQ(error.reason(), std::errc::no_space_on_device);
+  }
+  EXPECT_TRUE(names_in("disk").empty());
 }
 
 TEST_F(ExtractFromReferring, MissingFilesOfThePartAreWarnedOf) {

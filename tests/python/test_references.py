@@ -62,6 +62,14 @@ def test_a_part_keeps_them_or_has_what_they_say(box):
     assert velkstep.diff("out/followed.stp", "out/small.stp")["same"]
 
 
+def test_a_parts_files_are_copied_beside_it(box):
+    Path("out").mkdir()
+    [file] = velkstep.extract(box, "lid", "out/lid.stp", references="copy")["files"]
+    assert file["file"] == "out/lid.stp" and file["copies"] == ["out/lid (2).stp"]
+    assert "=DOCUMENT_FILE('lid (2).stp'," in Path("out/lid.stp").read_text()
+    assert Path("out/lid (2).stp").read_bytes() == Path("in/lid.stp").read_bytes()
+
+
 @pytest.mark.parametrize("references", ["follow", "copy"])
 def test_outside_of_the_inputs_folder_only_where_asked(box_of_a_lid_elsewhere, references):
     with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"'):
@@ -85,5 +93,5 @@ def test_a_part_outside_only_where_asked(box_of_a_lid_elsewhere):
 def test_unknown_choices_are_value_errors(box):
     with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow' nor 'copy'$"):
         velkstep.split(box, "out", references="leave")
-    with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow'$"):
-        velkstep.extract(box, "lid", "one.stp", references="copy")
+    with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow' nor 'copy'$"):
+        velkstep.extract(box, "lid", "one.stp", references="leave")

@@ -328,6 +328,27 @@ TEST_P(KeptReferences, CopiesThatLieThereAlreadyStay) {
   EXPECT_EQ(read_file("in/hinge.stp"), part_in_a_file("hinge"));
 }
 
+// The hinge's file has the name of one that lies there, and that of the input.
+TEST_P(KeptReferences, CopiesMakeWayForWhatLiesThere) {
+  const std::string hinge = "T\\X2\\00FC\\X0\\r/hinge.stp";
+  for (const char* const name : {"lid.stp", "in.stp"}) {
+    std::string other = REFERRING;
+    for (std::size_t at = 0; (at = other.find(hinge, at)) != std::string::npos; ++at) {
+      other.replace(at, hinge.size(), std::string("T\\X2\\00FC\\X0\\r/") + name);
+    }
+    folder_.write("in/in.stp", exchange_file(other));
+    folder_.write(std::string("in/T\xC3\xBCr/") + name, part_in_a_file("hinge"));
+    const std::vector<WrittenFile> files = split_with({.copy_references = true}, "in");
+    EXPECT_EQ(files.back().path, fs::path("in") / (fs::path(name).stem().string() + " (2).stp"));
+    EXPECT_EQ(read_file(files.back().path), part_in_a_file("hinge"));
+    EXPECT_EQ(read_file("in/lid.stp"), part_in_a_file("lid"));
+    EXPECT_TRUE(leads_to_the_same(files.front().path));
+    for (const WrittenFile& file : files) fs::remove(file.path);
+    fs::remove("in/velkstep-split.json");
+    fs::remove("roots.txt");
+  }
+}
+
 TEST_P(KeptReferences, FollowedFilesAreSplitAsOne) {
   const std::vector<WrittenFile> files = split_with({.follow_references = true}, "in");
   // No file takes the place of one that was read.

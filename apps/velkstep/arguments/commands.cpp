@@ -170,10 +170,16 @@ void add_extract_command(CLI::App& app, Action& action) {
   add_names_option(command, arguments->names);
   command->add_flag("--shrink", arguments->shrink,
                     "Make records of each result that say the same one");
-  command->add_flag("--follow", arguments->follow,
-                    "Read IN and the files that it refers to as one");
+  CLI::Option* follow = command->add_flag("--follow", arguments->follow,
+                                          "Read IN and the files that it refers to as one");
+  command
+      ->add_flag("--copy-references", arguments->copy_references,
+                 "Copy the files that the part refers to beside OUT, in place of referring to them "
+                 "where they are")
+      ->excludes(follow)
+      ->excludes(list);
   command->add_flag("--follow-outside", arguments->follow_outside,
-                    "Also follow files outside of IN's folder");
+                    "Also follow or copy files outside of IN's folder");
   command->add_flag("-f,--force", arguments->force, "Replace files that are there");
   add_memory_limit_option(command, arguments->memory_limit);
   command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");

@@ -49,6 +49,7 @@ std::vector<Kessel::ExtractedFile> extract_from(const fs::path& in,
   options.names = arguments.names;
   options.bodies = arguments.bodies;
   options.shrink = arguments.shrink;
+  options.copy_references = arguments.copy_references;
   options.replace = arguments.force;
   options.warning = [&](const Kessel::Finding& finding) { warnings.add(finding); };
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
@@ -63,6 +64,7 @@ std::string extracted_text(const std::vector<Kessel::ExtractedFile>& files) {
   std::string text;
   for (const Kessel::ExtractedFile& file : files) {
     text += file.path.string() + ": " + counted(file.records, "record", "records") + "\n";
+    for (const fs::path& copy : file.copies) text += copy.string() + ": copied\n";
   }
   return text;
 }

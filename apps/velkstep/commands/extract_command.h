@@ -21,6 +21,7 @@ struct ExtractArguments {
   bool list = false;
   bool shrink = false;
   bool follow = false;
+  bool copy_references = false;
   bool follow_outside = false;
   bool force = false;
   bool quiet = false;

@@ -24,6 +24,8 @@ std::string extract_json(const std::vector<Kessel::ExtractedFile>& files, const 
     entry["body"] = file.body == 0 ? Json() : Json(file.body);
     entry["records"] = file.records;
     entry["bytes"] = file.bytes;
+    entry["copies"] = Json::array();
+    for (const std::filesystem::path& copy : file.copies) entry["copies"].push_back(copy.string());
     json["files"].push_back(std::move(entry));
   }
   return json_line(json);

@@ -167,7 +167,7 @@ def extract(
     replace: bool = False,
     progress: Optional[Progress] = None,
     shrink: bool = False,
-    references: Literal["keep", "follow"] = "keep",
+    references: References = "keep",
     follow_outside: bool = False,
 ) -> Extracted:
     """Writes one part or sub-assembly of `input`, with all below it, as the file `out`.
@@ -177,8 +177,9 @@ def extract(
     each body of a part, `out` is a folder, in which files are called as `names` says. Returns what
     `velkstep extract --json` prints. Files appear when all of them are finished; what is there already
     is replaced only with `replace`. `progress` is as that of split. With `shrink`, records of a file
-    that say the same become one. Files that these parts refer to stay where they are ("keep"), or are
-    read with `input` as one ("follow"); those outside of its folder with `follow_outside` only.
+    that say the same become one. Files that these parts refer to stay where they are ("keep"), are
+    read with `input` as one ("follow"), or are copied beside `out` ("copy"); those outside of its
+    folder are followed and copied with `follow_outside` only.
 
     Raises PartError for a name that no part has, or several; InputError, OutputError, MemoryError.
     """

@@ -213,6 +213,7 @@ class ExtractedFile(NamedPart):
     body: int | None
     records: int
     bytes: int
+    copies: list[str]
 
 
 class Extracted(TypedDict):

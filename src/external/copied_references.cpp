@@ -1,10 +1,7 @@
-#include "splitter/copied_references.h"
+#include "external/copied_references.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <fstream>
-#include <iterator>
-#include <system_error>
 #include <utility>
 
 #include "encoding/utf8_path.h"
@@ -96,54 +93,55 @@ class ByteCopier {
 
 }  // namespace
 
-CopiedReferences::CopiedReferences(const std::vector<ExternalReference>& references,
-                                   const fs::path& from, const fs::path& to, const Options& options)
-    : from_(from), to_(to), options_(options) {
-  enter(references, from);
-  for (std::size_t i = 0; i < copies_.size(); ++i) {
-    if (copies_[i].is_in_place) continue;
-    load(copies_[i]);
+void CopiedReferences::add(const std::vector<ExternalReference>& references) {
+  references_.insert(references_.end(), references.begin(), references.end());
+  std::size_t next = copies_.size();
+  enter(references, from_);
+  for (; next < copies_.size(); ++next) {
+    if (copies_[next].is_in_place) continue;
+    load(copies_[next]);
     // Entering moves the copies.
-    const std::vector<ExternalReference> in_turn = copies_[i].references;
-    enter(in_turn, copies_[i].path.parent_path());
+    const std::vector<ExternalReference> in_turn = copies_[next].references;
+    enter(in_turn, copies_[next].path.parent_path());
   }
-  if (!outside_.empty()) {
-    std::string names;
-    for (const std::string& name : outside_) names += (names.empty() ? "\"" : ", \"") + name + "\"";
-    throw InputError(make_finding(FindingKind::target_outside,
-                                  "References lead out of the folder of the file: " + names + "."));
-  }
-  edits_of_input_ = edits_for(references, from);
-  for (Copy& copy : copies_) {
-    if (!copy.is_in_place) copy.edits = edits_for(copy.references, copy.path.parent_path());
-  }
+  require_below();
 }
 
 void CopiedReferences::enter(const std::vector<ExternalReference>& references,
                              const fs::path& folder) {
   for (const ExternalReference& reference : references) {
     const Target target = find_target(folder, reference);
-    if (!target.is_there) continue;
     const fs::path path = without_links(target.path);
-    if (places_.contains(path)) continue;
-    places_.emplace(path, copies_.size());
+    const bool is_in_place = path.parent_path() == to_;
+    // What lies there keeps its name, and what is missing there must not seem to be found.
+    if (is_in_place) names_.insert(caseless_name(utf8_of_path(path.filename())));
+    if (!target.is_there || !places_.emplace(path, copies_.size()).second) continue;
     if (!options_.follow_outside && !is_below(path, from_)) outside_.push_back(target.name->name);
-    Copy copy;
-    copy.path = path;
-    copy.is_in_place = path.parent_path() == to_;
-    copy.name = copy.is_in_place ? utf8_of_path(path.filename()) : unused_name(path.filename());
-    copies_.push_back(std::move(copy));
+    if (!is_in_place) written_.push_back(copies_.size());
+    copies_.push_back({path, utf8_of_path(path.filename()), is_in_place, {}, {}});
   }
 }
 
-std::string CopiedReferences::unused_name(const fs::path& path) {
-  const std::string stem = utf8_of_path(path.stem());
-  const std::string extension = utf8_of_path(path.extension());
-  for (std::uint32_t& number = taken_[caseless_name(stem + extension)];;) {
-    ++number;
-    const std::string name =
-        number == 1 ? stem + extension : stem + " (" + std::to_string(number) + ")" + extension;
-    if (number == 1 || taken_.emplace(caseless_name(name), 1).second) return name;
+void CopiedReferences::require_below() const {
+  if (outside_.empty()) return;
+  std::string names;
+  for (const std::string& name : outside_) names += (names.empty() ? "\"" : ", \"") + name + "\"";
+  throw InputError(make_finding(FindingKind::target_outside,
+                                "References lead out of the folder of the file: " + names + "."));
+}
+
+void CopiedReferences::give_names(const std::vector<std::string>& taken) {
+  for (const std::string& name : taken) names_.insert(caseless_name(name));
+  for (const std::size_t i : written_) {
+    const std::string stem = utf8_of_path(copies_[i].path.stem());
+    const std::string extension = utf8_of_path(copies_[i].path.extension());
+    for (int number = 2; !names_.insert(caseless_name(copies_[i].name)).second; ++number) {
+      copies_[i].name = stem + " (" + std::to_string(number) + ")" + extension;
+    }
+  }
+  edits_of_input_ = edits_for(references_, from_);
+  for (const std::size_t i : written_) {
+    copies_[i].edits = edits_for(copies_[i].references, copies_[i].path.parent_path());
   }
 }
 
@@ -190,43 +188,24 @@ TextEdits CopiedReferences::edits_for(const std::vector<ExternalReference>& refe
   return TextEdits(std::move(edits));
 }
 
-std::vector<std::string> CopiedReferences::new_names() const {
-  std::vector<std::string> names;
-  for (const Copy& copy : copies_) {
-    if (!copy.is_in_place) names.push_back(copy.name);
+std::uint32_t CopiedReferences::write(std::size_t place, std::ostream& out) const {
+  const Copy& copy = copies_[written_[place]];
+  std::ifstream in(copy.path, std::ios::in | std::ios::binary);
+  EditedBytes places(copy.edits);
+  const Exchange::Limits limits{.scrutiny = Exchange::Scrutiny::none};
+  const Exchange::Ending ending = read_exchange_file(in, limits, places);
+  if (ending.error || in.bad()) throw_about(input_changed(ending.bytes), copy.path);
+  in.clear();
+  in.seekg(0);
+  ByteCopier copier(in, out);
+  for (const EditedBytes::Bytes& bytes : places.bytes()) {
+    copier.copy_to(bytes.begin);
+    out << bytes.text;
+    copier.pass_over(bytes.end);
   }
-  return names;
-}
-
-std::vector<WrittenFile> CopiedReferences::write(const fs::path& outdir) const {
-  std::vector<WrittenFile> files;
-  for (const Copy& copy : copies_) {
-    if (copy.is_in_place) continue;
-    std::ifstream in(copy.path, std::ios::in | std::ios::binary);
-    EditedBytes places(copy.edits);
-    const Exchange::Limits limits{.scrutiny = Exchange::Scrutiny::none};
-    const Exchange::Ending ending = read_exchange_file(in, limits, places);
-    if (ending.error || in.bad()) throw_about(input_changed(ending.bytes), copy.path);
-    in.clear();
-    in.seekg(0);
-    const fs::path path = outdir / path_of_utf8(copy.name);
-    errno = 0;
-    std::ofstream out(path, std::ios::out | std::ios::binary);
-    ByteCopier copier(in, out);
-    for (const EditedBytes::Bytes& bytes : places.bytes()) {
-      copier.copy_to(bytes.begin);
-      out << bytes.text;
-      copier.pass_over(bytes.end);
-    }
-    copier.copy_to(~std::uint64_t{0});
-    if (in.bad()) throw_about(input_changed(0), copy.path);
-    const auto size =
-        static_cast<std::uint64_t>(out ? static_cast<std::streamoff>(out.tellp()) : 0);
-    out.close();
-    if (!out) throw OutputError(path, {errno != 0 ? errno : EIO, std::generic_category()});
-    files.push_back({path.lexically_normal(), 0, places.records(), size, true});
-  }
-  return files;
+  copier.copy_to(~std::uint64_t{0});
+  if (in.bad()) throw_about(input_changed(0), copy.path);
+  return places.records();
 }
 
 }  // namespace Kessel
