@@ -74,6 +74,7 @@ enum class FindingKind {
   foreign_record,        ///< a record that the input does not hold, or not so often
   changed_record,        ///< says something else than the input's record
   unresolved_reference,  ///< refers to a number that no record of the file has
+  undecided,             ///< so symmetrical that it only looks as if they said the same
   missing_root_list,     ///< no "roots.txt"; the library writes it into the working directory
   wrong_root_list,       ///< "roots.txt" does not hold the name of a file that is there
   foreign_file,          ///< an exchange file with records to which no other refers

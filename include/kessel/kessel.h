@@ -120,8 +120,8 @@ KESSEL_EXPORT kessel_result* kessel_split(const char* in, const char* outdir,
 /* Compares what the exchange files `a` and `b` say, as Kessel::diff does (kessel/diff.h). Of the
    options the memory limit and the progress function matter, which is told of reading both files,
    and then of comparing as KESSEL_SORTING. Writes and prints nothing. Returns a result as
-   kessel_split does, without files; kessel_is_same has the answer, kessel_difference_at the
-   records that differ. */
+   kessel_split does, without files; kessel_is_same has the answer, kessel_is_certain whether it
+   is certain, kessel_difference_at the records that differ. */
 KESSEL_EXPORT kessel_result* kessel_diff(const char* a, const char* b,
                                          const struct kessel_options* options);
 
@@ -236,6 +236,11 @@ KESSEL_EXPORT kessel_result* kessel_picture(const char* in, const char* part, in
 /* 1 where kessel_diff found that the files say the same, else 0; 0 for null, for every status but
    KESSEL_DONE, and for the result of a split. */
 KESSEL_EXPORT int kessel_is_same(const kessel_result* result);
+
+/* 1 where what kessel_is_same says is certain, as Kessel::Difference::is_certain; 0 for files so
+   symmetrical all over that they count as the same, for null, for every status but KESSEL_DONE, and
+   for the result of anything but a comparison. */
+KESSEL_EXPORT int kessel_is_certain(const kessel_result* result);
 
 /* How the split or comparison ended; KESSEL_OUT_OF_MEMORY for null. */
 KESSEL_EXPORT enum kessel_status kessel_status_of(const kessel_result* result);

@@ -35,6 +35,7 @@ struct kessel_result {
   std::uint64_t error_column = 0;
   std::vector<std::string> files;
   bool is_same = false;
+  bool is_certain = false;
   Kessel::Shrunk shrunk;
   Kessel::DifferenceRows differences;
   Kessel::FindingRows findings;
@@ -143,6 +144,7 @@ void compare(kessel_result& result, const char* a, const char* b, const kessel_o
   const Difference difference = diff(path_a, path_b, to_options(known_options(options)));
   result.differences = DifferenceRows(difference);
   result.is_same = difference.is_same;
+  result.is_certain = difference.is_certain;
 }
 
 void verify_into(kessel_result& result, const char* in, const char* outdir,
@@ -397,6 +399,10 @@ kessel_result* kessel_extract(const char* in, const char* part, const char* out,
   return Kessel::guarded("The extraction was cancelled.", [&](kessel_result& result) {
     Kessel::extract_into(result, in, part, out, options);
   });
+}
+
+int kessel_is_certain(const kessel_result* result) {
+  return result != nullptr && result->is_certain ? 1 : 0;
 }
 
 int kessel_is_same(const kessel_result* result) {

@@ -69,6 +69,7 @@ constexpr KindRow KINDS[] = {
     {foreign_record, "foreign_record", error},
     {changed_record, "changed_record", error},
     {unresolved_reference, "unresolved_reference", error},
+    {undecided, "undecided", warning},
     {missing_root_list, "missing_root_list", warning},
     {wrong_root_list, "wrong_root_list", error},
     {foreign_file, "foreign_file", warning},

@@ -224,6 +224,12 @@ class SplitCheck {
     const Sameness::ComparedFile& input = input_.file();
     const Difference difference = Sameness::compare_files(
         input, Sameness::body_reader(in_, input.instances), joined, body_of_joined, options_);
+    if (!difference.is_certain) {
+      findings_.begin_file(".");
+      findings_.add(make_finding(FindingKind::undecided,
+                                 "The files are so symmetrical all over that nobody can tell "
+                                 "whether they say the same; they look the same."));
+    }
     if (difference.is_same) return;
     join_again(root);
     add_differences(difference, *joining_, findings_);

@@ -367,6 +367,7 @@ static int compared(const char* a, const char* b, const struct kessel_options* o
   EXPECT(kessel_status_of(result) == status);
   EXPECT_TEXT(kessel_error_of(result), error);
   EXPECT(kessel_file_count(result) == 0);
+  EXPECT(kessel_is_certain(result) == (status == KESSEL_DONE));
   kessel_free(result);
   return is_same;
 }
@@ -400,6 +401,46 @@ static void expect_place_of_error(void) {
   EXPECT(kessel_error_column(NULL) == 0);
 }
 
+/* A ladder of gadgets, and one with a twist: tests/sameness/symmetrical_records.h. */
+static void write_ladder(const char* path, int is_twisted) {
+  enum { GADGETS = 60 };
+  static char text[1 << 16];
+  size_t size = 0;
+  int next = GADGETS * 6 + 1;
+  int gadget, i;
+  for (i = 1; i <= GADGETS * 6; ++i) {
+    size += (size_t)snprintf(text + size, sizeof text - size, "#%d=VERTEX_POINT('',$);\n", i);
+  }
+  for (gadget = 0; gadget < GADGETS; ++gadget) {
+    const int own = 1 + gadget * 6;
+    const int other = 1 + (gadget + 1) % GADGETS * 6;
+    for (i = 0; i < 4; ++i) {
+      size += (size_t)snprintf(text + size, sizeof text - size, "#%d=GADGET(#%d,#%d,#%d);\n", next++,
+                               own + (i & 1), own + 2 + (i >> 1), own + 4 + ((i & 1) ^ (i >> 1)));
+    }
+    for (i = 0; i < 2; ++i) {
+      const int crossed = is_twisted && gadget == 0 ? 1 - i : i;
+      size += (size_t)snprintf(text + size, sizeof text - size, "#%d=EDGE(#%d,#%d);\n", next++,
+                               own + i, other + 2 + crossed);
+      if (gadget >= GADGETS / 2) continue;
+      size += (size_t)snprintf(text + size, sizeof text - size, "#%d=EDGE(#%d,#%d);\n", next++,
+                               own + 4 + i, own + GADGETS / 2 * 6 + 4 + i);
+    }
+  }
+  write_file(path, text);
+}
+
+static void expect_uncertain(void) {
+  kessel_result* result;
+  write_ladder("ladder.stp", 0);
+  write_ladder("twisted.stp", 1);
+  result = kessel_diff("ladder.stp", "twisted.stp", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT(kessel_is_same(result) == 1);
+  EXPECT(kessel_is_certain(result) == 0);
+  kessel_free(result);
+}
+
 static void comparing(void) {
   struct kessel_options options;
   write_file("other.stp", "#1=A();\n");
@@ -415,6 +456,8 @@ static void comparing(void) {
   EXPECT(compared(ASSEMBLY, ASSEMBLY, &options, KESSEL_CANCELLED,
                   "The comparison was cancelled.") == 0);
   EXPECT(kessel_is_same(NULL) == 0);
+  EXPECT(kessel_is_certain(NULL) == 0);
+  expect_uncertain();
 }
 
 /* Joins into "one.stp" and expects how that ended, and which files there are. */

@@ -243,8 +243,8 @@ const std::set<FindingKind> NOT_REFUSED = {
     // what verify finds is its result
     FindingKind::wrong_header, FindingKind::text_behind_end, FindingKind::missing_record,
     FindingKind::foreign_record, FindingKind::changed_record, FindingKind::unresolved_reference,
-    FindingKind::missing_root_list, FindingKind::wrong_root_list, FindingKind::foreign_file,
-    FindingKind::missing_listed_file, FindingKind::changed_listed_file,
+    FindingKind::undecided, FindingKind::missing_root_list, FindingKind::wrong_root_list,
+    FindingKind::foreign_file, FindingKind::missing_listed_file, FindingKind::changed_listed_file,
     // it takes somebody who writes while the file is read
     FindingKind::changed_while_read};
 

@@ -74,6 +74,7 @@ const std::set<std::string> INTERFACE = {
     "kessel_finding_at",
     "kessel_finding_count",
     "kessel_free",
+    "kessel_is_certain",
     "kessel_is_same",
     "kessel_join",
     "kessel_picture",

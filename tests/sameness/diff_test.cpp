@@ -9,6 +9,7 @@
 
 #include "kessel/errors.h"
 #include "sameness/plain_file.h"
+#include "sameness/symmetrical_records.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -215,6 +216,15 @@ TEST_F(Diff, ManyTwinsArePairedInOneGo) {
   for (int i = 2; i < 20'000; ++i) a += "#" + std::to_string(i) + "=TWIN(#1);\n";
   EXPECT_EQ(difference(a, a), "same");
   EXPECT_EQ(difference(a, a + "#20000=TWIN(#1);\n"), " 0 0\n  TWIN + #20000\n");
+}
+
+TEST_F(Diff, WhatIsTooSymmetricalToTellCountsAsTheSameAndIsSaid) {
+  const Difference same = compared(symmetrical_records(false), symmetrical_records(false));
+  EXPECT_TRUE(same.is_same && same.is_certain);
+  const Difference other = compared(symmetrical_records(false), symmetrical_records(true));
+  EXPECT_TRUE(other.is_same);
+  EXPECT_FALSE(other.is_certain);
+  EXPECT_TRUE(other.products.empty());
 }
 
 TEST_F(Diff, ADeepChainIsNoDeepRecursion) {

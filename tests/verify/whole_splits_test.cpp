@@ -1,4 +1,5 @@
 // Splits as they come out.
+#include "sameness/symmetrical_records.h"
 #include "verify/verified_split.h"
 
 namespace Kessel::test {
@@ -43,6 +44,17 @@ TEST_F(WholeSplit, NumbersOrderAndBlanksDoNotMatter) {
                   return text;
                 }()));
   EXPECT_EQ(found(), FoundLines());
+}
+
+TEST_F(WholeSplit, WhatIsTooSymmetricalToTellIsAWarning) {
+  folder_.write("in.stp", whole_file(symmetrical_records(false)));
+  std::filesystem::remove("out/part.stp");
+  write("root.stp", whole_file(symmetrical_records(false)));
+  EXPECT_EQ(found(), FoundLines());
+  write("root.stp", whole_file(symmetrical_records(true)));
+  EXPECT_EQ(found(),
+            FoundLines{".:0: warning undecided: The files are so symmetrical all over that "
+                       "nobody can tell whether they say the same; they look the same."});
 }
 
 TEST_F(WholeSplit, FramesWithoutRecordsBelongToIt) {
