@@ -163,18 +163,9 @@ void Extraction::warn(const Placement& placement, const std::vector<Asked>& aske
   for (const Finding& finding : findings) split_options_.warning(finding);
 }
 
-/// No file may take the place of one that is read, nor of one that is referred to, be that there or
-/// not: it would refer to itself.
 void Extraction::refuse_to_replace_inputs(const fs::path& out) const {
   for (const fs::path& in : inputs_) refuse_to_replace(in, out);
-  const fs::path place = without_links(out);
-  for (const ExternalReference& reference : references_) {
-    const Target target = find_target(from_, reference);
-    if (without_links(target.path) == place) {
-      throw OutputError(out, std::make_error_code(std::errc::file_exists));
-    }
-    refuse_to_replace(target.path, out);
-  }
+  refuse_to_replace_targets(from_, references_, out);
 }
 
 TextEdits Extraction::edits_for(const fs::path& out) const {
