@@ -176,7 +176,7 @@ TextEdits CopiedReferences::edits_for(const std::vector<ExternalReference>& refe
       const bool is_folder = one.text.size() < one.name.size() && one.name.ends_with("/" + file) &&
                              !reference.is_to_anchor();
       if (!leads && one.name != file) continue;
-      std::string text = leads && is_folder         ? std::string()
+      std::string text = leads && is_folder         ? std::string(".")
                          : reference.is_to_anchor() ? encoded_uri(name)
                                                     : name;
       if (text != one.text) {

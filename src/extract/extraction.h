@@ -74,6 +74,7 @@ class Extraction {
   void write_copies();
   void warn(const Placement& placement, const std::vector<Asked>& asked);
   std::vector<FileFigures> write_pieces(const SplitToWrite& split, const std::vector<Asked>& asked);
+  /// No file may take the place of one that is read, nor of one that is referred to.
   void refuse_to_replace_inputs(const std::filesystem::path& out) const;
   std::filesystem::path folder_of(const std::filesystem::path& out) const;
   TextEdits edits_for(const std::filesystem::path& out) const;

@@ -10,9 +10,10 @@
 
 namespace Kessel {
 
-/// Gives names of other files that a split wrote as they are seen from `outdir`, or after copies
-/// that it made there, the texts that they have in the input, so that what differs then does so in
-/// something else. References in the input are seen from `folder`; who asks `input` gets it.
+/// Gives names of other files in a split, which are seen from `outdir`, the texts of the input,
+/// seen from `folder`, that lead to the same file, or to one of which there is a copy in `outdir`
+/// that says the same: so that what differs then does so in something else. A name that leads
+/// elsewhere than the input's gets a text of its own. Who asks `input` gets it.
 void edit_kept_references(const std::function<const Sameness::ComparedFile&()>& input,
                           const std::filesystem::path& folder, const std::filesystem::path& outdir,
                           Joining& joining);

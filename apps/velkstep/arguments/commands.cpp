@@ -202,6 +202,7 @@ void add_picture_command(CLI::App& app, Action& action) {
                    "as 'Desk lamp/Boom/Arm'; without it, the whole is drawn")
       ->type_name("WHAT");
   add_choice(command, "--view", arguments->view, VIEWS, "Where it is seen from");
+  add_follow_options(command, arguments->follow, arguments->follow_outside);
   add_output_option(command, arguments->out, fault_of_picture);
   command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   add_memory_limit_option(command, arguments->memory_limit);
@@ -233,6 +234,7 @@ void add_tree_command(CLI::App& app, Action& action) {
   add_choice(command, "--sort", arguments->order, PARTS_ORDERS,
              "With --bom: sort by name, or by quantity, the most frequent first")
       ->needs(bom);
+  add_follow_options(command, arguments->follow, arguments->follow_outside);
   add_colour_option(command, arguments->colours);
   json->excludes(dot)->excludes(bom)->excludes(depth);
   dot->excludes(bom);
@@ -243,6 +245,7 @@ void add_info_command(CLI::App& app, Action& action) {
   const auto [command, arguments] = add_command(
       app, action, info, "info", "Show what the header of each IN says, and count what it holds");
   add_inputs(command, arguments->in, arguments->jobs, "The exchange files; - reads standard input");
+  add_follow_options(command, arguments->follow, arguments->follow_outside);
   add_colour_option(command, arguments->colours);
   command->add_flag("--json", arguments->json, "Print one line of JSON for each file");
 }
