@@ -12,6 +12,7 @@
 #include "instances/noting_loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
+#include "model/progress_reporter.h"
 #include "products/products.h"
 
 namespace Kessel {
@@ -22,7 +23,7 @@ std::vector<Finding> read_and_check(std::istream& in, const std::filesystem::pat
                                     const Options& options) {
   FindingList findings;
   Instances instances;
-  NotingLoader loader(instances, options, findings);
+  NotingLoader loader(instances, options, findings, size_for_progress(in, options));
   bool is_read = true;
   try {
     load_with(in, loader, options);

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
 #include "findings/named_errors.h"
 #include "geometry/draw_products.h"
 #include "geometry/part_lines.h"
@@ -22,7 +23,7 @@ namespace {
   throw InputError(make_finding(FindingKind::memory_limit,
                                 "The records and their geometry need more memory than the limit "
                                 "of " +
-                                    std::to_string(limit) + " bytes."));
+                                    with_commas(limit) + " bytes."));
 }
 
 /// Keeps what geometry is read from, too.
@@ -51,13 +52,6 @@ class DrawingLoader final : public InstanceLoader {
   std::uint64_t limit_;
   FindingList* warnings_;
 };
-
-/// Bytes of the file; 0 where the system cannot say.
-std::uint64_t size_of(const std::filesystem::path& in) {
-  std::error_code unknown;
-  const std::uintmax_t size = std::filesystem::file_size(in, unknown);
-  return unknown ? 0 : size;
-}
 
 /// Bytes of what is known of the parts.
 std::uint64_t bytes_of(const Assembly& assembly) {
@@ -108,7 +102,7 @@ void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fine
                      const Options& options, const std::vector<std::string>& others,
                      FindingList* warnings) {
   Geometry::GeometryRecords records(file.instances);
-  DrawingLoader loader(file.instances, records, options, size_of(in), warnings);
+  DrawingLoader loader(file.instances, records, options, size_of_file(in), warnings);
   file.read(in, options, loader);
   file.names_of_others.insert(file.names_of_others.end(), others.begin(), others.end());
   drawing.assembly = assembly_of(file, options);

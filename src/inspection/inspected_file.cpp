@@ -41,7 +41,7 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
 
 void InspectedFile::read(const std::filesystem::path& in, const Options& options,
                          FindingList& warnings) {
-  NotingLoader loader(instances, options, warnings);
+  NotingLoader loader(instances, options, warnings, size_of_file(in));
   read(in, options, loader);
 }
 
