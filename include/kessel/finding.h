@@ -89,6 +89,7 @@ enum class FindingKind {
   unknown_component,  ///< a file holds nothing that a reference to it could mean
   copies_differ,      ///< one record of the input says different things in two files
   stand_in_left,      ///< a record that stands for another, which no file holds
+  shape_elsewhere,    ///< another file holds what is extracted, and keeps it; only `extract` tells
 };
 
 /// The kind's name as it stands in FindingKind, for machines to read.

@@ -740,6 +740,12 @@ TEST_F(Messages, NoticesNameTheirFile) {
       {{{"none.stp", exchange_file("#1=A();\n")}},
        {"split", "none.stp", "-o", "6"},
        "velkstep: none.stp: holds no part; 6/none.stp is a copy of it"},
+      {{{"refers.stp", box_that_refers_to({"lid.stp", "good.stp"})}},
+       {"extract", "refers.stp", "--part=lid", "-o", "14"},
+       "velkstep: refers.stp:20:1: A shape is in the file \"lid.stp\", which is only referred to. "
+       "1 "
+       "more like it. --follow puts it into the new file."},
+      {{}, {"extract", "refers.stp", "--part=lid", "-qo", "15"}, ""},
       {{}, {"tree", "none.stp"}, none},
       {{}, {"extract", "none.stp", "--list"}, none},
       {{},
