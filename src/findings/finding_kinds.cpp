@@ -64,7 +64,6 @@ constexpr KindRow KINDS[] = {
     {one_part, "one_part", warning},
     {missing_file, "missing_file", error},
     {wrong_header, "wrong_header", error},
-    {text_behind_end, "text_behind_end", error},
     {missing_record, "missing_record", error},
     {foreign_record, "foreign_record", error},
     {changed_record, "changed_record", error},

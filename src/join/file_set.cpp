@@ -104,6 +104,12 @@ void FileSet::load(JoinedFile& file) {
     if (error.finding().kind != FindingKind::memory_limit || memory_ == 0) throw;
     throw InputError(files_need_memory(files_.size(), options_.memory_limit));
   }
+  if (loader.text_after_end()) {
+    std::vector<Finding> found{*loader.text_after_end()};
+    locate(in, found);
+    found.front().file = file.name;
+    warnings_.push_back(found.front());
+  }
   memory_ += file.memory();
   bytes_ += file.bytes;
 }
