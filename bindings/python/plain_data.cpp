@@ -184,7 +184,7 @@ py::dict picture_dict(const Kessel::Picture& picture, const std::string& view,
       "record"_a = has_record ? py::object(py::int_(picture.record)) : py::object(py::none()),
       "name"_a = text(picture.name), "view"_a = view, "places"_a = picture.places,
       "lines"_a = picture.lines, "left_out"_a = picture.left_out, "dropped"_a = picture.dropped,
-      "bytes"_a = picture.bytes);
+      "elsewhere"_a = picture.elsewhere, "bytes"_a = picture.bytes);
 }
 
 namespace {

@@ -34,9 +34,9 @@ enum kessel_flags {
   KESSEL_SHRINK = 1,               /* split, join, extract: shrink */
   KESSEL_DROP_UNREACHABLE = 2,     /* shrink: drop_unreachable */
   KESSEL_RENUMBER = 4,             /* shrink: renumber */
-  KESSEL_FOLLOW_REFERENCES = 8,    /* split, extract: follow_references */
+  KESSEL_FOLLOW_REFERENCES = 8,    /* split, extract, picture: follow_references */
   KESSEL_COPY_REFERENCES = 16,     /* split: copy_references */
-  KESSEL_FOLLOW_OUTSIDE = 32,      /* split, extract, join: follow_outside */
+  KESSEL_FOLLOW_OUTSIDE = 32,      /* split, extract, picture, join: follow_outside */
   KESSEL_ALLOW_MISSING = 64,       /* join: allow_missing */
   KESSEL_ALLOW_MIXED_SCHEMAS = 128 /* join: allow_mixed_schemas */
 };
@@ -228,8 +228,8 @@ KESSEL_EXPORT kessel_result* kessel_extract(const char* in, const char* part, co
 /* Draws the part `part` of the exchange file `in`, or with null all of it, as the SVG file `out`,
    as Kessel::draw_picture does (kessel/picture.h), which must not be there. `view` is an enum
    kessel_view. A name that no part has, or several, ends it with KESSEL_BAD_ARGUMENT. Of the
-   options the memory limit and the progress function matter. Prints nothing. Returns a result as
-   kessel_split does; its only file is `out`. */
+   options the memory limit, the progress function and flags matter. Prints nothing. Returns a
+   result as kessel_split does; its only file is `out`. */
 KESSEL_EXPORT kessel_result* kessel_picture(const char* in, const char* part, int32_t view,
                                             const char* out, const struct kessel_options* options);
 

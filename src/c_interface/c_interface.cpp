@@ -219,6 +219,8 @@ void draw_into(kessel_result& result, const char* in, const char* part, std::int
   picture_options.view = to_view(view);
   picture_options.memory_limit = choices.memory_limit;
   picture_options.progress = choices.progress;
+  picture_options.follow_references = choices.follow_references;
+  picture_options.follow_outside = choices.follow_outside;
   std::vector<std::string> files = {fspath_to_utf8(output)};
   draw_picture(input, output, picture_options);
   result.files = std::move(files);

@@ -9,10 +9,10 @@
 #include "external/targets.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
+#include "findings/progress_reporter.h"
 #include "instances/noting_loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
-#include "model/progress_reporter.h"
 #include "products/products.h"
 
 namespace Kessel {

@@ -588,7 +588,7 @@ static void extracting(void) {
   options.progress = cancel_at_once;
   remove("one.stp");
   expect_extracted("bolt", &options, KESSEL_CANCELLED, "The extraction was cancelled.", 0);
-  expect_extracted("screw", NULL, KESSEL_BAD_ARGUMENT, 
+  expect_extracted("screw", NULL, KESSEL_BAD_ARGUMENT,
                    ASSEMBLY ": There is no part called \"screw\".", 0);
   expect_extracted(NULL, NULL, KESSEL_BAD_ARGUMENT, "The name of the part is missing.", 0);
   expect_extracted("bolt", NULL, KESSEL_DONE, "", 1);
@@ -642,6 +642,15 @@ static void extract_with(const char* out, uint64_t flags, enum kessel_status sta
   kessel_free(result);
 }
 
+static void picture_with(const char* out, uint64_t flags, enum kessel_status status) {
+  struct kessel_options options = default_options();
+  kessel_result* result;
+  options.flags = flags;
+  result = kessel_picture("in/in.stp", NULL, KESSEL_VIEW_TOP, out, &options);
+  EXPECT(kessel_status_of(result) == status);
+  kessel_free(result);
+}
+
 /* What becomes of files that the input refers to: "box" of a "lid", whose shape is in lid.stp. */
 static void references(void) {
   const char* const assembly =
@@ -653,7 +662,11 @@ static void references(void) {
   const uint64_t other = KESSEL_FOLLOW_REFERENCES | KESSEL_FOLLOW_OUTSIDE;
   mkdir("in", 0777);
   write_product("in/in.stp", "box", assembly);
-  write_product("in/lid.stp", "lid", "");
+  write_product("in/lid.stp", "lid",
+                "#17=GEOMETRICALLY_BOUNDED_WIREFRAME_SHAPE_REPRESENTATION('',(#18),#16);\n"
+                "#18=GEOMETRIC_CURVE_SET('',(#19));\n#19=POLYLINE('',(#20,#21));\n"
+                "#20=CARTESIAN_POINT('',(0.,0.,0.));\n#21=CARTESIAN_POINT('',(1.,0.,0.));\n"
+                "#22=SHAPE_DEFINITION_REPRESENTATION(#13,#17);\n");
   EXPECT(split_with("keep", 0, KESSEL_DONE) == 2);
   EXPECT(holds("keep/lid (2).stp", "=DOCUMENT_FILE('../in/lid.stp',"));
   EXPECT(split_with("copy", KESSEL_COPY_REFERENCES, KESSEL_DONE) == 3);
@@ -666,17 +679,24 @@ static void references(void) {
   EXPECT(holds("kept.stp", "=DOCUMENT_FILE('in/lid.stp',"));
   extract_with("followed.stp", KESSEL_FOLLOW_REFERENCES | KESSEL_SHRINK, KESSEL_DONE);
   EXPECT(holds("followed.stp", "SHAPE_REPRESENTATION"));
+  picture_with("kept.svg", 0, KESSEL_DONE);
+  EXPECT(!holds("kept.svg", "<path "));
+  picture_with("followed.svg", KESSEL_FOLLOW_REFERENCES, KESSEL_DONE);
+  EXPECT(holds("followed.svg", "<path "));
   /* The same with the file outside of the input's folder. */
   EXPECT(rename("in/lid.stp", "lid.stp") == 0);
   EXPECT(symlink("../lid.stp", "in/lid.stp") == 0);
   EXPECT(split_with("no", KESSEL_FOLLOW_REFERENCES, KESSEL_INPUT_ERROR) == 0);
   EXPECT(split_with("no", KESSEL_COPY_REFERENCES, KESSEL_INPUT_ERROR) == 0);
   extract_with("no.stp", KESSEL_FOLLOW_REFERENCES, KESSEL_INPUT_ERROR);
-  EXPECT(access("no", F_OK) != 0 && access("no.stp", F_OK) != 0);
+  picture_with("no.svg", KESSEL_FOLLOW_REFERENCES, KESSEL_INPUT_ERROR);
+  EXPECT(access("no", F_OK) != 0 && access("no.stp", F_OK) != 0 && access("no.svg", F_OK) != 0);
   EXPECT(split_with("outside", other, KESSEL_DONE) == 2);
   EXPECT(holds("outside/lid (2).stp", "SHAPE_REPRESENTATION"));
   extract_with("outside.stp", other, KESSEL_DONE);
   EXPECT(holds("outside.stp", "SHAPE_REPRESENTATION"));
+  picture_with("outside.svg", other, KESSEL_DONE);
+  EXPECT(holds("outside.svg", "<path "));
 }
 
 /* Draws into "one.svg" and expects how that ended. */

@@ -237,6 +237,7 @@ class Picture(TypedDict):
     lines: int
     left_out: int
     dropped: int
+    elsewhere: int
     bytes: int
 
 
