@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "kessel/assembly.h"
+#include "kessel/check.h"
 #include "kessel/diff.h"
 #include "kessel/drawing.h"
 #include "kessel/extract.h"
@@ -61,7 +62,13 @@ Style style_of(const char* argument, const std::string& given, const Words<Style
   for (const auto& [word, style] : words) {
     if (word == given) return style;
   }
-  throw py::value_error(std::string(argument) + ": there is no style '" + given + "'");
+  std::string known;
+  for (std::size_t i = 0; i < COUNT; ++i) {
+    if (i != 0) known += i + 1 == COUNT ? " and " : ", ";
+    known += "'" + std::string(words[i].first) + "'";
+  }
+  throw py::value_error(std::string(argument) + ": there is no style '" + given + "'; there are " +
+                        known);
 }
 
 /// What becomes of files that an input refers to, where they are not copied.
@@ -140,6 +147,15 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
   Kessel::Difference difference;
   run_alone(a, [&] { difference = Kessel::diff(a, b, options); });
   return diff_dict(difference, a.string(), b.string());
+}
+
+py::dict check(const fs::path& input, const py::object& progress) {
+  require_function(progress);
+  Kessel::Options options;
+  options.progress = progress_for(progress);
+  std::vector<Kessel::Finding> findings;
+  run_alone(input, [&] { findings = Kessel::check(input, options); });
+  return check_dict(findings, input.string());
 }
 
 py::dict verify(const fs::path& input, const fs::path& outdir, const py::object& progress) {
@@ -239,6 +255,7 @@ py::dict extract(const fs::path& input, const std::vector<std::string>& parts, c
 }  // namespace Velkstep
 
 PYBIND11_MODULE(_velkstep, module) {
+  module.def("check", &Velkstep::check);
   module.def("diff", &Velkstep::diff);
   module.def("drawing", &Velkstep::drawing);
   module.def("extract", &Velkstep::extract);

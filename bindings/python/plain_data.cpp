@@ -240,6 +240,11 @@ py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                   "findings"_a = list_of(joined.warnings, finding_dict));
 }
 
+py::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input) {
+  return py::dict("format"_a = FORMAT, "input"_a = text(input),
+                  "findings"_a = list_of(findings, finding_of_input));
+}
+
 py::dict verify_dict(const Kessel::Verification& verification, const std::string& input,
                      const std::string& outdir) {
   const auto finding_of_split = [](const Kessel::Finding& finding) {

@@ -25,6 +25,9 @@ pybind11::dict tree_dict(const Kessel::Assembly& assembly, const std::string& in
 pybind11::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
                          const std::string& b);
 
+/// What was found in `input`. Needs the interpreter's lock.
+pybind11::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input);
+
 /// What is wrong with the split of `input` in `outdir`. Needs the interpreter's lock.
 pybind11::dict verify_dict(const Kessel::Verification& verification, const std::string& input,
                            const std::string& outdir);

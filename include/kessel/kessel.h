@@ -182,6 +182,13 @@ KESSEL_EXPORT size_t kessel_difference_count(const kessel_result* result);
 KESSEL_EXPORT int kessel_difference_at(const kessel_result* result, size_t index,
                                        struct kessel_difference* difference, size_t size);
 
+/* Looks for what is wrong or unusual in the exchange file `in`, as Kessel::check does
+   (kessel/check.h). Of the options the memory limit and the progress function matter, which is told
+   of reading. Writes and prints nothing. Returns a result as kessel_split does, without files: what
+   is found, be it that the file cannot be read, is told by kessel_finding_at, and the status is
+   KESSEL_DONE. */
+KESSEL_EXPORT kessel_result* kessel_check(const char* in, const struct kessel_options* options);
+
 /* Checks that the files in the folder `outdir`, of which a split has made them, hold what the
    exchange file `in` holds, as Kessel::verify does (kessel/verify.h). Of the options the memory
    limit and the progress function matter, which is told of reading the files, and then of
@@ -199,7 +206,7 @@ enum kessel_severity { KESSEL_WARNING = 0, KESSEL_ERROR = 1 };
 struct kessel_finding {
   int32_t severity;     /* an enum kessel_severity */
   const char* kind;     /* "missing_record"; what hosts tell findings apart by */
-  const char* file;     /* in the folder; "." for the folder itself, empty for the input */
+  const char* file;     /* of a split: in its folder; "." for that itself, empty for the input */
   const char* sentence; /* in English, for people */
   uint64_t line;        /* in that file, from 1; 0 where it is about no record */
   uint64_t column;      /* in that line, in bytes from 1; 0 with it */
@@ -207,8 +214,8 @@ struct kessel_finding {
   uint64_t count;       /* how many findings of this kind it stands for */
 };
 
-/* How many findings kessel_verify has; 0 where all is as it should be, for every other result, and
-   for null. */
+/* How many findings kessel_check or kessel_verify has; 0 where all is as it should be, for every
+   other result, and for null. */
 KESSEL_EXPORT size_t kessel_finding_count(const kessel_result* result);
 
 /* Fills the `size` bytes at `finding`, `sizeof(struct kessel_finding)` where the caller was

@@ -15,6 +15,7 @@
 #include "c_interface/difference_rows.h"
 #include "c_interface/finding_rows.h"
 #include "encoding/utf8_path.h"
+#include "kessel/check.h"
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
@@ -143,6 +144,11 @@ void compare(kessel_result& result, const char* a, const char* b, const kessel_o
   const Difference difference = diff(path_a, path_b, to_options(known_options(options)));
   result.differences = DifferenceRows(difference);
   result.is_same = difference.is_same;
+}
+
+void check_into(kessel_result& result, const char* in, const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  result.findings = FindingRows(check(input, to_options(known_options(options))));
 }
 
 void verify_into(kessel_result& result, const char* in, const char* outdir,
@@ -333,6 +339,11 @@ kessel_result* kessel_split(const char* in, const char* outdir, const kessel_opt
 kessel_result* kessel_diff(const char* a, const char* b, const kessel_options* options) {
   return Kessel::guarded("The comparison was cancelled.",
                          [&](kessel_result& result) { Kessel::compare(result, a, b, options); });
+}
+
+kessel_result* kessel_check(const char* in, const kessel_options* options) {
+  return Kessel::guarded("The check was cancelled.",
+                         [&](kessel_result& result) { Kessel::check_into(result, in, options); });
 }
 
 kessel_result* kessel_verify(const char* in, const char* outdir, const kessel_options* options) {

@@ -102,7 +102,7 @@ void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fine
   Geometry::GeometryRecords records(file.instances);
   DrawingLoader loader(file.instances, records, options, size_of_file(in), warnings);
   file.read(in, options, loader);
-  if (whole != nullptr) file.note_files(*whole);
+  if (whole != nullptr) file.files = whole->files();
   drawing.assembly = assembly_of(file, options);
   const std::size_t count = file.products.products.size();
   // The products have the same texts and lists once more.

@@ -480,6 +480,44 @@ static void differences(void) {
 }
 
 /* What is wrong with a split, and as which rows. */
+static void checking(void) {
+  struct kessel_finding row;
+  struct kessel_options options = default_options();
+  kessel_result* result = kessel_check(ASSEMBLY, NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT(kessel_finding_count(result) == 0);
+  EXPECT(kessel_file_count(result) == 0);
+  kessel_free(result);
+  write_file("dangling.stp", "#1=A(#2);\n");
+  result = kessel_check("dangling.stp", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT(kessel_finding_count(result) == 2);
+  EXPECT(kessel_finding_at(result, 0, &row, sizeof row) == 1);
+  EXPECT(row.severity == KESSEL_WARNING && row.line == 0);
+  EXPECT_TEXT(row.kind, "no_part");
+  EXPECT(kessel_finding_at(result, 1, &row, sizeof row) == 1);
+  EXPECT(row.severity == KESSEL_WARNING && row.line == 8 && row.column == 1);
+  EXPECT(row.instance == 1 && row.count == 1);
+  EXPECT_TEXT(row.kind, "missing_instance");
+  EXPECT_TEXT(row.file, "");
+  EXPECT_TEXT(row.sentence, "#1 refers to #2, which is not there.");
+  kessel_free(result);
+  result = kessel_check("missing.stp", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT(kessel_finding_count(result) == 1);
+  EXPECT(kessel_finding_at(result, 0, &row, sizeof row) == 1);
+  EXPECT_TEXT(row.kind, "unreadable");
+  kessel_free(result);
+  options.progress = cancel;
+  result = kessel_check(ASSEMBLY, &options);
+  EXPECT(kessel_status_of(result) == KESSEL_CANCELLED);
+  EXPECT_TEXT(kessel_error_of(result), "The check was cancelled.");
+  kessel_free(result);
+  result = kessel_check(NULL, NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_BAD_ARGUMENT);
+  kessel_free(result);
+}
+
 static void verification(void) {
   struct kessel_finding row;
   struct kessel_options options;
@@ -673,8 +711,8 @@ static void references(void) {
   EXPECT(holds("copy/lid (2).stp", "=DOCUMENT_FILE('lid.stp',"));
   EXPECT(holds("copy/lid.stp", "SHAPE_REPRESENTATION"));
   EXPECT(split_with("follow", KESSEL_FOLLOW_REFERENCES, KESSEL_DONE) == 2);
-  EXPECT(holds("follow/lid (2).stp", "SHAPE_REPRESENTATION"));
-  EXPECT(!holds("follow/lid (2).stp", "DOCUMENT_FILE"));
+  EXPECT(holds("follow/lid.stp", "SHAPE_REPRESENTATION"));
+  EXPECT(!holds("follow/lid.stp", "DOCUMENT_FILE"));
   extract_with("kept.stp", 0, KESSEL_DONE);
   EXPECT(holds("kept.stp", "=DOCUMENT_FILE('in/lid.stp',"));
   extract_with("followed.stp", KESSEL_FOLLOW_REFERENCES | KESSEL_SHRINK, KESSEL_DONE);
@@ -692,7 +730,7 @@ static void references(void) {
   picture_with("no.svg", KESSEL_FOLLOW_REFERENCES, KESSEL_INPUT_ERROR);
   EXPECT(access("no", F_OK) != 0 && access("no.stp", F_OK) != 0 && access("no.svg", F_OK) != 0);
   EXPECT(split_with("outside", other, KESSEL_DONE) == 2);
-  EXPECT(holds("outside/lid (2).stp", "SHAPE_REPRESENTATION"));
+  EXPECT(holds("outside/lid.stp", "SHAPE_REPRESENTATION"));
   extract_with("outside.stp", other, KESSEL_DONE);
   EXPECT(holds("outside.stp", "SHAPE_REPRESENTATION"));
   picture_with("outside.svg", other, KESSEL_DONE);
@@ -756,6 +794,7 @@ static const struct {
     {"cancelling", cancelling},
     {"joining", joining},
     {"differences", differences},
+    {"checking", checking},
     {"verification", verification},
     {"shrinking", shrinking},
     {"extracting", extracting},

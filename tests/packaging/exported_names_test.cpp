@@ -59,6 +59,7 @@ const std::set<std::string> INTERFACE = {
     "TARNWELL_KBF2_INTERNAL_VelkStepSplitter",
 
 #if C_INTERFACE
+    "kessel_check",
     "kessel_classic_options",
     "kessel_default_options",
     "kessel_diff",

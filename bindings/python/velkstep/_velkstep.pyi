@@ -3,6 +3,7 @@ import pathlib
 from typing import Callable, Optional, Union
 
 from .shapes import (
+    Check,
     Difference,
     Drawing,
     Extracted,
@@ -78,6 +79,7 @@ def extract(
     references: str,
     follow_outside: bool,
 ) -> Extracted: ...
+def check(input: _StrPath, progress: Optional[Callable[..., object]]) -> Check: ...
 def diff(
     a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]
 ) -> Difference: ...

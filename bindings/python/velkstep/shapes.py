@@ -174,6 +174,14 @@ class InputFinding(TypedDict):
     count: int
 
 
+class Check(TypedDict):
+    """What is wrong or unusual in a file."""
+
+    format: int
+    input: str
+    findings: list[InputFinding]
+
+
 class Finding(InputFinding):
     """The same in one of several files."""
 
