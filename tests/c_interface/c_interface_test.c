@@ -508,7 +508,7 @@ static void checking(void) {
   EXPECT(kessel_finding_at(result, 0, &row, sizeof row) == 1);
   EXPECT_TEXT(row.kind, "unreadable");
   kessel_free(result);
-  options.progress = cancel;
+  options.progress = cancel_at_once;
   result = kessel_check(ASSEMBLY, &options);
   EXPECT(kessel_status_of(result) == KESSEL_CANCELLED);
   EXPECT_TEXT(kessel_error_of(result), "The check was cancelled.");

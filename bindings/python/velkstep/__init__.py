@@ -8,7 +8,6 @@ a progress function that calls the module gets a RuntimeError. Split on several 
 from ._functions import (
     CLASSIC,
     Assemblies,
-    Choices,
     Follow,
     Names,
     Progress,
@@ -34,7 +33,6 @@ from .errors import InputError, OutputError, PartError
 __all__ = [
     "CLASSIC",
     "Assemblies",
-    "Choices",
     "Follow",
     "InputError",
     "Names",
