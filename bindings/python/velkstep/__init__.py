@@ -14,11 +14,13 @@ from typing import Callable, Literal, Optional, TypedDict, Union
 from . import _velkstep
 from .errors import InputError, OutputError, PartError
 from .shapes import (
+    Checked,
     Difference,
     Drawing,
     Extracted,
     Info,
     Joined,
+    Overview,
     Picture,
     Shrunk,
     Tree,
@@ -30,11 +32,13 @@ __all__ = [
     "InputError",
     "OutputError",
     "PartError",
+    "check",
     "diff",
     "drawing",
     "extract",
     "info",
     "join",
+    "overview",
     "picture",
     "shrink",
     "split",
@@ -172,6 +176,32 @@ def drawing(
     Raises InputError and MemoryError.
     """
     return _velkstep.drawing(input, tolerance, names, progress, references, follow_outside)
+
+
+def check(input: StrPath) -> Checked:
+    """Says what is wrong or unusual in a file, as `velkstep check --json` prints it. Writes nothing.
+
+    What cannot be read is a finding, too. Raises MemoryError.
+    """
+    return _velkstep.check(input)
+
+
+def overview(
+    input: StrPath,
+    tolerance: Optional[float] = None,
+    names: Names = "product",
+    progress: Optional[Progress] = None,
+    references: Follow = "keep",
+    follow_outside: bool = False,
+) -> Overview:
+    """Reads all that there is to tell of a file at once: what tree, info, check and drawing return.
+
+    "tree" and "info" are what those return, "findings" is that of check, and "parts" that of drawing
+    with this `tolerance`, or None without one. The other arguments are those of drawing.
+
+    Raises InputError and MemoryError.
+    """
+    return _velkstep.overview(input, tolerance, names, progress, references, follow_outside)
 
 
 def extract(
