@@ -5,6 +5,7 @@
 
 #include <array>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -16,6 +17,7 @@
 #include "kessel/drawing.h"
 #include "kessel/extract.h"
 #include "kessel/join.h"
+#include "kessel/overview.h"
 #include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/splitter.h"
@@ -140,6 +142,20 @@ py::dict info(const fs::path& input, const std::string& references, bool follow_
   return info_dict(summary, input.string());
 }
 
+py::dict overview(const fs::path& input, std::optional<double> tolerance, const std::string& names,
+                  const py::object& progress, const std::string& references, bool follow_outside) {
+  require_function(progress);
+  Kessel::Options options;
+  choose_references(references, follow_outside, options);
+  options.names = style_of("names", names, NAMES);
+  options.progress = progress_for(progress);
+  std::optional<Kessel::DrawingOptions> fineness;
+  if (tolerance) fineness.emplace().tolerance = *tolerance;
+  Kessel::Overview all;
+  run_alone(input, [&] { all = Kessel::read_overview(input, fineness, options); });
+  return overview_dict(all, input.string());
+}
+
 py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) {
   require_function(progress);
   Kessel::Options options;
@@ -260,6 +276,7 @@ PYBIND11_MODULE(_velkstep, module) {
   module.def("drawing", &Velkstep::drawing);
   module.def("extract", &Velkstep::extract);
   module.def("join", &Velkstep::join);
+  module.def("overview", &Velkstep::overview);
   module.def("shrink", &Velkstep::shrink);
   module.def("picture", &Velkstep::picture);
   module.def("split", &Velkstep::split);

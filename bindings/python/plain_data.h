@@ -11,6 +11,7 @@
 #include "kessel/drawing.h"
 #include "kessel/extract.h"
 #include "kessel/join.h"
+#include "kessel/overview.h"
 #include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/summary.h"
@@ -24,9 +25,6 @@ pybind11::dict tree_dict(const Kessel::Assembly& assembly, const std::string& in
 /// What differs between `a` and `b`. Needs the interpreter's lock.
 pybind11::dict diff_dict(const Kessel::Difference& difference, const std::string& a,
                          const std::string& b);
-
-/// What was found in `input`. Needs the interpreter's lock.
-pybind11::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input);
 
 /// What is wrong with the split of `input` in `outdir`. Needs the interpreter's lock.
 pybind11::dict verify_dict(const Kessel::Verification& verification, const std::string& input,
@@ -54,6 +52,12 @@ pybind11::dict picture_dict(const Kessel::Picture& picture, const std::string& v
 
 /// The lines and placed components of `input`. Needs the interpreter's lock.
 pybind11::dict drawing_dict(const Kessel::Drawing& drawing, const std::string& input);
+
+/// What is wrong with `input`. Needs the interpreter's lock.
+pybind11::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input);
+
+/// All that there is to tell of `input`. Needs the interpreter's lock.
+pybind11::dict overview_dict(const Kessel::Overview& overview, const std::string& input);
 
 /// Header and counts of `input`. Needs the interpreter's lock.
 pybind11::dict info_dict(const Kessel::Summary& summary, const std::string& input);

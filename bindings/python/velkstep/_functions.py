@@ -9,12 +9,13 @@ from typing import Callable, Literal, Optional, TypedDict, Union
 from . import _velkstep
 from ._advice import FOLLOW, JOIN, NAMES, OTHER_FOLDER, advising, replacing
 from .shapes import (
-    Check,
+    Checked,
     Difference,
     Drawing,
     Extracted,
     Info,
     Joined,
+    Overview,
     Picture,
     Shrunk,
     Tree,
@@ -158,6 +159,25 @@ def drawing(
         return _velkstep.drawing(input, tolerance, names, progress, references, follow_outside)
 
 
+def overview(
+    input: StrPath,
+    tolerance: Optional[float] = None,
+    names: Names = "product",
+    progress: Optional[Progress] = None,
+    references: Follow = "keep",
+    follow_outside: bool = False,
+) -> Overview:
+    """Reads all that there is to tell of a file at once: what tree, info, check and drawing return.
+
+    "tree" and "info" are what those return, "findings" is that of check, and "parts" that of drawing
+    with this `tolerance`, or None without one. The other arguments are those of drawing.
+
+    Raises InputError and MemoryError.
+    """
+    with advising({**FOLLOW}):
+        return _velkstep.overview(input, tolerance, names, progress, references, follow_outside)
+
+
 def extract(
     input: StrPath,
     part: Union[str, list[str]],
@@ -250,7 +270,7 @@ def shrink(
         return _velkstep.shrink(input, out, replace, drop_unreachable, renumber, progress)
 
 
-def check(input: StrPath, progress: Optional[Progress] = None) -> Check:
+def check(input: StrPath, progress: Optional[Progress] = None) -> Checked:
     """Looks for what is wrong or unusual in the file `input`, as `velkstep check --json` prints it.
 
     The member "findings" is empty where there is nothing. A file that cannot be read is a finding, too.

@@ -174,14 +174,6 @@ class InputFinding(TypedDict):
     count: int
 
 
-class Check(TypedDict):
-    """What is wrong or unusual in a file."""
-
-    format: int
-    input: str
-    findings: list[InputFinding]
-
-
 class Finding(InputFinding):
     """The same in one of several files."""
 
@@ -203,6 +195,14 @@ class Verification(TypedDict):
     files: int
     records: int
     findings: list[SplitFinding]
+
+
+class Checked(TypedDict):
+    """What is wrong or unusual in a file."""
+
+    format: int
+    input: str
+    findings: list[InputFinding]
 
 
 class NamedPart(TypedDict):
@@ -294,6 +294,15 @@ class Drawing(TypedDict):
 
     tree: Tree
     parts: list[DrawnPart]
+
+
+class Overview(TypedDict):
+    """What one reading of a file tells."""
+
+    tree: Tree
+    info: Info
+    findings: list[InputFinding]
+    parts: list[DrawnPart] | None
 
 
 class Joined(TypedDict):
