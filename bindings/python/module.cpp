@@ -5,16 +5,19 @@
 
 #include <array>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "kessel/assembly.h"
+#include "kessel/check.h"
 #include "kessel/diff.h"
 #include "kessel/drawing.h"
 #include "kessel/extract.h"
 #include "kessel/join.h"
+#include "kessel/overview.h"
 #include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/splitter.h"
@@ -61,7 +64,13 @@ Style style_of(const char* argument, const std::string& given, const Words<Style
   for (const auto& [word, style] : words) {
     if (word == given) return style;
   }
-  throw py::value_error(std::string(argument) + ": there is no style '" + given + "'");
+  std::string known;
+  for (std::size_t i = 0; i < COUNT; ++i) {
+    if (i != 0) known += i + 1 == COUNT ? " and " : ", ";
+    known += "'" + std::string(words[i].first) + "'";
+  }
+  throw py::value_error(std::string(argument) + ": there is no style '" + given + "'; there are " +
+                        known);
 }
 
 /// What becomes of files that an input refers to, where they are not copied.
@@ -139,6 +148,20 @@ py::dict info(const fs::path& input, const std::string& references, bool follow_
   return info_dict(summary, input.string());
 }
 
+py::dict overview(const fs::path& input, std::optional<double> tolerance, const std::string& names,
+                  const py::object& progress, const std::string& references, bool follow_outside) {
+  require_function(progress);
+  Kessel::Options options;
+  choose_references(references, follow_outside, options);
+  options.names = style_of("names", names, NAMES);
+  options.progress = progress_for(progress);
+  std::optional<Kessel::DrawingOptions> fineness;
+  if (tolerance) fineness.emplace().tolerance = *tolerance;
+  Kessel::Overview all;
+  run_alone(input, [&] { all = Kessel::read_overview(input, fineness, options); });
+  return overview_dict(all, input.string());
+}
+
 py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) {
   require_function(progress);
   Kessel::Options options;
@@ -146,6 +169,15 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
   Kessel::Difference difference;
   run_alone(a, [&] { difference = Kessel::diff(a, b, options); });
   return diff_dict(difference, a.string(), b.string());
+}
+
+py::dict check(const fs::path& input, const py::object& progress) {
+  require_function(progress);
+  Kessel::Options options;
+  options.progress = progress_for(progress);
+  std::vector<Kessel::Finding> findings;
+  run_alone(input, [&] { findings = Kessel::check(input, options); });
+  return check_dict(findings, input.string());
 }
 
 py::dict verify(const fs::path& input, const fs::path& outdir, const py::object& progress) {
@@ -246,10 +278,12 @@ py::dict extract(const fs::path& input, const std::vector<std::string>& parts, c
 }  // namespace Velkstep
 
 PYBIND11_MODULE(_velkstep, module) {
+  module.def("check", &Velkstep::check);
   module.def("diff", &Velkstep::diff);
   module.def("drawing", &Velkstep::drawing);
   module.def("extract", &Velkstep::extract);
   module.def("join", &Velkstep::join);
+  module.def("overview", &Velkstep::overview);
   module.def("shrink", &Velkstep::shrink);
   module.def("picture", &Velkstep::picture);
   module.def("split", &Velkstep::split);

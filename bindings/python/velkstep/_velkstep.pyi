@@ -3,11 +3,13 @@ import pathlib
 from typing import Callable, Optional, Union
 
 from .shapes import (
+    Checked,
     Difference,
     Drawing,
     Extracted,
     Info,
     Joined,
+    Overview,
     Picture,
     Shrunk,
     Tree,
@@ -29,6 +31,15 @@ def split(
 ) -> list[pathlib.Path]: ...
 def tree(input: _StrPath, names: str, references: str, follow_outside: bool) -> Tree: ...
 def info(input: _StrPath, references: str, follow_outside: bool) -> Info: ...
+def check(input: _StrPath, progress: Optional[Callable[..., object]]) -> Checked: ...
+def overview(
+    input: _StrPath,
+    tolerance: Optional[float],
+    names: str,
+    progress: Optional[Callable[..., object]],
+    references: str,
+    follow_outside: bool,
+) -> Overview: ...
 def picture(
     input: _StrPath,
     out: _StrPath,

@@ -197,6 +197,14 @@ class Verification(TypedDict):
     findings: list[SplitFinding]
 
 
+class Checked(TypedDict):
+    """What is wrong or unusual in a file."""
+
+    format: int
+    input: str
+    findings: list[InputFinding]
+
+
 class NamedPart(TypedDict):
     """A part that can be extracted."""
 
@@ -287,6 +295,15 @@ class Drawing(TypedDict):
 
     tree: Tree
     parts: list[DrawnPart]
+
+
+class Overview(TypedDict):
+    """What one reading of a file tells."""
+
+    tree: Tree
+    info: Info
+    findings: list[InputFinding]
+    parts: list[DrawnPart] | None
 
 
 class Joined(TypedDict):
