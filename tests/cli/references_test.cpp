@@ -102,6 +102,34 @@ TEST_F(InputWithReferences, FollowedAsOneAssembly) {
       2);
 }
 
+TEST_F(InputWithReferences, WhatWasFollowedIsVerifiedWithAllThatItRefersTo) {
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "out", "--follow"}).exit_code, 0);
+  const ProcessRun followed = run_velkstep({"verify", "--follow", "in/in.stp", "out"});
+  EXPECT_EQ(followed.exit_code, 0) << followed.out;
+  EXPECT_EQ(followed.errors, "");
+  const ProcessRun alone = run_velkstep({"verify", "in/in.stp", "out"});
+  EXPECT_EQ(alone.exit_code, 1);
+  EXPECT_EQ(alone.errors,
+            "velkstep: in/in.stp: refers to other files; what was split with --follow is verified "
+            "with --follow\n");
+  folder_.write("in/lid.stp", "hello");
+  const ProcessRun broken = run_velkstep({"verify", "--follow", "in/in.stp", "out"});
+  EXPECT_EQ(broken.exit_code, 1);
+  EXPECT_EQ(broken.out.find("in/in.stp: error: \"lid.stp\": The file is no exchange file"), 0u)
+      << broken.out;
+}
+
+TEST_F(InputWithReferences, ShapesThatStayElsewhereAreTold) {
+  const std::string told =
+      "A shape is in the file \"lid.stp\", which is only referred to. --follow "
+      "reads it, too.\n";
+  const std::string errors = run_velkstep({"split", "in/in.stp", "-o", "kept"}).errors;
+  EXPECT_NE(errors.find(told), std::string::npos) << errors;
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-qo", "quiet"}).errors, "");
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "copied", "--copy-references"}).errors, "");
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "followed", "--follow"}).errors, "");
+}
+
 TEST_F(InputWithReferences, SplitOnceMoreItsFilesAreCalledTheSame) {
   EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "once", "--follow"}).exit_code, 0);
   const std::set<std::string> names = names_in("once");
