@@ -77,7 +77,7 @@ void mention_follow(const VerifyArguments& arguments, const std::filesystem::pat
                     const Verification& verification) {
   if (arguments.options.follow_references || !differs(verification)) return;
   const Kessel::Options options{.input_folder = folder_of_input(arguments.in)};
-  if (Kessel::read_summary(in, options).external_files.empty()) return;
+  if (Kessel::read_summary(in, options).references.empty()) return;
   std::cerr << "velkstep: " << printable(shown_name(arguments.in))
             << ": refers to other files; what was split with --follow is verified with --follow\n";
 }
