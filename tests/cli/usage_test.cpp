@@ -119,8 +119,8 @@ TEST(Usage, HelpFitsATerminalAndShowsWhatMustBeThere) {
     for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80u) << line;
   }
   expect_line(run_velkstep({"tree", "--help"}).out,
-              "  --depth N                 Levels to show below the root (default: 100). Not with\n"
-              "                            --bom, --json");
+              "  --depth N                 Levels to show below the root (default: 100). Not\n"
+              "                            with --bom, --json");
 }
 
 }  // namespace
