@@ -184,7 +184,7 @@ py::dict picture_dict(const Kessel::Picture& picture, const std::string& view,
       "record"_a = has_record ? py::object(py::int_(picture.record)) : py::object(py::none()),
       "name"_a = text(picture.name), "view"_a = view, "places"_a = picture.places,
       "lines"_a = picture.lines, "left_out"_a = picture.left_out, "dropped"_a = picture.dropped,
-      "bytes"_a = picture.bytes);
+      "elsewhere"_a = picture.elsewhere, "bytes"_a = picture.bytes);
 }
 
 namespace {
@@ -230,6 +230,19 @@ py::dict drawn_part_dict(const Kessel::DrawnPart& part) {
 py::dict drawing_dict(const Kessel::Drawing& drawing, const std::string& input) {
   return py::dict("tree"_a = tree_dict(drawing.assembly, input),
                   "parts"_a = list_of(drawing.parts, drawn_part_dict));
+}
+
+py::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input) {
+  return py::dict("format"_a = FORMAT, "input"_a = text(input),
+                  "findings"_a = list_of(findings, finding_of_input));
+}
+
+py::dict overview_dict(const Kessel::Overview& overview, const std::string& input) {
+  py::object parts = py::none();
+  if (overview.is_drawn) parts = list_of(overview.drawing.parts, drawn_part_dict);
+  return py::dict("tree"_a = tree_dict(overview.drawing.assembly, input),
+                  "info"_a = info_dict(overview.summary, input),
+                  "findings"_a = list_of(overview.findings, finding_of_input), "parts"_a = parts);
 }
 
 py::dict join_dict(const Kessel::Joined& joined, const std::string& root,

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <bit>
+#include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -74,6 +76,14 @@ inline constexpr std::uint64_t EACH_BYTE = 0x0101010101010101;
     return true;
   }
   return false;
+}
+
+/// Room that write_number() may write to, at least.
+inline constexpr std::size_t NUMBER_ROOM = 10;
+
+/// Writes `number` in decimal at `out`, where NUMBER_ROOM bytes are free. Returns the end.
+inline char* write_number(char* out, std::uint32_t number) {
+  return std::to_chars(out, out + NUMBER_ROOM, number).ptr;
 }
 
 }  // namespace Kessel::Exchange

@@ -10,12 +10,12 @@
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
 #include "findings/input_file.h"
+#include "findings/progress_reporter.h"
 #include "findings/refusals.h"
 #include "instances/layout_loader.h"
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "model/progress_reporter.h"
 #include "output/own_input.h"
 #include "output/placement_findings.h"
 #include "output/split_writer.h"
@@ -163,18 +163,9 @@ void Extraction::warn(const Placement& placement, const std::vector<Asked>& aske
   for (const Finding& finding : findings) split_options_.warning(finding);
 }
 
-/// No file may take the place of one that is read, nor of one that is referred to, be that there or
-/// not: it would refer to itself.
 void Extraction::refuse_to_replace_inputs(const fs::path& out) const {
   for (const fs::path& in : inputs_) refuse_to_replace(in, out);
-  const fs::path place = without_links(out);
-  for (const ExternalReference& reference : references_) {
-    const Target target = find_target(from_, reference);
-    if (without_links(target.path) == place) {
-      throw OutputError(out, std::make_error_code(std::errc::file_exists));
-    }
-    refuse_to_replace(target.path, out);
-  }
+  refuse_to_replace_targets(from_, references_, out);
 }
 
 TextEdits Extraction::edits_for(const fs::path& out) const {

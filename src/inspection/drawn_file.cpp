@@ -11,7 +11,6 @@
 #include "geometry/part_lines.h"
 #include "inspection/assembly.h"
 #include "instances/loader.h"
-#include "join/followed_input.h"
 #include "kessel/errors.h"
 
 namespace Kessel {
@@ -97,20 +96,19 @@ DrawnFile::DrawnFile(const std::filesystem::path& in, const DrawingOptions& fine
   with_named_errors(in, [&] {
     if (options.follow_references) {
       const FollowedInput whole(in, options);
-      draw(whole.path(), fineness, whole.options_for_path(), whole.names(), warnings);
+      draw(whole.path(), fineness, whole.options_for_path(), &whole, warnings);
     } else {
-      draw(in, fineness, options, {}, warnings);
+      draw(in, fineness, options, nullptr, warnings);
     }
   });
 }
 
 void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fineness,
-                     const Options& options, const std::vector<std::string>& others,
-                     FindingList* warnings) {
+                     const Options& options, const FollowedInput* whole, FindingList* warnings) {
   Geometry::GeometryRecords records(file.instances);
   DrawingLoader loader(file.instances, records, options, size_of(in), warnings);
   file.read(in, options, loader);
-  file.names_of_others.insert(file.names_of_others.end(), others.begin(), others.end());
+  if (whole != nullptr) file.note_files(*whole);
   drawing.assembly = assembly_of(file, options);
   const std::size_t count = file.products.products.size();
   // The products have the same texts and lists once more.

@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "exchange/reader.h"
+#include "findings/progress_reporter.h"
 #include "instances/instances.h"
 #include "kessel/finding.h"
 #include "kessel/options.h"
-#include "model/progress_reporter.h"
 
 namespace Kessel {
 

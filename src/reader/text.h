@@ -6,7 +6,6 @@
 #endif
 
 #include <bit>
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -73,14 +72,6 @@ inline std::uint32_t read_number(const char*& p, const char* end) {
     return static_cast<std::uint32_t>(value);
   }
   return read_number_plainly(p, end);
-}
-
-/// Room that write_number() may write to, at least.
-inline constexpr std::size_t NUMBER_ROOM = 10;
-
-/// Writes `number` in decimal at `p`, where NUMBER_ROOM bytes are free. Returns the end.
-inline char* write_number(char* p, std::uint32_t number) {
-  return std::to_chars(p, p + NUMBER_ROOM, number).ptr;
 }
 
 /// The first "#" in [p, end) outside string literals, or null: none there, or an unclosed literal

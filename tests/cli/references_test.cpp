@@ -151,6 +151,27 @@ TEST_F(InputWithReferences, APartKeepsItsOwn) {
   EXPECT_EQ(run_velkstep({"diff", "one.stp", "small.stp"}).exit_code, 0);
 }
 
+TEST_F(InputWithReferences, LookingFollowsThemWhereAsked) {
+  const ProcessRun tree = run_velkstep({"tree", "in/in.stp"});
+  EXPECT_NE(tree.out.find("shape in lid.stp"), std::string::npos) << tree.out;
+  const ProcessRun followed = run_velkstep({"tree", "--follow", "in/in.stp"});
+  EXPECT_EQ(followed.errors, "");
+  EXPECT_EQ(followed.out.find("shape in"), std::string::npos) << followed.out;
+  const auto records = [](const ProcessRun& run) {
+    EXPECT_EQ(run.errors, "");
+    return Json::parse(run.out)["records"].get<int>();
+  };
+  ASSERT_EQ(run_velkstep({"join", "in/in.stp", "-o", "one.stp"}).exit_code, 0);
+  EXPECT_EQ(records(run_velkstep({"info", "--json", "--follow", "in/in.stp"})),
+            records(run_velkstep({"info", "--json", "one.stp"})));
+  fs::rename("in/lid.stp", "lid.stp");
+  fs::create_symlink("../lid.stp", "in/lid.stp");
+  for (const char* const command : {"tree", "info"}) {
+    EXPECT_EQ(run_velkstep({command, "--follow", "in/in.stp"}).exit_code, 1);
+    EXPECT_EQ(run_velkstep({command, "--follow", "--follow-outside", "in/in.stp"}).exit_code, 0);
+  }
+}
+
 TEST_F(InputWithReferences, JoinKeepsWhatIsMissingWhereAsked) {
   fs::remove("in/lid.stp");
   EXPECT_EQ(run_velkstep({"join", "in/in.stp", "-o", "one.stp"}).exit_code, 1);

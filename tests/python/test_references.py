@@ -82,6 +82,29 @@ def test_a_part_outside_only_where_asked(box_of_a_lid_elsewhere):
     assert "SHAPE_REPRESENTATION" in Path("one.stp").read_text()
 
 
+def test_looking_follows_them_where_asked(lamp):
+    root = velkstep.split(lamp, "lamp")[0]
+    whole = velkstep.picture(lamp, "whole.svg")
+    assert velkstep.picture(root, "kept.svg")["elsewhere"] == 3
+    followed = velkstep.picture(root, "followed.svg", references="follow")
+    assert (followed["elsewhere"], followed["places"]) == (0, whole["places"])
+    assert Path("followed.svg").read_bytes() == Path("whole.svg").read_bytes()
+    assert len(velkstep.tree(root)["parts"]) == 4
+    assert len(velkstep.tree(root, references="follow")["parts"]) == 14
+    assert velkstep.info(root, references="follow")["parts"] == velkstep.info(lamp)["parts"]
+    lines = [len(part["lines"]) for part in velkstep.drawing(root, references="follow")["parts"]]
+    assert sum(lines) == sum(len(part["lines"]) for part in velkstep.drawing(lamp)["parts"])
+
+
+@pytest.mark.parametrize("look", [velkstep.tree, velkstep.info, velkstep.drawing])
+def test_looking_outside_only_where_asked(box_of_a_lid_elsewhere, look):
+    with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"'):
+        look(box_of_a_lid_elsewhere, references="follow")
+    assert look(box_of_a_lid_elsewhere, references="follow", follow_outside=True)
+    with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow'$"):
+        look(box_of_a_lid_elsewhere, references="copy")
+
+
 def test_unknown_choices_are_value_errors(box):
     with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow' nor 'copy'$"):
         velkstep.split(box, "out", references="leave")

@@ -21,6 +21,11 @@ void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
       ->type_name("SIZE");
 }
 
+void add_follow_options(CLI::App* command, bool& follow, bool& follow_outside) {
+  command->add_flag("--follow", follow, "Read IN and the files that it refers to as one");
+  command->add_flag("--follow-outside", follow_outside, "Also follow files outside of IN's folder");
+}
+
 void add_colour_option(CLI::App* command, ColourChoice& colours) {
   add_choice(
       command, "--color", colours, COLOURS,

@@ -14,11 +14,13 @@ from typing import Callable, Literal, Optional, TypedDict, Union
 from . import _velkstep
 from .errors import InputError, OutputError, PartError
 from .shapes import (
+    Checked,
     Difference,
     Drawing,
     Extracted,
     Info,
     Joined,
+    Overview,
     Picture,
     Shrunk,
     Tree,
@@ -30,11 +32,13 @@ __all__ = [
     "InputError",
     "OutputError",
     "PartError",
+    "check",
     "diff",
     "drawing",
     "extract",
     "info",
     "join",
+    "overview",
     "picture",
     "shrink",
     "split",
@@ -46,6 +50,7 @@ StrPath = Union[str, "os.PathLike[str]"]
 Assemblies = Literal["classic", "lean", "nested"]
 Names = Literal["record", "product", "product-unicode"]
 References = Literal["keep", "follow", "copy"]
+Follow = Literal["keep", "follow"]
 Reading = Literal["standard", "classic"]
 View = Literal["iso", "front", "top", "right"]
 Stage = Literal["reading", "sorting", "writing"]
@@ -105,21 +110,27 @@ def split(
     )
 
 
-def tree(input: StrPath, names: Names = "product") -> Tree:
+def tree(
+    input: StrPath,
+    names: Names = "product",
+    references: Follow = "keep",
+    follow_outside: bool = False,
+) -> Tree:
     """Reads the product structure, as `velkstep tree --json` prints it. Writes nothing.
 
-    `names` is that of the split that the parts' file names are for. Raises InputError, MemoryError,
-    and ValueError for a style that there is not.
+    `names` is that of the split that the parts' file names are for. The files that `input` refers to
+    are read with it as one on request ("follow"); those outside of its folder with `follow_outside`
+    only. Raises InputError, MemoryError, and ValueError for a style that there is not.
     """
-    return _velkstep.tree(input, names)
+    return _velkstep.tree(input, names, references, follow_outside)
 
 
-def info(input: StrPath) -> Info:
+def info(input: StrPath, references: Follow = "keep", follow_outside: bool = False) -> Info:
     """Reads header, counts and units, as `velkstep info --json` prints them. Writes nothing.
 
-    Raises InputError and MemoryError.
+    `references` and `follow_outside` are those of tree. Raises InputError and MemoryError.
     """
-    return _velkstep.info(input)
+    return _velkstep.info(input, references, follow_outside)
 
 
 def picture(
@@ -129,16 +140,22 @@ def picture(
     view: View = "iso",
     replace: bool = False,
     progress: Optional[Progress] = None,
+    references: Follow = "keep",
+    follow_outside: bool = False,
 ) -> Picture:
     """Draws a part of `input`, or all of it, as the SVG file `out`.
 
     `part` is as that of extract; without it, the whole is drawn. Returns what `velkstep picture --json`
     prints. `out` appears when it is finished; what is there already is replaced only with `replace`.
+    Parts whose shapes are in other files have no lines, unless those files are read with `input` as
+    one ("follow"); those outside of its folder with `follow_outside` only.
 
     Raises PartError for a name that no part has, or several; ValueError for a view that there is not;
     InputError, OutputError, MemoryError.
     """
-    return _velkstep.picture(input, out, part, view, replace, progress)
+    return _velkstep.picture(
+        input, out, part, view, replace, progress, references, follow_outside
+    )
 
 
 def drawing(
@@ -146,16 +163,45 @@ def drawing(
     tolerance: float = 1e-3,
     names: Names = "product",
     progress: Optional[Progress] = None,
+    references: Follow = "keep",
+    follow_outside: bool = False,
 ) -> Drawing:
     """Reads the edges of all parts as lines, and where components are. Writes nothing.
 
     `tolerance` says how far a line may be from its curve, as a fraction of its part's box. The member
     "tree" is what tree returns, "parts" has what is drawn of each of its parts, in the same order:
     coordinates in the part's own unit, colours as 0xRRGGBB, matrices as three rows of four numbers.
+    `references` and `follow_outside` are those of tree.
 
     Raises InputError and MemoryError.
     """
-    return _velkstep.drawing(input, tolerance, names, progress)
+    return _velkstep.drawing(input, tolerance, names, progress, references, follow_outside)
+
+
+def check(input: StrPath) -> Checked:
+    """Says what is wrong or unusual in a file, as `velkstep check --json` prints it. Writes nothing.
+
+    What cannot be read is a finding, too. Raises MemoryError.
+    """
+    return _velkstep.check(input)
+
+
+def overview(
+    input: StrPath,
+    tolerance: Optional[float] = None,
+    names: Names = "product",
+    progress: Optional[Progress] = None,
+    references: Follow = "keep",
+    follow_outside: bool = False,
+) -> Overview:
+    """Reads all that there is to tell of a file at once: what tree, info, check and drawing return.
+
+    "tree" and "info" are what those return, "findings" is that of check, and "parts" that of drawing
+    with this `tolerance`, or None without one. The other arguments are those of drawing.
+
+    Raises InputError and MemoryError.
+    """
+    return _velkstep.overview(input, tolerance, names, progress, references, follow_outside)
 
 
 def extract(
@@ -167,7 +213,7 @@ def extract(
     replace: bool = False,
     progress: Optional[Progress] = None,
     shrink: bool = False,
-    references: Literal["keep", "follow"] = "keep",
+    references: Follow = "keep",
     follow_outside: bool = False,
 ) -> Extracted:
     """Writes one part or sub-assembly of `input`, with all below it, as the file `out`.
