@@ -64,7 +64,13 @@ Style style_of(const char* argument, const std::string& given, const Words<Style
   for (const auto& [word, style] : words) {
     if (word == given) return style;
   }
-  throw py::value_error(std::string(argument) + ": there is no style '" + given + "'");
+  std::string known;
+  for (std::size_t i = 0; i < COUNT; ++i) {
+    if (i != 0) known += i + 1 == COUNT ? " and " : ", ";
+    known += "'" + std::string(words[i].first) + "'";
+  }
+  throw py::value_error(std::string(argument) + ": there is no style '" + given + "'; there are " +
+                        known);
 }
 
 /// What becomes of files that an input refers to, where they are not copied.
@@ -136,12 +142,6 @@ py::dict info(const fs::path& input, const std::string& references, bool follow_
   return info_dict(summary, input.string());
 }
 
-py::dict check(const fs::path& input) {
-  std::vector<Kessel::Finding> findings;
-  run_alone(input, [&] { findings = Kessel::check(input); });
-  return check_dict(findings, input.string());
-}
-
 py::dict overview(const fs::path& input, std::optional<double> tolerance, const std::string& names,
                   const py::object& progress, const std::string& references, bool follow_outside) {
   require_function(progress);
@@ -163,6 +163,15 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
   Kessel::Difference difference;
   run_alone(a, [&] { difference = Kessel::diff(a, b, options); });
   return diff_dict(difference, a.string(), b.string());
+}
+
+py::dict check(const fs::path& input, const py::object& progress) {
+  require_function(progress);
+  Kessel::Options options;
+  options.progress = progress_for(progress);
+  std::vector<Kessel::Finding> findings;
+  run_alone(input, [&] { findings = Kessel::check(input, options); });
+  return check_dict(findings, input.string());
 }
 
 py::dict verify(const fs::path& input, const fs::path& outdir, const py::object& progress) {

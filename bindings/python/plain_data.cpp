@@ -232,11 +232,6 @@ py::dict drawing_dict(const Kessel::Drawing& drawing, const std::string& input) 
                   "parts"_a = list_of(drawing.parts, drawn_part_dict));
 }
 
-py::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input) {
-  return py::dict("format"_a = FORMAT, "input"_a = text(input),
-                  "findings"_a = list_of(findings, finding_of_input));
-}
-
 py::dict overview_dict(const Kessel::Overview& overview, const std::string& input) {
   py::object parts = py::none();
   if (overview.is_drawn) parts = list_of(overview.drawing.parts, drawn_part_dict);
@@ -251,6 +246,11 @@ py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                   "records"_a = joined.records, "bytes"_a = joined.bytes,
                   "inputs"_a = list_of(joined.inputs, input_dict),
                   "findings"_a = list_of(joined.warnings, finding_dict));
+}
+
+py::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input) {
+  return py::dict("format"_a = FORMAT, "input"_a = text(input),
+                  "findings"_a = list_of(findings, finding_of_input));
 }
 
 py::dict verify_dict(const Kessel::Verification& verification, const std::string& input,

@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <numeric>
+#include <set>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 #include "encoding/utf8_path.h"
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "findings/progress_reporter.h"
 #include "findings/refusals.h"
@@ -57,6 +60,11 @@ bool stands_in(const Placement& placement, Index record, const std::vector<Asked
     return std::any_of(asked.begin(), asked.end(),
                        [&](const Asked& one) { return one.file == stand.file(); });
   });
+}
+
+std::string elsewhere_sentence(const ExternalReference& reference, const Target& target) {
+  return std::string(reference.is_to_anchor() ? "A record" : "A shape") + " is in the file " +
+         Kessel::quoted(target.name->name) + ", which is only referred to.";
 }
 
 }  // namespace
@@ -152,12 +160,16 @@ void Extraction::warn(const Placement& placement, const std::vector<Asked>& aske
                                       [&](const Asked& one) { return one.file == warning.file; });
     if (concerns) findings.push_back(finding_for(in_, instances_, warning));
   }
+  std::set<fs::path> told;
   for (const ExternalReference& reference : references_) {
     if (!stands_in(placement, reference.document, asked)) continue;
     const Target target = find_target(from_, reference);
-    if (target.is_there) continue;
-    findings.push_back(warning_at(in_, instances_, reference.document, FindingKind::missing_target,
-                                  missing_target_sentence(target.name->name)));
+    if (target.is_there && !told.insert(target.path).second) continue;
+    const auto [kind, sentence] =
+        target.is_there
+            ? std::pair(FindingKind::shape_elsewhere, elsewhere_sentence(reference, target))
+            : std::pair(FindingKind::missing_target, missing_target_sentence(target.name->name));
+    findings.push_back(warning_at(in_, instances_, reference.document, kind, sentence));
   }
   locate(in_, findings);
   for (const Finding& finding : findings) split_options_.warning(finding);

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
 #include "findings/named_errors.h"
 #include "geometry/draw_products.h"
 #include "geometry/part_lines.h"
@@ -21,7 +22,7 @@ namespace {
   throw InputError(make_finding(FindingKind::memory_limit,
                                 "The records and their geometry need more memory than the limit "
                                 "of " +
-                                    std::to_string(limit) + " bytes."));
+                                    with_commas(limit) + " bytes."));
 }
 
 /// Keeps what geometry is read from, too.
@@ -50,13 +51,6 @@ class DrawingLoader final : public InstanceLoader {
   std::uint64_t limit_;
   FindingList* warnings_;
 };
-
-/// Bytes of the file; 0 where the system cannot say.
-std::uint64_t size_of(const std::filesystem::path& in) {
-  std::error_code unknown;
-  const std::uintmax_t size = std::filesystem::file_size(in, unknown);
-  return unknown ? 0 : size;
-}
 
 /// Bytes of what is known of the parts.
 std::uint64_t bytes_of(const Assembly& assembly) {
@@ -106,9 +100,9 @@ DrawnFile::DrawnFile(const std::filesystem::path& in, const DrawingOptions& fine
 void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fineness,
                      const Options& options, const FollowedInput* whole, FindingList* warnings) {
   Geometry::GeometryRecords records(file.instances);
-  DrawingLoader loader(file.instances, records, options, size_of(in), warnings);
+  DrawingLoader loader(file.instances, records, options, size_of_file(in), warnings);
   file.read(in, options, loader);
-  if (whole != nullptr) file.note_files(*whole);
+  if (whole != nullptr) file.files = whole->files();
   drawing.assembly = assembly_of(file, options);
   const std::size_t count = file.products.products.size();
   // The products have the same texts and lists once more.

@@ -30,7 +30,7 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
   if (options.follow_references) {
     const FollowedInput whole(in, options);
     *this = InspectedFile(whole.path(), whole.options_for_path());
-    note_files(whole);
+    files = whole.files();
     return;
   }
   FindingList warnings;
@@ -40,7 +40,7 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
 
 void InspectedFile::read(const std::filesystem::path& in, const Options& options,
                          FindingList& warnings) {
-  NotingLoader loader(instances, options, warnings);
+  NotingLoader loader(instances, options, warnings, size_of_file(in));
   read(in, options, loader);
 }
 
@@ -52,12 +52,6 @@ void InspectedFile::read(const std::filesystem::path& in, const Options& options
   load_with(file, loader, options);
   products = find_products(instances);
   references = find_external_references(instances, products);
-  names_of_others = names_of_targets(references);
-}
-
-void InspectedFile::note_files(const FollowedInput& whole) {
-  files = whole.files();
-  names_of_others = whole.names();
 }
 
 }  // namespace Kessel

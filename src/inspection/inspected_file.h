@@ -28,9 +28,6 @@ struct InspectedFile {
   /// The same with a loader of one's own, which fills `instances`.
   void read(const std::filesystem::path& in, const Options& options, InstanceLoader& loader);
 
-  /// Notes what was read as `whole`.
-  void note_files(const FollowedInput& whole);
-
   /// The folder that names in it are seen from.
   std::filesystem::path folder;
   Instances instances;
@@ -38,8 +35,6 @@ struct InspectedFile {
   std::vector<ExternalReference> references;
   /// The files that were read: the input, and those that it was read with.
   std::vector<std::filesystem::path> files;
-  /// What the files are called that it refers to, or that were read with it, UTF-8.
-  std::vector<std::string> names_of_others;
 };
 
 }  // namespace Kessel

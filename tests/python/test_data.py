@@ -29,6 +29,28 @@ def test_info_is_what_the_command_prints(lamp):
     assert velkstep.info(lamp) == printed("info", "--json", str(lamp))
 
 
+@needs_command
+def test_check_is_what_the_command_prints(lamp, write):
+    assert velkstep.check(lamp) == printed("check", "--json", str(lamp))
+    dangling = write("dangling.stp", "#1=A(#2);\n")
+    run = subprocess.run([COMMAND, "check", "--json", str(dangling)], capture_output=True)
+    assert run.returncode == 4
+    assert velkstep.check(dangling) == json.loads(run.stdout)
+    stages = set()
+    velkstep.check(lamp, progress=lambda stage, done, total: stages.add(stage))
+    assert stages == {"reading"}
+
+
+def test_check_of_a_file_that_is_not_there():
+    (finding,) = velkstep.check("missing.stp")["findings"]
+    assert (finding["kind"], finding["severity"]) == ("unreadable", "error")
+
+
+def test_the_module_has_its_own_names_only():
+    public = {name for name in dir(velkstep) if not name.startswith("_")}
+    assert public == set(velkstep.__all__) | {"errors", "shapes"}
+
+
 def test_tree_of_a_small_file(assembly):
     tree = velkstep.tree(assembly)
     assert [part["record"] for part in tree["parts"]] == [3, 13, 23]

@@ -47,7 +47,7 @@ def test_they_are_copied(box):
 
 def test_they_are_followed(box):
     files = velkstep.split(box, "out", references="follow")
-    assert files == [Path("out/box.stp"), Path("out/lid (2).stp")]
+    assert files == [Path("out/box.stp"), Path("out/lid.stp")]
     assert "DOCUMENT_FILE" not in files[1].read_text()
     assert "SHAPE_REPRESENTATION" in files[1].read_text()
 
@@ -64,8 +64,10 @@ def test_a_part_keeps_them_or_has_what_they_say(box):
 
 @pytest.mark.parametrize("references", ["follow", "copy"])
 def test_outside_of_the_inputs_folder_only_where_asked(box_of_a_lid_elsewhere, references):
-    with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"'):
+    with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"') as caught:
         velkstep.split(box_of_a_lid_elsewhere, "out", references=references)
+    assert caught.value.advice == "follow_outside=True reads them."
+    assert str(caught.value).endswith(" follow_outside=True reads them.")
     assert not Path("out").exists()
     files = velkstep.split(
         box_of_a_lid_elsewhere, "out", references=references, follow_outside=True
@@ -110,3 +112,14 @@ def test_unknown_choices_are_value_errors(box):
         velkstep.split(box, "out", references="leave")
     with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow'$"):
         velkstep.extract(box, "lid", "one.stp", references="copy")
+
+
+def test_what_helps_where_a_file_is_missing(box):
+    Path("in/lid.stp").unlink()
+    with pytest.raises(velkstep.InputError) as caught:
+        velkstep.join(box, "out.stp")
+    assert caught.value.kind == "missing_target"
+    assert caught.value.advice == "Put them there; allow_missing=True keeps what refers to them."
+    with pytest.raises(velkstep.InputError) as caught:
+        velkstep.tree(box, references="follow")
+    assert caught.value.advice == 'Put them there, or leave them out with references="keep".'

@@ -6,9 +6,11 @@
 namespace Velkstep {
 
 CLI::Option* add_names_option(CLI::App* command, Kessel::NameStyle& names) {
-  return add_choice(command, "--names", names, NAME_STYLES,
-                    "What files are called after: the product's name, in ASCII (product) or as it "
-                    "is (product-unicode), or the number of its record (record)");
+  return add_choice(
+      command, "--names", names, NAME_STYLES,
+      "What files are called after: the product's name, in ASCII (product) or as it "
+      "is (product-unicode), or the number of the product's own record (record), which is not "
+      "that of tree");
 }
 
 void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
