@@ -2,8 +2,7 @@
 # Counts the instructions that one split takes, with valgrind's callgrind: unlike times, they repeat
 # exactly. The input is a bodies assembly of 10 MB. Then the same for other forms against the
 # two-argument form: checked, with the classic reading, without and with a memory limit; checked with
-# the standard reading; nested and lean. Last, what twice the parts take, where all share a placement
-# and a layer.
+# the standard reading; nested and lean.
 #
 #     bench/instructions.sh [--check] [--top N] PROGRAMS [WORK]
 #
@@ -17,8 +16,6 @@ AT_MOST=25.5
 CHECKED_AT_MOST=1.03
 STANDARD_AT_MOST=1.10
 PLACED_AT_MOST=1.15
-SHARING_PARTS=2000
-GROWTH_AT_MOST=2.3
 
 usage() {
   echo "usage: instructions.sh [--check] [--top N] PROGRAMS [WORK]" >&2
@@ -53,16 +50,12 @@ else
   work=$temporary
 fi
 
-# Makes the input of shape $1 and size $2, unless it is there.
-make_input() {
-  input=$work/$1-$2.stp
-  [ -f "$input" ] && return
-  "$programs/generate_assembly" "$1" "$2" -o "$input.part"
-  mv "$input.part" "$input"  # A run that is broken off leaves no half input.
-}
-
-make_input bodies "$PARTS"
+input=$work/bodies-$PARTS.stp
 profile=$work/callgrind.out
+if [ ! -f "$input" ]; then
+  "$programs/generate_assembly" bodies "$PARTS" -o "$input.part"
+  mv "$input.part" "$input"  # A run that is broken off leaves no half input.
+fi
 
 cd "$temporary"  # A split leaves a file in the working folder.
 
@@ -110,27 +103,6 @@ count_form "checked, memory limit" --limited $CHECKED_AT_MOST
 count_form "standard reading" --standard $STANDARD_AT_MOST
 count_form "nested" --nested $PLACED_AT_MOST
 count_form "lean" --lean $PLACED_AT_MOST
-
-# Prints the row of one style: its name, and the option of split_once.
-count_growth() {
-  make_input one-layer "$SHARING_PARTS"
-  half=$(count_instructions "$temporary/of_form.out" "$2")
-  make_input one-layer $((2 * SHARING_PARTS))
-  whole=$(count_instructions "$temporary/of_form.out" "$2")
-  awk -v form="$1" -v half="$half" -v whole="$whole" -v at_most=$GROWTH_AT_MOST -v check=$check '
-    BEGIN {
-      reached = whole <= at_most * half
-      printf "| %-17s | %12.0f | %12.0f | %6.3f | %7.2f | %7s |\n",
-             form, half, whole, whole / half, at_most, reached ? "ok" : "MISSED"
-      if (check == "yes" && !reached) exit 1
-    }' || status=$?
-}
-
-echo
-echo "| form on one-layer |  2,000 parts |  4,000 parts | growth | at most | verdict |"
-echo "|-------------------|-------------:|-------------:|-------:|--------:|--------:|"
-count_growth "nested" --nested
-count_growth "lean" --lean
 
 if [ "$top" -gt 0 ]; then
   echo
