@@ -51,6 +51,8 @@ class Instances {
   Index size() const { return static_cast<Index>(types_.size()); }
 
   TypeId type(Index record) const { return types_[record]; }
+  /// The types of all records.
+  std::span<const TypeId> record_types() const { return types_.part(0, types_.size()); }
   const TypeTable& types() const { return type_table_; }
   bool is(Index record, std::string_view keyword) const {
     return type_table_.has(types_[record], keyword);

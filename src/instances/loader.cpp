@@ -165,12 +165,13 @@ void InstanceLoader::enter_numbers() {
   if (smallest_ > largest_) return;  // No record has a number.
   require_memory(NumberIndex::bytes_for(all.size(), smallest_, largest_));
   all.index_ = NumberIndex(all.size(), smallest_, largest_);
-  for (Index record = 0; record < all.size(); ++record) {
-    const TypeId type = all.types_[record];
+  const std::span<const TypeId> types = all.record_types();
+  for (Index record = 0; record < types.size(); ++record) {
     const std::uint64_t number = all.number(record);
     // Anchors have none, nor have the values (ISO 10303-21, 11) of a reference section.
-    const bool is_named =
-        type != TypeTable::ANCHOR_ENTRY && (type != TypeTable::REFERENCE_ENTRY || number != 0);
+    const bool is_named = types[record] >= TypeTable::FIRST_OF_RECORDS ||
+                          (types[record] != TypeTable::ANCHOR_ENTRY &&
+                           (types[record] != TypeTable::REFERENCE_ENTRY || number != 0));
     if (is_named) all.index_.enter(number, record);
   }
   repeated_ = all.index_.finish();

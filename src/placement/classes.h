@@ -8,6 +8,7 @@
 
 #include "instances/column.h"
 #include "instances/instances.h"
+#include "placement/types_in.h"
 #include "products/products.h"
 
 namespace Kessel {
@@ -36,9 +37,9 @@ enum Trait : std::uint8_t {
 /// them.
 bool is_plain_geometry(const Instances& instances, Index record);
 
-/// By type: whether it is geometry that is made of such, or topology at a point. Who uses a point
-/// of another's shape does not speak of that shape.
-std::vector<bool> made_of_plain_geometry(const TypeTable& types);
+/// The types of geometry that is made of such, or of topology at a point. Who uses a point of
+/// another's shape does not speak of that shape.
+TypeSet made_of_plain_geometry(const TypeTable& types);
 
 /// The traits of all records, and who owns representations.
 class Classes {
