@@ -1,7 +1,6 @@
 // The rules that move parts along the references of one record.
 #include "association/rules.h"
 
-#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -12,31 +11,11 @@ namespace Kessel {
 
 namespace {
 
-/// Fetches a record, which its references stand behind, before it is looked at.
-void expect_record(const Entity* record) {
-  constexpr std::size_t CACHE_LINE = 64;
-  __builtin_prefetch(record);
-  __builtin_prefetch(reinterpret_cast<const std::byte*>(record) + CACHE_LINE);
-}
-
-/// The same for all that it refers to.
-void expect_references(Slots slots, const Entity* record) {
-  if (record == nullptr) return;
-  for (const std::uint32_t reference : record->references()) {
-    if (reference < slots.size()) __builtin_prefetch(slots[reference]);
-  }
-}
-
-/// Calls `rule` for every record of the type. They are far apart in memory, and so is what they
-/// refer to: both are called for in advance.
+/// Calls `rule` for every record of the type.
 template <class Rule>
 void for_each_record(const Store& store, std::string_view type, Rule rule) {
-  constexpr std::size_t AHEAD = 8;
-  const std::vector<Entity*> records = store.get(type);
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    if (i + 2 * AHEAD < records.size()) expect_record(records[i + 2 * AHEAD]);
-    if (i + AHEAD < records.size()) expect_references(store.entities, records[i + AHEAD]);
-    if (records[i] != nullptr) rule(*records[i]);
+  for (Entity* record : store.get(type)) {
+    if (record != nullptr) rule(*record);
   }
 }
 

@@ -21,7 +21,11 @@ FileNumbers::FileNumbers(const Instances& instances, const Placement& placement)
       const FileId file = stands.front().file();
       const Index end = stands_.end_of_run(record, count);
       std::uint32_t last = last_[file];
-      for (; record != end; ++record) first_[record] = has_number(record) ? ++last : 0;
+      if (has_anchors) {
+        for (; record != end; ++record) first_[record] = has_number(record) ? ++last : 0;
+      } else {
+        for (; record != end; ++record) first_[record] = ++last;
+      }
       last_[file] = last;
     } else {
       first_[record] = static_cast<std::uint32_t>(shared_.size());

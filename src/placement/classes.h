@@ -47,6 +47,8 @@ class Classes {
   Classes(const Instances& instances, const Products& products);
 
   bool has(Index record, unsigned traits) const { return (traits_[record] & traits) != 0; }
+  /// Whether somebody owns it for its own sake.
+  bool is_firmly_owned(Index record) const { return (traits_[record] & (OWNED | SOFT)) == OWNED; }
   void give(Index record, unsigned traits) {
     traits_[record] = static_cast<std::uint8_t>(traits_[record] | traits);
   }
