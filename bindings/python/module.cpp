@@ -5,16 +5,19 @@
 
 #include <array>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "kessel/assembly.h"
+#include "kessel/check.h"
 #include "kessel/diff.h"
 #include "kessel/drawing.h"
 #include "kessel/extract.h"
 #include "kessel/join.h"
+#include "kessel/overview.h"
 #include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/splitter.h"
@@ -61,7 +64,22 @@ Style style_of(const char* argument, const std::string& given, const Words<Style
   for (const auto& [word, style] : words) {
     if (word == given) return style;
   }
-  throw py::value_error(std::string(argument) + ": there is no style '" + given + "'");
+  std::string known;
+  for (std::size_t i = 0; i < COUNT; ++i) {
+    if (i != 0) known += i + 1 == COUNT ? " and " : ", ";
+    known += "'" + std::string(words[i].first) + "'";
+  }
+  throw py::value_error(std::string(argument) + ": there is no style '" + given + "'; there are " +
+                        known);
+}
+
+/// What becomes of files that an input refers to, where they are not copied.
+void choose_references(const std::string& references, bool follow_outside, auto& options) {
+  if (references != "keep" && references != "follow") {
+    throw py::value_error("references: neither 'keep' nor 'follow'");
+  }
+  options.follow_references = references == "follow";
+  options.follow_outside = follow_outside;
 }
 
 void require_function(const py::object& progress) {
@@ -106,18 +124,36 @@ std::vector<fs::path> split(const fs::path& input, const fs::path& outdir,
   return files;
 }
 
-py::dict tree(const fs::path& input, const std::string& names) {
+py::dict tree(const fs::path& input, const std::string& names, const std::string& references,
+              bool follow_outside) {
   Kessel::Options options;
+  choose_references(references, follow_outside, options);
   options.names = style_of("names", names, NAMES);
   Kessel::Assembly assembly;
   run_alone(input, [&] { assembly = Kessel::read_assembly(input, options); });
   return tree_dict(assembly, input.string());
 }
 
-py::dict info(const fs::path& input) {
+py::dict info(const fs::path& input, const std::string& references, bool follow_outside) {
+  Kessel::Options options;
+  choose_references(references, follow_outside, options);
   Kessel::Summary summary;
-  run_alone(input, [&] { summary = Kessel::read_summary(input); });
+  run_alone(input, [&] { summary = Kessel::read_summary(input, options); });
   return info_dict(summary, input.string());
+}
+
+py::dict overview(const fs::path& input, std::optional<double> tolerance, const std::string& names,
+                  const py::object& progress, const std::string& references, bool follow_outside) {
+  require_function(progress);
+  Kessel::Options options;
+  choose_references(references, follow_outside, options);
+  options.names = style_of("names", names, NAMES);
+  options.progress = progress_for(progress);
+  std::optional<Kessel::DrawingOptions> fineness;
+  if (tolerance) fineness.emplace().tolerance = *tolerance;
+  Kessel::Overview all;
+  run_alone(input, [&] { all = Kessel::read_overview(input, fineness, options); });
+  return overview_dict(all, input.string());
 }
 
 py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) {
@@ -127,6 +163,15 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
   Kessel::Difference difference;
   run_alone(a, [&] { difference = Kessel::diff(a, b, options); });
   return diff_dict(difference, a.string(), b.string());
+}
+
+py::dict check(const fs::path& input, const py::object& progress) {
+  require_function(progress);
+  Kessel::Options options;
+  options.progress = progress_for(progress);
+  std::vector<Kessel::Finding> findings;
+  run_alone(input, [&] { findings = Kessel::check(input, options); });
+  return check_dict(findings, input.string());
 }
 
 py::dict verify(const fs::path& input, const fs::path& outdir, const py::object& progress) {
@@ -170,9 +215,11 @@ py::dict shrink(const fs::path& input, const fs::path& out, bool replace, bool d
 }
 
 py::dict picture(const fs::path& input, const fs::path& out, const std::string& part,
-                 const std::string& view, bool replace, const py::object& progress) {
+                 const std::string& view, bool replace, const py::object& progress,
+                 const std::string& references, bool follow_outside) {
   require_function(progress);
   Kessel::PictureOptions options;
+  choose_references(references, follow_outside, options);
   options.part = part;
   options.view = style_of("view", view, VIEWS);
   options.replace = replace;
@@ -183,9 +230,10 @@ py::dict picture(const fs::path& input, const fs::path& out, const std::string& 
 }
 
 py::dict drawing(const fs::path& input, double tolerance, const std::string& names,
-                 const py::object& progress) {
+                 const py::object& progress, const std::string& references, bool follow_outside) {
   require_function(progress);
   Kessel::Options options;
+  choose_references(references, follow_outside, options);
   options.names = style_of("names", names, NAMES);
   options.progress = progress_for(progress);
   Kessel::DrawingOptions fineness;
@@ -204,11 +252,7 @@ py::dict extract(const fs::path& input, const std::vector<std::string>& parts, c
   options.names = style_of("names", names, NAMES);
   options.bodies = bodies;
   options.shrink = shrink;
-  if (references != "keep" && references != "follow") {
-    throw py::value_error("references: neither 'keep' nor 'follow'");
-  }
-  options.follow_references = references == "follow";
-  options.follow_outside = follow_outside;
+  choose_references(references, follow_outside, options);
   options.replace = replace;
   options.progress = progress_for(progress);
   std::vector<Kessel::ExtractedFile> files;
@@ -227,10 +271,12 @@ py::dict extract(const fs::path& input, const std::vector<std::string>& parts, c
 }  // namespace Velkstep
 
 PYBIND11_MODULE(_velkstep, module) {
+  module.def("check", &Velkstep::check);
   module.def("diff", &Velkstep::diff);
   module.def("drawing", &Velkstep::drawing);
   module.def("extract", &Velkstep::extract);
   module.def("join", &Velkstep::join);
+  module.def("overview", &Velkstep::overview);
   module.def("shrink", &Velkstep::shrink);
   module.def("picture", &Velkstep::picture);
   module.def("split", &Velkstep::split);

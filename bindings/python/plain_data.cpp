@@ -184,7 +184,7 @@ py::dict picture_dict(const Kessel::Picture& picture, const std::string& view,
       "record"_a = has_record ? py::object(py::int_(picture.record)) : py::object(py::none()),
       "name"_a = text(picture.name), "view"_a = view, "places"_a = picture.places,
       "lines"_a = picture.lines, "left_out"_a = picture.left_out, "dropped"_a = picture.dropped,
-      "bytes"_a = picture.bytes);
+      "elsewhere"_a = picture.elsewhere, "bytes"_a = picture.bytes);
 }
 
 namespace {
@@ -232,12 +232,25 @@ py::dict drawing_dict(const Kessel::Drawing& drawing, const std::string& input) 
                   "parts"_a = list_of(drawing.parts, drawn_part_dict));
 }
 
+py::dict overview_dict(const Kessel::Overview& overview, const std::string& input) {
+  py::object parts = py::none();
+  if (overview.is_drawn) parts = list_of(overview.drawing.parts, drawn_part_dict);
+  return py::dict("tree"_a = tree_dict(overview.drawing.assembly, input),
+                  "info"_a = info_dict(overview.summary, input),
+                  "findings"_a = list_of(overview.findings, finding_of_input), "parts"_a = parts);
+}
+
 py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
                    const std::string& output) {
   return py::dict("format"_a = FORMAT, "input"_a = text(root), "output"_a = text(output),
                   "records"_a = joined.records, "bytes"_a = joined.bytes,
                   "inputs"_a = list_of(joined.inputs, input_dict),
                   "findings"_a = list_of(joined.warnings, finding_dict));
+}
+
+py::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input) {
+  return py::dict("format"_a = FORMAT, "input"_a = text(input),
+                  "findings"_a = list_of(findings, finding_of_input));
 }
 
 py::dict verify_dict(const Kessel::Verification& verification, const std::string& input,

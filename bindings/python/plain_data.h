@@ -11,6 +11,7 @@
 #include "kessel/drawing.h"
 #include "kessel/extract.h"
 #include "kessel/join.h"
+#include "kessel/overview.h"
 #include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/summary.h"
@@ -51,6 +52,12 @@ pybind11::dict picture_dict(const Kessel::Picture& picture, const std::string& v
 
 /// The lines and placed components of `input`. Needs the interpreter's lock.
 pybind11::dict drawing_dict(const Kessel::Drawing& drawing, const std::string& input);
+
+/// What is wrong with `input`. Needs the interpreter's lock.
+pybind11::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input);
+
+/// All that there is to tell of `input`. Needs the interpreter's lock.
+pybind11::dict overview_dict(const Kessel::Overview& overview, const std::string& input);
 
 /// Header and counts of `input`. Needs the interpreter's lock.
 pybind11::dict info_dict(const Kessel::Summary& summary, const std::string& input);

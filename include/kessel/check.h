@@ -18,11 +18,13 @@ namespace Kessel {
 /// stands behind it is not looked at. All else is a warning.
 ///
 /// Of each kind the first twenty findings are listed; one more, at the place of the next, says how
-/// many there are beyond (`Finding::count`). Of the options only the memory limit matters.
+/// many there are beyond (`Finding::count`). Of the options the memory limit matters, the folder of
+/// files that are referred to (`input_folder`), and the progress function, which is told of
+/// reading.
 ///
 /// Writes and prints nothing. A file that cannot be read is a finding. Time is linear in the file,
 /// memory in its records, whatever they refer to: up to three times what a run's records take,
-/// which is what the limit is for. Throws `std::bad_alloc` only.
+/// which is what the limit is for. Throws `std::bad_alloc`, and what the progress function throws.
 KESSEL_EXPORT std::vector<Finding> check(const std::filesystem::path& in,
                                          const Options& options = {});
 

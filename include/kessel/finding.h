@@ -69,7 +69,6 @@ enum class FindingKind {
   // files of a finished split; only `verify` finds these
   missing_file,          ///< there is no folder, or no file that could be the root's
   wrong_header,          ///< the root's file names other schemas than the input
-  text_behind_end,       ///< something stands behind the last line; reading finds that, too
   missing_record,        ///< a record of the input that no file holds
   foreign_record,        ///< a record that the input does not hold, or not so often
   changed_record,        ///< says something else than the input's record
@@ -89,6 +88,7 @@ enum class FindingKind {
   unknown_component,  ///< a file holds nothing that a reference to it could mean
   copies_differ,      ///< one record of the input says different things in two files
   stand_in_left,      ///< a record that stands for another, which no file holds
+  shape_elsewhere,    ///< another file holds what is extracted, and keeps it; only `extract` tells
 };
 
 /// The kind's name as it stands in FindingKind, for machines to read.

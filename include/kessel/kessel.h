@@ -31,14 +31,15 @@ enum kessel_names {
 
 /* What is asked for besides: of which functions, and as which member of their options in C++. */
 enum kessel_flags {
-  KESSEL_SHRINK = 1,               /* split, join, extract: shrink */
-  KESSEL_DROP_UNREACHABLE = 2,     /* shrink: drop_unreachable */
-  KESSEL_RENUMBER = 4,             /* shrink: renumber */
-  KESSEL_FOLLOW_REFERENCES = 8,    /* split, extract: follow_references */
-  KESSEL_COPY_REFERENCES = 16,     /* split: copy_references */
-  KESSEL_FOLLOW_OUTSIDE = 32,      /* split, extract, join: follow_outside */
-  KESSEL_ALLOW_MISSING = 64,       /* join: allow_missing */
-  KESSEL_ALLOW_MIXED_SCHEMAS = 128 /* join: allow_mixed_schemas */
+  KESSEL_SHRINK = 1,                /* split, join, extract: shrink */
+  KESSEL_DROP_UNREACHABLE = 2,      /* shrink: drop_unreachable */
+  KESSEL_RENUMBER = 4,              /* shrink: renumber */
+  KESSEL_FOLLOW_REFERENCES = 8,     /* split, extract, picture, overview: follow_references */
+  KESSEL_COPY_REFERENCES = 16,      /* split: copy_references */
+  KESSEL_FOLLOW_OUTSIDE = 32,       /* split, extract, picture, overview, join: follow_outside */
+  KESSEL_ALLOW_MISSING = 64,        /* join: allow_missing */
+  KESSEL_ALLOW_MIXED_SCHEMAS = 128, /* join: allow_mixed_schemas */
+  KESSEL_DRAW = 256                 /* overview: with lines, boxes and places */
 };
 
 /* How an input is cut into records: Kessel::Reading. */
@@ -207,8 +208,8 @@ struct kessel_finding {
   uint64_t count;       /* how many findings of this kind it stands for */
 };
 
-/* How many findings kessel_verify has; 0 where all is as it should be, for every other result, and
-   for null. */
+/* How many findings kessel_verify, kessel_check or kessel_overview has; 0 where all is as it should
+   be, for every other result, and for null. */
 KESSEL_EXPORT size_t kessel_finding_count(const kessel_result* result);
 
 /* Fills the `size` bytes at `finding`, `sizeof(struct kessel_finding)` where the caller was
@@ -225,11 +226,120 @@ KESSEL_EXPORT int kessel_finding_at(const kessel_result* result, size_t index,
 KESSEL_EXPORT kessel_result* kessel_extract(const char* in, const char* part, const char* out,
                                             const struct kessel_options* options);
 
+/* Says what is wrong or unusual in the exchange file `in`, as Kessel::check does (kessel/check.h).
+   Of the options the memory limit matters. Writes and prints nothing. Returns a result as
+   kessel_split does, without files: what is wrong, be it that the file cannot be read, is told by
+   kessel_finding_at, and the status is KESSEL_DONE. */
+KESSEL_EXPORT kessel_result* kessel_check(const char* in, const struct kessel_options* options);
+
+/* Reads the exchange file `in` and keeps all that there is to tell of it, as Kessel::read_overview
+   does (kessel/overview.h): with KESSEL_DRAW, lines and places, too, at the usual tolerance. Of the
+   options the names and assemblies of the split that file names are for, the memory limit, the
+   progress function and flags matter. Writes and prints nothing. Returns a result as kessel_split
+   does, without files; the functions below have what it tells, kessel_finding_at what is wrong. */
+KESSEL_EXPORT kessel_result* kessel_overview(const char* in, const struct kessel_options* options);
+
+/* What a file says of itself, and how much is in it: Kessel::Summary and the first text of each
+   list of its header. The texts live as long as the result, and are empty where the file gives
+   none. Later versions may add members at the end. */
+struct kessel_summary {
+  uint64_t bytes;
+  uint64_t records;
+  uint64_t parts; /* without components */
+  uint64_t assemblies;
+  uint64_t assemblies_with_bodies;
+  uint64_t depth;
+  size_t root; /* index of the part where the structure begins; SIZE_MAX without parts */
+  const char* name;
+  const char* description;
+  const char* time_stamp;
+  const char* author;
+  const char* organisation;
+  const char* preprocessor_version;
+  const char* originating_system;
+  const char* schema;
+  const char* length_unit; /* that of most contexts */
+  double length_unit_metres;
+  int32_t is_drawn; /* whether there are lines and places: asked for, and within the limit */
+};
+
+/* Fills the `size` bytes at `summary`, `sizeof(struct kessel_summary)` where the caller was
+   compiled, with what kessel_overview read. Returns 1, or 0 for every other result and null, where
+   zeros are filled in. */
+KESSEL_EXPORT int kessel_summary_of(const kessel_result* result, struct kessel_summary* summary,
+                                    size_t size);
+
+/* What a part is: Kessel::PartRole. */
+enum kessel_role { KESSEL_PART = 0, KESSEL_ASSEMBLY = 1, KESSEL_ASSEMBLY_WITH_BODIES = 2 };
+
+/* A part: Kessel::PartInfo and Kessel::DrawnPart. The texts live as long as the result. Later
+   versions may add members at the end. */
+struct kessel_part {
+  uint64_t record; /* instance number of its definition; 0 for a generated root */
+  const char* id;
+  const char* name;
+  const char* description;
+  int32_t role;     /* an enum kessel_role */
+  const char* file; /* the name that a split gives its file; empty for none */
+  const char*
+      external_file; /* that holds its shape, as seen from the input's folder; empty for none */
+  uint64_t total;    /* how often it occurs in the whole */
+  size_t components; /* how many usages start from it */
+  const char* unit;  /* of the lengths; empty where it is not known or nothing is drawn */
+  double unit_metres;
+  size_t lines;     /* its own, those of components apart */
+  uint64_t dropped; /* edges that the file does not describe */
+  int32_t has_box;  /* whether it, or a component of it, has lines */
+  double low[3];    /* the box around it with all its components, in its coordinates and unit */
+  double high[3];
+};
+
+/* How many parts kessel_overview found; 0 for every other result and null. */
+KESSEL_EXPORT size_t kessel_part_count(const kessel_result* result);
+
+/* Fills the `size` bytes at `part`, `sizeof(struct kessel_part)` where the caller was compiled,
+   with the part at `index`. Returns 1, or 0 beyond the last, where zeros are filled in. */
+KESSEL_EXPORT int kessel_part_at(const kessel_result* result, size_t index,
+                                 struct kessel_part* part, size_t size);
+
+/* One component of a part: Kessel::PlacedComponent. Later versions may add members at the end. */
+struct kessel_component {
+  size_t part;          /* index of the component */
+  int32_t closes_cycle; /* whether it leads back to the part that uses it */
+  /* The rest is told where the file was drawn, and zeros otherwise. */
+  uint64_t usage;    /* instance number of the usage; 0 in a generated root */
+  int32_t is_placed; /* whether the file says where it is */
+  int32_t is_hidden; /* whether the file says that it is not to be seen here */
+  double matrix[12]; /* three rows of four: to the coordinates of the part that uses it */
+  int32_t colour;    /* 0xRRGGBB, or -1 for none */
+};
+
+/* Fills the `size` bytes at `component`, `sizeof(struct kessel_component)` where the caller was
+   compiled, with the component at `index` of the part at `part`: one for each usage; where the file
+   was not drawn, those of one component behind each other. Returns 1, or 0 beyond the last, where
+   zeros are filled in. */
+KESSEL_EXPORT int kessel_component_at(const kessel_result* result, size_t part, size_t index,
+                                      struct kessel_component* component, size_t size);
+
+/* An edge as straight pieces: Kessel::DrawnLine. Later versions may add members at the end. */
+struct kessel_line {
+  uint64_t record;      /* instance number of the edge, curve, loop or face */
+  int32_t colour;       /* 0xRRGGBB, or -1 for none */
+  const double* points; /* x, y, z of each, in the part's unit; live as long as the result */
+  size_t count;         /* how many points; at least two */
+};
+
+/* Fills the `size` bytes at `line`, `sizeof(struct kessel_line)` where the caller was compiled,
+   with the line at `index` of the part at `part`. Returns 1, or 0 beyond the last, where zeros are
+   filled in. */
+KESSEL_EXPORT int kessel_line_at(const kessel_result* result, size_t part, size_t index,
+                                 struct kessel_line* line, size_t size);
+
 /* Draws the part `part` of the exchange file `in`, or with null all of it, as the SVG file `out`,
    as Kessel::draw_picture does (kessel/picture.h), which must not be there. `view` is an enum
    kessel_view. A name that no part has, or several, ends it with KESSEL_BAD_ARGUMENT. Of the
-   options the memory limit and the progress function matter. Prints nothing. Returns a result as
-   kessel_split does; its only file is `out`. */
+   options the memory limit, the progress function and flags matter. Prints nothing. Returns a
+   result as kessel_split does; its only file is `out`. */
 KESSEL_EXPORT kessel_result* kessel_picture(const char* in, const char* part, int32_t view,
                                             const char* out, const struct kessel_options* options);
 

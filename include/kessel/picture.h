@@ -27,6 +27,16 @@ struct PictureOptions {
   View view = View::isometric;
   /// Bytes that may be kept of the input; as Options::memory_limit.
   std::uint64_t memory_limit = Options::NO_LIMIT;
+  /// Whether the files that the input refers to are read with it, as if all were one file (see
+  /// `join`); else parts whose shapes stand in those have no lines. The numbers of parts are then
+  /// those of the joined file.
+  bool follow_references = false;
+  /// Whether files outside of the input's folder may be followed.
+  bool follow_outside = false;
+  /// As Options::readable.
+  std::function<std::filesystem::path(const std::filesystem::path&)> readable = {};
+  /// The folder from which the input's names of other files are seen, as Options::input_folder.
+  std::filesystem::path input_folder = {};
   /// Whether an output that is there already is replaced.
   bool replace = false;
   /// Told how far it has come, as Options::progress; Stage::sorting counts parts that are drawn.
@@ -44,6 +54,9 @@ struct Picture {
   std::uint64_t left_out = 0;
   /// Edges of the parts drawn that the file does not describe, as `DrawnPart::dropped`.
   std::uint64_t dropped = 0;
+  /// Parts in it, each counted once, that have no lines since their shapes stand in files that the
+  /// input refers to (`PartInfo::external_file`) and that were not read with it.
+  std::uint64_t elsewhere = 0;
   std::uint64_t bytes = 0;  ///< size of the file
 };
 
@@ -55,10 +68,10 @@ struct Picture {
 ///
 /// `out` appears when it is finished, or not at all. Prints nothing. Works on the caller's thread.
 ///
-/// Throws `PartError` where `options.part`
-/// names no part or several, `InputError` for an input that cannot be read, `OutputError` where
-/// `out` cannot be written, is there already and not to be replaced, is a folder, or is the input;
-/// `std::bad_alloc`, and what `options.progress` throws.
+/// Throws `PartError` where `options.part` names no part or several, `InputError` for an input that
+/// cannot be read, `OutputError` where `out` cannot be written, is there already and not to be
+/// replaced, is a folder, or is the input or a file that the input refers to; `std::bad_alloc`, and
+/// what `options.progress` throws. With `follow_references` it throws what `join` throws, too.
 KESSEL_EXPORT Picture draw_picture(const std::filesystem::path& in,
                                    const std::filesystem::path& out,
                                    const PictureOptions& options = PictureOptions());

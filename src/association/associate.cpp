@@ -5,7 +5,7 @@
 #include <span>
 
 #include "association/passes.h"
-#include "model/progress_reporter.h"
+#include "findings/progress_reporter.h"
 
 namespace Kessel {
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <memory>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,7 +15,9 @@
 
 #include "c_interface/difference_rows.h"
 #include "c_interface/finding_rows.h"
+#include "c_interface/overview_rows.h"
 #include "encoding/utf8_path.h"
+#include "kessel/check.h"
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
@@ -22,6 +25,7 @@
 #include "kessel/join.h"
 #include "kessel/kessel.h"
 #include "kessel/options.h"
+#include "kessel/overview.h"
 #include "kessel/picture.h"
 #include "kessel/shrink.h"
 #include "kessel/splitter.h"
@@ -38,6 +42,7 @@ struct kessel_result {
   Kessel::Shrunk shrunk;
   Kessel::DifferenceRows differences;
   Kessel::FindingRows findings;
+  Kessel::OverviewRows overview;
 };
 
 namespace Kessel {
@@ -47,7 +52,7 @@ namespace {
 constexpr std::uint64_t ALL_FLAGS = KESSEL_SHRINK | KESSEL_DROP_UNREACHABLE | KESSEL_RENUMBER |
                                     KESSEL_FOLLOW_REFERENCES | KESSEL_COPY_REFERENCES |
                                     KESSEL_FOLLOW_OUTSIDE | KESSEL_ALLOW_MISSING |
-                                    KESSEL_ALLOW_MIXED_SCHEMAS;
+                                    KESSEL_ALLOW_MIXED_SCHEMAS | KESSEL_DRAW;
 
 constexpr const char* NO_MEMORY = "Not enough memory.";
 
@@ -152,6 +157,22 @@ void verify_into(kessel_result& result, const char* in, const char* outdir,
   result.findings = FindingRows(verify(input, folder, to_options(known_options(options))).findings);
 }
 
+void check_into(kessel_result& result, const char* in, const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  result.findings = FindingRows(check(input, to_options(known_options(options))));
+}
+
+void overview_into(kessel_result& result, const char* in, const kessel_options* options) {
+  const std::filesystem::path input = path_of(in, "The path of the input is missing.");
+  const kessel_options known = known_options(options);
+  std::optional<DrawingOptions> fineness;
+  if ((known.flags & KESSEL_DRAW) != 0) fineness.emplace();
+  Overview overview = read_overview(input, fineness, to_options(known));
+  FindingRows findings(std::move(overview.findings));
+  result.overview = OverviewRows(std::move(overview));
+  result.findings = std::move(findings);
+}
+
 void join_into(kessel_result& result, const char* root, const char* out,
                const kessel_options* options) {
   const std::filesystem::path input = path_of(root, "The path of the input is missing.");
@@ -219,6 +240,8 @@ void draw_into(kessel_result& result, const char* in, const char* part, std::int
   picture_options.view = to_view(view);
   picture_options.memory_limit = choices.memory_limit;
   picture_options.progress = choices.progress;
+  picture_options.follow_references = choices.follow_references;
+  picture_options.follow_outside = choices.follow_outside;
   std::vector<std::string> files = {fspath_to_utf8(output)};
   draw_picture(input, output, picture_options);
   result.files = std::move(files);
@@ -337,6 +360,49 @@ kessel_result* kessel_verify(const char* in, const char* outdir, const kessel_op
   return Kessel::guarded("The check was cancelled.", [&](kessel_result& result) {
     Kessel::verify_into(result, in, outdir, options);
   });
+}
+
+kessel_result* kessel_check(const char* in, const kessel_options* options) {
+  return Kessel::guarded("The check was cancelled.",
+                         [&](kessel_result& result) { Kessel::check_into(result, in, options); });
+}
+
+kessel_result* kessel_overview(const char* in, const kessel_options* options) {
+  return Kessel::guarded("The reading was cancelled.", [&](kessel_result& result) {
+    Kessel::overview_into(result, in, options);
+  });
+}
+
+int kessel_summary_of(const kessel_result* result, kessel_summary* summary, std::size_t size) {
+  const bool is_there = result != nullptr && result->overview.is_there();
+  Kessel::fill(summary, size, is_there ? result->overview.summary() : kessel_summary());
+  return is_there ? 1 : 0;
+}
+
+std::size_t kessel_part_count(const kessel_result* result) {
+  return result == nullptr ? 0 : result->overview.parts();
+}
+
+int kessel_part_at(const kessel_result* result, std::size_t index, kessel_part* part,
+                   std::size_t size) {
+  const bool is_there = index < kessel_part_count(result);
+  Kessel::fill(part, size, is_there ? result->overview.part(index) : kessel_part());
+  return is_there ? 1 : 0;
+}
+
+int kessel_component_at(const kessel_result* result, std::size_t part, std::size_t index,
+                        kessel_component* component, std::size_t size) {
+  const bool is_there = result != nullptr && index < result->overview.components(part);
+  Kessel::fill(component, size,
+               is_there ? result->overview.component(part, index) : kessel_component());
+  return is_there ? 1 : 0;
+}
+
+int kessel_line_at(const kessel_result* result, std::size_t part, std::size_t index,
+                   kessel_line* line, std::size_t size) {
+  const bool is_there = result != nullptr && index < result->overview.lines(part);
+  Kessel::fill(line, size, is_there ? result->overview.line(part, index) : kessel_line());
+  return is_there ? 1 : 0;
 }
 
 std::size_t kessel_finding_count(const kessel_result* result) {

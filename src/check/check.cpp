@@ -9,6 +9,7 @@
 #include "external/targets.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
+#include "findings/progress_reporter.h"
 #include "instances/noting_loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
@@ -22,7 +23,7 @@ std::vector<Finding> read_and_check(std::istream& in, const std::filesystem::pat
                                     const Options& options) {
   FindingList findings;
   Instances instances;
-  NotingLoader loader(instances, options, findings);
+  NotingLoader loader(instances, options, findings, size_for_progress(in, options));
   bool is_read = true;
   try {
     load_with(in, loader, options);

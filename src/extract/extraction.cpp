@@ -2,20 +2,23 @@
 
 #include <algorithm>
 #include <numeric>
+#include <set>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 #include "encoding/utf8_path.h"
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
 #include "findings/input_file.h"
+#include "findings/progress_reporter.h"
 #include "findings/refusals.h"
 #include "instances/layout_loader.h"
 #include "instances/places.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "model/progress_reporter.h"
 #include "output/own_input.h"
 #include "output/placement_findings.h"
 #include "output/split_writer.h"
@@ -57,6 +60,11 @@ bool stands_in(const Placement& placement, Index record, const std::vector<Asked
     return std::any_of(asked.begin(), asked.end(),
                        [&](const Asked& one) { return one.file == stand.file(); });
   });
+}
+
+std::string elsewhere_sentence(const ExternalReference& reference, const Target& target) {
+  return std::string(reference.is_to_anchor() ? "A record" : "A shape") + " is in the file " +
+         Kessel::quoted(target.name->name) + ", which is only referred to.";
 }
 
 }  // namespace
@@ -152,29 +160,24 @@ void Extraction::warn(const Placement& placement, const std::vector<Asked>& aske
                                       [&](const Asked& one) { return one.file == warning.file; });
     if (concerns) findings.push_back(finding_for(in_, instances_, warning));
   }
+  std::set<fs::path> told;
   for (const ExternalReference& reference : references_) {
     if (!stands_in(placement, reference.document, asked)) continue;
     const Target target = find_target(from_, reference);
-    if (target.is_there) continue;
-    findings.push_back(warning_at(in_, instances_, reference.document, FindingKind::missing_target,
-                                  missing_target_sentence(target.name->name)));
+    if (target.is_there && !told.insert(target.path).second) continue;
+    const auto [kind, sentence] =
+        target.is_there
+            ? std::pair(FindingKind::shape_elsewhere, elsewhere_sentence(reference, target))
+            : std::pair(FindingKind::missing_target, missing_target_sentence(target.name->name));
+    findings.push_back(warning_at(in_, instances_, reference.document, kind, sentence));
   }
   locate(in_, findings);
   for (const Finding& finding : findings) split_options_.warning(finding);
 }
 
-/// No file may take the place of one that is read, nor of one that is referred to, be that there or
-/// not: it would refer to itself.
 void Extraction::refuse_to_replace_inputs(const fs::path& out) const {
   for (const fs::path& in : inputs_) refuse_to_replace(in, out);
-  const fs::path place = without_links(out);
-  for (const ExternalReference& reference : references_) {
-    const Target target = find_target(from_, reference);
-    if (without_links(target.path) == place) {
-      throw OutputError(out, std::make_error_code(std::errc::file_exists));
-    }
-    refuse_to_replace(target.path, out);
-  }
+  refuse_to_replace_targets(from_, references_, out);
 }
 
 TextEdits Extraction::edits_for(const fs::path& out) const {

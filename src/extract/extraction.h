@@ -63,6 +63,7 @@ class Extraction {
   void warn(const Placement& placement, const std::vector<Asked>& asked);
   std::vector<FileFigures> write_pieces(const SplitToWrite& split, const std::vector<Asked>& asked);
   Placement place(FilePlan plan);
+  /// No file may take the place of one that is read, nor of one that is referred to.
   void refuse_to_replace_inputs(const std::filesystem::path& out) const;
   TextEdits edits_for(const std::filesystem::path& out) const;
   std::uint64_t shrink_into(const FreshFile& whole, FinishedFile& file) const;

@@ -64,7 +64,6 @@ constexpr KindRow KINDS[] = {
     {one_part, "one_part", warning},
     {missing_file, "missing_file", error},
     {wrong_header, "wrong_header", error},
-    {text_behind_end, "text_behind_end", error},
     {missing_record, "missing_record", error},
     {foreign_record, "foreign_record", error},
     {changed_record, "changed_record", error},
@@ -82,6 +81,7 @@ constexpr KindRow KINDS[] = {
     {unknown_component, "unknown_component", error},
     {copies_differ, "copies_differ", warning},
     {stand_in_left, "stand_in_left", warning},
+    {shape_elsewhere, "shape_elsewhere", warning},
 };
 }  // namespace Rows
 
@@ -93,7 +93,7 @@ constexpr bool rows_are_in_order() {
   for (std::size_t i = 0; i < std::size(Rows::KINDS); ++i) {
     if (Rows::KINDS[i].kind != static_cast<FindingKind>(i)) return false;
   }
-  return Rows::KINDS[std::size(Rows::KINDS) - 1].kind == FindingKind::stand_in_left;
+  return Rows::KINDS[std::size(Rows::KINDS) - 1].kind == FindingKind::shape_elsewhere;
 }
 static_assert(rows_are_in_order());
 

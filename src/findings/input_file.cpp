@@ -35,4 +35,10 @@ std::ifstream open_input(const std::filesystem::path& in) {
   return file;
 }
 
+std::uint64_t size_of_file(const std::filesystem::path& in) {
+  std::error_code unknown;
+  const std::uintmax_t size = std::filesystem::file_size(in, unknown);
+  return unknown ? 0 : size;
+}
+
 }  // namespace Kessel

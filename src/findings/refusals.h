@@ -1,6 +1,7 @@
 // What the reader says where a checked run ends.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -30,8 +31,19 @@ Finding too_long(std::uint64_t limit, std::uint64_t offset);
 Finding too_much_memory(std::uint64_t needed, std::uint64_t limit, std::uint32_t instance,
                         std::uint64_t offset);
 
-/// The records of a file need at least `needed` bytes.
-Finding records_need_memory(std::uint64_t needed, std::uint64_t limit);
+/// How far the reading of a file has come.
+struct BytesRead {
+  std::uint64_t done = 0;
+  std::uint64_t total = 0;  ///< size of the file; 0 where it is not known
+};
+
+/// The records that have been read need `needed` bytes of memory: those of a file's beginning, from
+/// which the whole is estimated, or all.
+Finding records_need_memory(std::uint64_t needed, std::uint64_t limit, const BytesRead& read = {});
+
+/// The records of a file, and of as many as were read `before` with it, are too many for a limit
+/// that holds for all.
+Finding files_need_memory(std::size_t before, std::uint64_t limit);
 
 /// There are more records than indices; the first of those is at `offset`.
 Finding too_many_records(std::uint64_t offset);

@@ -85,7 +85,7 @@ Assembly assembly_of(const InspectedFile& file, const Options& options) {
   if (!all.tops.empty()) {
     const std::vector<ProductId> named = products_with_files(all, options.assemblies);
     std::vector<std::filesystem::path> names =
-        file_names(file.instances, all, named, options.names, file.names_of_others);
+        file_names(file.instances, all, named, options.names, names_of_targets(file.references));
     for (std::size_t i = 0; i < named.size(); ++i) {
       const bool is_generated = named[i] == NO_PRODUCT;
       (is_generated ? assembly.parts.back() : assembly.parts[named[i]]).file = std::move(names[i]);

@@ -2,16 +2,16 @@
 
 #include <algorithm>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "findings/finding_kinds.h"
+#include "findings/finding_list.h"
+#include "findings/input_file.h"
 #include "findings/named_errors.h"
 #include "geometry/draw_products.h"
 #include "geometry/part_lines.h"
 #include "inspection/assembly.h"
 #include "instances/loader.h"
-#include "join/followed_input.h"
 #include "kessel/errors.h"
 
 namespace Kessel {
@@ -22,7 +22,7 @@ namespace {
   throw InputError(make_finding(FindingKind::memory_limit,
                                 "The records and their geometry need more memory than the limit "
                                 "of " +
-                                    std::to_string(limit) + " bytes."));
+                                    with_commas(limit) + " bytes."));
 }
 
 /// Keeps what geometry is read from, too.
@@ -51,13 +51,6 @@ class DrawingLoader final : public InstanceLoader {
   std::uint64_t limit_;
   FindingList* warnings_;
 };
-
-/// Bytes of the file; 0 where the system cannot say.
-std::uint64_t size_of(const std::filesystem::path& in) {
-  std::error_code unknown;
-  const std::uintmax_t size = std::filesystem::file_size(in, unknown);
-  return unknown ? 0 : size;
-}
 
 /// Bytes of what is known of the parts.
 std::uint64_t bytes_of(const Assembly& assembly) {
@@ -97,20 +90,19 @@ DrawnFile::DrawnFile(const std::filesystem::path& in, const DrawingOptions& fine
   with_named_errors(in, [&] {
     if (options.follow_references) {
       const FollowedInput whole(in, options);
-      draw(whole.path(), fineness, whole.options_for_path(), whole.names(), warnings);
+      draw(whole.path(), fineness, whole.options_for_path(), &whole, warnings);
     } else {
-      draw(in, fineness, options, {}, warnings);
+      draw(in, fineness, options, nullptr, warnings);
     }
   });
 }
 
 void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fineness,
-                     const Options& options, const std::vector<std::string>& others,
-                     FindingList* warnings) {
+                     const Options& options, const FollowedInput* whole, FindingList* warnings) {
   Geometry::GeometryRecords records(file.instances);
-  DrawingLoader loader(file.instances, records, options, size_of(in), warnings);
+  DrawingLoader loader(file.instances, records, options, size_of_file(in), warnings);
   file.read(in, options, loader);
-  file.names_of_others.insert(file.names_of_others.end(), others.begin(), others.end());
+  if (whole != nullptr) file.files = whole->files();
   drawing.assembly = assembly_of(file, options);
   const std::size_t count = file.products.products.size();
   // The products have the same texts and lists once more.

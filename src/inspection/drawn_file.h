@@ -2,6 +2,7 @@
 #pragma once
 
 #include "inspection/inspected_file.h"
+#include "join/followed_input.h"
 #include "kessel/drawing.h"
 
 namespace Kessel {
@@ -17,8 +18,9 @@ struct DrawnFile {
   Drawing drawing;
 
  private:
+  /// `whole` is what `in` is, where that is more than a file alone; else null.
   void draw(const std::filesystem::path& in, const DrawingOptions& fineness, const Options& options,
-            const std::vector<std::string>& others, FindingList* warnings);
+            const FollowedInput* whole, FindingList* warnings);
 };
 
 }  // namespace Kessel

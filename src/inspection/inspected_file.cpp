@@ -7,7 +7,6 @@
 #include "findings/input_file.h"
 #include "instances/noting_loader.h"
 #include "instances/places.h"
-#include "join/followed_input.h"
 #include "kessel/errors.h"
 
 namespace Kessel {
@@ -31,7 +30,7 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
   if (options.follow_references) {
     const FollowedInput whole(in, options);
     *this = InspectedFile(whole.path(), whole.options_for_path());
-    names_of_others = whole.names();
+    files = whole.files();
     return;
   }
   FindingList warnings;
@@ -41,18 +40,18 @@ InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& opt
 
 void InspectedFile::read(const std::filesystem::path& in, const Options& options,
                          FindingList& warnings) {
-  NotingLoader loader(instances, options, warnings);
+  NotingLoader loader(instances, options, warnings, size_of_file(in));
   read(in, options, loader);
 }
 
 void InspectedFile::read(const std::filesystem::path& in, const Options& options,
                          InstanceLoader& loader) {
+  files = {in};
   folder = folder_of_references(in, options);
   std::ifstream file = open_input(in);
   load_with(file, loader, options);
   products = find_products(instances);
   references = find_external_references(instances, products);
-  names_of_others = names_of_targets(references);
 }
 
 }  // namespace Kessel

@@ -8,6 +8,7 @@
 #include "external/external_references.h"
 #include "findings/finding_list.h"
 #include "instances/loader.h"
+#include "join/followed_input.h"
 #include "kessel/options.h"
 #include "products/products.h"
 
@@ -32,8 +33,8 @@ struct InspectedFile {
   Instances instances;
   Products products;
   std::vector<ExternalReference> references;
-  /// What the files are called that it refers to, or that were read with it, UTF-8.
-  std::vector<std::string> names_of_others;
+  /// The files that were read: the input, and those that it was read with.
+  std::vector<std::filesystem::path> files;
 };
 
 }  // namespace Kessel

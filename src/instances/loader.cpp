@@ -29,6 +29,7 @@ bool stands_in(const char* place, const std::vector<std::string_view>& texts) {
 InstanceLoader::InstanceLoader(Instances& instances, const Options& options, std::uint64_t total)
     : instances_(instances),
       reporter_(options, Stage::reading, total),
+      read_{0, total},
       memory_limit_(options.memory_limit) {}
 
 void InstanceLoader::header_entity(const Exchange::Statement& entity) {
@@ -52,7 +53,10 @@ void InstanceLoader::begin_section(Exchange::Section section, std::string_view p
   Instances& all = instances_;
   const Index index = all.size();
   if (index % Instances::BLOCK == 0) begin_block(offset);
-  if (memory_limit_ != Options::NO_LIMIT) require_memory();
+  if (memory_limit_ != Options::NO_LIMIT) {
+    read_.done = offset;
+    require_memory();
+  }
   all.types_.push_back(type);
   all.numbers_.push_back(
       static_cast<std::uint32_t>(std::min<std::uint64_t>(number, Instances::LARGE_NUMBER)));
@@ -141,7 +145,7 @@ std::uint64_t InstanceLoader::needed_memory() const {
 /// Throws where what is held, and `more` bytes, are above the limit.
 void InstanceLoader::require_memory(std::uint64_t more) const {
   const std::uint64_t needed = needed_memory() + more;
-  if (needed > memory_limit_) throw InputError(records_need_memory(needed, memory_limit_));
+  if (needed > memory_limit_) throw InputError(records_need_memory(needed, memory_limit_, read_));
 }
 
 int InstanceLoader::learn_look(TypeId type) {
@@ -155,6 +159,7 @@ int InstanceLoader::learn_look(TypeId type) {
 
 void InstanceLoader::finish(std::istream& in) {
   reporter_.report_end();
+  read_.done = read_.total;
   enter_numbers();
   resolve();
   drop_repeated(in);

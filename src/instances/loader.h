@@ -9,10 +9,11 @@
 #include <vector>
 
 #include "exchange/reader.h"
+#include "findings/progress_reporter.h"
+#include "findings/refusals.h"
 #include "instances/instances.h"
 #include "kessel/finding.h"
 #include "kessel/options.h"
-#include "model/progress_reporter.h"
 
 namespace Kessel {
 
@@ -21,7 +22,7 @@ namespace Kessel {
 class InstanceLoader : public Exchange::Listener {
  public:
   /// Fills `instances`, which must outlive it. Of the options the memory limit and the progress
-  /// matter, for which `total` is the size of the input.
+  /// matter, for both of which `total` is the size of the input.
   InstanceLoader(Instances& instances, const Options& options, std::uint64_t total = 0);
 
   /// Ends the loading: numbers become references. `in` is the input, from which records under one
@@ -66,6 +67,7 @@ class InstanceLoader : public Exchange::Listener {
 
   Instances& instances_;
   ProgressReporter reporter_;
+  BytesRead read_;
   std::uint64_t memory_limit_;
   std::uint64_t smallest_ = ~std::uint64_t{0};
   std::uint64_t largest_ = 0;

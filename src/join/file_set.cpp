@@ -84,9 +84,8 @@ std::size_t FileSet::enter(const fs::path& path, const Identity& identity) {
 }
 
 void FileSet::load(JoinedFile& file) {
+  file.bytes = size_of_file(file.path);
   std::error_code unknown;
-  file.bytes = fs::file_size(file.path, unknown);
-  if (unknown) file.bytes = 0;
   file.written = fs::last_write_time(file.path, unknown);
   Options options;
   if (options_.memory_limit != Options::NO_LIMIT) {
@@ -99,7 +98,18 @@ void FileSet::load(JoinedFile& file) {
   }
   std::ifstream in = open_input(file.path);
   MarkedLoader loader(file, following_.takes_texts, options, file.bytes);
-  load_with(in, loader, options);
+  try {
+    load_with(in, loader, options);
+  } catch (const InputError& error) {
+    if (error.finding().kind != FindingKind::memory_limit || memory_ == 0) throw;
+    throw InputError(files_need_memory(files_.size(), options_.memory_limit));
+  }
+  if (loader.text_after_end()) {
+    std::vector<Finding> found{*loader.text_after_end()};
+    locate(in, found);
+    found.front().file = file.name;
+    warnings_.push_back(found.front());
+  }
   memory_ += file.memory();
   bytes_ += file.bytes;
 }

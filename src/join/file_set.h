@@ -37,7 +37,7 @@ class FileSet {
 
   void edit(std::size_t file, TextEdits edits) { files_[file]->edits = std::move(edits); }
 
-  /// What deserves a look about the references.
+  /// What deserves a look about the references, and text behind a file's end.
   const std::vector<Finding>& warnings() const { return warnings_; }
 
  private:

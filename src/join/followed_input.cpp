@@ -55,9 +55,13 @@ void FollowedInput::join_files(const fs::path& in, const JoinOptions& options) {
   if (fresh_.error()) throw OutputError(fresh_.path(), fresh_.error());
 }
 
-std::vector<std::string> FollowedInput::names() const {
+std::vector<std::string> FollowedInput::names_in(const fs::path& folder) const {
   std::vector<std::string> names;
-  for (const fs::path& file : files_) names.push_back(utf8_of_path(file.filename()));
+  for (const fs::path& file : files_) {
+    const bool is_input = &file == &files_.front();
+    const fs::path own = is_input ? folder_of_references(file, options_) : file.parent_path();
+    if (without_links(own) == folder) names.push_back(utf8_of_path(file.filename()));
+  }
   return names;
 }
 

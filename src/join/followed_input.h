@@ -23,8 +23,8 @@ class FollowedInput {
   const std::filesystem::path& path() const { return fresh_.path(); }
   /// The files that were joined, the input's first.
   const std::vector<std::filesystem::path>& files() const { return files_; }
-  /// What they are called, without their folders, UTF-8.
-  std::vector<std::string> names() const;
+  /// What those in `folder` are called, UTF-8; it is as without_links() has it.
+  std::vector<std::string> names_in(const std::filesystem::path& folder) const;
   /// The options with which to read path() in place of the input.
   Options options_for_path() const;
 

@@ -4,6 +4,7 @@
 #include <ostream>
 #include <system_error>
 
+#include "encoding/time_stamp.h"
 #include "encoding/utf8_path.h"
 #include "findings/named_errors.h"
 #include "join/joining.h"
@@ -13,7 +14,6 @@
 #include "output/own_input.h"
 #include "shrink/shrinking.h"
 #include "split_list/split_root.h"
-#include "writer/frame.h"
 
 namespace Kessel {
 

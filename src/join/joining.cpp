@@ -5,6 +5,7 @@
 
 #include "external/repointing.h"
 #include "external/targets.h"
+#include "findings/progress_reporter.h"
 #include "instances/places.h"
 #include "join/by_marks.h"
 #include "join/by_structure.h"
@@ -12,7 +13,6 @@
 #include "join/joined_records.h"
 #include "join/joined_text.h"
 #include "join/reference_entries.h"
-#include "model/progress_reporter.h"
 
 namespace Kessel {
 

@@ -11,6 +11,10 @@ MarkedLoader::MarkedLoader(JoinedFile& file, bool takes_texts, const Options& op
       takes_texts_(takes_texts),
       texts_(file.instances) {}
 
+void MarkedLoader::warning(const Finding& finding) {
+  if (finding.kind == FindingKind::text_after_end) text_after_end_ = finding;
+}
+
 void MarkedLoader::added(Index index, const Exchange::Record& record) {
   if (!knows_split_) {
     file_.split = split_in(record.lead);

@@ -1,6 +1,7 @@
 // Loads a file that is to be joined.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "instances/loader.h"
@@ -16,6 +17,10 @@ class MarkedLoader final : public InstanceLoader {
   /// `file` and `options` must outlive it; `total` is as for InstanceLoader.
   MarkedLoader(JoinedFile& file, bool takes_texts, const Options& options, std::uint64_t total);
 
+  /// Keeps what is said of text behind the file's end, which nothing else of a result tells.
+  void warning(const Finding& finding) override;
+  const std::optional<Finding>& text_after_end() const { return text_after_end_; }
+
  private:
   void added(Index index, const Exchange::Record& record) override;
   bool is_value(TypeId type);
@@ -24,6 +29,7 @@ class MarkedLoader final : public InstanceLoader {
   const bool takes_texts_;
   Sameness::TextLoader texts_;
   bool knows_split_ = false;
+  std::optional<Finding> text_after_end_;
   std::vector<signed char> values_;  // by type: -1 not known yet
 };
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "reader/text.h"
+#include "exchange/digits.h"
 
 namespace Kessel {
 
@@ -14,7 +14,7 @@ namespace Kessel {
 class CountingNumber {
  public:
   /// Bytes from where it writes that may change.
-  static constexpr std::size_t ROOM = NUMBER_ROOM;
+  static constexpr std::size_t ROOM = Exchange::NUMBER_ROOM;
 
   CountingNumber() = default;
   explicit CountingNumber(std::uint32_t first) : next_(first) {}
@@ -34,7 +34,7 @@ class CountingNumber {
  private:
   char* spell(char* out) {
     const std::uint32_t number = next_++;
-    char* const end = write_number(out, number);
+    char* const end = Exchange::write_number(out, number);
     size_ = end - out;
     if (std::endian::native == std::endian::little && size_ <= 8) {
       std::memcpy(&digits_, out, sizeof digits_);

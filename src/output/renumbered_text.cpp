@@ -5,7 +5,7 @@
 #include <cstring>
 #include <type_traits>
 
-#include "reader/text.h"
+#include "exchange/digits.h"
 
 namespace Kessel {
 
@@ -72,7 +72,7 @@ char* renumbered_name(std::string_view digits, Reference reference, const FileNu
                       FileId file, char* out) {
   const Index record = reference.record();
   const std::uint32_t number = record == NO_RECORD ? 0 : numbers.of(record, file);
-  if (number != 0) return write_number(out, number);
+  if (number != 0) return Exchange::write_number(out, number);
   std::uint64_t missing = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), missing);
   // "#0", or more digits than any name has

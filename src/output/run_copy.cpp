@@ -1,7 +1,7 @@
 #include "output/run_copy.h"
 
+#include "exchange/digits.h"
 #include "output/renumbered_text.h"
-#include "reader/text.h"
 
 namespace Kessel {
 
@@ -44,7 +44,7 @@ inline char* RunCopy::copy_record(const Run& run, CountingNumber& number, char* 
     from = digits + place.digits;
     const Index distance = reference.record() - run.first;
     if (distance < run.end - run.first) {
-      out = write_number(out, run.number + distance);
+      out = Exchange::write_number(out, run.number + distance);
     } else {
       out = renumbered_name({digits, from}, reference, numbers_, run.file, out);
     }

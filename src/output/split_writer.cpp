@@ -4,10 +4,12 @@
 #include <optional>
 #include <unordered_map>
 
+#include "encoding/time_stamp.h"
+#include "exchange/digits.h"
 #include "exchange/reader.h"
+#include "findings/progress_reporter.h"
 #include "instances/laid_out_input.h"
 #include "kessel/encoding.h"
-#include "model/progress_reporter.h"
 #include "output/axes_off_origin.h"
 #include "output/file_frame.h"
 #include "output/file_numbers.h"
@@ -19,8 +21,6 @@
 #include "output/run_copy.h"
 #include "output/shared_lists.h"
 #include "output/text_files.h"
-#include "reader/text.h"
-#include "writer/frame.h"
 
 namespace Kessel {
 
@@ -257,7 +257,7 @@ class SplitWriter {
     files_.write(file, mark.size() + renumbering_room(rest) + FRAME, [&](char* out) {
       out = std::copy(mark.begin(), mark.end(), out);
       *out++ = '#';
-      out = write_number(out, number);
+      out = Exchange::write_number(out, number);
       out = renumbered(rest, numbers_, file, out);
       *out++ = ';';
       *out++ = '\n';

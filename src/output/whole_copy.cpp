@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <string>
 
+#include "findings/progress_reporter.h"
 #include "findings/refusals.h"
 #include "kessel/errors.h"
-#include "model/progress_reporter.h"
 #include "output/text_files.h"
 
 namespace Kessel {

@@ -1,7 +1,7 @@
 // The entry point of hosts.
 #include "kessel/picture.h"
 
-#include <system_error>
+#include <vector>
 
 #include "encoding/utf8_path.h"
 #include "extract/part_names.h"
@@ -36,23 +36,47 @@ std::string title_of(const PartInfo& part, const std::filesystem::path& in) {
   return utf8_of_path(in.stem());
 }
 
-/// The edges that are missing in what is drawn of a part.
-std::uint64_t dropped_below(const Drawing& drawing, std::size_t from) {
-  std::uint64_t dropped = 0;
+/// The part `from` and all below it, each once.
+std::vector<std::size_t> parts_below(const Drawing& drawing, std::size_t from) {
+  std::vector<std::size_t> below{from};
   std::vector<bool> is_known(drawing.parts.size());
-  std::vector<std::size_t> open{from};
   is_known[from] = true;
-  while (!open.empty()) {
-    const DrawnPart& part = drawing.parts[open.back()];
-    open.pop_back();
-    dropped += part.dropped;
-    for (const PlacedComponent& component : part.components) {
+  for (std::size_t next = 0; next < below.size(); ++next) {
+    for (const PlacedComponent& component : drawing.parts[below[next]].components) {
       if (is_known[component.part]) continue;
       is_known[component.part] = true;
-      open.push_back(component.part);
+      below.push_back(component.part);
     }
   }
-  return dropped;
+  return below;
+}
+
+/// Counts what is missing in a picture of the part `from`.
+void count_missing(const Drawing& drawing, std::size_t from, Picture& picture) {
+  for (const std::size_t part : parts_below(drawing, from)) {
+    const DrawnPart& drawn = drawing.parts[part];
+    picture.dropped += drawn.dropped;
+    const bool is_referred_to = !drawing.assembly.parts[part].external_file.empty();
+    if (is_referred_to && drawn.lines.empty() && drawn.dropped == 0) ++picture.elsewhere;
+  }
+}
+
+/// As far as they matter to reading.
+Options reading_options(const PictureOptions& options) {
+  Options reading;
+  reading.memory_limit = options.memory_limit;
+  reading.follow_references = options.follow_references;
+  reading.follow_outside = options.follow_outside;
+  reading.readable = options.readable;
+  reading.input_folder = options.input_folder;
+  reading.progress = options.progress;
+  return reading;
+}
+
+/// Refuses to replace what was read or is referred to.
+void refuse_to_replace_inputs(const InspectedFile& file, const std::filesystem::path& out) {
+  for (const std::filesystem::path& in : file.files) refuse_to_replace(in, out);
+  refuse_to_replace_targets(file.folder, file.references, out);
 }
 
 }  // namespace
@@ -60,24 +84,21 @@ std::uint64_t dropped_below(const Drawing& drawing, std::size_t from) {
 Picture draw_picture(const std::filesystem::path& in, const std::filesystem::path& out,
                      const PictureOptions& options) {
   refuse_to_replace(in, out);
-  Options reading;
-  reading.memory_limit = options.memory_limit;
-  reading.progress = options.progress;
   DrawingOptions fineness;
   fineness.tolerance = TOLERANCE;
-  const DrawnFile drawn(in, fineness, reading);
+  const DrawnFile drawn(in, fineness, reading_options(options));
+  refuse_to_replace_inputs(drawn.file, out);
   const std::size_t part = with_named_errors(in, [&] { return find_part(drawn, options.part); });
   Picture picture;
-  Sketch lines;
   if (part < drawn.drawing.parts.size()) {
     const PartInfo& info = drawn.drawing.assembly.parts[part];
     picture.record = info.record;
     picture.name = title_of(info, in);
-    picture.dropped = dropped_below(drawn.drawing, part);
+    count_missing(drawn.drawing, part, picture);
   } else {
     picture.name = title_of({}, in);  // A file without parts.
   }
-  lines = sketch(drawn.drawing, part, Projection(options.view));
+  const Sketch lines = sketch(drawn.drawing, part, Projection(options.view));
   FinishedFile file(out, options.replace);
   write_svg(lines, picture.name, file.stream());
   picture.places = lines.places;

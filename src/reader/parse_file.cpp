@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "findings/progress_reporter.h"
 #include "findings/refusals.h"
-#include "model/progress_reporter.h"
 #include "reader/header.h"
 #include "reader/record_cutter.h"
 #include "reader/record_loader.h"

@@ -11,11 +11,11 @@
 #include "exchange/comments.h"
 #include "exchange/reader.h"
 #include "findings/finding_kinds.h"
+#include "findings/progress_reporter.h"
 #include "findings/refusals.h"
 #include "instances/places.h"
 #include "instances/text_layout.h"
 #include "kessel/errors.h"
-#include "model/progress_reporter.h"
 #include "reader/record_loader.h"
 #include "reader/text.h"
 

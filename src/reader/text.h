@@ -5,9 +5,7 @@
 #include <emmintrin.h>
 #endif
 
-#include <array>
 #include <bit>
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -74,48 +72,6 @@ inline std::uint32_t read_number(const char*& p, const char* end) {
     return static_cast<std::uint32_t>(value);
   }
   return read_number_plainly(p, end);
-}
-
-/// Room that write_number() may write to, at least.
-inline constexpr std::size_t NUMBER_ROOM = 10;
-
-/// Writes `number` in decimal at `p`, where NUMBER_ROOM bytes are free. Returns the end.
-inline char* write_number_plainly(char* p, std::uint32_t number) {
-  return std::to_chars(p, p + NUMBER_ROOM, number).ptr;
-}
-
-/// The three digits of each number below a thousand, the first in the lowest byte, and above them
-/// how many bits zeros in front take.
-inline constexpr auto THREE_DIGITS = [] {
-  std::array<std::uint32_t, 1000> table{};
-  for (std::uint32_t i = 0; i < table.size(); ++i) {
-    const std::uint32_t digits = (i / 100) | (i / 10 % 10) << 8 | (i % 10) << 16;
-    const std::uint32_t zeros = i < 10 ? 2 : (i < 100 ? 1 : 0);
-    table[i] = (digits + 0x303030) | (8 * zeros) << 24;
-  }
-  return table;
-}();
-
-/// The same as write_number_plainly().
-///
-/// Fast path: a file's numbers begin at 1, and nearly all are below a million.
-[[gnu::always_inline]] inline char* write_number(char* p, std::uint32_t number) {
-  if (std::endian::native != std::endian::little || number >= 1'000'000) {
-    return write_number_plainly(p, number);
-  }
-  const auto put_first = [&](std::uint32_t digits) {
-    const std::uint32_t zeros = digits >> 24;
-    digits >>= zeros;
-    std::memcpy(p, &digits, sizeof digits);  // One byte more, which what follows writes over.
-    p += 3 - zeros / 8;
-  };
-  if (number < 1000) {
-    put_first(THREE_DIGITS[number]);
-    return p;
-  }
-  put_first(THREE_DIGITS[number / 1000]);
-  std::memcpy(p, &THREE_DIGITS[number % 1000], sizeof(std::uint32_t));
-  return p + 3;
 }
 
 /// The first "#" in [p, end) outside string literals, or null: none there, or an unclosed literal

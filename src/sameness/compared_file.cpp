@@ -10,9 +10,9 @@
 #include "exchange/string_value.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
+#include "findings/progress_reporter.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
-#include "model/progress_reporter.h"
 
 namespace Kessel::Sameness {
 

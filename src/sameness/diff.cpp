@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <system_error>
 
-#include "model/progress_reporter.h"
+#include "findings/progress_reporter.h"
 #include "sameness/compared_file.h"
 #include "sameness/comparison.h"
 #include "sameness/differences.h"

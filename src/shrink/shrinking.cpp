@@ -6,11 +6,11 @@
 
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
+#include "findings/progress_reporter.h"
 #include "findings/refusals.h"
 #include "instances/loader.h"
 #include "instances/places.h"
 #include "kessel/errors.h"
-#include "model/progress_reporter.h"
 #include "output/input_stamp.h"
 #include "shrink/equal_records.h"
 #include "shrink/shrunk_writer.h"

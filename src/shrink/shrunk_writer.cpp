@@ -7,9 +7,9 @@
 #include <string_view>
 
 #include "exchange/reader.h"
+#include "findings/progress_reporter.h"
 #include "findings/refusals.h"
 #include "kessel/errors.h"
-#include "model/progress_reporter.h"
 #include "output/buffered_text.h"
 
 namespace Kessel::Shrink {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "external/targets.h"
 #include "findings/named_errors.h"
 #include "join/followed_input.h"
 #include "kessel/encoding.h"
@@ -49,7 +50,10 @@ std::vector<WrittenFile> split_as_chosen(const std::filesystem::path& in,
   if (options.assemblies == AssemblyStyle::classic) return CheckedRun(in, options).write_to(outdir);
   if (!options.follow_references) return split_by_placement(in, outdir, options);
   const FollowedInput whole(in, options);
-  return split_by_placement(whole.path(), outdir, whole.options_for_path(), whole.names());
+  // Files that were read keep their names where the split goes beside them.
+  const auto& to = options.output_folder.empty() ? outdir : options.output_folder;
+  return split_by_placement(whole.path(), outdir, whole.options_for_path(),
+                            whole.names_in(without_links(to)));
 }
 
 }  // namespace

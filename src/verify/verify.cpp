@@ -47,6 +47,9 @@ class Input {
     options_.progress = [this](const Progress&) {
       if (!is_wanted_) throw NotWanted();
     };
+    options_.warning = [this](const Finding& warning) {
+      if (warning.kind == FindingKind::text_after_end) warnings_.push_back(warning);
+    };
     reading_ = std::async([this, &in] {
       auto file = std::make_unique<Sameness::ComparedFile>();
       Sameness::read_file(in, *file, options_);
@@ -67,6 +70,8 @@ class Input {
     }
     return *file_;
   }
+  /// What a split of it leaves out, once file() has returned it.
+  const std::vector<Finding>& warnings() const { return warnings_; }
   /// Whether file() has returned it.
   bool is_read() const { return file_ != nullptr; }
 
@@ -75,6 +80,7 @@ class Input {
 
   Options options_;
   std::unique_ptr<Sameness::ComparedFile> file_;
+  std::vector<Finding> warnings_;
   std::atomic<bool> is_wanted_ = true;
   std::future<std::unique_ptr<Sameness::ComparedFile>> reading_;  // ends first
 };
@@ -146,7 +152,7 @@ class SplitCheck {
       check_references(i);
     }
     for (Finding& doubt : joining_->doubts()) {
-      doubt.severity = Severity::error;
+      if (doubt.kind != FindingKind::text_after_end) doubt.severity = Severity::error;
       findings_.begin_file(doubt.file);
       findings_.add(std::move(doubt));
     }
@@ -222,6 +228,8 @@ class SplitCheck {
       return bodies(record);
     };
     const Sameness::ComparedFile& input = input_.file();
+    findings_.begin_file("");
+    for (const Finding& warning : input_.warnings()) findings_.add(warning);
     const Difference difference = Sameness::compare_files(
         input, Sameness::body_reader(in_, input.instances), joined, body_of_joined, options_);
     if (difference.is_same) return;

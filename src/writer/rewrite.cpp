@@ -5,6 +5,7 @@
 #include <span>
 #include <utility>
 
+#include "exchange/digits.h"
 #include "exchange/lexer.h"
 #include "reader/references.h"
 #include "reader/text.h"
@@ -14,8 +15,8 @@ namespace Kessel {
 namespace {
 
 void append_number(std::string& out, std::uint32_t number) {
-  char digits[NUMBER_ROOM];
-  out.append(digits, write_number(digits, number));
+  char digits[Exchange::NUMBER_ROOM];
+  out.append(digits, Exchange::write_number(digits, number));
 }
 
 /// The instance's number in `part`'s file, 0 when the part does not hold it.
@@ -55,7 +56,7 @@ class Rewriter {
   void put_number(const TextReference& reference, std::uint32_t number) {
     copy_up_to(text_ + reference.begin);
     copied_ = text_ + reference.end;
-    end_ = write_number(end_, number);
+    end_ = Exchange::write_number(end_, number);
   }
 
   /// Writes the text up to `reference`, and what becomes of it.
@@ -150,7 +151,7 @@ void find_all_references(std::string_view text, std::vector<TextReference>& foun
 }
 
 std::size_t rewriting_room(std::string_view text, const std::vector<TextReference>& references) {
-  return text.size() + references.size() * NUMBER_ROOM;
+  return text.size() + references.size() * Exchange::NUMBER_ROOM;
 }
 
 char* rewrite_references(std::string_view text, const std::vector<TextReference>& references,
@@ -170,7 +171,7 @@ char* rewrite_record(std::string_view record, const std::vector<TextReference>& 
 
 std::size_t rewriting_room(const LaidOutInput& input, std::size_t names) {
   const auto size = static_cast<std::size_t>(input.end() - input.digits()) + 1;
-  return size + (1 + names) * NUMBER_ROOM + PIECE_BLOCK;
+  return size + (1 + names) * Exchange::NUMBER_ROOM + PIECE_BLOCK;
 }
 
 char* rewrite_record(LaidOutInput& input, std::uint32_t own_number,
@@ -179,7 +180,7 @@ char* rewrite_record(LaidOutInput& input, std::uint32_t own_number,
   const auto put_number = [&](const char* begin, const char* end, std::uint32_t number) {
     while (*begin == '0') ++begin;  // Zeros in front of a number stay.
     out = copy_piece(copied, static_cast<std::size_t>(begin - copied), out);
-    out = write_number(out, number);
+    out = Exchange::write_number(out, number);
     copied = end;
   };
   put_number(input.digits(), input.behind_number(), own_number);
@@ -194,7 +195,7 @@ char* rewrite_record(LaidOutInput& input, std::uint32_t own_number,
 
 std::size_t rewriting_room(std::string_view record) {
   // A reference of two bytes, "#1", becomes as many as "#4294967295" has; an odd byte is text.
-  constexpr std::size_t LONGEST_REFERENCE = 1 + NUMBER_ROOM;
+  constexpr std::size_t LONGEST_REFERENCE = 1 + Exchange::NUMBER_ROOM;
   return (record.size() + 1) / 2 * LONGEST_REFERENCE + PIECE_BLOCK;
 }
 

@@ -12,17 +12,18 @@
 #include <vector>
 
 #include "encoding/string_body.h"
+#include "encoding/time_stamp.h"
 #include "exchange/comments.h"
+#include "findings/progress_reporter.h"
 #include "findings/refusals.h"
 #include "instances/laid_out_input.h"
 #include "kessel/encoding.h"
 #include "kessel/errors.h"
-#include "model/progress_reporter.h"
 #include "model/slots.h"
 #include "reader/record_cutter.h"
 #include "structure/reachability.h"
 #include "writer/external_reference.h"
-#include "writer/frame.h"
+#include "writer/file_header.h"
 #include "writer/gathered_output.h"
 #include "writer/rewrite.h"
 

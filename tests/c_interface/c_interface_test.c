@@ -588,7 +588,7 @@ static void extracting(void) {
   options.progress = cancel_at_once;
   remove("one.stp");
   expect_extracted("bolt", &options, KESSEL_CANCELLED, "The extraction was cancelled.", 0);
-  expect_extracted("screw", NULL, KESSEL_BAD_ARGUMENT, 
+  expect_extracted("screw", NULL, KESSEL_BAD_ARGUMENT,
                    ASSEMBLY ": There is no part called \"screw\".", 0);
   expect_extracted(NULL, NULL, KESSEL_BAD_ARGUMENT, "The name of the part is missing.", 0);
   expect_extracted("bolt", NULL, KESSEL_DONE, "", 1);
@@ -642,6 +642,15 @@ static void extract_with(const char* out, uint64_t flags, enum kessel_status sta
   kessel_free(result);
 }
 
+static void picture_with(const char* out, uint64_t flags, enum kessel_status status) {
+  struct kessel_options options = default_options();
+  kessel_result* result;
+  options.flags = flags;
+  result = kessel_picture("in/in.stp", NULL, KESSEL_VIEW_TOP, out, &options);
+  EXPECT(kessel_status_of(result) == status);
+  kessel_free(result);
+}
+
 /* What becomes of files that the input refers to: "box" of a "lid", whose shape is in lid.stp. */
 static void references(void) {
   const char* const assembly =
@@ -653,30 +662,41 @@ static void references(void) {
   const uint64_t other = KESSEL_FOLLOW_REFERENCES | KESSEL_FOLLOW_OUTSIDE;
   mkdir("in", 0777);
   write_product("in/in.stp", "box", assembly);
-  write_product("in/lid.stp", "lid", "");
+  write_product("in/lid.stp", "lid",
+                "#17=GEOMETRICALLY_BOUNDED_WIREFRAME_SHAPE_REPRESENTATION('',(#18),#16);\n"
+                "#18=GEOMETRIC_CURVE_SET('',(#19));\n#19=POLYLINE('',(#20,#21));\n"
+                "#20=CARTESIAN_POINT('',(0.,0.,0.));\n#21=CARTESIAN_POINT('',(1.,0.,0.));\n"
+                "#22=SHAPE_DEFINITION_REPRESENTATION(#13,#17);\n");
   EXPECT(split_with("keep", 0, KESSEL_DONE) == 2);
   EXPECT(holds("keep/lid (2).stp", "=DOCUMENT_FILE('../in/lid.stp',"));
   EXPECT(split_with("copy", KESSEL_COPY_REFERENCES, KESSEL_DONE) == 3);
   EXPECT(holds("copy/lid (2).stp", "=DOCUMENT_FILE('lid.stp',"));
   EXPECT(holds("copy/lid.stp", "SHAPE_REPRESENTATION"));
   EXPECT(split_with("follow", KESSEL_FOLLOW_REFERENCES, KESSEL_DONE) == 2);
-  EXPECT(holds("follow/lid (2).stp", "SHAPE_REPRESENTATION"));
-  EXPECT(!holds("follow/lid (2).stp", "DOCUMENT_FILE"));
+  EXPECT(holds("follow/lid.stp", "SHAPE_REPRESENTATION"));
+  EXPECT(!holds("follow/lid.stp", "DOCUMENT_FILE"));
   extract_with("kept.stp", 0, KESSEL_DONE);
   EXPECT(holds("kept.stp", "=DOCUMENT_FILE('in/lid.stp',"));
   extract_with("followed.stp", KESSEL_FOLLOW_REFERENCES | KESSEL_SHRINK, KESSEL_DONE);
   EXPECT(holds("followed.stp", "SHAPE_REPRESENTATION"));
+  picture_with("kept.svg", 0, KESSEL_DONE);
+  EXPECT(!holds("kept.svg", "<path "));
+  picture_with("followed.svg", KESSEL_FOLLOW_REFERENCES, KESSEL_DONE);
+  EXPECT(holds("followed.svg", "<path "));
   /* The same with the file outside of the input's folder. */
   EXPECT(rename("in/lid.stp", "lid.stp") == 0);
   EXPECT(symlink("../lid.stp", "in/lid.stp") == 0);
   EXPECT(split_with("no", KESSEL_FOLLOW_REFERENCES, KESSEL_INPUT_ERROR) == 0);
   EXPECT(split_with("no", KESSEL_COPY_REFERENCES, KESSEL_INPUT_ERROR) == 0);
   extract_with("no.stp", KESSEL_FOLLOW_REFERENCES, KESSEL_INPUT_ERROR);
-  EXPECT(access("no", F_OK) != 0 && access("no.stp", F_OK) != 0);
+  picture_with("no.svg", KESSEL_FOLLOW_REFERENCES, KESSEL_INPUT_ERROR);
+  EXPECT(access("no", F_OK) != 0 && access("no.stp", F_OK) != 0 && access("no.svg", F_OK) != 0);
   EXPECT(split_with("outside", other, KESSEL_DONE) == 2);
-  EXPECT(holds("outside/lid (2).stp", "SHAPE_REPRESENTATION"));
+  EXPECT(holds("outside/lid.stp", "SHAPE_REPRESENTATION"));
   extract_with("outside.stp", other, KESSEL_DONE);
   EXPECT(holds("outside.stp", "SHAPE_REPRESENTATION"));
+  picture_with("outside.svg", other, KESSEL_DONE);
+  EXPECT(holds("outside.svg", "<path "));
 }
 
 /* Draws into "one.svg" and expects how that ended. */
@@ -702,6 +722,172 @@ static void drawing(void) {
   expect_drawn(NULL, 4, NULL, KESSEL_BAD_ARGUMENT, "There is no such view.");
   expect_drawn(NULL, KESSEL_VIEW_ISOMETRIC, NULL, KESSEL_DONE, "");
   expect_drawn("bolt", KESSEL_VIEW_RIGHT, NULL, KESSEL_DONE, "");
+}
+
+/* What makes a "box" of two lids: nobody knows where the first is, the second is turned and moved.
+   Their line is red, and a record is missing. */
+static const char* const BOX_OF_LIDS =
+    "#20=PRODUCT_DEFINITION('d','',#22,$);\n#21=PRODUCT('L\\X2\\00FC\\X0\\d','lid','flat',());\n"
+    "#22=PRODUCT_DEFINITION_FORMATION('','',#21);\n#23=PRODUCT_DEFINITION_SHAPE('','',#20);\n"
+    "#24=SHAPE_DEFINITION_REPRESENTATION(#23,#25);\n"
+    "#25=GEOMETRICALLY_BOUNDED_WIREFRAME_SHAPE_REPRESENTATION('',(#26,#40),#27);\n"
+    "#26=GEOMETRIC_CURVE_SET('',(#28));\n"
+    "#27=(GEOMETRIC_REPRESENTATION_CONTEXT(3)GLOBAL_UNIT_ASSIGNED_CONTEXT((#29))"
+    "REPRESENTATION_CONTEXT('',''));\n"
+    "#28=POLYLINE('',(#30,#31,#32));\n#29=(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.METRE.));\n"
+    "#30=CARTESIAN_POINT('',(0.,0.,0.));\n#31=CARTESIAN_POINT('',(2.,0.,0.));\n"
+    "#32=CARTESIAN_POINT('',(2.,1.,0.));\n#33=DIRECTION('',(0.,0.,1.));\n"
+    "#34=DIRECTION('',(0.,1.,0.));\n#35=CARTESIAN_POINT('',(10.,0.,0.));\n"
+    "#36=AXIS2_PLACEMENT_3D('',#35,#33,#34);\n"
+    "#40=AXIS2_PLACEMENT_3D('',#30,$,$);\n"
+    "#41=NEXT_ASSEMBLY_USAGE_OCCURRENCE('1','','',#10,#20,$);\n"
+    "#42=NEXT_ASSEMBLY_USAGE_OCCURRENCE('2','','',#10,#20,$);\n"
+    "#43=PRODUCT_DEFINITION_SHAPE('','',#42);\n"
+    "#44=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#45,#43);\n"
+    "#45=(REPRESENTATION_RELATIONSHIP('','',#25,#15)"
+    "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#46)SHAPE_REPRESENTATION_RELATIONSHIP());\n"
+    "#46=ITEM_DEFINED_TRANSFORMATION('','',#40,#36);\n"
+    "#50=STYLED_ITEM('',(#51),#28);\n#51=PRESENTATION_STYLE_ASSIGNMENT((#52));\n"
+    "#52=CURVE_STYLE('',$,$,#53);\n#53=COLOUR_RGB('',1.,0.,0.);\n#54=A(#99);\n";
+
+static void expect_components(kessel_result* result, int is_drawn) {
+  struct kessel_component component;
+  const double turned[] = {0, -1, 0, 10, 1, 0, 0, 0, 0, 0, 1, 0};
+  EXPECT(kessel_component_at(result, 0, 0, &component, sizeof component) == 1);
+  EXPECT(component.part == 1 && component.closes_cycle == 0);
+  EXPECT(component.usage == (is_drawn ? 41 : 0) && component.is_placed == 0);
+  EXPECT(kessel_component_at(result, 0, 1, &component, sizeof component) == 1);
+  EXPECT(component.part == 1 && component.is_hidden == 0);
+  if (is_drawn) {
+    EXPECT(component.usage == 42 && component.is_placed == 1 && component.colour == -1);
+    EXPECT(memcmp(component.matrix, turned, sizeof turned) == 0);
+  }
+  EXPECT(kessel_component_at(result, 0, 2, &component, sizeof component) == 0);
+  EXPECT(component.part == 0 && component.usage == 0);
+  EXPECT(kessel_component_at(result, 1, 0, &component, sizeof component) == 0);
+  EXPECT(kessel_component_at(result, 2, 0, &component, sizeof component) == 0);
+  EXPECT(kessel_component_at(result, 0, 0, NULL, sizeof component) == 1);
+}
+
+static void expect_summary(kessel_result* result, int is_drawn) {
+  struct kessel_summary summary;
+  EXPECT(kessel_summary_of(result, &summary, sizeof summary) == 1);
+  EXPECT(summary.records == 36 && summary.bytes > 1000);
+  EXPECT(summary.parts == 1 && summary.assemblies == 1 && summary.assemblies_with_bodies == 0);
+  EXPECT(summary.depth == 2 && summary.root == 0 && summary.is_drawn == is_drawn);
+  EXPECT_TEXT(summary.schema, "AUTOMOTIVE_DESIGN");
+  EXPECT_TEXT(summary.name, "");
+  EXPECT_TEXT(summary.author, "");
+  EXPECT_TEXT(summary.length_unit, "millimetre");
+  EXPECT(summary.length_unit_metres == 0.001);
+  EXPECT(kessel_summary_of(result, NULL, sizeof summary) == 1);
+}
+
+static void expect_lid(kessel_result* result, int is_drawn) {
+  struct kessel_part part;
+  const double points[] = {0, 0, 0, 2, 0, 0, 2, 1, 0};
+  struct kessel_line line;
+  EXPECT(kessel_part_at(result, 1, &part, sizeof part) == 1);
+  EXPECT(part.record == 20 && part.role == KESSEL_PART && part.total == 2);
+  EXPECT_TEXT(part.id,
+              "L\xC3\xBC"
+              "d");
+  EXPECT_TEXT(part.name, "lid");
+  EXPECT_TEXT(part.description, "flat");
+  EXPECT_TEXT(part.file, "lid.stp");
+  EXPECT_TEXT(part.external_file, "");
+  EXPECT_TEXT(part.unit, is_drawn ? "millimetre" : "");
+  EXPECT(part.components == 0 && part.dropped == 0);
+  EXPECT(part.lines == (is_drawn ? 1 : 0) && part.has_box == is_drawn);
+  EXPECT(part.unit_metres == (is_drawn ? 0.001 : 0) && part.high[0] == (is_drawn ? 2 : 0));
+  EXPECT(kessel_line_at(result, 1, 0, &line, sizeof line) == is_drawn);
+  EXPECT(line.count == (is_drawn ? 3 : 0));
+  if (is_drawn) {
+    EXPECT(line.record == 28 && line.colour == 0xFF0000);
+    EXPECT(memcmp(line.points, points, sizeof points) == 0);
+  }
+  EXPECT(kessel_line_at(result, 1, 1, &line, sizeof line) == 0 && line.points == NULL);
+  EXPECT(kessel_line_at(result, 2, 0, &line, sizeof line) == 0);
+  EXPECT(kessel_part_at(result, 2, &part, sizeof part) == 0 && part.name == NULL);
+}
+
+static void overview(void) {
+  int is_drawn;
+  struct kessel_options options = default_options();
+  write_product("box.stp", "box", BOX_OF_LIDS);
+  for (is_drawn = 0; is_drawn <= 1; ++is_drawn) {
+    struct kessel_part part;
+    struct kessel_finding finding;
+    kessel_result* result;
+    options.flags = is_drawn ? KESSEL_DRAW : 0;
+    result = kessel_overview("box.stp", &options);
+    EXPECT(kessel_status_of(result) == KESSEL_DONE);
+    EXPECT(kessel_file_count(result) == 0);
+    EXPECT(kessel_part_count(result) == 2);
+    expect_summary(result, is_drawn);
+    EXPECT(kessel_part_at(result, 0, &part, sizeof part) == 1);
+    EXPECT(part.role == KESSEL_ASSEMBLY && part.components == 2 && part.lines == 0);
+    /* With all components, at their places. */
+    EXPECT(part.low[0] == 0 && part.high[0] == (is_drawn ? 10 : 0));
+    EXPECT(part.high[1] == (is_drawn ? 2 : 0));
+    expect_lid(result, is_drawn);
+    expect_components(result, is_drawn);
+    EXPECT(kessel_finding_count(result) == 1);
+    EXPECT(kessel_finding_at(result, 0, &finding, sizeof finding) == 1);
+    EXPECT_TEXT(finding.kind, "missing_instance");
+    kessel_free(result);
+  }
+}
+
+static void overview_failures(void) {
+  struct kessel_part part;
+  struct kessel_summary summary;
+  struct kessel_options options = default_options();
+  kessel_result* result = kessel_overview("missing.stp", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_INPUT_ERROR);
+  EXPECT(kessel_part_count(result) == 0 && kessel_finding_count(result) == 0);
+  EXPECT(kessel_summary_of(result, &summary, sizeof summary) == 0 && summary.name == NULL);
+  EXPECT(kessel_part_at(result, 0, &part, sizeof part) == 0 && part.name == NULL);
+  kessel_free(result);
+  options.progress = cancel_at_once;
+  result = kessel_overview(ASSEMBLY, &options);
+  EXPECT(kessel_status_of(result) == KESSEL_CANCELLED);
+  EXPECT_TEXT(kessel_error_of(result), "The reading was cancelled.");
+  kessel_free(result);
+  result = kessel_overview(NULL, NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_BAD_ARGUMENT);
+  kessel_free(result);
+  write_file("none.stp", "#1=A();\n");
+  result = kessel_overview("none.stp", NULL);
+  EXPECT(kessel_summary_of(result, &summary, sizeof summary) == 1);
+  EXPECT(summary.root == SIZE_MAX && summary.depth == 0 && kessel_part_count(result) == 0);
+  EXPECT_TEXT(summary.length_unit, "");
+  kessel_free(result);
+  EXPECT(kessel_summary_of(NULL, &summary, sizeof summary) == 0);
+  EXPECT(kessel_part_count(NULL) == 0);
+  EXPECT(kessel_component_at(NULL, 0, 0, NULL, 0) == 0 && kessel_line_at(NULL, 0, 0, NULL, 0) == 0);
+}
+
+static void checking(void) {
+  struct kessel_finding row;
+  kessel_result* result = kessel_check(ASSEMBLY, NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE && kessel_finding_count(result) == 0);
+  kessel_free(result);
+  write_file("bad.stp", "#1=A(#2);\n");
+  result = kessel_check("bad.stp", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE && kessel_finding_count(result) == 2);
+  EXPECT(kessel_finding_at(result, 0, &row, sizeof row) == 1);
+  EXPECT_TEXT(row.kind, "no_part");
+  EXPECT(kessel_finding_at(result, 1, &row, sizeof row) == 1);
+  EXPECT(row.line == 8 && row.column == 1 && row.instance == 1);
+  EXPECT_TEXT(row.file, "");
+  kessel_free(result);
+  result = kessel_check("missing.stp", NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_DONE && kessel_finding_count(result) == 1);
+  kessel_free(result);
+  result = kessel_check(NULL, NULL);
+  EXPECT(kessel_status_of(result) == KESSEL_BAD_ARGUMENT);
+  kessel_free(result);
 }
 
 static void null_arguments(void) {
@@ -744,6 +930,9 @@ static const struct {
     {"older_options", older_options},
     {"newer_options", newer_options},
     {"comparing", comparing},
+    {"overview", overview},
+    {"overview_failures", overview_failures},
+    {"checking", checking},
     {"null_arguments", null_arguments},
     {"out_of_memory", out_of_memory},
 };

@@ -46,7 +46,7 @@ TEST(Documentation, ReferenceBlockStandsInTheFileThatThePageNames) {
   EXPECT_EQ(run_velkstep(words).exit_code, 0);
   const std::string block = block_in(page, "/*~*/#78=DOCUMENT_TYPE");
   EXPECT_EQ(std::count(block.begin(), block.end(), '\n'), 16);
-  EXPECT_NE(read_file("parts/Arm.stp").find(block), std::string::npos) << block;
+  EXPECT_NE(read_file("lamp/Arm.stp").find(block), std::string::npos) << block;
 }
 
 /// A list without what is another one in each run, and without what stands between its ends.

@@ -20,7 +20,7 @@ using testing::MatchesRegex;
 
 /// "LIMIT" stands for the limit in bytes.
 std::string sentence(const std::string& limit) {
-  return "With instance #4294967295 the records need at least [0-9]+ bytes of memory, and the "
+  return "With instance #4294967295 the records up to here need [0-9,]+ bytes of memory, and the "
          "limit is " +
          limit + "\\.";
 }
@@ -52,14 +52,14 @@ TEST_F(MemoryLimitOption, SplitAndReportRefuseTheInputAndLeaveTheFolderAsItWas) 
       EXPECT_EQ(run.exit_code, 1);
       EXPECT_EQ(run.out, "");
       EXPECT_THAT(run.errors,
-                  MatchesRegex("velkstep: in.stp:20:1: " + sentence("8000000") + ADVICE + "\n"));
+                  MatchesRegex("velkstep: in.stp:20:1: " + sentence("8,000,000") + ADVICE + "\n"));
       EXPECT_EQ(tree_of(folder_.path()), before);
       // The columns of the other styles hold any number, but not any name.
       const ProcessRun nested = with_limit("1kB", {command, "in.stp", outdir});
       EXPECT_EQ(nested.exit_code, 1);
       EXPECT_EQ(nested.out, "");
       EXPECT_THAT(nested.errors,
-                  MatchesRegex("velkstep: in.stp.*: .* limit is 1000\\." + ADVICE + "\n"));
+                  MatchesRegex("velkstep: in.stp.*: .* limit is 1,000[.;].*" + ADVICE + "\n"));
       EXPECT_EQ(tree_of(folder_.path()), before);
     }
   }
@@ -84,8 +84,8 @@ TEST_F(MemoryLimitOption, CheckRefusesWhatNeedsMore) {
   EXPECT_EQ(refused.exit_code, 1);
   EXPECT_EQ(refused.errors, "");
   EXPECT_THAT(refused.out,
-              MatchesRegex("names.stp: error: The records need at least [0-9]+ bytes of "
-                           "memory, and the limit is 8000000\\." +
+              MatchesRegex("names.stp: error: The records need at least 9,00[0-9],[0-9]+ bytes of "
+                           "memory, and the limit is 8,000,000\\." +
                            ADVICE + "\n"));
   EXPECT_EQ(with_limit("10MB", {"check", "names.stp"}).out,
             run_velkstep({"check", "names.stp"}).out);
@@ -98,11 +98,11 @@ TEST_F(MemoryLimitOption, VerifyAndJoinRefuseTheSame) {
   const ProcessRun refused = with_limit("1kB", {"verify", "in.stp", "out"});
   EXPECT_EQ(refused.exit_code, 1);
   EXPECT_EQ(refused.errors, "");
-  EXPECT_THAT(refused.out, MatchesRegex("out/in.stp.* error: .*limit is 1000\\..*\n"));
+  EXPECT_THAT(refused.out, MatchesRegex("out/in.stp.* error: .*limit is 1,000[.;].*\n"));
   EXPECT_EQ(with_limit("900MB", {"verify", "in.stp", "out"}).exit_code, 0);
   const ProcessRun joined = with_limit("1kB", {"join", "in.stp", "-o", "one.stp"});
   EXPECT_EQ(joined.exit_code, 1);
-  EXPECT_THAT(joined.errors, MatchesRegex("velkstep: in.stp.*limit is 1000\\..*\n"));
+  EXPECT_THAT(joined.errors, MatchesRegex("velkstep: in.stp.*limit is 1,000[.;].*\n"));
   EXPECT_FALSE(fs::exists("one.stp"));
 }
 
@@ -111,12 +111,18 @@ TEST_F(MemoryLimitOption, SizesMayHaveUnits) {
   const struct {
     const char* size;
     const char* bytes;
-  } CASES[] = {{"1", "1"},          {"8000000", "8000000"}, {"8000000b", "8000000"},
-               {"7MB", "7000000"},  {"7 MB", "7000000"},    {"7m", "7000000"},
-               {"7MiB", "7340032"}, {"7000kB", "7000000"},  {"7000ki", "7168000"}};
+  } CASES[] = {{"1", "1"},
+               {"8000000", "8,000,000"},
+               {"8000000b", "8,000,000"},
+               {"7MB", "7,000,000"},
+               {"7 MB", "7,000,000"},
+               {"7m", "7,000,000"},
+               {"7MiB", "7,340,032"},
+               {"7000kB", "7,000,000"},
+               {"7000ki", "7,168,000"}};
   for (const auto& row : CASES) {
     EXPECT_THAT(with_limit(row.size, {"check", "names.stp"}).out,
-                MatchesRegex(".*limit is " + std::string(row.bytes) + "\\." + ADVICE + "\n"))
+                MatchesRegex(".*limit is " + std::string(row.bytes) + "[.;].*" + ADVICE + "\n"))
         << row.size;
   }
   for (const char* const enough : {"2GiB", "1TB", "15EiB", "9999999999999999999"}) {

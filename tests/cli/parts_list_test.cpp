@@ -26,7 +26,7 @@ TEST(PartsList, ExampleInColumns) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors, "");
   EXPECT_EQ(run.out,
-            "Quantity  Name           Id             Kind  Record  File\n"
+            "Quantity  Name           Id             Kind  Number  File\n"
             "       5  Pivot pin      Pivot pin      part  #111    Pivot pin.stp\n"
             "       4  Rubber foot    Rubber foot    part  #189    Rubber foot.stp\n"
             "       1  Base           Base           part  #292    Base.stp\n"
@@ -43,7 +43,7 @@ TEST(PartsList, ColumnsLineUpWhateverTheCharactersTake) {
   EXPECT_EQ(list_of(product(1, "'','root',''") + product(11, "'x','\\X2\\30CD30B8\\X0\\',''") +
                     product(21, "'y','\\X2\\00E4\\X0\\bc',''") + product(31, "'z','e\xCC\x81',''") +
                     usage(40, 3, 13) + usage(41, 3, 23) + usage(42, 3, 33)),
-            "Quantity  Name  Id  Kind  Record  File\n"
+            "Quantity  Name  Id  Kind  Number  File\n"
             "       1  ネジ  x   part  #13     U30CDU30B8.stp\n"
             "       1  äbc   y   part  #23     abc.stp\n"
             "       1  e\xCC\x81     z   part  #33     e.stp\n");
@@ -54,7 +54,7 @@ TEST(PartsList, AssembliesAreListedWhereTheyHaveBodies) {
       list_of(product(1, "'a','a',''") + product(11, "'b','b',''") + product(21, "'c','c',''") +
               product(31, "'d','d',''") + usage(41, 3, 13) + usage(42, 3, 13) + usage(43, 13, 23) +
               usage(44, 13, 33) + usage(45, 33, 23) + shape(50, 13, true)),
-      "Quantity  Name  Id  Kind                  Record  File\n"
+      "Quantity  Name  Id  Kind                  Number  File\n"
       "       2  b     b   assembly with bodies  #13     b.stp\n"
       "       4  c     c   part                  #23     c.stp\n");
 }
@@ -67,10 +67,10 @@ TEST(PartsList, TotalThatIsTooLargeSaysSo) {
     records += usage(1001 + 2 * i, 10 * i + 3, 10 * i + 13);
   }
   EXPECT_EQ(list_of(records),
-            "              Quantity  Name  Id  Kind  Record  File\n"
+            "              Quantity  Name  Id  Kind  Number  File\n"
             "≥ 18446744073709551615  p     p   part  #643    p (65).stp\n");
   EXPECT_EQ(list_of(records, {"--csv"}),
-            "quantity,name,id,kind,record,file\r\n"
+            "quantity,name,id,kind,number,file\r\n"
             "18446744073709551615,p,p,part,643,p (65).stp\r\n");
 }
 
@@ -79,11 +79,11 @@ TEST(PartsList, ValuesHaveTheColumnsOfTheTable) {
                               product(21, "'y,1','',''") + usage(30, 3, 13) + usage(31, 3, 23) +
                               usage(32, 3, 23);
   EXPECT_EQ(list_of(records),
-            "Quantity  Name     Id   Kind  Record  File\n"
+            "Quantity  Name     Id   Kind  Number  File\n"
             "       1  6\" pipe  1,5  part  #13     6_ pipe.stp\n"
             "       2  y,1      y,1  part  #23     y,1.stp\n");
   EXPECT_EQ(list_of(records, {"--csv"}),
-            "quantity,name,id,kind,record,file\r\n"
+            "quantity,name,id,kind,number,file\r\n"
             "1,\"6\"\" pipe\",\"1,5\",part,13,6_ pipe.stp\r\n"
             "2,\"y,1\",\"y,1\",part,23,\"y,1.stp\"\r\n");
 }
@@ -94,7 +94,7 @@ TEST(PartsList, SortsAndMergesNothing) {
                               product(21, "'2','Axle',''") + product(31, "'1','bolt',''") +
                               usage(40, 3, 13) + usage(41, 3, 23) + usage(42, 3, 33) +
                               usage(43, 3, 33);
-  const std::string heading = "Quantity  Name  Id  Kind  Record  File\n";
+  const std::string heading = "Quantity  Name  Id  Kind  Number  File\n";
   const std::string bolt = "       1  bolt  3   part  #13     bolt.stp\n";
   const std::string axle = "       1  Axle  2   part  #23     Axle.stp\n";
   const std::string bolts = "       2  bolt  1   part  #33     bolt (2).stp\n";
@@ -103,7 +103,7 @@ TEST(PartsList, SortsAndMergesNothing) {
   EXPECT_EQ(list_of(records, {"--sort=name"}), heading + axle + bolt + bolts);
   EXPECT_EQ(list_of(records, {"--sort=quantity"}), heading + bolts + axle + bolt);
   EXPECT_EQ(list_of(records, {"--sort=quantity", "--csv"}),
-            "quantity,name,id,kind,record,file\r\n"
+            "quantity,name,id,kind,number,file\r\n"
             "2,bolt,1,part,33,bolt (2).stp\r\n"
             "1,Axle,2,part,23,Axle.stp\r\n"
             "1,bolt,3,part,13,bolt.stp\r\n");
@@ -113,9 +113,9 @@ TEST(PartsList, FileWithoutPartsHasTheHeadingsAlone) {
   const ScratchFolder folder;
   folder.write("in.stp", exchange_file(""));
   EXPECT_EQ(run_velkstep({"tree", "--bom", "in.stp"}).out,
-            "Quantity  Name  Id  Kind  Record  File\n");
+            "Quantity  Name  Id  Kind  Number  File\n");
   EXPECT_EQ(run_velkstep({"tree", "--bom", "--csv", "in.stp"}).out,
-            "quantity,name,id,kind,record,file\r\n");
+            "quantity,name,id,kind,number,file\r\n");
 }
 
 TEST(PartsListSizes, StandBehindTheOtherColumns) {
@@ -125,7 +125,7 @@ TEST(PartsListSizes, StandBehindTheOtherColumns) {
   EXPECT_NE(text.out.find("  240 "), std::string::npos);
   EXPECT_NE(text.out.find("  millimetre\n"), std::string::npos);
   const ProcessRun csv = run_velkstep({"tree", "--bom", "--csv", "--sizes", VELKSTEP_EXAMPLE});
-  EXPECT_TRUE(csv.out.starts_with("quantity,name,id,kind,record,file,x,y,z,unit\r\n"));
+  EXPECT_TRUE(csv.out.starts_with("quantity,name,id,kind,number,file,x,y,z,unit\r\n"));
   EXPECT_NE(csv.out.find(",240,12,20,millimetre\r\n"), std::string::npos);
   EXPECT_NE(csv.out.find("Pivot pin.stp,20,20,12,millimetre\r\n"), std::string::npos);
   EXPECT_EQ(run_velkstep({"tree", "--sizes", VELKSTEP_EXAMPLE}).exit_code, 2);

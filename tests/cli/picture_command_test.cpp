@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -52,6 +54,7 @@ TEST_F(PictureCommand, SaysAsJsonWhatItDrew) {
                             {"lines", 16},
                             {"left_out", 0},
                             {"dropped", 0},
+                            {"elsewhere", 0},
                             {"bytes", read_file("arm.svg").size()}}));
 }
 
@@ -75,6 +78,27 @@ TEST_F(PictureCommand, RefusesWhatItCannotDraw) {
   EXPECT_EQ(run({"-o", "no/such/folder/a.svg"}).exit_code, 1);
   EXPECT_EQ(run_velkstep({"picture", "missing.stp", "-o", "a.svg"}).exit_code, 1);
   EXPECT_EQ(names_in("."), std::set<std::string>());
+}
+
+TEST_F(PictureCommand, FollowsReferencesWhereAsked) {
+  ASSERT_EQ(run_velkstep({"split", "-q", VELKSTEP_EXAMPLE, "-o", "lamp"}).exit_code, 0);
+  const std::string root = "lamp/Desk lamp.stp";
+  const ProcessRun empty = run_velkstep({"picture", root, "-o", "empty.svg"});
+  EXPECT_EQ(empty.exit_code, 0);
+  EXPECT_EQ(empty.out, "empty.svg: Desk lamp, 0 lines\n");
+  EXPECT_EQ(empty.errors,
+            "velkstep: lamp/Desk lamp.stp: the shapes of 3 parts are in other files, so empty.svg "
+            "is empty; --follow reads them, too\n");
+  EXPECT_EQ(run({"-o", "whole.svg"}).exit_code, 0);
+  ASSERT_EQ(std::system("gzip lamp/Boom.stp && mv lamp/Boom.stp.gz lamp/Boom.stp"), 0);
+  const ProcessRun followed = run_velkstep({"picture", root, "--follow", "-o", "same.svg"});
+  EXPECT_EQ(followed.errors, "");
+  EXPECT_EQ(read_file("same.svg"), read_file("whole.svg"));
+  std::filesystem::current_path("lamp");  // From which standard input sees the others.
+  const ProcessRun piped = run_velkstep({"picture", "-", "--follow", "-o", "piped.svg"},
+                                        {.standard_input = "Desk lamp.stp"});
+  EXPECT_EQ(piped.errors, "");
+  EXPECT_EQ(read_file("piped.svg"), read_file("../whole.svg"));
 }
 
 }  // namespace

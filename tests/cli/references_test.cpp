@@ -93,13 +93,30 @@ TEST_F(InputWithReferences, FollowedAsOneAssembly) {
   const ProcessRun run = run_velkstep({"split", "in/in.stp", "-o", "out", "--follow", "--json"});
   EXPECT_EQ(run.exit_code, 0) << run.errors;
   EXPECT_EQ(Json::parse(run.out)["files"].size(), 2u);
-  EXPECT_NE(read_file("out/lid (2).stp").find("MANIFOLD_SOLID_BREP('its',$)"), std::string::npos);
+  EXPECT_NE(read_file("out/lid.stp").find("MANIFOLD_SOLID_BREP('its',$)"), std::string::npos);
   EXPECT_EQ(
       run_velkstep({"split", "in/in.stp", "-o", "o", "--follow", "--copy-references"}).exit_code,
       2);
   EXPECT_EQ(
       run_velkstep({"split", "in/in.stp", "-o", "o", "--follow", "--assemblies=classic"}).exit_code,
       2);
+}
+
+TEST_F(InputWithReferences, SplitOnceMoreItsFilesAreCalledTheSame) {
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "once", "--follow"}).exit_code, 0);
+  const std::set<std::string> names = names_in("once");
+  EXPECT_TRUE(names.contains("box.stp") && names.contains("lid.stp"))
+      << testing::PrintToString(names);
+  EXPECT_EQ(run_velkstep({"split", "once/box.stp", "-o", "twice", "--follow"}).exit_code, 0);
+  EXPECT_EQ(names_in("twice"), names);
+  EXPECT_EQ(run_velkstep({"tree", "--bom", "--follow", "--csv", "once/box.stp"}).out,
+            run_velkstep({"tree", "--bom", "--follow", "--csv", "twice/box.stp"}).out);
+  // Beside the files that are read, others take other names, and nothing that is read goes.
+  const std::string before = read_file("once/lid.stp");
+  const ProcessRun run = run_velkstep({"split", "once/box.stp", "-fo", "once", "--follow"});
+  EXPECT_EQ(run.exit_code, 0) << run.errors;
+  EXPECT_EQ(read_file("once/lid.stp"), before);
+  EXPECT_TRUE(fs::exists("once/lid (2).stp"));
 }
 
 TEST_F(InputWithReferences, CompressedOnesAreFollowed) {
@@ -116,7 +133,7 @@ TEST_F(InputWithReferences, CompressedOnesAreFollowed) {
       EXPECT_EQ(run.exit_code, 0) << run.errors;
     }
     std::vector<std::string> records;
-    for (const char* const file : {"out/all/lid (2).stp", "out/lid/lid.stp", "out/one.stp"}) {
+    for (const char* const file : {"out/all/lid.stp", "out/lid/lid.stp", "out/one.stp"}) {
       const std::string text = read_file(file);
       EXPECT_NE(text.find("MANIFOLD_SOLID_BREP('its',$)"), std::string::npos) << file;
       records.push_back(text.substr(text.find("DATA;")));
@@ -149,6 +166,27 @@ TEST_F(InputWithReferences, APartKeepsItsOwn) {
       {"extract", "in/in.stp", "--part=lid", "-o", "small.stp", "--follow", "--shrink"});
   EXPECT_EQ(shrunk.exit_code, 0) << shrunk.errors;
   EXPECT_EQ(run_velkstep({"diff", "one.stp", "small.stp"}).exit_code, 0);
+}
+
+TEST_F(InputWithReferences, LookingFollowsThemWhereAsked) {
+  const ProcessRun tree = run_velkstep({"tree", "in/in.stp"});
+  EXPECT_NE(tree.out.find("shape in lid.stp"), std::string::npos) << tree.out;
+  const ProcessRun followed = run_velkstep({"tree", "--follow", "in/in.stp"});
+  EXPECT_EQ(followed.errors, "");
+  EXPECT_EQ(followed.out.find("shape in"), std::string::npos) << followed.out;
+  const auto records = [](const ProcessRun& run) {
+    EXPECT_EQ(run.errors, "");
+    return Json::parse(run.out)["records"].get<int>();
+  };
+  ASSERT_EQ(run_velkstep({"join", "in/in.stp", "-o", "one.stp"}).exit_code, 0);
+  EXPECT_EQ(records(run_velkstep({"info", "--json", "--follow", "in/in.stp"})),
+            records(run_velkstep({"info", "--json", "one.stp"})));
+  fs::rename("in/lid.stp", "lid.stp");
+  fs::create_symlink("../lid.stp", "in/lid.stp");
+  for (const char* const command : {"tree", "info"}) {
+    EXPECT_EQ(run_velkstep({command, "--follow", "in/in.stp"}).exit_code, 1);
+    EXPECT_EQ(run_velkstep({command, "--follow", "--follow-outside", "in/in.stp"}).exit_code, 0);
+  }
 }
 
 TEST_F(InputWithReferences, JoinKeepsWhatIsMissingWhereAsked) {

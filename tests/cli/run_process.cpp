@@ -1,6 +1,7 @@
 #include "cli/run_process.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <linux/capability.h>
 #include <signal.h>
 #include <sys/personality.h>
@@ -12,8 +13,10 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <future>
 #include <memory>
 #include <optional>
@@ -23,6 +26,17 @@
 namespace Kessel::test {
 
 namespace {
+
+/// Ends the tests before the first of them where there is no command that they could run.
+class CommandIsBuilt final : public testing::Environment {
+  void SetUp() override {
+    if (::access(VELKSTEP_COMMAND, X_OK) == 0) return;
+    FAIL() << VELKSTEP_COMMAND << ": " << std::strerror(errno)
+           << ". These tests run the command: build the target velkstep first.";
+  }
+};
+[[maybe_unused]] const testing::Environment* const _command_is_built =
+    testing::AddGlobalTestEnvironment(new CommandIsBuilt);
 
 /// A file without a name that takes what a process prints.
 class Printed {

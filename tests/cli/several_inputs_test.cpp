@@ -93,7 +93,7 @@ TEST_F(SeveralInputs, TreesAndListsTellWhoseTheyAre) {
   EXPECT_EQ(run_velkstep({"tree", "--bom", "box.stp", "again.step"}).out,
             "box.stp\n" + list + "\nagain.step\n" + list);
   EXPECT_EQ(run_velkstep({"tree", "--bom", "--csv", "cut.p21", "box.stp", "again.step"}).out,
-            "input,quantity,name,id,kind,record,file\r\n"
+            "input,quantity,name,id,kind,number,file\r\n"
             "box.stp,1,lid,lid,part,6,lid.stp\r\n"
             "again.step,1,lid,lid,part,6,lid.stp\r\n");
 }

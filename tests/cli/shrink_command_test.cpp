@@ -129,7 +129,7 @@ TEST_F(ShrinkCommand, SplitAndJoinShrinkWhatTheyWrite) {
   const std::string name = read_file("out/roots.txt");
   const std::string root = "out/" + name.substr(0, name.find('\n'));
   EXPECT_EQ(run_velkstep({"join", root, "-o", "joined.stp"}).errors, "");
-  EXPECT_EQ(run_velkstep({"join", "--shrink", "box.stp", "-o", "alone.stp"}).errors, "");
+  EXPECT_EQ(run_velkstep({"join", "-q", "--shrink", "box.stp", "-o", "alone.stp"}).errors, "");
   for (const char* file : {"joined.stp", "alone.stp"}) {
     EXPECT_EQ(run_velkstep({"diff", "box.stp", file}).exit_code, 0) << file;
     const std::string text = read_file(file);

@@ -1,6 +1,7 @@
 // velkstep verify: what it prints and returns.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -72,6 +73,19 @@ TEST_F(VerifyCommand, WarningsOnly) {
   folder_.write("out/other.stp", whole_file("#1=A();\n"));
   expect({"in.stp", "out"}, 4,
          "out/other.stp: warning: The file does not belong to the split: no other refers to it.\n");
+}
+
+TEST_F(VerifyCommand, TextBehindTheEndOfAFile) {
+  folder_.write("in.stp", whole_file(INPUT) + "stray");
+  folder_.write("out/part.stp", whole_file(MARKED_PART) + "\nand this");
+  const auto line_behind = [](const std::string& text) {
+    return std::to_string(std::count(text.begin(), text.end(), '\n') + 1);
+  };
+  const std::string said =
+      ":1: warning: Text stands behind \"END-ISO-10303-21;\"; it is left out.\n";
+  expect({"in.stp", "out"}, 4,
+         "out/part.stp:" + line_behind(whole_file(MARKED_PART) + "\n") + said +
+             "in.stp:" + line_behind(whole_file(INPUT)) + said);
 }
 
 TEST_F(VerifyCommand, FindingsOnTheInputAndTheFolder) {

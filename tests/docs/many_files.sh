@@ -60,6 +60,8 @@ cp "$project/tests/packaging/host/assembly.stp" "assemblies/a b/joint.stp"
 cp "$project/tests/packaging/host/assembly.stp" assemblies/flaky.stp
 cp "$project/tests/packaging/host/assembly.stp" assemblies/JOINT.STEP
 gzip -c assemblies/lamp.step > assemblies/packed.stpz
+gzip -c assemblies/lamp.step > assemblies/zipped.step.gz
+echo hello > assemblies/notes.gz  # no STEP file, by its name
 echo hello > assemblies/broken.stp
 
 fail() { echo "$1"; exit 1; }
@@ -80,7 +82,7 @@ run_block() {
 
 inputs_of_results() { sed -n 's/^{"format":1,"input":"\([^"]*\)",.*}$/\1/p' results.jsonl; }
 
-# expect_splits: five inputs are split, each in a folder of its own, and one has failed.
+# expect_splits: six inputs are split, each in a folder of its own, and one has failed.
 expect_splits() {
   expect "exit code" 1 "$status"
   expect_results
@@ -94,8 +96,9 @@ expect_results() {
 assemblies/a b/joint.stp
 assemblies/flaky.stp
 assemblies/lamp.step
-assemblies/packed.stpz" "$(inputs_of_results)"
-  expect "lines" 5 "$(wc -l < results.jsonl)"
+assemblies/packed.stpz
+assemblies/zipped.step.gz" "$(inputs_of_results)"
+  expect "lines" 6 "$(wc -l < results.jsonl)"
   expect "files" "parts/assemblies/JOINT.STEP/bolt.stp
 parts/assemblies/JOINT.STEP/joint.stp
 parts/assemblies/JOINT.STEP/nut.stp
@@ -111,8 +114,8 @@ parts/assemblies/flaky.stp/joint.stp
 parts/assemblies/flaky.stp/nut.stp
 parts/assemblies/flaky.stp/roots.txt
 parts/assemblies/flaky.stp/velkstep-split.json" \
-    "$(find parts -type f ! -path '*lamp*' ! -path '*packed*' | LC_ALL=C sort)"
-  for lamp in lamp.step packed.stpz; do
+    "$(find parts -type f ! -path '*lamp*' ! -path '*packed*' ! -path '*zipped*' | LC_ALL=C sort)"
+  for lamp in lamp.step packed.stpz zipped.step.gz; do
     expect "files of the lamp" 16 "$(find parts/assemblies/$lamp -type f | wc -l)"
   done
 }
@@ -154,7 +157,8 @@ assemblies/broken.stp
 assemblies/flaky.stp
 assemblies/flaky.stp
 assemblies/lamp.step
-assemblies/packed.stpz" "$(sort "$scratch/calls")"
+assemblies/packed.stpz
+assemblies/zipped.step.gz" "$(sort "$scratch/calls")"
 run_block 3 > "$scratch/printed"
 expect "the failed ones" \
   "1 velkstep split --json --quiet --force assemblies/broken.stp -o parts/assemblies/broken.stp" \
@@ -171,6 +175,7 @@ assemblies/a b/joint.stp
 assemblies/flaky.stp
 assemblies/lamp.step
 assemblies/packed.stpz
+assemblies/zipped.step.gz
 assemblies/broken.stp" "$(inputs_of_results)"
 run_block 3 > "$scratch/printed"
 expect "what has failed after it" "" "$(cat "$scratch/printed")"
@@ -185,7 +190,7 @@ expect "hosts" "alpha.example.org
 beta.example.org" "$(sort -u "$scratch/hosts")"
 expect "jobs in the log that ran elsewhere" "" \
   "$(awk -F '\t' 'NR > 1 && $2 !~ /^(alpha|beta).example.org$/' jobs.log)"
-expect "inputs in the hosts' folders" 6 \
+expect "inputs in the hosts' folders" 7 \
   "$(grep "^$scratch/hosts of " "$scratch/folders" | cut -f 2 | sort -u | wc -l)"
 expect "folders with more than one input" "" \
   "$(sort -u "$scratch/folders" | cut -f 1 | uniq -d)"

@@ -99,7 +99,7 @@ TEST_F(ExtractFaults, UnknownPart) {
 
 TEST_F(ExtractFaults, MemoryLimit) {
   options.memory_limit = 20'000;
-  EXPECT_TRUE(refusal().starts_with("The records need ")) << refusal();
+  EXPECT_TRUE(refusal().starts_with("The first ")) << refusal();
   EXPECT_EQ(names_in("."), Names{"in.stp"});
 }
 

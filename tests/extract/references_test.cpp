@@ -65,7 +65,24 @@ TEST_F(ExtractFromReferring, ReferencesOfThePartStayAndLeadToTheirFiles) {
   EXPECT_EQ(lid.find("hinge"), std::string::npos) << lid;
   extract("in/in.stp", "own", "far/own.stp", choices());
   EXPECT_EQ(read_file("far/own.stp").find("DOCUMENT"), std::string::npos);
-  EXPECT_TRUE(warnings_.empty());
+}
+
+TEST_F(ExtractFromReferring, ShapesThatStayInTheirFilesAreToldOnceEach) {
+  extract("in/in.stp", "own", "one.stp", choices());
+  EXPECT_EQ(warnings_, Sentences{});
+  extract("in/in.stp", "lid", "one.stp", choices());
+  const std::string lid = "70: A shape is in the file \"lid.stp\", which is only referred to.";
+  EXPECT_EQ(warnings_, Sentences{lid});
+  warnings_.clear();
+  extract("in/in.stp", "whole", "one.stp", choices());
+  EXPECT_EQ(warnings_,
+            (Sentences{
+                lid, "80: A shape is in the file \"T??r/hinge.stp\", which is only referred to."}));
+  warnings_.clear();
+  ExtractOptions following = choices();
+  following.follow_references = true;
+  extract("in/in.stp", "whole", "one.stp", following);
+  EXPECT_EQ(warnings_, Sentences{});
 }
 
 TEST_F(ExtractFromReferring, FollowedOrJoinedItIsTheSame) {
@@ -114,7 +131,8 @@ TEST_F(ExtractFromReferring, NoFileTakesTheNameOfOneThatIsReferredTo) {
 TEST_F(ExtractFromReferring, MissingFilesOfThePartAreWarnedOf) {
   fs::remove("in/lid.stp");
   extract("in/in.stp", "hinge", "one.stp", choices());
-  EXPECT_EQ(warnings_, Sentences{});
+  EXPECT_EQ(warnings_.size(), 1u);  // Its own file is there.
+  warnings_.clear();
   extract("in/in.stp", "lid", "one.stp", choices());
   EXPECT_EQ(warnings_, Sentences{"70: The file \"lid.stp\" that is referred to is not there."});
 }

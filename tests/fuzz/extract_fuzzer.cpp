@@ -1,4 +1,5 @@
-// Each of the first products of any input, taken out of it.
+// Each of the first products of any input, taken out of it: with all that is said of it, and
+// nothing of others.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -7,12 +8,18 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "extract/extract_faults.h"
 #include "fuzz/expect.h"
 #include "instances/loader.h"
+#include "kessel/check.h"
+#include "kessel/diff.h"
 #include "kessel/errors.h"
 #include "kessel/extract.h"
+#include "placement/check_placement.h"
+#include "placement/placement.h"
 #include "products/products.h"
 #include "support/scratch_folder.h"
 
@@ -65,8 +72,49 @@ struct ReadFile {
     return is_below;
   }
 
+  /// Whether a definition, usage or shape of `part` or of a product below it leads to another
+  /// product's definition, as no schema has it. Then that comes with it.
+  bool leads_elsewhere(ProductId part) const {
+    const std::vector<bool> is_below = below(part);
+    std::vector<Index> open;
+    for (ProductId product = 0; product < all.products.size(); ++product) {
+      if (!is_below[product]) continue;
+      const Product& one = all.products[product];
+      for (const auto* list : {&one.shapes, &one.representations, &one.tied, &one.ties}) {
+        open.insert(open.end(), list->begin(), list->end());
+      }
+      for (const ShapeLink& link : one.links) open.push_back(link.link);
+      open.push_back(one.definition);
+    }
+    for (const Usage& usage : all.usages) {
+      if (!is_below[usage.assembly]) continue;
+      open.push_back(usage.record);
+      for (const auto* list : {&usage.shapes, &usage.placements, &usage.relationships}) {
+        open.insert(open.end(), list->begin(), list->end());
+      }
+    }
+    return lead_elsewhere(std::move(open), is_below);
+  }
+
   Instances instances;
   Products all;
+
+ private:
+  bool lead_elsewhere(std::vector<Index> open, const std::vector<bool>& is_below) const {
+    std::vector<bool> is_known(instances.size());
+    while (!open.empty()) {
+      const Index record = open.back();
+      open.pop_back();
+      if (is_known[record]) continue;
+      is_known[record] = true;
+      const ProductId product = all.find(record);
+      if (product != NO_PRODUCT && !is_below[product]) return true;
+      for (const Reference reference : instances.references(record)) {
+        if (reference.record() != NO_RECORD) open.push_back(reference.record());
+      }
+    }
+    return false;
+  }
 };
 
 ExtractOptions choices() {
@@ -76,7 +124,38 @@ ExtractOptions choices() {
   return options;
 }
 
+Options reading() {
+  Options options;
+  options.memory_limit = MEMORY;
+  return options;
+}
+
+/// `more` beside what `less` says: nothing lacks.
+void expect_nothing_lacks(const fs::path& less, const fs::path& more, const char* property) {
+  const Difference difference = diff(less, more, reading());
+  expect(difference.is_same || !difference.is_certain, property);
+}
+
+/// Taken out of what was taken out, it says the same.
+void check_again() {
+  const ReadFile out("out.stp");
+  if (out.all.tops.size() != 1) return;
+  const std::string number =
+      "#" + std::to_string(out.instances.number(out.all.products[out.all.tops.front()].definition));
+  const ExtractedFile again = extract("out.stp", number, "again.stp", choices());
+  expect(again.records == out.instances.size(), "taken out twice, it has as many records");
+  expect_nothing_lacks("out.stp", "again.stp", "taken out twice, it says the same");
+}
+
+void check_placing(const ReadFile& in, ProductId part) {
+  const Placement placement = place_records(in.instances, in.all, plan_extraction(in.all, part));
+  for (const std::string& sentence : check_placement(in.instances, in.all, placement)) {
+    expect(false, sentence.c_str());
+  }
+}
+
 void check_part(const ReadFile& in, ProductId part) {
+  check_placing(in, part);
   const std::string number =
       "#" + std::to_string(in.instances.number(in.all.products[part].definition));
   const ExtractedFile file = extract("in.stp", number, "out.stp", choices());
@@ -85,8 +164,10 @@ void check_part(const ReadFile& in, ProductId part) {
   expect(out.instances.size() == file.records, "the records are counted");
   expect(out.instances.missing_references() <= in.instances.missing_references(),
          "no reference leads nowhere that did not before");
+  check_again();
   const bool is_whole = in.all.tops.size() == 1 && in.all.tops.front() == part;
-  if (is_whole) return;
+  if (is_whole) return expect_nothing_lacks("in.stp", "out.stp", "the whole is all there is");
+  if (in.leads_elsewhere(part)) return;
   const std::vector<std::string> allowed = in.names(in.below(part));
   const std::vector<std::string> there =
       out.names(std::vector<bool>(out.all.products.size(), true));
@@ -127,6 +208,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       check_part(in, static_cast<ProductId>(part));
       check_bodies(in, static_cast<ProductId>(part));
     }
+    for (ProductId part = 0; part < parts; ++part) {
+      if (in.leads_elsewhere(part)) return 0;
+    }
+    if (parts > MOST_PARTS || !check("in.stp", reading()).empty()) return 0;
+    for (const std::string& fault : extract_faults("in.stp", false)) expect(false, fault.c_str());
   } catch (const InputError& error) {
     expect(!std::string_view(error.what()).empty(), "a refusal has a sentence");
   }

@@ -4,7 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "geometry/drawn_text.h"
+#include "kessel/errors.h"
+#include "kessel/splitter.h"
 #include "picture/sketch.h"
 #include "picture/svg.h"
 #include "support/folder_tree.h"
@@ -136,6 +140,68 @@ TEST(Picture, IsTheSameEveryTime) {
     EXPECT_GT(picture.places, 5u);
   }
   EXPECT_EQ(read_file(folder / "one.svg"), read_file(folder / "other.svg"));
+}
+
+/// The lamp, split: its file refers to its components' files, and two of these to others.
+class PictureOfSplit : public testing::Test {
+ protected:
+  PictureOfSplit() { split(LAMP, "lamp"); }
+
+  static bool is_refused(const std::filesystem::path& out, PictureOptions options) {
+    const std::string before = read_file(out);
+    options.replace = true;
+    try {
+      draw_picture(ROOT, out, options);
+      return false;
+    } catch (const OutputError& error) {
+      EXPECT_EQ(read_file(out), before);
+      return error.reason() == std::errc::file_exists && error.path() == out;
+    }
+  }
+
+  static constexpr const char* LAMP = PROJECT_FOLDER "/examples/desk-lamp.step";
+  static constexpr const char* ROOT = "lamp/Desk lamp.stp";
+  const ScratchFolder folder_;
+};
+
+TEST_F(PictureOfSplit, SaysHowManyShapesAreElsewhere) {
+  const Picture root = draw_picture(ROOT, "root.svg");
+  EXPECT_EQ(root.places, 0u);
+  EXPECT_EQ(root.elsewhere, 3u);
+  EXPECT_EQ(draw_picture(ROOT, "part.svg", {.part = "Boom"}).elsewhere, 1u);
+  EXPECT_EQ(draw_picture("lamp/Base.stp", "base.svg").elsewhere, 0u);
+}
+
+TEST_F(PictureOfSplit, FollowedIsThatOfTheWhole) {
+  for (const char* const part : {"", "Arm", "Desk lamp/Boom/Head"}) {
+    const Picture whole = draw_picture(LAMP, "whole.svg", {.part = part, .replace = true});
+    const Picture followed = draw_picture(
+        ROOT, "followed.svg", {.part = part, .follow_references = true, .replace = true});
+    EXPECT_EQ(read_file("followed.svg"), read_file("whole.svg")) << part;
+    EXPECT_EQ(followed.places, whole.places);
+    EXPECT_EQ(followed.elsewhere, 0u);
+  }
+}
+
+TEST_F(PictureOfSplit, FollowedElsewhereOnlyWhereAllowed) {
+  std::filesystem::rename("lamp/Bulb.stp", "Bulb.stp");
+  EXPECT_THROW(draw_picture(ROOT, "out.svg", {.follow_references = true}), InputError);
+  std::filesystem::create_symlink("../Bulb.stp", "lamp/Bulb.stp");
+  EXPECT_THROW(draw_picture(ROOT, "out.svg", {.follow_references = true}), InputError);
+  EXPECT_FALSE(std::filesystem::exists("out.svg"));
+  draw_picture(ROOT, "out.svg", {.follow_references = true, .follow_outside = true});
+  draw_picture(LAMP, "whole.svg");
+  EXPECT_EQ(read_file("out.svg"), read_file("whole.svg"));
+}
+
+TEST_F(PictureOfSplit, TakesThePlaceOfNoFileThatIsReadOrReferredTo) {
+  EXPECT_TRUE(is_refused(ROOT, {}));
+  EXPECT_TRUE(is_refused("lamp/Boom.stp", {}));
+  EXPECT_FALSE(is_refused("lamp/Socket.stp", {}));  // only what Head.stp refers to
+  split(LAMP, "again");
+  std::filesystem::copy_file("again/Socket.stp", "lamp/Socket.stp",
+                             std::filesystem::copy_options::overwrite_existing);
+  EXPECT_TRUE(is_refused("lamp/Socket.stp", {.follow_references = true}));
 }
 
 }  // namespace

@@ -59,7 +59,9 @@ const std::set<std::string> INTERFACE = {
     "TARNWELL_KBF2_INTERNAL_VelkStepSplitter",
 
 #if C_INTERFACE
+    "kessel_check",
     "kessel_classic_options",
+    "kessel_component_at",
     "kessel_default_options",
     "kessel_diff",
     "kessel_difference_at",
@@ -76,11 +78,16 @@ const std::set<std::string> INTERFACE = {
     "kessel_free",
     "kessel_is_same",
     "kessel_join",
+    "kessel_line_at",
+    "kessel_overview",
+    "kessel_part_at",
+    "kessel_part_count",
     "kessel_picture",
     "kessel_shrink",
     "kessel_shrunk_of",
     "kessel_split",
     "kessel_status_of",
+    "kessel_summary_of",
     "kessel_verify",
 #endif
 

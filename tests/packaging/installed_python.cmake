@@ -14,6 +14,6 @@ expect_that_it_splits(${folder}/split.py ${folder})
 
 file(GLOB files RELATIVE ${PREFIX}/${SITE}/velkstep ${PREFIX}/${SITE}/velkstep/*)
 list(FILTER files EXCLUDE REGEX "^_velkstep\\..*\\.so$")
-if(NOT files STREQUAL "__init__.py;_velkstep.pyi;errors.py;py.typed;shapes.py")
+if(NOT files STREQUAL "__init__.py;_advice.py;_functions.py;_velkstep.pyi;errors.py;py.typed;shapes.py")
   message(FATAL_ERROR "Installed Python files: ${files}")
 endif()

@@ -29,6 +29,28 @@ def test_info_is_what_the_command_prints(lamp):
     assert velkstep.info(lamp) == printed("info", "--json", str(lamp))
 
 
+@needs_command
+def test_check_is_what_the_command_prints(lamp, write):
+    assert velkstep.check(lamp) == printed("check", "--json", str(lamp))
+    dangling = write("dangling.stp", "#1=A(#2);\n")
+    run = subprocess.run([COMMAND, "check", "--json", str(dangling)], capture_output=True)
+    assert run.returncode == 4
+    assert velkstep.check(dangling) == json.loads(run.stdout)
+    stages = set()
+    velkstep.check(lamp, progress=lambda stage, done, total: stages.add(stage))
+    assert stages == {"reading"}
+
+
+def test_check_of_a_file_that_is_not_there():
+    (finding,) = velkstep.check("missing.stp")["findings"]
+    assert (finding["kind"], finding["severity"]) == ("unreadable", "error")
+
+
+def test_the_module_has_its_own_names_only():
+    public = {name for name in dir(velkstep) if not name.startswith("_")}
+    assert public == set(velkstep.__all__) | {"errors", "shapes"}
+
+
 def test_tree_of_a_small_file(assembly):
     tree = velkstep.tree(assembly)
     assert [part["record"] for part in tree["parts"]] == [3, 13, 23]
@@ -178,3 +200,29 @@ def test_picture_and_drawing(tmp_path, lamp):
     assert drawing["parts"][arm]["unit"] == "millimetre"
     assert drawing["tree"] == velkstep.tree(lamp)
     assert len(drawing["parts"]) == len(drawing["tree"]["parts"])
+
+
+@needs_command
+def test_check_is_what_the_command_prints(lamp, write):
+    bad = write("bad.stp", LONE_PART + "#90=A(#91);\n")
+    for path in (lamp, bad, "missing.stp"):
+        shown = subprocess.run([COMMAND, "check", "--json", path], capture_output=True)
+        assert velkstep.check(path) == json.loads(shown.stdout)
+    assert len(velkstep.check(bad)["findings"]) == 1
+
+
+def test_overview_is_all_that_others_tell(lamp, write):
+    for path in (lamp, write("bad.stp", LONE_PART + "#90=A(#91);\n")):
+        overview = velkstep.overview(path, tolerance=1e-2, names="record")
+        drawing = velkstep.drawing(path, tolerance=1e-2, names="record")
+        assert overview["tree"] == velkstep.tree(path, "record") == drawing["tree"]
+        assert overview["info"] == velkstep.info(path)
+        assert overview["findings"] == velkstep.check(path)["findings"]
+        assert overview["parts"] == drawing["parts"]
+        assert velkstep.overview(path)["parts"] is None
+
+
+def test_overview_reads_what_is_referred_to_where_asked(lamp):
+    root = velkstep.split(lamp, "lamp")[0]
+    assert len(velkstep.overview(root)["tree"]["parts"]) == 4
+    assert len(velkstep.overview(root, references="follow")["tree"]["parts"]) == 14

@@ -46,7 +46,9 @@ def test_part_that_is_not_there(assembly):
         with pytest.raises(velkstep.PartError) as caught:
             function()
         error = caught.value
-        assert str(error) == f'{assembly}: There is no part called "no such part".'
+        assert str(error) == (
+            f'{assembly}: There is no part called "no such part". velkstep.tree lists all parts.'
+        )
         assert (error.path, error.candidates) == (assembly, [])
         assert str(pickle.loads(pickle.dumps(error))) == str(error)
 
@@ -121,9 +123,44 @@ def test_files_that_are_there_already(assembly):
     texts = [file.read_bytes() for file in files]
     with pytest.raises(velkstep.OutputError) as caught:
         velkstep.split(assembly, "out")
-    assert str(caught.value) == "out/joint.stp: cannot be written: File exists"
+    assert str(caught.value) == (
+        "out/joint.stp: cannot be written: File exists; split into a folder of its own"
+    )
     assert (caught.value.path, caught.value.errno) == (Path("out/joint.stp"), errno.EEXIST)
     assert [file.read_bytes() for file in files] == texts
+
+
+def test_file_that_is_there_already(assembly):
+    Path("taken").touch()
+    for function in (
+        lambda **how: velkstep.extract(assembly, "bolt", "taken", **how),
+        lambda **how: velkstep.picture(assembly, "taken", **how),
+        lambda **how: velkstep.shrink(assembly, "taken", **how),
+        lambda **how: velkstep.join(assembly, "taken", **how),
+    ):
+        with pytest.raises(velkstep.OutputError) as caught:
+            function()
+        error = caught.value
+        assert error.advice == "replace=True replaces it"
+        assert str(error) == "taken: cannot be written: File exists; replace=True replaces it"
+        assert str(pickle.loads(pickle.dumps(error))) == str(error)
+        function(replace=True)
+
+
+def test_output_that_is_the_input(assembly):
+    Path("in.stp").write_bytes(assembly.read_bytes())
+    with pytest.raises(velkstep.OutputError) as caught:
+        velkstep.shrink("in.stp", "in.stp", replace=True)
+    assert caught.value.advice == "it is the input, or a file that it refers to; name another"
+
+
+def test_choice_that_there_is_not(assembly):
+    with pytest.raises(ValueError) as caught:
+        velkstep.split(assembly, "out", names="products")
+    assert str(caught.value) == (
+        "names: there is no style 'products'; there are 'record', 'product' and 'product-unicode'"
+    )
+    assert not Path("out").exists()
 
 
 def test_folder_that_cannot_be_made(assembly):

@@ -47,7 +47,7 @@ def test_they_are_copied(box):
 
 def test_they_are_followed(box):
     files = velkstep.split(box, "out", references="follow")
-    assert files == [Path("out/box.stp"), Path("out/lid (2).stp")]
+    assert files == [Path("out/box.stp"), Path("out/lid.stp")]
     assert "DOCUMENT_FILE" not in files[1].read_text()
     assert "SHAPE_REPRESENTATION" in files[1].read_text()
 
@@ -64,8 +64,10 @@ def test_a_part_keeps_them_or_has_what_they_say(box):
 
 @pytest.mark.parametrize("references", ["follow", "copy"])
 def test_outside_of_the_inputs_folder_only_where_asked(box_of_a_lid_elsewhere, references):
-    with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"'):
+    with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"') as caught:
         velkstep.split(box_of_a_lid_elsewhere, "out", references=references)
+    assert caught.value.advice == "follow_outside=True reads them."
+    assert str(caught.value).endswith(" follow_outside=True reads them.")
     assert not Path("out").exists()
     files = velkstep.split(
         box_of_a_lid_elsewhere, "out", references=references, follow_outside=True
@@ -82,8 +84,42 @@ def test_a_part_outside_only_where_asked(box_of_a_lid_elsewhere):
     assert "SHAPE_REPRESENTATION" in Path("one.stp").read_text()
 
 
+def test_looking_follows_them_where_asked(lamp):
+    root = velkstep.split(lamp, "lamp")[0]
+    whole = velkstep.picture(lamp, "whole.svg")
+    assert velkstep.picture(root, "kept.svg")["elsewhere"] == 3
+    followed = velkstep.picture(root, "followed.svg", references="follow")
+    assert (followed["elsewhere"], followed["places"]) == (0, whole["places"])
+    assert Path("followed.svg").read_bytes() == Path("whole.svg").read_bytes()
+    assert len(velkstep.tree(root)["parts"]) == 4
+    assert len(velkstep.tree(root, references="follow")["parts"]) == 14
+    assert velkstep.info(root, references="follow")["parts"] == velkstep.info(lamp)["parts"]
+    lines = [len(part["lines"]) for part in velkstep.drawing(root, references="follow")["parts"]]
+    assert sum(lines) == sum(len(part["lines"]) for part in velkstep.drawing(lamp)["parts"])
+
+
+@pytest.mark.parametrize("look", [velkstep.tree, velkstep.info, velkstep.drawing])
+def test_looking_outside_only_where_asked(box_of_a_lid_elsewhere, look):
+    with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"'):
+        look(box_of_a_lid_elsewhere, references="follow")
+    assert look(box_of_a_lid_elsewhere, references="follow", follow_outside=True)
+    with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow'$"):
+        look(box_of_a_lid_elsewhere, references="copy")
+
+
 def test_unknown_choices_are_value_errors(box):
     with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow' nor 'copy'$"):
         velkstep.split(box, "out", references="leave")
     with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow'$"):
         velkstep.extract(box, "lid", "one.stp", references="copy")
+
+
+def test_what_helps_where_a_file_is_missing(box):
+    Path("in/lid.stp").unlink()
+    with pytest.raises(velkstep.InputError) as caught:
+        velkstep.join(box, "out.stp")
+    assert caught.value.kind == "missing_target"
+    assert caught.value.advice == "Put them there; allow_missing=True keeps what refers to them."
+    with pytest.raises(velkstep.InputError) as caught:
+        velkstep.tree(box, references="follow")
+    assert caught.value.advice == 'Put them there, or leave them out with references="keep".'

@@ -161,7 +161,7 @@ def test_signature():
 @pytest.mark.parametrize("choice", [{"assemblies": "Lean"}, {"names": ""}, {"reading": "no"}])
 def test_unknown_styles_are_value_errors(assembly, choice):
     ((name, word),) = choice.items()
-    with pytest.raises(ValueError, match=f"^{name}: there is no style '{word}'$"):
+    with pytest.raises(ValueError, match=f"^{name}: there is no style '{word}'; there are '"):
         velkstep.split(assembly, "out", **choice)
     assert not Path("out").exists()
 

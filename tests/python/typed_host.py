@@ -31,6 +31,10 @@ def size(source: str) -> int:
     return velkstep.info(source)["bytes"]
 
 
+def doubts(source: pathlib.Path) -> list[str]:
+    return [finding["sentence"] for finding in velkstep.check(source)["findings"]]
+
+
 def faults(source: pathlib.Path) -> list[tuple[str | None, int | None, str]]:
     findings = velkstep.verify(source, "out")["findings"]
     return [(finding["file"], finding["line"], finding["sentence"]) for finding in findings]

@@ -121,8 +121,8 @@ TEST(ReadNumber, RandomTextsAreReadAsByTheStandardLibrary) {
 
 /// Writes where exactly NUMBER_ROOM bytes are free.
 std::string written(std::uint32_t number) {
-  const auto out = std::make_unique<char[]>(NUMBER_ROOM);
-  return {out.get(), write_number(out.get(), number)};
+  const auto out = std::make_unique<char[]>(Exchange::NUMBER_ROOM);
+  return {out.get(), Exchange::write_number(out.get(), number)};
 }
 
 TEST(WriteNumber, NumbersOfEveryLengthAreWrittenAsByTheStandardLibrary) {

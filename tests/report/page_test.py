@@ -198,7 +198,7 @@ class ReportPage(unittest.TestCase):
         self.assertEqual(self.value(TITLE), "Desk lamp")
         facts = self.facts()
         self.assertEqual(facts["File"], "Desk lamp.stp")
-        self.assertEqual(facts["Record"], "#1332")
+        self.assertEqual(facts["Number"], "#1332")
         self.assertEqual(facts["Bounding box"], "508.2 × 213 × 599 mm")
         self.assertEqual(self.value("document.querySelector('#facts a').href"),
                          (self.lamp.parent / "Desk lamp.stp").as_uri())

@@ -111,7 +111,7 @@ TEST_F(ShrinkFaults, FullDisk) {
 TEST_F(ShrinkFaults, MemoryLimit) {
   folder_.write("in.stp", file_of(many_records()));
   options_.memory_limit = 20'000;
-  EXPECT_TRUE(refusal().starts_with("The records need ")) << refusal();
+  EXPECT_TRUE(refusal().starts_with("The first ")) << refusal();
   options_.memory_limit = 1 << 20;
   EXPECT_EQ(refusal(), "shrunk");
 }

@@ -340,6 +340,12 @@ TEST_P(KeptReferences, FollowedFilesAreSplitAsOne) {
   join("in/in.stp", "whole.stp", within);
   join("in/whole.stp", "again.stp", within);
   EXPECT_TRUE(diff("whole.stp", "again.stp").is_same);
+}
+
+TEST_P(KeptReferences, FollowedFilesAreCalledAfterTheirProducts) {
+  const std::vector<WrittenFile> files = split_with({.follow_references = true}, "out");
+  EXPECT_TRUE(fs::exists("out/lid.stp"));
+  EXPECT_TRUE(fs::exists("out/hinge.stp"));
   const Assembly assembly =
       read_assembly("in/in.stp", {.assemblies = GetParam(), .follow_references = true});
   ASSERT_EQ(assembly.parts.size(), 4u);

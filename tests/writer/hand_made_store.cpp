@@ -78,12 +78,12 @@ namespace {
 struct Noted final : Exchange::Listener {
   void record(const Exchange::Record& record) override {
     layout.add_counted(record);
-    ++records;
+    texts.emplace_back(record.text);
     is_plain &= record.is_plain;
     for (const Exchange::Mention& mention : record.mentions) mentioned.push_back(mention.number);
   }
   TextLayout layout;
-  int records = 0;
+  std::vector<std::string> texts;
   bool is_plain = true;
   std::vector<std::uint64_t> mentioned;
 };
@@ -96,7 +96,7 @@ std::optional<std::string> HandMadeStore::rewritten_by_layout(std::string_view t
                         ";ENDSEC;END-ISO-10303-21;");
   Noted noted;
   if (read_exchange_file(in, {}, noted).error) return std::nullopt;
-  if (noted.records != 1 || !noted.is_plain) return std::nullopt;
+  if (noted.texts != std::vector{std::string(text)} || !noted.is_plain) return std::nullopt;
   std::vector<std::uint32_t> numbers;
   for (const std::uint64_t id : noted.mentioned) {
     const Entity* const entity = id < slots().size() ? slots()[id] : nullptr;

@@ -10,6 +10,8 @@
 #include "arguments/commands.h"
 #include "run/exit_codes.h"
 #include "run/input_names.h"
+#include "run/meant_files.h"
+#include "run/with_input.h"
 #include "run/wrong_usage.h"
 #include "text/near_miss.h"
 #include "text/terminal.h"
@@ -49,7 +51,11 @@ std::string one_too_many(const std::string& typed, const CLI::App& command) {
   for (const CLI::Option* option : command.get_options()) {
     if (option->get_positional()) all += (all.empty() ? "" : " and ") + option->get_name(true);
   }
-  return printable(typed) + " is one too many; it takes " + all + " only";
+  const std::string begin = printable(typed) + " is one too many; ";
+  if (command.get_name() != "join") return begin + "it takes " + all + " only";
+  const std::string split = split_of(typed);  // Who names the pieces means the whole.
+  if (!split.empty()) return begin + "velkstep join " + in_command(split) + " joins that split";
+  return begin + "name only the file that refers to the others, or the folder of a split";
 }
 
 /// What is to be said about an option with too few or too many values; `text` is CLI11's, which

@@ -170,10 +170,7 @@ void add_extract_command(CLI::App& app, Action& action) {
   add_names_option(command, arguments->names);
   command->add_flag("--shrink", arguments->shrink,
                     "Make records of each result that say the same one");
-  command->add_flag("--follow", arguments->follow,
-                    "Read IN and the files that it refers to as one");
-  command->add_flag("--follow-outside", arguments->follow_outside,
-                    "Also follow files outside of IN's folder");
+  add_follow_options(command, arguments->follow, arguments->follow_outside);
   command->add_flag("-f,--force", arguments->force, "Replace files that are there");
   add_memory_limit_option(command, arguments->memory_limit);
   command->add_flag("-q,--quiet", arguments->quiet, "Print nothing but errors");
@@ -196,6 +193,7 @@ void add_picture_command(CLI::App& app, Action& action) {
                    "as 'Desk lamp/Boom/Arm'; without it, the whole is drawn")
       ->type_name("WHAT");
   add_choice(command, "--view", arguments->view, VIEWS, "Where it is seen from");
+  add_follow_options(command, arguments->follow, arguments->follow_outside);
   add_output_option(command, arguments->out, fault_of_picture);
   command->add_flag("-f,--force", arguments->force, "Replace OUT if it is there");
   add_memory_limit_option(command, arguments->memory_limit);
@@ -227,6 +225,7 @@ void add_tree_command(CLI::App& app, Action& action) {
   add_choice(command, "--sort", arguments->order, PARTS_ORDERS,
              "With --bom: sort by name, or by quantity, the most frequent first")
       ->needs(bom);
+  add_follow_options(command, arguments->follow, arguments->follow_outside);
   add_colour_option(command, arguments->colours);
   json->excludes(dot)->excludes(bom)->excludes(depth);
   dot->excludes(bom);
@@ -237,6 +236,7 @@ void add_info_command(CLI::App& app, Action& action) {
   const auto [command, arguments] = add_command(
       app, action, info, "info", "Show what the header of each IN says, and count what it holds");
   add_inputs(command, arguments->in, arguments->jobs, "The exchange files; - reads standard input");
+  add_follow_options(command, arguments->follow, arguments->follow_outside);
   add_colour_option(command, arguments->colours);
   command->add_flag("--json", arguments->json, "Print one line of JSON for each file");
 }

@@ -6,9 +6,11 @@
 namespace Velkstep {
 
 CLI::Option* add_names_option(CLI::App* command, Kessel::NameStyle& names) {
-  return add_choice(command, "--names", names, NAME_STYLES,
-                    "What files are called after: the product's name, in ASCII (product) or as it "
-                    "is (product-unicode), or the number of its record (record)");
+  return add_choice(
+      command, "--names", names, NAME_STYLES,
+      "What files are called after: the product's name, in ASCII (product) or as it "
+      "is (product-unicode), or the number of the product's own record (record), which is not "
+      "that of tree");
 }
 
 void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
@@ -19,6 +21,11 @@ void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
       ->transform(CLI::AsSizeValue(true).description(""))
       ->transform(CLI::Validator(fault_of_size, ""))  // Comes before the other.
       ->type_name("SIZE");
+}
+
+void add_follow_options(CLI::App* command, bool& follow, bool& follow_outside) {
+  command->add_flag("--follow", follow, "Read IN and the files that it refers to as one");
+  command->add_flag("--follow-outside", follow_outside, "Also follow files outside of IN's folder");
 }
 
 void add_colour_option(CLI::App* command, ColourChoice& colours) {

@@ -27,6 +27,9 @@ CLI::Option* add_reading_option(CLI::App* command, Kessel::Reading& reading);
 /// where k is 1000 and Ki is 1024.
 void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit);
 
+/// Adds `--follow`, for commands that look at an input, and `--follow-outside`.
+void add_follow_options(CLI::App* command, bool& follow, bool& follow_outside);
+
 /// Adds `--progress`, for commands that take long.
 void add_progress_option(CLI::App* command, ShowProgress& progress);
 

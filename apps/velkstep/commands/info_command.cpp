@@ -8,6 +8,7 @@
 #include "json/documents.h"
 #include "kessel/summary.h"
 #include "run/each_input.h"
+#include "run/unpacked.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
 
@@ -15,14 +16,19 @@ namespace Velkstep {
 
 namespace {
 
-int info_one(const std::string& in, const Colours& colours, bool json) {
+int info_one(const std::string& in, const Colours& colours, const InfoArguments& arguments) {
   return with_input(in, [&](const std::filesystem::path& path) {
     Warnings warnings;
-    Kessel::Options options{.input_folder = folder_of_input(in)};
+    Unpacked unpacked;
+    Kessel::Options options{.input_folder = folder_of_input(in),
+                            .follow_references = arguments.follow,
+                            .follow_outside = arguments.follow_outside,
+                            .readable = unpacked.readable()};
     warnings.listen(options);
     const Kessel::Summary summary = Kessel::read_summary(path, options);
     warnings.mention(in);
-    return print(json ? info_json(summary, in) : info_text(summary, shown_name(in), colours));
+    return print(arguments.json ? info_json(summary, in)
+                                : info_text(summary, shown_name(in), colours));
   });
 }
 
@@ -32,7 +38,7 @@ int info(const InfoArguments& arguments) {
   const Colours colours(arguments.colours);
   return for_each_input(
       {.inputs = arguments.in, .jobs = arguments.jobs, .gap = arguments.json ? "" : "\n"},
-      [&](std::size_t i) { return info_one(arguments.in[i], colours, arguments.json); });
+      [&](std::size_t i) { return info_one(arguments.in[i], colours, arguments); });
 }
 
 }  // namespace Velkstep

@@ -13,6 +13,8 @@ struct InfoArguments {
   std::vector<std::string> in;
   std::size_t jobs = 0;
   ColourChoice colours = ColourChoice::automatic;
+  bool follow = false;
+  bool follow_outside = false;
   bool json = false;
 };
 

@@ -9,6 +9,7 @@
 #include "kessel/split_list.h"
 #include "run/advice.h"
 #include "run/exit_codes.h"
+#include "run/meant_files.h"
 #include "run/one_output.h"
 #include "run/progress.h"
 #include "run/split_run.h"
@@ -16,6 +17,7 @@
 #include "run/with_input.h"
 #include "system/interruption.h"
 #include "text/counted.h"
+#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -84,9 +86,24 @@ const char* advice_on_warning(const Kessel::Finding& warning) {
       return " Undo the change in one of them if it is the wrong one.";
     case Kessel::FindingKind::stand_in_left:
       return " Put the file that holds it beside the others, and join again.";
+    case Kessel::FindingKind::text_after_end:
+      return "";
     default:
       return " velkstep check says more.";
   }
+}
+
+/// Who names a piece of a split, and not its root, gets that piece.
+void mention_nothing_joined(const JoinArguments& arguments) {
+  std::error_code error;
+  if (fs::is_directory(arguments.root, error)) return;
+  const std::string split = arguments.root == "-" ? "" : split_of(arguments.root);
+  std::cerr << "velkstep: " << printable(shown_name(arguments.root))
+            << ": refers to no other file, so " << printable(arguments.out.string())
+            << " holds nothing else; "
+            << (split.empty() ? "name the file that refers to the others"
+                              : "velkstep join " + in_command(split) + " joins the whole split")
+            << '\n';
 }
 
 std::string joined_text(const JoinArguments& arguments, const Kessel::Joined& joined) {
@@ -108,6 +125,9 @@ int join(const JoinArguments& arguments) {
         Kessel::Finding advised = warning;
         advised.sentence += advice_on_warning(warning);
         std::cerr << finding_text(name_in_finding(arguments, warning), advised);
+      }
+      if (joined.inputs.size() == 1 && joined.warnings.empty() && !arguments.quiet) {
+        mention_nothing_joined(arguments);
       }
       if (arguments.json) return print(join_json(joined, arguments.root, arguments.out));
       return arguments.quiet ? int{EXIT_DONE} : print(joined_text(arguments, joined));

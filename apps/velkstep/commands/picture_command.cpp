@@ -8,6 +8,7 @@
 #include "run/exit_codes.h"
 #include "run/one_output.h"
 #include "run/progress.h"
+#include "run/unpacked.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
 #include "text/counted.h"
@@ -24,6 +25,11 @@ Kessel::Picture draw(const fs::path& in, const PictureArguments& arguments) {
   options.part = arguments.part;
   options.view = arguments.view;
   options.memory_limit = arguments.memory_limit;
+  options.follow_references = arguments.follow;
+  options.follow_outside = arguments.follow_outside;
+  options.input_folder = folder_of_input(arguments.in);
+  Unpacked unpacked;
+  options.readable = unpacked.readable();
   options.replace = arguments.force;
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = progress_on(bar);
@@ -37,11 +43,23 @@ std::string picture_text(const PictureArguments& arguments, const Kessel::Pictur
   return text;
 }
 
-/// A picture without a line looks as if something had gone wrong.
-void mention_nothing_drawn(const PictureArguments& arguments) {
-  std::cerr << "velkstep: " << printable(shown_name(arguments.in))
-            << ": holds nothing to draw there, so " << printable(arguments.out.string())
-            << " is empty; velkstep info says what it holds\n";
+/// A picture without a line, or without parts of what it is to show, looks as if something had gone
+/// wrong.
+void mention_missing(const PictureArguments& arguments, const Kessel::Picture& picture) {
+  const bool is_empty = picture.places == 0;
+  if (!is_empty && picture.elsewhere == 0) return;
+  const std::string out = printable(arguments.out.string());
+  std::cerr << "velkstep: " << printable(shown_name(arguments.in)) << ": ";
+  if (picture.elsewhere == 0) {
+    std::cerr << "holds nothing to draw there, so " << out
+              << " is empty; velkstep info says what it holds\n";
+    return;
+  }
+  std::cerr << (picture.elsewhere == 1
+                    ? "the shape of 1 part is"
+                    : "the shapes of " + counted(picture.elsewhere, "part", "parts") + " are")
+            << " in other files, so " << out << (is_empty ? " is empty" : " lacks them")
+            << "; --follow reads them, too\n";
 }
 
 }  // namespace
@@ -52,7 +70,7 @@ int picture(const PictureArguments& arguments) {
     try {
       refuse_to_replace(arguments.in, arguments.out);
       const Kessel::Picture picture = draw(in, arguments);
-      if (picture.places == 0 && !arguments.quiet) mention_nothing_drawn(arguments);
+      if (!arguments.quiet) mention_missing(arguments, picture);
       if (arguments.json) {
         return print(picture_json(picture, arguments.view, arguments.in, arguments.out));
       }

@@ -16,6 +16,8 @@ struct PictureArguments {
   std::string part;
   Kessel::View view = Kessel::View::isometric;
   std::uint64_t memory_limit = Kessel::Options::NO_LIMIT;
+  bool follow = false;
+  bool follow_outside = false;
   bool force = false;
   bool quiet = false;
   bool json = false;

@@ -8,6 +8,7 @@
 #include "json/documents.h"
 #include "kessel/drawing.h"
 #include "run/each_input.h"
+#include "run/unpacked.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
 
@@ -41,7 +42,12 @@ std::string formatted(const Kessel::Assembly& assembly, const PartSizes& sizes,
 int tree_of_one(const std::string& in, const TreeArguments& arguments, const Colours& colours) {
   return with_input(in, [&](const std::filesystem::path& path) {
     Warnings warnings;
-    Kessel::Options options{.names = arguments.names, .input_folder = folder_of_input(in)};
+    Unpacked unpacked;
+    Kessel::Options options{.names = arguments.names,
+                            .input_folder = folder_of_input(in),
+                            .follow_references = arguments.follow,
+                            .follow_outside = arguments.follow_outside,
+                            .readable = unpacked.readable()};
     warnings.listen(options);
     Kessel::Drawing drawing;
     if (arguments.sizes) {

@@ -21,6 +21,8 @@ struct TreeArguments {
   bool bom = false;
   bool csv = false;
   bool sizes = false;
+  bool follow = false;
+  bool follow_outside = false;
   PartsOrder order = PartsOrder::file;
   ColourChoice colours = ColourChoice::automatic;
 };

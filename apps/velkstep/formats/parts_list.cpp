@@ -39,7 +39,7 @@ std::string csv_record(const std::vector<std::string>& fields) {
   return out + "\r\n";
 }
 
-constexpr std::array HEADINGS = {"Quantity", "Name", "Id", "Kind", "Record", "File"};
+constexpr std::array HEADINGS = {"Quantity", "Name", "Id", "Kind", "Number", "File"};
 constexpr std::array SIZE_HEADINGS = {"X", "Y", "Z", "Unit"};
 using ListRow = std::vector<std::string>;
 

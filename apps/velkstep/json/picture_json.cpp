@@ -17,6 +17,7 @@ std::string picture_json(const Kessel::Picture& picture, Kessel::View view,
                     {"lines", picture.lines},
                     {"left_out", picture.left_out},
                     {"dropped", picture.dropped},
+                    {"elsewhere", picture.elsewhere},
                     {"bytes", picture.bytes}});
 }
 

@@ -28,7 +28,7 @@ function show_details(index, choose) {
   if (part.external_file) add("Is in", part.external_file);
   add("Kind", part.kind);
   if (part.id !== "") add("Id", part.id);
-  if (part.record !== null) add("Record", `#${part.record}`);
+  if (part.record !== null) add("Number", `#${part.record}`);
   if (part.box) add("Bounding box", box_text(part));
   else if (part.unit) add("Length unit", part.unit.toLowerCase());
   if (part.not_drawn) add("Not drawn", counted(part.not_drawn, "edge", "edges"));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <fstream>
 #include <optional>
 #include <system_error>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "kessel/errors.h"
 #include "kessel/split_list.h"
 #include "run/input_names.h"
+#include "run/split_run.h"
 #include "text/near_miss.h"
 
 namespace Velkstep {
@@ -20,6 +22,9 @@ namespace fs = std::filesystem;
 
 /// More files of a folder than these are not looked at.
 constexpr std::size_t MOST_ENTRIES = 10'000;
+
+/// Nor is more of a line that is to be a name.
+constexpr std::size_t MOST_OF_A_NAME = 4096;
 
 /// The names of files in a folder, in order.
 std::vector<std::string> files_in(const fs::path& folder) {
@@ -60,13 +65,25 @@ std::string meant_instead_of(const fs::path& path) {
 
 namespace {
 
+/// The name of the root's file, as the list of a split has it, or the one that hosts read.
+std::string listed_root(const fs::path& folder) {
+  if (const auto list = Kessel::read_split_list(folder)) return list->root;
+  std::error_code error;
+  if (!fs::is_regular_file(folder / ROOTS_FILE, error)) return {};  // A pipe may wait for ever.
+  std::ifstream roots(folder / ROOTS_FILE);
+  std::string name(MOST_OF_A_NAME, '\0');
+  roots.getline(name.data(), static_cast<std::streamsize>(name.size()));
+  name.resize(name.find('\0'));
+  return fs::path(name).has_parent_path() ? std::string() : name;
+}
+
 /// The root's file where the folder holds a split; empty for none.
 std::string root_in(const fs::path& folder) {
   try {
-    const std::optional<Kessel::SplitList> list = Kessel::read_split_list(folder);
+    const std::string name = listed_root(folder);
     std::error_code error;
-    if (!list || !fs::is_regular_file(folder / list->root, error)) return {};
-    return (folder / list->root).string();
+    if (name.empty() || !fs::is_regular_file(folder / name, error)) return {};
+    return (folder / name).string();
   } catch (const Kessel::InputError&) {
     return {};
   }
@@ -83,6 +100,13 @@ std::string what_to_name_in(const fs::path& folder) {
     return "name files in it, such as " + (folder / ("*" + ending)).string();
   }
   return "it holds no STEP file: name one";
+}
+
+std::string split_of(const fs::path& file) {
+  const fs::path folder = file.has_parent_path() ? file.parent_path() : ".";
+  const fs::path root = root_in(folder);
+  std::error_code error;
+  return root.empty() || fs::equivalent(root, file, error) ? std::string() : folder.string();
 }
 
 }  // namespace Velkstep

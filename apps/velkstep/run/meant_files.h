@@ -12,4 +12,7 @@ std::string meant_instead_of(const std::filesystem::path& path);
 /// What to do in place of naming `folder` as an input: "name files in it, such as X/*.stp".
 std::string what_to_name_in(const std::filesystem::path& folder);
 
+/// The folder of `file`, where that holds a split of which `file` is not the root; else empty.
+std::string split_of(const std::filesystem::path& file);
+
 }  // namespace Velkstep

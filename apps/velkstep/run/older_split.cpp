@@ -39,10 +39,14 @@ bool has_text(const fs::path& path, const std::string& text) {
 }
 
 void look_at(const Kessel::SplitList& list, const fs::path& folder,
-             const std::set<std::string>& names, const fs::path& input, OlderSplit& older) {
+             const std::set<std::string>& names, const std::vector<fs::path>& inputs,
+             OlderSplit& older) {
   for (const Kessel::ListedFile& file : list.files) {
-    std::error_code error;
-    if (names.contains(file.name) || fs::equivalent(folder / file.name, input, error)) continue;
+    const bool is_read = std::any_of(inputs.begin(), inputs.end(), [&](const fs::path& input) {
+      std::error_code error;
+      return fs::equivalent(folder / file.name, input, error);
+    });
+    if (is_read || names.contains(file.name)) continue;
     const Kessel::ListedState state = Kessel::state_of(file, folder);
     if (state == Kessel::ListedState::unchanged) older.leftovers.names.push_back(file.name);
     if (state == Kessel::ListedState::changed) older.changed.push_back(file.name);
@@ -59,11 +63,11 @@ void look_at(const Kessel::SplitList& list, const fs::path& folder,
 }  // namespace
 
 OlderSplit find_older_split(const fs::path& folder, const std::vector<std::string>& names,
-                            const fs::path& input) {
+                            const std::vector<fs::path>& inputs) {
   OlderSplit older;
   try {
     const std::optional<Kessel::SplitList> list = Kessel::read_split_list(folder);
-    if (list) look_at(*list, folder, {names.begin(), names.end()}, input, older);
+    if (list) look_at(*list, folder, {names.begin(), names.end()}, inputs, older);
   } catch (const Kessel::InputError& error) {
     older.problem = error.finding().sentence;
   }

@@ -20,11 +20,11 @@ struct OlderSplit {
   std::string problem;
 };
 
-/// Looks for one in `folder`, into which files of the names `names` go. `input` is none of its
-/// leftovers, wherever it stands.
+/// Looks for one in `folder`, into which files of the names `names` go. Its leftovers are none of
+/// `inputs`, wherever those stand.
 OlderSplit find_older_split(const std::filesystem::path& folder,
                             const std::vector<std::string>& names,
-                            const std::filesystem::path& input);
+                            const std::vector<std::filesystem::path>& inputs);
 
 /// A line for each thing about it that a reader should know, for standard error.
 std::string older_split_text(const OlderSplit& older, const std::filesystem::path& folder);

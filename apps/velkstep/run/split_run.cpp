@@ -55,7 +55,8 @@ class WorkingDirectory {
 
 /// Splits into `folder`, "roots.txt" as well.
 std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::path& in,
-                                            const SplitArguments& arguments, Warnings& warnings) {
+                                            const SplitArguments& arguments, Unpacked& unpacked,
+                                            Warnings& warnings) {
   Kessel::Options options = arguments.options;
   if (!arguments.part.empty()) options.follow_references = false;  // The part was followed to.
   options.input_name = arguments.in == "-" ? "-" : fs::path(arguments.in).filename().string();
@@ -65,7 +66,6 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
   if (options.assemblies == Kessel::AssemblyStyle::classic) {
     options.folder_in_headers = arguments.outdir;  // The library sees another one.
   }
-  Unpacked unpacked;
   options.readable = unpacked.readable();
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = progress_on(bar);
@@ -74,13 +74,13 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
 }
 
 /// A file of the part that is to be split, in `folder`.
-fs::path extracted(const fs::path& in, const SplitArguments& arguments, const fs::path& folder) {
+fs::path extracted(const fs::path& in, const SplitArguments& arguments, const fs::path& folder,
+                   Unpacked& unpacked) {
   Kessel::ExtractOptions options;
   options.memory_limit = arguments.options.memory_limit;
   options.progress = [](const Kessel::Progress&) { throw_if_interrupted(); };
   options.follow_references = arguments.options.follow_references;
   options.follow_outside = arguments.options.follow_outside;
-  Unpacked unpacked;
   options.readable = unpacked.readable();
   // What it refers to is looked for by the split, and from where the input is.
   options.input_folder = folder_of_input(arguments.in);
@@ -100,14 +100,18 @@ std::vector<std::string> in_order_of_arrival(const FinishedSplit& split,
   return order;
 }
 
-/// No file may take the place of the input, not even where replacing was asked for.
-void refuse_to_replace_input(const std::vector<std::string>& names, const fs::path& outdir,
-                             const fs::path& input) {
+/// No file may take the place of one that was read, not even where replacing was asked for.
+void refuse_to_replace_inputs(const std::vector<std::string>& names, const fs::path& outdir,
+                              const FinishedSplit& split) {
   for (const std::string& name : names) {
     std::error_code error;
     const fs::path there = outdir / name;
-    if (!fs::is_symlink(there, error) && fs::equivalent(there, input, error)) {
-      throw UnusableOutput(there, "is the input; choose another folder");
+    if (fs::is_symlink(there, error)) continue;
+    for (const fs::path& input : split.read) {
+      if (!fs::equivalent(there, input, error)) continue;
+      throw UnusableOutput(there, input == split.source
+                                      ? "is the input; choose another folder"
+                                      : "is read with the input; choose another folder");
     }
   }
 }
@@ -117,7 +121,7 @@ void refuse_to_replace_input(const std::vector<std::string>& names, const fs::pa
 std::vector<std::string> allowed_names(const FinishedSplit& split, const Delivery& delivery,
                                        const SplitArguments& arguments) {
   std::vector<std::string> names = in_order_of_arrival(split, delivery.more);
-  if (arguments.force) refuse_to_replace_input(names, arguments.outdir, split.source);
+  if (arguments.force) refuse_to_replace_inputs(names, arguments.outdir, split);
   return names;
 }
 
@@ -138,7 +142,7 @@ int preview(const FinishedSplit& split, const Delivery& delivery, const SplitArg
             OlderSplit& older) {
   const std::vector<std::string> names = allowed_names(split, delivery, arguments);
   refuse_what_is_there(arguments.outdir, names, arguments.force);
-  if (arguments.force) older = find_older_split(arguments.outdir, names, split.source);
+  if (arguments.force) older = find_older_split(arguments.outdir, names, split.read);
   if (arguments.json) return print(delivery.text);
   if (arguments.quiet) return EXIT_DONE;
   const auto size_of = [&](const std::string& name) { return fs::file_size(split.folder / name); };
@@ -162,7 +166,7 @@ int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArg
             StagedOutput& staged, OlderSplit& older) {
   const std::vector<std::string> names = allowed_names(split, delivery, arguments);
   staged.publish(names, arguments.force, [&] {
-    if (arguments.force) older = find_older_split(arguments.outdir, names, split.source);
+    if (arguments.force) older = find_older_split(arguments.outdir, names, split.read);
     return older.leftovers;
   });
   try {
@@ -211,14 +215,17 @@ int run_split(const SplitArguments& arguments,
     std::optional<TemporaryFolder> trial;
     FinishedSplit split;
     std::optional<TemporaryFolder> alone;
+    Unpacked unpacked;
     split.source = fs::absolute(input.path());
     split.input = arguments.part.empty()
                       ? split.source
-                      : extracted(split.source, arguments, alone.emplace().path());
+                      : extracted(split.source, arguments, alone.emplace().path(), unpacked);
     split.folder =
         arguments.dry_run ? trial.emplace().path() : staged.emplace(arguments.outdir).folder();
     Warnings warnings;
-    split.files = split_into(split.folder, split.input, arguments, warnings);
+    split.files = split_into(split.folder, split.input, arguments, unpacked, warnings);
+    split.read = unpacked.files();
+    split.read.push_back(split.source);
     split.has_root = fs::exists(split.folder / ROOTS_FILE);
     split.has_list = fs::exists(split.folder / Kessel::SPLIT_LIST);
     if (split.files.empty()) {  // The library has said what hosts are told.

@@ -16,9 +16,11 @@ inline constexpr const char* ROOTS_FILE = "roots.txt";
 
 /// A split whose files are not in OUTDIR yet.
 struct FinishedSplit {
-  std::filesystem::path source;            ///< where the whole input can be read
-  std::filesystem::path input;             ///< the same for what is split of it
-  std::filesystem::path folder;            ///< where the files are
+  std::filesystem::path source;  ///< where the whole input can be read
+  std::filesystem::path input;   ///< the same for what is split of it
+  std::vector<std::filesystem::path>
+      read;                      ///< the whole input, and the files that were read with it
+  std::filesystem::path folder;  ///< where the files are
   std::vector<Kessel::WrittenFile> files;  ///< the root's first; paths are bare names
   bool has_root = false;                   ///< false where every part is a component of another
   bool has_list = false;                   ///< whether there is a list of the files

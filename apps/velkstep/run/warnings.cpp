@@ -8,6 +8,13 @@
 
 namespace Velkstep {
 
+namespace {
+
+/// What else can be had of what is in other files.
+constexpr const char* FOLLOW = " --follow puts it into the new file.";
+
+}  // namespace
+
 void Warnings::add(const Kessel::Finding& warning) {
   if (warning.kind == Kessel::FindingKind::one_part ||
       warning.kind == Kessel::FindingKind::no_part) {
@@ -16,6 +23,7 @@ void Warnings::add(const Kessel::Finding& warning) {
     missing_.push_back(warning);
   } else if (warning.kind == Kessel::FindingKind::foreign_shape ||
              warning.kind == Kessel::FindingKind::occurrence_style ||
+             warning.kind == Kessel::FindingKind::shape_elsewhere ||
              warning.kind == Kessel::FindingKind::text_after_end) {
     Group& group = told_[warning.kind];
     if (group.count == 0) group.first = warning;
@@ -43,7 +51,7 @@ void Warnings::mention(const std::string& argument) const {
     std::cerr << "velkstep: " << printable(place_in(shown_name(argument), group.first)) << ": "
               << group.first.sentence
               << (group.count == 1 ? "" : " " + grouped(group.count - 1) + " more like it.")
-              << "\n";
+              << (kind == Kessel::FindingKind::shape_elsewhere ? FOLLOW : "") << "\n";
   }
   if (count_ == 0) return;
   std::cerr << "velkstep: " << printable(shown_name(argument)) << ": "

@@ -5,267 +5,56 @@ library does one thing at a time in one process: calls from several threads wait
 a progress function that calls the module gets a RuntimeError. Split on several cores with processes.
 """
 
-from __future__ import annotations
-
-import os
-import pathlib
-from typing import Callable, Literal, Optional, TypedDict, Union
-
-from . import _velkstep
-from .errors import InputError, OutputError, PartError
-from .shapes import (
-    Difference,
-    Drawing,
-    Extracted,
-    Info,
-    Joined,
-    Picture,
-    Shrunk,
-    Tree,
-    Verification,
+from ._functions import (
+    CLASSIC,
+    Assemblies,
+    Follow,
+    Names,
+    Progress,
+    Reading,
+    References,
+    Stage,
+    StrPath,
+    View,
+    check,
+    diff,
+    drawing,
+    extract,
+    info,
+    join,
+    overview,
+    picture,
+    shrink,
+    split,
+    tree,
+    verify,
 )
+from .errors import InputError, OutputError, PartError
 
 __all__ = [
     "CLASSIC",
+    "Assemblies",
+    "Follow",
     "InputError",
+    "Names",
     "OutputError",
     "PartError",
+    "Progress",
+    "Reading",
+    "References",
+    "Stage",
+    "StrPath",
+    "View",
+    "check",
     "diff",
     "drawing",
     "extract",
     "info",
     "join",
+    "overview",
     "picture",
     "shrink",
     "split",
     "tree",
     "verify",
 ]
-
-StrPath = Union[str, "os.PathLike[str]"]
-Assemblies = Literal["classic", "lean", "nested"]
-Names = Literal["record", "product", "product-unicode"]
-References = Literal["keep", "follow", "copy"]
-Reading = Literal["standard", "classic"]
-View = Literal["iso", "front", "top", "right"]
-Stage = Literal["reading", "sorting", "writing"]
-Progress = Callable[[Stage, int, int], object]
-
-
-class Choices(TypedDict):
-    """What `split` can be told about its files."""
-
-    assemblies: Assemblies
-    names: Names
-    reading: Reading
-
-
-CLASSIC: Choices = {"assemblies": "classic", "names": "record", "reading": "classic"}
-"""The choices with which `split(input, outdir, **CLASSIC)` writes the bytes that Kessel::Run writes."""
-
-
-def split(
-    input: StrPath,
-    outdir: StrPath,
-    assemblies: Assemblies = "nested",
-    names: Names = "product",
-    reading: Reading = "standard",
-    progress: Optional[Progress] = None,
-    shrink: bool = False,
-    references: References = "keep",
-    follow_outside: bool = False,
-) -> list[pathlib.Path]:
-    """Splits the file `input` into files under `outdir`, and returns their paths, the root's first.
-
-    A file with one part or none is copied; with the assemblies "classic" the list is empty then, and
-    nothing is written. The list "velkstep-split.json" of the files goes into `outdir`, too. `outdir` is made as needed; where one of
-    the files is there already, in whatever form, nothing is written and OutputError is raised.
-    "roots.txt" with the root's file name goes into the working directory, over an earlier one.
-    Sentences about problems in the data go to standard error. With `shrink`, which needs the style
-    lean or nested, records that say the same become one first.
-
-    Other files that `input` refers to are referred to from `outdir` as well ("keep"), are split with
-    it as one assembly ("follow"), or copied into `outdir` ("copy"); those outside of its folder are
-    followed or copied with `follow_outside` only. The classic style keeps names as they are.
-
-    `progress` is called with the stage and how much of it is done of what total: bytes of the input
-    for "reading" and "writing", passes for "sorting". An exception that it raises ends the split
-    and comes out of it unchanged, and so does KeyboardInterrupt without any progress function; what
-    was written until then is in the files.
-
-    `assemblies` is what an assembly's file holds, `names` what files are called after, `reading` how
-    the input is cut into records; "classic" is for the assemblies "classic" only. CLASSIC has all
-    three for hosts of Kessel::Run.
-
-    Raises InputError, OutputError, MemoryError; ValueError for a choice that there is not, and with the
-    assemblies "classic" for an `outdir` that is not UTF-8.
-    """
-    return _velkstep.split(
-        input, outdir, assemblies, names, reading, progress, shrink, references, follow_outside
-    )
-
-
-def tree(input: StrPath, names: Names = "product") -> Tree:
-    """Reads the product structure, as `velkstep tree --json` prints it. Writes nothing.
-
-    `names` is that of the split that the parts' file names are for. Raises InputError, MemoryError,
-    and ValueError for a style that there is not.
-    """
-    return _velkstep.tree(input, names)
-
-
-def info(input: StrPath) -> Info:
-    """Reads header, counts and units, as `velkstep info --json` prints them. Writes nothing.
-
-    Raises InputError and MemoryError.
-    """
-    return _velkstep.info(input)
-
-
-def picture(
-    input: StrPath,
-    out: StrPath,
-    part: str = "",
-    view: View = "iso",
-    replace: bool = False,
-    progress: Optional[Progress] = None,
-) -> Picture:
-    """Draws a part of `input`, or all of it, as the SVG file `out`.
-
-    `part` is as that of extract; without it, the whole is drawn. Returns what `velkstep picture --json`
-    prints. `out` appears when it is finished; what is there already is replaced only with `replace`.
-
-    Raises PartError for a name that no part has, or several; ValueError for a view that there is not;
-    InputError, OutputError, MemoryError.
-    """
-    return _velkstep.picture(input, out, part, view, replace, progress)
-
-
-def drawing(
-    input: StrPath,
-    tolerance: float = 1e-3,
-    names: Names = "product",
-    progress: Optional[Progress] = None,
-) -> Drawing:
-    """Reads the edges of all parts as lines, and where components are. Writes nothing.
-
-    `tolerance` says how far a line may be from its curve, as a fraction of its part's box. The member
-    "tree" is what tree returns, "parts" has what is drawn of each of its parts, in the same order:
-    coordinates in the part's own unit, colours as 0xRRGGBB, matrices as three rows of four numbers.
-
-    Raises InputError and MemoryError.
-    """
-    return _velkstep.drawing(input, tolerance, names, progress)
-
-
-def extract(
-    input: StrPath,
-    part: Union[str, list[str]],
-    out: StrPath,
-    bodies: bool = False,
-    names: Names = "product",
-    replace: bool = False,
-    progress: Optional[Progress] = None,
-    shrink: bool = False,
-    references: Literal["keep", "follow"] = "keep",
-    follow_outside: bool = False,
-) -> Extracted:
-    """Writes one part or sub-assembly of `input`, with all below it, as the file `out`.
-
-    `part` is a product's name or id, "#" and the number of its definition, or a path from a top of
-    the structure, "Desk lamp/Boom/Arm". For a list of parts, or with `bodies`, which gives a file for
-    each body of a part, `out` is a folder, in which files are called as `names` says. Returns what
-    `velkstep extract --json` prints. Files appear when all of them are finished; what is there already
-    is replaced only with `replace`. `progress` is as that of split. With `shrink`, records of a file
-    that say the same become one. Files that these parts refer to stay where they are ("keep"), or are
-    read with `input` as one ("follow"); those outside of its folder with `follow_outside` only.
-
-    Raises PartError for a name that no part has, or several; InputError, OutputError, MemoryError.
-    """
-    parts = [part] if isinstance(part, str) else list(part)
-    is_folder = bodies or not isinstance(part, str)
-    return _velkstep.extract(
-        input,
-        parts,
-        out,
-        is_folder,
-        bodies,
-        names,
-        replace,
-        progress,
-        shrink,
-        references,
-        follow_outside,
-    )
-
-
-def join(
-    root: StrPath,
-    out: StrPath,
-    replace: bool = False,
-    follow_outside: bool = False,
-    progress: Optional[Progress] = None,
-    shrink: bool = False,
-    allow_missing: bool = False,
-    allow_mixed_schemas: bool = False,
-) -> Joined:
-    """Joins `root`, or the split in the folder `root`, and the files that it refers to into the file
-    `out`.
-
-    Returns what `velkstep join --json` prints. `out` appears when it is finished, or not at all;
-    what is there already is replaced only with `replace`. Files outside of the root's folder are
-    read only with `follow_outside`. References to files that are not there stay with
-    `allow_missing`, and files may obey other schemas than the root with `allow_mixed_schemas`.
-    `progress` is called with "reading" and "writing" and bytes of
-    the files; it can end the joining as that of split can. With `shrink`, records of the result
-    that say the same become one.
-
-    Raises InputError, whose message names all files that are missing; OutputError and MemoryError.
-    """
-    return _velkstep.join(
-        root, out, replace, follow_outside, progress, shrink, allow_missing, allow_mixed_schemas
-    )
-
-
-def shrink(
-    input: StrPath,
-    out: StrPath,
-    replace: bool = False,
-    drop_unreachable: bool = False,
-    renumber: bool = False,
-    progress: Optional[Progress] = None,
-) -> Shrunk:
-    """Writes the file `input` to `out` with records that say the same as one.
-
-    Returns what `velkstep shrink --json` prints. `out` appears when it is finished, or not at all;
-    what is there already is replaced only with `replace`. With `drop_unreachable`, values, geometry
-    and contexts go that nothing leads to. Records keep their numbers unless `renumber` is set.
-    `progress` is as for split.
-
-    Raises InputError, OutputError and MemoryError.
-    """
-    return _velkstep.shrink(input, out, replace, drop_unreachable, renumber, progress)
-
-
-def diff(a: StrPath, b: StrPath, progress: Optional[Progress] = None) -> Difference:
-    """Compares what the files `a` and `b` say, as `velkstep diff --json` prints it. Writes nothing.
-
-    The member "same" is the answer. `progress` is called with "reading" and bytes of both files,
-    then with "sorting" and steps of the comparison; it can end it as that of split can.
-
-    Raises InputError, whose path is that of the one that is to blame, and MemoryError.
-    """
-    return _velkstep.diff(a, b, progress)
-
-
-def verify(input: StrPath, outdir: StrPath, progress: Optional[Progress] = None) -> Verification:
-    """Checks that the files of a split in the folder `outdir` hold what the file `input` holds.
-
-    Returns what `velkstep verify --json` prints; the member "findings" is empty where all is as it
-    should be. What cannot be read is a finding, too. Writes nothing. `progress` is called with
-    "reading" and bytes of the files, then with "sorting" and steps of the comparison; it can end it as
-    that of split can.
-
-    Raises MemoryError.
-    """
-    return _velkstep.verify(input, outdir, progress)

@@ -3,11 +3,13 @@ import pathlib
 from typing import Callable, Optional, Union
 
 from .shapes import (
+    Checked,
     Difference,
     Drawing,
     Extracted,
     Info,
     Joined,
+    Overview,
     Picture,
     Shrunk,
     Tree,
@@ -27,8 +29,17 @@ def split(
     references: str,
     follow_outside: bool,
 ) -> list[pathlib.Path]: ...
-def tree(input: _StrPath, names: str) -> Tree: ...
-def info(input: _StrPath) -> Info: ...
+def tree(input: _StrPath, names: str, references: str, follow_outside: bool) -> Tree: ...
+def info(input: _StrPath, references: str, follow_outside: bool) -> Info: ...
+def check(input: _StrPath, progress: Optional[Callable[..., object]]) -> Checked: ...
+def overview(
+    input: _StrPath,
+    tolerance: Optional[float],
+    names: str,
+    progress: Optional[Callable[..., object]],
+    references: str,
+    follow_outside: bool,
+) -> Overview: ...
 def picture(
     input: _StrPath,
     out: _StrPath,
@@ -36,12 +47,16 @@ def picture(
     view: str,
     replace: bool,
     progress: Optional[Callable[..., object]],
+    references: str,
+    follow_outside: bool,
 ) -> Picture: ...
 def drawing(
     input: _StrPath,
     tolerance: float,
     names: str,
     progress: Optional[Callable[..., object]],
+    references: str,
+    follow_outside: bool,
 ) -> Drawing: ...
 def join(
     root: _StrPath,

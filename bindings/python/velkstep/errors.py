@@ -35,10 +35,12 @@ class InputError(RuntimeError):
         """The column in that line, in bytes from 1; None where there is no line."""
         self.record = record
         """The instance number concerned; None where there is none."""
+        self.advice = ""
+        """What to do, where an argument of the function helps or the sentence does not say it."""
 
     def __str__(self) -> str:
         place = self.path if self.line is None else f"{self.path}:{self.line}:{self.column}"
-        return f"{place}: {self.sentence}"
+        return f"{place}: {self.sentence}{self.advice and ' '}{self.advice}"
 
 
 class PartError(LookupError):
@@ -54,9 +56,12 @@ class PartError(LookupError):
         """The parts of that name, or those with the most similar names."""
         self.path = path
         """The input, as it was given."""
+        self.advice = ""
+        """What to do."""
 
     def __str__(self) -> str:
-        return self.sentence if self.path is None else f"{self.path}: {self.sentence}"
+        line = self.sentence if self.path is None else f"{self.path}: {self.sentence}"
+        return f"{line}{self.advice and ' '}{self.advice}"
 
 
 class OutputError(RuntimeError):
@@ -71,6 +76,8 @@ class OutputError(RuntimeError):
         """The file or folder."""
         self.errno = errno
         """The system's reason, as in the module errno."""
+        self.advice = ""
+        """What to do, where an argument of the function helps."""
 
     def __str__(self) -> str:
-        return self.sentence
+        return f"{self.sentence}{self.advice and '; '}{self.advice}"

@@ -197,6 +197,14 @@ class Verification(TypedDict):
     findings: list[SplitFinding]
 
 
+class Checked(TypedDict):
+    """What is wrong or unusual in a file."""
+
+    format: int
+    input: str
+    findings: list[InputFinding]
+
+
 class NamedPart(TypedDict):
     """A part that can be extracted."""
 
@@ -237,6 +245,7 @@ class Picture(TypedDict):
     lines: int
     left_out: int
     dropped: int
+    elsewhere: int
     bytes: int
 
 
@@ -285,6 +294,15 @@ class Drawing(TypedDict):
 
     tree: Tree
     parts: list[DrawnPart]
+
+
+class Overview(TypedDict):
+    """What one reading of a file tells."""
+
+    tree: Tree
+    info: Info
+    findings: list[InputFinding]
+    parts: list[DrawnPart] | None
 
 
 class Joined(TypedDict):

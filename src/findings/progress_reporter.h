@@ -39,9 +39,10 @@ class ProgressReporter {
   std::uint64_t next_ = std::numeric_limits<std::uint64_t>::max();
 };
 
-/// The bytes from the stream's position to its end, for a host that listens; otherwise 0.
+/// The bytes from the stream's position to its end, for a host that listens or limits memory, which
+/// both are told how far the reading has come; otherwise 0.
 inline std::uint64_t size_for_progress(std::istream& in, const Options& options) {
-  if (!options.progress) return 0;
+  if (!options.progress && options.memory_limit == Options::NO_LIMIT) return 0;
   const std::istream::pos_type here = in.tellg();
   in.seekg(0, std::ios::end);
   const std::istream::pos_type end = in.tellg();

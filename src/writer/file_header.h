@@ -1,4 +1,4 @@
-// What stands around the records of every output file.
+// The header of every output file.
 #pragma once
 
 #include <string>
@@ -13,8 +13,5 @@ namespace Kessel {
 /// that.
 std::string make_file_header(const std::string& header, std::string_view file_name,
                              std::string_view time_stamp);
-
-/// The current time in UTC as ISO 8601 has it: 2026-11-16T02:45:07+00:00.
-std::string current_time_stamp();
 
 }  // namespace Kessel
