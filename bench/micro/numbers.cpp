@@ -57,7 +57,7 @@ BENCHMARK_TEMPLATE(read_numbers, &read_number_plainly)->Name("read_number/plainl
 
 template <auto Write>
 void write_numbers(benchmark::State& state) {
-  std::vector<char> out(numbers().size() * NUMBER_ROOM);
+  std::vector<char> out(numbers().size() * Exchange::NUMBER_ROOM);
   for (auto _ : state) {
     char* p = out.data();
     for (const std::uint32_t number : numbers()) p = Write(p, number);
@@ -66,8 +66,8 @@ void write_numbers(benchmark::State& state) {
   }
   set_counters(state);
 }
-BENCHMARK_TEMPLATE(write_numbers, &write_number)->Name("write_number");
-BENCHMARK_TEMPLATE(write_numbers, &write_number_plainly)->Name("write_number/plainly");
+BENCHMARK_TEMPLATE(write_numbers, &Exchange::write_number)->Name("write_number");
+BENCHMARK_TEMPLATE(write_numbers, &Exchange::write_number_plainly)->Name("write_number/plainly");
 
 }  // namespace
 

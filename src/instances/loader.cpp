@@ -58,9 +58,12 @@ void InstanceLoader::begin_section(Exchange::Section section, std::string_view p
     require_memory();
   }
   all.types_.push_back(type);
-  all.numbers_.push_back(
-      static_cast<std::uint32_t>(std::min<std::uint64_t>(number, Instances::LARGE_NUMBER)));
-  if (number >= Instances::LARGE_NUMBER) all.large_numbers_.push_back({index, number});
+  if (number < Instances::LARGE_NUMBER) [[likely]] {
+    all.numbers_.push_back(static_cast<std::uint32_t>(number));
+  } else {
+    all.numbers_.push_back(Instances::LARGE_NUMBER);
+    all.large_numbers_.push_back({index, number});
+  }
   all.first_references_.push_back(
       static_cast<std::uint32_t>(all.references_.size() - references_of_block_));
   return index;
@@ -185,14 +188,15 @@ void InstanceLoader::enter_numbers() {
 /// Turns numbers into records. The memory of both is the same.
 void InstanceLoader::resolve() {
   Column<Reference>& references = instances_.references_;
-  const LargeReference* large = large_references_.begin();
-  for (std::uint64_t i = 0; i < references.size(); ++i) {
-    std::uint64_t number = references[i].number();
-    if (large != large_references_.end() && large->place == i) number = (large++)->number;
-    const Index record = instances_.find(number);
-    references[i] = Reference(record, false);
-    if (record == NO_RECORD) ++instances_.missing_references_;
+  for (Reference& reference : references) {
+    reference = Reference(instances_.find(reference.number()), false);
   }
+  for (const LargeReference& large : large_references_) {
+    references[large.place] = Reference(instances_.find(large.number), false);
+  }
+  instances_.missing_references_ += static_cast<std::uint64_t>(
+      std::count_if(references.begin(), references.end(),
+                    [](Reference reference) { return reference.record() == NO_RECORD; }));
   for (const std::uint64_t i : listed_) references[i] = Reference(references[i].record(), true);
   listed_ = {};
   large_references_ = {};
