@@ -63,9 +63,9 @@ TEST(ItemsOf, OfWhatIsNoListOrBreaksOff) {
 
 TEST(ItemsOf, AreTheSameWithACommentInFront) {
   // A comment has the list taken apart word by word.
-  constexpr std::string_view PIECES[] = {",", ",",   ",",   "(",  ")",    " ",  "\n", "'",
-                                         "#1", "'a'", "''", "A_", ".T.", "-1.", "$",  "\"2A\"",
-                                         "\"", ".",   "'(,", ";", "!B",  "@2"};
+  constexpr std::string_view PIECES[] = {",",  ",",   ",",   "(",  ")",   " ",   "\n", "'",
+                                         "#1", "'a'", "''",  "A_", ".T.", "-1.", "$",  "\"2A\"",
+                                         "\"", ".",   "'(,", ";",  "!B",  "@2"};
   std::mt19937 random(31);
   std::size_t with_items = 0;
   for (int round = 0; round < 30'000; ++round) {
@@ -73,7 +73,8 @@ TEST(ItemsOf, AreTheSameWithACommentInFront) {
     for (std::size_t left = random() % 14; left > 0; --left) {
       text += PIECES[random() % std::size(PIECES)];
     }
-    const Parameters items = items_of("(" + text + ")");
+    const std::string list = "(" + text + ")";
+    const Parameters items = items_of(list);
     const std::string commented = "(/**/" + text + ")";
     ASSERT_EQ(testing::PrintToString(items), testing::PrintToString(items_of(commented))) << text;
     with_items += items.size() > 1 ? 1 : 0;
