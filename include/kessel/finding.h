@@ -88,7 +88,7 @@ enum class FindingKind {
   unknown_component,  ///< a file holds nothing that a reference to it could mean
   copies_differ,      ///< one record of the input says different things in two files
   stand_in_left,      ///< a record that stands for another, which no file holds
-  shape_elsewhere,    ///< another file holds what is extracted, and keeps it; only `extract` tells
+  shape_elsewhere,    ///< another file holds it, and keeps it; only `split` and `extract` tell
 };
 
 /// The kind's name as it stands in FindingKind, for machines to read.
@@ -98,7 +98,7 @@ KESSEL_EXPORT std::string_view name_of(FindingKind kind);
 struct Finding {
   FindingKind kind = FindingKind::unreadable;
   Severity severity = Severity::error;
-  std::string sentence;      ///< plain English, ASCII
+  std::string sentence;      ///< plain English; ASCII but for names of files, which are UTF-8
   std::uint64_t offset = 0;  ///< bytes from the beginning of the file
   std::uint64_t line = 0;    ///< line of `offset`, from 1; 0 for a finding on the whole file
   /// Column of `offset` in its line, from 1, in bytes (a character beyond ASCII has two to four); 0

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string>
 
+#include "exchange/parameters.h"
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
 #include "findings/refusals.h"
@@ -18,10 +19,47 @@ namespace Kessel {
 
 namespace {
 
-bool stands_in(const char* place, const std::vector<std::string_view>& texts) {
-  return std::any_of(texts.begin(), texts.end(), [&](std::string_view text) {
-    return place >= text.data() && place < text.data() + text.size();
-  });
+/// Whether what stands between two items is no more than a comma and blanks, or at an end of the
+/// list, where `commas` is 0, blanks.
+bool is_gap(const char* begin, const char* end, int commas) {
+  for (; begin != end; ++begin) {
+    if (*begin == ',') {
+      if (commas-- == 0) return false;
+    } else if (*begin != ' ' && *begin != '\n' && *begin != '\r' && *begin != '\t') {
+      return false;
+    }
+  }
+  return commas == 0;
+}
+
+/// Whether the list is seen at once to have these items, and no other: nearly every list.
+bool are_all_items(std::string_view list, std::span<const Exchange::Mention> mentions) {
+  if (!list.ends_with(')')) return false;
+  const char* from = list.data() + 1;
+  for (const Exchange::Mention& mention : mentions) {
+    if (!is_gap(from, mention.begin - 1, &mention == mentions.data() ? 0 : 1)) return false;
+    from = mention.end;
+  }
+  return is_gap(from, list.data() + list.size() - 1, 0);
+}
+
+/// Where the digits of items of the list begin that are instances, and nothing more.
+std::vector<const char*> begins_of_items(std::string_view list) {
+  std::vector<const char*> begins;
+  for (const std::string_view item : Exchange::items_of(list)) {
+    if (!item.empty() && Exchange::instance_of(item) != 0) begins.push_back(item.data() + 1);
+  }
+  return begins;
+}
+
+/// The mentions, in order, that stand in `text`.
+std::span<const Exchange::Mention> mentions_in(std::string_view text,
+                                               std::span<const Exchange::Mention> mentions) {
+  const auto at = [&](const char* place) {
+    return std::partition_point(mentions.begin(), mentions.end(),
+                                [&](const auto& mention) { return mention.begin < place; });
+  };
+  return {at(text.data()), at(text.data() + text.size())};
 }
 
 }  // namespace
@@ -125,14 +163,20 @@ void InstanceLoader::entry(Exchange::Section section, const Exchange::Statement&
   added_entry(index, entry, mentions);
 }
 
-/// Notes which of the references that are added next stand in a collector's list.
+/// Notes which of the references that are added next are items of a collector's list. Those in an
+/// item that is more than a reference, such as a list, are none: nobody could leave them out.
 void InstanceLoader::note_listed(const Exchange::Record& record) {
-  const std::vector<std::string_view> lists = collected_lists(record.body);
-  if (lists.empty()) return;
-  std::uint64_t place = instances_.references_.size();
-  for (const Exchange::Mention& mention : record.mentions) {
-    if (stands_in(mention.begin, lists)) listed_.push_back(place);
-    ++place;
+  const std::uint64_t first = instances_.references_.size();
+  const std::span<const Exchange::Mention> mentions = record.mentions;
+  for (const std::string_view list : collected_lists(record.body)) {
+    const auto in_list = mentions_in(list, mentions);
+    const bool are_items = are_all_items(list, in_list);
+    const std::vector<const char*> begins =
+        are_items ? std::vector<const char*>() : begins_of_items(list);
+    for (const Exchange::Mention& mention : in_list) {
+      if (!are_items && !std::binary_search(begins.begin(), begins.end(), mention.begin)) continue;
+      listed_.push_back(first + static_cast<std::uint64_t>(&mention - mentions.data()));
+    }
   }
 }
 

@@ -84,11 +84,35 @@ TEST(Loader, MarksWhatCollectorsList) {
   const Instances& all = loaded.instances;
   EXPECT_THAT(references_of(all, 0), ElementsAre("#3!", "#5!", "#6"));
   EXPECT_THAT(references_of(all, 1), ElementsAre("#5", "#6"));
-  EXPECT_THAT(references_of(all, 2), ElementsAre("#1!", "#3!"));
+  EXPECT_THAT(references_of(all, 2), ElementsAre("#1", "#3!"));
   EXPECT_THAT(references_of(all, 3), ElementsAre("#1", "#3!", "#1!"));
   EXPECT_THAT(references_of(all, 4), ElementsAre("#1", "#3!", "#6", "#5"));
   EXPECT_THAT(references_of(all, 5), ElementsAre("#1!"));
   EXPECT_THAT(references_of(all, 6), ElementsAre("#1"));
+}
+
+/// What is more than a reference cannot be left out by who shares out the list.
+TEST(Loader, MarksOnlyWhatIsAnItemByItself) {
+  for (const auto& [items, references] :
+       std::vector<std::pair<std::string, std::string>>{{"#1,#2", "#1!,#2!"},
+                                                        {" #1 ,\n#2\t", "#1!,#2!"},
+                                                        {"/*#1,*/#1/*,*/,#2", "#1!,#2!"},
+                                                        {"(#1),#2", "#1,#2!"},
+                                                        {"(#1,#1),#2", "#1,#1,#2!"},
+                                                        {"#1,((#1),#2),#2", "#1!,#1,#2,#2!"},
+                                                        {"A(#1),#2", "#1,#2!"},
+                                                        {"A(#1,#2)", "#1,#2"},
+                                                        {"'#1',#2,$", "#2!"},
+                                                        {"A#1,#2", "#1,#2!"},
+                                                        {"#1#2", "#1,#2"},
+                                                        {"#1,,#2", "#1!,#2!"}}) {
+    const LoadedText loaded = load("#1=INVISIBILITY((" + items + "));#2=A();");
+    std::string found;
+    for (const std::string& one : references_of(loaded.instances, 0)) {
+      found += (found.empty() ? "" : ",") + one;
+    }
+    EXPECT_EQ(found, references) << items;
+  }
 }
 
 TEST(Loader, MarksMissingInstancesInLists) {

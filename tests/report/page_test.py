@@ -729,6 +729,56 @@ class ReportPage(unittest.TestCase):
           (cell) => cell.textContent)"""), ["Name", "Id", "Quantity", "Size", "File"])
         self.assertNotIn('"lines"', page.read_text())
 
+    def test_columns_have_room_of_their_own_without_pictures(self):
+        long = "A very long name of a bracket with many holes, supplier drawing 4711"
+        page = self.report_of("long", ["box", long, "lid"], [(0, 1), (0, 2), (0, 2)])
+        overlaps = """[...document.querySelectorAll("#bom .line")].filter((line) => {
+          const boxes = [...line.children].filter((cell) => cell.offsetParent !== null)
+            .map((cell) => cell.getBoundingClientRect());
+          return boxes.some((a, i) => boxes.slice(i + 1).some((b) =>
+            a.left < b.right - 1 && b.left < a.right - 1 && a.top < b.bottom - 1 && b.top < a.bottom - 1)
+            || a.bottom > line.getBoundingClientRect().bottom + 1);
+        }).length"""
+        for width in (1280, 900, 390):
+            self.browser.open(page, width, 844)
+            self.browser.click("#tab-bom")
+            self.assertEqual(self.value("document.querySelectorAll('#bom .line').length"), 3)
+            self.assertEqual(self.value(overlaps), 0, width)
+            self.assertTrue(self.value(FITS), width)
+
+    def test_lengths_have_four_digits(self):
+        self.browser.open(self.lamp)
+        for length, largest, text in [
+                (0.0127, 0.0127, "0.0127"), (0.00912345, 0.0127, "0.009123"), (50.34, 60, "50.34"),
+                (999.96, 1000, "1,000"), (12345.6, 12345.6, "12,346"), (1e-17, 3, "0"), (0, 0, "0"),
+                (1e-7, 1e-7, "0.0000001")]:
+            self.assertEqual(self.value("length_text(%r, %r)" % (length, largest)), text)
+
+    def test_shapes_in_other_files_are_mentioned(self):
+        split = self.folder / "split"
+        subprocess.run([VELKSTEP, "split", "-q", EXAMPLE, "-o", split], check=True)
+        self.browser.open(self.report("referring", split / "Desk lamp.stp"))
+        self.assertIn("; the shapes of 3 parts are in other files, which report --follow reads, too",
+                      self.value("document.getElementById('summary').textContent"))
+        self.focus("#tree")
+        self.browser.press("ArrowDown")
+        self.browser.press("ArrowDown")
+        self.assertIn("Shape inBoom.stp", self.value("document.getElementById('facts').textContent"))
+        self.browser.open(self.report("followed", split / "Desk lamp.stp", "--follow"))
+        self.assertNotIn("other files",
+                         self.value("document.getElementById('summary').textContent"))
+        self.assertTrue(self.value("HAS_PICTURES"))
+
+    def test_long_names_are_cut_with_dots_and_whole_on_a_phone(self):
+        name = " ".join(["A very long name of a bracket with many holes"] * 5)
+        page = self.report_of("title", [name, "lid"], [(0, 1)])
+        cut = """(() => { const title = document.getElementById("part-title");
+          return title.scrollHeight > title.clientHeight + 1; })()"""
+        for width, is_cut in ((1280, True), (390, False)):
+            self.browser.open(page, width, 844)
+            self.assertEqual(self.value(cut), is_cut)
+            self.assertEqual(self.value("document.getElementById('part-title').title"), name)
+
     def test_findings_are_on_the_page(self):
         source = self.folder / "odd.stp"
         source.write_text(exchange_file(["box", "lid"], [(0, 1)])

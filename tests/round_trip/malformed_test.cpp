@@ -9,7 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "kessel/check.h"
+#include "kessel/extract.h"
 #include "kessel/splitter.h"
+#include "round_trip/round_trip.h"
+#include "splitter/small_inputs.h"
+#include "support/product_records.h"
 #include "support/scratch_folder.h"
 
 namespace Kessel::test {
@@ -52,6 +57,29 @@ std::set<std::string> numbers_of_records(const std::string& text) {
     numbers.insert((*at)[1]);
   }
   return numbers;
+}
+
+/// An assembly of one component, with a list of both that holds more than references.
+std::string with_items(const std::string& items) {
+  return exchange_file(SHARED_RECORDS + product_records(10, "whole", "#3") +
+                       product_records(20, "own", "#3,#50") + solid_records(50) +
+                       usage_record(60, 10, 20) + "#70=SECURITY_CLASSIFICATION('','',$);\n" +
+                       "#71=CC_DESIGN_SECURITY_CLASSIFICATION(#70,(" + items + "));\n");
+}
+
+TEST(ListOfMoreThanReferences, LeadsNowhereWrongInAnyFile) {
+  const ScratchFolder folder;
+  for (const char* const items : {"#10,#20", "A(#10),#20", "((#10,#20),#20)", "A#10,#20", "#10#20",
+                                  "/*#10*/#10,#20", "A(#10)", "(#10),A(#20)"}) {
+    folder.write("in.stp", with_items(items));
+    for (const AssemblyStyle style : {AssemblyStyle::lean, AssemblyStyle::nested}) {
+      EXPECT_THAT(round_trip_faults("in.stp", style), testing::IsEmpty()) << items;
+    }
+    extract("in.stp", "own", "own.stp", {.replace = true});
+    for (const Finding& finding : check("own.stp")) {
+      EXPECT_NE(finding.kind, FindingKind::missing_instance) << items << finding.sentence;
+    }
+  }
 }
 
 class MalformedFile : public testing::TestWithParam<AssemblyStyle> {};

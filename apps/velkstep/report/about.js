@@ -1,5 +1,13 @@
 // What the input says about itself, and what about it deserves a look.
 
+// Why parts have no picture whose shapes are in other files.
+function elsewhere_text() {
+  const count = PARTS.filter((part) => part.external_file && !part.lines).length;
+  if (REPORT.pictures !== "drawn" || count === 0) return "";
+  const which = count === 1 ? "the shape of 1 part is" : `the shapes of ${number_text(count)} parts are`;
+  return `; ${which} in other files, which report --follow reads, too`;
+}
+
 // By what was asked for and came of it.
 const WHY_NO_PICTURES = {
   drawn: "; nothing in it can be drawn",
@@ -15,7 +23,7 @@ function show_about() {
   document.getElementById("summary").textContent =
     `${counted(files.length, "file", "files")}, ${size_text(bytes)}; ` +
     `assemblies ${REPORT.assemblies}, names ${REPORT.names}` +
-    (HAS_PICTURES ? "" : WHY_NO_PICTURES[REPORT.pictures]);
+    (elsewhere_text() || (HAS_PICTURES ? "" : WHY_NO_PICTURES[REPORT.pictures]));
 
   const {header} = REPORT;
   const listed = (texts) => texts.filter((text) => text.trim() !== "").join(", ");

@@ -6,7 +6,8 @@ const MOST_PARENTS = 50;
 function show_details(index, choose) {
   const part = PARTS[index];
   const facts = document.getElementById("facts");
-  document.getElementById("part-title").textContent = title_of(part);
+  const title = document.getElementById("part-title");
+  title.textContent = title.title = title_of(part);
   facts.replaceChildren();
 
   function add(term, value) {
@@ -25,7 +26,7 @@ function show_details(index, choose) {
     const {bytes, files} = weight_of(index);
     add("With its parts", `${size_text(bytes)} in ${counted(files, "file", "files")}`);
   }
-  if (part.external_file) add("Is in", part.external_file);
+  if (part.external_file) add("Shape in", part.external_file);
   add("Kind", part.kind);
   if (part.id !== "") add("Id", part.id);
   if (part.record !== null) add("Number", `#${part.record}`);

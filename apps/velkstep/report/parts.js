@@ -31,11 +31,19 @@ const UNIT_SIGNS = {
 
 const unit_text = (unit) => UNIT_SIGNS[unit.toLowerCase()] ?? unit;
 
+// A length to four digits, or whole; `largest` is the largest beside it, next to which it may be
+// nothing.
+function length_text(length, largest) {
+  if (length < 1e-9 * largest) return "0";
+  const digits = length < 1000 ? {maximumSignificantDigits: 4} : {maximumFractionDigits: 0};
+  return length.toLocaleString("en", digits);
+}
+
 // The sides of a part's bounding box with the unit, or nothing.
 function box_text(part) {
   if (!part.box) return "";
-  const [a, b, c] = [0, 1, 2].map((i) =>
-    number_text(Number((part.box[i + 3] - part.box[i]).toPrecision(4))));
+  const sides = [0, 1, 2].map((i) => part.box[i + 3] - part.box[i]);
+  const [a, b, c] = sides.map((side) => length_text(side, Math.max(...sides)));
   return `${a} × ${b} × ${c}${part.unit ? ` ${unit_text(part.unit)}` : ""}`;
 }
 
