@@ -63,6 +63,7 @@ enum class FindingKind {
   part_without_name,  ///< a part that leads to no product, after which its file would be named
   foreign_shape,      ///< a record that puts parts of one product's shape into another's file
   occurrence_style,   ///< a style of one occurrence of a part that readers of a split cannot show
+  unfollowed_file,    ///< a record by which readers of a split may not find a component's file
   no_part,            ///< nothing to split: no product definition has a shape or a component
   one_part,           ///< nothing to split: there is one part; only a split tells it
 

@@ -239,8 +239,8 @@ const std::set<FindingKind> NOT_REFUSED = {
     FindingKind::signature_dropped, FindingKind::unusual_record, FindingKind::lone_backslash,
     FindingKind::missing_instance, FindingKind::reference_cycle, FindingKind::unused_usage,
     FindingKind::usage_cycle, FindingKind::part_without_name, FindingKind::foreign_shape,
-    FindingKind::occurrence_style, FindingKind::instance_beyond_store, FindingKind::no_part,
-    FindingKind::one_part,
+    FindingKind::occurrence_style, FindingKind::unfollowed_file, FindingKind::instance_beyond_store,
+    FindingKind::no_part, FindingKind::one_part,
     // what verify finds is its result
     FindingKind::wrong_header, FindingKind::missing_record, FindingKind::foreign_record,
     FindingKind::changed_record, FindingKind::unresolved_reference, FindingKind::missing_root_list,

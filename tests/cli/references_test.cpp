@@ -133,6 +133,15 @@ TEST_F(InputWithReferences, ShapesThatStayElsewhereAreTold) {
   EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "followed", "--follow"}).errors, "");
 }
 
+TEST_F(InputWithReferences, FollowingWantsAFolderForTemporaryFiles) {
+  const ProcessRun run =
+      run_velkstep({"tree", "--follow", "in/in.stp"}, {.environment = {{"TMPDIR", "/nowhere"}}});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.errors,
+            "velkstep: in/in.stp: no temporary file in /nowhere: No such file or directory; TMPDIR "
+            "names another folder for it\n");
+}
+
 TEST_F(InputWithReferences, SplitOnceMoreItsFilesAreCalledTheSame) {
   EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "once", "--follow"}).exit_code, 0);
   const std::set<std::string> names = names_in("once");

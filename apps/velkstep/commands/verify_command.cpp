@@ -15,6 +15,7 @@
 #include "kessel/verify.h"
 #include "run/advice.h"
 #include "run/exit_codes.h"
+#include "run/input_names.h"
 #include "run/unpacked.h"
 #include "run/with_input.h"
 #include "text/counted.h"
@@ -40,7 +41,13 @@ std::string line_for(const VerifyArguments& arguments, const Finding& finding) {
   if (finding.file.empty() || finding.severity != Kessel::Severity::error) {
     return finding_text(name, finding);
   }
-  const std::string advice = advice_on_split(finding, name);
+  const std::filesystem::path below = arguments.outdir / stem_of(arguments.in);
+  std::error_code error;
+  const bool is_above = finding.kind == Kessel::FindingKind::missing_file &&
+                        below != arguments.outdir / "" &&
+                        std::filesystem::is_directory(below, error);
+  const std::string advice =
+      is_above ? "Did you mean " + below.string() + "?" : advice_on_split(finding, name);
   return printable(place_in(name, finding)) + ": error: " + finding.sentence +
          (advice.empty() ? "" : " ") + printable(advice) + "\n";
 }

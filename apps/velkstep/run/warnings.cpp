@@ -25,6 +25,7 @@ void Warnings::add(const Kessel::Finding& warning) {
     missing_.push_back(warning);
   } else if (warning.kind == Kessel::FindingKind::foreign_shape ||
              warning.kind == Kessel::FindingKind::occurrence_style ||
+             warning.kind == Kessel::FindingKind::unfollowed_file ||
              warning.kind == Kessel::FindingKind::shape_elsewhere ||
              warning.kind == Kessel::FindingKind::text_after_end) {
     Group& group = told_[warning.kind];
