@@ -18,6 +18,8 @@ constexpr std::array SHAPES = {
     Shape{"long-records", "faces", 200000,
           "one shell of all faces, one presentation record of as many styled items",
           "long-records.step", Spacing::tight, write_long_records},
+    Shape{"one-layer", "parts", 4000, "parts of one point that share their placement and a layer",
+          "one-layer.step", Spacing::tight, write_one_layer},
     Shape{"ladder", "levels", 60, "every assembly uses the next one twice", "ladder.step",
           Spacing::tight, write_ladder},
     Shape{"mapped", "mapped items", 20000, "mapped items over nested representation maps",

@@ -48,6 +48,9 @@ void write_shared(StepWriter& out, Random& random, std::uint32_t size);
 // One shell of `size` faces and one presentation record of `size` styled items over 100 parts.
 void write_long_records(StepWriter& out, Random& random, std::uint32_t size);
 
+// Parts of one point that share their placement, all on one layer.
+void write_one_layer(StepWriter& out, Random& random, std::uint32_t size);
+
 // Levels of assemblies, each of which uses the next one twice.
 void write_ladder(StepWriter& out, Random& random, std::uint32_t size);
 

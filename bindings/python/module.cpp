@@ -174,9 +174,11 @@ py::dict check(const fs::path& input, const py::object& progress) {
   return check_dict(findings, input.string());
 }
 
-py::dict verify(const fs::path& input, const fs::path& outdir, const py::object& progress) {
+py::dict verify(const fs::path& input, const fs::path& outdir, const py::object& progress,
+                const std::string& references, bool follow_outside) {
   require_function(progress);
   Kessel::Options options;
+  choose_references(references, follow_outside, options);
   options.progress = progress_for(progress);
   Kessel::Verification verification;
   run_alone(input, [&] { verification = Kessel::verify(input, outdir, options); });

@@ -63,6 +63,7 @@ enum class FindingKind {
   part_without_name,  ///< a part that leads to no product, after which its file would be named
   foreign_shape,      ///< a record that puts parts of one product's shape into another's file
   occurrence_style,   ///< a style of one occurrence of a part that readers of a split cannot show
+  unfollowed_file,    ///< a record by which readers of a split may not find a component's file
   no_part,            ///< nothing to split: no product definition has a shape or a component
   one_part,           ///< nothing to split: there is one part; only a split tells it
 
@@ -88,7 +89,7 @@ enum class FindingKind {
   unknown_component,  ///< a file holds nothing that a reference to it could mean
   copies_differ,      ///< one record of the input says different things in two files
   stand_in_left,      ///< a record that stands for another, which no file holds
-  shape_elsewhere,    ///< another file holds what is extracted, and keeps it; only `extract` tells
+  shape_elsewhere,    ///< another file holds it, and keeps it; only `split` and `extract` tell
 };
 
 /// The kind's name as it stands in FindingKind, for machines to read.
@@ -98,7 +99,7 @@ KESSEL_EXPORT std::string_view name_of(FindingKind kind);
 struct Finding {
   FindingKind kind = FindingKind::unreadable;
   Severity severity = Severity::error;
-  std::string sentence;      ///< plain English, ASCII
+  std::string sentence;      ///< plain English; ASCII but for names of files, which are UTF-8
   std::uint64_t offset = 0;  ///< bytes from the beginning of the file
   std::uint64_t line = 0;    ///< line of `offset`, from 1; 0 for a finding on the whole file
   /// Column of `offset` in its line, from 1, in bytes (a character beyond ASCII has two to four); 0

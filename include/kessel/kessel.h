@@ -34,9 +34,9 @@ enum kessel_flags {
   KESSEL_SHRINK = 1,                /* split, join, extract: shrink */
   KESSEL_DROP_UNREACHABLE = 2,      /* shrink: drop_unreachable */
   KESSEL_RENUMBER = 4,              /* shrink: renumber */
-  KESSEL_FOLLOW_REFERENCES = 8,     /* split, extract, picture, overview: follow_references */
+  KESSEL_FOLLOW_REFERENCES = 8,     /* all but check, diff, join, shrink: follow_references */
   KESSEL_COPY_REFERENCES = 16,      /* split: copy_references */
-  KESSEL_FOLLOW_OUTSIDE = 32,       /* split, extract, picture, overview, join: follow_outside */
+  KESSEL_FOLLOW_OUTSIDE = 32,       /* the same, and join: follow_outside */
   KESSEL_ALLOW_MISSING = 64,        /* join: allow_missing */
   KESSEL_ALLOW_MIXED_SCHEMAS = 128, /* join: allow_mixed_schemas */
   KESSEL_DRAW = 256                 /* overview: with lines, boxes and places */
@@ -185,10 +185,10 @@ KESSEL_EXPORT int kessel_difference_at(const kessel_result* result, size_t index
 
 /* Checks that the files in the folder `outdir`, of which a split has made them, hold what the
    exchange file `in` holds, as Kessel::verify does (kessel/verify.h). Of the options the memory
-   limit and the progress function matter, which is told of reading the files, and then of
-   comparing as KESSEL_SORTING. Writes and prints nothing. Returns a result as kessel_split does,
-   without files: what is wrong, be it that a file cannot be read, is told by kessel_finding_at, and
-   the status is KESSEL_DONE. */
+   limit, the flags to follow references and the progress function matter, which is told of reading
+   the files, and then of comparing as KESSEL_SORTING. Writes and prints nothing. Returns a result
+   as kessel_split does, without files: what is wrong, be it that a file cannot be read, is told by
+   kessel_finding_at, and the status is KESSEL_DONE. */
 KESSEL_EXPORT kessel_result* kessel_verify(const char* in, const char* outdir,
                                            const struct kessel_options* options);
 

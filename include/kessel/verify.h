@@ -36,13 +36,16 @@ struct Verification {
 /// some things more than once and others not at all, and for its splits this says what.
 ///
 /// Of each kind the first twenty findings are listed; one more says how many there are beyond
-/// (`Finding::count`). Of the options the memory limit, which goes for the input, and for all files
+/// (`Finding::count`). With `follow_references`, which the split must have had, too, the files that
+/// `in` refers to are read with it, those outside of its folder with `follow_outside` only. Of the
+/// other options the memory limit, which goes for the input, and for all files
 /// together, and the progress matter: `reading` is the files, whose total grows as they are found,
 /// `sorting` the comparison in steps.
 ///
 /// Writes and prints nothing. Time and memory are about linear in the input and the files. The
-/// input is read on another thread while the caller's reads the files. Throws `std::bad_alloc`, and
-/// what the progress throws.
+/// input is read on another thread while the caller's reads the files. Throws `std::bad_alloc`,
+/// what the progress throws, and, following references, `OutputError` where there is no room for a
+/// temporary file.
 KESSEL_EXPORT Verification verify(const std::filesystem::path& in,
                                   const std::filesystem::path& outdir, const Options& options = {});
 

@@ -11,7 +11,6 @@
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
-#include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "findings/progress_reporter.h"
 #include "findings/refusals.h"
@@ -60,11 +59,6 @@ bool stands_in(const Placement& placement, Index record, const std::vector<Asked
     return std::any_of(asked.begin(), asked.end(),
                        [&](const Asked& one) { return one.file == stand.file(); });
   });
-}
-
-std::string elsewhere_sentence(const ExternalReference& reference, const Target& target) {
-  return std::string(reference.is_to_anchor() ? "A record" : "A shape") + " is in the file " +
-         Kessel::quoted(target.name->name) + ", which is only referred to.";
 }
 
 }  // namespace

@@ -60,6 +60,7 @@ constexpr KindRow KINDS[] = {
     {part_without_name, "part_without_name", error},
     {foreign_shape, "foreign_shape", warning},
     {occurrence_style, "occurrence_style", warning},
+    {unfollowed_file, "unfollowed_file", warning},
     {no_part, "no_part", warning},
     {one_part, "one_part", warning},
     {missing_file, "missing_file", error},

@@ -5,6 +5,8 @@
 #include <tuple>
 #include <utility>
 
+#include "encoding/unicode.h"
+
 namespace Kessel {
 
 void FindingList::begin_file(std::string file) {
@@ -59,6 +61,13 @@ std::string quoted(std::string_view text) {
   std::string all = "\"";
   for (const char c : text.substr(0, MOST)) all += c >= ' ' && c <= '~' ? c : '?';
   return all + (text.size() > MOST ? "...\"" : "\"");
+}
+
+std::string quoted_name(std::string_view utf8) {
+  if (!is_utf8(utf8)) return Kessel::quoted(utf8);
+  std::string all = "\"";
+  for (const char c : utf8) all += static_cast<unsigned char>(c) < ' ' || c == '\x7F' ? '?' : c;
+  return all + '"';
 }
 
 }  // namespace Kessel

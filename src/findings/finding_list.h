@@ -45,6 +45,9 @@ class FindingList {
 /// `number` in decimal with a comma between thousands.
 std::string with_commas(std::uint64_t number);
 
+/// A file's name in quotes; of what is no UTF-8, and of control characters, "?" is shown.
+std::string quoted_name(std::string_view utf8);
+
 /// The beginning of `text` in quotation marks, for a sentence: ASCII only, one line.
 std::string quoted(std::string_view text);
 

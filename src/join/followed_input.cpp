@@ -1,5 +1,6 @@
 #include "join/followed_input.h"
 
+#include <cstdlib>
 #include <system_error>
 
 #include "encoding/utf8_path.h"
@@ -13,10 +14,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// What the system was told to take, which it does not.
+fs::path named_temporary_folder() {
+  for (const char* name : {"TMPDIR", "TMP", "TEMP", "TEMPDIR"}) {
+    if (const char* folder = std::getenv(name)) return folder;
+  }
+  return "/tmp";
+}
+
 fs::path temporary_folder() {
   std::error_code error;
   fs::path folder = fs::temp_directory_path(error);
-  if (error) throw OutputError(folder, error);
+  if (error) throw OutputError(named_temporary_folder(), error);
   return folder;
 }
 

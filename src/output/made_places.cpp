@@ -12,7 +12,10 @@ namespace Kessel {
 
 namespace {
 
-/// The placement `from` of a component is `to` in its assembly; NO_RECORD stands for the origin.
+constexpr std::string_view OPERATOR = "CARTESIAN_TRANSFORMATION_OPERATOR_3D";
+
+/// The placement `from` of a component is `to` in its assembly; NO_RECORD stands for the origin. Or
+/// `to` is an operator, which says by itself where the component is.
 struct Place {
   Index from;
   Index to;
@@ -71,9 +74,9 @@ class Places {
         }
       }
     }
-    for (const Index other : assembly.tied_to_others) {
-      const auto found = shown.find(other);
-      if (found != shown.end()) add_same_place(other, places[found->second]);
+    for (const TiedShape& other : assembly.tied_to_others) {
+      const auto found = shown.find(other.representation);
+      if (found != shown.end()) add_same_place(other.representation, places[found->second]);
     }
     for (auto& [component, found] : places) std::reverse(found.begin(), found.end());
   }
@@ -93,7 +96,7 @@ class Places {
     const ParameterReader mapped(instances_, item, "MAPPED_ITEM");
     const Index map = mapped.record(1);
     const Index to = mapped.record(2);
-    if (map == NO_RECORD || !stands_as_placement(to)) return;
+    if (map == NO_RECORD || (!stands_as_placement(to) && !stands_as_operator(to))) return;
     const ParameterReader mapping(instances_, map, "REPRESENTATION_MAP");
     const Index from = mapping.record(0);
     const auto found = shown.find(mapping.record(1));
@@ -107,22 +110,31 @@ class Places {
            numbers_.of(record, file_) != 0;
   }
 
+  bool stands_as_operator(Index record) const {
+    return record != NO_RECORD && instances_.is(record, OPERATOR) &&
+           numbers_.of(record, file_) != 0;
+  }
+
   void say(const Product& assembly, const Usage& usage, Place place) {
     const Product& component = products_.products[usage.component];
     if (component.representations.empty()) return;
     const std::string shape = usage.shapes.empty() ? made_.add("PRODUCT_DEFINITION_SHAPE",
                                                                "'',''," + name_of(usage.record))
                                                    : name_of(usage.shapes.front());
-    const std::string ends = place.from == NO_RECORD
-                                 ? origin() + "," + origin()
-                                 : name_of(place.from) + "," + name_of(place.to);
-    const std::string transformation = made_.add("ITEM_DEFINED_TRANSFORMATION", "'',''," + ends);
     const std::string relationship = made_.add_complex(
         "REPRESENTATION_RELATIONSHIP('',''," + name_of(component.representations.front()) + "," +
         name_of(assembly.representations.front()) +
-        ")REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(" + transformation +
+        ")REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(" + transformation(place) +
         ")SHAPE_REPRESENTATION_RELATIONSHIP()");
     made_.add("CONTEXT_DEPENDENT_SHAPE_REPRESENTATION", relationship + "," + shape);
+  }
+
+  std::string transformation(Place place) {
+    if (place.to != NO_RECORD && instances_.is(place.to, OPERATOR)) return name_of(place.to);
+    const std::string ends = place.from == NO_RECORD
+                                 ? origin() + "," + origin()
+                                 : name_of(place.from) + "," + name_of(place.to);
+    return made_.add("ITEM_DEFINED_TRANSFORMATION", "'',''," + ends);
   }
 
   const std::string& origin() {

@@ -30,7 +30,19 @@ Finding finding_for(std::istream& in, const Instances& instances, const Placemen
       finding = finding_of(FindingKind::occurrence_style,
                            "The style " + name +
                                " is for one of several occurrences of a part whose shape is in "
-                               "another file; readers may not show it.");
+                               "another file; readers may show it on all of them or on none.");
+      break;
+    case PlacementWarning::Kind::shown_besides:
+      finding = finding_of(FindingKind::unfollowed_file,
+                           "The record " + name +
+                               " shows a component that is in another file, where no usage does; "
+                               "readers may not show it there.");
+      break;
+    case PlacementWarning::Kind::unusual_definition:
+      finding = finding_of(FindingKind::unfollowed_file,
+                           "The definition " + name +
+                               " is of a type that many readers do not know; they may not find the "
+                               "file of its part.");
       break;
   }
   finding.severity = Severity::warning;

@@ -12,7 +12,11 @@ namespace Kessel {
 
 namespace {
 
-// STYLED_ITEM and what is derived from that (ISO 10303-46).
+// What says that a style is for one occurrence, or for one assembly (ISO 10303-46).
+constexpr Keywords::Row NAMING_OCCURRENCES[] = {
+    {Keywords::Match::exactly, "PRESENTATION_STYLE_BY_CONTEXT"},
+    {Keywords::Match::ending, "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"}};
+// STYLED_ITEM and what is derived from that.
 constexpr Keywords::Row STYLED_ITEMS[] = {{Keywords::Match::ending, "STYLED_ITEM"}};
 constexpr Keywords::Row NAMING_CONTEXT[] = {
     {Keywords::Match::ending, "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"}};
@@ -22,25 +26,65 @@ bool is_item(const Placing& placing, Index record) {
          !placing.classes.has(record, SOFT | DEFINING | SHOWING);
 }
 
-/// Puts the styles of occurrences into the files of their assemblies.
+/// Which files show products outside of an assembly.
+class ShownElsewhere {
+ public:
+  explicit ShownElsewhere(const Placing& placing) : placing_(placing) {}
+
+  /// Whether something of `file` is shown where it is not below the product of `representation`.
+  bool has(FileId file, Index representation) {
+    std::vector<bool>& files = files_[representation];
+    if (files.empty()) files = files_without(placing_.classes.owners(representation));
+    return files[file];
+  }
+
+ private:
+  std::vector<bool> files_without(std::span<const ProductId> assemblies) const {
+    const Products& all = placing_.products;
+    std::vector<bool> files(placing_.placement.files.size());
+    std::vector<bool> seen(all.products.size());
+    for (const ProductId assembly : assemblies) seen[assembly] = true;
+    std::vector<ProductId> open;
+    const auto enter = [&](ProductId product) {
+      if (!seen[product]) open.push_back(product);
+      seen[product] = true;
+    };
+    for (const ProductId top : all.tops) enter(top);
+    while (!open.empty()) {
+      const ProductId product = open.back();
+      open.pop_back();
+      files[placing_.placement.file_of[product]] = true;
+      for (const std::uint32_t usage : all.products[product].usages) {
+        if (!all.usages[usage].closes_circle) enter(all.usages[usage].component);
+      }
+    }
+    return files;
+  }
+
+  const Placing& placing_;
+  std::unordered_map<Index, std::vector<bool>> files_;  // by the assembly's representation
+};
+
+/// Puts the styles of occurrences into the files of their assemblies or items.
 class OccurrenceStyles {
  public:
   explicit OccurrenceStyles(Placing& placing)
       : placing_(placing),
         is_styled_(types_in(STYLED_ITEMS, placing.instances.types())),
-        names_context_(types_in(NAMING_CONTEXT, placing.instances.types())) {
-    find_names();
-    const auto& files = placing.placement.files;
-    has_bodies_apart_ = std::any_of(files.begin(), files.end(),
-                                    [](const PlacedFile& file) { return file.body != NO_RECORD; });
-  }
+        names_context_(types_in(NAMING_CONTEXT, placing.instances.types())),
+        elsewhere_(placing) {}
 
   std::vector<OverriddenStyle> place_all() {
-    if (usages_.empty() && places_.empty()) return {};
+    const std::vector<bool> names = types_in(NAMING_OCCURRENCES, placing_.instances.types());
+    if (std::find(names.begin(), names.end(), true) == names.end()) return {};
+    find_names();
     for (Index record = 0; record < placing_.instances.size(); ++record) {
       if (!is_styled_item(record)) continue;
-      const Usage* const usage = names_context(record) ? placed_by(record) : usage_of(record);
-      if (usage != nullptr) place(record, *usage);
+      if (names_context(record)) {
+        place_by_places(record);
+      } else {
+        place_by_context(record);
+      }
     }
     return std::move(overridden_);
   }
@@ -72,49 +116,106 @@ class OccurrenceStyles {
     for (const Index relationship : usage.relationships) places_.emplace(relationship, &usage);
   }
 
-  /// The usage that a style by context is for: the first that its contexts name.
-  const Usage* usage_of(Index styled) const {
+  /// The first context of a style that names an occurrence or shows a product; NO_RECORD for none.
+  Index context_of(Index styled) const {
     for (const Reference style : placing_.instances.references(styled)) {
       if (style.record() == NO_RECORD) continue;
       if (!placing_.instances.is(style.record(), "PRESENTATION_STYLE_BY_CONTEXT")) continue;
       for (const Reference context : placing_.instances.references(style.record())) {
-        const auto found = usages_.find(context.record());
-        if (found != usages_.end()) return found->second;
+        if (context.record() == NO_RECORD) continue;
+        if (usages_.contains(context.record())) return context.record();
+        if (placing_.classes.has(context.record(), SHOWING)) return context.record();
       }
     }
-    return nullptr;
+    return NO_RECORD;
   }
 
-  /// The same for a style that names what places the occurrence: of several usages, that whose
-  /// assembly is no component of the others.
-  const Usage* placed_by(Index styled) const {
-    const Usage* highest = nullptr;
+  /// The usages that a style which names what places its occurrence is for: one, or one a level.
+  std::vector<const Usage*> placed_by(Index styled) const {
+    std::vector<const Usage*> usages;
     for (const Reference context : placing_.instances.references(styled)) {
       const auto found = places_.find(context.record());
-      if (found == places_.end()) continue;
-      if (highest == nullptr || found->second->component == highest->assembly) {
-        highest = found->second;
-      }
+      if (found != places_.end()) usages.push_back(found->second);
     }
-    return highest;
+    return usages;
   }
 
-  void place(Index styled, const Usage& usage) {
+  void place_by_context(Index styled) {
+    const Index context = context_of(styled);
+    if (context == NO_RECORD) return;
+    const auto named = usages_.find(context);
+    if (named == usages_.end()) return place_in_assembly(styled, context);
+    const Usage& usage = *named->second;
     const FileId assembly = placing_.placement.file_of[usage.assembly];
+    const bool is_outside = placing_.keeps_others_out(assembly);
+    // A style of all of the component: only here do readers know which occurrence it is for.
+    if (!is_outside && styles_placeholder(styled, assembly)) return enter(styled, assembly);
     if (has_targets(styled, assembly)) return;
     // The style of an only occurrence goes with the part, or the body: that shows it alone, too.
     const FileId component = placing_.placement.file_of[usage.component];
-    if (uses_[usage.component] == 1 && goes_with_component(styled, component)) {
-      // hang_on() finds the place, unless the style names what stands with the assembly.
-      if (names_context(styled)) enter(styled, component);
-      return;
-    }
-    enter(styled, placing_.keeps_others_out(assembly) ? 0 : assembly);
+    const bool goes_with_component = placing_.has_bodies_apart() || has_targets(styled, component);
+    if (uses_[usage.component] == 1 && goes_with_component) return;  // hang_on() finds the place.
+    enter(styled, is_outside ? 0 : assembly);
   }
 
-  bool goes_with_component(Index styled, FileId component) const {
-    if (!names_context(styled)) return has_bodies_apart_ || has_targets(styled, component);
-    return !placing_.keeps_others_out(component) && has_targets(styled, component);
+  /// The context is what shows an assembly: readers take the style for one of the part.
+  void place_in_assembly(Index styled, Index context) {
+    for (const FileId file : homes_of(styled)) {
+      if (placing_.stands.has(context, file)) continue;  // hang_on() finds the place.
+      enter(styled, file);
+      if (elsewhere_.has(file, context)) warn(styled, file);
+    }
+  }
+
+  /// What is styled tells readers more than what places it: the style goes with its item. One of
+  /// all of the component stands with the assembly of the highest usage, which has placeholders for
+  /// both.
+  void place_by_places(Index styled) {
+    const std::vector<const Usage*> usages = placed_by(styled);
+    if (usages.empty()) return;
+    const Usage* highest = nullptr;
+    for (const Usage* const usage : usages) {
+      if (highest == nullptr || usage->component == highest->assembly) highest = usage;
+    }
+    const FileId assembly = placing_.placement.file_of[highest->assembly];
+    if (has_targets(styled, assembly)) return;
+    const bool is_only = std::all_of(usages.begin(), usages.end(), [&](const Usage* usage) {
+      return uses_[usage->component] == 1;
+    });
+    const std::vector<FileId> homes = homes_of(styled);
+    const bool goes_home = !homes.empty() && (is_only || !styles_representation(styled));
+    if (!goes_home) return enter(styled, placing_.keeps_others_out(assembly) ? 0 : assembly);
+    for (const FileId home : homes) {
+      enter(styled, home);
+      if (!is_only) warn(styled, home);
+    }
+  }
+
+  /// The files that own all that is styled, and may hold what is of others.
+  std::vector<FileId> homes_of(Index styled) const {
+    std::vector<FileId> homes;
+    for (const Reference reference : placing_.instances.references(styled)) {
+      if (reference.record() == NO_RECORD || !is_target(reference.record())) continue;
+      for (const Stand stand : placing_.stands.of(reference.record())) {
+        const FileId file = stand.file();
+        if (has_targets(styled, file) && !placing_.keeps_others_out(file)) homes.push_back(file);
+      }
+      break;
+    }
+    return homes;
+  }
+
+  bool styles_representation(Index styled) const {
+    const auto references = placing_.instances.references(styled);
+    return std::any_of(references.begin(), references.end(), [&](Reference reference) {
+      return reference.record() != NO_RECORD && placing_.classes.has(reference.record(), SHOWING);
+    });
+  }
+  bool styles_placeholder(Index styled, FileId file) const {
+    const auto references = placing_.instances.references(styled);
+    return std::any_of(references.begin(), references.end(), [&](Reference reference) {
+      return reference.record() != NO_RECORD && placing_.is_placeholder(reference.record(), file);
+    });
   }
 
   /// Whether a style of `record` is one of a shape: of an item, or of a representation of bodies.
@@ -158,10 +259,11 @@ class OccurrenceStyles {
         placing_.bring(other, file);
       }
     }
-    if (is_lost) {
-      placing_.placement.warnings.push_back(
-          {PlacementWarning::Kind::occurrence_style, styled, file});
-    }
+    if (is_lost) warn(styled, file);
+  }
+
+  void warn(Index styled, FileId file) {
+    placing_.placement.warnings.push_back({PlacementWarning::Kind::occurrence_style, styled, file});
   }
 
   /// Whether no reader can tell what is styled: readers know the usages that contexts of styles
@@ -179,7 +281,7 @@ class OccurrenceStyles {
   std::unordered_map<Index, const Usage*> usages_;  // by the representation that names it
   std::unordered_map<Index, const Usage*> places_;  // by the relationship that places it
   std::vector<std::uint32_t> uses_;                 // by product
-  bool has_bodies_apart_ = false;
+  ShownElsewhere elsewhere_;
   std::vector<OverriddenStyle> overridden_;
 };
 

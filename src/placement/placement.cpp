@@ -103,6 +103,7 @@ Placement place_records(const Instances& instances, const Products& products, Fi
   bring_overridden(placing, std::move(overridden));
   place_free_records(placing);
   place_left_overs(placing);
+  if (!placing.placement.keeps_others_out) warn_of_unfollowed(placing);
   return placement;
 }
 

@@ -51,7 +51,10 @@ namespace Kessel {
 // - A file holds what its products own, their usages with shapes and transformations, and of each
 //   component outside the file the definition, the shape, and the representation as a placeholder.
 // - What speaks of a component below an assembly, at whatever level, stands with the assembly.
-// - A style of one occurrence stands with the assembly, unless it is the component's only one.
+// - A style of one occurrence stands with the assembly, unless it is the component's only one. One
+//   of an item that says where that is placed, or in which assembly it is seen, stands with the
+//   item: no reader finds that elsewhere. So does the other end of the place then, as a
+//   placeholder.
 // - What leads to such records stands where all of them stand and one is the file's own; of a
 //   collector's items one is enough.
 // - What leads to none (a colour, a person) comes with those that refer to it. If nobody does, it
@@ -96,8 +99,12 @@ struct PlacementWarning {
     closes_circle,  ///< a usage whose component leads back to its assembly
     foreign_shape,  ///< stands in a file with parts of another product's shape
     /// a style of one occurrence that stands with the assembly, where readers cannot know what of
-    /// the component's shape has it
+    /// the component's shape has it, or with the component, where they cannot know which
     occurrence_style,
+    /// shows a component whose file readers look up for usages alone
+    shown_besides,
+    /// a definition of a type that many readers do not know, so that they miss its file
+    unusual_definition,
   };
   Kind kind;
   Index record;

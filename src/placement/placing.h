@@ -81,10 +81,12 @@ struct OverriddenStyle {
 
 /// Enters styles that single occurrences of a component have into the assembly's file: those by
 /// context (PRESENTATION_STYLE_BY_CONTEXT with a representation that names the occurrence, ISO
-/// 10303-46), and those that name what places it (CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM). A
-/// style of a component's only occurrence stands with the component. The item that is styled stands
-/// in the assembly's file as a stand-in, which refers to nothing. Warns of styles that readers
-/// cannot know the occurrence or the item of then.
+/// 10303-46), and those of a whole component that name what places it
+/// (CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM). A style of a component's only occurrence stands
+/// with the component; so do those of its items that name what places it, or have an assembly's
+/// representation for a context. An item that is styled stands in the assembly's file as a
+/// stand-in, which refers to nothing. Warns of styles that readers cannot know the occurrence or
+/// the item of then.
 std::vector<OverriddenStyle> place_occurrence_styles(Placing& placing);
 
 /// Enters the styles that those override, when all styles stand somewhere.
@@ -95,6 +97,9 @@ void hang_on(Placing& placing);
 
 /// Enters what leads to nothing owned and nobody refers to.
 void place_free_records(Placing& placing);
+
+/// Warns of what readers do not show, since they do not follow it into another file.
+void warn_of_unfollowed(Placing& placing);
 
 /// Enters all that stands nowhere yet, then every item that no list of its collector has.
 void place_left_overs(Placing& placing);

@@ -29,6 +29,13 @@ struct MappedProduct {
   bool closes_circle = false;  ///< as that of Usage
 };
 
+/// Another product's shape representation that a relationship without a placement ties to a
+/// product's own: that shape is where this one is.
+struct TiedShape {
+  Index relationship = NO_RECORD;
+  Index representation = NO_RECORD;
+};
+
 /// A product definition that has a shape or a place in the structure. What has neither is none of
 /// ours: materials, documents, drawing views, process plans.
 struct Product {
@@ -49,8 +56,8 @@ struct Product {
   std::vector<Index> tied;
   std::vector<Index> ties;
   /// What such relationships tie to them and links give to other products, an entry for each
-  /// relationship: those shapes are where this one is.
-  std::vector<Index> tied_to_others;
+  /// relationship.
+  std::vector<TiedShape> tied_to_others;
   /// Whether its representations have items of their own beside placements and what is mapped from
   /// other products' representations.
   bool has_bodies = false;

@@ -108,7 +108,8 @@ class Tied {
       Product& product = products_.products[id];
       const auto is_below = [&](Index one) { return is_of_component(id, one); };
       if (std::none_of(product.tied.begin(), product.tied.end(), is_below)) continue;
-      for (auto* list : {&product.tied, &product.ties, &product.tied_to_others}) list->clear();
+      for (auto* list : {&product.tied, &product.ties}) list->clear();
+      product.tied_to_others.clear();
       follow(id, is_below);
     }
   }
@@ -128,7 +129,7 @@ class Tied {
       for (const Tie& tie : found->second) {
         if (!seen.contains(tie.other)) {
           if (owners_.is_of_others(tie.other, id) || is_not_its_own(tie.other)) {
-            product.tied_to_others.push_back(tie.other);
+            product.tied_to_others.push_back({tie.relationship, tie.other});
             continue;
           }
           seen.insert(tie.other);

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <numeric>
 #include <optional>
+#include <set>
 #include <stdexcept>
 #include <system_error>
 
@@ -189,16 +190,27 @@ class PlacedSplit {
     for (const PlacementWarning& warning : placement_.warnings) {
       warnings_.push_back(finding_for(in_, instances_, warning));
     }
-    for (const ExternalReference& reference : references_) {
-      const Target target = find_target(folder_of_references(path_, options_), reference);
-      if (target.is_there) continue;
-      warnings_.push_back(warning_at(in_, instances_, reference.document,
-                                     FindingKind::missing_target,
-                                     missing_target_sentence(target.name->name)));
-    }
+    warn_of_references();
     require_products(products_, placement_, warnings_);
     locate(in_, warnings_);
     for (const Finding& finding : warnings_) options_.warning(finding);
+  }
+
+  /// Of files that are missing, and of shapes that stay where they are.
+  void warn_of_references() {
+    std::set<fs::path> told;
+    for (const ExternalReference& reference : references_) {
+      const Target target = find_target(folder_of_references(path_, options_), reference);
+      if (!target.is_there) {
+        warnings_.push_back(warning_at(in_, instances_, reference.document,
+                                       FindingKind::missing_target,
+                                       missing_target_sentence(target.name->name)));
+      } else if (!options_.copy_references && told.insert(target.path).second) {
+        warnings_.push_back(warning_at(in_, instances_, reference.document,
+                                       FindingKind::shape_elsewhere,
+                                       elsewhere_sentence(reference, target)));
+      }
+    }
   }
 
   /// What the input is called, whatever bytes that may be.

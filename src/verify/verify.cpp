@@ -18,6 +18,7 @@
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
 #include "instances/places.h"
+#include "join/followed_input.h"
 #include "join/joining.h"
 #include "kessel/diff.h"
 #include "kessel/encoding.h"
@@ -297,8 +298,44 @@ class SplitCheck {
 
 }  // namespace
 
+namespace {
+
+/// What is wrong with one of the files that are read as the input.
+Verification refused_input(Finding finding) {
+  if (!finding.file.empty()) {
+    finding.sentence = quoted_name(finding.file) + ": " + finding.sentence;
+    finding.offset = finding.line = finding.column = 0;
+    finding.file.clear();
+  }
+  Verification verification;
+  verification.findings.push_back(std::move(finding));
+  return verification;
+}
+
+/// Compares with what the input and the files that it refers to say together. Nobody knows the
+/// places and numbers of that.
+Verification verify_followed(const fs::path& in, const fs::path& outdir, const Options& options) {
+  std::optional<FollowedInput> whole;
+  try {
+    whole.emplace(in, options);
+  } catch (const InputError& error) {
+    return refused_input(error.finding());
+  }
+  const Options read = whole->options_for_path();
+  Verification verification = SplitCheck(whole->path(), outdir, read).check();
+  for (Finding& finding : verification.findings) {
+    if (!finding.file.empty()) continue;
+    finding.offset = finding.line = finding.column = 0;
+    finding.instance = 0;
+  }
+  return verification;
+}
+
+}  // namespace
+
 Verification verify(const fs::path& in, const fs::path& outdir, const Options& options) {
-  return SplitCheck(in, outdir, options).check();
+  return options.follow_references ? verify_followed(in, outdir, options)
+                                   : SplitCheck(in, outdir, options).check();
 }
 
 }  // namespace Kessel

@@ -114,13 +114,9 @@ FormMaker::FormMaker(const std::string& schema) : schema_(schema) {
   definition_context_ =
       add(std::string(of_it.definition_context) + "(''," + application_ + ",'design')");
   const Ref length = add("(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.METRE.))");
-  const Ref angle = add("(NAMED_UNIT(*)PLANE_ANGLE_UNIT()SI_UNIT($,.RADIAN.))");
-  const Ref solid = add("(NAMED_UNIT(*)SI_UNIT($,.STERADIAN.)SOLID_ANGLE_UNIT())");
-  const Ref uncertainty = add("UNCERTAINTY_MEASURE_WITH_UNIT(LENGTH_MEASURE(1.E-05)," + length +
-                              ",'distance_accuracy_value','')");
-  context_ = add("(GEOMETRIC_REPRESENTATION_CONTEXT(3)GLOBAL_UNCERTAINTY_ASSIGNED_CONTEXT((" +
-                 uncertainty + "))GLOBAL_UNIT_ASSIGNED_CONTEXT((" + length + "," + angle + "," +
-                 solid + "))REPRESENTATION_CONTEXT('','3D'))");
+  angle_ = add("(NAMED_UNIT(*)PLANE_ANGLE_UNIT()SI_UNIT($,.RADIAN.))");
+  solid_angle_ = add("(NAMED_UNIT(*)SI_UNIT($,.STERADIAN.)SOLID_ANGLE_UNIT())");
+  begin_context(length);
   z_ = add("DIRECTION('',(0.,0.,1.))");
   x_ = add("DIRECTION('',(1.,0.,0.))");
 }
@@ -128,6 +124,15 @@ FormMaker::FormMaker(const std::string& schema) : schema_(schema) {
 Ref FormMaker::add(const std::string& body) {
   bodies_.push_back(body);
   return "#" + std::to_string(bodies_.size());
+}
+
+Ref FormMaker::begin_context(const Ref& length) {
+  const Ref uncertainty = add("UNCERTAINTY_MEASURE_WITH_UNIT(LENGTH_MEASURE(1.E-05)," + length +
+                              ",'distance_accuracy_value','')");
+  context_ = add("(GEOMETRIC_REPRESENTATION_CONTEXT(3)GLOBAL_UNCERTAINTY_ASSIGNED_CONTEXT((" +
+                 uncertainty + "))GLOBAL_UNIT_ASSIGNED_CONTEXT((" + length + "," + angle_ + "," +
+                 solid_angle_ + "))REPRESENTATION_CONTEXT('','3D'))");
+  return context_;
 }
 
 void FormMaker::replace(const Ref& name, const std::string& body) {

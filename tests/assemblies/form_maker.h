@@ -37,6 +37,10 @@ class FormMaker {
   explicit FormMaker(const std::string& schema = "214");
 
   Ref add(const std::string& body);
+  /// A context in which lengths have that unit; what is made from then on is said in it.
+  Ref begin_context(const Ref& length);
+  const Ref& context() const { return context_; }
+  const Ref& definition_context() const { return definition_context_; }
   /// Words the record `name` anew.
   void replace(const Ref& name, const std::string& body);
 
@@ -82,7 +86,7 @@ class FormMaker {
   std::string schema_;
   std::vector<std::string> bodies_;
   int usages_ = 0;
-  Ref application_, product_context_, definition_context_, context_, x_, z_;
+  Ref application_, product_context_, definition_context_, context_, angle_, solid_angle_, x_, z_;
 };
 
 /// A form of an assembly: what real systems write, or may.

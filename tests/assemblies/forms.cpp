@@ -1,27 +1,15 @@
 // The forms, by what they are about.
 #include <utility>
 
-#include "assemblies/form_maker.h"
+#include "assemblies/nest.h"
 
 namespace Kessel::test {
 
 namespace {
 
-/// A root, a sub-assembly in it, and two parts, one in both of them, both coloured.
-struct Nest {
-  FormProduct root, sub, one, two;
-};
-
 void use_all(FormMaker& form, Nest& nest) {
-  form.use(nest.root, nest.sub, 100, 50);
-  form.use(nest.root, nest.one, 4);
-  form.use(nest.sub, nest.one, 30);
-  form.use(nest.sub, nest.two, 60, 1, 1);
-  form.finish(nest.root);
-  form.finish(nest.sub);
-  form.present({form.styled(form.colour(1, 0, 0), nest.one.solid),
-                form.styled(form.colour(1, 1, 0), nest.one.faces.at(2)),
-                form.styled(form.colour(0, 0, 1), nest.two.solid)});
+  place_all(form, nest);
+  finish_coloured(form, nest);
 }
 
 // Components that are placed from an axis which is not at the origin.
@@ -226,7 +214,9 @@ std::string shapes_of_aspects(bool shares_axis) {
 
 }  // namespace
 
-std::vector<AssemblyForm> assembly_forms() {
+namespace {
+
+std::vector<AssemblyForm> forms_of_shapes() {
   return {
       {"axes_off_origin_203", [] { return axes_off_origin("203"); }},
       {"axes_off_origin_214", [] { return axes_off_origin("214"); }},
@@ -255,6 +245,17 @@ std::vector<AssemblyForm> assembly_forms() {
       {"shapes_of_aspects", [] { return shapes_of_aspects(false); }},
       {"shapes_of_aspects_at_shared_axes", [] { return shapes_of_aspects(true); }},
   };
+}
+
+}  // namespace
+
+std::vector<AssemblyForm> assembly_forms() {
+  std::vector<AssemblyForm> all;
+  for (const auto& forms :
+       {forms_of_shapes(), forms_of_structure(), forms_of_styles(), forms_of_remarks()}) {
+    all.insert(all.end(), forms.begin(), forms.end());
+  }
+  return all;
 }
 
 }  // namespace Kessel::test

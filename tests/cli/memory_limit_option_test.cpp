@@ -150,9 +150,11 @@ TEST_F(MemoryLimitOption, WrongSizesAreWrongUsage) {
 TEST_F(MemoryLimitOption, HelpNamesIt) {
   for (const char* const command : {"split", "report", "check", "verify"}) {
     const std::string help = run_velkstep({command, "--help"}).out;
-    EXPECT_THAT(help,
-                HasSubstr("\n  --memory-limit SIZE         Refuse an input whose records "
-                          "would take more memory: bytes, or a size such as 500MB or 2GiB\n"));
+    EXPECT_THAT(
+        help,
+        HasSubstr("\n  --memory-limit SIZE       Refuse an input whose records would take more\n"
+                  "                            memory: bytes, or a size such as 500MB or "
+                  "2GiB\n"));
   }
 }
 

@@ -239,8 +239,8 @@ const std::set<FindingKind> NOT_REFUSED = {
     FindingKind::signature_dropped, FindingKind::unusual_record, FindingKind::lone_backslash,
     FindingKind::missing_instance, FindingKind::reference_cycle, FindingKind::unused_usage,
     FindingKind::usage_cycle, FindingKind::part_without_name, FindingKind::foreign_shape,
-    FindingKind::occurrence_style, FindingKind::instance_beyond_store, FindingKind::no_part,
-    FindingKind::one_part,
+    FindingKind::occurrence_style, FindingKind::unfollowed_file, FindingKind::instance_beyond_store,
+    FindingKind::no_part, FindingKind::one_part,
     // what verify finds is its result
     FindingKind::wrong_header, FindingKind::missing_record, FindingKind::foreign_record,
     FindingKind::changed_record, FindingKind::unresolved_reference, FindingKind::missing_root_list,
@@ -757,7 +757,7 @@ TEST_F(Messages, NoticesNameTheirFile) {
        {"extract", "refers.stp", "--part=lid", "-o", "14"},
        "velkstep: refers.stp:20:1: A shape is in the file \"lid.stp\", which is only referred to. "
        "1 "
-       "more like it. --follow puts it into the new file."},
+       "more like it. --follow reads them, too."},
       {{}, {"extract", "refers.stp", "--part=lid", "-qo", "15"}, ""},
       {{}, {"tree", "none.stp"}, none},
       {{}, {"extract", "none.stp", "--list"}, none},
@@ -777,6 +777,7 @@ TEST_F(Messages, NoticesNameTheirFile) {
       {{},
        {"split", "good.stp", "--part", "lid", "--part", "box", "-o", "8"},
        "velkstep: 2 parts: 2 done"},
+      {{}, {"split", "good.stp", "--part", "lid", "-o", "21"}, ""},
       {{}, {"split", "good.stp", "none.stp", "-qo", "9"}, ""},
       {{},
        {"split", "good.stp", "none.step"},
@@ -822,7 +823,7 @@ TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
       {{"-v"}, ": -v: did you mean --version?"},
       {{"tree", "--bom", "--sort", "size", "good.stp"},
        " tree: --sort: size: none of file, name, quantity"},
-      {{"split"}, " split: IN is required"},
+      {{"split"}, " split: IN is required; - reads standard input"},
       {{"split", "--forse", "good.stp"}, " split: --forse: did you mean --force?"},
       {{"split", "--names=other", "good.stp"},
        " split: --names: other: none of record, product, product-unicode"},
@@ -879,10 +880,16 @@ TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
        " join: lid is one too many; name only the file that refers to the others, or the folder of "
        "a "
        "split"},
-      {{"diff", "good.stp"}, " diff: B is required"},
-      {{"extract", "good.stp", "-o", "new"}, " extract: --part is required"},
-      {{"extract", "good.stp", "--part", "lid"}, " extract: --output is required"},
-      {{"shrink", "good.stp"}, " shrink: --output is required"},
+      {{"diff", "good.stp"}, " diff: B is required; - reads standard input"},
+      {{"extract", "good.stp", "-o", "new"}, " extract: --part is required; --part WHAT names it"},
+      {{"extract", "good.stp", "--part", "lid"}, " extract: --output is required; -o OUT names it"},
+      {{"extract", "good.stp", "--part", "lid", "--part", "box", "-o", "new.stp"},
+       " extract: --output: new.stp: is to be a folder, since several files may come of this; name "
+       "one"},
+      {{"extract", "good.stp", "--part", "lid", "--bodies", "-o", "lid"},
+       " extract: --output: lid: is to be a folder, since several files may come of this; name "
+       "one"},
+      {{"shrink", "good.stp"}, " shrink: --output is required; -o OUT names it"},
       {{"shrink", "good.stp", "new.stp"},
        " shrink: --output is required; did you mean -o new.stp?"},
       {{"extract", "good.stp", "--part", "lid", "new.stp"},

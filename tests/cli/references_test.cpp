@@ -19,6 +19,12 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::json;
 
+/// What a split says that leaves the lid where it is.
+const std::string ELSEWHERE =
+    "velkstep: in/in.stp:20:1: A shape is in the file \"lid.stp\", which is only referred to. "
+    "--follow "
+    "reads it, too.\n";
+
 /// The box with a lid, whose shape is in the file "lid.stp" beside it.
 class InputWithReferences : public testing::Test {
  protected:
@@ -45,7 +51,7 @@ class InputWithReferences : public testing::Test {
 TEST_F(InputWithReferences, NamesAreSeenFromTheFolderThatFilesArriveIn) {
   const ProcessRun run = run_velkstep({"split", "in/in.stp", "-o", "far/out"});
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_EQ(run.errors, "");
+  EXPECT_EQ(run.errors, ELSEWHERE);
   EXPECT_NE(read_file("far/out/lid (2).stp").find("=DOCUMENT_FILE('../../in/lid.stp',"),
             std::string::npos);
   fs::remove("in/lid.stp");
@@ -84,8 +90,9 @@ TEST_F(InputWithReferences, CopiesOfAnOlderSplitGo) {
             0);
   folder_.write("out/lid.stp", "somebody's");
   EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "out", "--force"}).errors,
-            "velkstep: out: 1 file of an earlier split changed since, and stays; remove it "
-            "where not needed: lid.stp\n");
+            ELSEWHERE +
+                "velkstep: out: 1 file of an earlier split changed since, and stays; remove it "
+                "where not needed: lid.stp\n");
   EXPECT_EQ(read_file("out/lid.stp"), "somebody's");
 }
 
@@ -100,6 +107,39 @@ TEST_F(InputWithReferences, FollowedAsOneAssembly) {
   EXPECT_EQ(
       run_velkstep({"split", "in/in.stp", "-o", "o", "--follow", "--assemblies=classic"}).exit_code,
       2);
+}
+
+TEST_F(InputWithReferences, WhatWasFollowedIsVerifiedWithAllThatItRefersTo) {
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "out", "--follow"}).exit_code, 0);
+  const ProcessRun followed = run_velkstep({"verify", "--follow", "in/in.stp", "out"});
+  EXPECT_EQ(followed.exit_code, 0) << followed.out;
+  EXPECT_EQ(followed.errors, "");
+  const ProcessRun alone = run_velkstep({"verify", "in/in.stp", "out"});
+  EXPECT_EQ(alone.exit_code, 1);
+  EXPECT_EQ(alone.errors,
+            "velkstep: in/in.stp: refers to other files; what was split with --follow is verified "
+            "with --follow\n");
+  folder_.write("in/lid.stp", "hello");
+  const ProcessRun broken = run_velkstep({"verify", "--follow", "in/in.stp", "out"});
+  EXPECT_EQ(broken.exit_code, 1);
+  EXPECT_EQ(broken.out.find("in/in.stp: error: \"lid.stp\": The file is no exchange file"), 0u)
+      << broken.out;
+}
+
+TEST_F(InputWithReferences, ShapesThatStayElsewhereAreTold) {
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "kept"}).errors, ELSEWHERE);
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-qo", "quiet"}).errors, "");
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "copied", "--copy-references"}).errors, "");
+  EXPECT_EQ(run_velkstep({"split", "in/in.stp", "-o", "followed", "--follow"}).errors, "");
+}
+
+TEST_F(InputWithReferences, FollowingWantsAFolderForTemporaryFiles) {
+  const ProcessRun run =
+      run_velkstep({"tree", "--follow", "in/in.stp"}, {.environment = {{"TMPDIR", "/nowhere"}}});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.errors,
+            "velkstep: in/in.stp: no temporary file in /nowhere: No such file or directory; TMPDIR "
+            "names another folder for it\n");
 }
 
 TEST_F(InputWithReferences, SplitOnceMoreItsFilesAreCalledTheSame) {

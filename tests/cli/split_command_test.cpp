@@ -204,7 +204,8 @@ TEST_F(SplitCommand, WhatASplitAloneWarnsOfIsTold) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors,
             "velkstep: in.stp:38:1: The style #90 is for one of several occurrences of a part "
-            "whose shape is in another file; readers may not show it. 1 more like it.\n");
+            "whose shape is in another file; readers may show it on all of them or on none. 1 more "
+            "like it.\n");
 }
 
 TEST_F(SplitCommand, HashesOfTheListAreThoseOfXxhsum) {

@@ -1,6 +1,7 @@
 // What the command prints about itself, and how it takes arguments that make no sense.
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -43,28 +44,20 @@ TEST(Usage, HelpNamesTheSubcommandsAndExitCodes) {
     const ProcessRun run = run_velkstep({flag});
     EXPECT_EQ(run.exit_code, 0);
     EXPECT_EQ(run.errors, "");
-    expect_line(run.out, "Usage: velkstep [OPTIONS] SUBCOMMAND");
-    expect_line(run.out, "  split                       Split each IN into one file per part");
-    expect_line(run.out,
-                "  report                      Split each IN, and write a page about its parts, "
-                "report.html");
-    expect_line(run.out,
-                "  tree                        Show how the parts of each IN are put together");
-    expect_line(run.out,
-                "  info                        Show what the header of each IN says, and count "
-                "what it holds");
-    expect_line(run.out, "  check                       Say what is wrong or unusual in each IN");
-    expect_line(
-        run.out,
-        "  verify                      Check the files that IN was split into under OUTDIR");
-    expect_line(
-        run.out,
-        "  join                        Join ROOT and the files that it refers to into one file");
-    expect_line(run.out,
-                "  shrink                      Write IN again, without what it says twice");
-    expect_line(run.out,
-                "  extract                     Write a part or sub-assembly of IN, with all below "
-                "it, as one file");
+    expect_line(run.out, "Usage: velkstep [OPTIONS] COMMAND");
+    for (const char* line :
+         {"  split     Split each IN into one file per part",
+          "  report    Split each IN, and write a page about its parts, report.html",
+          "  tree      Show how the parts of each IN are put together",
+          "  info      Show what the header of each IN says, and count what it holds",
+          "  check     Say what is wrong or unusual in each IN",
+          "  verify    Check the files that IN was split into under OUTDIR",
+          "  join      Join ROOT and the files that it refers to into one file",
+          "  shrink    Write IN again, without what it says twice",
+          "  extract   Write a part or sub-assembly of IN, with all below it, as one file",
+          "velkstep COMMAND --help has the options of a command."}) {
+      expect_line(run.out, line);
+    }
     EXPECT_TRUE(
         run.out.ends_with(SPLIT_EXIT_CODES + "  4  check, verify: warnings, but no errors\n"))
         << run.out;
@@ -97,8 +90,8 @@ TEST(Usage, HelpOfCheckNamesItsArgumentsAndExitCodes) {
   EXPECT_EQ(run.errors, "");
   expect_line(run.out, "Usage: velkstep check [OPTIONS] IN...");
   expect_line(run.out,
-              "  IN TEXT ... REQUIRED        The exchange files to check; - reads standard input");
-  expect_line(run.out, "  --json                      Print one line of JSON for each file");
+              "  IN...                     The exchange files to check; - reads standard input");
+  expect_line(run.out, "  --json                    Print one line of JSON for each file");
 }
 
 TEST(Usage, HelpOfSplitNamesItsArgumentsAndExitCodes) {
@@ -106,9 +99,28 @@ TEST(Usage, HelpOfSplitNamesItsArgumentsAndExitCodes) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors, "");
   expect_line(run.out, "Usage: velkstep split [OPTIONS] IN...");
-  for (const char* option : {"-o,--output OUTDIR", "-j,--jobs N=0", "-f,--force", "-q,--quiet"}) {
+  for (const char* option : {"-o, --output OUTDIR", "-j, --jobs N", "-f, --force", "-q, --quiet"}) {
     EXPECT_NE(run.out.find(std::string("\n  ") + option + " "), std::string::npos) << option;
   }
+}
+
+TEST(Usage, HelpFitsATerminalAndShowsWhatMustBeThere) {
+  const std::pair<const char*, const char*> USAGES[] = {
+      {"split", "Usage: velkstep split [OPTIONS] IN..."},
+      {"diff", "Usage: velkstep diff [OPTIONS] A B"},
+      {"join", "Usage: velkstep join [OPTIONS] ROOT -o OUT"},
+      {"picture", "Usage: velkstep picture [OPTIONS] IN -o OUT"},
+      {"extract", "Usage: velkstep extract [OPTIONS] IN --part WHAT -o OUT"},
+      {"verify", "Usage: velkstep verify [OPTIONS] IN OUTDIR"}};
+  for (const auto& [command, usage] : USAGES) {
+    const std::string help = run_velkstep({command, "--help"}).out;
+    expect_line(help, usage);
+    std::istringstream lines(help);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80u) << line;
+  }
+  expect_line(run_velkstep({"tree", "--help"}).out,
+              "  --depth N                 Levels to show below the root (default: 100). Not\n"
+              "                            with --bom, --json");
 }
 
 }  // namespace

@@ -97,6 +97,17 @@ TEST_F(VerifyCommand, FindingsOnTheInputAndTheFolder) {
          "a split wrote.\n");
 }
 
+TEST_F(VerifyCommand, FolderAboveThatOfTheSplit) {
+  fs::create_directory("all");
+  fs::rename("out", "all/in");
+  const ProcessRun run = run_velkstep({"verify", "in.stp", "all"});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_NE(run.out.find("all: error: There is no exchange file in the folder. Did you mean "
+                         "all/in?\n"),
+            std::string::npos)
+      << run.out;
+}
+
 TEST_F(VerifyCommand, StandardInput) {
   expect({"-", "out"}, 0, "2 files with 41 records, all as they should be\n",
          {.standard_input = "in.stp"});

@@ -75,9 +75,10 @@ TEST_F(ExtractFromReferring, ShapesThatStayInTheirFilesAreToldOnceEach) {
   EXPECT_EQ(warnings_, Sentences{lid});
   warnings_.clear();
   extract("in/in.stp", "whole", "one.stp", choices());
-  EXPECT_EQ(warnings_,
-            (Sentences{
-                lid, "80: A shape is in the file \"T??r/hinge.stp\", which is only referred to."}));
+  EXPECT_EQ(
+      warnings_,
+      (Sentences{
+          lid, "80: A shape is in the file \"T\xC3\xBCr/hinge.stp\", which is only referred to."}));
   warnings_.clear();
   ExtractOptions following = choices();
   following.follow_references = true;

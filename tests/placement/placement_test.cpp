@@ -426,17 +426,17 @@ const std::string STYLE_BY_PLACE =
     "#81=CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(#84),#40,#80,(#63));\n"
     "#84=PRESENTATION_STYLE_ASSIGNMENT((#85));\n#85=COLOUR_RGB('',0.,0.,1.);\n";
 
-TEST(Placement, AStyleThatNamesAPlaceStandsWithTheAssemblyWithAWarning) {
+TEST(Placement, AStyleThatNamesOneOfTwoPlacesStandsWithItsItemWithAWarning) {
   for (const AssemblyStyle style : {AssemblyStyle::nested, AssemblyStyle::lean}) {
     const Placed wheels(product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") +
                             solid_records(40) + placed_usage_records(60, 10, 20) +
                             placed_usage_records(70, 10, 20) + STYLE_BY_PLACE,
                         style);
-    EXPECT_EQ(wheels.at(81), "0");
-    EXPECT_EQ(wheels.at(80), "0g 1");
-    EXPECT_EQ(wheels.at(40), "0s 1");
-    EXPECT_EQ(wheels.at(41), "1");
-    EXPECT_EQ(wheels.at(63), "0");
+    EXPECT_EQ(wheels.at(81), "1");
+    EXPECT_EQ(wheels.at(80), "1");
+    EXPECT_EQ(wheels.at(40), "1");
+    EXPECT_EQ(wheels.at(63), "0 1");
+    EXPECT_EQ(wheels.at(15), "0 1s");
     ASSERT_EQ(wheels.placement.warnings.size(), 1u);
     EXPECT_EQ(wheels.placement.warnings[0].kind, PlacementWarning::Kind::occurrence_style);
     EXPECT_EQ(wheels.placement.warnings[0].record, wheels.file.at(81));
@@ -495,6 +495,83 @@ TEST(Placement, UsagesOfHigherLevelsStandWithTheirAssemblyAndBringTheirStyles) {
   EXPECT_EQ(higher.at(50), "0s 2");
   EXPECT_EQ(higher.at(10), "0");
   EXPECT_THAT(higher.placement.warnings, IsEmpty());
+}
+
+/// The solid #40 of a wheel at #20 in another colour where an assembly's representation is seen.
+std::string style_in(int representation) {
+  return "#84=STYLED_ITEM('',(#85),#40);\n#85=PRESENTATION_STYLE_BY_CONTEXT((#86),#" +
+         std::to_string(representation) + ");\n#86=COLOUR_RGB('',0.,0.,1.);\n";
+}
+
+TEST(Placement, AStyleInTheContextOfAnAssemblyStandsWithItsItem) {
+  const Placed car(CAR + style_in(15));
+  EXPECT_EQ(car.at(84), "1");
+  EXPECT_EQ(car.at(15), "0 1s");
+  EXPECT_EQ(car.at(40), "1");
+  EXPECT_THAT(car.placement.warnings, IsEmpty());
+}
+
+TEST(Placement, AStyleInTheContextOfOneOfTwoAssembliesIsWarnedOf) {
+  const Placed car(CAR + product_records(90, "spare", "#3") + placed_usage_records(100, 90, 20) +
+                   placed_usage_records(110, 10, 90) + style_in(95));
+  EXPECT_EQ(car.at(84), "1");
+  EXPECT_EQ(car.at(95), "0s 1s 3");
+  EXPECT_EQ(car.at(40), "1");
+  ASSERT_EQ(car.placement.warnings.size(), 1u);
+  EXPECT_EQ(car.placement.warnings[0].kind, PlacementWarning::Kind::occurrence_style);
+  EXPECT_EQ(car.placement.warnings[0].record, car.file.at(84));
+  EXPECT_EQ(car.placement.warnings[0].file, 1u);
+}
+
+TEST(Placement, AStyleOfASubAssemblysShapeStandsWhereItsUsageDoes) {
+  const Placed car(CAR +
+                   "#66=SHAPE_DEFINITION_REPRESENTATION(#61,#67);\n"
+                   "#67=SHAPE_REPRESENTATION('',(#3),#2);\n#81=STYLED_ITEM('',(#84),#25);\n"
+                   "#84=PRESENTATION_STYLE_BY_CONTEXT((#85),#67);\n#85=COLOUR_RGB('',0.,0.,1.);\n");
+  EXPECT_EQ(car.at(81), "0");
+  EXPECT_EQ(car.at(25), "0s 1");
+  EXPECT_THAT(car.placement.warnings, IsEmpty());
+}
+
+/// What is warned of, such as "#60 in 1".
+std::vector<std::string> warned(const Placed& placed, PlacementWarning::Kind kind) {
+  std::vector<std::string> all;
+  for (const PlacementWarning& warning : placed.placement.warnings) {
+    if (warning.kind != kind) continue;
+    all.push_back("#" + std::to_string(placed.file.instances.number(warning.record)) + " in " +
+                  std::to_string(warning.file));
+  }
+  return all;
+}
+
+TEST(Placement, WhatShowsAComponentBesideItsUsagesIsWarnedOf) {
+  const std::string wheels = product_records(10, "car", "#3,#60,#62") +
+                             product_records(20, "wheel", "#3,#40") + solid_records(40) +
+                             "#60=MAPPED_ITEM('',#61,#3);\n#61=REPRESENTATION_MAP(#3,#25);\n"
+                             "#62=MAPPED_ITEM('',#61,#3);\n#63=STYLED_ITEM('',(),#60);\n"
+                             "#64=SHAPE_REPRESENTATION_RELATIONSHIP('','',#15,#25);\n";
+  const auto besides = [&](const std::string& usages) {
+    return warned(Placed(wheels + usages), PlacementWarning::Kind::shown_besides);
+  };
+  EXPECT_EQ(besides(usage_record(70, 10, 20) + usage_record(71, 10, 20) + usage_record(72, 10, 20)),
+            Names{});
+  EXPECT_EQ(besides(usage_record(70, 10, 20) + usage_record(71, 10, 20)), Names{"#64 in 0"});
+  EXPECT_EQ(besides(usage_record(70, 10, 20)), (Names{"#62 in 0", "#64 in 0"}));
+  EXPECT_EQ(besides(placed_usage_records(70, 10, 20)), (Names{"#60 in 0", "#62 in 0", "#64 in 0"}));
+  EXPECT_EQ(
+      warned(Placed(wheels + usage_record(70, 10, 20)), PlacementWarning::Kind::occurrence_style),
+      Names{"#63 in 0"});
+}
+
+TEST(Placement, DefinitionsOfTypesThatFewReadersKnowAreWarnedOf) {
+  std::string text = CAR;
+  const std::string usual = "#20=PRODUCT_DEFINITION(";
+  text.replace(text.find(usual), usual.size(), "#20=COMPOSITE_ASSEMBLY_DEFINITION(");
+  const Placed car(text);
+  EXPECT_EQ(warned(car, PlacementWarning::Kind::unusual_definition), Names{"#20 in 1"});
+  EXPECT_EQ(car.placement.warnings.size(), 1u);
+  // In lean no file is the sub-assembly's.
+  EXPECT_THAT(Placed(text, AssemblyStyle::lean).placement.warnings, IsEmpty());
 }
 
 TEST(Placement, TheSameTwice) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "support/loaded_text.h"
 #include "support/product_records.h"
 
@@ -16,6 +18,14 @@ std::vector<std::string> names(const Products& all, const std::vector<ProductId>
   std::vector<std::string> result;
   for (const ProductId id : ids) result.push_back(all.products[id].name);
   return result;
+}
+
+using Ends = std::vector<std::pair<Index, Index>>;
+
+Ends ends_of(const std::vector<TiedShape>& shapes) {
+  Ends ends;
+  for (const TiedShape& shape : shapes) ends.emplace_back(shape.relationship, shape.representation);
+  return ends;
 }
 
 using Names = std::vector<std::string>;
@@ -153,8 +163,8 @@ TEST(Products, TiedRepresentationsBelongToTheProductUnlessAnotherHasThem) {
   EXPECT_TRUE(all.products[1].has_bodies);
   EXPECT_TRUE(all.products[0].tied.empty());
   EXPECT_TRUE(all.products[0].ties.empty());
-  EXPECT_EQ(all.products[0].tied_to_others, std::vector<Index>{file.at(25)});
-  EXPECT_EQ(all.products[1].tied_to_others, std::vector<Index>{file.at(15)});
+  EXPECT_EQ(ends_of(all.products[0].tied_to_others), Ends({{file.at(42), file.at(25)}}));
+  EXPECT_EQ(ends_of(all.products[1].tied_to_others), Ends({{file.at(42), file.at(15)}}));
 }
 
 TEST(Products, WhatAnAssemblyAndAComponentAreTiedToIsTheComponents) {
@@ -166,7 +176,7 @@ TEST(Products, WhatAnAssemblyAndAComponentAreTiedToIsTheComponents) {
   const Products all = find_products(file.instances);
   EXPECT_EQ(all.products.at(0).tied, std::vector<Index>{});
   EXPECT_EQ(all.products.at(0).ties, std::vector<Index>{});
-  EXPECT_EQ(all.products.at(0).tied_to_others, std::vector<Index>{file.at(40)});
+  EXPECT_EQ(ends_of(all.products.at(0).tied_to_others), Ends({{file.at(42), file.at(40)}}));
   EXPECT_FALSE(all.products.at(0).has_bodies);
   EXPECT_EQ(all.products.at(1).tied, std::vector<Index>{file.at(40)});
   EXPECT_EQ(all.products.at(1).ties, std::vector<Index>{file.at(41)});

@@ -50,6 +50,8 @@ def test_they_are_followed(box):
     assert files == [Path("out/box.stp"), Path("out/lid.stp")]
     assert "DOCUMENT_FILE" not in files[1].read_text()
     assert "SHAPE_REPRESENTATION" in files[1].read_text()
+    assert velkstep.verify(box, "out", references="follow")["findings"] == []
+    assert velkstep.verify(box, "out")["findings"] != []
 
 
 def test_a_part_keeps_them_or_has_what_they_say(box):

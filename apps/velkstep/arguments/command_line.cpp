@@ -70,6 +70,20 @@ std::string wrong_values(const std::string& text, const CLI::App& command) {
   return name + " wants a value: " + option->get_type_name();
 }
 
+/// What is to be said about something that is not there; `text` is CLI11's: "IN is required".
+std::string what_is_required(const std::string& text, const CLI::App& command) {
+  const CLI::Option* const option = command.get_option_no_throw(text.substr(0, text.find(' ')));
+  if (option == nullptr) return text;
+  if (!option->get_positional()) {
+    const bool is_short = !option->get_snames().empty();
+    return text + "; " +
+           (is_short ? "-" + option->get_snames().front() : "--" + option->get_lnames().front()) +
+           " " + option->get_type_name() + " names it";
+  }
+  const bool may_be_read = option->get_description().find("standard input") != std::string::npos;
+  return may_be_read ? text + "; - reads standard input" : text;
+}
+
 /// What is wrong with the arguments of `command`, which is the program itself where none was found.
 std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::ParseError& error) {
   const std::vector<std::string> left = command.remaining();
@@ -96,6 +110,7 @@ std::string sentence(const CLI::App& app, const CLI::App& command, const CLI::Pa
       dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
     return wrong_values(error.what(), command);
   }
+  if (is_required && left.empty()) return what_is_required(error.what(), command);
   const bool is_for_output = left.size() == 1 && !typed.starts_with("-") &&
                              error.what() == std::string("--output is required");
   return printable(error.what()) +

@@ -6,6 +6,7 @@
 
 #include "arguments/choice.h"
 #include "arguments/faults.h"
+#include "arguments/help_format.h"
 #include "arguments/options.h"
 #include "commands/check_command.h"
 #include "commands/diff_command.h"
@@ -36,7 +37,7 @@ template <class Arguments>
 Command<Arguments> add_command(CLI::App& app, Action& action, int (*run)(const Arguments&),
                                const std::string& name, const std::string& description) {
   const auto arguments = std::make_shared<Arguments>();
-  CLI::App* command = app.add_subcommand(name, description);
+  CLI::App* command = app.add_subcommand(name, description)->group("Commands");
   command->footer(USUAL_EXIT_CODES);
   command->callback(
       [&action, arguments, run] { action = [arguments, run] { return run(*arguments); }; });
@@ -97,6 +98,8 @@ void add_verify_command(CLI::App& app, Action& action) {
   command->add_option("OUTDIR", arguments->outdir, "The folder with the files of the split")
       ->check(CLI::Validator(fault_of_output, ""))
       ->required();
+  add_follow_options(command, arguments->options.follow_references,
+                     arguments->options.follow_outside);
   add_memory_limit_option(command, arguments->options.memory_limit);
   add_progress_option(command, arguments->progress);
   command->add_flag("--json", arguments->json, "Print one line of JSON");
@@ -167,6 +170,7 @@ void add_extract_command(CLI::App& app, Action& action) {
   CLI::Option* list =
       command->add_flag("--list", arguments->list, "List what can be extracted, and write nothing");
   list->excludes(parts)->excludes(out)->excludes(bodies);
+  command->formatter(help_format("--part WHAT -o OUT"));
   add_names_option(command, arguments->names);
   command->add_flag("--shrink", arguments->shrink,
                     "Make records of each result that say the same one");
@@ -257,10 +261,11 @@ void add_report_command(CLI::App& app, Action& action) {
 void add_commands(CLI::App& app, Action& action) {
   app.name("velkstep");
   app.description("Splits STEP assemblies (ISO 10303-21 files) into one file per part.");
+  app.formatter(help_format());
   app.set_version_flag("--version", "velkstep " VELKSTEP_VERSION, "Print the version and exit");
   app.set_help_flag("-h,--help", "Print this help and exit");
   app.require_subcommand(1);
-  app.footer(EXIT_CODES);
+  app.footer(std::string("velkstep COMMAND --help has the options of a command.\n\n") + EXIT_CODES);
 
   add_split_command(app, action);
   add_check_command(app, action);

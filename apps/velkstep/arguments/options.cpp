@@ -140,8 +140,8 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
       ->check(CLI::Validator(fault_of_output, ""));
   command
       ->add_option("--part", arguments.parts,
-                   "Split only this part and all below it, as if it had been extracted before; "
-                   "several go into folders of their names below OUTDIR")
+                   "Split only this part and all below it, named as for extract, as if it had been "
+                   "extracted before; several go into folders of their names below OUTDIR")
       ->type_name("WHAT")
       ->expected(1)
       ->allow_extra_args(false)  // What follows is the input.
@@ -152,7 +152,8 @@ void add_split_arguments(CLI::App* command, SplitArguments& arguments) {
   command->add_flag("--shrink", arguments.options.shrink,
                     "Make records that say the same one first, as shrink does");
   command->add_flag("-f,--force", arguments.force,
-                    "Replace files in OUTDIR that are called as the new ones");
+                    "Replace files in OUTDIR that are called as the new ones, and remove what an "
+                    "older split left there and nobody changed");
   command->add_flag(
       "-n,--dry-run", arguments.dry_run,
       "Print what would be written, with sizes in bytes, and removed, and do nothing");

@@ -8,11 +8,13 @@
 #include "kessel/errors.h"
 #include "kessel/extract.h"
 #include "run/exit_codes.h"
+#include "run/input_names.h"
 #include "run/one_output.h"
 #include "run/progress.h"
 #include "run/unpacked.h"
 #include "run/warnings.h"
 #include "run/with_input.h"
+#include "run/wrong_usage.h"
 #include "system/interruption.h"
 #include "text/counted.h"
 #include "text/terminal.h"
@@ -28,6 +30,17 @@ bool is_folder(const ExtractArguments& arguments) {
   std::error_code ignored;
   return arguments.parts.size() > 1 || arguments.bodies || !arguments.out.has_filename() ||
          fs::is_directory(arguments.out, ignored);
+}
+
+/// Files that are several go into a folder; who names a file for them meant one.
+void require_folder(const ExtractArguments& arguments) {
+  std::error_code error;
+  const bool is_several = arguments.parts.size() > 1 || arguments.bodies;
+  if (!is_several || fs::is_directory(arguments.out, error)) return;
+  if (fs::exists(arguments.out, error) || !stem_of(arguments.out).empty()) {
+    throw WrongUsage("--output: " + arguments.out.string() +
+                     ": is to be a folder, since several files may come of this; name one");
+  }
 }
 
 /// What it takes to read the input.
@@ -101,6 +114,7 @@ int list(const ExtractArguments& arguments, const fs::path& in) {
 }  // namespace
 
 int extract(const ExtractArguments& arguments) {
+  require_folder(arguments);
   return with_input(arguments.in, [&](const fs::path& in) {
     if (arguments.list) return list(arguments, in);
     hold_interruptions();

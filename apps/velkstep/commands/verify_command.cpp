@@ -11,9 +11,12 @@
 #include "json/documents.h"
 #include "kessel/errors.h"
 #include "kessel/split_list.h"
+#include "kessel/summary.h"
 #include "kessel/verify.h"
 #include "run/advice.h"
 #include "run/exit_codes.h"
+#include "run/input_names.h"
+#include "run/unpacked.h"
 #include "run/with_input.h"
 #include "text/counted.h"
 #include "text/terminal.h"
@@ -38,21 +41,30 @@ std::string line_for(const VerifyArguments& arguments, const Finding& finding) {
   if (finding.file.empty() || finding.severity != Kessel::Severity::error) {
     return finding_text(name, finding);
   }
-  const std::string advice = advice_on_split(finding, name);
+  const std::filesystem::path below = arguments.outdir / stem_of(arguments.in);
+  std::error_code error;
+  const bool is_above = finding.kind == Kessel::FindingKind::missing_file &&
+                        below != arguments.outdir / "" &&
+                        std::filesystem::is_directory(below, error);
+  const std::string advice =
+      is_above ? "Did you mean " + below.string() + "?" : advice_on_split(finding, name);
   return printable(place_in(name, finding)) + ": error: " + finding.sentence +
          (advice.empty() ? "" : " ") + printable(advice) + "\n";
 }
 
+/// Whether the files do not say what the input says.
+bool differs(const Verification& verification) {
+  return std::any_of(verification.findings.begin(), verification.findings.end(),
+                     [](const Finding& finding) {
+                       return finding.kind == Kessel::FindingKind::missing_record ||
+                              finding.kind == Kessel::FindingKind::foreign_record ||
+                              finding.kind == Kessel::FindingKind::changed_record;
+                     });
+}
+
 /// Whoever takes the wrong folder, or the wrong input, is told so in front of all that differs.
 void mention_other_input(const VerifyArguments& arguments, const Verification& verification) {
-  const auto is_difference = [](const Finding& finding) {
-    return finding.kind == Kessel::FindingKind::missing_record ||
-           finding.kind == Kessel::FindingKind::foreign_record ||
-           finding.kind == Kessel::FindingKind::changed_record;
-  };
-  const bool differs =
-      std::any_of(verification.findings.begin(), verification.findings.end(), is_difference);
-  if (!differs || arguments.in == "-") return;
+  if (!differs(verification) || arguments.in == "-") return;
   try {
     const auto list = Kessel::read_split_list(arguments.outdir);
     const std::filesystem::path in = arguments.in;
@@ -65,6 +77,16 @@ void mention_other_input(const VerifyArguments& arguments, const Verification& v
   } catch (const Kessel::InputError&) {
     return;  // A list that is wrong is a finding.
   }
+}
+
+/// So is who does not follow references as the split did. `in` is where the input is read.
+void mention_follow(const VerifyArguments& arguments, const std::filesystem::path& in,
+                    const Verification& verification) {
+  if (arguments.options.follow_references || !differs(verification)) return;
+  const Kessel::Options options{.input_folder = folder_of_input(arguments.in)};
+  if (Kessel::read_summary(in, options).references.empty()) return;
+  std::cerr << "velkstep: " << printable(shown_name(arguments.in))
+            << ": refers to other files; what was split with --follow is verified with --follow\n";
 }
 
 std::string verify_text(const VerifyArguments& arguments, const Verification& verification) {
@@ -83,6 +105,9 @@ namespace {
 
 Verification verified(const std::filesystem::path& in, const VerifyArguments& arguments) {
   Kessel::Options options = arguments.options;
+  options.input_folder = folder_of_input(arguments.in);
+  Unpacked unpacked;
+  options.readable = unpacked.readable();
   ProgressBar bar(arguments.progress);
   options.progress = [&](const Kessel::Progress& progress) { bar.show(progress); };
   return Kessel::verify(in, arguments.outdir, options);
@@ -102,7 +127,9 @@ int verify(const VerifyArguments& arguments) {
   return with_path(
       arguments.in,
       [&](const std::filesystem::path& path) {
-        return print_verification(arguments, verified(path, arguments));
+        const Verification verification = verified(path, arguments);
+        mention_follow(arguments, path, verification);
+        return print_verification(arguments, verification);
       },
       [&](const Finding& refused) {
         Verification verification;

@@ -186,7 +186,8 @@ int deliver(const FinishedSplit& split, const Delivery& delivery, const SplitArg
 void mention(const FinishedSplit& split, const SplitArguments& arguments, const Warnings& warnings,
              const OlderSplit& older) {
   if (arguments.quiet) return;
-  if (const auto why = warnings.why_copied()) {
+  const auto why = warnings.why_copied();
+  if (why && arguments.part.empty()) {  // A part was to be the only one.
     const std::string copy = shown_path(arguments.outdir, split.files.front().path.string());
     std::cerr << "velkstep: " << printable(shown_name(arguments.in)) << ": holds "
               << (*why == Kessel::FindingKind::one_part ? "one part only" : "no part") << "; "

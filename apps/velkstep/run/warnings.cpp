@@ -10,8 +10,10 @@ namespace Velkstep {
 
 namespace {
 
-/// What else can be had of what is in other files.
-constexpr const char* FOLLOW = " --follow puts it into the new file.";
+/// How to have what is in other files, too.
+const char* advice_on_files(std::uint64_t count) {
+  return count == 1 ? " --follow reads it, too." : " --follow reads them, too.";
+}
 
 }  // namespace
 
@@ -23,6 +25,7 @@ void Warnings::add(const Kessel::Finding& warning) {
     missing_.push_back(warning);
   } else if (warning.kind == Kessel::FindingKind::foreign_shape ||
              warning.kind == Kessel::FindingKind::occurrence_style ||
+             warning.kind == Kessel::FindingKind::unfollowed_file ||
              warning.kind == Kessel::FindingKind::shape_elsewhere ||
              warning.kind == Kessel::FindingKind::text_after_end) {
     Group& group = told_[warning.kind];
@@ -44,14 +47,16 @@ void Warnings::mention(const std::string& argument) const {
     for (const Kessel::Finding& missing : missing_) more += missing.count;
     --more;
     std::cerr << "velkstep: " << printable(place_in(shown_name(argument), first)) << ": "
-              << first.sentence << (more == 0 ? "" : " " + grouped(more) + " more are missing.")
+              << printable(first.sentence)
+              << (more == 0 ? "" : " " + grouped(more) + " more are missing.")
               << " Put it there, or what is in it is missing.\n";
   }
   for (const auto& [kind, group] : told_) {
     std::cerr << "velkstep: " << printable(place_in(shown_name(argument), group.first)) << ": "
-              << group.first.sentence
+              << printable(group.first.sentence)
               << (group.count == 1 ? "" : " " + grouped(group.count - 1) + " more like it.")
-              << (kind == Kessel::FindingKind::shape_elsewhere ? FOLLOW : "") << "\n";
+              << (kind == Kessel::FindingKind::shape_elsewhere ? advice_on_files(group.count) : "")
+              << "\n";
   }
   if (count_ == 0) return;
   std::cerr << "velkstep: " << printable(shown_name(argument)) << ": "

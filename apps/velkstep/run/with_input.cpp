@@ -121,6 +121,10 @@ int with_reasons(const std::string& argument, Run run) {
     return fail_to_find(argument, error);
   } catch (const UnusableOutput& error) {
     return fail(error.path().string(), error.what());
+  } catch (const Kessel::OutputError& error) {  // Of what is read together.
+    return fail(shown_name(argument), "no temporary file in " + error.path().string() + ": " +
+                                          error.reason().message() +
+                                          "; TMPDIR names another folder for it");
   } catch (const std::exception& error) {
     return fail(shown_name(argument), reason_of(error));
   }

@@ -293,14 +293,20 @@ def diff(a: StrPath, b: StrPath, progress: Optional[Progress] = None) -> Differe
     return _velkstep.diff(a, b, progress)
 
 
-def verify(input: StrPath, outdir: StrPath, progress: Optional[Progress] = None) -> Verification:
+def verify(
+    input: StrPath,
+    outdir: StrPath,
+    progress: Optional[Progress] = None,
+    references: Follow = "keep",
+    follow_outside: bool = False,
+) -> Verification:
     """Checks that the files of a split in the folder `outdir` hold what the file `input` holds.
 
     Returns what `velkstep verify --json` prints; the member "findings" is empty where all is as it
     should be. What cannot be read is a finding, too. Writes nothing. `progress` is called with
     "reading" and bytes of the files, then with "sorting" and steps of the comparison; it can end it as
-    that of split can.
+    that of split can. `references` and `follow_outside` are those of the split.
 
-    Raises MemoryError.
+    Raises MemoryError, and OutputError where there is no room for what is followed.
     """
-    return _velkstep.verify(input, outdir, progress)
+    return _velkstep.verify(input, outdir, progress, references, follow_outside)

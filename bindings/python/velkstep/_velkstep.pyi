@@ -93,5 +93,9 @@ def diff(
     a: _StrPath, b: _StrPath, progress: Optional[Callable[..., object]]
 ) -> Difference: ...
 def verify(
-    input: _StrPath, outdir: _StrPath, progress: Optional[Callable[..., object]]
+    input: _StrPath,
+    outdir: _StrPath,
+    progress: Optional[Callable[..., object]],
+    references: str,
+    follow_outside: bool,
 ) -> Verification: ...
