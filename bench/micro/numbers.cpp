@@ -55,6 +55,20 @@ void read_numbers(benchmark::State& state) {
 BENCHMARK_TEMPLATE(read_numbers, &read_number)->Name("read_number");
 BENCHMARK_TEMPLATE(read_numbers, &read_number_plainly)->Name("read_number/plainly");
 
+template <auto Write>
+void write_numbers(benchmark::State& state) {
+  std::vector<char> out(numbers().size() * Exchange::NUMBER_ROOM);
+  for (auto _ : state) {
+    char* p = out.data();
+    for (const std::uint32_t number : numbers()) p = Write(p, number);
+    benchmark::DoNotOptimize(p);
+    benchmark::ClobberMemory();
+  }
+  set_counters(state);
+}
+BENCHMARK_TEMPLATE(write_numbers, &Exchange::write_number)->Name("write_number");
+BENCHMARK_TEMPLATE(write_numbers, &Exchange::write_number_plainly)->Name("write_number/plainly");
+
 }  // namespace
 
 }  // namespace Kessel::bench

@@ -1,6 +1,11 @@
 #include "exchange/parameters.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <algorithm>
+#include <bit>
 
 #include "exchange/characters.h"
 #include "exchange/lexer.h"
@@ -10,11 +15,36 @@ namespace Kessel::Exchange {
 
 namespace {
 
+/// The first apostrophe, parenthesis, "/" or "<" at or behind `at`; the end of the text for none.
+std::size_t find_mark(std::string_view text, std::size_t at) {
+#if defined(__SSE2__)
+  // Fast path: sixteen bytes at once. Two of the marks differ from two others in one bit only.
+  const auto all = [](char c) { return _mm_set1_epi8(c); };
+  for (; text.size() - at >= 16; at += 16) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
+    const __m128i parentheses = _mm_cmpeq_epi8(_mm_or_si128(block, all('(' ^ ')')), all('(' | ')'));
+    const __m128i others = _mm_cmpeq_epi8(_mm_or_si128(block, all('\'' ^ '/')), all('\'' | '/'));
+    const __m128i resources = _mm_cmpeq_epi8(block, all('<'));
+    const int found = _mm_movemask_epi8(_mm_or_si128(_mm_or_si128(parentheses, others), resources));
+    if (found != 0) {
+      return at + static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(found)));
+    }
+  }
+#endif
+  const auto is_mark = [](char c) {
+    return c == '\'' || c == '(' || c == ')' || c == '/' || c == '<';
+  };
+  while (at < text.size() && !is_mark(text[at])) ++at;
+  return at;
+}
+
 /// The position behind the ")" that closes the "(" at `open`; the end of the text for none. The
 /// same as word by word, of which no other than these begins or holds what matters here.
 std::size_t behind_list(std::string_view text, std::size_t open) {
   std::size_t at = open + 1;
-  for (int depth = 1; depth > 0 && at < text.size();) {
+  for (int depth = 1; depth > 0;) {
+    at = find_mark(text, at);
+    if (at == text.size()) break;
     const char c = text[at];
     if (c == '\'') {
       at = std::min(behind_string(text, at), text.size());
@@ -36,27 +66,54 @@ std::size_t position_of(const Word& word, std::string_view text) {
   return static_cast<std::size_t>(word.text.data() - text.data());
 }
 
-}  // namespace
+/// Partial records and parameters are rarely more.
+constexpr std::size_t USUAL_COUNT = 8;
 
-std::vector<PartialRecord> partial_records(std::string_view body) {
-  std::vector<PartialRecord> records;
-  Lexer lexer(body);
-  std::string_view keyword;
-  for (Word word = lexer.next(); word.kind != WordKind::end; word = lexer.next()) {
-    if (word.kind == WordKind::keyword) {
-      keyword = word.text;
-    } else if (word.kind == WordKind::open && !keyword.empty()) {
-      const std::size_t begin = position_of(word, body);
-      const std::size_t end = behind_list(body, begin);
-      records.push_back({keyword, body.substr(begin, end - begin)});
-      lexer = Lexer(body, end);
-      keyword = {};
-    }
-  }
-  return records;
+constexpr std::string_view without_blanks(std::string_view text) {
+  while (!text.empty() && is_blank(text.front())) text.remove_prefix(1);
+  return without_blanks_behind(text);
 }
 
-Parameters items_of(std::string_view list) {
+/// Adds the items of `list` to `items`, by the commas between them. Returns false, at any item,
+/// where that is not enough: it is no list, nothing closes it, or there is what may be a comment, a
+/// resource or a directive.
+bool take_items(std::string_view list, Parameters& items) {
+  if (!list.starts_with('(')) return false;
+  std::size_t begin = 1;  // of the item that is read
+  const auto item_to = [&](std::size_t end) {
+    const std::string_view item = without_blanks(list.substr(begin, end - begin));
+    return item.empty() ? std::string_view() : item;
+  };
+  std::size_t at = begin;
+  for (;;) {
+    if (at >= list.size()) return false;
+    if (list[at] == ')') break;
+    switch (list[at]) {
+      case '/':
+      case '<':
+      case '\\':
+        return false;
+      case '(':
+        at = behind_list(list, at);
+        break;
+      case '\'':
+        at = behind_string(list, at);
+        break;
+      case ',':
+        items.push_back(item_to(at));
+        begin = ++at;
+        break;
+      default:
+        ++at;
+    }
+  }
+  const std::string_view last = item_to(at);
+  if (!last.empty() || !items.empty()) items.push_back(last);
+  return true;
+}
+
+/// The same as take_items(), word by word.
+Parameters items_word_by_word(std::string_view list) {
   Parameters items;
   Lexer lexer(list);
   if (lexer.next().kind != WordKind::open) return items;
@@ -84,7 +141,48 @@ Parameters items_of(std::string_view list) {
   return items;
 }
 
+}  // namespace
+
+std::vector<PartialRecord> partial_records(std::string_view body) {
+  std::vector<PartialRecord> records;
+  records.reserve(USUAL_COUNT);
+  Lexer lexer(body);
+  std::string_view keyword;
+  for (Word word = lexer.next(); word.kind != WordKind::end; word = lexer.next()) {
+    if (word.kind == WordKind::keyword) {
+      keyword = word.text;
+    } else if (word.kind == WordKind::open && !keyword.empty()) {
+      const std::size_t begin = position_of(word, body);
+      const std::size_t end = behind_list(body, begin);
+      records.push_back({keyword, body.substr(begin, end - begin)});
+      lexer = Lexer(body, end);
+      keyword = {};
+    }
+  }
+  return records;
+}
+
+Parameters items_of(std::string_view list) {
+  // Fast path: comments between parameters are rare.
+  Parameters items;
+  items.reserve(USUAL_COUNT);
+  return take_items(list, items) ? items : items_word_by_word(list);
+}
+
 Parameters parameters_of(std::string_view body, std::string_view keyword) {
+  // Fast path: a simple record has one list, and nothing behind it.
+  if (!body.starts_with('(')) {
+    Lexer lexer(body);
+    const bool begins = lexer.next().kind == WordKind::keyword;
+    const Word open = lexer.next();
+    if (begins && open.kind == WordKind::open) {
+      const std::size_t begin = position_of(open, body);
+      const std::size_t end = behind_list(body, begin);
+      if (Lexer(body, end).next().kind == WordKind::end) {
+        return items_of(body.substr(begin, end - begin));
+      }
+    }
+  }
   const std::vector<PartialRecord> records = partial_records(body);
   if (records.size() == 1 && !body.starts_with('(')) return items_of(records.front().list);
   for (const PartialRecord& record : records) {
@@ -98,10 +196,7 @@ std::string_view parameter(const Parameters& parameters, std::size_t i) {
 }
 
 std::uint64_t instance_of(std::string_view parameter) {
-  Lexer lexer(parameter);
-  const Word word = lexer.next();
-  if (word.kind != WordKind::instance || word.text.size() != parameter.size()) return 0;
-  return number_in(word.text);
+  return parameter.starts_with('#') ? number_in(parameter) : 0;
 }
 
 }  // namespace Kessel::Exchange

@@ -51,6 +51,8 @@ class Instances {
   Index size() const { return static_cast<Index>(types_.size()); }
 
   TypeId type(Index record) const { return types_[record]; }
+  /// The types of all records.
+  std::span<const TypeId> record_types() const { return types_.part(0, types_.size()); }
   const TypeTable& types() const { return type_table_; }
   bool is(Index record, std::string_view keyword) const {
     return type_table_.has(types_[record], keyword);
@@ -63,12 +65,14 @@ class Instances {
 
   /// What it refers to, in order of appearance, repeats kept.
   [[gnu::always_inline]] std::span<const Reference> references(Index record) const {
-    const std::size_t block = record / BLOCK;
-    const std::uint64_t first = block_references_[block] + first_references_[record];
-    const std::uint64_t end = record + 1 == size() ? references_.size()
-                                                   : block_references_[(record + 1) / BLOCK] +
-                                                         first_references_[record + 1];
-    return references_.part(static_cast<std::size_t>(first), static_cast<std::size_t>(end));
+    const std::uint64_t first = block_references_[record / BLOCK] + first_references_[record];
+    return {references_.begin() + first, end_of_references(record)};
+  }
+  /// Their end, where those of the next record begin.
+  [[gnu::always_inline]] const Reference* end_of_references(Index record) const {
+    if (record + 1 == size()) return references_.end();
+    return references_.begin() + block_references_[(record + 1) / BLOCK] +
+           first_references_[record + 1];
   }
   std::uint64_t reference_count() const { return references_.size(); }
   /// How many of all references lead to no record; those of repeated records are not counted.

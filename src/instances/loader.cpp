@@ -96,9 +96,12 @@ void InstanceLoader::begin_section(Exchange::Section section, std::string_view p
     require_memory();
   }
   all.types_.push_back(type);
-  all.numbers_.push_back(
-      static_cast<std::uint32_t>(std::min<std::uint64_t>(number, Instances::LARGE_NUMBER)));
-  if (number >= Instances::LARGE_NUMBER) all.large_numbers_.push_back({index, number});
+  if (number < Instances::LARGE_NUMBER) [[likely]] {
+    all.numbers_.push_back(static_cast<std::uint32_t>(number));
+  } else {
+    all.numbers_.push_back(Instances::LARGE_NUMBER);
+    all.large_numbers_.push_back({index, number});
+  }
   all.first_references_.push_back(
       static_cast<std::uint32_t>(all.references_.size() - references_of_block_));
   return index;
@@ -214,12 +217,13 @@ void InstanceLoader::enter_numbers() {
   if (smallest_ > largest_) return;  // No record has a number.
   require_memory(NumberIndex::bytes_for(all.size(), smallest_, largest_));
   all.index_ = NumberIndex(all.size(), smallest_, largest_);
-  for (Index record = 0; record < all.size(); ++record) {
-    const TypeId type = all.types_[record];
+  const std::span<const TypeId> types = all.record_types();
+  for (Index record = 0; record < types.size(); ++record) {
     const std::uint64_t number = all.number(record);
     // Anchors have none, nor have the values (ISO 10303-21, 11) of a reference section.
-    const bool is_named =
-        type != TypeTable::ANCHOR_ENTRY && (type != TypeTable::REFERENCE_ENTRY || number != 0);
+    const bool is_named = types[record] >= TypeTable::FIRST_OF_RECORDS ||
+                          (types[record] != TypeTable::ANCHOR_ENTRY &&
+                           (types[record] != TypeTable::REFERENCE_ENTRY || number != 0));
     if (is_named) all.index_.enter(number, record);
   }
   repeated_ = all.index_.finish();
@@ -228,14 +232,15 @@ void InstanceLoader::enter_numbers() {
 /// Turns numbers into records. The memory of both is the same.
 void InstanceLoader::resolve() {
   Column<Reference>& references = instances_.references_;
-  const LargeReference* large = large_references_.begin();
-  for (std::uint64_t i = 0; i < references.size(); ++i) {
-    std::uint64_t number = references[i].number();
-    if (large != large_references_.end() && large->place == i) number = (large++)->number;
-    const Index record = instances_.find(number);
-    references[i] = Reference(record, false);
-    if (record == NO_RECORD) ++instances_.missing_references_;
+  for (Reference& reference : references) {
+    reference = Reference(instances_.find(reference.number()), false);
   }
+  for (const LargeReference& large : large_references_) {
+    references[large.place] = Reference(instances_.find(large.number), false);
+  }
+  instances_.missing_references_ += static_cast<std::uint64_t>(
+      std::count_if(references.begin(), references.end(),
+                    [](Reference reference) { return reference.record() == NO_RECORD; }));
   for (const std::uint64_t i : listed_) references[i] = Reference(references[i].record(), true);
   listed_ = {};
   large_references_ = {};

@@ -24,19 +24,26 @@ TypeId TypeTable::look_up(const Exchange::Record& record) {
 }
 
 TypeId TypeTable::type_of_complex(std::string_view body) {
-  scratch_.clear();
+  key_ = COMPLEX;
   for (const Exchange::PartialRecord& partial : Exchange::partial_records(body)) {
-    if (!scratch_.empty()) scratch_ += ' ';
-    scratch_ += partial.keyword;
+    if (key_.size() != 1) key_ += ' ';
+    key_ += partial.keyword;
   }
-  return enter(scratch_, true);
+  return enter_key();
 }
 
 TypeId TypeTable::enter(std::string_view name, bool is_complex) {
-  std::string key = is_complex ? "(" : "";
-  key += name;
-  if (const auto found = ids_.find(key); found != ids_.end()) return found->second;
+  key_.clear();
+  if (is_complex) key_ = COMPLEX;
+  key_ += name;
+  return enter_key();
+}
+
+TypeId TypeTable::enter_key() {
+  if (const auto found = ids_.find(key_); found != ids_.end()) return found->second;
   const auto id = static_cast<TypeId>(types_.size());
+  const bool is_complex = key_.starts_with(COMPLEX);
+  const std::string_view name = std::string_view(key_).substr(is_complex ? 1 : 0);
   Type& type = types_.emplace_back();
   type.name = name;
   type.is_complex = is_complex;
@@ -50,7 +57,7 @@ TypeId TypeTable::enter(std::string_view name, bool is_complex) {
     return collecting_parameter(k) != NO_PARAMETER;
   });
   bytes_ += 2 * name.size() + 200;  // roughly, with the nodes of the table
-  ids_.emplace(keys_.emplace_back(std::move(key)), id);
+  ids_.emplace(keys_.emplace_back(key_), id);
   return id;
 }
 

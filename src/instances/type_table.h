@@ -62,11 +62,16 @@ class TypeTable {
   TypeId look_up(const Exchange::Record& record);
   TypeId type_of_complex(std::string_view body);
   TypeId enter(std::string_view name, bool is_complex);
+  /// The same for what stands in `key_`.
+  TypeId enter_key();
+
+  /// What a complex type's key has in front of its name, and no other.
+  static constexpr char COMPLEX = '(';
 
   std::deque<Type> types_;
-  std::unordered_map<std::string_view, TypeId> ids_;  // keys are names; complex ones begin with "("
+  std::unordered_map<std::string_view, TypeId> ids_;  // keys are names
   std::deque<std::string> keys_;
-  std::string scratch_;
+  std::string key_;  // scratch
   std::uint64_t bytes_ = 0;
   std::vector<TypeId> by_keyword_;  // by Record::keyword_id; 0 where it is not known yet
 };

@@ -84,9 +84,14 @@ void append_decomposed(std::u32string& out, char32_t c) {
   if (found->second != 0) append_decomposed(out, found->second);
 }
 
+bool is_ascii(std::u32string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char32_t c) { return c < 0x80; });
+}
+
 /// Canonical decomposition: every mark behind its character, marks by ascending combining class.
 std::u32string to_decomposed_form(std::u32string_view text) {
   std::u32string out;
+  if (is_ascii(text)) return out = text;  // Fast path: there are no marks.
   for (const char32_t c : text) append_decomposed(out, c);
   for (auto at = out.begin(); at != out.end();) {
     const auto end = std::find_if_not(at, out.end(), is_combining);
@@ -141,6 +146,11 @@ std::u32string to_composed_form(std::u32string_view text) {
 
 std::u32string to_caseless_form(std::u32string_view text) {
   std::u32string folded;
+  if (is_ascii(text)) {  // Fast path: the table has no more than this of it.
+    folded = text;
+    for (char32_t& c : folded) c += c >= U'A' && c <= U'Z' ? U'a' - U'A' : 0;
+    return folded;
+  }
   for (const char32_t c : to_decomposed_form(text)) {
     const auto* found =
         std::lower_bound(std::begin(FOLDINGS), std::end(FOLDINGS), c,

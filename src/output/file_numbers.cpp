@@ -1,11 +1,17 @@
 #include "output/file_numbers.h"
 
+#include <algorithm>
+
 namespace Kessel {
 
 FileNumbers::FileNumbers(const Instances& instances, const Placement& placement)
     : stands_(placement.stands), first_(instances.size()), last_(placement.files.size()) {
+  const auto sections = instances.sections();
+  const bool has_anchors = std::any_of(sections.begin(), sections.end(), [](const auto& section) {
+    return section.section == Exchange::Section::anchor;
+  });
   const auto has_number = [&](Index record) {
-    return instances.type(record) != TypeTable::ANCHOR_ENTRY;
+    return !has_anchors || instances.type(record) != TypeTable::ANCHOR_ENTRY;
   };
   const Index count = instances.size();
   for (Index record = 0; record < count;) {
@@ -15,7 +21,11 @@ FileNumbers::FileNumbers(const Instances& instances, const Placement& placement)
       const FileId file = stands.front().file();
       const Index end = stands_.end_of_run(record, count);
       std::uint32_t last = last_[file];
-      for (; record != end; ++record) first_[record] = has_number(record) ? ++last : 0;
+      if (has_anchors) {
+        for (; record != end; ++record) first_[record] = has_number(record) ? ++last : 0;
+      } else {
+        for (; record != end; ++record) first_[record] = ++last;
+      }
       last_[file] = last;
     } else {
       first_[record] = static_cast<std::uint32_t>(shared_.size());

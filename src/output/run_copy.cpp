@@ -17,7 +17,8 @@ inline void RunCopy::go_to(Index record) {
   record_ = record;
   if (is_done()) return;
   input_.next();
-  references_ = instances_.references(record);
+  // They stand one after the other.
+  references_ = {references_.data() + references_.size(), instances_.end_of_references(record)};
   const auto size = static_cast<std::size_t>(input_.end() - input_.behind_number());
   room_ = size + references_.size() * MOST_DIGITS + AROUND_TEXT;
 }
@@ -25,6 +26,7 @@ inline void RunCopy::go_to(Index record) {
 void RunCopy::begin(const Run& run) {
   run_ = run;
   number_ = CountingNumber(run.number);
+  references_ = instances_.references(run.first).first(0);
   go_to(run.first);
 }
 

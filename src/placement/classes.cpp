@@ -65,7 +65,7 @@ bool is_plain_geometry(const Instances& instances, Index record) {
          instances.is(record, "DIRECTION");
 }
 
-std::vector<bool> made_of_plain_geometry(const TypeTable& types) {
+TypeSet made_of_plain_geometry(const TypeTable& types) {
   return types_in(MADE_OF_PLAIN, types);
 }
 
@@ -108,10 +108,10 @@ std::span<const ProductId> Classes::owners(Index representation) const {
 }
 
 void Classes::find_soft(const Instances& instances) {
-  const std::vector<bool> is_soft = types_in(SOFT_TYPES, instances.types());
-  for (Index record = 0; record < instances.size(); ++record) {
-    traits_[record] = is_soft[instances.type(record)] ? std::uint8_t{SOFT} : std::uint8_t{0};
-  }
+  static_assert(SOFT == 1);
+  const TypeSet is_soft = types_in(SOFT_TYPES, instances.types());
+  const std::span<const TypeId> types = instances.record_types();
+  for (Index record = 0; record < types.size(); ++record) traits_[record] = is_soft[types[record]];
 }
 
 /// A representation of placements alone that only a usage has is a name for the occurrence: styles

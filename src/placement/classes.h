@@ -8,6 +8,7 @@
 
 #include "instances/column.h"
 #include "instances/instances.h"
+#include "placement/types_in.h"
 #include "products/products.h"
 
 namespace Kessel {
@@ -36,9 +37,9 @@ enum Trait : std::uint8_t {
 /// them.
 bool is_plain_geometry(const Instances& instances, Index record);
 
-/// By type: whether it is geometry that is made of such, or topology at a point. Who uses a point
-/// of another's shape does not speak of that shape.
-std::vector<bool> made_of_plain_geometry(const TypeTable& types);
+/// The types of geometry that is made of such, or of topology at a point. Who uses a point of
+/// another's shape does not speak of that shape.
+TypeSet made_of_plain_geometry(const TypeTable& types);
 
 /// The traits of all records, and who owns representations.
 class Classes {
@@ -46,6 +47,8 @@ class Classes {
   Classes(const Instances& instances, const Products& products);
 
   bool has(Index record, unsigned traits) const { return (traits_[record] & traits) != 0; }
+  /// Whether somebody owns it for its own sake.
+  bool is_firmly_owned(Index record) const { return (traits_[record] & (OWNED | SOFT)) == OWNED; }
   void give(Index record, unsigned traits) {
     traits_[record] = static_cast<std::uint8_t>(traits_[record] | traits);
   }

@@ -29,7 +29,8 @@ bool FileSets::add_to_list(Index record, FileId file, Role role) {
   const Stand added(file, role);
   if ((first.bits_ & 3) != LIST) {
     const auto place = static_cast<std::uint32_t>(lists_.size());
-    lists_.push_back({first});
+    lists_.emplace_back().reserve(2);
+    lists_.back().push_back(first);
     first = Stand(place << 2 | LIST);
   }
   std::vector<Stand>& list = lists_[first.bits_ >> 2];

@@ -43,7 +43,7 @@ class FileSets {
   explicit FileSets(Index records) : first_(records) {}
 
   /// The files of `record`, ascending.
-  std::span<const Stand> of(Index record) const {
+  [[gnu::always_inline]] std::span<const Stand> of(Index record) const {
     const Stand& first = first_[record];
     if (first.bits_ == NOWHERE) return {};
     if ((first.bits_ & 3) != LIST) return {&first, 1};

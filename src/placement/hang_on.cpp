@@ -201,7 +201,7 @@ class HangingOn {
   Placing& placing_;
   Classes& classes_;
   std::vector<State> states_;
-  std::vector<bool> is_made_of_plain_;  // by type
+  TypeSet is_made_of_plain_;
   std::vector<bool> has_users_;         // by record: others than contexts
   std::unordered_map<Index, std::vector<FileId>> files_of_aspects_;
   std::vector<Step> path_;

@@ -1,5 +1,6 @@
 // Enters styles that single occurrences have.
 #include <algorithm>
+#include <span>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -75,11 +76,12 @@ class OccurrenceStyles {
         elsewhere_(placing) {}
 
   std::vector<OverriddenStyle> place_all() {
-    const std::vector<bool> names = types_in(NAMING_OCCURRENCES, placing_.instances.types());
-    if (std::find(names.begin(), names.end(), true) == names.end()) return {};
+    const TypeSet names = types_in(NAMING_OCCURRENCES, placing_.instances.types());
+    if (std::find(names.begin(), names.end(), 1) == names.end()) return {};
     find_names();
-    for (Index record = 0; record < placing_.instances.size(); ++record) {
-      if (!is_styled_item(record)) continue;
+    const std::span<const TypeId> types = placing_.instances.record_types();
+    for (Index record = 0; record < types.size(); ++record) {
+      if (is_styled_[types[record]] == 0) continue;
       if (names_context(record)) {
         place_by_places(record);
       } else {
@@ -90,8 +92,12 @@ class OccurrenceStyles {
   }
 
  private:
-  bool is_styled_item(Index record) const { return is_styled_[placing_.instances.type(record)]; }
-  bool names_context(Index record) const { return names_context_[placing_.instances.type(record)]; }
+  bool is_styled_item(Index record) const {
+    return is_styled_[placing_.instances.type(record)] != 0;
+  }
+  bool names_context(Index record) const {
+    return names_context_[placing_.instances.type(record)] != 0;
+  }
 
   void find_names() {
     uses_.resize(placing_.products.products.size());
@@ -276,8 +282,8 @@ class OccurrenceStyles {
   }
 
   Placing& placing_;
-  std::vector<bool> is_styled_;                     // by type
-  std::vector<bool> names_context_;                 // by type: whether the style itself does
+  TypeSet is_styled_;
+  TypeSet names_context_;                           // whether the style itself does
   std::unordered_map<Index, const Usage*> usages_;  // by the representation that names it
   std::unordered_map<Index, const Usage*> places_;  // by the relationship that places it
   std::vector<std::uint32_t> uses_;                 // by product

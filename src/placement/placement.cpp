@@ -88,9 +88,7 @@ void Placing::find_others() {
   // A product whose bodies stand apart does not own what it leaves out.
   const bool has_all = has_bodies_apart();
   for (Index record = 0; record < instances.size(); ++record) {
-    if (has_all || classes.has(record, SOFT) || !classes.has(record, OWNED)) {
-      others.push_back(record);
-    }
+    if (has_all || !classes.is_firmly_owned(record)) others.push_back(record);
   }
 }
 

@@ -101,7 +101,7 @@ class ShownBesides {
   /// A style of a mapped item is one of an occurrence, of which a usage knows nothing.
   void warn_of_styles() {
     if (mapped_.empty()) return;
-    const std::vector<bool> is_style = types_in(STYLES, placing_.instances.types());
+    const TypeSet is_style = types_in(STYLES, placing_.instances.types());
     for (const Index record : placing_.others) {
       if (!is_style[placing_.instances.type(record)]) continue;
       for (const Reference item : placing_.instances.references(record)) {
@@ -114,7 +114,7 @@ class ShownBesides {
   }
 
   Placing& placing_;
-  std::vector<bool> is_mapped_;  // by type
+  TypeSet is_mapped_;  // by type
   FileId file_ = 0;
   std::unordered_map<ProductId, std::uint32_t> unplaced_;  // usages of the product
   std::unordered_map<Index, FileId> mapped_;               // items that show placeholders

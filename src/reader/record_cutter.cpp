@@ -12,11 +12,15 @@ namespace Kessel {
 
 namespace {
 constexpr std::size_t BLOCK_SIZE = std::size_t{256} * 1024;
+
+std::unique_ptr<char[]> make_buffer(std::size_t capacity) {
+  return std::make_unique_for_overwrite<char[]>(capacity + RecordCutter::PADDING);
 }
+}  // namespace
 
 RecordCutter::RecordCutter(std::istream& in)
     : in_(in),
-      buffer_(std::make_unique_for_overwrite<char[]>(BLOCK_SIZE)),
+      buffer_(make_buffer(BLOCK_SIZE)),
       capacity_(BLOCK_SIZE),
       ended_(!in.good()) {}
 
@@ -33,7 +37,7 @@ bool RecordCutter::refill() {
     if (left >= max_held_) throw_too_long();
     // Twice the room, but no more than for the longest text with its delimiter.
     const auto more = static_cast<std::size_t>(std::min<std::uint64_t>(left, max_held_ - left + 1));
-    auto larger = std::make_unique_for_overwrite<char[]>(capacity_ + more);
+    auto larger = make_buffer(capacity_ + more);
     std::memcpy(larger.get(), buffer_.get() + begin_, left);
     buffer_ = std::move(larger);
     capacity_ += more;
@@ -117,7 +121,9 @@ std::string_view RecordCutter::join_pieces(std::string_view first) {
     joined_ += next_piece();
     if (joined_.size() > max_held_) throw_too_long();
   } while (!ended_ && !is_whole_record(joined_));
-  return joined_;
+  const std::size_t size = joined_.size();
+  joined_.append(PADDING, ' ');
+  return std::string_view(joined_).substr(0, size);
 }
 
 void RecordCutter::throw_too_long() const {

@@ -28,6 +28,9 @@ namespace Kessel {
 /// the cutter.
 class RecordCutter {
  public:
+  /// Bytes behind a record that can be read, whatever they are.
+  static constexpr std::size_t PADDING = 32;
+
   explicit RecordCutter(std::istream& in);
 
   /// The next line, without its "\n" and white space at its ends; empty at the end of the input.
@@ -38,7 +41,7 @@ class RecordCutter {
   /// one, or something else; at the end of the input the rest. Valid until the next call.
   std::string_view next_piece();
 
-  /// The next record, without its ";"; empty at the end of the data, which is the end of the
+  /// The next record, without its ";", and with PADDING bytes behind it; empty at the end of the data, which is the end of the
   /// input or an empty piece (";;"). Valid until the next call.
   ///
   /// Where the input ended before a piece was closed by ";", that piece is returned, and every

@@ -1,6 +1,11 @@
 // Turns record texts into records of the store.
 #include "reader/record_loader.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include <bit>
 #include <cstring>
 #include <optional>
 #include <span>
@@ -18,7 +23,15 @@ namespace Kessel {
 namespace {
 
 /// The first "(" in [p, end), or `end`.
-const char* find_opening(const char* p, const char* end) {
+[[gnu::always_inline]] inline const char* find_opening(const char* p, const char* end) {
+#if defined(__SSE2__)
+  // Fast path: nearly every keyword ends among the first bytes, which are looked at sixteen at once.
+  for (; end - p >= 16; p += 16) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const int found = _mm_movemask_epi8(_mm_cmpeq_epi8(block, _mm_set1_epi8('(')));
+    if (found != 0) return p + std::countr_zero(static_cast<unsigned>(found));
+  }
+#endif
   const void* const found = std::memchr(p, '(', static_cast<std::size_t>(end - p));
   return found == nullptr ? end : static_cast<const char*>(found);
 }

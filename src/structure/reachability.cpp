@@ -2,6 +2,7 @@
 #include "structure/reachability.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
 
@@ -14,17 +15,28 @@ PagedArray<bool>& ReachabilitySearch::dead_ends_for(std::string_view type) {
   return dead_ends_.emplace_back(DeadEnds{type, PagedArray<bool>(slots_.size())}).numbers;
 }
 
+/// Whether `number`, which is in the store, is in the queue.
+bool ReachabilitySearch::is_queued(std::uint32_t number) const {
+  if (queue_.size() > FEW) return queued_[number];
+  return std::find(queue_.begin(), queue_.end(), number) != queue_.end();
+}
+
+/// Notes that `number` is in the queue, or that it is not any more.
+void ReachabilitySearch::note_queued(std::uint32_t number, bool queued) {
+  if (number < queued_.size()) queued_.edit(number) = queued;
+}
+
 void ReachabilitySearch::enqueue(std::uint32_t number, const PagedArray<bool>& dead_ends) {
-  if (number < slots_.size()) {
-    if (queued_[number] || dead_ends[number]) return;
-    queued_.edit(number) = true;
-  }
+  if (number < slots_.size() && (dead_ends[number] || is_queued(number))) return;
   queue_.push_back(number);
+  if (queue_.size() <= FEW) return;
+  if (queue_.size() > FEW + 1) return note_queued(number, true);
+  for (const std::uint32_t queued : queue_) note_queued(queued, true);
 }
 
 void ReachabilitySearch::forget_examined() {
-  for (const std::uint32_t number : queue_) {
-    if (number < queued_.size()) queued_.edit(number) = false;
+  if (queue_.size() > FEW) {
+    for (const std::uint32_t number : queue_) note_queued(number, false);
   }
   queue_.clear();
 }
@@ -129,10 +141,30 @@ class ReverseGraph {
   std::vector<std::uint32_t> edges_;
 };
 
-}  // namespace
+/// Whether a record of `type` is among the first few that a search from `start` examines.
+bool is_near(Slots slots, std::uint32_t start, std::string_view type) {
+  std::array<std::uint32_t, 16> queue;
+  std::size_t queued = 0;
+  const auto enqueue = [&](std::uint32_t number) {
+    const auto end = queue.begin() + static_cast<std::ptrdiff_t>(queued);
+    if (std::find(queue.begin(), end, number) == end) queue[queued++] = number;
+  };
+  enqueue(start);
+  for (std::size_t next = 0; next < queued && queue[next] < slots.size(); ++next) {
+    const Entity* record = slots[queue[next]];
+    if (record == nullptr) continue;
+    if (record->type() == type) return true;
+    for (const std::uint32_t reference : record->references()) {
+      if (queued == queue.size()) break;
+      enqueue(reference);
+    }
+  }
+  return false;
+}
 
-std::vector<char> lead_to_any(Slots slots, const std::vector<std::uint32_t>& starts,
-                              const std::vector<std::string_view>& types) {
+/// lead_to_any() for starts that are not near a record of the first type.
+std::vector<char> lead_far_to_any(Slots slots, const std::vector<std::uint32_t>& starts,
+                                  const std::vector<std::string_view>& types) {
   if (starts.empty()) return {};
   if (auto graph = ReverseGraph::build(slots, starts, types)) return graph->answers(starts);
 
@@ -145,6 +177,26 @@ std::vector<char> lead_to_any(Slots slots, const std::vector<std::uint32_t>& sta
       return search.find(start, type) != 0;
     });
     result.push_back(found ? 1 : 0);
+  }
+  return result;
+}
+
+}  // namespace
+
+std::vector<char> lead_to_any(Slots slots, const std::vector<std::uint32_t>& starts,
+                              const std::vector<std::string_view>& types) {
+  // Fast path: nearly every definition is next to its product.
+  std::vector<char> result;
+  result.reserve(starts.size());
+  std::vector<std::uint32_t> far;
+  for (const std::uint32_t start : starts) {
+    result.push_back(is_near(slots, start, types.front()) ? 1 : 0);
+    if (!result.back()) far.push_back(start);
+  }
+  auto answer = result.begin();
+  for (const char leads : lead_far_to_any(slots, far, types)) {
+    answer = std::find(answer, result.end(), 0);
+    *answer++ = leads;
   }
   return result;
 }

@@ -1,6 +1,7 @@
 // Searches along references: what does a record lead to?
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -26,17 +27,22 @@ class ReachabilitySearch {
   std::uint32_t find(std::uint32_t start, std::string_view type);
 
  private:
+  /// So few numbers are looked through faster, and with less memory, than looked up.
+  static constexpr std::size_t FEW = 16;
+
   struct DeadEnds {
     std::string_view type;
     PagedArray<bool> numbers;
   };
   PagedArray<bool>& dead_ends_for(std::string_view type);
+  bool is_queued(std::uint32_t number) const;
+  void note_queued(std::uint32_t number, bool queued);
   void enqueue(std::uint32_t number, const PagedArray<bool>& dead_ends);
   void forget_examined();
 
   Slots slots_;
   std::vector<std::uint32_t> queue_;  // Every number of the current search, in order.
-  PagedArray<bool> queued_;           // The same as a set.
+  PagedArray<bool> queued_;           // The same as a set, of more than FEW.
   std::vector<DeadEnds> dead_ends_;
 };
 

@@ -32,16 +32,15 @@ bool is_held(Slots slots, std::uint32_t id, Part* part) {
   return entity != nullptr && entity->part_numbers.contains(part);
 }
 
-/// The reference `number` in `text`, whose digits stand at [begin, end).
-TextReference reference_at(std::string_view text, std::uint32_t number, const char* begin,
-                           const char* end) {
-  while (*begin == '0') ++begin;
-  return {static_cast<std::size_t>(begin - text.data()),
-          static_cast<std::size_t>(end - text.data()), number};
+/// Copies what stands between two references; nothing behind it need be readable.
+char* copy_exactly(const char* from, std::size_t size, char* out) {
+  std::memcpy(out, from, size);
+  return out + size;
 }
 
-/// Writes one text piece by piece, and takes back what turns out to belong to a reference that
-/// goes.
+/// Writes one text piece by piece, each by `copy`, and takes back what turns out to belong to a
+/// reference that goes.
+template <auto copy>
 class Rewriter {
  public:
   Rewriter(std::string_view text, Slots slots, Part* part, char* out)
@@ -91,9 +90,7 @@ class Rewriter {
 
   /// Appends the text that was not dealt with yet, up to `until`.
   void copy_up_to(const char* until) {
-    const auto size = static_cast<std::size_t>(until - copied_);
-    std::memcpy(end_, copied_, size);
-    end_ += size;
+    end_ = copy(copied_, static_cast<std::size_t>(until - copied_), end_);
   }
 
   /// What was written ends in front of a reference's digits: goes back to the beginning of its list
@@ -120,17 +117,6 @@ class Rewriter {
 };
 
 }  // namespace
-
-std::optional<TextReference> first_reference(std::string_view text) {
-  const char* const end = text.data() + text.size();
-  const char* begin = text.data();
-  if (begin == end || *begin != '#') begin = find_reference(begin, end);  // Nearly never.
-  if (begin == nullptr) return std::nullopt;
-  const char* p = ++begin;
-  const std::uint32_t number = read_number(p, end);
-  if (number == 0) return std::nullopt;
-  return reference_at(text, number, begin, p);
-}
 
 void find_references(std::string_view text, std::vector<TextReference>& found) {
   found.clear();
@@ -170,14 +156,14 @@ std::size_t rewriting_room(std::string_view text, const std::vector<TextReferenc
 
 char* rewrite_references(std::string_view text, const std::vector<TextReference>& references,
                          Slots slots, Part* part, char* out) {
-  Rewriter rewriter(text, slots, part, out);
+  Rewriter<copy_exactly> rewriter(text, slots, part, out);
   for (const TextReference& reference : references) rewriter.put_reference(reference);
   return rewriter.finish();
 }
 
 char* rewrite_record(std::string_view record, const std::vector<TextReference>& references,
                      std::uint32_t own_number, Slots slots, Part* part, char* out) {
-  Rewriter rewriter(record, slots, part, out);
+  Rewriter<copy_exactly> rewriter(record, slots, part, out);
   rewriter.put_number(references.front(), own_number);
   for (const TextReference& other : std::span(references).subspan(1)) rewriter.put_reference(other);
   return rewriter.finish();
@@ -210,12 +196,12 @@ char* rewrite_record(LaidOutInput& input, std::uint32_t own_number,
 std::size_t rewriting_room(std::string_view record) {
   // A reference of two bytes, "#1", becomes as many as "#4294967295" has; an odd byte is text.
   constexpr std::size_t LONGEST_REFERENCE = 1 + Exchange::NUMBER_ROOM;
-  return (record.size() + 1) / 2 * LONGEST_REFERENCE;
+  return (record.size() + 1) / 2 * LONGEST_REFERENCE + PIECE_BLOCK;
 }
 
 char* rewrite_record(std::string_view record, const TextReference& own, std::uint32_t own_number,
                      Slots slots, Part* part, char* out) {
-  Rewriter rewriter(record, slots, part, out);
+  Rewriter<copy_piece> rewriter(record, slots, part, out);
   rewriter.put_number(own, own_number);
   for_each_reference(record.substr(own.end),
                      [&](std::uint32_t number, const char* begin, const char* end) {

@@ -15,6 +15,7 @@
 #include "kessel/entity.h"
 #include "kessel/part.h"
 #include "model/slots.h"
+#include "reader/text.h"
 
 namespace Kessel {
 
@@ -36,8 +37,25 @@ void find_references(const Exchange::Record& record, std::vector<TextReference>&
 /// The same in a text without comments of such a record.
 void find_all_references(std::string_view text, std::vector<TextReference>& found);
 
+/// The reference `number` in `text`, whose digits stand at [begin, end).
+inline TextReference reference_at(std::string_view text, std::uint32_t number, const char* begin,
+                                  const char* end) {
+  while (*begin == '0') ++begin;
+  return {static_cast<std::size_t>(begin - text.data()),
+          static_cast<std::size_t>(end - text.data()), number};
+}
+
 /// The first of them; no value where there is none.
-std::optional<TextReference> first_reference(std::string_view text);
+inline std::optional<TextReference> first_reference(std::string_view text) {
+  const char* const end = text.data() + text.size();
+  const char* begin = text.data();
+  if (begin == end || *begin != '#') begin = find_reference(begin, end);  // Nearly never.
+  if (begin == nullptr) return std::nullopt;
+  const char* p = ++begin;
+  const std::uint32_t number = read_number(p, end);
+  if (number == 0) return std::nullopt;
+  return reference_at(text, number, begin, p);
+}
 
 /// Bytes that rewriting `text` may need at most, the ones that it may write behind its end
 /// included.
@@ -63,7 +81,8 @@ char* rewrite_record(std::string_view record, const std::vector<TextReference>& 
                      std::uint32_t own_number, Slots slots, Part* part, char* out);
 
 /// Fast path for a record that is rewritten once: finds the references behind its own, `own`, on
-/// the way. Needs more room, for a text that is nothing but references.
+/// the way. PIECE_BLOCK bytes behind it can be read. Needs more room, for a text that is nothing but
+/// references.
 std::size_t rewriting_room(std::string_view record);
 char* rewrite_record(std::string_view record, const TextReference& own, std::uint32_t own_number,
                      Slots slots, Part* part, char* out);

@@ -43,6 +43,8 @@ StringEncoder encoder_of_names(NameStyle names) {
 /// Writes input records into the files of the parts that hold them.
 class RecordWriter {
  public:
+  static_assert(RecordCutter::PADDING >= PIECE_BLOCK && LaidOutInput::PADDING >= PIECE_BLOCK);
+
   RecordWriter(Slots slots, GatheredOutput& output, StringEncoder encode)
       : slots_(slots), output_(output), encode_(encode), search_(slots) {}
 

@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <iterator>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -58,9 +61,33 @@ TEST(ItemsOf, OfWhatIsNoListOrBreaksOff) {
   EXPECT_THAT(items_of("(1,(2,3"), ElementsAre("1", "(2,3"));
 }
 
+TEST(ItemsOf, AreTheSameWithACommentInFront) {
+  // A comment has the list taken apart word by word.
+  constexpr std::string_view PIECES[] = {",",  ",",   ",",   "(",  ")",   " ",   "\n", "'",
+                                         "#1", "'a'", "''",  "A_", ".T.", "-1.", "$",  "\"2A\"",
+                                         "\"", ".",   "'(,", ";",  "!B",  "@2"};
+  std::mt19937 random(31);
+  std::size_t with_items = 0;
+  for (int round = 0; round < 30'000; ++round) {
+    std::string text;
+    for (std::size_t left = random() % 14; left > 0; --left) {
+      text += PIECES[random() % std::size(PIECES)];
+    }
+    const std::string list = "(" + text + ")";
+    const Parameters items = items_of(list);
+    const std::string commented = "(/**/" + text + ")";
+    ASSERT_EQ(testing::PrintToString(items), testing::PrintToString(items_of(commented))) << text;
+    with_items += items.size() > 1 ? 1 : 0;
+  }
+  EXPECT_GT(with_items, 3'000u);
+}
+
 TEST(ParametersOf, OfSimpleRecordsWhateverTheyAre) {
   EXPECT_THAT(parameters_of("A(1,2)", "A"), ElementsAre("1", "2"));
   EXPECT_THAT(parameters_of("A(1,2)", "B"), ElementsAre("1", "2"));
+  EXPECT_THAT(parameters_of("A(1) /**/ 2", "B"), ElementsAre("1"));
+  EXPECT_THAT(parameters_of("A(1)B(2)", "B"), ElementsAre("2"));
+  EXPECT_THAT(parameters_of("A", "A"), IsEmpty());
 }
 
 TEST(ParametersOf, OfComplexRecordsByKeyword) {

@@ -119,5 +119,24 @@ TEST(ReadNumber, RandomTextsAreReadAsByTheStandardLibrary) {
   }
 }
 
+/// Writes where exactly NUMBER_ROOM bytes are free.
+std::string written(std::uint32_t number) {
+  const auto out = std::make_unique<char[]>(Exchange::NUMBER_ROOM);
+  return {out.get(), Exchange::write_number(out.get(), number)};
+}
+
+TEST(WriteNumber, NumbersOfEveryLengthAreWrittenAsByTheStandardLibrary) {
+  for (std::uint32_t number = 0; number <= 1'002'000; ++number) {
+    ASSERT_EQ(written(number), std::to_string(number));
+  }
+  for (std::uint64_t power = 1; power <= 1'000'000'000; power *= 10) {
+    for (const std::uint64_t number : {power - 1, power, power + 1, 4 * power + 1}) {
+      const auto written_number = static_cast<std::uint32_t>(number);
+      ASSERT_EQ(written(written_number), std::to_string(written_number));
+    }
+  }
+  EXPECT_EQ(written(4'294'967'295), "4294967295");
+}
+
 }  // namespace
 }  // namespace Kessel::test

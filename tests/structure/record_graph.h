@@ -46,10 +46,10 @@ class RecordGraph {
   std::vector<std::unique_ptr<Entity>> records_;
 };
 
-/// Up to 24 records of types "A", "B", "C" or none with up to three references each; some slots are
+/// Up to 47 records of types "A", "B", "C" or none with up to three references each; some slots are
 /// empty, references form cycles, and a few of them name the slots beyond the store if asked for.
 inline RecordGraph random_graph(std::mt19937& random, bool with_numbers_beyond) {
-  constexpr std::uint32_t SIZE = 25;
+  constexpr std::uint32_t SIZE = 48;
   const auto below = [&](std::uint32_t bound) {
     return static_cast<std::uint32_t>(random() % bound);
   };

@@ -43,11 +43,11 @@ std::string HandMadeStore::rewritten(std::string_view text, Part* part) const {
 
 namespace {
 
-/// What `put(text, out)` writes for a copy of `text` around which no byte may be touched, with
-/// exactly `room` bytes at `out`.
+/// What `put(text, out)` writes for a copy of `text` around which no byte may be touched but so many
+/// behind it, with exactly `room` bytes at `out`.
 template <class Put>
-std::string put_into(std::size_t room, std::string_view text, Put put) {
-  const auto copy = std::make_unique<char[]>(text.size());
+std::string put_into(std::size_t room, std::string_view text, std::size_t behind, Put put) {
+  const auto copy = std::make_unique<char[]>(text.size() + behind);
   std::copy(text.begin(), text.end(), copy.get());
   const auto out = std::make_unique<char[]>(room);
   return {out.get(), put(std::string_view(copy.get(), text.size()), out.get())};
@@ -59,7 +59,7 @@ std::string HandMadeStore::rewritten_with_references(std::string_view text, Part
   std::vector<TextReference> references;
   find_references(text, references);
   const std::uint32_t number = file_.at(references.front().number)->part_numbers.at(part);
-  return put_into(rewriting_room(text, references), text, [&](std::string_view copy, char* out) {
+  return put_into(rewriting_room(text, references), text, 0, [&](std::string_view copy, char* out) {
     return rewrite_record(copy, references, number, slots(), part, out);
   });
 }
@@ -67,7 +67,7 @@ std::string HandMadeStore::rewritten_with_references(std::string_view text, Part
 std::string HandMadeStore::rewritten_on_the_way(std::string_view text, Part* part) const {
   const TextReference own = first_reference(text).value();
   const std::uint32_t number = file_.at(own.number)->part_numbers.at(part);
-  return put_into(rewriting_room(text), text, [&](std::string_view copy, char* out) {
+  return put_into(rewriting_room(text), text, PIECE_BLOCK, [&](std::string_view copy, char* out) {
     return rewrite_record(copy, own, number, slots(), part, out);
   });
 }
