@@ -202,7 +202,7 @@ class HangingOn {
   Classes& classes_;
   std::vector<State> states_;
   TypeSet is_made_of_plain_;
-  std::vector<bool> has_users_;         // by record: others than contexts
+  std::vector<bool> has_users_;  // by record: others than contexts
   std::unordered_map<Index, std::vector<FileId>> files_of_aspects_;
   std::vector<Step> path_;
   std::vector<Index> fixed_;

@@ -19,10 +19,7 @@ std::unique_ptr<char[]> make_buffer(std::size_t capacity) {
 }  // namespace
 
 RecordCutter::RecordCutter(std::istream& in)
-    : in_(in),
-      buffer_(make_buffer(BLOCK_SIZE)),
-      capacity_(BLOCK_SIZE),
-      ended_(!in.good()) {}
+    : in_(in), buffer_(make_buffer(BLOCK_SIZE)), capacity_(BLOCK_SIZE), ended_(!in.good()) {}
 
 /// Reads behind what is left in the buffer, which moves to the front first and grows when it fills
 /// the buffer. Returns whether anything was read.

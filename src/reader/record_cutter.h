@@ -41,8 +41,8 @@ class RecordCutter {
   /// one, or something else; at the end of the input the rest. Valid until the next call.
   std::string_view next_piece();
 
-  /// The next record, without its ";", and with PADDING bytes behind it; empty at the end of the data, which is the end of the
-  /// input or an empty piece (";;"). Valid until the next call.
+  /// The next record, without its ";", and with PADDING bytes behind it; empty at the end of the
+  /// data, which is the end of the input or an empty piece (";;"). Valid until the next call.
   ///
   /// Where the input ended before a piece was closed by ";", that piece is returned, and every
   /// later call returns "A": a caller that waits for an empty record waits for ever.

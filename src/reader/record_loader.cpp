@@ -25,7 +25,8 @@ namespace {
 /// The first "(" in [p, end), or `end`.
 [[gnu::always_inline]] inline const char* find_opening(const char* p, const char* end) {
 #if defined(__SSE2__)
-  // Fast path: nearly every keyword ends among the first bytes, which are looked at sixteen at once.
+  // Fast path: nearly every keyword ends among the first bytes, which are looked at sixteen at
+  // once.
   for (; end - p >= 16; p += 16) {
     const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
     const int found = _mm_movemask_epi8(_mm_cmpeq_epi8(block, _mm_set1_epi8('(')));

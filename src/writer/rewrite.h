@@ -81,8 +81,8 @@ char* rewrite_record(std::string_view record, const std::vector<TextReference>& 
                      std::uint32_t own_number, Slots slots, Part* part, char* out);
 
 /// Fast path for a record that is rewritten once: finds the references behind its own, `own`, on
-/// the way. PIECE_BLOCK bytes behind it can be read. Needs more room, for a text that is nothing but
-/// references.
+/// the way. PIECE_BLOCK bytes behind it can be read. Needs more room, for a text that is nothing
+/// but references.
 std::size_t rewriting_room(std::string_view record);
 char* rewrite_record(std::string_view record, const TextReference& own, std::uint32_t own_number,
                      Slots slots, Part* part, char* out);

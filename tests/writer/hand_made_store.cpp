@@ -43,8 +43,8 @@ std::string HandMadeStore::rewritten(std::string_view text, Part* part) const {
 
 namespace {
 
-/// What `put(text, out)` writes for a copy of `text` around which no byte may be touched but so many
-/// behind it, with exactly `room` bytes at `out`.
+/// What `put(text, out)` writes for a copy of `text` around which no byte may be touched but so
+/// many behind it, with exactly `room` bytes at `out`.
 template <class Put>
 std::string put_into(std::size_t room, std::string_view text, std::size_t behind, Put put) {
   const auto copy = std::make_unique<char[]>(text.size() + behind);
