@@ -53,6 +53,9 @@ class Column {
     values_[size_++] = value;
   }
 
+  /// The same where room_for() has made room for it.
+  void push_into_room(T value) { values_[size_++] = value; }
+
   /// Takes the last value away.
   T take_back() { return values_[--size_]; }
 

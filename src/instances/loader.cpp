@@ -95,14 +95,13 @@ void InstanceLoader::begin_section(Exchange::Section section, std::string_view p
     read_.done = offset;
     require_memory();
   }
-  all.types_.push_back(type);
-  if (number < Instances::LARGE_NUMBER) [[likely]] {
-    all.numbers_.push_back(static_cast<std::uint32_t>(number));
-  } else {
-    all.numbers_.push_back(Instances::LARGE_NUMBER);
+  all.types_.push_into_room(type);
+  const bool is_large = number >= Instances::LARGE_NUMBER;
+  all.numbers_.push_into_room(is_large ? Instances::LARGE_NUMBER
+                                       : static_cast<std::uint32_t>(number));
+  if (is_large) [[unlikely]]
     all.large_numbers_.push_back({index, number});
-  }
-  all.first_references_.push_back(
+  all.first_references_.push_into_room(
       static_cast<std::uint32_t>(all.references_.size() - references_of_block_));
   return index;
 }
@@ -112,6 +111,9 @@ void InstanceLoader::begin_block(std::uint64_t offset) {
   Instances& all = instances_;
   static_assert(NO_RECORD % Instances::BLOCK == Instances::BLOCK - 1);
   if (all.size() == NO_RECORD + 1 - Instances::BLOCK) throw InputError(too_many_records(offset));
+  all.types_.room_for(Instances::BLOCK);
+  all.numbers_.room_for(Instances::BLOCK);
+  all.first_references_.room_for(Instances::BLOCK);
   references_of_block_ = all.references_.size();
   all.block_references_.push_back(references_of_block_);
   all.block_offsets_.push_back(offset);

@@ -17,7 +17,7 @@
 
 namespace Kessel {
 
-/// What is written, and where to. All but `paths` must outlive the writing.
+/// What is written, and where to. What it refers to must outlive the writing.
 struct SplitToWrite {
   const Instances& instances;
   const TextLayout& layout;  ///< of the same file

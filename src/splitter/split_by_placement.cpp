@@ -157,7 +157,7 @@ class PlacedSplit {
       copies_->give_names(names_that_stay());
     }
     name_files();
-    for (const fs::path& name : names_) require_fresh_file(outdir_ / name);
+    for (const fs::path& name : names_) require_fresh_file(paths_.emplace_back(outdir_ / name));
     require_fresh_file(outdir_ / SPLIT_LIST);
     require_fresh_root_list(path_);
     if (!write_root_list(fspath_to_utf8(names_.front()))) {
@@ -248,14 +248,15 @@ class PlacedSplit {
     TextEdits edits =
         copies_ ? copies_->edits_of_input() : TextEdits(repoint(references_, from_, to_));
     if (names_.size() == 1 && edits.empty()) {
-      return {copy_whole(in_, outdir_ / names_.front(), instances_.size(), options_)};
+      return {copy_whole(in_, paths_.front(), instances_.size(), options_)};
     }
-    SplitToWrite split{instances_, layout_, products_, placement_, id_, {}, {}, std::move(edits)};
-    for (const fs::path& name : names_) {
-      split.paths.push_back(outdir_ / name);
-      split.names.push_back(fspath_to_utf8(options_.folder_in_headers.value_or("") / name));
-    }
-    return write_split(in_, split, options_);
+    std::vector<std::string> in_headers;
+    const fs::path folder = options_.folder_in_headers.value_or("");
+    for (const fs::path& name : names_) in_headers.push_back(fspath_to_utf8(folder / name));
+    return write_split(in_,
+                       {instances_, layout_, products_, placement_, id_, paths_,
+                        std::move(in_headers), std::move(edits)},
+                       options_);
   }
 
   std::vector<WrittenFile> write_copies() const {
@@ -285,9 +286,10 @@ class PlacedSplit {
 
   std::vector<WrittenFile> summary_of(const std::vector<FileFigures>& figures) const {
     std::vector<WrittenFile> files;
+    const fs::path folder = paths_.front().lexically_normal().parent_path();
     for (const FileId file : told_order()) {
-      files.push_back({(outdir_ / names_[file]).lexically_normal(), record_of(file),
-                       figures[file].records, figures[file].bytes, false});
+      files.push_back({folder / names_[file], record_of(file), figures[file].records,
+                       figures[file].bytes, false});
     }
     return files;
   }
@@ -333,7 +335,8 @@ class PlacedSplit {
   Products products_;
   std::vector<ExternalReference> references_;
   Placement placement_;
-  std::vector<fs::path> names_;
+  std::vector<fs::path> names_;  // of the files, and where they are written
+  std::vector<fs::path> paths_;
   fs::path from_;  // The folders from which references are seen: the input's and the split's.
   fs::path to_;
   std::optional<CopiedReferences> copies_;
