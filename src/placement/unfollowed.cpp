@@ -1,7 +1,10 @@
 // Warns of what readers do not follow into another file.
 #include <algorithm>
+#include <map>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "placement/placing.h"
 #include "placement/types_in.h"
@@ -48,36 +51,63 @@ class ShownBesides {
     const Product& product = placing_.products.products[id];
     file_ = placing_.placement.file_of[id];
     unplaced_.clear();
+    placed_.reset();
     for (const std::uint32_t position : product.usages) {
       const Usage& usage = placing_.products.usages[position];
       if (!usage.closes_circle && usage.placements.empty()) ++unplaced_[usage.component];
     }
     for (const auto* list : {&product.representations, &product.tied}) {
       for (const Index representation : *list) {
-        if (placing_.stands.has(representation, file_)) find_mapped(representation);
+        if (placing_.stands.has(representation, file_)) find_mapped(product, representation);
       }
     }
     for (const TiedShape& tied : product.tied_to_others) find_tied(tied);
   }
 
-  void find_mapped(Index representation) {
+  /// Usages that have a place, by an end of their transformation and by their component.
+  using Placed = std::map<std::pair<Index, ProductId>, std::uint32_t>;
+
+  Placed placed_usages(const Product& assembly) const {
+    Placed placed;
+    for (const std::uint32_t position : assembly.usages) {
+      const Usage& usage = placing_.products.usages[position];
+      if (usage.closes_circle) continue;
+      for (const Index relationship : usage.relationships) {
+        for (const Reference transformation : placing_.instances.references(relationship)) {
+          const Index record = transformation.record();
+          if (record == NO_RECORD) continue;
+          if (!placing_.instances.is(record, "ITEM_DEFINED_TRANSFORMATION")) continue;
+          Index other = NO_RECORD;
+          for (const Reference end : placing_.instances.references(record)) {
+            if (end.record() != other) ++placed[{end.record(), usage.component}];
+            other = end.record();
+          }
+        }
+      }
+    }
+    return placed;
+  }
+
+  void find_mapped(const Product& product, Index representation) {
     for (const Reference item : placing_.instances.references(representation)) {
       if (item.record() == NO_RECORD || !item.is_listed()) continue;
       if (!is_mapped_[placing_.instances.type(item.record())]) continue;
       for (const Reference map : placing_.instances.references(item.record())) {
         if (map.record() == NO_RECORD) continue;
         if (placing_.instances.is(map.record(), "REPRESENTATION_MAP")) {
-          find_mapped(item.record(), map.record());
+          find_mapped(product, item.record(), map.record());
         }
       }
     }
   }
 
-  void find_mapped(Index item, Index map) {
+  void find_mapped(const Product& product, Index item, Index map) {
     for (const Reference shown : placing_.instances.references(map)) {
       if (shown.record() == NO_RECORD || !placing_.is_placeholder(shown.record(), file_)) continue;
       mapped_.emplace(item, file_);
-      if (!takes_usage(shown.record())) found_.push_back({item, file_});
+      if (!takes_usage(shown.record()) && !repeats_usage(product, item, shown.record())) {
+        found_.push_back({item, file_});
+      }
     }
   }
 
@@ -94,6 +124,21 @@ class ShownBesides {
       if (found == unplaced_.end() || found->second == 0) continue;
       --found->second;
       return true;
+    }
+    return false;
+  }
+
+  /// Whether the item shows the representation where a usage has its product, and no other item
+  /// does. Some systems say places in both ways.
+  bool repeats_usage(const Product& product, Index item, Index representation) {
+    if (!placed_) placed_ = placed_usages(product);
+    for (const ProductId owner : placing_.classes.owners(representation)) {
+      for (const Reference target : placing_.instances.references(item)) {
+        const auto found = placed_->find({target.record(), owner});
+        if (found == placed_->end() || found->second == 0) continue;
+        --found->second;
+        return true;
+      }
     }
     return false;
   }
@@ -117,6 +162,7 @@ class ShownBesides {
   TypeSet is_mapped_;  // by type
   FileId file_ = 0;
   std::unordered_map<ProductId, std::uint32_t> unplaced_;  // usages of the product
+  std::optional<Placed> placed_;                           // of the product, once asked for
   std::unordered_map<Index, FileId> mapped_;               // items that show placeholders
   std::unordered_map<Index, FileId> ties_;                 // relationships with placeholders
   std::unordered_set<Index> placing_ties_;                 // those of them that place a usage

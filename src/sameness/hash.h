@@ -27,7 +27,11 @@ constexpr std::uint64_t combined(std::uint64_t so_far, std::uint64_t next) {
 inline std::uint64_t word_of(std::string_view text) {
   std::uint64_t word = 0;
   if constexpr (std::endian::native == std::endian::little) {
-    std::memcpy(&word, text.data(), text.size() < 8 ? text.size() : 8);
+    if (text.size() >= sizeof word) {
+      std::memcpy(&word, text.data(), sizeof word);
+    } else if (!text.empty()) {  // An empty one may have no data at all.
+      std::memcpy(&word, text.data(), text.size());
+    }
   } else {
     for (std::size_t i = 0; i < text.size() && i < 8; ++i) {
       word |= std::uint64_t{static_cast<unsigned char>(text[i])} << (8 * i);
