@@ -2,6 +2,7 @@
 
 #include <map>
 #include <set>
+#include <string_view>
 
 #include "extract/said_records.h"
 #include "kessel/diff.h"
@@ -63,8 +64,18 @@ class Extractions {
     }
     check_products(product, out.instances);
     const std::string text = read_file("out.stp");
-    if (text.find("velkstep") != text.npos || text.find("/*~") != text.npos) say("has marks");
+    if (text.find("velkstep") != text.npos || has_marked_record(text)) say("has marks");
     check_split(product);
+  }
+
+  /// Whether a comment stands right in front of a record.
+  static bool has_marked_record(std::string_view text) {
+    constexpr std::string_view BETWEEN = "*/#";
+    for (auto at = text.find(BETWEEN); at != text.npos; at = text.find(BETWEEN, at + 1)) {
+      const auto behind = text.find_first_not_of("0123456789", at + BETWEEN.size());
+      if (behind != text.npos && text[behind] == '=') return true;
+    }
+    return false;
   }
 
   /// How many records there are, anchors apart.
