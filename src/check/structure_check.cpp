@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "external/external_references.h"
-#include "external/targets.h"
+#include "external/reference_warnings.h"
 #include "instances/places.h"
 #include "products/structure.h"
 
@@ -42,11 +43,9 @@ void check_circles(std::istream& in, const Instances& instances, const Products&
 /// References to files that are not there.
 void check_targets(std::istream& in, const Instances& instances, const Products& products,
                    const std::filesystem::path& folder, FindingList& findings) {
-  for (const ExternalReference& reference : find_external_references(instances, products)) {
-    const Target target = find_target(folder, reference);
-    if (target.is_there) continue;
-    findings.add(warning_at(in, instances, reference.document, missing_target,
-                            missing_target_sentence(target.name->name)));
+  const auto references = find_external_references(instances, products);
+  for (Finding& finding : reference_warnings(in, instances, references, folder, false)) {
+    findings.add(std::move(finding));
   }
 }
 

@@ -42,11 +42,6 @@ std::string missing_target_sentence(const std::string& name) {
   return "The file " + quoted_name(name) + " that is referred to is not there.";
 }
 
-std::string elsewhere_sentence(const ExternalReference& reference, const Target& target) {
-  return std::string(reference.is_to_anchor() ? "A record" : "A shape") + " is in the file " +
-         quoted_name(target.name->name) + ", which is only referred to.";
-}
-
 Target find_target(const fs::path& folder, const ExternalReference& reference) {
   const auto path_of = [&](const FileName& one) { return folder / path_of_utf8(one.name); };
   const auto found =

@@ -31,9 +31,6 @@ std::vector<std::string> names_of_targets(const std::vector<ExternalReference>& 
 /// What is said of a file that is not there; `name` is UTF-8.
 std::string missing_target_sentence(const std::string& name);
 
-/// What is said of what stays in a file that is there.
-std::string elsewhere_sentence(const ExternalReference& reference, const Target& target);
-
 /// The absolute path without links, empty for the working directory; lexically where the system
 /// cannot say.
 std::filesystem::path without_links(const std::filesystem::path& path);

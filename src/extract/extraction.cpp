@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <numeric>
-#include <set>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
 
 #include "encoding/utf8_path.h"
+#include "external/reference_warnings.h"
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
@@ -178,14 +178,18 @@ void Extraction::find_copies() {
 
 /// Of files that these refer to, no others.
 void Extraction::find_copies_for(Pieces& pieces) {
-  const Placement placement = place(pieces);
-  std::vector<ExternalReference> needed;
-  for (const ExternalReference& reference : references_) {
-    if (stands_in(placement, reference.document, pieces.asked)) needed.push_back(reference);
-  }
   std::size_t copy = copies_->count();
-  copies_->add(needed);
+  copies_->add(references_in(place(pieces), pieces.asked));
   for (; copy < copies_->count(); ++copy) pieces.copies.push_back(copy);
+}
+
+std::vector<ExternalReference> Extraction::references_in(const Placement& placement,
+                                                         const std::vector<Asked>& asked) const {
+  std::vector<ExternalReference> found;
+  for (const ExternalReference& reference : references_) {
+    if (stands_in(placement, reference.document, asked)) found.push_back(reference);
+  }
+  return found;
 }
 
 void Extraction::warn(const Placement& placement, const std::vector<Asked>& asked) {
@@ -196,17 +200,10 @@ void Extraction::warn(const Placement& placement, const std::vector<Asked>& aske
                                       [&](const Asked& one) { return one.file == warning.file; });
     if (concerns) findings.push_back(finding_for(in_, instances_, warning));
   }
-  std::set<fs::path> told;
-  for (const ExternalReference& reference : references_) {
-    if (!stands_in(placement, reference.document, asked)) continue;
-    const Target target = find_target(from_, reference);
-    // Who asked for copies knows.
-    if (target.is_there && (copies_ || !told.insert(target.path).second)) continue;
-    const auto [kind, sentence] =
-        target.is_there
-            ? std::pair(FindingKind::shape_elsewhere, elsewhere_sentence(reference, target))
-            : std::pair(FindingKind::missing_target, missing_target_sentence(target.name->name));
-    findings.push_back(warning_at(in_, instances_, reference.document, kind, sentence));
+  // Who asked for copies knows where the rest is.
+  for (Finding& finding : reference_warnings(in_, instances_, references_in(placement, asked),
+                                             from_, !options_.copy_references)) {
+    findings.push_back(std::move(finding));
   }
   locate(in_, findings);
   for (const Finding& finding : findings) split_options_.warning(finding);

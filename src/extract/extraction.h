@@ -71,6 +71,8 @@ class Extraction {
   void find_copies();
   void write_files(const Pieces& pieces);
   void find_copies_for(Pieces& pieces);
+  std::vector<ExternalReference> references_in(const Placement& placement,
+                                               const std::vector<Asked>& asked) const;
   void write_copies();
   void warn(const Placement& placement, const std::vector<Asked>& asked);
   std::vector<FileFigures> write_pieces(const SplitToWrite& split, const std::vector<Asked>& asked);

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string>
 
+#include "exchange/characters.h"
 #include "exchange/parameters.h"
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
@@ -25,7 +26,7 @@ bool is_gap(const char* begin, const char* end, int commas) {
   for (; begin != end; ++begin) {
     if (*begin == ',') {
       if (commas-- == 0) return false;
-    } else if (*begin != ' ' && *begin != '\n' && *begin != '\r' && *begin != '\t') {
+    } else if (!Exchange::is_blank(*begin)) {
       return false;
     }
   }

@@ -17,8 +17,6 @@ namespace {
 constexpr Keywords::Row NAMING_OCCURRENCES[] = {
     {Keywords::Match::exactly, "PRESENTATION_STYLE_BY_CONTEXT"},
     {Keywords::Match::ending, "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"}};
-// STYLED_ITEM and what is derived from that.
-constexpr Keywords::Row STYLED_ITEMS[] = {{Keywords::Match::ending, "STYLED_ITEM"}};
 constexpr Keywords::Row NAMING_CONTEXT[] = {
     {Keywords::Match::ending, "CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM"}};
 

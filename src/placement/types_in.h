@@ -12,6 +12,9 @@
 
 namespace Kessel {
 
+/// STYLED_ITEM and what is derived from that (ISO 10303-46).
+inline constexpr Keywords::Row STYLED_ITEMS[] = {{Keywords::Match::ending, "STYLED_ITEM"}};
+
 /// By type: 1 for those of a set, else 0. Records are asked one after the other: no bits.
 using TypeSet = std::vector<std::uint8_t>;
 

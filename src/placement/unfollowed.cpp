@@ -14,7 +14,6 @@ namespace Kessel {
 namespace {
 
 constexpr Keywords::Row MAPPED_ITEMS[] = {{Keywords::Match::exactly, "MAPPED_ITEM"}};
-constexpr Keywords::Row STYLES[] = {{Keywords::Match::ending, "STYLED_ITEM"}};
 
 /// What shows components beside their usages. Readers look a component's file up for a usage that
 /// has a place; where a usage has none, it is given that of a mapped item or a relationship.
@@ -146,7 +145,7 @@ class ShownBesides {
   /// A style of a mapped item is one of an occurrence, of which a usage knows nothing.
   void warn_of_styles() {
     if (mapped_.empty()) return;
-    const TypeSet is_style = types_in(STYLES, placing_.instances.types());
+    const TypeSet is_style = types_in(STYLED_ITEMS, placing_.instances.types());
     for (const Index record : placing_.others) {
       if (!is_style[placing_.instances.type(record)]) continue;
       for (const Reference item : placing_.instances.references(record)) {

@@ -7,13 +7,13 @@
 #include <fstream>
 #include <numeric>
 #include <optional>
-#include <set>
 #include <stdexcept>
 #include <system_error>
 
 #include "encoding/utf8_path.h"
 #include "external/copied_references.h"
 #include "external/external_references.h"
+#include "external/reference_warnings.h"
 #include "external/repointing.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
@@ -193,27 +193,14 @@ class PlacedSplit {
     for (const PlacementWarning& warning : placement_.warnings) {
       warnings_.push_back(finding_for(in_, instances_, warning));
     }
-    warn_of_references();
+    for (Finding& finding :
+         reference_warnings(in_, instances_, references_, folder_of_references(path_, options_),
+                            !options_.copy_references)) {
+      warnings_.push_back(std::move(finding));
+    }
     require_products(products_, placement_, warnings_);
     locate(in_, warnings_);
     for (const Finding& finding : warnings_) options_.warning(finding);
-  }
-
-  /// Of files that are missing, and of shapes that stay where they are.
-  void warn_of_references() {
-    std::set<fs::path> told;
-    for (const ExternalReference& reference : references_) {
-      const Target target = find_target(folder_of_references(path_, options_), reference);
-      if (!target.is_there) {
-        warnings_.push_back(warning_at(in_, instances_, reference.document,
-                                       FindingKind::missing_target,
-                                       missing_target_sentence(target.name->name)));
-      } else if (!options_.copy_references && told.insert(target.path).second) {
-        warnings_.push_back(warning_at(in_, instances_, reference.document,
-                                       FindingKind::shape_elsewhere,
-                                       elsewhere_sentence(reference, target)));
-      }
-    }
   }
 
   /// What the input is called, whatever bytes that may be.

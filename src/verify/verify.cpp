@@ -302,10 +302,6 @@ class SplitCheck {
   Verification verification_;
 };
 
-}  // namespace
-
-namespace {
-
 /// What is wrong with one of the files that are read as the input.
 Verification refused_input(Finding finding) {
   if (!finding.file.empty()) {
