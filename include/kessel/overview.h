@@ -26,8 +26,8 @@ struct Overview {
 /// Reads the exchange file `in` (ISO 10303-21, clear text) once. With `drawing`, also what it
 /// draws; where that does not fit into the memory limit and all else does, `in` is read once more,
 /// without. Of `options`, those of read_drawing() and check() matter. With
-/// Options::follow_references, all but the findings is that of the file together with those that it
-/// refers to, for which `in` is read by itself.
+/// Options::follow_references, all is that of the file together with those that it refers to; for
+/// the findings, each of these is read by itself.
 ///
 /// Prints nothing, writes nothing, and does not call `options.warning`. Throws as read_assembly()
 /// does, and what `options.progress` throws. Works on the caller's thread.
