@@ -1,7 +1,9 @@
 // The entry point of hosts.
 #include "kessel/overview.h"
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <utility>
 
 #include "check/record_checks.h"
@@ -29,14 +31,13 @@ std::vector<Finding> findings_of(const InspectedFile& file, const std::filesyste
   return findings;
 }
 
-/// What there is to say of the input, and of what it was read with.
+/// What there is to say of the input, of the files that it was read with, and of how they fit
+/// together, which a check of each by itself does not show.
 std::vector<Finding> findings_of_followed(const InspectedFile& file,
                                           const std::filesystem::path& in, const Options& options) {
   std::vector<Finding> findings = check(in, options);
-  for (const Finding& doubt : file.doubts) {
-    const bool is_checked = doubt.file.empty() && doubt.kind == FindingKind::text_after_end;
-    if (!is_checked) findings.push_back(on_the_input(doubt));
-  }
+  std::copy_if(file.doubts.begin(), file.doubts.end(), std::back_inserter(findings),
+               [](const Finding& doubt) { return doubt.kind != FindingKind::text_after_end; });
   return findings;
 }
 

@@ -5,7 +5,6 @@
 
 #include "encoding/utf8_path.h"
 #include "external/targets.h"
-#include "findings/finding_list.h"
 #include "join/joining.h"
 #include "kessel/errors.h"
 
@@ -98,15 +97,6 @@ Options FollowedInput::options_for_path() const {
     };
   }
   return options;
-}
-
-Finding on_the_input(Finding finding) {
-  if (finding.file.empty()) return finding;
-  finding.sentence = quoted_name(finding.file) + ": " + finding.sentence;
-  finding.offset = finding.line = finding.column = 0;
-  finding.instance = 0;
-  finding.file.clear();
-  return finding;
 }
 
 }  // namespace Kessel

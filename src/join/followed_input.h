@@ -43,8 +43,4 @@ class FollowedInput {
   std::vector<Finding> doubts_;
 };
 
-/// What is said of one of those files, as a finding on the input, for who knows no other file: its
-/// name goes into the sentence, and the place goes.
-Finding on_the_input(Finding finding);
-
 }  // namespace Kessel

@@ -306,6 +306,16 @@ class SplitCheck {
   Verification verification_;
 };
 
+/// What is said of one of the files that are read as the input: nobody knows its name otherwise.
+Finding on_the_input(Finding finding) {
+  if (finding.file.empty()) return finding;
+  finding.sentence = quoted_name(finding.file) + ": " + finding.sentence;
+  finding.offset = finding.line = finding.column = 0;
+  finding.instance = 0;
+  finding.file.clear();
+  return finding;
+}
+
 /// Compares with what the input and the files that it refers to say together. Nobody knows the
 /// places and numbers of that.
 Verification verify_followed(const fs::path& in, const fs::path& outdir, const Options& options) {

@@ -314,6 +314,21 @@ TEST_F(InputWithReferences, WarningsOfAPartAreThoseOfTheInput) {
           ELSEWHERE + "velkstep: in/in.stp: 1 warning; velkstep check in/in.stp lists it\n");
 }
 
+TEST_F(InputWithReferences, CheckingFollowsThemWhereAsked) {
+  std::string lid = read_file("in/lid.stp");
+  folder_.write("in/lid.stp", lid.insert(lid.find("#1="), ";\n"));
+  EXPECT_EQ(run_velkstep({"check", "in/in.stp"}).exit_code, 0);
+  const ProcessRun run = run_velkstep({"check", "--follow", "in/in.stp"});
+  EXPECT_EQ(run.exit_code, 4);
+  EXPECT_EQ(run.errors, "");
+  EXPECT_TRUE(run.out.starts_with("in/lid.stp:")) << run.out;
+  EXPECT_TRUE(run.out.ends_with(": warning: Nothing stands in front of this \";\".\n")) << run.out;
+  const ProcessRun told = run_velkstep({"check", "--follow", "--json", "in/in.stp"});
+  EXPECT_EQ(Json::parse(told.out)["findings"][0]["file"], "lid.stp");
+  ASSERT_EQ(run_in_shell("gzip in/lid.stp && mv in/lid.stp.gz in/lid.stp").status, 0);
+  EXPECT_EQ(run_velkstep({"check", "--follow", "in/in.stp"}).out, run.out);
+}
+
 TEST_F(InputWithReferences, JoinKeepsWhatIsMissingWhereAsked) {
   fs::remove("in/lid.stp");
   EXPECT_EQ(run_velkstep({"join", "in/in.stp", "-o", "one.stp"}).exit_code, 1);
