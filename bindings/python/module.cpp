@@ -171,9 +171,11 @@ py::dict diff(const fs::path& a, const fs::path& b, const py::object& progress) 
   return diff_dict(difference, a.string(), b.string());
 }
 
-py::dict check(const fs::path& input, const py::object& progress) {
+py::dict check(const fs::path& input, const py::object& progress, const std::string& references,
+               bool follow_outside) {
   require_function(progress);
   Kessel::Options options;
+  choose_references(references, follow_outside, options);
   options.progress = progress_for(progress);
   std::vector<Kessel::Finding> findings;
   run_alone(input, [&] { findings = Kessel::check(input, options); });

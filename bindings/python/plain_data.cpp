@@ -155,6 +155,13 @@ py::dict finding_dict(const Kessel::Finding& finding) {
   return dict;
 }
 
+/// For the input there is no name.
+py::dict finding_of_file(const Kessel::Finding& finding) {
+  py::dict dict = finding_dict(finding);
+  if (finding.file.empty()) dict["file"] = py::none();
+  return dict;
+}
+
 }  // namespace
 
 py::dict named_part_dict(const Kessel::NamedPart& part) {
@@ -238,7 +245,7 @@ py::dict overview_dict(const Kessel::Overview& overview, const std::string& inpu
   if (overview.is_drawn) parts = list_of(overview.drawing.parts, drawn_part_dict);
   return py::dict("tree"_a = tree_dict(overview.drawing.assembly, input),
                   "info"_a = info_dict(overview.summary, input),
-                  "findings"_a = list_of(overview.findings, finding_of_input), "parts"_a = parts);
+                  "findings"_a = list_of(overview.findings, finding_of_file), "parts"_a = parts);
 }
 
 py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
@@ -251,19 +258,14 @@ py::dict join_dict(const Kessel::Joined& joined, const std::string& root,
 
 py::dict check_dict(const std::vector<Kessel::Finding>& findings, const std::string& input) {
   return py::dict("format"_a = FORMAT, "input"_a = text(input),
-                  "findings"_a = list_of(findings, finding_of_input));
+                  "findings"_a = list_of(findings, finding_of_file));
 }
 
 py::dict verify_dict(const Kessel::Verification& verification, const std::string& input,
                      const std::string& outdir) {
-  const auto finding_of_split = [](const Kessel::Finding& finding) {
-    py::dict dict = finding_dict(finding);
-    if (finding.file.empty()) dict["file"] = py::none();
-    return dict;
-  };
   return py::dict("format"_a = FORMAT, "input"_a = text(input), "output"_a = text(outdir),
                   "files"_a = verification.files, "records"_a = verification.records,
-                  "findings"_a = list_of(verification.findings, finding_of_split));
+                  "findings"_a = list_of(verification.findings, finding_of_file));
 }
 
 py::dict shrink_dict(const Kessel::Shrunk& shrunk, const std::vector<Kessel::Finding>& warnings,

@@ -22,6 +22,14 @@ namespace Kessel {
 /// files that are referred to (`input_folder`), and the progress function, which is told of
 /// reading.
 ///
+/// With Options::follow_references the files that `in` refers to, and those that these refer to in
+/// turn, are checked as well, one after the other, each with the same limits; for these, too,
+/// `follow_outside` and `readable` matter. Their findings follow those on `in`, file by file, and
+/// have `Finding::file`. Warned of are then also files outside of the folder of `in` that are not
+/// followed, files of other schemas than that of `in`, and files that refer to each other in
+/// circles: because of each of these, a reading of all as one is refused. That a file which is
+/// referred to holds no part is nothing to warn of.
+///
 /// Writes and prints nothing. A file that cannot be read is a finding. Time is linear in the file,
 /// memory in its records, whatever they refer to: up to three times what a run's records take,
 /// which is what the limit is for. Throws `std::bad_alloc`, and what the progress function throws.

@@ -108,8 +108,9 @@ struct Finding {
   std::uint64_t column = 0;
   std::uint64_t instance = 0;  ///< instance number in that file; 0 where none is concerned
   std::uint64_t count = 1;     ///< how many findings of the kind this one stands for
-  /// The file of a split that it is about, its name in the output folder, UTF-8; "." for the folder
-  /// itself. Empty for the input.
+  /// The file that it is about, UTF-8: of a split, its name in the output folder, and "." for the
+  /// folder itself; one that the input refers to, as seen from the input's folder. Empty for the
+  /// input.
   std::string file = {};
 };
 

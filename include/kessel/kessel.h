@@ -34,7 +34,7 @@ enum kessel_flags {
   KESSEL_SHRINK = 1,                /* split, join, extract: shrink */
   KESSEL_DROP_UNREACHABLE = 2,      /* shrink: drop_unreachable */
   KESSEL_RENUMBER = 4,              /* shrink: renumber */
-  KESSEL_FOLLOW_REFERENCES = 8,     /* all but check, diff, join, shrink: follow_references */
+  KESSEL_FOLLOW_REFERENCES = 8,     /* all but diff, join, shrink: follow_references */
   KESSEL_COPY_REFERENCES = 16,      /* split, extract: copy_references */
   KESSEL_FOLLOW_OUTSIDE = 32,       /* the same, and join: follow_outside */
   KESSEL_ALLOW_MISSING = 64,        /* join: allow_missing */
@@ -200,7 +200,8 @@ enum kessel_severity { KESSEL_WARNING = 0, KESSEL_ERROR = 1 };
 struct kessel_finding {
   int32_t severity;     /* an enum kessel_severity */
   const char* kind;     /* "missing_record"; what hosts tell findings apart by */
-  const char* file;     /* in the folder; "." for the folder itself, empty for the input */
+  const char* file;     /* in the folder of the split or the input; "." for the folder of the split
+                           itself, empty for the input */
   const char* sentence; /* in English, for people */
   uint64_t line;        /* in that file, from 1; 0 where it is about no record */
   uint64_t column;      /* in that line, in bytes from 1; 0 with it */
@@ -208,8 +209,9 @@ struct kessel_finding {
   uint64_t count;       /* how many findings of this kind it stands for */
 };
 
-/* How many findings kessel_verify, kessel_check or kessel_overview has; 0 where all is as it should
-   be, for every other result, and for null. */
+/* How many findings kessel_verify, kessel_check or kessel_overview has, or of how many things
+   kessel_split, kessel_extract, kessel_join, kessel_shrink or kessel_picture warns that did what
+   they were to do; 0 where all is as it should be, for every other result, and for null. */
 KESSEL_EXPORT size_t kessel_finding_count(const kessel_result* result);
 
 /* Fills the `size` bytes at `finding`, `sizeof(struct kessel_finding)` where the caller was
@@ -227,9 +229,10 @@ KESSEL_EXPORT kessel_result* kessel_extract(const char* in, const char* part, co
                                             const struct kessel_options* options);
 
 /* Says what is wrong or unusual in the exchange file `in`, as Kessel::check does (kessel/check.h).
-   Of the options the memory limit matters. Writes and prints nothing. Returns a result as
-   kessel_split does, without files: what is wrong, be it that the file cannot be read, is told by
-   kessel_finding_at, and the status is KESSEL_DONE. */
+   Of the options the memory limit, the flags to follow references and the progress function matter.
+   Writes and prints nothing. Returns a result as kessel_split does, without files: what is wrong,
+   be it that the file cannot be read, is told by kessel_finding_at, and the status is KESSEL_DONE.
+ */
 KESSEL_EXPORT kessel_result* kessel_check(const char* in, const struct kessel_options* options);
 
 /* Reads the exchange file `in` and keeps all that there is to tell of it, as Kessel::read_overview

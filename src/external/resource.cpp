@@ -49,7 +49,8 @@ Resource resource_in(std::string_view entry) {
     if (resource.whole.ends_with('>')) resource.whole.remove_suffix(1);
     const std::size_t mark = resource.whole.find('#');
     if (mark != std::string_view::npos) resource.anchor = resource.whole.substr(mark + 1);
-    resource.path = path_of_uri(resource.whole.substr(0, mark));
+    resource.file = resource.whole.substr(0, mark);
+    resource.path = path_of_uri(resource.file);
     break;
   }
   return resource;

@@ -9,7 +9,8 @@ namespace Kessel {
 /// The parts of a resource "<folder/file.stp#anchor>" (ISO 10303-21, 6.5; RFC 3986); views into it.
 struct Resource {
   std::string_view whole;   ///< without its brackets; empty where there is none
-  std::string_view path;    ///< of a file; empty where the resource is no file, or this one
+  std::string_view file;    ///< what is in front of the "#", with a scheme if it has one
+  std::string_view path;    ///< of that; empty where the resource is no file, or this one
   std::string_view anchor;  ///< behind the "#"
 };
 

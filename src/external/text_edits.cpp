@@ -23,7 +23,7 @@ std::string_view literal_in(std::string_view parameter) {
 
 /// What an edit replaces, and the words that come there; an empty view where it finds nothing.
 std::pair<std::string_view, std::string> replaced(std::string_view body, const TextEdit& edit) {
-  if (edit.keyword.empty()) return {resource_in(body).path, edit.text};
+  if (edit.keyword.empty()) return {resource_in(body).file, edit.text};
   const auto parameters = Exchange::parameters_of(body, edit.keyword);
   return {literal_in(Exchange::parameter(parameters, edit.parameter)),
           Exchange::string_literal(edit.text)};

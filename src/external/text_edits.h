@@ -12,12 +12,12 @@
 
 namespace Kessel {
 
-/// The text that a string, or the path in a resource, is to have.
+/// The text that a string, or the file of a resource, is to have.
 struct TextEdit {
   Index record = NO_RECORD;
   std::string_view keyword = {};  // as in FileName
   std::size_t parameter = 0;
-  std::string text;  ///< UTF-8; of a resource as it stands in a URI
+  std::string text;  ///< UTF-8; of a resource a URI, relative or not
 };
 
 /// The edits of one file, by record.

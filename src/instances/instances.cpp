@@ -47,6 +47,12 @@ void Instances::keep(Index record, std::string body) {
   kept_bytes_ += text.capacity() + 96;  // with its places in three lists
 }
 
+void Instances::keep_instead(Index record, std::string body) {
+  const auto place = std::lower_bound(kept_.begin(), kept_.end(), record) - kept_.begin();
+  kept_bodies_[static_cast<std::size_t>(place)] = kept_texts_.emplace_back(std::move(body));
+  kept_bytes_ += kept_texts_.back().capacity();
+}
+
 void Instances::make_one(const Column<Index>& first) {
   for (Reference& reference : references_) {
     const Index to = reference.record();

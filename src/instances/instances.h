@@ -43,8 +43,8 @@ class Reference {
 /// that carry the product structure. A line of an anchor or reference section is a record, too, of
 /// a type of its own: an anchor has no number and refers to its instance.
 ///
-/// Filled by an InstanceLoader or an InstanceBuilder, read-only afterwards but for make_one() and
-/// drop(). About 25 bytes a record.
+/// Filled by an InstanceLoader or an InstanceBuilder, read-only afterwards but for make_one(),
+/// drop() and keep_instead(). About 25 bytes a record.
 class Instances {
  public:
   /// How many there are; indices run from 0.
@@ -120,6 +120,9 @@ class Instances {
   void make_one(const Column<Index>& first);
   /// Makes `record`, to which nothing that stays refers, one that says nothing, as a repeated one.
   void drop(Index record);
+
+  /// Gives a record whose text is kept another one; what it refers to stays.
+  void keep_instead(Index record, std::string body);
 
   /// Bytes that all this takes.
   std::uint64_t bytes() const;

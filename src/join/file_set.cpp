@@ -6,15 +6,13 @@
 #include <system_error>
 
 #include "encoding/utf8_path.h"
-#include "exchange/characters.h"
-#include "exchange/parameters.h"
-#include "exchange/string_value.h"
 #include "external/targets.h"
 #include "findings/finding_kinds.h"
 #include "findings/finding_list.h"
 #include "findings/input_file.h"
 #include "findings/refusals.h"
 #include "instances/places.h"
+#include "instances/schema.h"
 #include "join/marked_loader.h"
 #include "kessel/errors.h"
 
@@ -32,20 +30,6 @@ std::string listed_names(const std::vector<std::string>& names) {
 }
 
 }  // namespace
-
-std::string schema_of(const Instances& instances) {
-  for (const std::string& entity : instances.header()) {
-    const auto partial = Exchange::partial_records(entity);
-    if (partial.empty() || partial.front().keyword != "FILE_SCHEMA") continue;
-    const auto schemas =
-        Exchange::items_of(Exchange::parameter(Exchange::items_of(partial.front().list), 0));
-    if (schemas.empty()) continue;
-    const std::string name = Exchange::string_value(schemas.front());
-    return std::string(
-        Exchange::without_blanks_behind(std::string_view(name).substr(0, name.find('{'))));
-  }
-  return {};
-}
 
 FileSet::FileSet(const fs::path& root, const JoinOptions& options, const Following& following)
     : options_(options), following_(following) {
@@ -224,9 +208,7 @@ void FileSet::require_one_schema() {
   for (const auto& file : files_) {
     const std::string schema = schema_of(file->instances);
     if (schema == expected) continue;
-    Finding finding =
-        make_finding(FindingKind::mixed_schemas, "The file obeys the schema \"" + schema +
-                                                     "\", the root \"" + expected + "\".");
+    Finding finding = other_schema(schema, expected);
     finding.file = file->name;
     if (!options_.allow_mixed_schemas) throw InputError(finding);
     finding.severity = Severity::warning;

@@ -71,8 +71,4 @@ class FileSet {
   std::uint64_t bytes_ = 0;  // of the files that were loaded
 };
 
-/// The name of the first schema in the header (ISO 10303-21, 8.2.3), without what stands behind it
-/// in braces; empty where there is none.
-std::string schema_of(const Instances& instances);
-
 }  // namespace Kessel

@@ -2,18 +2,16 @@
 
 #include <algorithm>
 #include <fstream>
-#include <map>
-#include <memory>
-#include <set>
 #include <string>
-#include <tuple>
-#include <vector>
+#include <system_error>
+#include <utility>
 
 #include "encoding/utf8_path.h"
+#include "external/resource.h"
 #include "external/targets.h"
 #include "instances/loader.h"
 #include "kessel/errors.h"
-#include "verify/said_by_files.h"
+#include "sameness/text_hash.h"
 
 namespace Kessel {
 
@@ -21,118 +19,109 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// How a text names a file: by all of its path, by the folder of a name that stands elsewhere, or
-/// in a resource.
-enum class Wording : char { whole, folder, resource };
-
-Wording wording_of(const ExternalReference& reference, const FileName& name) {
-  if (reference.is_to_anchor()) return Wording::resource;
-  return name.text == name.name ? Wording::whole : Wording::folder;
-}
-
 /// Whether it means the same in every folder, though it does not begin with "/": it has a drive, a
 /// host or a scheme.
 bool is_seen_from_nowhere(const std::string& text) {
   return text.starts_with('\\') || text.find(':') == 1 || text.find("://") != std::string::npos;
 }
 
-/// Where `name` leads from `folder`, without links, be that there or not.
-fs::path end_of(const FileName& name, const fs::path& folder) {
-  if (is_seen_from_nowhere(name.text)) return path_of_utf8(name.name);
-  return without_links(folder / path_of_utf8(name.name));
+/// Nothing is known here of how a split finds new texts: one that leads elsewhere has to be
+/// noticed.
+bool leads(const FileName& name, const fs::path& folder, const Target& target) {
+  if (!target.is_there && is_seen_from_nowhere(name.text)) return false;
+  const fs::path path = folder / path_of_utf8(name.name);
+  if (without_links(path) == without_links(target.path)) return true;
+  std::error_code ignored;  // What cannot be compared is not the same.
+  return fs::equivalent(path, target.path, ignored);
 }
 
-std::size_t common_end(const std::string& a, const std::string& b) {
-  const auto end = std::mismatch(a.rbegin(), a.rend(), b.rbegin(), b.rend()).first;
-  return static_cast<std::size_t>(end - a.rbegin());
+/// Whether the text is no more than the folder of a name that stands elsewhere.
+bool is_folder(const ExternalReference& reference, const FileName& name) {
+  return !reference.is_to_anchor() && name.text != name.name;
 }
 
-/// The input's texts by what they lead to. Nothing is known here of how a split finds new texts:
-/// one that leads elsewhere has to be noticed.
-class InputTexts {
- public:
-  InputTexts(const Sameness::ComparedFile& input, const fs::path& folder, const fs::path& outdir)
-      : outdir_(without_links(outdir)) {
-    for (const auto& reference : find_external_references(input.instances, input.products)) {
-      const fs::path target = without_links(find_target(folder, reference).path);
-      for (const FileName& name : reference.names) {
-        const Wording wording = wording_of(reference, name);
-        const fs::path end = end_of(name, folder);
-        texts_[{end, wording}].push_back(name.text);
-        if (end == target) leading_.emplace(wording, name.text);
-        // Its folder stands elsewhere, and a copy may be called in another way.
-        const bool is_alone = path_of_utf8(name.name) == target.filename() && end != target;
-        if (is_alone) texts_of_copies_[{target, wording}].push_back(name.text);
-      }
-    }
-  }
-
-  /// The text of the input that says what `name` of a split's file says; its own text where none
-  /// does and none has to, and else what it leads to.
-  std::string of(const ExternalReference& reference, const FileName& name) {
-    const Wording wording = wording_of(reference, name);
-    const fs::path end = end_of(name, outdir_);
-    const auto known = texts_.find({end, wording});
-    if (known != texts_.end()) return most_alike(known->second, name.text);
-    if (is_in_outdir(end)) {
-      for (const Texts* const texts : {&texts_, &texts_of_copies_}) {
-        const auto of_original = texts_of_original(*texts, end, wording);
-        if (of_original != texts->end()) return most_alike(of_original->second, name.text);
-      }
-    }
-    return leading_.contains({wording, name.text}) ? utf8_of_path(end) : name.text;
-  }
-
- private:
-  using Texts = std::map<std::pair<fs::path, Wording>, std::vector<std::string>>;
-
-  bool is_in_outdir(const fs::path& path) const { return path.parent_path() == outdir_; }
-
-  /// A copy stands for a file that says the same: one that is called so, or else the first.
-  Texts::const_iterator texts_of_original(const Texts& texts, const fs::path& copy,
-                                          Wording wording) {
-    auto best = texts.end();
-    for (auto one = texts.begin(); one != texts.end(); ++one) {
-      const auto& [original, of] = one->first;
-      if (of != wording || !said_.is_same(original, copy)) continue;
-      if (best == texts.end() || original.filename() == copy.filename()) best = one;
-    }
-    return best;
-  }
-
-  /// What leads to one file may be worded in several ways; a split keeps the end of a text.
-  static const std::string& most_alike(const std::vector<std::string>& texts,
-                                       const std::string& text) {
-    return *std::max_element(texts.begin(), texts.end(), [&](const auto& a, const auto& b) {
-      return common_end(a, text) < common_end(b, text);
-    });
-  }
-
-  const fs::path outdir_;
-  Texts texts_;
-  Texts texts_of_copies_;
-  std::set<std::pair<Wording, std::string>> leading_;  // that lead to the files of their references
-  SaidByFiles said_;
-};
+/// Whether a text may be no more than a file's name, whose folder stands elsewhere.
+bool has_folder_apart(const ExternalReference& reference) {
+  return std::any_of(reference.names.begin(), reference.names.end(),
+                     [&](const FileName& name) { return is_folder(reference, name); });
+}
 
 }  // namespace
 
-void edit_kept_references(const std::function<const Sameness::ComparedFile&()>& input,
-                          const fs::path& folder, const fs::path& outdir, Joining& joining) {
-  std::unique_ptr<InputTexts> texts;
+KeptReferences::KeptReferences(const Sameness::ComparedFile& input, const fs::path& folder,
+                               const fs::path& outdir, const Joining& joining)
+    : of_input_(find_external_references(input.instances, input.products)),
+      folder_(folder),
+      outdir_(without_links(outdir)) {
+  for (const ExternalReference& reference : of_input_) {
+    originals_.push_back(without_links(find_target(folder_, reference).path));
+  }
+  const std::set<fs::path> known(originals_.begin(), originals_.end());
   for (std::size_t i = 0; i < joining.files().size(); ++i) {
-    const JoinedFile& file = joining.files()[i];
-    std::vector<TextEdit> edits;
-    for (const ExternalReference& reference : file.kept) {
-      if (!texts) texts = std::make_unique<InputTexts>(input(), folder, outdir);
-      for (const FileName& name : reference.names) {
-        std::string text = texts->of(reference, name);
-        if (text == name.text) continue;
-        edits.push_back({name.record, name.keyword, name.parameter, std::move(text)});
+    for (const ExternalReference& reference : joining.files()[i].kept) {
+      const Target target = find_target(outdir_, reference);
+      const fs::path file = without_links(target.path);
+      if (target.is_there && file.parent_path() == outdir_ && !known.contains(file)) {
+        has_copies_ = true;
       }
     }
-    joining.edit(i, TextEdits(std::move(edits)));
   }
+}
+
+/// The first of what the input refers to that says what `file` says; itself where none does.
+const fs::path& KeptReferences::original_of(const fs::path& file) {
+  const auto first = std::find_if(
+      originals_.begin(), originals_.end(),
+      [&](const fs::path& original) { return original == file || said_.is_same(original, file); });
+  return first == originals_.end() ? file : *first;
+}
+
+TextEdits KeptReferences::edits_for(const std::vector<ExternalReference>& references,
+                                    const fs::path& folder) {
+  std::vector<TextEdit> edits;
+  for (const ExternalReference& reference : references) {
+    const Target target = find_target(folder, reference);
+    const fs::path file = without_links(target.path);
+    const bool may_be_copied = has_copies_ && target.is_there;
+    const fs::path meant = may_be_copied ? original_of(file) : file;
+    // All copies are in one folder, wherever their originals are.
+    const std::string folder_meant = may_be_copied ? "." : utf8_of_path(meant.parent_path());
+    const bool is_apart = has_folder_apart(reference);
+    for (const FileName& name : reference.names) {
+      const bool is_alone = is_apart && path_of_utf8(name.name) == file.filename();
+      if (!is_alone && !leads(name, folder, target)) continue;
+      std::string text = is_folder(reference, name) ? folder_meant : utf8_of_path(meant);
+      if (reference.is_to_anchor()) text = encoded_uri(text);
+      edits.push_back({name.record, name.keyword, name.parameter, std::move(text)});
+    }
+  }
+  return TextEdits(std::move(edits));
+}
+
+void KeptReferences::edit(Sameness::ComparedFile& input) {
+  const TextEdits edits = edits_for(of_input_, folder_);
+  Sameness::RecordHash hash(input.instances.types());
+  for (const Index record : input.instances.kept()) {
+    if (edits.of(record).empty()) continue;
+    const std::string_view body = input.instances.kept_body(record);
+    std::string edited(EditedText(body, body, {}, edits.of(record)).text());
+    input.fingerprints.text[record] = hash.of(input.instances.type(record), edited);
+    input.instances.keep_instead(record, std::move(edited));
+  }
+  Sameness::complete(input);
+}
+
+void KeptReferences::edit(Joining& joining) {
+  for (std::size_t i = 0; i < joining.files().size(); ++i) {
+    joining.edit(i, edits_for(joining.files()[i].kept, outdir_));
+  }
+}
+
+bool has_kept_references(const Joining& joining) {
+  for (std::size_t i = 0; i < joining.files().size(); ++i) {
+    if (!joining.files()[i].kept.empty()) return true;
+  }
+  return false;
 }
 
 std::set<fs::path> files_behind_kept_references(const Joining& joining) {

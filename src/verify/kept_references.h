@@ -2,21 +2,47 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <set>
+#include <vector>
 
+#include "external/external_references.h"
+#include "external/text_edits.h"
 #include "join/joining.h"
 #include "sameness/compared_file.h"
+#include "verify/said_by_files.h"
 
 namespace Kessel {
 
-/// Gives names of other files in a split, which are seen from `outdir`, the texts of the input,
-/// seen from `folder`, that lead to the same file, or to one of which there is a copy in `outdir`
-/// that says the same: so that what differs then does so in something else. A name that leads
-/// elsewhere than the input's gets a text of its own. Who asks `input` gets it.
-void edit_kept_references(const std::function<const Sameness::ComparedFile&()>& input,
-                          const std::filesystem::path& folder, const std::filesystem::path& outdir,
-                          Joining& joining);
+/// Makes names of other files comparable: seen from the input's folder and from the split's they
+/// are different texts for the same file, and one file may be named in several wordings. Both sides
+/// get the path of the file in place of the text, so that what differs then leads elsewhere. A copy
+/// in the split's folder counts as the file of the input that says the same.
+class KeptReferences {
+ public:
+  /// Of the input, which lies in `folder`, and of the split of it in `outdir`.
+  KeptReferences(const Sameness::ComparedFile& input, const std::filesystem::path& folder,
+                 const std::filesystem::path& outdir, const Joining& joining);
+
+  /// Gives names in the input the texts to compare, where the split has files with such references.
+  void edit(Sameness::ComparedFile& input);
+  /// The same of the split's files.
+  void edit(Joining& joining);
+
+ private:
+  TextEdits edits_for(const std::vector<ExternalReference>& references,
+                      const std::filesystem::path& folder);
+  const std::filesystem::path& original_of(const std::filesystem::path& file);
+
+  const std::vector<ExternalReference> of_input_;
+  const std::filesystem::path folder_;
+  const std::filesystem::path outdir_;
+  std::vector<std::filesystem::path> originals_;  // to which the input refers, without links
+  bool has_copies_ = false;
+  SaidByFiles said_;
+};
+
+/// Whether a file of the split has references that stay.
+bool has_kept_references(const Joining& joining);
 
 /// The files to which kept references lead, and those that these refer to in turn, as far as they
 /// can be read: paths without links.

@@ -63,7 +63,7 @@ class Input {
   ~Input() { is_wanted_ = false; }
 
   /// Throws Refused where it cannot be read.
-  const Sameness::ComparedFile& file() {
+  Sameness::ComparedFile& file() {
     try {
       if (!file_) file_ = reading_.get();
     } catch (const InputError& error) {
@@ -129,7 +129,11 @@ class SplitCheck {
   /// What the input refers to is no part of the split.
   void join(const fs::path& root, const Following& following) {
     joining_ = std::make_unique<Joining>(root, join_options_, following);
-    edit_references();
+    if (!kept_ && has_kept_references(*joining_)) {
+      kept_ = std::make_unique<KeptReferences>(input_.file(), folder_, outdir_, *joining_);
+      kept_->edit(input_.file());
+    }
+    if (kept_) kept_->edit(*joining_);
   }
 
   /// The same once more, where something is found.
@@ -137,12 +141,6 @@ class SplitCheck {
     if (joining_) return;
     join_options_.progress = nullptr;
     join(root, {.only_made = true});
-  }
-
-  /// References to other files get the input's texts.
-  void edit_references() {
-    edit_kept_references([&]() -> const Sameness::ComparedFile& { return input_.file(); }, folder_,
-                         outdir_, *joining_);
   }
 
   void check_joined_files() {
@@ -231,8 +229,13 @@ class SplitCheck {
     const Sameness::ComparedFile& input = input_.file();
     findings_.begin_file("");
     for (const Finding& warning : input_.warnings()) findings_.add(warning);
-    const Difference difference = Sameness::compare_files(
-        input, Sameness::body_reader(in_, input.instances), joined, body_of_joined, options_);
+    const auto body_of_input = [&,
+                                read = Sameness::body_reader(in_, input.instances)](Index record) {
+      const std::string_view kept = input.instances.kept_body(record);
+      return kept.empty() ? read(record) : std::string(kept);
+    };
+    const Difference difference =
+        Sameness::compare_files(input, body_of_input, joined, body_of_joined, options_);
     if (!difference.is_certain) {
       findings_.begin_file(".");
       findings_.add(make_finding(FindingKind::undecided,
@@ -297,39 +300,44 @@ class SplitCheck {
   JoinOptions join_options_;
   Input input_;
   std::unique_ptr<Joining> joining_;
-  bool is_joined_ = false;  // it was once, at least
+  std::unique_ptr<KeptReferences> kept_;  // where the split has any
+  bool is_joined_ = false;                // it was once, at least
   FindingList findings_;
   Verification verification_;
 };
 
-/// What is wrong with one of the files that are read as the input.
-Verification refused_input(Finding finding) {
-  if (!finding.file.empty()) {
-    finding.sentence = quoted_name(finding.file) + ": " + finding.sentence;
-    finding.offset = finding.line = finding.column = 0;
-    finding.file.clear();
-  }
-  Verification verification;
-  verification.findings.push_back(std::move(finding));
-  return verification;
+/// What is said of one of the files that are read as the input: nobody knows its name otherwise.
+Finding on_the_input(Finding finding) {
+  if (finding.file.empty()) return finding;
+  finding.sentence = quoted_name(finding.file) + ": " + finding.sentence;
+  finding.offset = finding.line = finding.column = 0;
+  finding.instance = 0;
+  finding.file.clear();
+  return finding;
 }
 
 /// Compares with what the input and the files that it refers to say together. Nobody knows the
 /// places and numbers of that.
 Verification verify_followed(const fs::path& in, const fs::path& outdir, const Options& options) {
   std::optional<FollowedInput> whole;
+  Options read = options;
+  read.warning = nullptr;
   try {
-    whole.emplace(in, options);
+    whole.emplace(in, read);
   } catch (const InputError& error) {
-    return refused_input(error.finding());
+    Verification refused;
+    refused.findings.push_back(on_the_input(error.finding()));
+    return refused;
   }
-  const Options read = whole->options_for_path();
-  Verification verification = SplitCheck(whole->path(), outdir, read).check();
+  Verification verification = SplitCheck(whole->path(), outdir, whole->options_for_path()).check();
   for (Finding& finding : verification.findings) {
     if (!finding.file.empty()) continue;
     finding.offset = finding.line = finding.column = 0;
     finding.instance = 0;
   }
+  std::vector<Finding> doubts;
+  for (const Finding& doubt : whole->doubts()) doubts.push_back(on_the_input(doubt));
+  verification.findings.insert(verification.findings.begin(), doubts.begin(), doubts.end());
   return verification;
 }
 

@@ -74,7 +74,8 @@ TEST_F(CheckCommand, JsonHoldsEverythingThatIsKnown) {
                       {"line", 9},
                       {"column", 1},
                       {"instance", 18'446'744'073'709'551'615U},
-                      {"count", 1}};
+                      {"count", 1},
+                      {"file", nullptr}};
   Json missing = {{"kind", "missing_instance"},
                   {"severity", "warning"},
                   {"sentence", "#18446744073709551615 refers to #10, which is not there."}};
@@ -92,7 +93,8 @@ TEST_F(CheckCommand, JsonHoldsEverythingThatIsKnown) {
                      {"line", nullptr},
                      {"column", nullptr},
                      {"instance", nullptr},
-                     {"count", 1}},
+                     {"count", 1},
+                     {"file", nullptr}},
                     {{"kind", "empty_statement"},
                      {"severity", "warning"},
                      {"sentence", "Nothing stands in front of this \";\"."},
@@ -100,7 +102,8 @@ TEST_F(CheckCommand, JsonHoldsEverythingThatIsKnown) {
                      {"line", 8},
                      {"column", 1},
                      {"instance", nullptr},
-                     {"count", 1}},
+                     {"count", 1},
+                     {"file", nullptr}},
                     missing}}}));
 }
 

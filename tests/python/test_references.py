@@ -108,6 +108,20 @@ def test_looking_follows_them_where_asked(lamp):
     assert sum(lines) == sum(len(part["lines"]) for part in velkstep.drawing(lamp)["parts"])
 
 
+def test_checking_follows_them_where_asked(box_of_a_lid_elsewhere):
+    Path("lid.stp").write_text(Path("lid.stp").read_text().replace("DATA;", "DATA;;"))
+    box = box_of_a_lid_elsewhere
+    assert velkstep.check(box)["findings"] == []
+    (outside,) = velkstep.check(box, references="follow")["findings"]
+    assert (outside["kind"], outside["file"]) == ("target_outside", None)
+    everywhere = {"references": "follow", "follow_outside": True}
+    (finding,) = velkstep.check(box, **everywhere)["findings"]
+    assert (finding["kind"], finding["file"]) == ("empty_statement", "../lid.stp")
+    assert velkstep.overview(box, **everywhere)["findings"] == [finding]
+    with pytest.raises(ValueError, match="^references: neither 'keep' nor 'follow'$"):
+        velkstep.check(box, references="copy")
+
+
 @pytest.mark.parametrize("look", [velkstep.tree, velkstep.info, velkstep.drawing])
 def test_looking_outside_only_where_asked(box_of_a_lid_elsewhere, look):
     with pytest.raises(velkstep.InputError, match='folder of the file: "lid.stp"'):

@@ -32,6 +32,14 @@ std::string reference_by_folder(int number, const std::string& folder, const std
          std::to_string(definition) + "));\n";
 }
 
+/// Puts `by` in place of every `piece` of the text.
+std::string with_all(std::string text, const std::string& piece, const std::string& by) {
+  for (std::size_t at = 0; (at = text.find(piece, at)) != std::string::npos; at += by.size()) {
+    text.replace(at, piece.size(), by);
+  }
+  return text;
+}
+
 /// A whole of parts in other files, named in all ways: "lid.stp", "far/hinge.stp", "knob.stp" of
 /// the folder "more", and the style at the anchor "x" of "far/styles.stp". The file of the lid
 /// refers to that of the hinge.
@@ -190,6 +198,64 @@ TEST_P(VerifiedReferences, OddNamesThatAreRightAreNoFinding) {
         EXPECT_THAT(findings(), testing::IsEmpty()) << name << copying << is_resource;
         fs::remove_all("out");
       }
+    }
+  }
+}
+
+TEST_P(VerifiedReferences, OneFileInSeveralWordingsIsNoFinding) {
+  fs::create_symlink("../lid.stp", "in/far/linked.stp");
+  fs::create_hard_link("in/lid.stp", "in/hard.stp");
+  fs::copy_file("in/lid.stp", "in/more/lid.stp");  // says the same
+  const std::string plain = read_file("in/in.stp");
+  const std::string here = fs::absolute("in").string();
+  const std::string hinge = "'far/hinge.stp'";
+  const std::string document = "DOCUMENT_FILE('lid.stp'";
+  const std::string style = "#199=";
+  const std::string line = "#200=<far/styles.stp#x>;\n";
+  const auto styles = [](int count) {
+    std::string records;
+    for (int i = 1; i <= count; ++i) {
+      const std::string number = std::to_string(200 + i);
+      records += "#4" + number + "=STYLED_ITEM('" + number + "',(#" + number + "),#50);\n";
+    }
+    return records;
+  };
+  using Changes = std::vector<std::pair<std::string, std::string>>;
+  const Changes wordings[] = {
+      {{hinge, "'./lid.stp'"}},
+      {{hinge, "'far/../lid.stp'"}},
+      {{hinge, "'.//lid.stp'"}},
+      {{hinge, "'../in/lid.stp'"}},
+      {{hinge, "'" + here + "/lid.stp'"}},
+      {{hinge, "'far/linked.stp'"}},
+      {{hinge, "'hard.stp'"}},
+      {{hinge, "'more/lid.stp'"}},
+      {{document, "DOCUMENT_FILE('./lid.stp'"}},
+      {{document, "DOCUMENT_FILE('hard.stp'"}},
+      {{document, "DOCUMENT_FILE('no.stp'"}},
+      {{style, reference_by_folder(300, "more", "lid.stp", 40) +
+                   reference_by_folder(310, "./more/", "knob.stp", 20) + style}},
+      // The folder #191 of two names, which stand in files of their own.
+      {{style,
+        "#320=DOCUMENT_FILE('lid.stp','','',$,'',$);\n"
+        "#321=APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT('lid.stp',$,#191,(#320));\n"
+        "#322=APPLIED_DOCUMENT_REFERENCE(#320,'',(#30));\n" +
+            style}},
+      {{line, line + "#201=<./far/styles.stp#x>;\n#202=<far/%73tyles.stp#x>;\n"},
+       {style, styles(2) + style}},
+      {{line, line + "#201=<file://" + here + "/far/styles.stp#x>;\n"}, {style, styles(1) + style}},
+  };
+  for (const Changes& changes : wordings) {
+    std::string text = plain;
+    for (const auto& [piece, by] : changes) {
+      ASSERT_NE(text.find(piece), std::string::npos) << piece;
+      text = with_all(text, piece, by);
+    }
+    write("in/in.stp", text);
+    for (const bool copying : {false, true}) {
+      split_in(copying);
+      EXPECT_THAT(findings(), testing::IsEmpty()) << changes.front().second << copying;
+      fs::remove_all("out");
     }
   }
 }

@@ -72,6 +72,9 @@ void add_check_command(CLI::App& app, Action& action) {
   command->footer(CHECK_EXIT_CODES);
   add_inputs(command, arguments->in, arguments->jobs,
              "The exchange files to check; - reads standard input");
+  add_follow_options(command, arguments->options.follow_references,
+                     arguments->options.follow_outside,
+                     "Also check the files that IN refers to, each by itself");
   add_memory_limit_option(command, arguments->options.memory_limit);
   command->add_flag("--json", arguments->json, "Print one line of JSON for each file");
 }

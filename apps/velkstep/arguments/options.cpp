@@ -23,8 +23,9 @@ void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit) {
       ->type_name("SIZE");
 }
 
-void add_follow_options(CLI::App* command, bool& follow, bool& follow_outside) {
-  command->add_flag("--follow", follow, "Read IN and the files that it refers to as one");
+void add_follow_options(CLI::App* command, bool& follow, bool& follow_outside,
+                        const char* description) {
+  command->add_flag("--follow", follow, description);
   command->add_flag("--follow-outside", follow_outside, "Also follow files outside of IN's folder");
 }
 

@@ -28,7 +28,8 @@ CLI::Option* add_reading_option(CLI::App* command, Kessel::Reading& reading);
 void add_memory_limit_option(CLI::App* command, std::uint64_t& memory_limit);
 
 /// Adds `--follow`, for commands that look at an input, and `--follow-outside`.
-void add_follow_options(CLI::App* command, bool& follow, bool& follow_outside);
+void add_follow_options(CLI::App* command, bool& follow, bool& follow_outside,
+                        const char* description = "Read IN and the files that it refers to as one");
 
 /// Adds `--progress`, for commands that take long.
 void add_progress_option(CLI::App* command, ShowProgress& progress);

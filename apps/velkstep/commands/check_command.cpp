@@ -9,6 +9,7 @@
 #include "kessel/check.h"
 #include "run/each_input.h"
 #include "run/exit_codes.h"
+#include "run/unpacked.h"
 #include "run/with_input.h"
 
 namespace Velkstep {
@@ -20,7 +21,7 @@ using Kessel::Finding;
 /// As compilers do: the file, the line where there is one, how bad it is, what it is.
 std::string check_text(const std::string& in, const std::vector<Finding>& findings) {
   std::string text;
-  for (const Finding& finding : findings) text += finding_text(shown_name(in), finding);
+  for (const Finding& finding : findings) text += finding_text(name_of_file(in, finding), finding);
   return text;
 }
 
@@ -33,7 +34,9 @@ int check_one(const std::string& in, const CheckArguments& arguments) {
   return with_path(
       in,
       [&](const std::filesystem::path& path) {
+        Unpacked unpacked;
         Kessel::Options options = arguments.options;
+        options.readable = unpacked.readable();
         options.input_folder = folder_of_input(in);
         return print_findings(Kessel::check(path, options), in, arguments.json);
       },

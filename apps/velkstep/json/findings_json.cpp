@@ -54,7 +54,7 @@ Json findings_with_files(const std::vector<Finding>& findings) {
 
 std::string check_json(const std::vector<Finding>& findings, const std::string& input) {
   return json_line(
-      {{"format", JSON_FORMAT}, {"input", input}, {"findings", findings_of_input(findings)}});
+      {{"format", JSON_FORMAT}, {"input", input}, {"findings", findings_with_files(findings)}});
 }
 
 std::string shrink_json(const Kessel::Shrunk& shrunk, const std::vector<Finding>& warnings,

@@ -55,6 +55,7 @@ Json findings_on_page(const std::vector<Kessel::Finding>& findings) {
   for (const Kessel::Finding& finding : findings) {
     list.push_back({{"severity", word_of(finding.severity)},
                     {"sentence", finding.sentence},
+                    {"file", finding.file},
                     {"line", finding.line},
                     {"column", finding.column}});
   }

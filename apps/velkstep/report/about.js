@@ -45,8 +45,9 @@ function show_about() {
 }
 
 function place_text(finding) {
-  if (finding.line === 0) return "";
-  return `line ${number_text(finding.line)}, column ${number_text(finding.column)}`;
+  if (finding.line === 0) return finding.file;
+  const file = finding.file === "" ? "" : `${finding.file}, `;
+  return `${file}line ${number_text(finding.line)}, column ${number_text(finding.column)}`;
 }
 
 function show_findings() {

@@ -271,16 +271,22 @@ def shrink(
         return _velkstep.shrink(input, out, replace, drop_unreachable, renumber, progress)
 
 
-def check(input: StrPath, progress: Optional[Progress] = None) -> Checked:
+def check(
+    input: StrPath,
+    progress: Optional[Progress] = None,
+    references: Follow = "keep",
+    follow_outside: bool = False,
+) -> Checked:
     """Looks for what is wrong or unusual in the file `input`, as `velkstep check --json` prints it.
 
     The member "findings" is empty where there is nothing. A file that cannot be read is a finding, too.
-    Writes nothing. `progress` is called with "reading" and bytes of the file; it can end the check as
-    that of split can.
+    The files that `input` refers to are checked as well on request ("follow"), each by itself; those
+    outside of its folder with `follow_outside` only. Writes nothing. `progress` is called with
+    "reading" and bytes of the files; it can end the check as that of split can.
 
-    Raises MemoryError.
+    Raises MemoryError, and ValueError for other `references`.
     """
-    return _velkstep.check(input, progress)
+    return _velkstep.check(input, progress, references, follow_outside)
 
 
 def diff(a: StrPath, b: StrPath, progress: Optional[Progress] = None) -> Difference:

@@ -186,6 +186,12 @@ class SplitFinding(InputFinding):
     file: str | None
 
 
+class CheckedFinding(InputFinding):
+    """What is wrong or unusual in the input (None), or in a file that it refers to, seen from its folder."""
+
+    file: str | None
+
+
 class Verification(TypedDict):
     """What a split was found to lose, double or change."""
 
@@ -202,7 +208,7 @@ class Checked(TypedDict):
 
     format: int
     input: str
-    findings: list[InputFinding]
+    findings: list[CheckedFinding]
 
 
 class NamedPart(TypedDict):
@@ -302,7 +308,7 @@ class Overview(TypedDict):
 
     tree: Tree
     info: Info
-    findings: list[InputFinding]
+    findings: list[CheckedFinding]
     parts: list[DrawnPart] | None
 
 
