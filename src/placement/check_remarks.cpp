@@ -191,8 +191,9 @@ class RemarkCheck {
   void require(Index record, FileId file) {
     const Stand* const stand = placement_.stands.find(record, file);
     if (stand != nullptr && stand->role() != Role::stand_in) return;
-    sentences_.push_back("#" + std::to_string(instances_.number(record)) + " is missing in file " +
-                         std::to_string(file) + ", of which it speaks");
+    std::string& sentence = sentences_.emplace_back("#");
+    sentence += std::to_string(instances_.number(record));
+    sentence += " is missing in file " + std::to_string(file) + ", of which it speaks";
   }
 
   const Instances& instances_;
