@@ -98,6 +98,8 @@ std::string advice_on_joined(const Kessel::Finding& warning) {
       return "Undo the change in one of them if it is the wrong one.";
     case FindingKind::stand_in_left:
       return "Put the file that holds it beside the others.";
+    case FindingKind::unknown_component:
+      return "Look whether it is the right one.";
     default:
       return {};
   }
