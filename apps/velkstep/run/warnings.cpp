@@ -30,6 +30,7 @@ void Warnings::add(const Kessel::Finding& warning) {
              warning.kind == Kessel::FindingKind::unfollowed_file ||
              warning.kind == Kessel::FindingKind::shape_elsewhere ||
              warning.kind == Kessel::FindingKind::text_after_end ||
+             warning.kind == Kessel::FindingKind::usage_cycle ||
              warning.kind == Kessel::FindingKind::unknown_component ||
              warning.kind == Kessel::FindingKind::copies_differ ||
              warning.kind == Kessel::FindingKind::stand_in_left) {
