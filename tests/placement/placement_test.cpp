@@ -198,6 +198,17 @@ TEST(Placement, ABodyOfTwoProductsStandsWithBoth) {
   EXPECT_EQ(shared.at(41), "1 2");
 }
 
+TEST(Placement, AShapeOfAComponentIsAPlaceholderWhoeverElseHasIt) {
+  const Placed car(product_records(10, "car", "#3,#80") + product_records(20, "wheel", "#3,#40") +
+                   product_records(30, "another", "#3") + solid_records(40) +
+                   "#36=SHAPE_DEFINITION_REPRESENTATION(#33,#25);\n" +
+                   placed_usage_records(60, 10, 20) +
+                   "#80=MAPPED_ITEM('',#81,#3);\n#81=REPRESENTATION_MAP(#3,#25);\n");
+  EXPECT_EQ(car.placement.files.size(), 4u);  // Both of them are at the top.
+  EXPECT_EQ(car.at(25), "0s 1s 2 3");
+  EXPECT_EQ(car.at(41), "2 3");
+}
+
 TEST(Placement, AnotherViewOfAPartStandsWithIt) {
   const std::string text = CAR +
                            "#80=PRODUCT_DEFINITION('view','',#32,#1);\n"
@@ -334,6 +345,40 @@ TEST(Placement, ASharedPersonDoesNotSpreadApprovals) {
   EXPECT_EQ(approved.at(83), "1");
   EXPECT_EQ(approved.at(93), "2");
   EXPECT_EQ(approved.at(84), "1 2");
+}
+
+TEST(Placement, WhoApprovedStandsWithTheApproval) {
+  // However few or many other things the person, or the approval, takes part in.
+  const std::string approval =
+      CAR +
+      "#80=APPROVAL_PERSON_ORGANIZATION(#81,#82,#85);\n#81=PERSON('',$,$,$,$,$);\n"
+      "#82=APPROVAL(#83,'');\n#83=APPROVAL_STATUS('');\n#84=CC_DESIGN_APPROVAL(#82,(#32));\n"
+      "#85=APPROVAL_ROLE('');\n#86=APPROVAL_PERSON_ORGANIZATION(#81,#87,#85);\n"
+      "#87=APPROVAL(#83,'');\n#88=CC_DESIGN_APPROVAL(#87,(#10));\n";
+  const auto person = [](int n, const std::string& items) {
+    return "#" + std::to_string(n) + "=CC_DESIGN_PERSON_AND_ORGANIZATION_ASSIGNMENT(#81,$," +
+           items + ");\n";
+  };
+  for (const std::string& more :
+       {std::string(), person(90, "(#22)"), person(90, "(#22)") + person(91, "(#20)"),
+        person(90, "(#22,#11)") + "#92=CC_DESIGN_APPROVAL(#82,(#30));\n"
+                                  "#93=CC_DESIGN_APPROVAL(#82,(#31));\n"}) {
+    const Placed approved(approval + more);
+    EXPECT_EQ(approved.at(80), "2") << more;
+    EXPECT_EQ(approved.at(82), "2") << more;
+    EXPECT_EQ(approved.at(86), "0") << more;
+  }
+}
+
+TEST(Placement, WhoApprovedAClassificationStandsWithIt) {
+  const Placed approved(CAR +
+                        "#80=APPROVAL_PERSON_ORGANIZATION(#81,#82,$);\n#81=PERSON('',$,$,$,$,$);\n"
+                        "#82=APPROVAL($,'');\n#83=CC_DESIGN_APPROVAL(#82,(#84));\n"
+                        "#84=SECURITY_CLASSIFICATION('','',$);\n"
+                        "#85=CC_DESIGN_SECURITY_CLASSIFICATION(#84,(#22));\n"
+                        "#86=CC_DESIGN_PERSON_AND_ORGANIZATION_ASSIGNMENT(#81,$,(#10,#32));\n");
+  for (const std::uint64_t number : {80, 82, 83, 84, 85}) EXPECT_EQ(approved.at(number), "1");
+  EXPECT_EQ(approved.at(81), "0 1 2");
 }
 
 TEST(Placement, WhatSpeaksOfContextsStandsWhereTheyDo) {
