@@ -426,6 +426,38 @@ TEST(Placement, RelationsOfTwoComponentsStandInTheirAssembly) {
   EXPECT_EQ(related.at(82), "0");
 }
 
+TEST(Placement, WhatIsLeftOverBringsWhatOnlyItLeadsTo) {
+  const Placed related("#7=GENERAL_PROPERTY('','',$);\n" + product_records(10, "car", "#3") +
+                       product_records(20, "axle", "#3") + product_records(30, "a", "#3,#40") +
+                       product_records(90, "b", "#3,#50") + solid_records(40) + solid_records(50) +
+                       placed_usage_records(60, 10, 20) + placed_usage_records(70, 20, 30) +
+                       placed_usage_records(80, 20, 90) +
+                       "#100=SHAPE_ASPECT('','',#33,.T.);\n#101=SHAPE_ASPECT('','',#93,.T.);\n"
+                       "#102=RELATION(#100,#101,#7);\n");
+  EXPECT_EQ(related.at(102), "1");
+  EXPECT_EQ(related.at(7), "1");
+}
+
+TEST(Placement, AFreeItemOfASharedListStandsOnce) {
+  const Placed shared(CAR +
+                      "#80=PRESENTATION_LAYER_ASSIGNMENT('1','',(#40,#81,#50));\n"
+                      "#81=POLYLINE('',(#82,#82));\n#82=CARTESIAN_POINT('',(0.,0.,0.));\n");
+  EXPECT_EQ(shared.at(80), "0 1 2");
+  EXPECT_EQ(shared.at(81), "0");
+}
+
+TEST(Placement, WhatSpeaksOfTwoThingsStandsWithTheRarer) {
+  const auto refer = [](int n, int document, const std::string& items) {
+    return "#" + std::to_string(n) + "=APPLIED_DOCUMENT_REFERENCE(#" + std::to_string(document) +
+           ",''," + items + ");\n";
+  };
+  const Placed related(CAR +
+                       "#80=DOCUMENT_RELATIONSHIP('','',#81,#82);\n#81=DOCUMENT('a','','',$);\n"
+                       "#82=DOCUMENT('b','','',$);\n" +
+                       refer(83, 82, "(#20)") + refer(84, 81, "(#30)") + refer(85, 81, "(#31)"));
+  EXPECT_EQ(related.at(80), "1");
+}
+
 /// Car with two wheels, whose usages have the names #67 and #77; styles #80 (of #82 and colour #83)
 /// and #81 (overriding that, by the context of #67), and one presentation of both, #90.
 const std::string COLOURED_WHEELS =

@@ -107,6 +107,17 @@ TEST(Products, QuantitiesAndComplexUsages) {
   EXPECT_EQ(all.usages[1].quantity, 4);
 }
 
+TEST(Products, QuantitiesThatSayNothingAreOne) {
+  for (const char* value : {"COUNT_MEASURE(0.)", "COUNT_MEASURE(-2.)", "COUNT_MEASURE()", "$"}) {
+    const LoadedText file(COMMON + product_records(10, "whole", "#3") +
+                          product_records(20, "bolt", "#4") +
+                          "#30=QUANTIFIED_ASSEMBLY_COMPONENT_USAGE('','','',#10,#20,$,#31);\n"
+                          "#31=MEASURE_WITH_UNIT(" +
+                          value + ",#2);\n");
+    EXPECT_EQ(find_products(file.instances).usages.at(0).quantity, 1) << value;
+  }
+}
+
 TEST(Products, UsagesOfDeeperLevelsAndOfNothingAreNoUsages) {
   const LoadedText file(COMMON + product_records(10, "whole", "#3") +
                         product_records(20, "bolt", "#4") + usage_record(30, 10, 20) +
