@@ -46,7 +46,7 @@ enum class FindingKind {
   missing_header,           ///< no "ISO-10303-21;" and "HEADER;" in front
   unsupported_scope,        ///< a record with a scope of its own ("&SCOPE")
   two_texts_of_a_number,    ///< two records under one number that say different things
-  same_text_twice,          ///< two records under one number with the same text, taken once
+  same_text_twice,          ///< a record or line has been there already with the same text
   empty_statement,          ///< nothing in front of a ";"
   signature_dropped,        ///< a signature, which signs nothing that is written
   unusual_record,           ///< a record without a type, or with a ")" or number that is of no use

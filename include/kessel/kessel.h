@@ -209,8 +209,9 @@ struct kessel_finding {
   uint64_t count;       /* how many findings of this kind it stands for */
 };
 
-/* How many findings kessel_verify, kessel_check or kessel_overview has; 0 where all is as it should
-   be, for every other result, and for null. */
+/* How many findings kessel_verify, kessel_check or kessel_overview has, or of how many things
+   kessel_split, kessel_extract, kessel_join, kessel_shrink or kessel_picture warns that did what
+   they were to do; 0 where all is as it should be, for every other result, and for null. */
 KESSEL_EXPORT size_t kessel_finding_count(const kessel_result* result);
 
 /* Fills the `size` bytes at `finding`, `sizeof(struct kessel_finding)` where the caller was

@@ -17,10 +17,12 @@ namespace Kessel {
 /// What a file says about itself, what is in it, what it draws, and what is wrong with it. Owns
 /// everything that it holds.
 struct Overview {
-  Summary summary;                ///< as read_summary() gives it
-  std::vector<Finding> findings;  ///< as check() gives them
-  Drawing drawing;                ///< as read_drawing() gives it, or its `assembly` alone
-  bool is_drawn = false;          ///< whether `drawing` has its parts
+  Summary summary;  ///< as read_summary() gives it
+  /// As check() gives them; with Options::follow_references, behind them what shows only where all
+  /// files are read as one.
+  std::vector<Finding> findings;
+  Drawing drawing;        ///< as read_drawing() gives it, or its `assembly` alone
+  bool is_drawn = false;  ///< whether `drawing` has its parts
 };
 
 /// Reads the exchange file `in` (ISO 10303-21, clear text) once. With `drawing`, also what it

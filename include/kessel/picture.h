@@ -41,6 +41,8 @@ struct PictureOptions {
   bool replace = false;
   /// Told how far it has come, as Options::progress; Stage::sorting counts parts that are drawn.
   std::function<void(const Progress&)> progress = {};
+  /// Told what about the reading deserves a look, as Options::warning.
+  std::function<void(const Finding&)> warning = {};
 };
 
 /// What a picture shows.

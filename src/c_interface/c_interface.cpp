@@ -4,6 +4,7 @@
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <new>
 #include <optional>
@@ -116,6 +117,19 @@ Options to_options(const kessel_options& given) {
   return options;
 }
 
+/// Collects what a run is warned of.
+class Heard {
+ public:
+  /// Has `options` tell it, as long as it lives.
+  explicit Heard(std::function<void(const Finding&)>& warning) {
+    warning = [this](const Finding& finding) { findings_.push_back(finding); };
+  }
+  FindingRows take() { return FindingRows(std::move(findings_)); }
+
+ private:
+  std::vector<Finding> findings_;
+};
+
 /// The path that a caller means. What is not UTF-8 could not be given back as it came.
 std::filesystem::path path_of(const char* utf8, const char* missing) {
   if (utf8 == nullptr) throw BadArgument(missing);
@@ -133,9 +147,12 @@ void split_into(kessel_result& result, const char* in, const char* outdir,
   const std::filesystem::path input = path_of(in, "The path of the input is missing.");
   const std::filesystem::path folder = path_of(outdir, "The path of the output is missing.");
   std::vector<std::string> files;
-  for (const WrittenFile& file : split(input, folder, to_options(known_options(options)))) {
+  Options choices = to_options(known_options(options));
+  Heard heard(choices.warning);
+  for (const WrittenFile& file : split(input, folder, choices)) {
     files.push_back(fspath_to_utf8(file.path));
   }
+  result.findings = heard.take();
   if (files.empty()) {
     result.error = "There is nothing to split.";
     result.status = KESSEL_NOTHING_TO_SPLIT;
@@ -189,7 +206,7 @@ void join_into(kessel_result& result, const char* root, const char* out,
   join_options.progress = choices.progress;
   join_options.shrink = choices.shrink;
   std::vector<std::string> files = {fspath_to_utf8(output)};
-  join(input, output, join_options);
+  result.findings = FindingRows(join(input, output, join_options).warnings);
   result.files = std::move(files);
 }
 
@@ -205,7 +222,9 @@ void shrink_into(kessel_result& result, const char* in, const char* out,
   shrink_options.drop_unreachable = (known.flags & KESSEL_DROP_UNREACHABLE) != 0;
   shrink_options.renumber = (known.flags & KESSEL_RENUMBER) != 0;
   std::vector<std::string> files = {fspath_to_utf8(output)};
+  Heard heard(shrink_options.warning);
   result.shrunk = shrink(input, output, shrink_options);
+  result.findings = heard.take();
   result.files = std::move(files);
 }
 
@@ -245,7 +264,9 @@ void draw_into(kessel_result& result, const char* in, const char* part, std::int
   picture_options.follow_references = choices.follow_references;
   picture_options.follow_outside = choices.follow_outside;
   std::vector<std::string> files = {fspath_to_utf8(output)};
+  Heard heard(picture_options.warning);
   draw_picture(input, output, picture_options);
+  result.findings = heard.take();
   result.files = std::move(files);
 }
 
@@ -263,7 +284,9 @@ void extract_into(kessel_result& result, const char* in, const char* part, const
   extract_options.copy_references = choices.copy_references;
   extract_options.follow_outside = choices.follow_outside;
   std::vector<std::string> files = {fspath_to_utf8(output)};
+  Heard heard(extract_options.warning);
   const ExtractedFile file = extract(input, part, output, extract_options);
+  result.findings = heard.take();
   for (const std::filesystem::path& copy : file.copies) files.push_back(fspath_to_utf8(copy));
   result.files = std::move(files);
 }

@@ -192,9 +192,27 @@ std::vector<ExternalReference> Extraction::references_in(const Placement& placem
   return found;
 }
 
+/// A product is at the top of its file, so what closes a circle is nowhere.
+std::vector<Finding> Extraction::usages_left_out(const Placement& placement,
+                                                 const std::vector<Asked>& asked) {
+  std::vector<Finding> findings;
+  for (const Usage& usage : products_.usages) {
+    if (!usage.closes_circle || stands_in(placement, usage.record, asked)) continue;
+    const FileId file = placement.file_of[usage.assembly];
+    const bool concerns =
+        std::any_of(asked.begin(), asked.end(), [&](const Asked& one) { return one.file == file; });
+    if (!concerns) continue;
+    findings.push_back(warning_at(in_, instances_, usage.record, FindingKind::usage_cycle,
+                                  "The component of the usage #" +
+                                      std::to_string(instances_.number(usage.record)) +
+                                      " leads back to its assembly; the usage is left out."));
+  }
+  return findings;
+}
+
 void Extraction::warn(const Placement& placement, const std::vector<Asked>& asked) {
   if (!split_options_.warning) return;
-  std::vector<Finding> findings;
+  std::vector<Finding> findings = usages_left_out(placement, asked);
   for (const PlacementWarning& warning : placement.warnings) {
     const bool concerns = std::any_of(asked.begin(), asked.end(),
                                       [&](const Asked& one) { return one.file == warning.file; });

@@ -74,6 +74,7 @@ class Extraction {
   std::vector<ExternalReference> references_in(const Placement& placement,
                                                const std::vector<Asked>& asked) const;
   void write_copies();
+  std::vector<Finding> usages_left_out(const Placement& placement, const std::vector<Asked>& asked);
   void warn(const Placement& placement, const std::vector<Asked>& asked);
   std::vector<FileFigures> write_pieces(const SplitToWrite& split, const std::vector<Asked>& asked);
   /// No file may take the place of one that is read, nor of one that is referred to.

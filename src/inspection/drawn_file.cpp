@@ -29,15 +29,13 @@ namespace {
 class DrawingLoader final : public InstanceLoader {
  public:
   DrawingLoader(Instances& instances, Geometry::GeometryRecords& records, const Options& options,
-                std::uint64_t total, FindingList* warnings)
+                std::uint64_t total, FindingList& warnings)
       : InstanceLoader(instances, options, total),
         instances_(instances),
         records_(records),
         limit_(options.memory_limit),
         warnings_(warnings) {}
-  void warning(const Finding& finding) override {
-    if (warnings_ != nullptr) warnings_->add(finding);
-  }
+  void warning(const Finding& finding) override { warnings_.add(finding); }
 
  private:
   void added(Index index, const Exchange::Record& record) override {
@@ -49,7 +47,7 @@ class DrawingLoader final : public InstanceLoader {
   const Instances& instances_;
   Geometry::GeometryRecords& records_;
   std::uint64_t limit_;
-  FindingList* warnings_;
+  FindingList& warnings_;
 };
 
 /// Bytes of what is known of the parts.
@@ -100,9 +98,15 @@ DrawnFile::DrawnFile(const std::filesystem::path& in, const DrawingOptions& fine
 void DrawnFile::draw(const std::filesystem::path& in, const DrawingOptions& fineness,
                      const Options& options, const FollowedInput* whole, FindingList* warnings) {
   Geometry::GeometryRecords records(file.instances);
-  DrawingLoader loader(file.instances, records, options, size_of_file(in), warnings);
+  FindingList heard;
+  DrawingLoader loader(file.instances, records, options, size_of_file(in),
+                       warnings != nullptr ? *warnings : heard);
   file.read(in, options, loader);
-  if (whole != nullptr) file.files = whole->files();
+  tell_warnings(in, file.instances, heard, options);
+  if (whole != nullptr) {
+    file.files = whole->files();
+    file.doubts = whole->doubts();
+  }
   drawing.assembly = assembly_of(file, options);
   const std::size_t count = file.products.products.size();
   // The products have the same texts and lists once more.

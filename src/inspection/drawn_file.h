@@ -10,7 +10,8 @@ namespace Kessel {
 /// Its records, products and lines.
 struct DrawnFile {
   /// Reads `in` once; with Options::follow_references, together with what it refers to. What the
-  /// reading warns of goes into `warnings`, where there is a list. Throws as read_drawing() does.
+  /// reading warns of goes into `warnings`, where there is a list, and is told to `options.warning`
+  /// where there is none. Throws as read_drawing() does.
   DrawnFile(const std::filesystem::path& in, const DrawingOptions& fineness, const Options& options,
             FindingList* warnings = nullptr);
 

@@ -11,9 +11,6 @@
 
 namespace Kessel {
 
-namespace {
-
-/// Tells `options.warning` of these and of references that lead nowhere, with their lines.
 void tell_warnings(const std::filesystem::path& in, const Instances& instances,
                    FindingList& warnings, const Options& options) {
   if (!options.warning) return;
@@ -24,13 +21,12 @@ void tell_warnings(const std::filesystem::path& in, const Instances& instances,
   for (const Finding& finding : all) options.warning(finding);
 }
 
-}  // namespace
-
 InspectedFile::InspectedFile(const std::filesystem::path& in, const Options& options) {
   if (options.follow_references) {
     const FollowedInput whole(in, options);
     *this = InspectedFile(whole.path(), whole.options_for_path());
     files = whole.files();
+    doubts = whole.doubts();
     return;
   }
   FindingList warnings;

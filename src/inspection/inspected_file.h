@@ -35,6 +35,13 @@ struct InspectedFile {
   std::vector<ExternalReference> references;
   /// The files that were read: the input, and those that it was read with.
   std::vector<std::filesystem::path> files;
+  /// What following them was warned of, as FollowedInput::doubts().
+  std::vector<Finding> doubts;
 };
+
+/// Tells `options.warning` of these and of references that lead nowhere, with their lines; `in` is
+/// what `instances` was read from.
+void tell_warnings(const std::filesystem::path& in, const Instances& instances,
+                   FindingList& warnings, const Options& options);
 
 }  // namespace Kessel

@@ -1,7 +1,9 @@
 // The entry point of hosts.
 #include "kessel/overview.h"
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <utility>
 
 #include "check/record_checks.h"
@@ -29,11 +31,22 @@ std::vector<Finding> findings_of(const InspectedFile& file, const std::filesyste
   return findings;
 }
 
+/// What there is to say of the input, of the files that it was read with, and of how they fit
+/// together, which a check of each by itself does not show.
+std::vector<Finding> findings_of_followed(const InspectedFile& file,
+                                          const std::filesystem::path& in, const Options& options) {
+  std::vector<Finding> findings = check(in, options);
+  std::copy_if(file.doubts.begin(), file.doubts.end(), std::back_inserter(findings),
+               [](const Finding& doubt) { return doubt.kind != FindingKind::text_after_end; });
+  return findings;
+}
+
 /// All but the drawing. `warnings` are those of the reading.
 void tell(const InspectedFile& file, const std::filesystem::path& in, FindingList& warnings,
           const Options& options, Overview& all) {
   all.summary = summary_of(file, all.drawing.assembly, in);
-  all.findings = options.follow_references ? check(in, options) : findings_of(file, in, warnings);
+  all.findings = options.follow_references ? findings_of_followed(file, in, options)
+                                           : findings_of(file, in, warnings);
 }
 
 Overview read_with_lines(const std::filesystem::path& in, const DrawingOptions& drawing,
@@ -51,9 +64,7 @@ Overview read_without_lines(const std::filesystem::path& in, const Options& opti
   FindingList warnings;
   InspectedFile file;
   if (options.follow_references) {
-    Options quiet = options;
-    quiet.warning = nullptr;
-    file = InspectedFile(in, quiet);
+    file = InspectedFile(in, options);
   } else {
     file.read(in, options, warnings);
   }
@@ -78,7 +89,9 @@ Overview overview_of(const std::filesystem::path& in, const std::optional<Drawin
 
 Overview read_overview(const std::filesystem::path& in,
                        const std::optional<DrawingOptions>& drawing, const Options& options) {
-  return with_named_errors(in, [&] { return overview_of(in, drawing, options); });
+  Options quiet = options;
+  quiet.warning = nullptr;
+  return with_named_errors(in, [&] { return overview_of(in, drawing, quiet); });
 }
 
 }  // namespace Kessel

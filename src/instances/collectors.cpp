@@ -33,6 +33,13 @@ constexpr CollectorRow COLLECTORS[] = {
     {beginning, "CC_DESIGN_", LAST_PARAMETER},
     {exactly, "APPLIED_DOCUMENT_REFERENCE", 2},
     {exactly, "AUTO_DESIGN_DOCUMENT_REFERENCE", 2},
+    // The same of AP203's change management: what is done or wanted, and of which versions.
+    {exactly, "CHANGE", 1},
+    {exactly, "CHANGE_REQUEST", 1},
+    {exactly, "START_WORK", 1},
+    {exactly, "START_REQUEST", 1},
+    // A material, and what is made of it.
+    {exactly, "MATERIAL_DESIGNATION", 1},
     // Categories: name, description, products.
     {exactly, "PRODUCT_RELATED_PRODUCT_CATEGORY", 2},
 };

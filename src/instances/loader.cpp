@@ -213,6 +213,7 @@ void InstanceLoader::finish(std::istream& in) {
   enter_numbers();
   resolve();
   drop_repeated(in);
+  drop_repeated_lines(in);
 }
 
 void InstanceLoader::enter_numbers() {
@@ -256,6 +257,14 @@ void InstanceLoader::drop_repeated(std::istream& in) {
   const std::vector<Finding> warnings = compare_repeated(in, repeated_, free);
   for (const Repeated& repeated : repeated_) all.drop(repeated.second);
   for (const Finding& finding : warnings) warning(finding);
+}
+
+void InstanceLoader::drop_repeated_lines(std::istream& in) {
+  for (const Index line : repeated_lines(instances_)) {
+    warning(warning_at(in, instances_, line, FindingKind::same_text_twice,
+                       "This line has been there already; it is taken once."));
+    instances_.drop(line);
+  }
 }
 
 std::vector<Finding> load_instances(std::istream& in, Instances& instances,

@@ -64,6 +64,7 @@ class InstanceLoader : public Exchange::Listener {
   void enter_numbers();
   void resolve();
   void drop_repeated(std::istream& in);
+  void drop_repeated_lines(std::istream& in);
 
   Instances& instances_;
   ProgressReporter reporter_;

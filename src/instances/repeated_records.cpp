@@ -1,10 +1,12 @@
 #include "instances/repeated_records.h"
 
 #include <map>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "exchange/lexer.h"
 #include "exchange/reader.h"
 #include "findings/finding_kinds.h"
 #include "kessel/errors.h"
@@ -87,6 +89,37 @@ std::vector<Finding> compare_repeated(std::istream& in, const std::vector<Repeat
   limits.scrutiny = Exchange::Scrutiny::none;
   read_exchange_file(in, limits, comparison);
   return comparison.take_warnings();
+}
+
+namespace {
+
+/// The same for texts that say the same: without comments, blanks and zeros in front of numbers.
+std::string bare(std::string_view text) {
+  using Exchange::WordKind;
+  std::string words;
+  Exchange::Lexer lexer(text);
+  for (Exchange::Word word = lexer.next(); word.kind != WordKind::end; word = lexer.next()) {
+    if (word.kind == WordKind::instance || word.kind == WordKind::value) {
+      words += word.text.front() + std::to_string(Exchange::number_in(word.text));
+    } else {
+      words += word.text;
+    }
+    words += ' ';
+  }
+  return words;
+}
+
+}  // namespace
+
+std::vector<Index> repeated_lines(const Instances& instances) {
+  std::vector<Index> repeated;
+  std::set<std::string> known;
+  for (const Index record : instances.kept()) {
+    const bool is_line = instances.type(record) < TypeTable::FIRST_OF_RECORDS;
+    if (!is_line || instances.number(record) != 0) continue;
+    if (!known.insert(bare(instances.kept_body(record))).second) repeated.push_back(record);
+  }
+  return repeated;
 }
 
 }  // namespace Kessel

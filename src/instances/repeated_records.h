@@ -1,10 +1,11 @@
-// Records under numbers that others have had before.
+// Records under numbers that others have had before, and lines that have been there before.
 #pragma once
 
 #include <cstdint>
 #include <istream>
 #include <vector>
 
+#include "instances/instances.h"
 #include "instances/number_index.h"
 #include "kessel/finding.h"
 
@@ -16,5 +17,9 @@ namespace Kessel {
 /// have to be held.
 std::vector<Finding> compare_repeated(std::istream& in, const std::vector<Repeated>& repeated,
                                       std::uint64_t memory);
+
+/// The lines without a number in anchor and reference sections, such as "<x>=#1", of which one that
+/// says the same stands in front, ascending.
+std::vector<Index> repeated_lines(const Instances& instances);
 
 }  // namespace Kessel

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -137,8 +138,12 @@ class MarkedCopies {
 
 class StructuralUnion {
  public:
-  StructuralUnion(const FileSet& files, Records& records)
-      : files_(files), records_(records), copies_(files, records), structures_(files.size()) {}
+  StructuralUnion(const FileSet& files, Records& records, std::vector<Finding>& doubts)
+      : files_(files),
+        records_(records),
+        doubts_(doubts),
+        copies_(files, records),
+        structures_(files.size()) {}
 
   Documents unite() {
     Documents documents;
@@ -203,18 +208,44 @@ class StructuralUnion {
   }
 
   /// The product in the file `to` that is meant by a reference which `here` stands for, if that is
-  /// known: the only one at the top, or the one that has the same id.
+  /// known: the only one at the top, or the one that has the same id; of several, the one that has
+  /// the same name and version, too.
   const Product& component(const Product* here, std::size_t to) {
     const Structure& there = structure(to);
-    if (there.tops.size() == 1) return there.products.products[there.tops.front()];
+    const std::vector<Product>& products = there.products.products;
+    if (there.tops.size() == 1) return products[there.tops.front()];
+    std::vector<ProductId> meant;
     if (here != nullptr) {
-      for (const ProductId top : there.tops) {
-        if (there.products.products[top].id == here->id) return there.products.products[top];
-      }
+      std::copy_if(there.tops.begin(), there.tops.end(), std::back_inserter(meant),
+                   [&](ProductId top) { return products[top].id == here->id; });
     }
+    if (meant.empty()) throw_unknown_component(to);
+    for (std::string Product::*const text : {&Product::name, &Product::version}) {
+      const auto differs = [&](ProductId one) { return products[one].*text != here->*text; };
+      if (!std::all_of(meant.begin(), meant.end(), differs)) std::erase_if(meant, differs);
+    }
+    if (meant.size() > 1) doubt(products[meant.front()], to);
+    return products[meant.front()];
+  }
+
+  /// The first of several is taken.
+  void doubt(const Product& taken, std::size_t to) {
+    if (!doubted_.insert(records_.node(to, taken.definition)).second) return;
+    const std::uint64_t number = files_[to].instances.number(taken.definition);
+    Finding finding = make_finding(FindingKind::unknown_component,
+                                   "The file holds several products that a reference to it may "
+                                   "mean; #" +
+                                       std::to_string(number) + " is taken.",
+                                   0, number);
+    finding.severity = Severity::warning;
+    finding.file = files_[to].name;
+    doubts_.push_back(std::move(finding));
+  }
+
+  [[noreturn]] void throw_unknown_component(std::size_t to) {
     Finding finding = make_finding(
         FindingKind::unknown_component,
-        there.tops.empty()
+        structure(to).tops.empty()
             ? "The file holds no product, and another refers to it as a component's."
             : "The file holds several products at its top, and the reference to it names none of "
               "them.");
@@ -261,6 +292,8 @@ class StructuralUnion {
 
   const FileSet& files_;
   Records& records_;
+  std::vector<Finding>& doubts_;
+  std::set<Node> doubted_;  // definitions that were taken
   const MarkedCopies copies_;
   std::vector<std::unique_ptr<Structure>> structures_;
   std::set<std::pair<Node, Node>> done_;
@@ -268,8 +301,8 @@ class StructuralUnion {
 
 }  // namespace
 
-Documents unite_by_structure(const FileSet& files, Records& records) {
-  return StructuralUnion(files, records).unite();
+Documents unite_by_structure(const FileSet& files, Records& records, std::vector<Finding>& doubts) {
+  return StructuralUnion(files, records, doubts).unite();
 }
 
 }  // namespace Kessel

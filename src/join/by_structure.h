@@ -16,7 +16,7 @@ using Documents = std::vector<Node>;
 /// representations with equal ones. What is in the referring file becomes a
 /// counterpart. Returns the
 /// documents of these references, ascending. Throws InputError where a file holds no definition
-/// that could be meant.
-Documents unite_by_structure(const FileSet& files, Records& records);
+/// that could be meant; where several could, one is taken, and `doubts` gets a warning.
+Documents unite_by_structure(const FileSet& files, Records& records, std::vector<Finding>& doubts);
 
 }  // namespace Kessel

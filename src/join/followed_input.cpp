@@ -50,6 +50,9 @@ FollowedInput::FollowedInput(const fs::path& in, const Options& options)
     if (finding.file == utf8_of_path(place.filename())) finding.file.clear();
     throw InputError(finding, finding.file.empty() ? in : path);
   }
+  for (const Finding& doubt : doubts_) {
+    if (options_.warning) options_.warning(doubt);
+  }
   if (options_.input_name.empty()) options_.input_name = utf8_of_path(in.filename());
 }
 
@@ -58,10 +61,18 @@ void FollowedInput::join_files(const fs::path& in, const JoinOptions& options) {
   for (std::size_t i = 0; i < joining.files().size(); ++i) {
     files_.push_back(i == 0 ? in : joining.files()[i].place);
   }
+  take_doubts(joining);
   // It stands for the input, whose time is its own.
   joining.write({utf8_of_path(in.filename()), {}}, fresh_.stream());
   fresh_.close();
   if (fresh_.error()) throw OutputError(fresh_.path(), fresh_.error());
+}
+
+void FollowedInput::take_doubts(const Joining& joining) {
+  doubts_ = joining.doubts();
+  for (Finding& doubt : doubts_) {
+    if (doubt.file == joining.files().root().name) doubt.file.clear();
+  }
 }
 
 std::vector<std::string> FollowedInput::names_in(const fs::path& folder) const {

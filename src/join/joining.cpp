@@ -27,7 +27,7 @@ Joining::Joining(const std::filesystem::path& root, const JoinOptions& options,
 
 Documents Joining::unite() {
   unite_by_marks(files_, records_);
-  Documents documents = unite_by_structure(files_, records_);
+  Documents documents = unite_by_structure(files_, records_, doubts_);
   unite_anchors(files_, records_);
   unite_reference_entries(files_, records_);
   unite_equal_values(files_, records_);
@@ -51,6 +51,7 @@ std::vector<Node> Joining::nodes_by_number() const {
 
 std::vector<Finding> Joining::doubts() const {
   std::vector<Finding> doubts = files_.warnings();
+  doubts.insert(doubts.end(), doubts_.begin(), doubts_.end());
   for (Finding& doubt : doubts_about_marks(files_, records_)) doubts.push_back(std::move(doubt));
   return doubts;
 }

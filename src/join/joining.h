@@ -55,6 +55,7 @@ class Joining {
   const JoinOptions& options_;
   FileSet files_;
   Records records_;
+  std::vector<Finding> doubts_;  // about what references mean
   Documents documents_;
   JoinedLists lists_;
   Numbering numbering_;

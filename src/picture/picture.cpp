@@ -70,6 +70,7 @@ Options reading_options(const PictureOptions& options) {
   reading.readable = options.readable;
   reading.input_folder = options.input_folder;
   reading.progress = options.progress;
+  reading.warning = options.warning;
   return reading;
 }
 

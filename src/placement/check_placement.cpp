@@ -28,10 +28,13 @@ class Check {
 
  private:
   void say(Index record, const std::string& what) {
-    sentences_.push_back("#" + std::to_string(instances_.number(record)) + " " + what);
+    std::string& sentence = sentences_.emplace_back("#");
+    sentence += std::to_string(instances_.number(record)) + " " + what;
   }
   void say(FileId file, Index record, const std::string& what) {
-    say(record, "in file " + std::to_string(file) + " " + what);
+    std::string where = "in file ";
+    where += std::to_string(file) + " " + what;
+    say(record, where);
   }
 
   void check_record(Index record) {

@@ -14,4 +14,10 @@ namespace Kessel {
 std::vector<std::string> check_placement(const Instances& instances, const Products& products,
                                          const Placement& placement);
 
+/// The same for what is said of products: a record that speaks of one file's products alone, or of
+/// their usages, is missing there. Of sound inputs only: a style that refers to a point of another
+/// part, as none does, goes where both are.
+std::vector<std::string> check_remarks(const Instances& instances, const Products& products,
+                                       const Placement& placement);
+
 }  // namespace Kessel

@@ -13,6 +13,7 @@ struct FreeTop {
   Index record;
   bool needs_all;  ///< else one of them is enough
   std::vector<Index> deciders;
+  std::vector<Index> brought;  ///< comes along into every file
 };
 
 class FreeTops {
@@ -58,7 +59,7 @@ class FreeTops {
   /// those records stand that others want, too: else a person who has approved everything would
   /// spread every approval into every file. What speaks of contexts alone stands where they do.
   FreeTop make_top(Index record) const {
-    FreeTop top{record, true, {}};
+    FreeTop top{record, true, {}, {}};
     std::vector<Index> soft;
     for (const Reference reference : placing_.instances.references(record)) {
       if (reference.record() == NO_RECORD) continue;
@@ -68,6 +69,10 @@ class FreeTops {
         top.needs_all = false;
         top.deciders.push_back(reference.record());
       }
+    }
+    for (const Reference reference : placing_.instances.references(record)) {
+      if (reference.record() == NO_RECORD || (reference.is_listed() && !top.needs_all)) continue;
+      top.brought.push_back(reference.record());
     }
     if (top.needs_all) top.deciders = rarest(standing(shared_below(record)));
     if (top.deciders.empty()) top.deciders = soft;
@@ -132,14 +137,10 @@ std::vector<FileId> files_for(const Placing& placing, const FreeTop& top) {
   return files;
 }
 
-/// Enters the top; of a list's items only those that stand there already come along.
+/// Enters the top, if it does not stand there yet.
 bool place(Placing& placing, const FreeTop& top, FileId file) {
   if (!placing.stands.add(top.record, file, Role::own)) return false;
-  for (const Reference reference : placing.instances.references(top.record)) {
-    if (reference.record() == NO_RECORD) continue;
-    if (reference.is_listed() && !top.needs_all) continue;
-    placing.bring(reference.record(), file);
-  }
+  for (const Index record : top.brought) placing.bring(record, file);
   return true;
 }
 

@@ -110,7 +110,11 @@ class HangingOn {
     if (placing_.stands.is_placed(record)) return;
     find_files();
     keep_files_of_aspect(record);
-    for (const FileId file : files_) place(record, file);
+    find_brought(record);
+    for (const FileId file : files_) {
+      placing_.stands.add(record, file, Role::own);
+      for (const Index other : brought_) placing_.bring(other, file);
+    }
   }
 
   /// What `record` stands with. A shape that nobody owns is not bound by the placements, maybe of
@@ -186,15 +190,16 @@ class HangingOn {
     });
   }
 
+  /// What comes along with `record`, once for all files: a list may be as long as they are many.
   /// Free items of a list with others come by themselves, or else are left over.
-  void place(Index record, FileId file) {
-    placing_.stands.add(record, file, Role::own);
+  void find_brought(Index record) {
+    brought_.clear();
     for (const Reference reference : placing_.instances.references(record)) {
       const Index other = reference.record();
       if (other == NO_RECORD) continue;
       if (is_bound_by(other, record) && !(reference.is_listed() && listed_.empty())) continue;
       if (reference.is_listed() && !listed_.empty() && !classes_.has(other, SOFT)) continue;
-      placing_.bring(other, file);
+      brought_.push_back(other);
     }
   }
 
@@ -209,6 +214,7 @@ class HangingOn {
   std::vector<Index> listed_;
   std::vector<FileId> files_;
   std::vector<FileId> candidates_;
+  std::vector<Index> brought_;
   std::vector<FileId> item_files_;
 };
 

@@ -1,7 +1,9 @@
 // Enters styles that single occurrences have.
 #include <algorithm>
+#include <map>
 #include <span>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -32,36 +34,44 @@ class ShownElsewhere {
 
   /// Whether something of `file` is shown where it is not below the product of `representation`.
   bool has(FileId file, Index representation) {
-    std::vector<bool>& files = files_[representation];
-    if (files.empty()) files = files_without(placing_.classes.owners(representation));
-    return files[file];
+    const auto [found, is_new] = known_.try_emplace({representation, file});
+    if (is_new) found->second = is_found(file, placing_.classes.owners(representation));
+    return found->second;
   }
 
  private:
-  std::vector<bool> files_without(std::span<const ProductId> assemblies) const {
-    const Products& all = placing_.products;
-    std::vector<bool> files(placing_.placement.files.size());
-    std::vector<bool> seen(all.products.size());
-    for (const ProductId assembly : assemblies) seen[assembly] = true;
+  /// Goes up: a way that leads past the assemblies is found soon, and who is shown by few
+  /// assemblies has not much above it.
+  bool is_found(FileId file, std::span<const ProductId> assemblies) {
+    if (users_.empty()) find_users();
+    std::unordered_set<ProductId> seen(assemblies.begin(), assemblies.end());
     std::vector<ProductId> open;
     const auto enter = [&](ProductId product) {
-      if (!seen[product]) open.push_back(product);
-      seen[product] = true;
+      if (seen.insert(product).second) open.push_back(product);
     };
-    for (const ProductId top : all.tops) enter(top);
+    for (const ProductId product : placing_.placement.files[file].products) enter(product);
+    const std::vector<ProductId>& tops = placing_.products.tops;
     while (!open.empty()) {
       const ProductId product = open.back();
       open.pop_back();
-      files[placing_.placement.file_of[product]] = true;
-      for (const std::uint32_t usage : all.products[product].usages) {
-        if (!all.usages[usage].closes_circle) enter(all.usages[usage].component);
-      }
+      if (std::binary_search(tops.begin(), tops.end(), product)) return true;
+      for (const ProductId user : users_[product]) enter(user);
     }
-    return files;
+    return false;
+  }
+
+  void find_users() {
+    users_.resize(placing_.products.products.size());
+    for (const Usage& usage : placing_.products.usages) {
+      std::vector<ProductId>& users = users_[usage.component];
+      if (usage.closes_circle) continue;
+      if (users.empty() || users.back() != usage.assembly) users.push_back(usage.assembly);
+    }
   }
 
   const Placing& placing_;
-  std::unordered_map<Index, std::vector<bool>> files_;  // by the assembly's representation
+  std::vector<std::vector<ProductId>> users_;       // by product: the assemblies that use it
+  std::map<std::pair<Index, FileId>, bool> known_;  // by the assembly's representation
 };
 
 /// Puts the styles of occurrences into the files of their assemblies or items.

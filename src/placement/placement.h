@@ -22,7 +22,7 @@ namespace Kessel {
 //    component's shape that the assembly gives a style to refers to nothing.
 // 2. Nothing lost. Every record stands whole in at least one file, and every item of a collector's
 //    list stands together with the collector in at least one file. What belongs to no product
-//    stands in the root's file.
+//    stands in the root's file; what speaks of one product alone, or of its usages, in its file.
 // 3. Nothing leaked, nothing doubled. What a product's definition, shape and representations lead
 //    to is its own, and stands in its file; what several products lead to, in each of theirs. No
 //    file holds another product's body, unless one of its records cannot be closed without it: an

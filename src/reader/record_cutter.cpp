@@ -79,24 +79,6 @@ std::string_view RecordCutter::next_piece() {
   return trim(take_until(';'));
 }
 
-std::string_view RecordCutter::read_record() {
-  // Fast path: nearly every record is one piece that stands in the buffer as a whole.
-  const char* first = buffer_.get() + begin_;
-  if (const void* found = std::memchr(first, ';', end_ - begin_)) {
-    const char* last = static_cast<const char*>(found);
-    const std::size_t behind = static_cast<std::size_t>(last - buffer_.get()) + 1;
-    while (is_space(*first)) ++first;  // Ends at the ";".
-    if (*first == '#') {
-      while (is_space(last[-1])) --last;
-      if (last[-1] == ')') {
-        begin_ = behind;
-        return {first, static_cast<std::size_t>(last - first)};
-      }
-    }
-  }
-  return read_record_plainly();
-}
-
 std::string_view RecordCutter::read_record_plainly() {
   if (ended_) {
     in_.peek();  // Asks the stream again, for nothing: the end stays the end.

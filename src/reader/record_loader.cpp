@@ -103,39 +103,38 @@ RecordLoader::RecordLoader(Store& store, std::uint64_t memory_limit)
   untyped_names_.reserve(CACHE_SIZE);  // Never grows beyond: views into it stay valid.
 }
 
-RecordLoader::Added RecordLoader::add(std::string_view record, std::uint64_t offset) {
+void RecordLoader::add(std::string_view record, std::uint64_t offset) {
   offset_ = offset;
   // Room for a text that is nothing but references, so that none of them needs a check.
   if (numbers_.size() <= record.size() / 2) numbers_.resize(record.size() / 2 + 1);
   unsigned* const first = numbers_.data();
   unsigned* last = first;
   const char* own_end = nullptr;
-  const bool whole =
-      for_each_reference(record, [&](std::uint32_t number, const char*, const char* end) {
-        if (last == first) own_end = end;
-        *last++ = number;
-      });
-  if (last == first) return {Loading::no_number};
+  for_each_reference(record, [&](std::uint32_t number, const char*, const char* end) {
+    if (last == first) own_end = end;
+    *last++ = number;
+  });
+  if (last == first) return;
   const auto behind_own = static_cast<std::size_t>(own_end - record.data());
   const std::optional<std::string_view> usual = usual_type(behind_own, record);
   const std::string_view name = usual ? *usual : record_type(behind_own, record);
-  if (name.empty()) return {Loading::no_type};
+  if (name.empty()) return;
 
-  Added added{whole ? Loading::whole : Loading::references_cut, *first, name};
   const auto references = static_cast<std::size_t>(last - first) - 1;
-  const Entered entered = enter(*first, name, record, references);
-  store_.put_references(*entered.entity, references,
-                        [&](std::uint32_t* out) { return std::copy(first + 1, last, out); });
-  added.known_type = entered.known_type;
-  return added;
+  Entity& entity = enter(*first, name, record, references);
+  store_.put_references(entity, references, [&](std::uint32_t* out) {
+    for (const unsigned* from = first + 1; from != last; ++from)
+      *out++ = *from;  // Nearly always few.
+    return out;
+  });
 }
 
 void RecordLoader::add(const Exchange::Record& record) {
   offset_ = record.offset;
   if (!record.is_plain || !record.is_usual) return add_unusual(record);
-  const Entered entered = enter(static_cast<unsigned>(record.number), record.keyword, record.text,
-                                record.mentions.size(), record.keyword_id);
-  put_references(*entered.entity, record.mentions);
+  Entity& entity = enter(static_cast<unsigned>(record.number), record.keyword, record.text,
+                         record.mentions.size(), record.keyword_id);
+  put_references(entity, record.mentions);
 }
 
 inline void RecordLoader::put_references(Entity& entity,
@@ -172,7 +171,7 @@ void RecordLoader::load(const Exchange::Record& record, std::string_view text, s
   const auto id = static_cast<unsigned>(record.number);
   const std::string_view name = record_type(equals, text);
   if (!name.empty()) {
-    put_references(*enter(id, name, text, record.mentions.size()).entity, record.mentions);
+    put_references(enter(id, name, text, record.mentions.size()), record.mentions);
     return;
   }
   // Nothing leads on from it, but its number is taken: another record under it is one too many.
@@ -183,16 +182,15 @@ void RecordLoader::load(const Exchange::Record& record, std::string_view text, s
 
 /// Enters a record with the type `name`, which is in its text `record`, and as yet without its
 /// references, of which there are so many at most.
-[[gnu::always_inline]] inline RecordLoader::Entered RecordLoader::enter(unsigned id,
-                                                                        std::string_view name,
-                                                                        std::string_view record,
-                                                                        std::size_t references,
-                                                                        std::uint32_t keyword_id) {
+[[gnu::always_inline]] inline Entity& RecordLoader::enter(unsigned id, std::string_view name,
+                                                          std::string_view record,
+                                                          std::size_t references,
+                                                          std::uint32_t keyword_id) {
   if (memory_limit_ != Options::NO_LIMIT) require_memory_for(id, references + 1);
   store_.make_room(id);
   if (store_.name_style != NameStyle::record) keep_name(id, name, record);
   const Type& type = type_of(name, keyword_id);
-  return {create_record_entity(id, type, record), type.place};
+  return *create_record_entity(id, type, record);
 }
 
 /// Throws InputError where what is kept would need more memory than it may take with a record `id`
@@ -263,7 +261,6 @@ inline const RecordLoader::Type& RecordLoader::type_of(std::string_view name) {
   ++cached_;
   if (type.keep == Keep::nothing) type.name = untyped_names_.emplace_back(name);
   type.ends = ends;
-  type.place = static_cast<std::uint32_t>(place);
   return cache_[place] = type;
 }
 

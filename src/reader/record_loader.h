@@ -28,37 +28,17 @@ std::string_view first_string(std::string_view record);
 /// depend on, it knows which apostrophes do not end a string.
 std::string_view whole_first_string(std::string_view record);
 
-/// What became of a record's text.
-enum class Loading {
-  whole,           ///< it is in the store
-  references_cut,  ///< it is in the store, up to a "#" without a number from 1 to 4,294,967,295
-  no_number,       ///< dropped: it has no such number of its own
-  no_type,         ///< dropped: it has no type
-};
-
 /// Fills one store from record texts. Holds scratch memory only; the store must outlive it.
 class RecordLoader {
  public:
   /// For a store that may take `memory_limit` bytes.
   explicit RecordLoader(Store& store, std::uint64_t memory_limit = Options::NO_LIMIT);
 
-  /// How many types are known by a number, most of all, and the number of those that are not.
-  static constexpr std::uint32_t MOST_KNOWN_TYPES = 2048;
-
-  /// A record that was added. Number 0 stands for one that was dropped.
-  struct Added {
-    Loading loading = Loading::no_number;
-    unsigned number = 0;
-    std::string_view type = {};  ///< a view into the record's text
-    /// The same as long as the loader lives for equal types; MOST_KNOWN_TYPES for rare ones.
-    std::uint32_t known_type = MOST_KNOWN_TYPES;
-  };
-
   /// Adds one record as RecordCutter gives it. Drops, without a word, what has no number from 1 to
   /// 4,294,967,295 or no type. References are collected up to the first that is not such a number.
-  /// Returns what was added, for callers that look further into it. Throws InputError, which tells
-  /// `offset` as the record's place, where the store would need more memory than it may take.
-  Added add(std::string_view record, std::uint64_t offset = 0);
+  /// Throws InputError, which tells `offset` as the record's place, where the store would need more
+  /// memory than it may take.
+  void add(std::string_view record, std::uint64_t offset = 0);
 
   /// Adds one record of a standard reading. Its number is from 1 to 4,294,967,295; references that
   /// are not lead nowhere and are passed over.
@@ -87,16 +67,10 @@ class RecordLoader {
     Keep keep = Keep::nothing;
     std::vector<unsigned>* ids = nullptr;
     Ends ends = {};
-    std::uint32_t place = MOST_KNOWN_TYPES;  // in the cache
-  };
-  /// A record that was entered, and what Added::known_type tells.
-  struct Entered {
-    Entity* entity;
-    std::uint32_t known_type;
   };
   void add_unusual(const Exchange::Record& record);
   void load(const Exchange::Record& record, std::string_view text, std::size_t equals);
-  Entered enter(unsigned id, std::string_view name, std::string_view record, std::size_t references,
+  Entity& enter(unsigned id, std::string_view name, std::string_view record, std::size_t references,
                 std::uint32_t keyword_id = Exchange::Record::NO_KEYWORD);
   void put_references(Entity& entity, std::span<const Exchange::Mention> mentions);
 
@@ -126,7 +100,7 @@ class RecordLoader {
 
   // Fast path for the few hundred keywords that a file uses over and over: a hash table that is
   // consulted before the tables of names. Full of names, it stops learning.
-  static constexpr std::size_t CACHE_SIZE = MOST_KNOWN_TYPES;
+  static constexpr std::size_t CACHE_SIZE = 2048;
   static constexpr std::size_t MAX_CACHED_LENGTH = 64;
   std::vector<Type> cache_;
   Type uncached_;

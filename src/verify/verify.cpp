@@ -306,34 +306,38 @@ class SplitCheck {
   Verification verification_;
 };
 
-/// What is wrong with one of the files that are read as the input.
-Verification refused_input(Finding finding) {
-  if (!finding.file.empty()) {
-    finding.sentence = quoted_name(finding.file) + ": " + finding.sentence;
-    finding.offset = finding.line = finding.column = 0;
-    finding.file.clear();
-  }
-  Verification verification;
-  verification.findings.push_back(std::move(finding));
-  return verification;
+/// What is said of one of the files that are read as the input: nobody knows its name otherwise.
+Finding on_the_input(Finding finding) {
+  if (finding.file.empty()) return finding;
+  finding.sentence = quoted_name(finding.file) + ": " + finding.sentence;
+  finding.offset = finding.line = finding.column = 0;
+  finding.instance = 0;
+  finding.file.clear();
+  return finding;
 }
 
 /// Compares with what the input and the files that it refers to say together. Nobody knows the
 /// places and numbers of that.
 Verification verify_followed(const fs::path& in, const fs::path& outdir, const Options& options) {
   std::optional<FollowedInput> whole;
+  Options read = options;
+  read.warning = nullptr;
   try {
-    whole.emplace(in, options);
+    whole.emplace(in, read);
   } catch (const InputError& error) {
-    return refused_input(error.finding());
+    Verification refused;
+    refused.findings.push_back(on_the_input(error.finding()));
+    return refused;
   }
-  const Options read = whole->options_for_path();
-  Verification verification = SplitCheck(whole->path(), outdir, read).check();
+  Verification verification = SplitCheck(whole->path(), outdir, whole->options_for_path()).check();
   for (Finding& finding : verification.findings) {
     if (!finding.file.empty()) continue;
     finding.offset = finding.line = finding.column = 0;
     finding.instance = 0;
   }
+  std::vector<Finding> doubts;
+  for (const Finding& doubt : whole->doubts()) doubts.push_back(on_the_input(doubt));
+  verification.findings.insert(verification.findings.begin(), doubts.begin(), doubts.end());
   return verification;
 }
 

@@ -251,8 +251,8 @@ std::vector<AssemblyForm> forms_of_shapes() {
 
 std::vector<AssemblyForm> assembly_forms() {
   std::vector<AssemblyForm> all;
-  for (const auto& forms :
-       {forms_of_shapes(), forms_of_structure(), forms_of_styles(), forms_of_remarks()}) {
+  for (const auto& forms : {forms_of_shapes(), forms_of_structure(), forms_of_usages(),
+                            forms_of_styles(), forms_of_remarks(), forms_of_notes()}) {
     all.insert(all.end(), forms.begin(), forms.end());
   }
   return all;

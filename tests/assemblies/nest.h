@@ -30,7 +30,9 @@ void finish_coloured(FormMaker& form, const Nest& nest);
 
 /// The lists that assembly_forms() is made of.
 std::vector<AssemblyForm> forms_of_structure();
+std::vector<AssemblyForm> forms_of_usages();
 std::vector<AssemblyForm> forms_of_styles();
 std::vector<AssemblyForm> forms_of_remarks();
+std::vector<AssemblyForm> forms_of_notes();
 
 }  // namespace Kessel::test

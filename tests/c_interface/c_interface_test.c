@@ -415,8 +415,9 @@ static void write_ladder(const char* path, int is_twisted) {
     const int own = 1 + gadget * 6;
     const int other = 1 + (gadget + 1) % GADGETS * 6;
     for (i = 0; i < 4; ++i) {
-      size += (size_t)snprintf(text + size, sizeof text - size, "#%d=GADGET(#%d,#%d,#%d);\n", next++,
-                               own + (i & 1), own + 2 + (i >> 1), own + 4 + ((i & 1) ^ (i >> 1)));
+      size +=
+          (size_t)snprintf(text + size, sizeof text - size, "#%d=GADGET(#%d,#%d,#%d);\n", next++,
+                           own + (i & 1), own + 2 + (i >> 1), own + 4 + ((i & 1) ^ (i >> 1)));
     }
     for (i = 0; i < 2; ++i) {
       const int crossed = is_twisted && gadget == 0 ? 1 - i : i;
@@ -699,6 +700,47 @@ static void picture_with(const char* out, uint64_t flags, enum kessel_status sta
   kessel_free(result);
 }
 
+/* Expects that a run did what it was to do and has one finding, on text behind the end of `file`.
+ */
+static void expect_text_behind(const char* file, const char* sentence, kessel_result* result) {
+  struct kessel_finding row;
+  EXPECT(kessel_status_of(result) == KESSEL_DONE);
+  EXPECT(kessel_finding_count(result) == 1);
+  EXPECT(kessel_finding_at(result, 0, &row, sizeof row) == 1);
+  EXPECT_TEXT(row.kind, "text_after_end");
+  EXPECT_TEXT(row.file, file);
+  EXPECT_TEXT(row.sentence, sentence);
+  EXPECT(row.severity == KESSEL_WARNING);
+  kessel_free(result);
+}
+
+/* What following the references of "in/in.stp" warns of stands in the results. */
+static void expect_warnings_of_followed(void) {
+  const char* const sentence = "Text stands behind \"END-ISO-10303-21;\"; it is left out.";
+  const char* const of_lid =
+      "\"lid.stp\": Text stands behind \"END-ISO-10303-21;\"; it is left out.";
+  struct kessel_options options = default_options();
+  FILE* file;
+  EXPECT(remove("in/lid.stp") == 0);
+  write_product("in/lid.stp", "lid", "");
+  file = fopen("in/lid.stp", "a");
+  EXPECT(file != NULL && fputs("more", file) >= 0 && fclose(file) == 0);
+  options.flags = KESSEL_FOLLOW_REFERENCES;
+  expect_text_behind("lid.stp", sentence, kessel_split("in/in.stp", "warned", &options));
+  expect_text_behind("lid.stp", sentence,
+                     kessel_extract("in/in.stp", "box", "warned.stp", &options));
+  expect_text_behind("lid.stp", sentence,
+                     kessel_picture("in/in.stp", NULL, KESSEL_VIEW_TOP, "warned.svg", &options));
+  expect_text_behind("lid.stp", sentence, kessel_join("in/in.stp", "joined.stp", &options));
+  EXPECT(rename("roots.txt", "warned/roots.txt") == 0);
+  expect_text_behind("", of_lid, kessel_verify("in/in.stp", "warned", &options));
+  expect_text_behind("lid.stp", sentence, kessel_overview("in/in.stp", &options));
+  options.flags |= KESSEL_DRAW;
+  expect_text_behind("lid.stp", sentence, kessel_overview("in/in.stp", &options));
+  options.flags = 0;
+  expect_text_behind("", sentence, kessel_shrink("in/lid.stp", "small.stp", &options));
+}
+
 /* How many findings a check with `flags` of the box below has; `file` is that of the first. */
 static size_t check_with(uint64_t flags, const char* file) {
   struct kessel_options options;
@@ -766,6 +808,7 @@ static void references(void) {
   EXPECT(holds("outside.stp", "SHAPE_REPRESENTATION"));
   picture_with("outside.svg", other, KESSEL_DONE);
   EXPECT(holds("outside.svg", "<path "));
+  expect_warnings_of_followed();
 }
 
 /* Draws into "one.svg" and expects how that ended. */

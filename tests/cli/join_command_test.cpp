@@ -82,7 +82,7 @@ TEST_F(JoinCommand, WhatStandsForSomethingThatIsNotThereIsMentioned) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(run.errors,
             "parts/root.stp: warning: #16 stands for a record that no file holds; it is taken "
-            "itself. Put the file that holds it beside the others, and join again.\n"
+            "itself. Put the file that holds it beside the others.\n"
             "parts/part.stp: warning: #11 says something else than its copy in another file, which "
             "is taken. Undo the change in one of them if it is the wrong one.\n");
 }

@@ -255,6 +255,65 @@ TEST_F(InputWithReferences, LookingFollowsThemWhereAsked) {
   }
 }
 
+TEST_F(InputWithReferences, FollowingTellsWhatJoiningTells) {
+  const auto add_to = [&](const std::string& path, const std::string& text) {
+    folder_.write(path, read_file(path) + text);
+  };
+  ASSERT_EQ(run_velkstep({"split", "in/in.stp", "-o", "parts", "--follow"}).exit_code, 0);
+  std::string lid = read_file("parts/lid.stp");
+  lid.replace(lid.find("PRODUCT('lid',"), 14, "PRODUCT('lie',");
+  folder_.write("parts/lid.stp", lid);
+  add_to("in/lid.stp", "#9=A();\n#10=A();\n");
+  add_to("in/in.stp", "more\n");
+  const struct {
+    std::string in;
+    std::string joined;
+    std::string told;
+  } inputs[] = {
+      {"in/in.stp",
+       "in/in.stp:24:1: warning: Text stands behind \"END-ISO-10303-21;\"; it is left out.\n"
+       "in/lid.stp:18:1: warning: Text stands behind \"END-ISO-10303-21;\"; it is left out.\n",
+       "velkstep: in/in.stp:24:1: Text stands behind \"END-ISO-10303-21;\"; it is left out. 1 more "
+       "like it.\n"},
+      {"parts/box.stp",
+       "parts/lid.stp: warning: #2 says something else than its copy in another file, which is "
+       "taken. Undo the change in one of them if it is the wrong one.\n",
+       "velkstep: parts/lid.stp: #2 says something else than its copy in another file, which is "
+       "taken. Undo the change in one of them if it is the wrong one.\n"},
+  };
+  for (const auto& [in, joined, told] : inputs) {
+    EXPECT_EQ(run_velkstep({"join", in, "-o", "joined.stp", "--force"}).errors, joined);
+    const std::vector<std::vector<std::string>> commands = {
+        {"split", "-o", "out", "--force"},
+        {"split", "--part=lid", "-o", "lid", "--force"},
+        {"extract", "--part=lid", "-o", "lid.stp", "--force"},
+        {"extract", "--list"},
+        {"tree"},
+        {"info"},
+        {"picture", "-o", "box.svg", "--force"},
+    };
+    for (std::vector<std::string> command : commands) {
+      command.insert(command.end(), {"--follow", in});
+      const ProcessRun run = run_velkstep(command);
+      EXPECT_EQ(run.exit_code, 0) << command.front();
+      const bool is_picture = command.front() == "picture";
+      EXPECT_EQ(run.errors.substr(0, is_picture ? told.size() : run.errors.size()), told)
+          << command.front();
+    }
+    const ProcessRun verified = run_velkstep({"verify", "--follow", in, "out"});
+    EXPECT_EQ(verified.exit_code, 4) << verified.out;
+    EXPECT_EQ(run_velkstep({"split", "-qo", "out", "--force", "--follow", in}).errors, "");
+  }
+}
+
+TEST_F(InputWithReferences, WarningsOfAPartAreThoseOfTheInput) {
+  folder_.write("in/in.stp", exchange_file(INPUT + "#30=A(#99);\n") + "more\n");
+  EXPECT_EQ(
+      run_velkstep({"split", "--part=box", "in/in.stp", "-o", "out"}).errors,
+      "velkstep: in/in.stp:25:1: Text stands behind \"END-ISO-10303-21;\"; it is left out.\n" +
+          ELSEWHERE + "velkstep: in/in.stp: 1 warning; velkstep check in/in.stp lists it\n");
+}
+
 TEST_F(InputWithReferences, CheckingFollowsThemWhereAsked) {
   std::string lid = read_file("in/lid.stp");
   folder_.write("in/lid.stp", lid.insert(lid.find("#1="), ";\n"));

@@ -93,6 +93,9 @@ class Extractions {
     for (std::string& sentence : check_placement(input_.instances, products_, placement)) {
       say("placement: " + std::move(sentence));
     }
+    for (std::string& sentence : check_remarks(input_.instances, products_, placement)) {
+      say("placement: " + std::move(sentence));
+    }
     const auto last = static_cast<FileId>(placement.files.size() - 1);
     for (Index record = 0; record < input_.instances.size(); ++record) {
       const Stand* const stand = placement.stands.find(record, last);

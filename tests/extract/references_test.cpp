@@ -309,6 +309,54 @@ TEST_F(ExtractFromReferring, NamesAreSeenFromTheFoldersThatAreGiven) {
   EXPECT_NE(read_file("one.stp").find("'../../in/T\\X2\\00FC\\X0\\r/lid.stp'"), std::string::npos);
 }
 
+TEST(ExtractFromCircle, UsagesThatCloseItAreLeftOutAndToldOf) {
+  const ScratchFolder folder;
+  const std::string whole = SHARED_RECORDS + product_records(10, "whole", "#3") +
+                            product_records(20, "a", "#3,#50") + solid_records(50) +
+                            product_records(30, "b", "#3,#90") + solid_records(90) +
+                            placed_usage_records(60, 10, 20) + placed_usage_records(70, 20, 30);
+  folder.write("in.stp", exchange_file(whole + placed_usage_records(80, 30, 20)));
+  folder.write("open.stp", exchange_file(whole));
+  const std::string leads_back = "The component of the usage #80 leads back to its assembly; ";
+  const struct {
+    std::string part;
+    std::string told;
+    std::vector<std::string> more;  ///< than without that usage
+  } cases[] = {
+      {"#10",
+       leads_back + "the usage stands in the root's file.",
+       {"ITEM_DEFINED_TRANSFORMATION", "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION",
+        "REPRESENTATION_RELATIONSHIP REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION "
+        "SHAPE_REPRESENTATION_RELATIONSHIP",
+        "NEXT_ASSEMBLY_USAGE_OCCURRENCE", "PRODUCT_DEFINITION_SHAPE"}},
+      {"#20", leads_back + "the usage is left out.", {"ITEM_DEFINED_TRANSFORMATION"}},
+      {"#30", leads_back + "the usage is left out.", {"ITEM_DEFINED_TRANSFORMATION"}},
+  };
+  for (const auto& [part, sentence, more] : cases) {
+    ExtractOptions options;
+    options.replace = true;
+    std::vector<std::string> told;
+    options.warning = [&](const Finding& finding) {
+      EXPECT_EQ(finding.kind, FindingKind::usage_cycle);
+      EXPECT_EQ(finding.instance, 80u);
+      told.push_back(finding.sentence);
+    };
+    extract("in.stp", part, "out.stp", options);
+    EXPECT_EQ(told, std::vector<std::string>{sentence});
+    options.warning = nullptr;
+    extract("open.stp", part, "expected.stp", options);
+    std::vector<std::string> types;
+    for (const ProductDifference& product : diff("expected.stp", "out.stp").products) {
+      for (const TypeDifference& type : product.types) {
+        EXPECT_TRUE(type.only_in_a.empty() && type.changed.empty()) << part << type.type;
+        EXPECT_EQ(type.only_in_b.size(), 1u) << part << type.type;
+        types.push_back(type.type);
+      }
+    }
+    EXPECT_EQ(types, more) << part;
+  }
+}
+
 TEST(ShrunkParts, AreWhatShrinkingMakesOfThem) {
   const ScratchFolder folder;
   const fs::path in = fs::path(PROJECT_FOLDER) / "examples/desk-lamp.step";

@@ -22,6 +22,11 @@ TEST(CollectingParameter, OfCollectors) {
            std::pair("CC_DESIGN_SPECIFICATION_REFERENCE", LAST_PARAMETER),
            std::pair("APPLIED_DOCUMENT_REFERENCE", 2u),
            std::pair("AUTO_DESIGN_DOCUMENT_REFERENCE", 2u),
+           std::pair("CHANGE", 1u),
+           std::pair("CHANGE_REQUEST", 1u),
+           std::pair("START_WORK", 1u),
+           std::pair("START_REQUEST", 1u),
+           std::pair("MATERIAL_DESIGNATION", 1u),
            std::pair("PRODUCT_RELATED_PRODUCT_CATEGORY", 2u),
        }) {
     EXPECT_EQ(collecting_parameter(keyword), parameter) << keyword;
@@ -29,9 +34,10 @@ TEST(CollectingParameter, OfCollectors) {
 }
 
 TEST(CollectingParameter, OfAllElse) {
-  for (const char* keyword : {"", "PRODUCT", "PRODUCT_CATEGORY", "REPRESENTATION_ITEM",
-                              "SHAPE_REPRESENTATION_RELATIONSHIP", "APPROVAL", "ASSIGNMENT",
-                              "!REPRESENTATIONS", "ADVANCED_FACE"}) {
+  for (const char* keyword :
+       {"", "PRODUCT", "PRODUCT_CATEGORY", "REPRESENTATION_ITEM",
+        "SHAPE_REPRESENTATION_RELATIONSHIP", "APPROVAL", "ASSIGNMENT",
+        "MATERIAL_DESIGNATION_CHARACTERIZATION", "!REPRESENTATIONS", "ADVANCED_FACE"}) {
     EXPECT_EQ(collecting_parameter(keyword), NO_PARAMETER) << keyword;
   }
 }

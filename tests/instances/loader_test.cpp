@@ -195,6 +195,22 @@ TEST(Loader, TakesAScatteredRecordOnceThatIsThereTwice) {
   EXPECT_THAT(lines_of(loaded.warnings), ElementsAre("same_text_twice 4 #18446744073709551615"));
 }
 
+TEST(Loader, TakesALineOfAnAnchorOrReferenceSectionOnceThatIsThereTwice) {
+  const LoadedText loaded = load_file(
+      "ISO-10303-21;HEADER;ENDSEC;ANCHOR;\n<x>=#1;\n<y>=#1;\n<x> =/**/ #01 ;\n<x>=#9;\nENDSEC;\n"
+      "REFERENCE;\n@5=<a.stp#x>;\n@5=<a.stp#x>;\nENDSEC;DATA;#1=A();ENDSEC;END-ISO-10303-21;\n");
+  const Instances& all = loaded.instances;
+  ASSERT_EQ(all.size(), 7u);
+  std::vector<Index> repeated;
+  for (Index record = 0; record < all.size(); ++record) {
+    if (all.type(record) == TypeTable::REPEATED) repeated.push_back(record);
+  }
+  EXPECT_THAT(repeated, ElementsAre(2, 5));
+  EXPECT_THAT(references_of(all, 2), ElementsAre("?"));
+  EXPECT_THAT(lines_of(loaded.warnings),
+              ElementsAre("same_text_twice 4 #0", "missing_instance 5 #0", "same_text_twice 9 #0"));
+}
+
 TEST(Loader, RefusesOneNumberWithTwoTexts) {
   const Finding finding = refusal_of(file_with("#1=A();\n#2=A();\n#1=A( );\n#2=B();"));
   EXPECT_EQ(finding.kind, FindingKind::two_texts_of_a_number);

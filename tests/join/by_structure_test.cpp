@@ -227,5 +227,57 @@ TEST(JoinByStructure, OfSeveralProductsTheOneWithTheIdIsMeant) {
             "#14=SHAPE_REPRESENTATION('',(),$);\n");
 }
 
+/// A product with a version: definition #n, version #n+1, PRODUCT #n+2, shape up to #n+5.
+std::string versioned(int n, const std::string& id, const std::string& name,
+                      const std::string& version) {
+  const auto at = [n](int i) { return "#" + std::to_string(n + i); };
+  return at(0) + "=PRODUCT_DEFINITION('design',''," + at(1) + ",#1);\n" + at(1) +
+         "=PRODUCT_DEFINITION_FORMATION('" + version + "',''," + at(2) + ");\n" + at(2) +
+         "=PRODUCT('" + id + "','" + name + "','',());\n" + at(3) +
+         "=PRODUCT_DEFINITION_SHAPE('',''," + at(0) + ");\n" + at(4) +
+         "=SHAPE_DEFINITION_REPRESENTATION(" + at(3) + "," + at(5) + ");\n" + at(5) +
+         "=SHAPE_REPRESENTATION('" + std::to_string(n) + "',(),$);\n";
+}
+
+TEST(JoinByStructure, OfSeveralProductsWithOneIdNameAndVersionTell) {
+  const struct {
+    std::string first;
+    std::string second;
+    int meant;  ///< which of them the root's "b", "bolt", "v1" means
+    bool is_doubtful;
+  } cases[] = {
+      {versioned(10, "b", "nut", "v1"), versioned(20, "b", "bolt", "v1"), 20, false},
+      {versioned(10, "b", "bolt", "v2"), versioned(20, "b", "bolt", "v1"), 20, false},
+      {versioned(10, "b", "bolt", "v1"), versioned(20, "c", "bolt", "v1"), 10, false},
+      {versioned(10, "b", "bolt", "v1"), versioned(20, "b", "bolt", "v1"), 10, true},
+      {versioned(10, "b", "nut", "v1"), versioned(20, "b", "screw", "v1"), 10, true},
+      {versioned(10, "b", "nut", "v2"), versioned(20, "b", "screw", "v1"), 20, false},
+  };
+  const std::string context = "#1=PRODUCT_DEFINITION_CONTEXT('',$,'');\n";
+  for (const auto& [first, second, meant, is_doubtful] : cases) {
+    JoinedFolder folder;
+    folder.options.replace = true;
+    folder.file("root.stp", context + versioned(30, "b", "bolt", "v1") +
+                                reference_block(50, "two.stp", "#35", "#30") +
+                                reference_block(70, "two.stp", "#35", "#30") +
+                                "#110=PRODUCT_RELATED_PRODUCT_CATEGORY('part',$,(#32));\n");
+    folder.file("two.stp", context + first + second);
+    const std::string data = folder.data();
+    const std::string category = "CATEGORY('part',$,(#";
+    const std::string product = data.substr(data.find(category) + category.size());
+    const std::string number = product.substr(0, product.find(')'));
+    // Products stand in their order, behind the category and the context.
+    EXPECT_EQ(number, meant == 10 ? "5" : "11") << data;
+    const auto& warnings = folder.joined().warnings;
+    ASSERT_EQ(warnings.size(), is_doubtful ? 1u : 0u) << first << second;
+    if (!is_doubtful) continue;
+    EXPECT_EQ(warnings[0].kind, FindingKind::unknown_component);
+    EXPECT_EQ(warnings[0].severity, Severity::warning);
+    EXPECT_EQ(warnings[0].file, "two.stp");
+    EXPECT_EQ(warnings[0].sentence,
+              "The file holds several products that a reference to it may mean; #10 is taken.");
+  }
+}
+
 }  // namespace
 }  // namespace Kessel::test

@@ -24,6 +24,7 @@ TEST_P(PlacementOf, HoldsInBothStyles) {
   for (const AssemblyStyle style : {AssemblyStyle::lean, AssemblyStyle::nested}) {
     const Placement placement = place_records(instances, products, style);
     EXPECT_THAT(check_placement(instances, products, placement), testing::IsEmpty());
+    EXPECT_THAT(check_remarks(instances, products, placement), testing::IsEmpty());
     EXPECT_TRUE(placement.warnings.empty());
   }
 }

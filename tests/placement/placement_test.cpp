@@ -21,6 +21,7 @@ struct Placed {
         products(find_products(file.instances)),
         placement(place_records(file.instances, products, style)) {
     EXPECT_THAT(check_placement(file.instances, products, placement), IsEmpty());
+    EXPECT_THAT(check_remarks(file.instances, products, placement), IsEmpty());
   }
 
   /// Where #number stands, such as "0 1g 2s": as a guest in file 1, as a stand-in in 2.

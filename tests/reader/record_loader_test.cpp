@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -220,27 +221,35 @@ TEST(RecordLoader, TypeNamesThatDifferInOneCharacterAreToldApart) {
   }
 }
 
-TEST(RecordLoader, SaysWhatBecameOfTheRecord) {
+TEST(RecordLoader, DropsWhatHasNoNumberOrTypeAndCutsReferencesAtTheFirstWithoutNumber) {
+  using Numbers = std::vector<unsigned>;
   const struct {
     std::string_view record;
-    Loading loading;
+    std::optional<Numbers> references;  // none where it is dropped
   } CASES[] = {
-      {"#5=A(#6)", Loading::whole},
-      {"#5=A(#6,'#x')", Loading::whole},
-      {"#5=A('#6)", Loading::whole},
-      {"#5=A(#6,#x)", Loading::references_cut},
-      {"#5=A(#6,#0,#7,(#8,#9))", Loading::references_cut},
-      {"#=A(#6)", Loading::no_number},
-      {"#0=A(#6)", Loading::no_number},
-      {"#4294967296=A(#6)", Loading::no_number},
-      {"A", Loading::no_number},
-      {"#5", Loading::no_type},
-      {"#5=()", Loading::no_type},
+      {"#5=A(#6)", Numbers{6}},
+      {"#5=A(#6,'#x',#7)", Numbers{6, 7}},
+      {"#5=A('#6)", Numbers{}},
+      {"#5=A(#6,#x,#7)", Numbers{6}},
+      {"#5=A(#6,#0,#7,(#8,#9))", Numbers{6}},
+      {"#=A(#6)", std::nullopt},
+      {"#0=A(#6)", std::nullopt},
+      {"#4294967296=A(#6)", std::nullopt},
+      {"A", std::nullopt},
+      {"#5", std::nullopt},
+      {"#5=()", std::nullopt},
   };
-  for (const auto& [record, loading] : CASES) {
+  for (const auto& [record, references] : CASES) {
     SCOPED_TRACE(record);
     Store file("");
-    EXPECT_EQ(RecordLoader(file).add(record).loading, loading);
+    RecordLoader(file).add(record);
+    std::size_t records = 0;
+    file.entities.for_each_in_use(
+        [&](std::size_t, const Entity* entity) { records += entity == nullptr ? 0 : 1; });
+    ASSERT_EQ(records, references ? 1u : 0u);
+    if (references) {
+      EXPECT_EQ(file.at(5)->get_references(), *references);
+    }
   }
 }
 
@@ -248,8 +257,8 @@ TEST(RecordLoader, MemoryLimitEndsLoading) {
   Store file("");
   RecordLoader loader(file, 1'000'000);
   // The first block of records, a page of slots and the table of pages.
-  EXPECT_EQ(loader.add("#5=A()").loading, Loading::whole);
-  EXPECT_EQ(loader.add("#4096=A()").loading, Loading::whole);
+  loader.add("#5=A()");
+  loader.add("#4096=A()");
   try {
     loader.add("#4294967295=A()");
     ADD_FAILURE() << "no exception";
@@ -258,7 +267,9 @@ TEST(RecordLoader, MemoryLimitEndsLoading) {
     EXPECT_EQ(error.finding().instance, 4'294'967'295u);
   }
   EXPECT_EQ(file.entities.size(), SLOT_BLOCK) << "nothing was taken";
-  EXPECT_EQ(loader.add("#4097=A()").loading, Loading::whole);
+  loader.add("#4097=A()");
+  for (const unsigned number : {5u, 4096u}) EXPECT_NE(file.at(number), nullptr) << number;
+  EXPECT_NE(file.at(4097), nullptr) << "what fits is taken again";
 }
 
 /// The number of the first of the records `record(1)`, `record(2)`, ... that the limit refuses; 0

@@ -61,6 +61,9 @@ class RoundTrip {
     for (std::string& sentence : check_placement(input_.instances, products, placement)) {
       say("placement: " + std::move(sentence));
     }
+    for (std::string& sentence : check_remarks(input_.instances, products, placement)) {
+      say("placement: " + std::move(sentence));
+    }
   }
 
   std::vector<WrittenFile> split_into(const fs::path& folder) {

@@ -29,8 +29,10 @@ Difference compared(const std::filesystem::path& a, const std::filesystem::path&
   Kessel::Options options = arguments.options;
   ProgressBar bar(arguments.progress);
   options.progress = [&](const Kessel::Progress& progress) { bar.show(progress); };
-  options.warning = [&](const Kessel::Finding& finding) {
-    (finding.file == a.string() ? in_a : in_b).add(finding);
+  options.warning = [&](Kessel::Finding finding) {
+    Warnings& of_file = finding.file == a.string() ? in_a : in_b;
+    finding.file.clear();  // The input has another name where it was unpacked.
+    of_file.add(finding);
   };
   return Kessel::diff(a, b, options);
 }

@@ -108,7 +108,10 @@ int list(const ExtractArguments& arguments, const fs::path& in) {
   Kessel::ExtractOptions options = reading_options(arguments);
   Unpacked unpacked;
   options.readable = unpacked.readable();
+  Warnings warnings;
+  options.warning = [&](const Kessel::Finding& finding) { warnings.add(finding); };
   const std::vector<Kessel::NamedPart> parts = Kessel::read_parts(in, options);
+  warnings.mention(arguments.in);
   if (parts.empty()) mention_no_part(arguments.in);
   return print(arguments.json ? parts_json(parts, arguments.in) : list_text(parts));
 }

@@ -76,21 +76,12 @@ std::string sentence_for(const JoinArguments& arguments, const Kessel::Finding& 
 }
 
 /// What can be done about something that a join which worked was warned of.
-const char* advice_on_warning(const Kessel::Finding& warning) {
-  switch (warning.kind) {
-    case Kessel::FindingKind::missing_target:
-      return " Put it there, and join again, to have it in the result.";
-    case Kessel::FindingKind::mixed_schemas:
-      return " Try the result in the program that is to read it.";
-    case Kessel::FindingKind::copies_differ:
-      return " Undo the change in one of them if it is the wrong one.";
-    case Kessel::FindingKind::stand_in_left:
-      return " Put the file that holds it beside the others, and join again.";
-    case Kessel::FindingKind::text_after_end:
-      return "";
-    default:
-      return " velkstep check says more.";
+std::string advice_on_warning(const Kessel::Finding& warning) {
+  if (warning.kind == Kessel::FindingKind::missing_target) {
+    return " Put it there, and join again, to have it in the result.";
   }
+  const std::string advice = advice_on_joined(warning);
+  return advice.empty() ? "" : " " + advice;
 }
 
 /// Who names a piece of a split, and not its root, gets that piece.

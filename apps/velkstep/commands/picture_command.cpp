@@ -9,6 +9,7 @@
 #include "run/one_output.h"
 #include "run/progress.h"
 #include "run/unpacked.h"
+#include "run/warnings.h"
 #include "run/with_input.h"
 #include "system/interruption.h"
 #include "text/counted.h"
@@ -20,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-Kessel::Picture draw(const fs::path& in, const PictureArguments& arguments) {
+Kessel::Picture draw(const fs::path& in, const PictureArguments& arguments, Warnings& warnings) {
   Kessel::PictureOptions options;
   options.part = arguments.part;
   options.view = arguments.view;
@@ -33,6 +34,7 @@ Kessel::Picture draw(const fs::path& in, const PictureArguments& arguments) {
   options.replace = arguments.force;
   ProgressBar bar(arguments.quiet ? ShowProgress::never : arguments.progress);
   options.progress = progress_on(bar);
+  options.warning = [&](const Kessel::Finding& finding) { warnings.add(finding); };
   return Kessel::draw_picture(in, arguments.out, options);
 }
 
@@ -69,8 +71,12 @@ int picture(const PictureArguments& arguments) {
     hold_interruptions();
     try {
       refuse_to_replace(arguments.in, arguments.out);
-      const Kessel::Picture picture = draw(in, arguments);
-      if (!arguments.quiet) mention_missing(arguments, picture);
+      Warnings warnings;
+      const Kessel::Picture picture = draw(in, arguments, warnings);
+      if (!arguments.quiet) {
+        warnings.mention(arguments.in);
+        mention_missing(arguments, picture);
+      }
       if (arguments.json) {
         return print(picture_json(picture, arguments.view, arguments.in, arguments.out));
       }

@@ -90,6 +90,21 @@ std::string advice_on(const Kessel::Finding& finding, const std::string& path) {
   return found == std::end(ADVICE) ? std::string() : found->sentence;
 }
 
+std::string advice_on_joined(const Kessel::Finding& warning) {
+  switch (warning.kind) {
+    case FindingKind::mixed_schemas:
+      return "Try the result in the program that is to read it.";
+    case FindingKind::copies_differ:
+      return "Undo the change in one of them if it is the wrong one.";
+    case FindingKind::stand_in_left:
+      return "Put the file that holds it beside the others.";
+    case FindingKind::unknown_component:
+      return "Look whether it is the right one.";
+    default:
+      return {};
+  }
+}
+
 std::string advice_on_split(const Kessel::Finding& finding, const std::string& path) {
   if (finding.kind == FindingKind::missing_target) return SPLIT_AGAIN_OR_PUT;
   const std::string advice = advice_on(finding, path);

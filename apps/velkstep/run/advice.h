@@ -12,7 +12,11 @@ namespace Velkstep {
 /// "standard input".
 std::string advice_on(const Kessel::Finding& finding, const std::string& path);
 
-/// The same where the file is one of a split, or its folder.
+/// What can be done about something that joining files is warned of, and that stays in what comes
+/// of it: a sentence. Empty where nothing can.
+std::string advice_on_joined(const Kessel::Finding& warning);
+
+/// As advice_on() where the file is one of a split, or its folder.
 std::string advice_on_split(const Kessel::Finding& finding, const std::string& path);
 
 /// The finding's sentence, and behind it what can be done, for a message about the input at `path`.

@@ -58,9 +58,13 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
                                             const SplitArguments& arguments, Unpacked& unpacked,
                                             Warnings& warnings) {
   Kessel::Options options = arguments.options;
-  if (!arguments.part.empty()) options.follow_references = false;  // The part was followed to.
   options.input_name = arguments.in == "-" ? "-" : fs::path(arguments.in).filename().string();
-  warnings.listen(options);
+  if (arguments.part.empty()) {
+    warnings.listen(options);
+  } else {
+    options.follow_references = false;  // The part was followed to.
+    warnings.listen_to_part(options);
+  }
   options.input_folder = folder_of_input(arguments.in);
   options.output_folder = fs::absolute(arguments.outdir);
   if (options.assemblies == Kessel::AssemblyStyle::classic) {
@@ -75,13 +79,14 @@ std::vector<Kessel::WrittenFile> split_into(const fs::path& folder, const fs::pa
 
 /// A file of the part that is to be split, in `folder`.
 fs::path extracted(const fs::path& in, const SplitArguments& arguments, const fs::path& folder,
-                   Unpacked& unpacked) {
+                   Unpacked& unpacked, Warnings& warnings) {
   Kessel::ExtractOptions options;
   options.memory_limit = arguments.options.memory_limit;
   options.progress = [](const Kessel::Progress&) { throw_if_interrupted(); };
   options.follow_references = arguments.options.follow_references;
   options.follow_outside = arguments.options.follow_outside;
   options.readable = unpacked.readable();
+  options.warning = [&](const Kessel::Finding& finding) { warnings.add(finding); };
   // What it refers to is looked for by the split, and from where the input is.
   options.input_folder = folder_of_input(arguments.in);
   options.output_folder = options.input_folder;
@@ -217,13 +222,13 @@ int run_split(const SplitArguments& arguments,
     FinishedSplit split;
     std::optional<TemporaryFolder> alone;
     Unpacked unpacked;
+    Warnings warnings;
     split.source = fs::absolute(input.path());
-    split.input = arguments.part.empty()
-                      ? split.source
-                      : extracted(split.source, arguments, alone.emplace().path(), unpacked);
+    split.input = arguments.part.empty() ? split.source
+                                         : extracted(split.source, arguments,
+                                                     alone.emplace().path(), unpacked, warnings);
     split.folder =
         arguments.dry_run ? trial.emplace().path() : staged.emplace(arguments.outdir).folder();
-    Warnings warnings;
     split.files = split_into(split.folder, split.input, arguments, unpacked, warnings);
     split.read = unpacked.files();
     split.read.push_back(split.source);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,10 @@ class Warnings {
 
   /// Has `options` tell it, as long as it lives, of what the library warns.
   void listen(Kessel::Options& options);
+
+  /// The same for a file that the user does not know, into which a part of the input was extracted:
+  /// places there are not told, and nothing of a kind that is known already from the input.
+  void listen_to_part(Kessel::Options& options);
 
   /// Prints how many there were in the input that the user called `argument`, and in lines of their
   /// own which file is missing that it refers to, and what check does not know or what is left out,
@@ -35,6 +40,7 @@ class Warnings {
   };
 
   std::uint64_t count_ = 0;
+  std::set<Kessel::FindingKind> kinds_;        // of all
   std::vector<Kessel::Finding> missing_;       // files that the input refers to
   std::map<Kessel::FindingKind, Group> told_;  // told by their own sentences
   std::optional<Kessel::FindingKind> why_copied_;
