@@ -8,21 +8,15 @@
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
 #include "external/resource.h"
+#include "naming/exchange_endings.h"
 #include "products/structure.h"
 
 namespace Kessel {
 
 namespace {
 
-/// What exchange files' names end with, in small letters.
-constexpr std::string_view ENDINGS[] = {".stp", ".step", ".p21"};
-
 bool is_called_as_exchange_file(const std::string& name) {
-  std::string small = name;
-  std::transform(small.begin(), small.end(), small.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-  return std::any_of(std::begin(ENDINGS), std::end(ENDINGS),
-                     [&](std::string_view ending) { return small.ends_with(ending); });
+  return without_exchange_ending(name).size() != name.size();
 }
 
 /// The text that a string parameter says; of a typed one such as IDENTIFIER('x') the text inside.
@@ -33,6 +27,28 @@ std::string text_of(std::string_view parameter) {
     parameter = Exchange::parameter(Exchange::items_of(partial.front().list), 0);
   }
   return parameter.starts_with('\'') ? Exchange::string_value(parameter) : std::string();
+}
+
+/// What a text means if it is none of this system's paths: a URI, or a path with the separators of
+/// Windows that is seen from a folder. Empty where it can be nothing else.
+std::string meant_elsewhere(const std::string& text) {
+  if (text.starts_with("file:/")) return file_of_uri(text);
+  const bool is_seen_from_nowhere = text.starts_with('\\') || text.find(':') == 1;
+  if (is_seen_from_nowhere || text.find('\\') == std::string::npos) return {};
+  std::string path = text;
+  std::replace(path.begin(), path.end(), '\\', '/');
+  return path;
+}
+
+/// Adds what a text says, and what else it may mean; `file` is the name that stands elsewhere where
+/// the text is a folder, and empty where it says all.
+void add_name(std::vector<FileName>& names, const FileName& said, const std::string& file = {}) {
+  for (const std::string& text : {said.text, meant_elsewhere(said.text)}) {
+    if (text.empty()) continue;
+    FileName& name = names.emplace_back(said);
+    name.text = text;
+    name.name = file.empty() ? text : text.ends_with('/') ? text + file : text + "/" + file;
+  }
 }
 
 /// Collects what is said about each document.
@@ -180,24 +196,19 @@ class DocumentSearch {
   void look_at_identification(Index record) {
     const std::string name = text(record, IDENTIFICATION, 0);
     std::vector<FileName> names;
-    const auto add = [&](std::string path, const std::string& said, Index by,
-                         std::string_view keyword) {
-      names.push_back({std::move(path), said, by, keyword, 0});
-    };
     std::vector<FileName> of_sources;
     for (const Reference reference : instances_.references(record)) {
       const Index at = reference.record();
       if (at == NO_RECORD || !instances_.is(at, "EXTERNAL_SOURCE")) continue;
       const std::string source = text(at, "EXTERNAL_SOURCE", 0);
       if (!name.empty() && !source.empty() && source != name) {
-        add(source.ends_with('/') ? source + name : source + "/" + name, source, at,
-            "EXTERNAL_SOURCE");
+        add_name(names, {{}, source, at, "EXTERNAL_SOURCE", 0}, name);
       }
       if (is_called_as_exchange_file(source) || (!source.empty() && source == name)) {
-        of_sources.push_back({source, source, at, "EXTERNAL_SOURCE", 0});
+        add_name(of_sources, {{}, source, at, "EXTERNAL_SOURCE", 0});
       }
     }
-    if (!name.empty()) add(name, name, record, IDENTIFICATION);
+    if (!name.empty()) add_name(names, {{}, name, record, IDENTIFICATION, 0});
     names.insert(names.end(), of_sources.begin(), of_sources.end());
     for (const Reference reference : instances_.references(record)) {
       Found* const document = reference.is_listed() ? found(reference.record()) : nullptr;
@@ -238,10 +249,10 @@ class DocumentSearch {
                                          ? "DOCUMENT"
                                          : "DOCUMENT_FILE";
     const std::string id = text(document, keyword, 0);
-    if (!id.empty()) names.push_back({id, id, document, keyword, 0});
+    if (!id.empty()) add_name(names, {{}, id, document, keyword, 0});
     const std::string name = text(document, keyword, 1);
     if (is_called_as_exchange_file(name) || (is_cad_file && !name.empty())) {
-      names.push_back({name, name, document, keyword, 1});
+      add_name(names, {{}, name, document, keyword, 1});
     }
   }
 

@@ -16,6 +16,8 @@ struct FileName {
   /// Where the file may be, seen from the folder of the file that refers to it, UTF-8.
   std::string name;
   /// What the text itself says: the same, or the folder in front of a name that stands elsewhere.
+  /// One with backslashes, and a URI of a file, stand twice: as they are, and as the path that they
+  /// mean elsewhere.
   std::string text;
   // Where it stands: which parameter, from 0, of the record or of its part `keyword`. Of a line in
   // a reference section it is the resource, and `keyword` is empty.

@@ -56,6 +56,10 @@ Resource resource_in(std::string_view entry) {
   return resource;
 }
 
+std::string file_of_uri(std::string_view uri) {
+  return decoded_uri(path_of_uri(uri));
+}
+
 std::string decoded_uri(std::string_view part) {
   std::string text;
   for (std::size_t i = 0; i < part.size(); ++i) {

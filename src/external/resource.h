@@ -17,6 +17,9 @@ struct Resource {
 /// The resource in "#12 = <file.stp#name>".
 Resource resource_in(std::string_view entry);
 
+/// The path of the file that a URI names, decoded; empty where it names none.
+std::string file_of_uri(std::string_view uri);
+
 /// What a part of a URI says: "%20" and its like are bytes.
 std::string decoded_uri(std::string_view part);
 

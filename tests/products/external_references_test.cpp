@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "external/resource.h"
 #include "external/targets.h"
 #include "support/loaded_text.h"
@@ -50,6 +53,46 @@ TEST(ExternalReferences, NamesInTheirOrder) {
             "a.stp (APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT 0 of #42 says a.stp) "
             "id.stp (DOCUMENT_FILE 0 of #40 says id.stp) "
             "name.stp (DOCUMENT_FILE 1 of #40 says name.stp)\n");
+}
+
+TEST(ExternalReferences, PathsOfOtherSystemsAndUrisMeanWhatTheyMeanThere) {
+  // The name in the identification, the folder in the source, and what is found in their order.
+  const struct {
+    const char* name;
+    const char* source;
+    std::vector<std::string> found;
+  } cases[] = {
+      {"a\\\\b.stp", "", {"a\\b.stp says a\\b.stp", "a/b.stp says a/b.stp"}},
+      {"..\\\\b.stp", "", {"..\\b.stp says ..\\b.stp", "../b.stp says ../b.stp"}},
+      {"C:\\\\b.stp", "", {"C:\\b.stp says C:\\b.stp"}},
+      {"\\\\\\\\host\\\\b.stp", "", {"\\\\host\\b.stp says \\\\host\\b.stp"}},
+      {"file:///x/a%20b.stp",
+       "",
+       {"file:///x/a%20b.stp says file:///x/a%20b.stp", "/x/a b.stp says /x/a b.stp"}},
+      {"file://localhost/b.stp",
+       "",
+       {"file://localhost/b.stp says file://localhost/b.stp", "/b.stp says /b.stp"}},
+      {"file://host/b.stp", "", {"file://host/b.stp says file://host/b.stp"}},
+      {"http://host/b.stp", "", {"http://host/b.stp says http://host/b.stp"}},
+      {"a%20b.stp", "", {"a%20b.stp says a%20b.stp"}},
+      {"b.stp", "x\\\\y", {"x\\y/b.stp says x\\y", "x/y/b.stp says x/y", "b.stp says b.stp"}},
+      {"b.stp", "x\\\\", {"x\\/b.stp says x\\", "x/b.stp says x/", "b.stp says b.stp"}},
+      {"b.stp",
+       "file:///x/",
+       {"file:///x/b.stp says file:///x/", "/x/b.stp says /x/", "b.stp says b.stp"}},
+  };
+  for (const auto& [name, source, expected] : cases) {
+    const LoadedText file(PRODUCTS + "#40=DOCUMENT_FILE('','','',$,'',$);\n#41=EXTERNAL_SOURCE('" +
+                          source + "');\n#42=APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT('" + name +
+                          "',$,#41,(#40));\n#43=APPLIED_DOCUMENT_REFERENCE(#40,'',(#20));\n");
+    const auto references = find_external_references(file.instances, find_products(file.instances));
+    ASSERT_EQ(references.size(), 1u) << name;
+    std::vector<std::string> found;
+    for (const FileName& one : references[0].names) {
+      found.push_back(one.name + " says " + one.text);
+    }
+    EXPECT_EQ(found, expected) << name;
+  }
 }
 
 TEST(ExternalReferences, SourceThatIsTheFileItself) {

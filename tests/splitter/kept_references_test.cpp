@@ -136,6 +136,38 @@ TEST_P(KeptReferences, LeadToTheFilesFromTheFolderOfTheOutput) {
   EXPECT_TRUE(is_verified("in/in.stp", "out"));
 }
 
+TEST_P(KeptReferences, PathsOfOtherSystemsLeadToTheFilesFromTheFolderOfTheOutput) {
+  fs::create_directory("in/sub");
+  fs::copy_file("in/lid.stp", "in/sub/lid.stp");
+  const std::string here = fs::absolute("in").string();
+  const struct {
+    std::string text;
+    std::string seen_from_out;
+  } names[] = {
+      {"sub\\\\lid.stp", "../in/sub/lid.stp"},
+      {".\\\\sub\\\\lid.stp", "../in/./sub/lid.stp"},
+      {"..\\\\in\\\\lid.stp", "..\\\\in\\\\lid.stp"},  // the same from there
+      {"file://" + here + "/sub/lid.stp", "file://" + here + "/sub/lid.stp"},
+      {"no\\\\where.stp", "../in/no\\\\where.stp"},
+  };
+  for (const auto& [text, seen_from_out] : names) {
+    std::string records = REFERRING;
+    for (std::size_t at; (at = records.find("'lid.stp'")) != std::string::npos;) {
+      records.replace(at, 9, "'" + text + "'");
+    }
+    folder_.write("in/in.stp", exchange_file(records));
+    const std::vector<fs::path> files = split_to("out");
+    const std::string lid =
+        read_file(fs::exists("out/lid (2).stp") ? "out/lid (2).stp" : "out/lid.stp");
+    EXPECT_NE(lid.find("=DOCUMENT_FILE('" + seen_from_out + "','about it',"), std::string::npos)
+        << lid;
+    const bool is_there = !text.starts_with("no");
+    EXPECT_TRUE(!is_there || leads_to_the_same(files.front())) << text;
+    EXPECT_TRUE(is_verified("in/in.stp", "out")) << text;
+    fs::remove_all("out");
+  }
+}
+
 TEST_P(KeptReferences, NoOutputIsCalledAsAFileThatTheInputRefersTo) {
   const std::vector<fs::path> files = split_to("in");
   const auto has = [&](const fs::path& path) {

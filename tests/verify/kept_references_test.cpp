@@ -227,12 +227,17 @@ TEST_P(VerifiedReferences, OneFileInSeveralWordingsIsNoFinding) {
       {{hinge, "'.//lid.stp'"}},
       {{hinge, "'../in/lid.stp'"}},
       {{hinge, "'" + here + "/lid.stp'"}},
+      {{hinge, "'.\\\\lid.stp'"}},
+      {{hinge, "'far\\\\..\\\\lid.stp'"}},
+      {{hinge, "'file://" + here + "/%6Cid.stp'"}},
       {{hinge, "'far/linked.stp'"}},
       {{hinge, "'hard.stp'"}},
       {{hinge, "'more/lid.stp'"}},
       {{document, "DOCUMENT_FILE('./lid.stp'"}},
       {{document, "DOCUMENT_FILE('hard.stp'"}},
       {{document, "DOCUMENT_FILE('no.stp'"}},
+      {{document, "DOCUMENT_FILE('.\\\\lid.stp'"}},
+      {{style, reference_by_folder(300, ".\\\\more", "lid.stp", 40) + style}},
       {{style, reference_by_folder(300, "more", "lid.stp", 40) +
                    reference_by_folder(310, "./more/", "knob.stp", 20) + style}},
       // The folder #191 of two names, which stand in files of their own.
