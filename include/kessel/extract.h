@@ -43,7 +43,7 @@ struct ExtractOptions {
   std::filesystem::path input_folder = {};
   /// The folder in which the outputs are going to lie, as Options::output_folder.
   std::filesystem::path output_folder = {};
-  /// Whether an output that is there already is replaced.
+  /// Whether an output that is there already is replaced; devices and pipes never are.
   bool replace = false;
   /// Told how far it has come, as Options::progress; sorting and writing come again for each part.
   std::function<void(const Progress&)> progress = {};

@@ -35,7 +35,7 @@ struct JoinOptions {
   /// that was unpacked to, or else the same path. May throw `InputError`. What it names must stay
   /// as it is until `join` returns. Null where all files are read where they are.
   std::function<std::filesystem::path(const std::filesystem::path&)> readable = {};
-  /// Whether an output that is there already is replaced.
+  /// Whether an output that is there already is replaced; devices and pipes never are.
   bool replace = false;
   /// Told how far it has come, as Options::progress; the total of Stage::reading grows with the
   /// files that are found.

@@ -37,7 +37,7 @@ struct PictureOptions {
   std::function<std::filesystem::path(const std::filesystem::path&)> readable = {};
   /// The folder from which the input's names of other files are seen, as Options::input_folder.
   std::filesystem::path input_folder = {};
-  /// Whether an output that is there already is replaced.
+  /// Whether an output that is there already is replaced; devices and pipes never are.
   bool replace = false;
   /// Told how far it has come, as Options::progress; Stage::sorting counts parts that are drawn.
   std::function<void(const Progress&)> progress = {};

@@ -21,7 +21,7 @@ struct ShrinkOptions {
   /// Whether records are numbered from 1 without gaps. Otherwise each keeps its number, so that
   /// comparing the files line by line shows what became of it.
   bool renumber = false;
-  /// Whether an output that is there already is replaced.
+  /// Whether an output that is there already is replaced; devices and pipes never are.
   bool replace = false;
   /// Told how far it has come, as Options::progress.
   std::function<void(const Progress&)> progress = {};

@@ -46,6 +46,20 @@ constexpr Signature SIGNATURES[] = {
     {"<?xml"sv, not_an_exchange_file, "an XML file"},
 };
 
+// The same of texts, behind blanks and in capital or small letters.
+constexpr Signature SIGNATURES_OF_TEXTS[] = {
+    {"<!doctype html"sv, not_an_exchange_file, "a web page, which a failed download may leave"},
+    {"<html"sv, not_an_exchange_file, "a web page, which a failed download may leave"},
+    {"version https://git-lfs"sv, not_an_exchange_file,
+     "a pointer of Git LFS (\"git lfs pull\" gets the file)"},
+};
+
+constexpr std::size_t LONGEST_OF_TEXTS = 32;
+
+// What stands at the 257th byte of a tar archive (POSIX.1, pax).
+constexpr std::string_view TAR = "ustar";
+constexpr std::size_t PLACE_OF_TAR = 257;
+
 // The same behind blanks, each of which may be more than one byte, whichever stands first.
 constexpr Signature SIGNATURES_BEHIND_BLANKS[] = {
     {"I\0\0\0S\0\0\0O"sv, other_encoding, "UTF-32"},
@@ -73,6 +87,14 @@ std::string_view without_wide_blanks_in_front(std::string_view text) {
   return text;
 }
 
+std::string in_small_letters(std::string_view text) {
+  std::string small(text);
+  for (char& c : small) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return small;
+}
+
 /// What the first of `signatures` that `head` begins with says.
 std::optional<Finding> find_signature(std::string_view head,
                                       std::span<const Signature> signatures) {
@@ -93,7 +115,14 @@ std::optional<Finding> recognise(std::string_view head) {
   if (head.starts_with(BYTE_ORDER_MARK)) head.remove_prefix(BYTE_ORDER_MARK.size());
   const std::string_view text = head.substr(Exchange::behind_blanks(head, 0));
   if (text.starts_with(BEGIN)) return std::nullopt;
+  if (auto finding =
+          find_signature(in_small_letters(text.substr(0, LONGEST_OF_TEXTS)), SIGNATURES_OF_TEXTS)) {
+    return finding;
+  }
   if (std::any_of(head.begin(), head.end(), is_no_text)) {
+    if (head.size() > PLACE_OF_TAR && head.substr(PLACE_OF_TAR).starts_with(TAR)) {
+      return make_finding(compressed, "The file is an archive (tar); unpack it first.");
+    }
     return make_finding(binary, sentence_for(binary, "binary data"));
   }
   // A comment in front may be longer than what was given.

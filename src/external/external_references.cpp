@@ -8,21 +8,15 @@
 #include "exchange/parameters.h"
 #include "exchange/string_value.h"
 #include "external/resource.h"
+#include "naming/exchange_endings.h"
 #include "products/structure.h"
 
 namespace Kessel {
 
 namespace {
 
-/// What exchange files' names end with, in small letters.
-constexpr std::string_view ENDINGS[] = {".stp", ".step", ".p21"};
-
 bool is_called_as_exchange_file(const std::string& name) {
-  std::string small = name;
-  std::transform(small.begin(), small.end(), small.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-  return std::any_of(std::begin(ENDINGS), std::end(ENDINGS),
-                     [&](std::string_view ending) { return small.ends_with(ending); });
+  return without_exchange_ending(name).size() != name.size();
 }
 
 /// The text that a string parameter says; of a typed one such as IDENTIFIER('x') the text inside.

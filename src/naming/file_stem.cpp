@@ -8,6 +8,7 @@
 #include "encoding/unicode.h"
 #include "naming/ascii.h"
 #include "naming/characters.h"
+#include "naming/exchange_endings.h"
 #include "naming/unicode_forms.h"
 
 namespace Kessel {
@@ -94,6 +95,18 @@ std::string file_stem(std::string_view name, FileNameSet set) {
     shorten(stem, MAX_STEM);
   }
   return to_utf8(stem);
+}
+
+std::string product_file_stem(std::string_view name, FileNameSet set) {
+  std::string_view stem = name;
+  for (;;) {
+    const std::string_view trimmed = stem.substr(0, stem.find_last_not_of(' ') + 1);
+    const std::string_view shorter = without_exchange_ending(trimmed);
+    if (shorter.size() == trimmed.size()) break;
+    stem = shorter;
+  }
+  const std::string without = file_stem(stem, set);
+  return without.empty() ? file_stem(name, set) : without;
 }
 
 std::string shortened_stem(std::string_view stem, std::size_t bytes) {

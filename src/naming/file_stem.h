@@ -29,6 +29,11 @@ enum class FileNameSet {
 /// what means something to a shell: "#", "-", "~". Too long a name is cut between two characters.
 std::string file_stem(std::string_view name, FileNameSet set);
 
+/// The same for a product whose name may be that of an exchange file: "lid.step" gives "lid", since
+/// the file's name has an extension of its own. An ending without which nothing of use would be
+/// left stays.
+std::string product_file_stem(std::string_view name, FileNameSet set);
+
 /// `stem` cut so that `bytes` more and the extension fit into MAX_FILE_NAME, not inside a character
 /// or in front of its marks, and without spaces and dots at the end.
 std::string shortened_stem(std::string_view stem, std::size_t bytes);

@@ -20,6 +20,10 @@ void refuse_what_is_there(const fs::path& path, bool replace) {
     throw OutputError(path, std::make_error_code(std::errc::is_a_directory));
   }
   if (!replace) throw OutputError(path, std::make_error_code(std::errc::file_exists));
+  if (there != fs::file_type::regular && there != fs::file_type::symlink) {
+    // A device or a pipe is there for others, too.
+    throw OutputError(path, std::make_error_code(std::errc::not_supported));
+  }
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace Kessel {
 class FinishedFile {
  public:
   /// Makes the fresh file. Throws OutputError where it cannot be made, or where there is something
-  /// at `path` and `replace` is not set, or a folder.
+  /// at `path` and `replace` is not set, or what is no file: a folder, a device, a pipe.
   FinishedFile(const std::filesystem::path& path, bool replace);
 
   std::ostream& stream() { return fresh_.stream(); }

@@ -46,8 +46,8 @@ class RecordNames {
 
 /// What a product is called, for a file.
 std::string stem_of(const Instances& instances, const Product& product, FileNameSet set) {
-  std::string stem = file_stem(product.name, set);
-  if (stem.empty()) stem = file_stem(product.id, set);
+  std::string stem = product_file_stem(product.name, set);
+  if (stem.empty()) stem = product_file_stem(product.id, set);
   return stem.empty() ? "part " + number_of(instances, product) : stem;
 }
 

@@ -36,7 +36,7 @@ std::filesystem::path name_after(const std::string& input, NameStyle style) {
   const std::string name = input.substr(0, has_stem ? extension : std::string::npos);
   const FileNameSet set =
       style == NameStyle::product_unicode ? FileNameSet::unicode : FileNameSet::ascii;
-  std::string stem = file_stem(name, set);
+  std::string stem = product_file_stem(name, set);
   if (stem.empty()) stem = "Root";
   stem += FILE_EXTENSION;
   return path_of_utf8(stem);

@@ -59,6 +59,17 @@ TEST(InfoCommand, PrintsHeaderAndCounts) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 1);
 }
 
+TEST(InfoCommand, SpacesAloneAreNotShown) {
+  const ScratchFolder folder;
+  std::string text = exchange_file(BOX_WITH_LID);
+  text.replace(text.find("('me')"), 6, "(' ')");
+  text.replace(text.find("('us')"), 6, "('  us ')");
+  folder.write("in.stp", text);
+  const std::string out = run_velkstep({"info", "in.stp"}).out;
+  EXPECT_NE(out.find("  Time                then\n  Organisations       us\n"), std::string::npos)
+      << out;
+}
+
 TEST(InfoCommand, CountsAssembliesWithBodies) {
   const ScratchFolder folder;
   folder.write("in.stp", exchange_file(product(1, "'a','a',''") + product(11, "'b','b',''") +

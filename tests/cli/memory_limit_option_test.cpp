@@ -91,6 +91,18 @@ TEST_F(MemoryLimitOption, CheckRefusesWhatNeedsMore) {
             run_velkstep({"check", "names.stp"}).out);
 }
 
+TEST_F(MemoryLimitOption, LookingRefusesTheSame) {
+  for (const char* const command : {"tree", "info"}) {
+    const ProcessRun refused = with_limit("1kB", {command, "in.stp"});
+    EXPECT_EQ(refused.exit_code, 1);
+    EXPECT_EQ(refused.out, "");
+    EXPECT_THAT(refused.errors,
+                MatchesRegex("velkstep: in.stp.*limit is 1,000[.;].*" + ADVICE + "\n"));
+    EXPECT_EQ(with_limit("9MB", {command, "in.stp"}).out, run_velkstep({command, "in.stp"}).out);
+  }
+  EXPECT_EQ(with_limit("1kB", {"tree", "--bom", "--sizes", "in.stp"}).exit_code, 1);
+}
+
 TEST_F(MemoryLimitOption, VerifyAndJoinRefuseTheSame) {
   fs::create_directory("out");
   fs::copy("in.stp", "out/in.stp");

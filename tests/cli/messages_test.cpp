@@ -588,6 +588,11 @@ TEST_F(Messages, StandardStreamsAndTemporaryFiles) {
   for (const char* command : {"split", "tree", "info", "report"}) {
     expect_line({command, "good.stp"}, 1, full, {.standard_output = "/dev/full"});
   }
+  const std::vector<std::vector<std::string>> told = {
+      {"--help"}, {"--version"}, {"help"}, {"split", "--help"}};
+  for (const auto& arguments : told) {
+    expect_line(arguments, 1, full, {.standard_output = "/dev/full"});
+  }
   expect_line({"diff", "-", "-"}, 2, "standard input: cannot be both files; name one of them");
   expect_line({"tree", "-"}, 1, "standard input: The file is empty. Copy or export it again.");
   const ProcessSetting no_folder = {.standard_input = "good.stp",
@@ -779,16 +784,7 @@ TEST_F(Messages, NoticesNameTheirFile) {
        "velkstep: 2 parts: 2 done"},
       {{}, {"split", "good.stp", "--part", "lid", "-o", "21"}, ""},
       {{}, {"split", "good.stp", "none.stp", "-qo", "9"}, ""},
-      {{},
-       {"split", "good.stp", "none.step"},
-       "velkstep: none.step: is not there, so it names the folder for the files; -o does that "
-       "without "
-       "doubt. Did you mean none.stp?"},
-      {{},
-       {"split", "good.stp", "good.step"},
-       "velkstep: good.step: is not there, so it names the folder for the files; -o does that "
-       "without doubt"},
-      {{}, {"split", "-q", "good.stp", "other.step"}, ""},
+      {{}, {"split", "good.stp", "-o", "other.step"}, ""},
       {{}, {"check", "good.stp", "lid.stp"}, "velkstep: 2 inputs: 2 done"},
   };
   for (const Notice& notice : NOTICES) {
@@ -839,6 +835,18 @@ TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
       {{"split", "good.stp", "-"},
        " split: standard input has no name for a folder; -o OUTDIR names one for it alone"},
       {{"split", "good.stp", ""}, " split: OUTDIR is empty; name a folder"},
+      {{"split", "good.stp", "none.step"},
+       " split: none.step is not there; check its name, or name the folder for the result by -o "
+       "none.step"},
+      {{"report", "-q", "good.stp", "goad.stp.gz"},
+       " report: goad.stp.gz is not there; check its name, or name the folder for the result by -o "
+       "goad.stp.gz"},
+      {{"split", "-", "goad.stp"},
+       " split: goad.stp is not there; did you mean good.stp? Or name the folder for the result by "
+       "-o goad.stp"},
+      {{"report", "good.stp", "-o", "page.HTML"},
+       " report: --output: page.HTML: is to be a folder, in which report.html is written; name it "
+       "page"},
       {{"split", "a/b.stp", "b.step", "-oout"},
        " split: a/b.stp and b.step would both go into out/b; split them one by one, each with its "
        "own -o OUTDIR"},

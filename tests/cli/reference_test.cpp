@@ -102,6 +102,8 @@ TEST(ManualPage, SaysWhatTheHelpSays) {
   EXPECT_NE(page.find("--memory-limit SIZE"), std::string::npos) << page;
   EXPECT_NE(page.find("velkstep info [OPTIONS] IN...\n"), std::string::npos) << page;
   EXPECT_NE(page.find("velkstep join [OPTIONS] ROOT -o OUT\n"), std::string::npos) << page;
+  EXPECT_NE(page.find("velkstep extract [OPTIONS] IN --part WHAT -o OUT\n"), std::string::npos)
+      << page;
   EXPECT_NE(page.find("--depth N\n"), std::string::npos) << page;
   EXPECT_NE(page.find("--jobs N\n"), std::string::npos) << page;
   EXPECT_NE(page.find("--output OUT\n"), std::string::npos) << page;

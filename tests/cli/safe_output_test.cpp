@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <set>
 #include <string>
 #include <vector>
@@ -191,6 +192,28 @@ TEST_F(SafeOutput, FoldersAreNeverReplaced) {
   folder_.write("out/box.stp", "mine");
   expect_untouched("velkstep: out/lid.stp: is a folder; remove it, or name another place\n",
                    {"--force"});
+}
+
+TEST_F(SafeOutput, PipesAndDevicesAreNeverReplaced) {
+  fs::create_directory("out");
+  ASSERT_EQ(::mkfifo("out/lid.stp", 0600), 0);
+  const ProcessRun whole = split({"--force"});
+  EXPECT_EQ(whole.exit_code, 1);
+  EXPECT_EQ(whole.errors, "velkstep: out/lid.stp: is no file; remove it, or name another place\n");
+  EXPECT_TRUE(fs::is_fifo("out/lid.stp"));
+  ASSERT_EQ(::mkfifo("out/pipe", 0600), 0);
+  const std::vector<std::vector<std::string>> commands = {
+      {"extract", "--part=lid"}, {"picture"}, {"join"}, {"shrink"}};
+  for (std::vector<std::string> command : commands) {
+    command.insert(command.end(), {"in.stp", "-f", "-o", "out/pipe"});
+    const ProcessRun run = run_velkstep(command);
+    EXPECT_EQ(run.exit_code, 1) << command.front();
+    EXPECT_EQ(run.errors,
+              "velkstep: out/pipe: cannot be written: Operation not supported; only files are "
+              "replaced, so name another\n");
+    EXPECT_TRUE(fs::is_fifo("out/pipe")) << command.front();
+  }
+  EXPECT_EQ(std::distance(fs::directory_iterator("out"), {}), 2);
 }
 
 TEST_F(SafeOutput, FolderBehindALinkIsWrittenTo) {

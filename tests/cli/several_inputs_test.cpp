@@ -140,8 +140,12 @@ TEST_F(SeveralInputs, AreSplitIntoFoldersOfTheirNames) {
 
 TEST_F(SeveralInputs, SecondThatIsNoFileIsTheFolder) {
   fs::create_directory("there");
+  EXPECT_EQ(run_velkstep({"split", "-q", "box.stp", "new"}).exit_code, 0);
+  EXPECT_TRUE(fs::is_directory("new"));
+  EXPECT_EQ(run_velkstep({"split", "-q", "box.stp", "new.step"}).exit_code, 2);
+  EXPECT_FALSE(fs::exists("new.step")) << "a second input was mistyped";
+  fs::create_directory("new.step");
   EXPECT_EQ(run_velkstep({"split", "-q", "box.stp", "new.step"}).exit_code, 0);
-  EXPECT_TRUE(fs::is_directory("new.step"));
   EXPECT_EQ(run_velkstep({"split", "-q", "box.stp", "there"}).exit_code, 0);
   EXPECT_FALSE(fs::is_empty("there"));
   EXPECT_EQ(run_velkstep({"split", "-q", "-", "piped"}, {.standard_input = "box.stp"}).exit_code,

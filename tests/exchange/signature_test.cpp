@@ -88,8 +88,22 @@ TEST(Signature, OtherText) {
       "error not_an_exchange_file: The file is no exchange file: it does not begin with "
       "\"ISO-10303-21\".";
   EXPECT_EQ(recognised("solid cube\n"), OTHER);
+  EXPECT_EQ(recognised("<htm"), OTHER);
   EXPECT_EQ(recognised("HEADER;\nISO-10303-21;"), OTHER);
   EXPECT_EQ(recognised("/* ISO-10303-21;"), OTHER);
+}
+
+TEST(Signature, WhatDownloadsLeave) {
+  const std::string FOUND = "error not_an_exchange_file: The file is no exchange file: it is ";
+  const std::string PAGE = FOUND + "a web page, which a failed download may leave.";
+  EXPECT_EQ(recognised("<!DOCTYPE html>\n<html>"), PAGE);
+  EXPECT_EQ(recognised("\xEF\xBB\xBF\n <HTML lang=\"en\">"), PAGE);
+  EXPECT_EQ(recognised("version https://git-lfs.github.com/spec/v1\noid sha256:0\n"),
+            FOUND + "a pointer of Git LFS (\"git lfs pull\" gets the file).");
+  std::string tar = "lamp.step" + std::string(248, '\0') + "ustar";
+  EXPECT_EQ(recognised(tar), "error compressed: The file is an archive (tar); unpack it first.");
+  tar.replace(0, 13, "ISO-10303-21;");
+  EXPECT_EQ(recognised(tar), "");
 }
 
 TEST(Signature, ExchangeFiles) {

@@ -132,6 +132,40 @@ TEST(FileStem, WhatACutLeavesMayBeOfNoUse) {
   expect_both(std::string(140, '_') + "x", "");
 }
 
+TEST(ProductFileStem, EndingsOfExchangeFilesGo) {
+  const struct {
+    std::string name;
+    std::string stem;
+  } CASES[] = {
+      {"lid.step", "lid"},
+      {"lid.STP", "lid"},
+      {"lid.p21", "lid"},
+      {"lid.stp.Step ", "lid"},
+      {"lid .stp", "lid"},
+      {"v1.2.stp", "v1.2"},
+      {"lid.stpz", "lid.stpz"},
+      {"lid.sldprt", "lid.sldprt"},
+      {"step", "step"},
+      {"lidstep", "lidstep"},
+      {".step", "_step"},
+      {"..stp", "_.stp"},
+      {"?.stp", "_.stp"},
+      {"nul.step", "_nul"},
+      {"", ""},
+      {"?", ""},
+  };
+  for (const auto& row : CASES) {
+    EXPECT_EQ(product_file_stem(row.name, FileNameSet::ascii), row.stem) << row.name;
+    EXPECT_EQ(product_file_stem(row.name, FileNameSet::unicode), row.stem) << row.name;
+  }
+  expect_both("lid.step", "lid.step");
+}
+
+TEST(ProductFileStem, WhatIsCutOffHidesNoEnding) {
+  EXPECT_EQ(product_file_stem(std::string(200, 'x') + ".step", FileNameSet::ascii),
+            std::string(139, 'x'));
+}
+
 TEST(ShortenedStem, LeavesRoom) {
   EXPECT_EQ(shortened_stem(std::string(139, 'x'), 4), std::string(135, 'x'));
   EXPECT_EQ(shortened_stem("short", 4), "short");

@@ -56,6 +56,16 @@ TEST(FileNames, MayHaveAnyCharacters) {
                    "part 70.stp", "_744.stp", "支.stp", "Root.stp", "Root (2).stp"}));
 }
 
+TEST(FileNames, HaveOneExtension) {
+  const std::string records = called(10, "'K-1','lid.step'") + called(20, "'K-2','Lid.STP'") +
+                              called(30, "'K-3','lid'") + called(40, "'K-4.stp',''") +
+                              called(50, "'','.stp'");
+  for (const NameStyle style : {NameStyle::product, NameStyle::product_unicode}) {
+    EXPECT_EQ(named(records, style),
+              (Names{"lid.stp", "Lid (2).stp", "lid (3).stp", "K-4.stp", "_stp.stp", "Root.stp"}));
+  }
+}
+
 TEST(FileNames, AreNumbersOnRequest) {
   EXPECT_EQ(named(called(10, "'K-1','bolt'") + called(20, "'K-2','nut'") +
                       "#30=PRODUCT_DEFINITION('','',#11,$);\n"

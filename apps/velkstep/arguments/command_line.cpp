@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <system_error>
 
@@ -159,7 +160,11 @@ int run_command_line(int argc, char** argv) {
     app.parse(arguments_of(argc, argv, app));
     return action();
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return app.exit(error);  // Help, or the version.
+    if (error.get_exit_code() == 0) {  // Help, or the version.
+      std::ostringstream text;
+      app.exit(error, text, text);
+      return print(text.str());
+    }
     return refuse(name(), sentence(app, command(), error));
   } catch (const WrongUsage& error) {
     return refuse(name(), printable(error.what()));

@@ -242,6 +242,7 @@ void add_tree_command(CLI::App& app, Action& action) {
              "With --bom: sort by name, or by quantity, the most frequent first")
       ->needs(bom);
   add_follow_options(command, arguments->follow, arguments->follow_outside);
+  add_memory_limit_option(command, arguments->memory_limit);
   add_colour_option(command, arguments->colours);
   json->excludes(dot)->excludes(bom)->excludes(depth);
   dot->excludes(bom);
@@ -253,6 +254,7 @@ void add_info_command(CLI::App& app, Action& action) {
       app, action, info, "info", "Show what the header of each IN says, and count what it holds");
   add_inputs(command, arguments->in, arguments->jobs, "The exchange files; - reads standard input");
   add_follow_options(command, arguments->follow, arguments->follow_outside);
+  add_memory_limit_option(command, arguments->memory_limit);
   add_colour_option(command, arguments->colours);
   command->add_flag("--json", arguments->json, "Print one line of JSON for each file");
 }
@@ -263,6 +265,7 @@ void add_report_command(CLI::App& app, Action& action) {
                   "Split each IN, and write a page about its parts, report.html");
   command->footer(SPLIT_EXIT_CODES);
   add_split_arguments(command, *arguments);
+  command->get_option("--output")->check(CLI::Validator(fault_of_report_folder, ""));
   command->add_flag_callback(
       "--no-pictures", [arguments = arguments] { arguments->pictures = false; },
       "Leave out the drawings of the parts, their boxes and colours");

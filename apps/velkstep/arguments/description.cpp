@@ -1,5 +1,6 @@
 #include "arguments/description.h"
 
+#include <cstddef>
 #include <sstream>
 
 #include "arguments/commands.h"
@@ -31,17 +32,24 @@ OptionDescription describe(const CLI::Option& option) {
     description.is_path = description.value.starts_with("OUT");
   }
   description.is_folder = description.value == "OUTDIR";
-  description.is_required = option.get_required();
   if (description.repeats) description.value += "...";
   description.preset = option.get_default_str();
   description.text = option.get_description();
   return description;
 }
 
+/// What stands in the line of --help that begins with "Usage:", from "[OPTIONS]" on.
+std::vector<std::string> usage_of(const CLI::App& app) {
+  const std::string help = app.help();
+  const std::size_t begin = help.find("[OPTIONS]", help.find("Usage: "));
+  return split_at(help.substr(begin, help.find('\n', begin) - begin), ' ');
+}
+
 CommandDescription describe_command(const CLI::App& app) {
   CommandDescription description;
   description.name = app.get_name();
   description.text = app.get_description();
+  description.usage = usage_of(app);
   for (const CLI::Option* option : app.get_options()) {
     auto& list = option->get_positional() ? description.arguments : description.options;
     list.push_back(describe(*option));

@@ -13,15 +13,15 @@ struct OptionDescription {
   std::vector<std::string> words;  ///< what its value can be; empty for any
   std::string preset;
   std::string text;
-  bool is_path = false;      ///< whether its value is a file or a folder
-  bool is_folder = false;    ///< whether it is a folder
-  bool is_required = false;  ///< whether the command wants it
-  bool repeats = false;      ///< whether there may be several values
+  bool is_path = false;    ///< whether its value is a file or a folder
+  bool is_folder = false;  ///< whether it is a folder
+  bool repeats = false;    ///< whether there may be several values
 };
 
 struct CommandDescription {
   std::string name;
   std::string text;
+  std::vector<std::string> usage;  ///< the words behind its name: "[OPTIONS]", "IN", "-o", "OUT"
   std::vector<OptionDescription> arguments;  ///< positional, in order
   std::vector<OptionDescription> options;
 };

@@ -88,6 +88,12 @@ std::string fault_of_exchange_file(const std::string& out) {
   return {};
 }
 
+std::string fault_of_report_folder(const std::string& out) {
+  const std::string ending = ending_of(out);
+  if (ending != ".html" && ending != ".htm") return {};
+  return out + ": is to be a folder, in which report.html is written; name it " + renamed(out, "");
+}
+
 std::string fault_of_picture(const std::string& out) {
   const std::string ending = ending_of(out);
   if (ending.empty() || ending == ".svg") return {};

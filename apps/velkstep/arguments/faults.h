@@ -17,6 +17,9 @@ std::string fault_of_output(const std::string& out);
 /// One that is written as an exchange file: it is not compressed, and no picture.
 std::string fault_of_exchange_file(const std::string& out);
 
+/// The folder of a report, which is not the page.
+std::string fault_of_report_folder(const std::string& out);
+
 /// One that is written as a picture: that is SVG.
 std::string fault_of_picture(const std::string& out);
 

@@ -23,7 +23,8 @@ int info_one(const std::string& in, const Colours& colours, const InfoArguments&
     Kessel::Options options{.input_folder = folder_of_input(in),
                             .follow_references = arguments.follow,
                             .follow_outside = arguments.follow_outside,
-                            .readable = unpacked.readable()};
+                            .readable = unpacked.readable(),
+                            .memory_limit = arguments.memory_limit};
     warnings.listen(options);
     const Kessel::Summary summary = Kessel::read_summary(path, options);
     warnings.mention(in);

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "kessel/options.h"
 #include "text/terminal.h"
 
 namespace Velkstep {
@@ -15,6 +17,7 @@ struct InfoArguments {
   ColourChoice colours = ColourChoice::automatic;
   bool follow = false;
   bool follow_outside = false;
+  std::uint64_t memory_limit = Kessel::Options::NO_LIMIT;
   bool json = false;
 };
 

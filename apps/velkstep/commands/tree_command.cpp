@@ -47,7 +47,8 @@ int tree_of_one(const std::string& in, const TreeArguments& arguments, const Col
                             .input_folder = folder_of_input(in),
                             .follow_references = arguments.follow,
                             .follow_outside = arguments.follow_outside,
-                            .readable = unpacked.readable()};
+                            .readable = unpacked.readable(),
+                            .memory_limit = arguments.memory_limit};
     warnings.listen(options);
     Kessel::Drawing drawing;
     if (arguments.sizes) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct TreeArguments {
   bool sizes = false;
   bool follow = false;
   bool follow_outside = false;
+  std::uint64_t memory_limit = Kessel::Options::NO_LIMIT;
   PartsOrder order = PartsOrder::file;
   ColourChoice colours = ColourChoice::automatic;
 };

@@ -55,17 +55,25 @@ class Lines {
   std::string text_;
 };
 
+std::string_view without_spaces_around(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+  return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
 void add_header(Lines& lines, const Kessel::Header& header) {
-  lines.add("Name", header.name);
-  lines.add("Description", joined(header.description));
-  lines.add("Time", header.time_stamp);
-  lines.add("Authors", joined(header.authors));
-  lines.add("Organisations", joined(header.organisations));
-  lines.add("Originating system", header.originating_system);
-  lines.add("Preprocessor", header.preprocessor_version);
-  lines.add("Authorisation", header.authorisation);
-  lines.add("Schema", joined(header.schemas));
-  lines.add("Implementation", header.implementation_level);
+  const auto add = [&](std::string_view label, std::string_view value) {
+    lines.add(label, without_spaces_around(value));
+  };
+  add("Name", header.name);
+  add("Description", joined(header.description));
+  add("Time", header.time_stamp);
+  add("Authors", joined(header.authors));
+  add("Organisations", joined(header.organisations));
+  add("Originating system", header.originating_system);
+  add("Preprocessor", header.preprocessor_version);
+  add("Authorisation", header.authorisation);
+  add("Schema", joined(header.schemas));
+  add("Implementation", header.implementation_level);
 }
 
 void add_types(Lines& lines, const std::vector<Kessel::TypeCount>& types) {

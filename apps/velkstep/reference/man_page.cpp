@@ -36,12 +36,12 @@ std::string value_of(const OptionDescription& option) {
 std::string synopsis(const std::vector<CommandDescription>& commands) {
   std::string out;
   for (std::size_t i = 1; i < commands.size(); ++i) {
-    out += bold("velkstep " + commands[i].name) + " [" + italic("OPTIONS") + "]";
-    for (const OptionDescription& argument : commands[i].arguments) {
-      out += " " + italic(argument.value);
-    }
-    for (const OptionDescription& option : commands[i].options) {
-      if (option.is_required) out += " " + bold(option.flags.front()) + " " + italic(option.value);
+    out += bold("velkstep " + commands[i].name);
+    for (const std::string& word : commands[i].usage) {
+      const bool is_literal = word.starts_with('-');
+      out += " " + (word == "[OPTIONS]" ? "[" + italic("OPTIONS") + "]"
+                    : is_literal        ? bold(word)
+                                        : italic(word));
     }
     out += "\n.br\n";
   }

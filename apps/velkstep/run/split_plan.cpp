@@ -1,6 +1,5 @@
 #include "run/split_plan.h"
 
-#include <iostream>
 #include <map>
 #include <system_error>
 
@@ -8,7 +7,6 @@
 #include "run/input_names.h"
 #include "run/meant_files.h"
 #include "run/with_input.h"
-#include "text/terminal.h"
 
 namespace Velkstep {
 
@@ -80,20 +78,15 @@ void require_own_folders(const std::vector<SplitArguments>& plan) {
   }
 }
 
-/// Who mistypes a second input gets a folder of that name.
-void mention_folder_like_a_file(const SplitArguments& arguments,
-                                const std::vector<SplitArguments>& plan) {
-  const std::string& last = arguments.inputs.back();
+/// A second input that was mistyped is no folder.
+void refuse_folder_like_a_file(const std::string& in, const std::string& folder) {
   std::error_code error;
-  if (arguments.quiet || plan.back().in == last || stem_of(last).empty() ||
-      fs::exists(last, error)) {
-    return;
-  }
-  const std::string meant = meant_instead_of(last);
-  const bool is_another = !meant.empty() && !stem_of(meant).empty() && meant != plan.back().in;
-  std::cerr << "velkstep: " << printable(last)
-            << ": is not there, so it names the folder for the files; -o does that without doubt"
-            << (is_another ? ". Did you mean " + printable(meant) + "?" : "") << '\n';
+  if (stem_of(folder).empty() || fs::exists(folder, error)) return;
+  const std::string meant = meant_instead_of(folder);
+  const bool is_another = !meant.empty() && !stem_of(meant).empty() && meant != in;
+  throw WrongUsage(folder + " is not there; " +
+                   (is_another ? "did you mean " + meant + "? Or" : "check its name, or") +
+                   " name the folder for the result by -o " + folder);
 }
 
 }  // namespace
@@ -104,6 +97,7 @@ std::vector<SplitArguments> plan_splits(const SplitArguments& arguments) {
   std::error_code error;
   if (folder.empty() && inputs.size() == 2 && inputs[1] != "-" &&
       !fs::is_regular_file(inputs[1], error)) {
+    refuse_folder_like_a_file(inputs[0], inputs[1]);
     folder = inputs[1];
     inputs.pop_back();
     if (folder.empty()) throw WrongUsage("OUTDIR is empty; name a folder");
@@ -124,7 +118,6 @@ std::vector<SplitArguments> plan_splits(const SplitArguments& arguments) {
 int for_each_split(const SplitArguments& arguments,
                    const std::function<int(const SplitArguments&)>& split_one) {
   std::vector<SplitArguments> plan = plan_splits(arguments);
-  mention_folder_like_a_file(arguments, plan);
   EachInput each;
   each.jobs = arguments.jobs;
   if (arguments.parts.size() > 1) {

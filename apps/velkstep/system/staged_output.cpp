@@ -112,6 +112,9 @@ void refuse_what_is_there(const fs::path& outdir, const std::vector<std::string>
     if (is_folder(*there))
       throw failure(outdir / name, "is a folder; remove it, or name another place");
     if (!replace) throw failure(outdir / name, "is there already; --force replaces it");
+    if (!S_ISREG(there->st_mode) && !S_ISLNK(there->st_mode)) {
+      throw failure(outdir / name, "is no file; remove it, or name another place");
+    }
   }
 }
 

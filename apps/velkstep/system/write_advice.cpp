@@ -16,6 +16,7 @@ constexpr WriteAdvice WRITE_ADVICE[] = {
     {std::errc::no_space_on_device, "make room, or name a place on another disk"},
     {std::errc::no_such_file_or_directory, "make its folder first, or name another"},
     {std::errc::is_a_directory, "name a file"},
+    {std::errc::not_supported, "only files are replaced, so name another"},
     {std::errc::file_too_large, "raise the limit of sizes (ulimit -f), or name another disk"},
     {std::errc::filename_too_long, "name a shorter one"},
     {std::errc::too_many_files_open, "raise the limit of open files (ulimit -n)"},
