@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "exchange/characters.h"
+#include "exchange/keywords.h"
 #include "exchange/literals.h"
 
 namespace Kessel::Exchange {
@@ -53,8 +54,9 @@ Word Lexer::next() {
   const bool user_defined = c == '!';
   std::size_t end = at_ + (user_defined ? 1 : 0);
   if (end < text_.size() && begins_keyword(text_[end])) {
-    while (end < text_.size() && is_in_keyword(text_[end])) ++end;
-    return take(WordKind::keyword, end - at_);
+    const char* const begin = text_.data() + at_;
+    const char* const behind = behind_keyword(text_.data() + end, text_.data() + text_.size());
+    return take(WordKind::keyword, static_cast<std::size_t>(behind - begin));
   }
   if (c == '.' && at_ + 1 < text_.size() && begins_keyword(text_[at_ + 1])) {
     return take_enclosed(WordKind::enumeration, '.', is_in_keyword);

@@ -51,7 +51,15 @@ class TextHash {
     const char* const end = at + text.size();
     std::uint64_t state = state_;
     if (text.size() >= 16) {
-      for (; end - at > 16; at += 16) state = mixed(state, word_at(at), word_at(at + 8));
+      const auto take = [&] {
+        state = mixed(state, word_at(at), word_at(at + 8));
+        at += 16;
+      };
+      while (end - at > 32) {
+        take();
+        take();
+      }
+      if (end - at > 16) take();
       state = mixed(state, word_at(end - 16), word_at(end - 8));  // Some bytes twice, in one step.
     } else {
       for (; at != end; ++at) state = mixed(state, static_cast<unsigned char>(*at), 0);
