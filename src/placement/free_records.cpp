@@ -8,6 +8,19 @@ namespace Kessel {
 
 namespace {
 
+// Who, when and as what (ISO 10303-41): what they take part in is about something else.
+constexpr Keywords::Row PARTICIPANTS[] = {
+    {Keywords::Match::exactly, "PERSON"},
+    {Keywords::Match::exactly, "ORGANIZATION"},
+    {Keywords::Match::exactly, "PERSON_AND_ORGANIZATION"},
+    {Keywords::Match::ending, "ADDRESS"},
+    {Keywords::Match::ending, "_DATE"},
+    {Keywords::Match::exactly, "DATE_AND_TIME"},
+    {Keywords::Match::exactly, "LOCAL_TIME"},
+    {Keywords::Match::ending, "_ROLE"},
+    {Keywords::Match::ending, "_STATUS"},
+};
+
 /// A free record that nobody refers to, and the records that say where it stands.
 struct FreeTop {
   Index record;
@@ -19,7 +32,10 @@ struct FreeTop {
 class FreeTops {
  public:
   explicit FreeTops(Placing& placing)
-      : placing_(placing), classes_(placing.classes), uses_(placing.instances.size()) {
+      : placing_(placing),
+        classes_(placing.classes),
+        takes_part_(types_in(PARTICIPANTS, placing.instances.types())),
+        uses_(placing.instances.size()) {
     count_uses();
   }
 
@@ -56,8 +72,9 @@ class FreeTops {
   }
 
   /// An assignment stands where one of its items does. Anything else stands where the rarest of
-  /// those records stand that others want, too: else a person who has approved everything would
-  /// spread every approval into every file. What speaks of contexts alone stands where they do.
+  /// those records stand that others want, too, persons and the like apart: else one who has
+  /// approved everything would spread every approval into every file. What speaks of contexts alone
+  /// stands where they do.
   FreeTop make_top(Index record) const {
     FreeTop top{record, true, {}, {}};
     std::vector<Index> soft;
@@ -74,7 +91,7 @@ class FreeTops {
       if (reference.record() == NO_RECORD || (reference.is_listed() && !top.needs_all)) continue;
       top.brought.push_back(reference.record());
     }
-    if (top.needs_all) top.deciders = rarest(standing(shared_below(record)));
+    if (top.needs_all) top.deciders = rarest(standing(subjects(shared_below(record))));
     if (top.deciders.empty()) top.deciders = soft;
     return top;
   }
@@ -100,6 +117,17 @@ class FreeTops {
     return shared;
   }
 
+  /// Those that are more than participants; all where none is.
+  std::vector<Index> subjects(std::vector<Index> records) const {
+    const auto takes_part = [&](Index record) {
+      return takes_part_[placing_.instances.type(record)] != 0;
+    };
+    if (!std::all_of(records.begin(), records.end(), takes_part)) {
+      std::erase_if(records, takes_part);
+    }
+    return records;
+  }
+
   /// Those that stand somewhere already; all where none does.
   std::vector<Index> standing(const std::vector<Index>& records) const {
     std::vector<Index> placed;
@@ -118,6 +146,7 @@ class FreeTops {
 
   Placing& placing_;
   Classes& classes_;
+  TypeSet takes_part_;          // by type
   Column<std::uint32_t> uses_;  // of free records
 };
 

@@ -39,6 +39,26 @@ std::string mapped_beside_places(bool is_mapped) {
   return form.text();
 }
 
+/// Mapped items place components at two levels, whose usages place none.
+std::string mapped_at_two_levels(bool is_mapped) {
+  FormMaker form;
+  Nest nest = make_nest(form);
+  const auto show = [&](FormProduct& assembly, const FormProduct& component, double x) {
+    if (!is_mapped) {
+      form.use(assembly, component, x);
+      return;
+    }
+    form.bare_usage(assembly, component);
+    assembly.items.push_back(form.mapped(component, x));
+  };
+  show(nest.root, nest.sub, 100);
+  show(nest.root, nest.one, 4);
+  show(nest.sub, nest.one, 30);
+  show(nest.sub, nest.two, 60);
+  finish_coloured(form, nest);
+  return form.text();
+}
+
 /// A component and an assembly without any shape, beside those that have one.
 std::string without_shapes() {
   FormMaker form;
@@ -232,6 +252,8 @@ std::vector<AssemblyForm> forms_of_usages() {
       {"several_roots", several_roots},
       {"mapped_beside_places", [] { return mapped_beside_places(true); },
        [] { return mapped_beside_places(false); }},
+      {"mapped_at_two_levels", [] { return mapped_at_two_levels(true); },
+       [] { return mapped_at_two_levels(false); }},
       {"without_shapes", without_shapes},
       {"shared_representation", shared_representation},
       {"part_made_of_another", [] { return part_made_of_another(true); },

@@ -50,7 +50,8 @@ TEST(FileFrame, SectionsOfOneSchemaBecomeOne) {
 TEST(FileFrame, Schemas) {
   EXPECT_EQ(schemas({"FILE_SCHEMA( ( 'A { 1 0 }' , 'B' ) )"}),
             (std::vector<std::string>{"A { 1 0 }", "B"}));
-  EXPECT_EQ(schemas({"FILE_NAME('')"}), std::vector<std::string>{});
+  EXPECT_EQ(schemas({"FILE_DESCRIPTION(('A'),'2;1')", "FILE_NAME('')"}),
+            std::vector<std::string>{});
 }
 
 }  // namespace

@@ -198,6 +198,17 @@ TEST(Placement, ABodyOfTwoProductsStandsWithBoth) {
   EXPECT_EQ(shared.at(41), "1 2");
 }
 
+TEST(Placement, AShapeOfAComponentIsAPlaceholderWhoeverElseHasIt) {
+  const Placed car(product_records(10, "car", "#3,#80") + product_records(20, "wheel", "#3,#40") +
+                   product_records(30, "another", "#3") + solid_records(40) +
+                   "#36=SHAPE_DEFINITION_REPRESENTATION(#33,#25);\n" +
+                   placed_usage_records(60, 10, 20) +
+                   "#80=MAPPED_ITEM('',#81,#3);\n#81=REPRESENTATION_MAP(#3,#25);\n");
+  EXPECT_EQ(car.placement.files.size(), 4u);  // Both of them are at the top.
+  EXPECT_EQ(car.at(25), "0s 1s 2 3");
+  EXPECT_EQ(car.at(41), "2 3");
+}
+
 TEST(Placement, AnotherViewOfAPartStandsWithIt) {
   const std::string text = CAR +
                            "#80=PRODUCT_DEFINITION('view','',#32,#1);\n"
@@ -336,6 +347,40 @@ TEST(Placement, ASharedPersonDoesNotSpreadApprovals) {
   EXPECT_EQ(approved.at(84), "1 2");
 }
 
+TEST(Placement, WhoApprovedStandsWithTheApproval) {
+  // However few or many other things the person, or the approval, takes part in.
+  const std::string approval =
+      CAR +
+      "#80=APPROVAL_PERSON_ORGANIZATION(#81,#82,#85);\n#81=PERSON('',$,$,$,$,$);\n"
+      "#82=APPROVAL(#83,'');\n#83=APPROVAL_STATUS('');\n#84=CC_DESIGN_APPROVAL(#82,(#32));\n"
+      "#85=APPROVAL_ROLE('');\n#86=APPROVAL_PERSON_ORGANIZATION(#81,#87,#85);\n"
+      "#87=APPROVAL(#83,'');\n#88=CC_DESIGN_APPROVAL(#87,(#10));\n";
+  const auto person = [](int n, const std::string& items) {
+    return "#" + std::to_string(n) + "=CC_DESIGN_PERSON_AND_ORGANIZATION_ASSIGNMENT(#81,$," +
+           items + ");\n";
+  };
+  for (const std::string& more :
+       {std::string(), person(90, "(#22)"), person(90, "(#22)") + person(91, "(#20)"),
+        person(90, "(#22,#11)") + "#92=CC_DESIGN_APPROVAL(#82,(#30));\n"
+                                  "#93=CC_DESIGN_APPROVAL(#82,(#31));\n"}) {
+    const Placed approved(approval + more);
+    EXPECT_EQ(approved.at(80), "2") << more;
+    EXPECT_EQ(approved.at(82), "2") << more;
+    EXPECT_EQ(approved.at(86), "0") << more;
+  }
+}
+
+TEST(Placement, WhoApprovedAClassificationStandsWithIt) {
+  const Placed approved(CAR +
+                        "#80=APPROVAL_PERSON_ORGANIZATION(#81,#82,$);\n#81=PERSON('',$,$,$,$,$);\n"
+                        "#82=APPROVAL($,'');\n#83=CC_DESIGN_APPROVAL(#82,(#84));\n"
+                        "#84=SECURITY_CLASSIFICATION('','',$);\n"
+                        "#85=CC_DESIGN_SECURITY_CLASSIFICATION(#84,(#22));\n"
+                        "#86=CC_DESIGN_PERSON_AND_ORGANIZATION_ASSIGNMENT(#81,$,(#10,#32));\n");
+  for (const std::uint64_t number : {80, 82, 83, 84, 85}) EXPECT_EQ(approved.at(number), "1");
+  EXPECT_EQ(approved.at(81), "0 1 2");
+}
+
 TEST(Placement, WhatSpeaksOfContextsStandsWhereTheyDo) {
   const Placed spoken(CAR + "#80=APPLICATION_PROTOCOL_DEFINITION('','',2000,#1);\n");
   EXPECT_EQ(spoken.at(80), "0 1 2");
@@ -379,6 +424,38 @@ TEST(Placement, RelationsOfTwoComponentsStandInTheirAssembly) {
                        "#82=SHAPE_ASPECT_RELATIONSHIP('','',#80,#81);\n");
   EXPECT_EQ(related.at(80), "0 1");
   EXPECT_EQ(related.at(82), "0");
+}
+
+TEST(Placement, WhatIsLeftOverBringsWhatOnlyItLeadsTo) {
+  const Placed related("#7=GENERAL_PROPERTY('','',$);\n" + product_records(10, "car", "#3") +
+                       product_records(20, "axle", "#3") + product_records(30, "a", "#3,#40") +
+                       product_records(90, "b", "#3,#50") + solid_records(40) + solid_records(50) +
+                       placed_usage_records(60, 10, 20) + placed_usage_records(70, 20, 30) +
+                       placed_usage_records(80, 20, 90) +
+                       "#100=SHAPE_ASPECT('','',#33,.T.);\n#101=SHAPE_ASPECT('','',#93,.T.);\n"
+                       "#102=RELATION(#100,#101,#7);\n");
+  EXPECT_EQ(related.at(102), "1");
+  EXPECT_EQ(related.at(7), "1");
+}
+
+TEST(Placement, AFreeItemOfASharedListStandsOnce) {
+  const Placed shared(CAR +
+                      "#80=PRESENTATION_LAYER_ASSIGNMENT('1','',(#40,#81,#50));\n"
+                      "#81=POLYLINE('',(#82,#82));\n#82=CARTESIAN_POINT('',(0.,0.,0.));\n");
+  EXPECT_EQ(shared.at(80), "0 1 2");
+  EXPECT_EQ(shared.at(81), "0");
+}
+
+TEST(Placement, WhatSpeaksOfTwoThingsStandsWithTheRarer) {
+  const auto refer = [](int n, int document, const std::string& items) {
+    return "#" + std::to_string(n) + "=APPLIED_DOCUMENT_REFERENCE(#" + std::to_string(document) +
+           ",''," + items + ");\n";
+  };
+  const Placed related(CAR +
+                       "#80=DOCUMENT_RELATIONSHIP('','',#81,#82);\n#81=DOCUMENT('a','','',$);\n"
+                       "#82=DOCUMENT('b','','',$);\n" +
+                       refer(83, 82, "(#20)") + refer(84, 81, "(#30)") + refer(85, 81, "(#31)"));
+  EXPECT_EQ(related.at(80), "1");
 }
 
 /// Car with two wheels, whose usages have the names #67 and #77; styles #80 (of #82 and colour #83)

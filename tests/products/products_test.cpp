@@ -1,5 +1,6 @@
 #include "products/products.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <utility>
@@ -106,6 +107,17 @@ TEST(Products, QuantitiesAndComplexUsages) {
   EXPECT_EQ(all.usages[1].quantity, 4);
 }
 
+TEST(Products, QuantitiesThatSayNothingAreOne) {
+  for (const char* value : {"COUNT_MEASURE(0.)", "COUNT_MEASURE(-2.)", "COUNT_MEASURE()", "$"}) {
+    const LoadedText file(COMMON + product_records(10, "whole", "#3") +
+                          product_records(20, "bolt", "#4") +
+                          "#30=QUANTIFIED_ASSEMBLY_COMPONENT_USAGE('','','',#10,#20,$,#31);\n"
+                          "#31=MEASURE_WITH_UNIT(" +
+                          value + ",#2);\n");
+    EXPECT_EQ(find_products(file.instances).usages.at(0).quantity, 1) << value;
+  }
+}
+
 TEST(Products, UsagesOfDeeperLevelsAndOfNothingAreNoUsages) {
   const LoadedText file(COMMON + product_records(10, "whole", "#3") +
                         product_records(20, "bolt", "#4") + usage_record(30, 10, 20) +
@@ -165,6 +177,22 @@ TEST(Products, TiedRepresentationsBelongToTheProductUnlessAnotherHasThem) {
   EXPECT_TRUE(all.products[0].ties.empty());
   EXPECT_EQ(ends_of(all.products[0].tied_to_others), Ends({{file.at(42), file.at(25)}}));
   EXPECT_EQ(ends_of(all.products[1].tied_to_others), Ends({{file.at(42), file.at(15)}}));
+}
+
+TEST(Products, RepresentationsMayBeTiedOneToTheOtherAndInCircles) {
+  const LoadedText file(COMMON + product_records(10, "bolt", "#3") +
+                        "#40=SHAPE_REPRESENTATION('',(#4),#2);\n"
+                        "#41=SHAPE_REPRESENTATION('',(#4),#2);\n"
+                        "#42=SHAPE_REPRESENTATION('',(#4),#2);\n"
+                        "#43=SHAPE_REPRESENTATION_RELATIONSHIP('','',#15,#40);\n"
+                        "#44=SHAPE_REPRESENTATION_RELATIONSHIP('','',#41,#40);\n"
+                        "#45=SHAPE_REPRESENTATION_RELATIONSHIP('','',#41,#42);\n"
+                        "#46=SHAPE_REPRESENTATION_RELATIONSHIP('','',#42,#40);\n");
+  const Products all = find_products(file.instances);
+  using testing::UnorderedElementsAre;
+  EXPECT_THAT(all.products.at(0).tied, UnorderedElementsAre(file.at(40), file.at(41), file.at(42)));
+  EXPECT_THAT(all.products.at(0).ties,
+              UnorderedElementsAre(file.at(43), file.at(44), file.at(45), file.at(46)));
 }
 
 TEST(Products, WhatAnAssemblyAndAComponentAreTiedToIsTheComponents) {
