@@ -106,8 +106,8 @@ struct Options {
   bool copy_references = false;
   /// Whether files outside of the input's folder may be followed or copied.
   bool follow_outside = false;
-  /// Asked of every file that is followed to where what it says can be read as plain text, as
-  /// JoinOptions::readable; null where all files are read where they are.
+  /// Asked of every file that is followed or copied to where what it says can be read as plain
+  /// text, as JoinOptions::readable; null where all files are read where they are.
   std::function<std::filesystem::path(const std::filesystem::path&)> readable = {};
   /// The folder in which the files of a split are going to lie, from which their names of other
   /// files are seen; empty for the one that they are written into.

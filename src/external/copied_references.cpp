@@ -118,7 +118,7 @@ void CopiedReferences::enter(const std::vector<ExternalReference>& references,
     if (!target.is_there || !places_.emplace(path, copies_.size()).second) continue;
     if (!options_.follow_outside && !is_below(path, from_)) outside_.push_back(target.name->name);
     if (!is_in_place) written_.push_back(copies_.size());
-    copies_.push_back({path, utf8_of_path(path.filename()), is_in_place, {}, {}});
+    copies_.push_back({path, path, utf8_of_path(path.filename()), is_in_place, {}, {}});
   }
 }
 
@@ -150,7 +150,8 @@ void CopiedReferences::load(Copy& copy) const {
   quiet.memory_limit = options_.memory_limit;
   Instances instances;
   try {
-    std::ifstream in = open_input(copy.path);
+    if (options_.readable) copy.readable = options_.readable(copy.path);
+    std::ifstream in = open_input(copy.readable);
     load_instances(in, instances, quiet);
   } catch (const InputError& error) {
     throw_about(error.finding(), copy.path);
@@ -190,13 +191,13 @@ TextEdits CopiedReferences::edits_for(const std::vector<ExternalReference>& refe
 
 std::uint32_t CopiedReferences::write(std::size_t place, std::ostream& out) const {
   const Copy& copy = copies_[written_[place]];
-  std::ifstream in(copy.path, std::ios::in | std::ios::binary);
+  std::ifstream in(copy.readable, std::ios::in | std::ios::binary);
   EditedBytes places(copy.edits);
   const Exchange::Limits limits{.scrutiny = Exchange::Scrutiny::none};
   const Exchange::Ending ending = read_exchange_file(in, limits, places);
   if (ending.error || in.bad()) throw_about(input_changed(ending.bytes), copy.path);
-  in.clear();
-  in.seekg(0);
+  in.close();
+  in.open(places.bytes().empty() ? copy.path : copy.readable, std::ios::in | std::ios::binary);
   ByteCopier copier(in, out);
   for (const EditedBytes::Bytes& bytes : places.bytes()) {
     copier.copy_to(bytes.begin);

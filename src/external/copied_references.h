@@ -19,7 +19,7 @@ namespace Kessel {
 /// Knows the files that references lead to, and those that these refer to in turn, each once, and
 /// what they are called as copies: as they are, or "name (2).stp" where that is taken. Those that
 /// lie in the folder already stay as they are. A copy says what its original says, but for names of
-/// other files.
+/// other files: where it has none that change it is the same bytes, and else plain text.
 class CopiedReferences {
  public:
   /// For an input in the folder `from`, what is made of which lies in `to`: both absolute and
@@ -49,9 +49,10 @@ class CopiedReferences {
 
  private:
   struct Copy {
-    std::filesystem::path path;  // of the original, without links
-    std::string name;            // in the folder of the copies
-    bool is_in_place = false;    // It lies there already.
+    std::filesystem::path path;      // of the original, without links
+    std::filesystem::path readable;  // where that can be read as plain text
+    std::string name;                // in the folder of the copies
+    bool is_in_place = false;        // It lies there already.
     std::vector<ExternalReference> references;
     TextEdits edits;
   };

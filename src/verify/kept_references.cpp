@@ -49,10 +49,12 @@ bool has_folder_apart(const ExternalReference& reference) {
 }  // namespace
 
 KeptReferences::KeptReferences(const Sameness::ComparedFile& input, const fs::path& folder,
-                               const fs::path& outdir, const Joining& joining)
+                               const fs::path& outdir, const Joining& joining,
+                               const Options& options)
     : of_input_(find_external_references(input.instances, input.products)),
       folder_(folder),
-      outdir_(without_links(outdir)) {
+      outdir_(without_links(outdir)),
+      said_(options.readable) {
   for (const ExternalReference& reference : of_input_) {
     originals_.push_back(without_links(find_target(folder_, reference).path));
   }
@@ -124,7 +126,7 @@ bool has_kept_references(const Joining& joining) {
   return false;
 }
 
-std::set<fs::path> files_behind_kept_references(const Joining& joining) {
+std::set<fs::path> files_behind_kept_references(const Joining& joining, const Options& options) {
   std::set<fs::path> files;
   std::vector<fs::path> open;
   const auto enter = [&](const std::vector<ExternalReference>& references, const fs::path& folder) {
@@ -141,9 +143,10 @@ std::set<fs::path> files_behind_kept_references(const Joining& joining) {
   while (!open.empty()) {
     const fs::path path = std::move(open.back());
     open.pop_back();
-    std::ifstream in(path, std::ios::in | std::ios::binary);
     Instances instances;
     try {
+      std::ifstream in(options.readable ? options.readable(path) : path,
+                       std::ios::in | std::ios::binary);
       load_instances(in, instances);
     } catch (const InputError&) {
       continue;  // It is no part of the split.

@@ -8,6 +8,7 @@
 #include "external/external_references.h"
 #include "external/text_edits.h"
 #include "join/joining.h"
+#include "kessel/options.h"
 #include "sameness/compared_file.h"
 #include "verify/said_by_files.h"
 
@@ -19,9 +20,11 @@ namespace Kessel {
 /// in the split's folder counts as the file of the input that says the same.
 class KeptReferences {
  public:
-  /// Of the input, which lies in `folder`, and of the split of it in `outdir`.
+  /// Of the input, which lies in `folder`, and of the split of it in `outdir`. Other files are read
+  /// where `options.readable` says.
   KeptReferences(const Sameness::ComparedFile& input, const std::filesystem::path& folder,
-                 const std::filesystem::path& outdir, const Joining& joining);
+                 const std::filesystem::path& outdir, const Joining& joining,
+                 const Options& options);
 
   /// Gives names in the input the texts to compare, where the split has files with such references.
   void edit(Sameness::ComparedFile& input);
@@ -45,7 +48,8 @@ class KeptReferences {
 bool has_kept_references(const Joining& joining);
 
 /// The files to which kept references lead, and those that these refer to in turn, as far as they
-/// can be read: paths without links.
-std::set<std::filesystem::path> files_behind_kept_references(const Joining& joining);
+/// can be read, which is where `options.readable` says: paths without links.
+std::set<std::filesystem::path> files_behind_kept_references(const Joining& joining,
+                                                             const Options& options);
 
 }  // namespace Kessel

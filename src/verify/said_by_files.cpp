@@ -82,9 +82,10 @@ std::uint64_t SaidByFiles::said_by(const fs::path& path) {
 std::uint64_t SaidByFiles::sum_up(const fs::path& path) {
   std::error_code ignored;
   if (!fs::is_regular_file(path, ignored)) return 0;
-  std::ifstream in(path, std::ios::in | std::ios::binary);
+  std::ifstream in;
   Instances instances;
   try {
+    in.open(readable_ ? readable_(path) : path, std::ios::in | std::ios::binary);
     load_instances(in, instances);
   } catch (const InputError&) {
     return 0;

@@ -93,6 +93,7 @@ class SplitCheck {
       : in_(in), outdir_(outdir), folder_(folder_of_references(in, options)) {
     options_.memory_limit = options.memory_limit;
     options_.progress = options.progress;
+    options_.readable = options.readable;
     join_options_.memory_limit = options.memory_limit;
     join_options_.progress = options.progress;
   }
@@ -130,7 +131,8 @@ class SplitCheck {
   void join(const fs::path& root, const Following& following) {
     joining_ = std::make_unique<Joining>(root, join_options_, following);
     if (!kept_ && has_kept_references(*joining_)) {
-      kept_ = std::make_unique<KeptReferences>(input_.file(), folder_, outdir_, *joining_);
+      kept_ =
+          std::make_unique<KeptReferences>(input_.file(), folder_, outdir_, *joining_, options_);
       kept_->edit(input_.file());
     }
     if (kept_) kept_->edit(*joining_);
@@ -197,7 +199,7 @@ class SplitCheck {
       names.insert(joining_->files()[i].path.lexically_relative(outdir_).lexically_normal());
     }
     // Copies of files that the input refers to.
-    for (const fs::path& path : files_behind_kept_references(*joining_)) {
+    for (const fs::path& path : files_behind_kept_references(*joining_, options_)) {
       if (path.parent_path() == without_links(outdir_)) names.insert(path.filename());
     }
     return names;

@@ -844,6 +844,8 @@ TEST_F(Messages, WrongUsageSaysWhereHelpIs) {
       {{"split", "-", "goad.stp"},
        " split: goad.stp is not there; did you mean good.stp? Or name the folder for the result by "
        "-o goad.stp"},
+      {{"split", "good.stp", "a.stp", "new/"},
+       " split: new/ is not there; the folder for the results is named by -o new/"},
       {{"report", "good.stp", "-o", "page.HTML"},
        " report: --output: page.HTML: is to be a folder, in which report.html is written; name it "
        "page"},

@@ -78,6 +78,43 @@ TEST_F(InputWithReferences, CopiesArriveWithTheFiles) {
   EXPECT_EQ(run_velkstep({"verify", "in/in.stp", "out"}).exit_code, 0);
 }
 
+TEST_F(InputWithReferences, CompressedOnesAreCopied) {
+  // The lid's file refers to another in turn, and then its copy names that beside it.
+  fs::create_directory("in/far");
+  folder_.write("in/far/pin.stp", read_file("in/lid.stp"));
+  const std::string lid = read_file("in/lid.stp");
+  const auto compress = [](const std::string& path) {
+    return run_in_shell("gzip " + path + " && mv " + path + ".gz " + path).status;
+  };
+  ASSERT_EQ(compress("in/far/pin.stp"), 0);
+  for (const bool refers : {false, true}) {
+    std::string text = lid;
+    if (refers) {
+      text.insert(text.find("ENDSEC;\nEND-ISO"),
+                  "#20=DOCUMENT_FILE('far/pin.stp','','',$,'',$);\n"
+                  "#21=APPLIED_DOCUMENT_REFERENCE(#20,'',(#3));\n");
+    }
+    folder_.write("in/lid.stp", text);
+    ASSERT_EQ(compress("in/lid.stp"), 0);
+    const ProcessRun run =
+        run_velkstep({"split", "in/in.stp", "-o", "out", "--copy-references", "--force"});
+    EXPECT_EQ(run.exit_code, 0) << run.errors;
+    if (refers) {
+      EXPECT_NE(read_file("out/lid.stp").find("=DOCUMENT_FILE('pin.stp',"), std::string::npos);
+      EXPECT_EQ(read_file("out/pin.stp"), read_file("in/far/pin.stp"));
+    } else {
+      EXPECT_EQ(read_file("out/lid.stp"), read_file("in/lid.stp"));
+    }
+    const ProcessRun verified = run_velkstep({"verify", "in/in.stp", "out"});
+    EXPECT_EQ(verified.exit_code, 0) << verified.out;
+    EXPECT_EQ(run_velkstep({"extract", "in/in.stp", "--part=lid", "-o", "one.stp", "--force",
+                            "--copy-references"})
+                  .exit_code,
+              0);
+    EXPECT_EQ(read_file("lid.stp"), read_file("out/lid.stp"));
+  }
+}
+
 TEST_F(InputWithReferences, CopiesArriveBesideAnExtractedPart) {
   const ProcessRun run =
       run_velkstep({"extract", "in/in.stp", "--part=lid", "-o", "one.stp", "--copy-references"});

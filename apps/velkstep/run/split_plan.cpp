@@ -42,6 +42,9 @@ void refuse_folders(const std::vector<std::string>& inputs) {
   for (const std::string& in : inputs) {
     std::error_code error;
     if (fs::is_directory(in, error)) refuse_name(in);
+    if (in.ends_with('/')) {
+      throw WrongUsage(in + " is not there; the folder for the results is named by -o " + in);
+    }
   }
 }
 

@@ -59,8 +59,9 @@ def split(
     """Splits the file `input` into files under `outdir`, and returns their paths, the root's first.
 
     A file with one part or none is copied; with the assemblies "classic" the list is empty then, and
-    nothing is written. The list "velkstep-split.json" of the files goes into `outdir`, too. `outdir` is made as needed; where one of
-    the files is there already, in whatever form, nothing is written and OutputError is raised.
+    nothing is written. The list "velkstep-split.json" of the files goes into `outdir`, too. `outdir` is
+    made as needed; where one of the files is there already, in whatever form, nothing is written and
+    OutputError is raised.
     "roots.txt" with the root's file name goes into the working directory, over an earlier one.
     Sentences about problems in the data go to standard error. With `shrink`, which needs the style
     lean or nested, records that say the same become one first.
