@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "placement/bodies.h"
 #include "placement/check_placement.h"
 #include "support/loaded_text.h"
 #include "support/product_records.h"
@@ -521,6 +522,17 @@ TEST(Placement, AStyleThatNamesOneOfTwoPlacesStandsWithItsItemWithAWarning) {
   }
 }
 
+TEST(Placement, AStyleOfAllOfOneOccurrenceThatNamesItsPlaceStandsWithTheAssembly) {
+  const Placed wheels(product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") +
+                      solid_records(40) + placed_usage_records(60, 10, 20) +
+                      placed_usage_records(70, 10, 20) +
+                      "#80=STYLED_ITEM('',(),#40);\n"
+                      "#81=CONTEXT_DEPENDENT_OVER_RIDING_STYLED_ITEM('',(),#25,#80,(#63));\n");
+  EXPECT_EQ(wheels.at(81), "0");
+  EXPECT_EQ(wheels.at(25), "0s 1");
+  EXPECT_EQ(wheels.at(41), "1");
+}
+
 TEST(Placement, AStyleThatNamesTheOnlyPlaceStandsWithThePart) {
   const Placed wheel(product_records(10, "car", "#3") + product_records(20, "wheel", "#3,#40") +
                      solid_records(40) + placed_usage_records(60, 10, 20) + STYLE_BY_PLACE);
@@ -651,6 +663,32 @@ TEST(Placement, DefinitionsOfTypesThatFewReadersKnowAreWarnedOf) {
   EXPECT_EQ(car.placement.warnings.size(), 1u);
   // In lean no file is the sub-assembly's.
   EXPECT_THAT(Placed(text, AssemblyStyle::lean).placement.warnings, IsEmpty());
+}
+
+TEST(Placement, ItemsThatAnExtractionLeavesOutStandWithTheirCollectorOutside) {
+  const LoadedText file(SHARED_RECORDS + CAR +
+                        "#80=SHAPE_ASPECT('','',#33,.T.);\n#81=SHAPE_ASPECT('','',#23,.T.);\n"
+                        "#82=RELATION(#80,#81);\n#83=SHAPE_ASPECT('','',#33,.T.);\n"
+                        "#84=APPLIED_GROUP_ASSIGNMENT(#83,(#50,#82));\n");
+  const Products products = find_products(file.instances);
+  const Placement placement = place_records(file.instances, products, plan_extraction(products, 2));
+  EXPECT_THAT(check_placement(file.instances, products, placement), IsEmpty());
+  EXPECT_TRUE(placement.stands.has(file.at(84), 0));
+  EXPECT_TRUE(placement.stands.has(file.at(82), 0));
+  EXPECT_TRUE(placement.stands.has(file.at(84), 1));
+  EXPECT_FALSE(placement.stands.has(file.at(82), 1));
+}
+
+TEST(Placement, WhatIsMappedFromAComponentIsNoBody) {
+  const LoadedText file(SHARED_RECORDS + product_records(10, "car", "#3,#80,#82") +
+                        product_records(20, "wheel", "#3,#40") + solid_records(40) +
+                        usage_record(60, 10, 20) +
+                        "#80=MAPPED_ITEM('',#81,#3);\n#81=REPRESENTATION_MAP(#3,#25);\n"
+                        "#82=MAPPED_ITEM('',#83,#3);\n#83=REPRESENTATION_MAP(#3,#84);\n"
+                        "#84=SHAPE_REPRESENTATION('',(#40,#3),#2);\n");
+  const Products products = find_products(file.instances);
+  EXPECT_EQ(bodies_of(file.instances, products, 0), std::vector<Index>{file.at(82)});
+  EXPECT_EQ(bodies_of(file.instances, products, 1), std::vector<Index>{file.at(40)});
 }
 
 TEST(Placement, TheSameTwice) {
