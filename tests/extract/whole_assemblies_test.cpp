@@ -14,7 +14,7 @@ TEST_P(ExtractFrom, EveryPartComesOutWhole) {
   const ScratchFolder folder;
   const std::filesystem::path path = file_of(GetParam(), folder);
   if (path.empty()) GTEST_SKIP() << why_no_sample();
-  EXPECT_THAT(extract_faults(path, true), testing::IsEmpty());
+  EXPECT_THAT(extract_faults(path, true, true), testing::IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Assemblies, ExtractFrom, testing::ValuesIn(every_assembly()),

@@ -14,8 +14,8 @@ TEST_P(WholeAssembly, ComesOutWhole) {
   const ScratchFolder folder;
   const std::filesystem::path path = file_of(GetParam(), folder);
   if (path.empty()) GTEST_SKIP() << why_no_sample();
-  EXPECT_THAT(round_trip_faults(path, AssemblyStyle::lean), testing::IsEmpty());
-  EXPECT_THAT(round_trip_faults(path, AssemblyStyle::nested), testing::IsEmpty());
+  EXPECT_THAT(round_trip_faults(path, AssemblyStyle::lean, true), testing::IsEmpty());
+  EXPECT_THAT(round_trip_faults(path, AssemblyStyle::nested, true), testing::IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Assemblies, WholeAssembly, testing::ValuesIn(all_assemblies()),
